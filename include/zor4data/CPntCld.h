@@ -1,0 +1,191 @@
+#ifndef ZOR4DATA_CPNTCLD_H
+#define ZOR4DATA_CPNTCLD_H
+
+#include <cloud/COcTree.h>
+#include <octree/CTruncPnt.h>
+#include <octree/CTruncPnt_Color.h>
+#include <zor0lang/String.h>
+#include <zor3geom/PLANE_3D.h>
+#include <zor3geom/PNT_3D.h>
+#include <zor3geom/RECT_3D.h>
+#include <zor4data/CCldCadPnt.h>
+#include <zor4data/Export.h>
+#include <zor4data/ICldColorListener.h>
+#include <zor4data/IDlgProgress.h>
+#include <zor4data/IPntCldListener.h>
+#include <zor4data/IPntCldReadListener.h>
+#include <zor4data/enumPntCldFile.h>
+#include <zor4data/enumPntCldType.h>
+
+#include <vector>
+
+/// One cloud of measured points in memory.
+///
+/// Coordinates are kept to 1/10000 of the coordinate unit as offsets from the first point (rounded to
+/// float): they reach ±214748.3647 units from it and saturate beyond. A point takes 12 bytes, with
+/// colour 16, and two bits for its marks; the octree takes about 3.5 bytes a point more.
+///
+/// To fill a cloud: `ReadFromFile`; or `OnReadType`, `Init(n)`, n times `AddPnt`, then `ComputeTree`
+/// or, to drop points stacked at one plan position as well, `OnReadEnd`. To ask it: the `GetPnts`
+/// family. An index is a position in the current array: every build of the octree, every deletion and
+/// every compaction changes it. Indices are not checked: 0 ≤ index < GetNumPnts().
+///
+/// Until `OnReadType` has been given one of the two point types every operation is inert: it does
+/// nothing and returns false, 0, or -1 where said. The same holds for any other value given to it.
+///
+/// Copies share points, marks and octree. A change made in place (a selection, a rebuilt octree) is
+/// seen by all copies; a compaction or a new filling gives the copy that makes it arrays of its own.
+///
+/// Nothing here is thread-safe, prints, or throws on its own account; std::bad_alloc passes through.
+/// Delivery needs a colour listener: without one, points come with the colour they hold.
+class ZOR4DATA_API CPntCld final : public IPntCldReadListener
+{
+public:
+    /// @param pColorListener  asked for the colour of every delivered point; kept, not owned.
+    explicit CPntCld(ICldColorListener* pColorListener);
+
+    CPntCld(const CPntCld& other);
+    CPntCld& operator=(const CPntCld& other);
+    ~CPntCld();
+
+    // --- filling -------------------------------------------------------------------------------
+
+    /// Chooses the point type; the value is not checked.
+    void OnReadType(enumPntCldType eType) override;
+
+    /// Makes room for `nNumPnts` points (below 1: none).
+    /// @return false, and nothing changes, when the cloud already has its array: `Clear` it first.
+    bool Init(int nNumPnts);
+
+    /// `Init` with its result dropped.
+    void OnReadNumPnts(int nNumPnts) override;
+
+    /// Stores a point, coordinate units; on a cloud with colour it becomes green (0, 255, 0). The first
+    /// one sets the origin. The octree does not know it until `ComputeTree`.
+    /// @return false when all points announced to `Init` have been stored, or after a compaction.
+    bool AddPnt(double x, double y, double z);
+
+    /// Stores a point with colour, 0 to 255 a channel; on a cloud without colour the colour is dropped.
+    bool AddPnt(double x, double y, double z, unsigned char r, unsigned char g, unsigned char b);
+
+    /// Stores a point of a file. Ignored when the cloud is one with colour.
+    void OnReadPnt(double x, double y, double z) override;
+
+    /// Stores a point of a file. Ignored when the cloud is one without colour.
+    void OnReadPnt(double x, double y, double z, unsigned char r, unsigned char g, unsigned char b) override;
+
+    /// Builds the octree and removes duplicates: of the points of one leaf that share x and y to
+    /// 1/10000, whatever their heights, the first stays.
+    void OnReadEnd() override;
+
+    /// Builds the octree, reordering the points. A slot announced to `Init` and not filled counts as a
+    /// point at the origin.
+    /// @return false when there is no point; the cloud then has an octree without points.
+    bool ComputeTree();
+
+    /// Loads a file. The cloud is not cleared first.
+    ///
+    /// @param pProgress  receives percent, one call a point and before it; null: no calls.
+    /// @param eType      kind of the file; any other value: false.
+    /// @param sPath      recorded together with the kind before anything else, whatever the outcome.
+    /// @return false when there is no reader for the kind, or the file is missing, is not of the kind,
+    ///         or ends early; the cloud then holds the points delivered until then and no octree.
+    bool ReadFromFile(IDlgProgress* pProgress, enumPntCldFile eType, const zor::String& sPath);
+
+    /// Gives up points and octree. Selection, origin, flags and version stay until the next `Init`.
+    void Clear();
+
+    // --- access --------------------------------------------------------------------------------
+
+    /// @return points not marked deleted, counting slots announced and not yet filled; cost: up to one
+    ///         pass over the deletion marks.
+    int GetNumPnts() const;
+
+    /// Coordinates of point `nIndex`, coordinate units.
+    void GetPnt(int nIndex, zor::geom::PNT_3D& pnt) const;
+
+    /// Stored colour of point `nIndex`, 0 to 255 a channel.
+    /// @return false, and nothing is written, on a cloud without colour.
+    bool GetPntColor(int nIndex, unsigned char& r, unsigned char& g, unsigned char& b) const;
+
+    /// Bounding box of the points at the last build of the octree, coordinate units.
+    /// @return false, and nothing is written, without an octree.
+    bool GetBdry(zor::geom::RECT_3D& rect) const;
+
+    bool IsWithColor() const;
+
+    /// @return null for a cloud without point type.
+    ICldColorListener* GetColorListener() const;
+
+    /// @return kind given to the last `ReadFromFile`, -1 before it.
+    enumPntCldFile GetFileType() const;
+
+    /// @return path given to the last `ReadFromFile`, empty before it.
+    zor::String GetFilePath() const;
+
+    bool IsModified() const;
+
+    /// Only the host clears the flag, after saving for example.
+    void SetModified(bool bModified);
+
+    /// @return how often the flag went from false to true, or as set; -1 for a cloud without point type.
+    int GetVersion() const;
+    void SetVersion(int nVersion);
+
+    // --- selection -----------------------------------------------------------------------------
+
+    /// Selects point `nIndex`; with `bToggle` a selected one is unselected instead.
+    void SelPnt(int nIndex, bool bToggle);
+
+    void UnSelPnts();
+
+    /// Removes the selected points. The others keep their order; indices close up, and the cloud takes
+    /// no further points.
+    void DelSelPnts();
+
+    // --- queries: one SetZRange to the colour listener, then OnPnts to the host's listener -------
+
+    /// Delivers every point not marked deleted, in index order.
+    ///
+    /// @param pListener  receives the points; not null. The array it is given is reused after each call.
+    /// @param nBatch     records per OnPnts call, the last may be shorter; below 1 counts as 1.
+    void GetPnts(IPntCldListener* pListener) const;
+    void GetPnts(IPntCldListener* pListener, int nBatch) const;
+
+    /// Delivers a thinned cloud: about one point per octree cube of edge `dLod`, and all points of the
+    /// leaves above that size.
+    ///
+    /// @param dLod    spacing, coordinate units. Not above 0, not-a-number, or larger than the cloud:
+    ///                every point.
+    ///
+    /// Order: octant by octant, not index order. Without an octree nothing is delivered.
+    /// Cost: linear in the points delivered.
+    void GetPnts_Lod(IPntCldListener* pListener, double dLod) const;
+    void GetPnts_Lod(IPntCldListener* pListener, double dLod, int nBatch) const;
+
+    /// Delivers every point that is in front of none of the planes.
+    ///
+    /// @param vecPlanes  coordinate units, normals pointing out of the kept volume; a point on a plane
+    ///                   is kept. Empty: every point.
+    ///
+    /// Order: leaf by leaf, octants 0 to 7, not index order. Without an octree nothing is delivered.
+    /// Cost: whole subtrees are dropped or taken untested.
+    void GetPnts_Clip(IPntCldListener* pListener, const std::vector<zor::geom::PLANE_3D>& vecPlanes) const;
+    void GetPnts_Clip(IPntCldListener* pListener, const std::vector<zor::geom::PLANE_3D>& vecPlanes,
+                      int nBatch) const;
+
+    /// Both at once. A cube of the wanted size gives its point even where only its parent reaches into
+    /// the kept volume, and a leaf that gives one point gives it untested. With `dLod` larger than the
+    /// cloud each leaf gives one point; not above 0 or not-a-number: the same as `GetPnts_Clip`.
+    void GetPnts_LodClip(IPntCldListener* pListener, double dLod,
+                         const std::vector<zor::geom::PLANE_3D>& vecPlanes, int nBatch) const;
+
+private:
+    enumPntCldType m_eType;
+    COcTree<CTruncPnt> m_cld;            // live when the type is PntCldType_Pnt
+    COcTree<CTruncPnt_Color> m_cldColor; // live when the type is PntCldType_PntColor
+    enumPntCldFile m_eFileType;
+    zor::String m_sFilePath;
+};
+
+#endif

@@ -1,0 +1,9 @@
+#ifndef ZOR4DATA_EXPORT_H
+#define ZOR4DATA_EXPORT_H
+
+#include <zor0lang/Export.h>
+
+/// Marks what a host may call of this library.
+#define ZOR4DATA_API ZOR_API
+
+#endif

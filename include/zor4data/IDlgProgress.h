@@ -1,0 +1,19 @@
+#ifndef ZOR4DATA_IDLGPROGRESS_H
+#define ZOR4DATA_IDLGPROGRESS_H
+
+/// Progress display of the host. The library calls `SetPos` only; `Start` and `Stop` are the host's own.
+class IDlgProgress
+{
+public:
+    virtual void Start() = 0;
+    virtual void Stop() = 0;
+
+    /// @param nPos  work done so far, percent.
+    /// @return not looked at: an operation cannot be cancelled through it.
+    virtual bool SetPos(int nPos) = 0;
+
+protected:
+    ~IDlgProgress() = default;
+};
+
+#endif

@@ -1,0 +1,98 @@
+#ifndef OCTREE_COCTREECHILDREN_H
+#define OCTREE_COCTREECHILDREN_H
+
+#include <octree/COcTreeNode.h>
+
+#include <cstddef>
+
+/// Record sizes of a children block.
+constexpr std::int32_t c_nLeafSize = 8;
+constexpr std::int32_t c_nNodeSize = 16;
+
+static_assert(sizeof(COcTreeLeaf) == c_nLeafSize && alignof(COcTreeLeaf) <= c_nLeafSize);
+static_assert(sizeof(COcTreeNode) == c_nNodeSize && alignof(COcTreeNode) <= c_nLeafSize);
+
+/// One present child of a node: the octant it lies in and its record.
+class COcTreeChild
+{
+public:
+    COcTreeChild(int nOctant, bool bLeaf, unsigned char* pRecord)
+        : m_nOctant(nOctant), m_bLeaf(bLeaf), m_pRecord(pRecord)
+    {
+    }
+
+    /// 4 × (x upper) + 2 × (y upper) + (z upper).
+    int GetOctant() const noexcept { return m_nOctant; }
+
+    bool IsLeaf() const noexcept { return m_bLeaf; }
+
+    /// REQUIRES: IsLeaf().
+    COcTreeLeaf& GetLeaf() const noexcept { return *static_cast<COcTreeLeaf*>(static_cast<void*>(m_pRecord)); }
+
+    /// REQUIRES: not IsLeaf().
+    COcTreeNode& GetNode() const noexcept { return *static_cast<COcTreeNode*>(static_cast<void*>(m_pRecord)); }
+
+private:
+    int m_nOctant;
+    bool m_bLeaf;
+    unsigned char* m_pRecord;
+};
+
+/// The present children of a node as a range, octants 0 to 7: the one place that steps through a
+/// children block.
+class COcTreeChildren
+{
+public:
+    class Iterator
+    {
+    public:
+        Iterator(unsigned nExist, unsigned nLeaf, unsigned char* pRecord)
+            : m_nExist(nExist), m_nLeaf(nLeaf), m_pRecord(pRecord)
+        {
+        }
+
+        COcTreeChild operator*() const noexcept
+        {
+            const int nOctant = __builtin_ctz(m_nExist);
+            return COcTreeChild(nOctant, ((m_nLeaf >> nOctant) & 1U) != 0, m_pRecord);
+        }
+
+        Iterator& operator++() noexcept
+        {
+            m_pRecord += (**this).IsLeaf() ? c_nLeafSize : c_nNodeSize;
+            m_nExist &= m_nExist - 1U;
+            return *this;
+        }
+
+        bool operator!=(const Iterator& other) const noexcept { return m_nExist != other.m_nExist; }
+
+    private:
+        unsigned m_nExist; // octants still to come
+        unsigned m_nLeaf;
+        unsigned char* m_pRecord;
+    };
+
+    explicit COcTreeChildren(const COcTreeNode& node) : m_node(node) {}
+
+    Iterator begin() const noexcept { return {m_node.m_ucExist, m_node.m_ucLeaf, m_node.m_pChildren}; }
+    Iterator end() const noexcept { return {0U, 0U, nullptr}; }
+
+    /// @return bytes of the block that holds the children of such masks. A leaf bit without its exist
+    ///         bit means nothing.
+    static std::size_t GetBlockSize(std::uint8_t ucExist, std::uint8_t ucLeaf) noexcept
+    {
+        const int nNumLeaves = __builtin_popcount(static_cast<unsigned>(ucExist & ucLeaf));
+        const int nNumNodes = __builtin_popcount(static_cast<unsigned>(ucExist & ~ucLeaf));
+        return static_cast<std::size_t>(nNumLeaves * c_nLeafSize + nNumNodes * c_nNodeSize);
+    }
+
+private:
+    const COcTreeNode& m_node;
+};
+
+inline COcTreeChildren COcTreeNode::GetChildren() const noexcept
+{
+    return COcTreeChildren(*this);
+}
+
+#endif

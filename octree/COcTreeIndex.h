@@ -1,0 +1,35 @@
+#ifndef OCTREE_COCTREEINDEX_H
+#define OCTREE_COCTREEINDEX_H
+
+#include <octree/COcTreeArena.h>
+#include <octree/COcTreeChildren.h>
+#include <octree/COcTreeCube.h>
+#include <octree/COcTreeNode.h>
+#include <octree/Compact.h>
+
+/// The octree of one store: runs of the store's point array, no per-point storage. Created anew by
+/// every build; owns its nodes and leaves.
+class COcTreeIndex
+{
+public:
+    COcTreeCube GetRootCube() const noexcept { return {m_nCentreX, m_nCentreY, m_nCentreZ, m_nEdge}; }
+
+    void CountPnts(std::int32_t n) noexcept { m_nNumPntsDelivered = WrapAdd(m_nNumPntsDelivered, n); }
+    void CountLeaves(std::int32_t n) noexcept { m_nNumLeavesDelivered = WrapAdd(m_nNumLeavesDelivered, n); }
+
+    COcTreeNode* m_pRoot = nullptr; ///< lies in the arena; null when the build found no point
+    std::int32_t m_nCentreX = 0;    ///< centre of the root cube, compact units
+    std::int32_t m_nCentreY = 0;
+    std::int32_t m_nCentreZ = 0;
+    std::int32_t m_nEdge = 0;       ///< edge of the root cube: the largest extent
+    std::int32_t m_nExtentX = 0;    ///< extents of the points' bounding box
+    std::int32_t m_nExtentY = 0;
+    std::int32_t m_nExtentZ = 0;
+    std::int32_t m_nLeafSize = c_nLeafSize;
+    std::int32_t m_nNodeSize = c_nNodeSize;
+    std::int32_t m_nNumPntsDelivered = 0;   ///< diagnostic, counted by the walks
+    std::int32_t m_nNumLeavesDelivered = 0; ///< diagnostic: leaves delivered whole
+    COcTreeArena m_arena;
+};
+
+#endif
