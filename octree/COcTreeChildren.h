@@ -4,6 +4,7 @@
 #include <octree/COcTreeNode.h>
 
 #include <cstddef>
+#include <new>
 
 /// Record sizes of a children block.
 constexpr std::int32_t c_nLeafSize = 8;
@@ -27,10 +28,16 @@ public:
     bool IsLeaf() const noexcept { return m_bLeaf; }
 
     /// REQUIRES: IsLeaf().
-    COcTreeLeaf& GetLeaf() const noexcept { return *static_cast<COcTreeLeaf*>(static_cast<void*>(m_pRecord)); }
+    COcTreeLeaf& GetLeaf() const noexcept
+    {
+        return *static_cast<COcTreeLeaf*>(static_cast<void*>(m_pRecord));
+    }
 
     /// REQUIRES: not IsLeaf().
-    COcTreeNode& GetNode() const noexcept { return *static_cast<COcTreeNode*>(static_cast<void*>(m_pRecord)); }
+    COcTreeNode& GetNode() const noexcept
+    {
+        return *static_cast<COcTreeNode*>(static_cast<void*>(m_pRecord));
+    }
 
 private:
     int m_nOctant;
@@ -84,6 +91,20 @@ public:
         const int nNumLeaves = __builtin_popcount(static_cast<unsigned>(ucExist & ucLeaf));
         const int nNumNodes = __builtin_popcount(static_cast<unsigned>(ucExist & ~ucLeaf));
         return static_cast<std::size_t>(nNumLeaves * c_nLeafSize + nNumNodes * c_nNodeSize);
+    }
+
+    /// Writes the record of a leaf. @return where the next record goes.
+    static unsigned char* PutLeaf(unsigned char* pRecord, std::int32_t nCount, std::int32_t nFirst) noexcept
+    {
+        new (pRecord) COcTreeLeaf{nCount, nFirst};
+        return pRecord + c_nLeafSize;
+    }
+
+    /// Writes the record of an inner node without children. @return where the next record goes.
+    static unsigned char* PutNode(unsigned char* pRecord) noexcept
+    {
+        new (pRecord) COcTreeNode;
+        return pRecord + c_nNodeSize;
     }
 
 private:

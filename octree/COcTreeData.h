@@ -38,15 +38,15 @@ public:
     /// @return false when there is no tree; `rect` is then left as it is.
     bool GetBdry(zor::geom::RECT_3D& rect) const noexcept;
 
-    std::int32_t m_nNumPnts = 0;  ///< points of the store: as given to Init, later as kept by a compaction
-    std::int32_t m_nNumAdded = 0; ///< points stored since Init
-    std::shared_ptr<T[]> m_pPnts; ///< m_nNumPnts slots (at least one)
+    std::int32_t m_nNumPnts = 0;   ///< points of the store: as given to Init, later as kept by a compaction
+    std::int32_t m_nNumAdded = 0;  ///< points stored since Init
+    std::shared_ptr<T[]> m_pPnts;  ///< m_nNumPnts slots (at least one)
     float m_fOrgX = 4027580416.0F; ///< origin, coordinate units; replaced by the first point stored
     float m_fOrgY = 4027580416.0F;
     float m_fOrgZ = 4027580416.0F;
     std::shared_ptr<unsigned char[]> m_pSelBits; ///< selection, m_nNumPnts / 8 + 1 bytes
     std::shared_ptr<unsigned char[]> m_pDelBits; ///< deleted points, the same size
-    bool m_bHasDel = false; ///< a point has been marked deleted and not yet been removed
+    bool m_bHasDel = false;                      ///< a point has been marked deleted and not yet been removed
     std::shared_ptr<COcTreeIndex> m_pTree;
     ICldColorListener* m_pColorListener;
     bool m_bModified = false;

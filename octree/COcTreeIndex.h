@@ -21,8 +21,8 @@ public:
     std::int32_t m_nCentreX = 0;    ///< centre of the root cube, compact units
     std::int32_t m_nCentreY = 0;
     std::int32_t m_nCentreZ = 0;
-    std::int32_t m_nEdge = 0;       ///< edge of the root cube: the largest extent
-    std::int32_t m_nExtentX = 0;    ///< extents of the points' bounding box
+    std::int32_t m_nEdge = 0;    ///< edge of the root cube: the largest extent
+    std::int32_t m_nExtentX = 0; ///< extents of the points' bounding box
     std::int32_t m_nExtentY = 0;
     std::int32_t m_nExtentZ = 0;
     std::int32_t m_nLeafSize = c_nLeafSize;

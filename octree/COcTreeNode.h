@@ -7,8 +7,8 @@
 class COcTreeLeaf
 {
 public:
-    std::int32_t m_nCount = 0; ///< number of points, at least 1 in a tree that was built
-    std::int32_t m_nFirst = 0; ///< index of the first; the points are m_nFirst .. m_nFirst + m_nCount - 1
+    std::int32_t m_nCount; ///< number of points, at least 1 in a tree that was built
+    std::int32_t m_nFirst; ///< index of the first; the points are m_nFirst .. m_nFirst + m_nCount - 1
 };
 
 class COcTreeChildren;

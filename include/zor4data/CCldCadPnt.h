@@ -37,12 +37,12 @@ public:
     ZOR4DATA_API void Set(const CTruncPnt_Color& pnt, float fOrgX, float fOrgY, float fOrgZ, int nIndex,
                           ICldColorListener* pColorListener);
 
-    zor::geom::PNT_3D m_pnt;     ///< coordinate units; 1.7e200 each until set
-    float m_fR = 1.0F;           ///< display colour, 0 to 1
-    float m_fG = 1.0F;           ///< display colour, 0 to 1
-    float m_fB = 1.0F;           ///< display colour, 0 to 1
-    std::int32_t m_nIndex = -1;  ///< position in the store's current array; -1 until set
-    bool m_bSel = false;         ///< the point is selected
+    zor::geom::PNT_3D m_pnt;    ///< coordinate units; 1.7e200 each until set
+    float m_fR = 1.0F;          ///< display colour, 0 to 1
+    float m_fG = 1.0F;          ///< display colour, 0 to 1
+    float m_fB = 1.0F;          ///< display colour, 0 to 1
+    std::int32_t m_nIndex = -1; ///< position in the store's current array; -1 until set
+    bool m_bSel = false;        ///< the point is selected
 };
 
 #endif

@@ -14,7 +14,8 @@ public:
     virtual void OnReadNumPnts(int nNumPnts) = 0;
 
     /// One point with colour: coordinate units, 0 to 255 a channel.
-    virtual void OnReadPnt(double x, double y, double z, unsigned char r, unsigned char g, unsigned char b) = 0;
+    virtual void OnReadPnt(double x, double y, double z, unsigned char r, unsigned char g,
+                           unsigned char b) = 0;
 
     /// One point without colour: coordinate units.
     virtual void OnReadPnt(double x, double y, double z) = 0;

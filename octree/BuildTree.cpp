@@ -1,0 +1,208 @@
+#include <octree/BuildTree.h>
+
+#include <octree/CTruncPnt.h>
+#include <octree/CTruncPnt_Color.h>
+#include <octree/Partition.h>
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <new>
+
+namespace
+{
+
+constexpr std::int32_t c_nMaxLeafAlways = 10;     // a child of so many points is always a leaf
+constexpr std::int32_t c_nMinSplitAlways = 1000;  // from here on a child is divided whatever its size
+constexpr std::int64_t c_nMaxEdgeOfLeaves = 1000; // a smaller parent's children are leaves below that
+
+constexpr std::int64_t c_nMinInt32 = std::numeric_limits<std::int32_t>::min();
+constexpr std::int64_t c_nMaxInt32 = std::numeric_limits<std::int32_t>::max();
+
+/// Range of one coordinate over a run.
+class CRange
+{
+public:
+    void Add(std::int32_t n) noexcept
+    {
+        m_nMin = std::min(m_nMin, n);
+        m_nMax = std::max(m_nMax, n);
+    }
+
+    std::int32_t GetCentre() const noexcept
+    {
+        return static_cast<std::int32_t>((static_cast<std::int64_t>(m_nMin) + m_nMax) / 2);
+    }
+
+    std::int32_t GetExtent() const noexcept
+    {
+        return SaturateToInt32(static_cast<std::int64_t>(m_nMax) - m_nMin);
+    }
+
+private:
+    std::int32_t m_nMin = std::numeric_limits<std::int32_t>::max();
+    std::int32_t m_nMax = std::numeric_limits<std::int32_t>::min();
+};
+
+template <class T>
+void CalcBox(const T* pPnts, std::int32_t nNumPnts, COcTreeIndex& tree) noexcept
+{
+    CRange rangeX;
+    CRange rangeY;
+    CRange rangeZ;
+    for (std::int32_t i = 0; i < nNumPnts; ++i)
+    {
+        rangeX.Add(pPnts[i].m_nX);
+        rangeY.Add(pPnts[i].m_nY);
+        rangeZ.Add(pPnts[i].m_nZ);
+    }
+    tree.m_nCentreX = rangeX.GetCentre();
+    tree.m_nCentreY = rangeY.GetCentre();
+    tree.m_nCentreZ = rangeZ.GetCentre();
+    tree.m_nExtentX = rangeX.GetExtent();
+    tree.m_nExtentY = rangeY.GetExtent();
+    tree.m_nExtentZ = rangeZ.GetExtent();
+    tree.m_nEdge = std::max({tree.m_nExtentX, tree.m_nExtentY, tree.m_nExtentZ});
+}
+
+/// Builds the nodes of one tree. `m_pPnts` is the whole array: runs are given by their indices in it.
+template <class T>
+class CTreeBuilder
+{
+public:
+    CTreeBuilder(T* pPnts, COcTreeArena& arena) : m_pPnts(pPnts), m_arena(arena) {}
+
+    void BuildNode(COcTreeNode& node, std::int32_t nDepth, const COcTreeCube& cube, std::int32_t nFirst,
+                   std::int32_t nNumPnts);
+
+private:
+    /// Ends of the octants' runs: octant k reaches from bounds[k] to bounds[k + 1].
+    using COctantBounds = std::array<std::int32_t, 9>;
+
+    COctantBounds PartitionOctants(const COcTreeCube& cube, std::int32_t nFirst,
+                                   std::int32_t nNumPnts) noexcept;
+    std::int32_t PartitionRun(std::int32_t nFirst, std::int32_t nEnd, std::int32_t T::*pCoord,
+                              std::int64_t nPlane) noexcept;
+    bool IsInOrder(std::int32_t nFirst, std::int32_t nEnd, std::int32_t T::*pCoord,
+                   std::int32_t nPlane) noexcept;
+    void AddChildren(COcTreeNode& node, const COctantBounds& bounds, std::int32_t nDepth, std::int64_t nEdge);
+
+    T* m_pPnts;
+    COcTreeArena& m_arena;
+};
+
+/// A sample of neighbours: do most of them lie on the same side of the plane?
+template <class T>
+bool CTreeBuilder<T>::IsInOrder(std::int32_t nFirst, std::int32_t nEnd, std::int32_t T::*pCoord,
+                                std::int32_t nPlane) noexcept
+{
+    constexpr std::int32_t c_nNumSamples = 64;
+    constexpr std::int32_t c_nMaxChanges = 6; // the branch pays up to about one change in ten
+    const std::int32_t nStep = (nEnd - nFirst - 1) / c_nNumSamples;
+    std::int32_t nNumChanges = 0;
+    for (std::int32_t i = 0; i < c_nNumSamples; ++i)
+    {
+        const T* const p = m_pPnts + nFirst + i * nStep;
+        nNumChanges += ((p[0].*pCoord < nPlane) != (p[1].*pCoord < nPlane)) ? 1 : 0;
+    }
+    return nNumChanges <= c_nMaxChanges;
+}
+
+/// @return the first index of the run's upper side.
+template <class T>
+std::int32_t CTreeBuilder<T>::PartitionRun(std::int32_t nFirst, std::int32_t nEnd, std::int32_t T::*pCoord,
+                                           std::int64_t nPlane) noexcept
+{
+    if (nPlane <= c_nMinInt32)
+        return nFirst; // nothing lies below
+    if (nPlane > c_nMaxInt32)
+        return nEnd; // everything does
+    constexpr std::int32_t c_nMinSampled = 256;
+    const std::int32_t nPlane32 = static_cast<std::int32_t>(nPlane);
+    T* const pRun = m_pPnts + nFirst;
+    if (nEnd - nFirst < c_nMinSampled || IsInOrder(nFirst, nEnd, pCoord, nPlane32))
+        return nFirst + Partition::Branching(pRun, nEnd - nFirst, pCoord, nPlane32);
+    return nFirst + Partition::Branchless(pRun, nEnd - nFirst, pCoord, nPlane32);
+}
+
+template <class T>
+typename CTreeBuilder<T>::COctantBounds CTreeBuilder<T>::PartitionOctants(const COcTreeCube& cube,
+                                                                          std::int32_t nFirst,
+                                                                          std::int32_t nNumPnts) noexcept
+{
+    COctantBounds bounds{};
+    bounds[0] = nFirst;
+    bounds[8] = nFirst + nNumPnts;
+    bounds[4] = PartitionRun(bounds[0], bounds[8], &T::m_nX, cube.m_nX);
+    for (const std::size_t i : {0U, 4U})
+        bounds[i + 2] = PartitionRun(bounds[i], bounds[i + 4], &T::m_nY, cube.m_nY);
+    for (const std::size_t i : {0U, 2U, 4U, 6U})
+        bounds[i + 1] = PartitionRun(bounds[i], bounds[i + 2], &T::m_nZ, cube.m_nZ);
+    return bounds;
+}
+
+/// Makes the node's children block and fills its leaves; inner children are left without children.
+template <class T>
+void CTreeBuilder<T>::AddChildren(COcTreeNode& node, const COctantBounds& bounds, std::int32_t nDepth,
+                                  std::int64_t nEdge)
+{
+    const std::int32_t nMaxLeaf = nDepth == c_nMaxDepth         ? std::numeric_limits<std::int32_t>::max()
+                                  : nEdge <= c_nMaxEdgeOfLeaves ? c_nMinSplitAlways - 1
+                                                                : c_nMaxLeafAlways;
+    unsigned nExist = 0;
+    unsigned nLeaf = 0;
+    for (std::size_t k = 0; k < 8; ++k)
+    {
+        const std::int32_t nCount = bounds[k + 1] - bounds[k];
+        nExist |= (nCount > 0 ? 1U : 0U) << k;
+        nLeaf |= (nCount > 0 && nCount <= nMaxLeaf ? 1U : 0U) << k;
+    }
+    node.m_ucExist = static_cast<std::uint8_t>(nExist);
+    node.m_ucLeaf = static_cast<std::uint8_t>(nLeaf);
+    node.m_pChildren = m_arena.Alloc(COcTreeChildren::GetBlockSize(node.m_ucExist, node.m_ucLeaf));
+    unsigned char* pRecord = node.m_pChildren;
+    for (std::size_t k = 0; k < 8; ++k)
+    {
+        const std::int32_t nCount = bounds[k + 1] - bounds[k];
+        if (nCount == 0)
+            continue;
+        if (nCount <= nMaxLeaf)
+            pRecord = COcTreeChildren::PutLeaf(pRecord, nCount, bounds[k]);
+        else
+            pRecord = COcTreeChildren::PutNode(pRecord);
+    }
+}
+
+// Bounded: a child of a node at depth c_nMaxDepth is a leaf.
+template <class T>
+void CTreeBuilder<T>::BuildNode(COcTreeNode& node, std::int32_t nDepth, const COcTreeCube& cube,
+                                std::int32_t nFirst, std::int32_t nNumPnts)
+{
+    const COctantBounds bounds = PartitionOctants(cube, nFirst, nNumPnts);
+    AddChildren(node, bounds, nDepth, cube.m_nEdge);
+    for (const COcTreeChild child : node.GetChildren())
+    {
+        if (child.IsLeaf())
+            continue;
+        const std::size_t k = static_cast<std::size_t>(child.GetOctant());
+        BuildNode(child.GetNode(), nDepth + 1, cube.GetChild(child.GetOctant()), bounds[k],
+                  bounds[k + 1] - bounds[k]);
+    }
+}
+
+} // namespace
+
+template <class T>
+COcTreeIndex BuildTree(T* pPnts, std::int32_t nNumPnts)
+{
+    COcTreeIndex tree;
+    if (nNumPnts <= 0)
+        return tree;
+    CalcBox(pPnts, nNumPnts, tree);
+    tree.m_pRoot = new (tree.m_arena.Alloc(sizeof(COcTreeNode))) COcTreeNode;
+    CTreeBuilder<T>(pPnts, tree.m_arena).BuildNode(*tree.m_pRoot, 0, tree.GetRootCube(), 0, nNumPnts);
+    return tree;
+}
+
+template COcTreeIndex BuildTree(CTruncPnt* pPnts, std::int32_t nNumPnts);
+template COcTreeIndex BuildTree(CTruncPnt_Color* pPnts, std::int32_t nNumPnts);

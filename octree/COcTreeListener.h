@@ -1,0 +1,68 @@
+#ifndef OCTREE_COCTREELISTENER_H
+#define OCTREE_COCTREELISTENER_H
+
+#include <octree/CCadPntBatch.h>
+#include <octree/COcTreeData.h>
+#include <octree/COcTreeNode.h>
+#include <octree/IOcTreeListener.h>
+#include <octree/SetCadPnt.h>
+
+/// Visitor of the queries: turns point indices into delivered records.
+template <class T>
+class COcTreeListener final : public IOcTreeListener<T>
+{
+public:
+    /// Makes the buffer, then tells the colour listener the height range of the store's box (undefined
+    /// without a tree).
+    COcTreeListener(IPntCldListener* pListener, const COcTreeData<T>& store, std::int32_t nBatch);
+
+    void OnPnt(std::int32_t nIndex) override
+    {
+        CCldCadPnt& cadPnt = m_batch.GetNext();
+        SetCadPnt(cadPnt, m_pPnts[nIndex], m_store.m_fOrgX, m_store.m_fOrgY, m_store.m_fOrgZ, nIndex,
+                  m_store.m_pColorListener);
+        cadPnt.m_bSel = m_store.IsSelected(nIndex);
+        m_batch.Commit();
+    }
+
+    void OnLeafEnd() override { m_batch.Flush(); }
+
+    void GetPnt(std::int32_t nIndex, T& pnt) const override { pnt = m_pPnts[nIndex]; }
+
+    bool IsDeleted(std::int32_t nIndex) const override { return m_store.IsDeleted(nIndex); }
+
+    const T& GetRecord(std::int32_t nIndex) const noexcept { return m_pPnts[nIndex]; }
+
+    /// Delivers the live points of a run, in index order. @return how many there were.
+    std::int32_t OnRun(std::int32_t nFirst, std::int32_t nCount)
+    {
+        std::int32_t nNumLive = 0;
+        for (std::int32_t i = nFirst; i < nFirst + nCount; ++i)
+        {
+            if (IsDeleted(i))
+                continue;
+            OnPnt(i);
+            ++nNumLive;
+        }
+        return nNumLive;
+    }
+
+    /// @return the first live point of a leaf, or -1.
+    std::int32_t FindLivePnt(const COcTreeLeaf& leaf) const noexcept
+    {
+        for (std::int32_t i = leaf.m_nFirst; i < leaf.m_nFirst + leaf.m_nCount; ++i)
+            if (!m_store.IsDeleted(i))
+                return i;
+        return -1;
+    }
+
+private:
+    const COcTreeData<T>& m_store;
+    const T* m_pPnts;
+    CCadPntBatch m_batch;
+};
+
+extern template class COcTreeListener<CTruncPnt>;
+extern template class COcTreeListener<CTruncPnt_Color>;
+
+#endif

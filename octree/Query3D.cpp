@@ -1,0 +1,80 @@
+#include <octree/Query3D.h>
+
+#include <octree/LodDepth.h>
+#include <octree/WalkClip.h>
+#include <octree/WalkLod.h>
+#include <octree/WalkLodClip.h>
+
+namespace
+{
+
+template <class T>
+bool HasRoot(const COcTreeData<T>& store) noexcept
+{
+    return store.m_pTree != nullptr && store.m_pTree->m_pRoot != nullptr;
+}
+
+void ResetCounters(COcTreeIndex& tree) noexcept
+{
+    tree.m_nNumPntsDelivered = 0;
+    tree.m_nNumLeavesDelivered = 0;
+}
+
+} // namespace
+
+template <class T>
+void CQuery3D<T>::GetPnts() const
+{
+    COcTreeListener<T> listener(m_pListener, m_store, m_nBatch);
+    listener.OnRun(0, m_store.m_nNumPnts);
+    listener.OnLeafEnd();
+}
+
+template <class T>
+void CQuery3D<T>::GetPnts_Lod(double dLod) const
+{
+    COcTreeListener<T> listener(m_pListener, m_store, m_nBatch);
+    if (!HasRoot(m_store))
+        return;
+    COcTreeIndex& tree = *m_store.m_pTree;
+    const std::int64_t nLimit = IsLodSpacing(dLod) ? CalcLodDepth(tree.m_nEdge, dLod) : -1;
+    tree.m_nNumPntsDelivered = 0;
+    CWalkLod<T>(tree, listener, nLimit).WalkNode(*tree.m_pRoot, 0);
+    listener.OnLeafEnd();
+    tree.m_nNumPntsDelivered = 0;
+}
+
+template <class T>
+void CQuery3D<T>::GetPnts_Clip(const std::vector<zor::geom::PLANE_3D>& vecPlanes) const
+{
+    COcTreeListener<T> listener(m_pListener, m_store, m_nBatch);
+    if (!HasRoot(m_store))
+        return;
+    COcTreeIndex& tree = *m_store.m_pTree;
+    CClipPlanes stack(vecPlanes, m_store.m_fOrgX, m_store.m_fOrgY, m_store.m_fOrgZ);
+    ResetCounters(tree);
+    CWalkClip<T>(tree, listener, stack).WalkNode(*tree.m_pRoot, tree.GetRootCube(), stack.GetAll());
+    listener.OnLeafEnd();
+}
+
+template <class T>
+void CQuery3D<T>::GetPnts_LodClip(double dLod, const std::vector<zor::geom::PLANE_3D>& vecPlanes) const
+{
+    if (!IsLodSpacing(dLod))
+    {
+        GetPnts_Clip(vecPlanes);
+        return;
+    }
+    COcTreeListener<T> listener(m_pListener, m_store, m_nBatch);
+    if (!HasRoot(m_store))
+        return;
+    COcTreeIndex& tree = *m_store.m_pTree;
+    CClipPlanes stack(vecPlanes, m_store.m_fOrgX, m_store.m_fOrgY, m_store.m_fOrgZ);
+    ResetCounters(tree);
+    CWalkLodClip<T>(tree, listener, stack, CalcLodDepth(tree.m_nEdge, dLod))
+        .WalkNode(*tree.m_pRoot, tree.GetRootCube(), stack.GetAll(), 0);
+    listener.OnLeafEnd();
+}
+
+template class CQuery3D<CTruncPnt>;
+template class CQuery3D<CTruncPnt_Color>;

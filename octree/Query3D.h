@@ -1,0 +1,45 @@
+#ifndef OCTREE_QUERY3D_H
+#define OCTREE_QUERY3D_H
+
+#include <octree/COcTreeData.h>
+#include <zor3geom/PLANE_3D.h>
+
+#include <vector>
+
+class CTruncPnt;
+class CTruncPnt_Color;
+class IPntCldListener;
+
+/// The queries in space, on one store. Each makes its visitor (one `SetZRange`), walks, and flushes.
+/// Without a tree, or with one without a root, all but the first deliver nothing.
+template <class T>
+class CQuery3D
+{
+public:
+    CQuery3D(const COcTreeData<T>& store, IPntCldListener* pListener, int nBatch)
+        : m_store(store), m_pListener(pListener), m_nBatch(nBatch)
+    {
+    }
+
+    /// Every live point, in index order.
+    void GetPnts() const;
+
+    /// A level of detail. @param dLod  spacing, coordinate units.
+    void GetPnts_Lod(double dLod) const;
+
+    /// The points in front of none of the planes, coordinate units.
+    void GetPnts_Clip(const std::vector<zor::geom::PLANE_3D>& vecPlanes) const;
+
+    /// Both at once.
+    void GetPnts_LodClip(double dLod, const std::vector<zor::geom::PLANE_3D>& vecPlanes) const;
+
+private:
+    const COcTreeData<T>& m_store;
+    IPntCldListener* m_pListener;
+    int m_nBatch;
+};
+
+extern template class CQuery3D<CTruncPnt>;
+extern template class CQuery3D<CTruncPnt_Color>;
+
+#endif

@@ -1,0 +1,64 @@
+#include <octree/WalkClip.h>
+
+template <class T>
+void CWalkClip<T>::WalkNode(const COcTreeNode& node, const COcTreeCube& cube, CPlaneRange planes)
+{
+    const CStraddling straddling(m_stack, planes, cube); // pops in its destructor
+    if (straddling.IsOutside())
+        return;
+    for (const COcTreeChild child : node.GetChildren())
+    {
+        const COcTreeCube childCube = cube.GetChild(child.GetOctant());
+        if (child.IsLeaf())
+            ClipLeaf(child.GetLeaf(), childCube, straddling.GetRange(), false);
+        else
+            WalkNode(child.GetNode(), childCube, straddling.GetRange());
+    }
+}
+
+template <class T>
+void CWalkClip<T>::ClipLeaf(const COcTreeLeaf& leaf, const COcTreeCube& cube, CPlaneRange planes,
+                            bool bOnePnt)
+{
+    const CStraddling straddling(m_stack, planes, cube);
+    if (straddling.IsOutside())
+        return;
+    if (bOnePnt)
+    {
+        DeliverFirst(leaf);
+        return;
+    }
+    if (straddling.GetRange().IsEmpty())
+        m_tree.CountPnts(m_listener.OnRun(leaf.m_nFirst, leaf.m_nCount));
+    else
+        DeliverTested(leaf, straddling.GetRange());
+    m_tree.CountLeaves(1);
+}
+
+// KEPT: the point is not tested against the planes; that its leaf's cube is not outside is enough.
+template <class T>
+void CWalkClip<T>::DeliverFirst(const COcTreeLeaf& leaf)
+{
+    const std::int32_t nIndex = m_listener.FindLivePnt(leaf);
+    if (nIndex == -1)
+        return;
+    m_listener.OnPnt(nIndex);
+    m_tree.CountPnts(1);
+}
+
+template <class T>
+void CWalkClip<T>::DeliverTested(const COcTreeLeaf& leaf, CPlaneRange planes)
+{
+    std::int32_t nNumDelivered = 0;
+    for (std::int32_t i = leaf.m_nFirst; i < leaf.m_nFirst + leaf.m_nCount; ++i)
+    {
+        if (m_listener.IsDeleted(i) || m_stack.IsOutside(m_listener.GetRecord(i), planes))
+            continue;
+        m_listener.OnPnt(i);
+        ++nNumDelivered;
+    }
+    m_tree.CountPnts(nNumDelivered);
+}
+
+template class CWalkClip<CTruncPnt>;
+template class CWalkClip<CTruncPnt_Color>;

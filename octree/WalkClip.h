@@ -1,0 +1,41 @@
+#ifndef OCTREE_WALKCLIP_H
+#define OCTREE_WALKCLIP_H
+
+#include <octree/CClipPlanes.h>
+#include <octree/COcTreeIndex.h>
+#include <octree/COcTreeListener.h>
+
+/// Walk of the points that are in front of none of a set of planes.
+///
+/// The walk decides by the nominal cubes: a leaf whose cube lies inside delivers all its live points,
+/// one whose cube lies outside none, even where a point lies a few units outside its cube.
+template <class T>
+class CWalkClip
+{
+public:
+    CWalkClip(COcTreeIndex& tree, COcTreeListener<T>& listener, CClipPlanes& stack)
+        : m_tree(tree), m_listener(listener), m_stack(stack)
+    {
+    }
+
+    /// Delivers the points under `node` that are in front of none of `planes`.
+    void WalkNode(const COcTreeNode& node, const COcTreeCube& cube, CPlaneRange planes);
+
+    /// Delivers the live points of a leaf that are in front of none of `planes`, or its first live point.
+    ///
+    /// @param bOnePnt  deliver one point, untested beyond the leaf's cube.
+    void ClipLeaf(const COcTreeLeaf& leaf, const COcTreeCube& cube, CPlaneRange planes, bool bOnePnt);
+
+private:
+    void DeliverFirst(const COcTreeLeaf& leaf);
+    void DeliverTested(const COcTreeLeaf& leaf, CPlaneRange planes);
+
+    COcTreeIndex& m_tree;
+    COcTreeListener<T>& m_listener;
+    CClipPlanes& m_stack;
+};
+
+extern template class CWalkClip<CTruncPnt>;
+extern template class CWalkClip<CTruncPnt_Color>;
+
+#endif

@@ -1,0 +1,40 @@
+#include <octree/WalkLodClip.h>
+
+#include <octree/FindRepresentative.h>
+
+template <class T>
+void CWalkLodClip<T>::WalkNode(const COcTreeNode& node, const COcTreeCube& cube, CPlaneRange planes,
+                               std::int64_t nDepth)
+{
+    // KEPT: before any plane is looked at, so that a cube of the wanted size gives its point even where
+    // only its parent reaches into the kept volume.
+    if (nDepth == m_nLimit && DeliverRepresentative(node))
+        return;
+    const CStraddling straddling(m_stack, planes, cube);
+    if (straddling.IsOutside())
+        return;
+    const bool bOnePnt = nDepth >= m_nLimit - 1;
+    for (const COcTreeChild child : node.GetChildren())
+    {
+        const COcTreeCube childCube = cube.GetChild(child.GetOctant());
+        if (child.IsLeaf())
+            m_clip.ClipLeaf(child.GetLeaf(), childCube, straddling.GetRange(), bOnePnt);
+        else
+            WalkNode(child.GetNode(), childCube, straddling.GetRange(), nDepth + 1);
+    }
+}
+
+template <class T>
+bool CWalkLodClip<T>::DeliverRepresentative(const COcTreeNode& node)
+{
+    const COcTreeLeaf* const pLeaf = FindRepresentative(node);
+    const std::int32_t nIndex = pLeaf == nullptr ? -1 : m_listener.FindLivePnt(*pLeaf);
+    if (nIndex == -1)
+        return false;
+    m_listener.OnPnt(nIndex);
+    m_tree.CountPnts(1);
+    return true;
+}
+
+template class CWalkLodClip<CTruncPnt>;
+template class CWalkLodClip<CTruncPnt_Color>;

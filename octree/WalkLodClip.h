@@ -1,0 +1,33 @@
+#ifndef OCTREE_WALKLODCLIP_H
+#define OCTREE_WALKLODCLIP_H
+
+#include <octree/WalkClip.h>
+
+/// Walk of a thinned cloud that is clipped by planes.
+template <class T>
+class CWalkLodClip
+{
+public:
+    /// @param nLimit  depth at which cubes give one point. Leaves from one level above it on give one
+    ///                point, so that a value below 0 takes one point of every leaf.
+    CWalkLodClip(COcTreeIndex& tree, COcTreeListener<T>& listener, CClipPlanes& stack, std::int64_t nLimit)
+        : m_tree(tree), m_listener(listener), m_stack(stack), m_nLimit(nLimit), m_clip(tree, listener, stack)
+    {
+    }
+
+    void WalkNode(const COcTreeNode& node, const COcTreeCube& cube, CPlaneRange planes, std::int64_t nDepth);
+
+private:
+    bool DeliverRepresentative(const COcTreeNode& node);
+
+    COcTreeIndex& m_tree;
+    COcTreeListener<T>& m_listener;
+    CClipPlanes& m_stack;
+    std::int64_t m_nLimit;
+    CWalkClip<T> m_clip;
+};
+
+extern template class CWalkLodClip<CTruncPnt>;
+extern template class CWalkLodClip<CTruncPnt_Color>;
+
+#endif
