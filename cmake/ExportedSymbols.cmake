@@ -1,0 +1,5 @@
+# Hidden visibility keeps the library's own names in, but not the instances of standard templates, which the
+# standard library declares visible: the linker drops them by the list of names that a host may call.
+set(_zor_symbols ${CMAKE_CURRENT_LIST_DIR}/zor4data.map)
+target_link_options(zor4data PRIVATE LINKER:--version-script=${_zor_symbols} LINKER:--no-undefined)
+set_property(TARGET zor4data APPEND PROPERTY LINK_DEPENDS ${_zor_symbols})

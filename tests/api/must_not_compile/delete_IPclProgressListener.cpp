@@ -1,0 +1,12 @@
+// EXPECT: protected
+#include <zor4data/IPclProgressListener.h>
+
+// The library never owns a listener: nobody deletes one through its interface.
+void Use(IPclProgressListener* pListener)
+{
+#ifdef MUST_NOT_COMPILE
+    delete pListener;
+#else
+    static_cast<void>(pListener);
+#endif
+}
