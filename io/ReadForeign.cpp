@@ -1,0 +1,11 @@
+#include <io/ReadForeign.h>
+
+#include <io/CPlyReader.h>
+
+bool ReadForeign(IPntCldReadListener& listener, IDlgProgress* pProgress, enumPntCldFile eType,
+                 const zor::String& sPath)
+{
+    if (eType == PntCldFile_Ply)
+        return CPlyReader(listener).Read(pProgress, sPath);
+    return false;
+}
