@@ -81,48 +81,25 @@ private:
 
     COctantBounds PartitionOctants(const COcTreeCube& cube, std::int32_t nFirst,
                                    std::int32_t nNumPnts) noexcept;
-    std::int32_t PartitionRun(std::int32_t nFirst, std::int32_t nEnd, std::int32_t T::*pCoord,
-                              std::int64_t nPlane) noexcept;
-    bool IsInOrder(std::int32_t nFirst, std::int32_t nEnd, std::int32_t T::*pCoord,
-                   std::int32_t nPlane) noexcept;
+    template <int Axis>
+    std::int32_t PartitionRun(std::int32_t nFirst, std::int32_t nEnd, std::int64_t nPlane) noexcept;
     void AddChildren(COcTreeNode& node, const COctantBounds& bounds, std::int32_t nDepth, std::int64_t nEdge);
 
     T* m_pPnts;
     COcTreeArena& m_arena;
 };
 
-/// A sample of neighbours: do most of them lie on the same side of the plane?
-template <class T>
-bool CTreeBuilder<T>::IsInOrder(std::int32_t nFirst, std::int32_t nEnd, std::int32_t T::*pCoord,
-                                std::int32_t nPlane) noexcept
-{
-    constexpr std::int32_t c_nNumSamples = 64;
-    constexpr std::int32_t c_nMaxChanges = 6; // the branch pays up to about one change in ten
-    const std::int32_t nStep = (nEnd - nFirst - 1) / c_nNumSamples;
-    std::int32_t nNumChanges = 0;
-    for (std::int32_t i = 0; i < c_nNumSamples; ++i)
-    {
-        const T* const p = m_pPnts + nFirst + i * nStep;
-        nNumChanges += ((p[0].*pCoord < nPlane) != (p[1].*pCoord < nPlane)) ? 1 : 0;
-    }
-    return nNumChanges <= c_nMaxChanges;
-}
-
 /// @return the first index of the run's upper side.
 template <class T>
-std::int32_t CTreeBuilder<T>::PartitionRun(std::int32_t nFirst, std::int32_t nEnd, std::int32_t T::*pCoord,
+template <int Axis>
+std::int32_t CTreeBuilder<T>::PartitionRun(std::int32_t nFirst, std::int32_t nEnd,
                                            std::int64_t nPlane) noexcept
 {
     if (nPlane <= c_nMinInt32)
         return nFirst; // nothing lies below
     if (nPlane > c_nMaxInt32)
         return nEnd; // everything does
-    constexpr std::int32_t c_nMinSampled = 256;
-    const std::int32_t nPlane32 = static_cast<std::int32_t>(nPlane);
-    T* const pRun = m_pPnts + nFirst;
-    if (nEnd - nFirst < c_nMinSampled || IsInOrder(nFirst, nEnd, pCoord, nPlane32))
-        return nFirst + Partition::Branching(pRun, nEnd - nFirst, pCoord, nPlane32);
-    return nFirst + Partition::Branchless(pRun, nEnd - nFirst, pCoord, nPlane32);
+    return nFirst + PartitionPnts<Axis>(m_pPnts + nFirst, nEnd - nFirst, static_cast<std::int32_t>(nPlane));
 }
 
 template <class T>
@@ -133,11 +110,11 @@ typename CTreeBuilder<T>::COctantBounds CTreeBuilder<T>::PartitionOctants(const 
     COctantBounds bounds{};
     bounds[0] = nFirst;
     bounds[8] = nFirst + nNumPnts;
-    bounds[4] = PartitionRun(bounds[0], bounds[8], &T::m_nX, cube.m_nX);
+    bounds[4] = PartitionRun<0>(bounds[0], bounds[8], cube.m_nX);
     for (const std::size_t i : {0U, 4U})
-        bounds[i + 2] = PartitionRun(bounds[i], bounds[i + 4], &T::m_nY, cube.m_nY);
+        bounds[i + 2] = PartitionRun<1>(bounds[i], bounds[i + 4], cube.m_nY);
     for (const std::size_t i : {0U, 2U, 4U, 6U})
-        bounds[i + 1] = PartitionRun(bounds[i], bounds[i + 2], &T::m_nZ, cube.m_nZ);
+        bounds[i + 1] = PartitionRun<2>(bounds[i], bounds[i + 2], cube.m_nZ);
     return bounds;
 }
 
