@@ -2,7 +2,7 @@
 
 CPlyLayout::CPlyLayout(const CPlyProperty* pProps, std::size_t nNumProps)
 {
-    std::array<std::size_t, PlyRole_Blue + 1> anSize{};
+    CPlyOffsets anSize{}; // by role as well
     for (std::size_t i = 0; i < nNumProps; ++i)
     {
         const CPlyProperty& prop = pProps[i];

@@ -6,6 +6,9 @@
 #include <array>
 #include <cstddef>
 
+/// A place for each role, counted in bytes from the start of an item.
+using CPlyOffsets = std::array<std::size_t, PlyRole_Blue + 1>;
+
 /// What the properties of one element come to: how many bytes an item takes, and where in it the values
 /// of a vertex lie.
 class CPlyLayout
@@ -30,8 +33,8 @@ public:
     /// Bytes that an item takes at least: those of its scalars, one for each list.
     std::size_t GetMinSize() const noexcept { return m_nMinSize; }
 
-    /// Offset of the value of this role in an item. REQUIRES: IsPlain() and Has(eRole).
-    std::size_t GetOffset(enumPlyRole eRole) const noexcept { return m_anOffset[eRole]; }
+    /// Where the values lie in an item; means something where IsPlain(), and for the roles it has.
+    const CPlyOffsets& GetOffsets() const noexcept { return m_anOffset; }
 
     /// @return whether `nCount` items can be read from `nNumBytes` bytes, the last value cut off or not.
     bool CanHold(std::int32_t nCount, long nNumBytes) const noexcept;
@@ -43,7 +46,7 @@ private:
     std::size_t m_nMinSize = 0;
     std::size_t m_nLastSize = 1; // bytes of the last value
     std::array<bool, PlyRole_Blue + 1> m_abHas{};
-    std::array<std::size_t, PlyRole_Blue + 1> m_anOffset{};
+    CPlyOffsets m_anOffset{};
 };
 
 #endif

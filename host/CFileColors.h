@@ -1,0 +1,14 @@
+#ifndef HOST_CFILECOLORS_H
+#define HOST_CFILECOLORS_H
+
+#include <zor4data/ICldColorListener.h>
+
+/// Leaves points in the colours of their file.
+class CFileColors final : public ICldColorListener
+{
+public:
+    void GetColor(double, float&, float&, float&) override {}
+    void SetZRange(double, double) override {}
+};
+
+#endif

@@ -1,0 +1,61 @@
+#include <host/CConsole.h>
+#include <host/CFailure.h>
+#include <host/CFileColors.h>
+#include <host/COutFile.h>
+#include <host/Commands.h>
+#include <host/LoadCloud.h>
+#include <host/PntWriter.h>
+#include <host/Query.h>
+
+#include <zor4data/CPntCld.h>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <memory>
+
+namespace
+{
+
+struct COptions
+{
+    CInputOptions input;
+    CQueryOptions query;
+    std::string sOutPath;
+};
+
+void WritePoints(const COptions& options, const CConsole& console)
+{
+    const TMakePntWriter makeWriter = FindPntWriter(options.sOutPath);
+    CQuery query = ParseQuery(options.query);
+    CFileColors colors;
+    CPntCld cloud(&colors);
+    LoadCloud(cloud, options.input, console);
+    if (options.query.nMaxPnts > 0)
+        query.dLod = FindLod(cloud, query, options.query.nMaxPnts);
+
+    COutFile out(options.sOutPath);
+    CPntSummary summary;
+    summary.bColor = cloud.IsWithColor();
+    ForEachPnt(cloud, query, [&](const CCldCadPnt& pnt) { summary.Add(pnt.m_pnt); });
+    const std::unique_ptr<IPntWriter> pWriter = makeWriter(out, summary);
+    if (!pWriter->GetNote().empty())
+        console.Note(fmt::format("{}: {}", options.sOutPath, pWriter->GetNote()));
+    ForEachPnt(cloud, query, [&](const CCldCadPnt& pnt) { pWriter->Add(pnt); });
+    pWriter->Finish();
+    out.Commit();
+}
+
+} // namespace
+
+void AddPointsCommand(CLI::App& app, const CConsole& console)
+{
+    const auto pOptions = std::make_shared<COptions>();
+    CLI::App* const pCommand = app.add_subcommand("points", "Writes what a query delivers as PLY or CSV");
+    AddInputOptions(*pCommand, pOptions->input);
+    AddQueryOptions(*pCommand, pOptions->query);
+    pCommand->add_option("-o,--output", pOptions->sOutPath, "File to write, .ply or .csv")
+        ->required()
+        ->type_name("OUT");
+    pCommand->callback([pOptions, &console] { WritePoints(*pOptions, console); });
+}

@@ -1,0 +1,18 @@
+#ifndef HOST_COMMANDS_H
+#define HOST_COMMANDS_H
+
+namespace CLI
+{
+class App;
+}
+class CConsole;
+
+// Each adds one command with its options and what it does. A new command is a file of its own, a line
+// here and a line in the table of main.cpp.
+
+void AddInfoCommand(CLI::App& app, const CConsole& console);
+void AddViewCommand(CLI::App& app, const CConsole& console);
+void AddPointsCommand(CLI::App& app, const CConsole& console);
+void AddMakeSampleCommand(CLI::App& app, const CConsole& console);
+
+#endif

@@ -1,0 +1,46 @@
+#ifndef HOST_FILEKINDS_H
+#define HOST_FILEKINDS_H
+
+#include <zor4data/enumPntCldFile.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What a file says of itself before it is loaded.
+struct CFileFacts
+{
+    std::int64_t nAnnounced = -1;         ///< points that it announces; -1: it does not say
+    std::vector<std::string> vecWarnings; ///< what will surprise the user, a sentence each
+};
+
+/// A kind of file that the library reads. The library tells only that a load failed: what a file
+/// announces, and why it cannot be read, is found here.
+struct CFileKind
+{
+    enumPntCldFile eFile;
+    const char* pName;                           ///< for --type and in results
+    const char* pTitle;                          ///< for people
+    std::vector<std::string_view> vecExtensions; ///< lower case, without the dot
+
+    /// Do the first bytes of a file, up to 16 of them, say that it is of this kind?
+    bool (*pIsContent)(std::string_view sFirstBytes);
+
+    /// The file exists and can be opened; anything else may be wrong with it.
+    CFileFacts (*pFindFacts)(const std::string& sPath);
+
+    /// Called when the load failed. @return the cause without a full stop; empty: not found.
+    std::string (*pFindCause)(const std::string& sPath);
+};
+
+extern const CFileKind c_kindPly;
+
+/// All kinds, those with certain first bytes before those without.
+const std::vector<const CFileKind*>& GetFileKinds();
+
+/// @param sType  name of a kind, or empty: told from the first bytes, then from the extension.
+/// @throws CFailure when the file cannot be opened for reading or its kind is not known.
+const CFileKind& FindFileKind(const std::string& sPath, const std::string& sType);
+
+#endif

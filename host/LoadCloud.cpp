@@ -1,0 +1,85 @@
+#include <host/CConsole.h>
+#include <host/CFailure.h>
+#include <host/CProgressBar.h>
+#include <host/FileKinds.h>
+#include <host/LoadCloud.h>
+
+#include <zor4data/CPntCld.h>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <chrono>
+#include <filesystem>
+#include <new>
+
+namespace
+{
+
+double CalcSeconds(CProgressBar::TClock::duration duration)
+{
+    return std::chrono::duration<double>(duration).count();
+}
+
+bool ReadFile(CPntCld& cloud, CProgressBar& progress, const CFileKind& kind, const CLoadFacts& facts,
+              const std::string& sPath)
+{
+    try
+    {
+        return cloud.ReadFromFile(&progress, kind.eFile, zor::String(sPath));
+    }
+    catch (const std::bad_alloc&)
+    {
+        throw CFailure(sPath, facts.nAnnounced < 0
+                                  ? std::string("not enough memory")
+                                  : fmt::format("not enough memory for the {} points that it "
+                                                "announces",
+                                                facts.nAnnounced));
+    }
+}
+
+} // namespace
+
+void AddInputOptions(CLI::App& command, CInputOptions& input)
+{
+    command.add_option("FILE", input.sPath, "File to read")->required();
+    std::vector<std::string> vecNames;
+    for (const CFileKind* pKind : GetFileKinds())
+        vecNames.emplace_back(pKind->pName);
+    command.add_option("--type", input.sType, "Type of the file, where first bytes and extension mislead")
+        ->check(CLI::IsMember(vecNames));
+}
+
+CLoadFacts LoadCloud(CPntCld& cloud, const CInputOptions& input, const CConsole& console)
+{
+    const CFileKind& kind = FindFileKind(input.sPath, input.sType);
+    const CFileFacts fileFacts = kind.pFindFacts(input.sPath);
+    CLoadFacts facts;
+    facts.pKind = &kind;
+    facts.nAnnounced = fileFacts.nAnnounced;
+    facts.vecWarnings = fileFacts.vecWarnings;
+
+    const auto timeStart = CProgressBar::TClock::now();
+    CProgressBar progress(console,
+                          fmt::format("reading {}", std::filesystem::path(input.sPath).filename().string()));
+    progress.Start();
+    const bool bRead = ReadFile(cloud, progress, kind, facts, input.sPath);
+    const auto timeEnd = CProgressBar::TClock::now();
+    progress.Stop();
+    if (!bRead)
+    {
+        const std::string sCause = kind.pFindCause(input.sPath);
+        throw CFailure(input.sPath,
+                       sCause.empty() ? fmt::format("cannot be read as {}", kind.pTitle) : sCause);
+    }
+
+    for (const std::string& sWarning : facts.vecWarnings)
+        console.Note(fmt::format("{}: {}", input.sPath, sWarning));
+    facts.dSeconds = CalcSeconds(timeEnd - timeStart);
+    if (progress.HasPos())
+    {
+        facts.dSecondsRead = CalcSeconds(progress.GetLastTime() - timeStart);
+        facts.dSecondsIndex = CalcSeconds(timeEnd - progress.GetLastTime());
+    }
+    return facts;
+}

@@ -1,0 +1,42 @@
+#ifndef HOST_LOADCLOUD_H
+#define HOST_LOADCLOUD_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+class CConsole;
+class CPntCld;
+struct CFileKind;
+
+namespace CLI
+{
+class App;
+}
+
+/// The file that a command reads, as the command line gives it.
+struct CInputOptions
+{
+    std::string sPath;
+    std::string sType; ///< empty: found out
+};
+
+/// Adds FILE and --type.
+void AddInputOptions(CLI::App& command, CInputOptions& input);
+
+/// What is known of a load beside the cloud itself.
+struct CLoadFacts
+{
+    const CFileKind* pKind = nullptr;
+    std::int64_t nAnnounced = -1; ///< -1: the file does not say
+    std::vector<std::string> vecWarnings;
+    double dSeconds = 0.0;
+    double dSecondsRead = -1.0;  ///< opening, decoding and storing; -1: not told apart
+    double dSecondsIndex = -1.0; ///< octree and duplicates; -1: not told apart
+};
+
+/// Loads the file with a progress bar; warnings go to the console.
+/// @throws CFailure with the cause when it cannot be read.
+CLoadFacts LoadCloud(CPntCld& cloud, const CInputOptions& input, const CConsole& console);
+
+#endif

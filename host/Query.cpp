@@ -1,0 +1,121 @@
+#include <host/CFailure.h>
+#include <host/ParseNumbers.h>
+#include <host/Query.h>
+
+#include <zor4data/CPntCld.h>
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr int c_nBatch = 4096;
+constexpr double c_dFinest = 1e-4; // the cloud holds no finer steps
+
+class CCounter final : public IPntCldListener
+{
+public:
+    void OnPnts(int nNumPnts, CCldCadPnt*) override { m_nNumPnts += nNumPnts; }
+
+    std::int64_t m_nNumPnts = 0;
+};
+
+void AddBoxPlanes(const std::vector<double>& box, std::vector<zor::geom::PLANE_3D>& vecPlanes)
+{
+    for (std::size_t k = 0; k < 3; ++k)
+    {
+        if (box[k] > box[k + 3])
+            throw CUsageError("--box: a minimum is above its maximum");
+        const double a = k == 0 ? 1.0 : 0.0;
+        const double b = k == 1 ? 1.0 : 0.0;
+        const double c = k == 2 ? 1.0 : 0.0;
+        vecPlanes.emplace_back(-a, -b, -c, box[k]);
+        vecPlanes.emplace_back(a, b, c, -box[k + 3]);
+    }
+}
+
+} // namespace
+
+void AddQueryOptions(CLI::App& command, CQueryOptions& options)
+{
+    CLI::Option* const pLod = command
+                                  .add_option("--lod", options.dLod,
+                                              "Thin to about one point a cube of this edge, coordinate units")
+                                  ->check(CLI::PositiveNumber)
+                                  ->type_name("SPACING");
+    command
+        .add_option("--points", options.nMaxPnts, "Thin to the finest level of detail of at most N points")
+        ->check(CLI::PositiveNumber)
+        ->type_name("N")
+        ->excludes(pLod);
+    command
+        .add_option("--clip", options.vecClips, "Keep where ax + by + cz + d is not above 0; may be repeated")
+        ->allow_extra_args(false)
+        ->type_name("a,b,c,d");
+    command.add_option("--box", options.sBox, "Keep what is inside a box")
+        ->type_name("xmin,ymin,zmin,xmax,ymax,zmax");
+}
+
+bool CQuery::IsInside(const zor::geom::PNT_3D& pnt) const
+{
+    return std::none_of(vecPlanes.begin(), vecPlanes.end(),
+                        [&](const zor::geom::PLANE_3D& plane)
+                        { return plane.IsInFrontOf(pnt.x, pnt.y, pnt.z); });
+}
+
+CQuery ParseQuery(const CQueryOptions& options)
+{
+    CQuery query;
+    query.dLod = options.dLod;
+    for (const std::string& sClip : options.vecClips)
+    {
+        const std::vector<double> p = ParseNumbers(sClip, ',', 4, "--clip");
+        if (p[0] == 0.0 && p[1] == 0.0 && p[2] == 0.0)
+            throw CUsageError("--clip: a, b and c are all 0");
+        query.vecPlanes.emplace_back(p[0], p[1], p[2], p[3]);
+    }
+    if (!options.sBox.empty())
+        AddBoxPlanes(ParseNumbers(options.sBox, ',', 6, "--box"), query.vecPlanes);
+    return query;
+}
+
+void RunQuery(const CPntCld& cloud, const CQuery& query, IPntCldListener& listener)
+{
+    const bool bLod = query.dLod > 0.0;
+    if (!query.vecPlanes.empty() && bLod)
+        cloud.GetPnts_LodClip(&listener, query.dLod, query.vecPlanes, c_nBatch);
+    else if (!query.vecPlanes.empty())
+        cloud.GetPnts_Clip(&listener, query.vecPlanes, c_nBatch);
+    else if (bLod)
+        cloud.GetPnts_Lod(&listener, query.dLod, c_nBatch);
+    else
+        cloud.GetPnts(&listener, c_nBatch);
+}
+
+double FindLod(const CPntCld& cloud, CQuery query, std::int64_t nMaxPnts)
+{
+    zor::geom::RECT_3D box;
+    if (cloud.GetNumPnts() <= nMaxPnts || !cloud.GetBdry(box))
+        return 0.0;
+    const double dExtent =
+        std::max({box.xmax - box.xmin, box.ymax - box.ymin, box.zmax - box.zmin, c_dFinest});
+    query.dLod = dExtent; // not more: a spacing larger than the cloud delivers every point
+    while (query.dLod > c_dFinest)
+    {
+        CQuery finer = query;
+        finer.dLod = query.dLod / 2.0;
+        if (CountPnts(cloud, finer) > nMaxPnts)
+            return query.dLod;
+        query = finer;
+    }
+    return query.dLod;
+}
+
+std::int64_t CountPnts(const CPntCld& cloud, const CQuery& query)
+{
+    CCounter counter;
+    RunQuery(cloud, query, counter);
+    return counter.m_nNumPnts;
+}

@@ -1,0 +1,86 @@
+#include <host/CConsole.h>
+#include <host/CFailure.h>
+#include <host/Commands.h>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <clocale>
+#include <cstdio>
+#include <exception>
+#include <new>
+#include <string>
+
+namespace
+{
+
+constexpr int c_nFailed = 1;
+constexpr int c_nWrongUsage = 2;
+
+constexpr std::array c_commands = {AddInfoCommand, AddViewCommand, AddPointsCommand, AddMakeSampleCommand};
+
+/// One line whatever the message holds: file names may hold line feeds.
+int Report(std::string sMessage, int nStatus)
+{
+    std::replace_if(
+        sMessage.begin(), sMessage.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
+    fmt::print(stderr, "zorcld: {}\n", sMessage);
+    return nStatus;
+}
+
+int Run(int nNumArgs, char** pArgs)
+{
+    CConsole console;
+    CLI::App app("Reads clouds of measured points, tells what is in them and shows them.", "zorcld");
+    app.set_version_flag("--version", "zorcld " ZORCLD_VERSION);
+    app.require_subcommand(1);
+    app.footer("Exit status: 0 done, 1 a file could not be read or written, 2 wrong usage.\n"
+               "'zorcld COMMAND --help' tells the options of a command.");
+    for (const auto& pAddCommand : c_commands)
+        pAddCommand(app, console);
+    for (CLI::App* pCommand : app.get_subcommands(nullptr))
+        pCommand->add_flag("-q,--quiet", console.m_bQuiet, "No progress bar, no notes: failures only");
+
+    try
+    {
+        app.parse(nNumArgs, pArgs);
+    }
+    catch (const CLI::ParseError& error)
+    {
+        if (error.get_exit_code() == 0) // help or version was asked for
+            return app.exit(error);
+        return Report(std::string(error.what()) + " (zorcld --help tells the usage)", c_nWrongUsage);
+    }
+    return 0;
+}
+
+} // namespace
+
+int main(int nNumArgs, char** pArgs)
+{
+    try
+    {
+        const int nStatus = Run(nNumArgs, pArgs);
+        if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
+            return Report("standard output: could not be written", c_nFailed);
+        return nStatus;
+    }
+    catch (const CFailure& failure)
+    {
+        return Report(failure.what(), c_nFailed);
+    }
+    catch (const CUsageError& error)
+    {
+        return Report(error.what(), c_nWrongUsage);
+    }
+    catch (const std::bad_alloc&)
+    {
+        return Report("not enough memory", c_nFailed);
+    }
+    catch (const std::exception& error)
+    {
+        return Report(error.what(), c_nFailed);
+    }
+}

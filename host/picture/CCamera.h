@@ -1,0 +1,57 @@
+#ifndef HOST_PICTURE_CCAMERA_H
+#define HOST_PICTURE_CCAMERA_H
+
+#include <zor3geom/PNT_3D.h>
+
+#include <algorithm>
+#include <limits>
+
+/// A place on the picture plane: to the right, upwards, and away from the viewer, coordinate units.
+struct CViewPnt
+{
+    double x = 0.0;
+    double y = 0.0;
+    double dDepth = 0.0;
+};
+
+/// What of the picture plane the points take.
+struct CViewExtent
+{
+    double xmin = std::numeric_limits<double>::max();
+    double ymin = std::numeric_limits<double>::max();
+    double xmax = std::numeric_limits<double>::lowest();
+    double ymax = std::numeric_limits<double>::lowest();
+
+    void Add(const CViewPnt& pnt)
+    {
+        xmin = std::min(xmin, pnt.x);
+        ymin = std::min(ymin, pnt.y);
+        xmax = std::max(xmax, pnt.x);
+        ymax = std::max(ymax, pnt.y);
+    }
+};
+
+/// Parallel projection along one direction.
+class CCamera
+{
+public:
+    /// @param dAzimuth    where the viewer stands, degrees clockwise from north (+y).
+    /// @param dElevation  how high, degrees from -90 to 90; 90 looks straight down.
+    CCamera(double dAzimuth, double dElevation);
+
+    /// North up, east to the right.
+    static CCamera Plan() { return {180.0, 90.0}; }
+
+    CViewPnt Project(const zor::geom::PNT_3D& pnt) const
+    {
+        return {m_right.x * pnt.x + m_right.y * pnt.y, m_up.x * pnt.x + m_up.y * pnt.y + m_up.z * pnt.z,
+                -(m_viewer.x * pnt.x + m_viewer.y * pnt.y + m_viewer.z * pnt.z)};
+    }
+
+private:
+    zor::geom::PNT_3D m_viewer; // unit vectors
+    zor::geom::PNT_3D m_right;
+    zor::geom::PNT_3D m_up;
+};
+
+#endif

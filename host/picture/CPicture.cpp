@@ -1,0 +1,94 @@
+#include <host/COutFile.h>
+#include <host/picture/CPicture.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <exception>
+#include <new>
+
+namespace
+{
+
+constexpr CRgb c_backgroundTop = {42.0F, 48.0F, 57.0F};
+constexpr CRgb c_backgroundBottom = {20.0F, 23.0F, 28.0F};
+
+CRgb CalcBackground(int y, int nHeight)
+{
+    const float t = static_cast<float>(y) / static_cast<float>(nHeight);
+    return {c_backgroundTop.r + t * (c_backgroundBottom.r - c_backgroundTop.r),
+            c_backgroundTop.g + t * (c_backgroundBottom.g - c_backgroundTop.g),
+            c_backgroundTop.b + t * (c_backgroundBottom.b - c_backgroundTop.b)};
+}
+
+std::uint32_t Pack(const CRgb& color)
+{
+    const auto byte = [](float f) { return static_cast<std::uint32_t>(std::clamp(f + 0.5F, 0.0F, 255.0F)); };
+    return byte(color.r) << 16U | byte(color.g) << 8U | byte(color.b);
+}
+
+CRgb CalcMean(const CPntRaster& raster, int x, int y, int nScale, const CRgb& background)
+{
+    CRgb sum;
+    for (int yFine = y * nScale; yFine < (y + 1) * nScale; ++yFine)
+        for (int xFine = x * nScale; xFine < (x + 1) * nScale; ++xFine)
+        {
+            const std::size_t i = raster.GetIndex(xFine, yFine);
+            const CRgb& color = raster.vecDepth[i] == CPntRaster::c_fEmpty ? background : raster.vecColor[i];
+            sum = {sum.r + color.r, sum.g + color.g, sum.b + color.b};
+        }
+    const float fShare = 1.0F / static_cast<float>(nScale * nScale);
+    return {sum.r * fShare, sum.g * fShare, sum.b * fShare};
+}
+
+/// Takes the bytes of the PNG; no exception may pass through the library that calls it.
+struct CPngSink
+{
+    COutFile& out;
+    std::exception_ptr pError;
+
+    static cairo_status_t Write(void* pSink, const unsigned char* pBytes, unsigned int nBytes)
+    {
+        auto& sink = *static_cast<CPngSink*>(pSink);
+        try
+        {
+            sink.out.Write(pBytes, nBytes);
+            return CAIRO_STATUS_SUCCESS;
+        }
+        catch (...)
+        {
+            sink.pError = std::current_exception();
+            return CAIRO_STATUS_WRITE_ERROR;
+        }
+    }
+};
+
+} // namespace
+
+CPicture::CPicture(const CPntRaster& raster, int nScale)
+    : m_nWidth(raster.nWidth / nScale), m_nHeight(raster.nHeight / nScale),
+      m_pSurface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, m_nWidth, m_nHeight))
+{
+    if (cairo_surface_status(m_pSurface.get()) != CAIRO_STATUS_SUCCESS)
+        throw std::bad_alloc();
+    cairo_surface_flush(m_pSurface.get());
+    unsigned char* const pData = cairo_image_surface_get_data(m_pSurface.get());
+    const int nStride = cairo_image_surface_get_stride(m_pSurface.get());
+    for (int y = 0; y < m_nHeight; ++y)
+    {
+        auto* const pRow = static_cast<std::uint32_t*>(static_cast<void*>(pData + y * nStride));
+        const CRgb background = CalcBackground(y, m_nHeight);
+        for (int x = 0; x < m_nWidth; ++x)
+            pRow[x] = Pack(CalcMean(raster, x, y, nScale, background));
+    }
+    cairo_surface_mark_dirty(m_pSurface.get());
+}
+
+void CPicture::WritePng(COutFile& out) const
+{
+    CPngSink sink{out, nullptr};
+    const cairo_status_t status = cairo_surface_write_to_png_stream(m_pSurface.get(), CPngSink::Write, &sink);
+    if (sink.pError != nullptr)
+        std::rethrow_exception(sink.pError);
+    if (status != CAIRO_STATUS_SUCCESS)
+        throw std::bad_alloc(); // nothing else can fail here
+}

@@ -1,0 +1,55 @@
+#ifndef HOST_PICTURE_CPICTURE_H
+#define HOST_PICTURE_CPICTURE_H
+
+#include <host/picture/CPntRaster.h>
+
+#include <cairo.h>
+
+#include <memory>
+#include <string>
+
+class COutFile;
+
+/// What is drawn around the points.
+struct COverlay
+{
+    std::string sTitle;
+    std::string sSubtitle;
+    std::string sUnit;    ///< behind lengths and heights; may be empty
+    bool bLegend = false; ///< ramp of heights from zMin to zMax
+    double zMin = 0.0;
+    double zMax = 0.0;
+    double dUnitsPerPixel = 0.0; ///< for the scale bar; 0: none
+};
+
+/// The finished picture: background, points, labels.
+class CPicture
+{
+public:
+    /// Space to the right that the legend takes, for pictures of this size, pixels.
+    static int GetLegendWidth(int nWidth, int nHeight);
+
+    /// Space above and below that title and scale bar take.
+    static int GetTitleHeight(int nWidth, int nHeight);
+    static int GetScaleBarHeight(int nWidth, int nHeight);
+
+    /// Averages `nScale` × `nScale` raster pixels into one over a plain background.
+    CPicture(const CPntRaster& raster, int nScale);
+
+    void DrawOverlay(const COverlay& overlay);
+
+    /// @throws CFailure
+    void WritePng(COutFile& out) const;
+
+private:
+    struct CDestroy
+    {
+        void operator()(cairo_surface_t* pSurface) const { cairo_surface_destroy(pSurface); }
+    };
+
+    int m_nWidth;
+    int m_nHeight;
+    std::unique_ptr<cairo_surface_t, CDestroy> m_pSurface;
+};
+
+#endif
