@@ -1,6 +1,7 @@
 #include <bench/BenchClouds.h>
 #include <bench/BenchMemory.h>
 #include <bench/BenchTable.h>
+#include <bench/CNoEnd.h>
 #include <io/ReadForeign.h>
 
 #include <cstdio>
@@ -8,24 +9,6 @@
 
 namespace
 {
-
-/// Passes everything on to a cloud but the end, so that no tree is built.
-class CNoEnd final : public IPntCldReadListener
-{
-public:
-    explicit CNoEnd(CPntCld& cld) : m_cld(cld) {}
-    void OnReadType(enumPntCldType eType) override { m_cld.OnReadType(eType); }
-    void OnReadNumPnts(int nNumPnts) override { m_cld.OnReadNumPnts(nNumPnts); }
-    void OnReadPnt(double x, double y, double z, unsigned char r, unsigned char g, unsigned char b) override
-    {
-        m_cld.OnReadPnt(x, y, z, r, g, b);
-    }
-    void OnReadPnt(double x, double y, double z) override { m_cld.OnReadPnt(x, y, z); }
-    void OnReadEnd() override {}
-
-private:
-    CPntCld& m_cld;
-};
 
 std::uint64_t Decode(std::int64_t nNum, CCpuTimer& timer)
 {
