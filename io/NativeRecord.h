@@ -34,7 +34,7 @@ static_assert(sizeof(CTruncPnt) == CNativeRecord<CTruncPnt>::c_nSize && offsetof
 static_assert(offsetof(CTruncPnt_Color, m_nZ) == 8 && offsetof(CTruncPnt_Color, m_ucR) == 12 &&
               offsetof(CTruncPnt_Color, m_ucB) == 14);
 
-/// Blocks in which points that must be repacked, and nodes, pass between file and memory.
+/// Blocks in which points that must be unpacked, and nodes, are read.
 constexpr std::size_t c_nNativeBlock = std::size_t{1} << 16;
 
 /// A leaf of the tree stands as two numbers of 4 bytes: count, first point.

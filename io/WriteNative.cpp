@@ -4,8 +4,6 @@
 #include <io/ofpstream.h>
 #include <octree/COcTreeIndex.h>
 
-#include <algorithm>
-
 namespace
 {
 
@@ -18,73 +16,41 @@ void WritePnts(ofpstream& stream, const T* pPnts, std::size_t nNumPnts)
         stream.Write(pPnts, nNumPnts * c_nSize);
         return;
     }
-    std::array<unsigned char, c_nNativeBlock / c_nSize * c_nSize> acBlock;
-    while (nNumPnts > 0)
-    {
-        const std::size_t nNum = std::min(nNumPnts, acBlock.size() / c_nSize);
-        for (std::size_t i = 0; i < nNum; ++i)
-            std::memcpy(acBlock.data() + i * c_nSize, pPnts + i, c_nSize);
-        stream.Write(acBlock.data(), nNum * c_nSize);
-        pPnts += nNum;
-        nNumPnts -= nNum;
-    }
+    unsigned char* p = stream.GetPos();
+    for (std::size_t i = 0; i < nNumPnts; ++i, p = stream.MakeRoom(p + c_nSize))
+        std::memcpy(p, pPnts + i, c_nSize);
+    stream.SetPos(p);
 }
 
-/// Writes nodes through a block.
-class CNodeWriter
+/// Writes the node and all below it, depth first.
+///
+/// @param p  the position of the stream, with room for a node and its leaves.
+/// @return the new one, likewise.
+unsigned char* WriteNode(ofpstream& stream, unsigned char* p, const COcTreeNode& node)
 {
-public:
-    explicit CNodeWriter(ofpstream& stream) : m_stream(stream) {}
-
-    /// The node and all below it, depth first.
-    void WriteNode(const COcTreeNode& node)
+    p = LittleEndian::Put(LittleEndian::Put(p, node.m_ucExist), node.m_ucLeaf);
+    for (const COcTreeChild child : node.GetChildren())
     {
-        unsigned char* const p = GetRoom(c_nNativeNodeSize);
-        p[0] = node.m_ucExist;
-        p[1] = node.m_ucLeaf;
-        for (const COcTreeChild child : node.GetChildren())
+        if (!child.IsLeaf())
         {
-            if (child.IsLeaf())
-                WriteLeaf(child.GetLeaf());
-            else
-                WriteNode(child.GetNode());
+            p = WriteNode(stream, stream.MakeRoom(p), child.GetNode());
+            continue;
         }
+        const COcTreeLeaf& leaf = child.GetLeaf();
+        p = LittleEndian::Put(LittleEndian::Put(p, leaf.m_nCount), leaf.m_nFirst);
     }
+    return stream.MakeRoom(p);
+}
 
-    void Flush()
-    {
-        m_stream.Write(m_acBlock.data(), m_nUsed);
-        m_nUsed = 0;
-    }
-
-private:
-    void WriteLeaf(const COcTreeLeaf& leaf)
-    {
-        LittleEndian::Put(LittleEndian::Put(GetRoom(c_nNativeLeafSize), leaf.m_nCount), leaf.m_nFirst);
-    }
-
-    unsigned char* GetRoom(std::size_t nNumBytes)
-    {
-        if (m_nUsed + nNumBytes > m_acBlock.size())
-            Flush();
-        unsigned char* const p = m_acBlock.data() + m_nUsed;
-        m_nUsed += nNumBytes;
-        return p;
-    }
-
-    ofpstream& m_stream;
-    std::size_t m_nUsed = 0;
-    std::array<unsigned char, c_nNativeBlock> m_acBlock;
-};
+static_assert(ofpstream::c_nMaxRoom >= c_nNativeNodeSize + 8 * c_nNativeLeafSize);
 
 void WriteTree(ofpstream& stream, const COcTreeIndex& tree)
 {
     for (const std::int32_t n : {tree.m_nCentreX, tree.m_nCentreY, tree.m_nCentreZ, tree.m_nEdge,
                                  tree.m_nExtentX, tree.m_nExtentY, tree.m_nExtentZ})
         stream.WriteNumber(n);
-    CNodeWriter writer(stream);
-    writer.WriteNode(tree.m_pRoot == nullptr ? COcTreeNode() : *tree.m_pRoot);
-    writer.Flush();
+    const COcTreeNode root = tree.m_pRoot == nullptr ? COcTreeNode() : *tree.m_pRoot;
+    stream.SetPos(WriteNode(stream, stream.GetPos(), root));
 }
 
 } // namespace
