@@ -9,8 +9,8 @@
 
 bool CPntCld::ReadFromFile(IDlgProgress* pProgress, enumPntCldFile eType, const zor::String& sPath)
 {
+    m_sFilePath = sPath; // first, since it can fail
     m_eFileType = eType;
-    m_sFilePath = sPath;
     return eType == PntCldFile_Native ? ReadFromFile(sPath) : ReadForeign(*this, pProgress, eType, sPath);
 }
 

@@ -1,7 +1,7 @@
 #include <io/CNativeTreeReader.h>
 
 #include <io/NativeRecord.h>
-#include <octree/BuildTree.h>
+#include <octree/MaxDepth.h>
 
 #include <cstring>
 #include <new>
