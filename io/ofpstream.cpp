@@ -3,6 +3,7 @@
 #include <io/NativePrologue.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 namespace
@@ -12,12 +13,20 @@ namespace
 // not aligned alike.
 constexpr std::size_t c_nMaxCopy = 1024;
 
+constexpr std::size_t c_nPage = 4096;
+
+/// The first page boundary in memory that has a page more than is needed.
+unsigned char* AlignToPage(unsigned char* p) noexcept
+{
+    return p + (c_nPage - reinterpret_cast<std::uintptr_t>(p) % c_nPage);
+}
+
 } // namespace
 
 // The block first: should memory run out, no file has been emptied.
 ofpstream::ofpstream(const zor::String& sPath, const char* pTag, short nVersion)
-    : m_pBlock(static_cast<unsigned char*>(::operator new[](c_nBlock + c_nMaxRoom, c_nAlign))),
-      m_pPos(m_pBlock.get()), m_pBlockEnd(m_pPos + c_nBlock), m_pFile(std::fopen(sPath.c_str(), "wb")),
+    : m_pMemory(new unsigned char[c_nPage + c_nBlock + c_nMaxRoom]), m_pBlock(AlignToPage(m_pMemory.get())),
+      m_pPos(m_pBlock), m_pBlockEnd(m_pPos + c_nBlock), m_pFile(std::fopen(sPath.c_str(), "wb")),
       m_sTag(pTag), m_nVersion(nVersion)
 {
     if (IsFailed())
@@ -29,7 +38,7 @@ ofpstream::ofpstream(const zor::String& sPath, const char* pTag, short nVersion)
 ofpstream::~ofpstream()
 {
     if (!IsFailed())
-        WriteOut(static_cast<std::size_t>(m_pPos - m_pBlock.get()));
+        WriteOut(static_cast<std::size_t>(m_pPos - m_pBlock));
 }
 
 void ofpstream::Write(const void* pBytes, std::size_t nNumBytes) noexcept
@@ -53,13 +62,13 @@ unsigned char* ofpstream::WriteBlock(unsigned char* pPos) noexcept
 {
     WriteOut(c_nBlock);
     const std::size_t nNumBehind = static_cast<std::size_t>(pPos - m_pBlockEnd);
-    std::memcpy(m_pBlock.get(), m_pBlockEnd, nNumBehind);
-    m_pPos = m_pBlock.get() + nNumBehind;
+    std::memcpy(m_pBlock, m_pBlockEnd, nNumBehind);
+    m_pPos = m_pBlock + nNumBehind;
     return m_pPos;
 }
 
 void ofpstream::WriteOut(std::size_t nNumBytes) noexcept
 {
     if (std::ferror(m_pFile.get()) == 0)
-        std::fwrite(m_pBlock.get(), 1, nNumBytes, m_pFile.get());
+        std::fwrite(m_pBlock, 1, nNumBytes, m_pFile.get());
 }

@@ -7,7 +7,6 @@
 
 #include <cstddef>
 #include <memory>
-#include <new>
 
 /// A binary file being written, behind a prologue of five bytes.
 ///
@@ -63,19 +62,11 @@ public:
 
 private:
     static constexpr std::size_t c_nBlock = std::size_t{1} << 18;
-    static constexpr std::align_val_t c_nAlign{4096};
-
-    /// Gives an aligned block back.
-    class CBlockDeleter
-    {
-    public:
-        void operator()(unsigned char* p) const noexcept { ::operator delete[](p, c_nAlign); }
-    };
-
     unsigned char* WriteBlock(unsigned char* pPos) noexcept;
     void WriteOut(std::size_t nNumBytes) noexcept;
 
-    std::unique_ptr<unsigned char[], CBlockDeleter> m_pBlock; // a block and some room behind it
+    std::unique_ptr<unsigned char[]> m_pMemory; // holds the block, and some room behind it
+    unsigned char* m_pBlock;
     unsigned char* m_pPos;
     unsigned char* m_pBlockEnd; // the position may lie behind it, in the room
     CFilePtr m_pFile;
