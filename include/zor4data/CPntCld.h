@@ -90,7 +90,19 @@ public:
     /// @param sPath      recorded together with the kind before anything else, whatever the outcome.
     /// @return false when there is no reader for the kind, or the file is missing, is not of the kind,
     ///         or ends early; the cloud then holds the points delivered until then and no octree.
+    ///         A native file, which comes with its octree, is not checked: true means that it could be
+    ///         opened and names a point type. What is damaged in it is left out, and a cloud that has
+    ///         points or an octree takes nothing.
     bool ReadFromFile(IDlgProgress* pProgress, enumPntCldFile eType, const zor::String& sPath);
+
+    /// Saves the cloud as a native file: points and octree as they are, no selection. Points marked
+    /// deleted are removed from the cloud first. A file that exists is emptied before anything is written.
+    ///
+    /// @param nVersion  not written; the file carries `GetVersion`.
+    /// @return false when the file could not be opened, or the cloud has no point type. True in all other
+    ///         cases: a full disk is not noticed, and a cloud without an octree leaves a file of 11 bytes,
+    ///         which loads as no points. To be certain, save to a temporary name and load that.
+    bool WriteToFile(const zor::String& sPath, short nVersion);
 
     /// Gives up points and octree. Selection, origin, flags and version stay until the next `Init`.
     void Clear();
@@ -181,6 +193,8 @@ public:
                          const std::vector<zor::geom::PLANE_3D>& vecPlanes, int nBatch) const;
 
 private:
+    bool ReadFromFile(const zor::String& sPath);
+
     enumPntCldType m_eType;
     COcTree<CTruncPnt> m_cld;            // live when the type is PntCldType_Pnt
     COcTree<CTruncPnt_Color> m_cldColor; // live when the type is PntCldType_PntColor
