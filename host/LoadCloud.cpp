@@ -66,7 +66,8 @@ CLoadFacts LoadCloud(CPntCld& cloud, const CInputOptions& input, const CConsole&
     const bool bRead = ReadFile(cloud, progress, kind, facts, input.sPath);
     const auto timeEnd = CProgressBar::TClock::now();
     progress.Stop();
-    if (!bRead)
+    const bool bHasType = cloud.GetColorListener() != nullptr; // a file without points may give it none
+    if (!bRead || !bHasType)
     {
         const std::string sCause = kind.pFindCause(input.sPath);
         throw CFailure(input.sPath,
