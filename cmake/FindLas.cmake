@@ -38,7 +38,7 @@ endif()
 
 if(ZOR4DATA_LAS_FOUND)
   message(STATUS "LAS and LAZ files: read with ${ZOR4DATA_LAS_FOUND}")
-  set(ZOR4DATA_LAS_SOURCES io/CLasGuard.cpp io/CLasReader.cpp io/CLazGuard.cpp)
+  set(ZOR4DATA_LAS_SOURCES io/CLasGuard.cpp io/CLasReader.cpp io/CLazCode.cpp io/CLazGuard.cpp io/CLazTable.cpp)
 elseif(ZOR4DATA_LAS MATCHES "AUTO|OFF")
   message(STATUS "LAS and LAZ files: not read (ZOR4DATA_LAS is ${ZOR4DATA_LAS}; scripts/setup-las gets LASzip)")
   set(ZOR4DATA_LAS_SOURCES io/CLasReader_None.cpp)

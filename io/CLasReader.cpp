@@ -58,7 +58,7 @@ bool CLasReader::Read(IDlgProgress* pProgress, const zor::String& sPath)
     const bool bColor = IsLasColorFormat(pReader->header.point_data_format);
     if (!Announce(*pReader, bColor, guard, m_listener))
         return false;
-    DeliverLasPnts(*pReader, bColor, m_listener, pProgress);
+    DeliverLasPnts(*pReader, bColor, guard.GetMaxNumPnts(), m_listener, pProgress);
     pReader.reset();
     m_listener.OnReadEnd();
     return true;

@@ -1,5 +1,12 @@
 #include <io/CLazGuard.h>
 
+#include <io/CLazTable.h>
+
+#include <algorithm>
+#include <iterator>
+#include <numeric>
+#include <vector>
+
 namespace
 {
 
@@ -23,14 +30,24 @@ struct CLazItem
     std::uint16_t m_nVersion;
 };
 
-/// @return whether the item is one of those that are in layers or, respectively, are not.
+/// What is known of a type of items. The types from 10 on are in layers.
+struct CLazItemType
+{
+    std::uint16_t m_nSize;       ///< 0: any
+    std::uint16_t m_nMaxVersion; ///< 0: no such type
+};
+
+constexpr CLazItemType c_aItemTypes[] = {{0, 2}, {0, 0},  {0, 0},  {0, 0}, {0, 0}, {0, 0},  {20, 2}, {8, 2},
+                                         {6, 2}, {29, 1}, {30, 4}, {6, 4}, {8, 4}, {29, 4}, {0, 4}};
+
+/// @return whether the item is one that the reading library knows: of another it lets go what it never had.
 bool IsKnown(const CLazItem& item, bool bLayered)
 {
-    if (bLayered)
-        return item.m_nType >= 10 && item.m_nType <= 14 && item.m_nVersion >= 2 && item.m_nVersion <= 4;
-    const bool bWaveform = item.m_nType == 9;
-    return (item.m_nType == 0 || (item.m_nType >= 6 && item.m_nType <= 9)) && item.m_nVersion >= 1 &&
-           item.m_nVersion <= (bWaveform ? 1 : 2);
+    if (item.m_nType >= std::size(c_aItemTypes) || bLayered != (item.m_nType >= 10))
+        return false;
+    const CLazItemType& type = c_aItemTypes[item.m_nType];
+    return item.m_nSize > 0 && (type.m_nSize == 0 || type.m_nSize == item.m_nSize) &&
+           item.m_nVersion >= (bLayered ? 2 : 1) && item.m_nVersion <= type.m_nMaxVersion;
 }
 
 /// @return how many layers a chunk has of an item that is in layers.
@@ -55,13 +72,14 @@ bool CLazGuard::Check(std::int64_t nPos, std::uint16_t nSize)
 {
     constexpr std::int64_t c_nSize = 34;
     std::uint16_t nCompressor = 0;
+    std::uint16_t nCoder = 0; // there is one only
     std::uint32_t nChunkSize = 0;
     std::uint16_t nNumItems = 0;
-    if (nSize < c_nSize || !m_file.ReadAt(nPos, nCompressor) || !m_file.ReadAt(nPos + 12, nChunkSize) ||
-        !m_file.ReadAt(nPos + 32, nNumItems) ||
-        nSize < c_nSize + static_cast<std::int64_t>(sizeof(CLazItem)) * nNumItems)
+    if (nSize < c_nSize || !m_file.ReadAt(nPos, nCompressor) || !m_file.ReadAt(nPos + 2, nCoder) ||
+        !m_file.ReadAt(nPos + 12, nChunkSize) || !m_file.ReadAt(nPos + 32, nNumItems) ||
+        nSize != c_nSize + static_cast<std::int64_t>(sizeof(CLazItem)) * nNumItems)
         return false;
-    if (nCompressor < c_nOneStream || nCompressor > c_nLayered)
+    if (nCompressor < c_nOneStream || nCompressor > c_nLayered || nCoder != 0 || nNumItems == 0)
         return false;
     m_bLayered = nCompressor == c_nLayered;
     if (!CheckItems(nPos + c_nSize, nNumItems))
@@ -103,31 +121,38 @@ bool CLazGuard::CheckTable(std::uint32_t nChunkSize)
     if (nChunkSize == 0 || !m_file.ReadAt(m_nPosTable, nVersion) || nVersion != 0 ||
         !m_file.ReadAt(m_nPosTable + 4, m_nNumChunks))
         return false;
-    if (nChunkSize != c_nVariableChunks)
+    m_bVariable = nChunkSize == c_nVariableChunks;
+    if (!m_bVariable)
         m_nMaxNumPnts = static_cast<std::int64_t>(m_nNumChunks) * nChunkSize;
     // Every chunk begins with a point that is not compressed.
     return m_nNumChunks <= (m_nPosTable - m_nPosPnts - c_nPosSize) / m_nPntSize;
 }
 
 /// The chunks follow each other up to the table: a point as it is, the number of points, the size of each
-/// layer, the layers.
+/// layer, the layers. The library allocates what these sizes say.
 bool CLazGuard::CheckLayers()
 {
+    CLazTable table(m_file, m_nPosTable + c_nPosSize);
+    std::vector<std::uint32_t> vecNumbers(1 + m_nNumLayers); // of points, then of bytes of each layer
     std::int64_t nPos = m_nPosPnts + c_nPosSize;
+    std::int64_t nSumPnts = 0;
     for (std::uint32_t i = 0; i < m_nNumChunks; ++i)
     {
-        nPos += m_nPntSize + static_cast<std::int64_t>(sizeof(std::uint32_t));
-        std::int64_t nEnd = nPos + 4 * static_cast<std::int64_t>(m_nNumLayers);
-        for (std::uint32_t k = 0; k < m_nNumLayers; ++k, nPos += 4)
-        {
-            std::uint32_t nSize = 0;
-            if (!m_file.ReadAt(nPos, nSize))
-                return false;
-            nEnd += nSize;
-        }
-        if (nEnd > m_nPosTable)
+        const std::int64_t nStart = nPos;
+        if (!m_file.ReadAt(nPos + m_nPntSize, vecNumbers.data(), vecNumbers.size()))
             return false;
-        nPos = nEnd;
+        nPos += m_nPntSize + static_cast<std::int64_t>(vecNumbers.size() * sizeof(std::uint32_t));
+        nPos = std::accumulate(vecNumbers.begin() + 1, vecNumbers.end(), nPos);
+        if (nPos > m_nPosTable)
+            return false;
+        nSumPnts += vecNumbers.front();
+        // Led by the table into a chunk too early, the library would take the table for the last one.
+        std::uint32_t nNumPnts = 0;
+        std::uint32_t nNumBytes = 0;
+        if (m_bVariable && (!table.ReadEntry(nNumPnts, nNumBytes) || nNumPnts != vecNumbers.front() ||
+                            nNumBytes != static_cast<std::uint64_t>(nPos - nStart)))
+            return false;
     }
+    m_nMaxNumPnts = std::min(m_nMaxNumPnts, nSumPnts);
     return true;
 }

@@ -35,6 +35,7 @@ private:
     std::int64_t m_nPosPnts;
     std::uint16_t m_nPntSize;
     bool m_bLayered = false;
+    bool m_bVariable = false;       // the chunks differ in their number of points
     std::uint32_t m_nNumLayers = 0; // of each chunk
     std::int64_t m_nPosTable = 0;   // where the chunks end and their table begins
     std::uint32_t m_nNumChunks = 0;

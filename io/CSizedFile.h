@@ -21,21 +21,39 @@ public:
 
     std::int64_t GetSize() const noexcept { return m_nSize; }
 
+    /// Reads the `nNum` values that stand at `nPos`.
+    /// @return false when they do not lie in the file whole.
+    template <class T>
+    bool ReadAt(std::int64_t nPos, T* pValues, std::size_t nNum)
+    {
+        static_assert(std::is_trivially_copyable_v<T>);
+        const auto nSize = static_cast<std::int64_t>(nNum * sizeof(T));
+        if (nPos < 0 || nSize > m_nSize || nPos > m_nSize - nSize || !Seek(nPos))
+            return false;
+        const bool bRead = std::fread(pValues, sizeof(T), nNum, m_pFile.get()) == nNum;
+        m_nPos = bRead ? nPos + nSize : c_nNowhere;
+        return bRead;
+    }
+
     /// Reads the value that stands at `nPos`.
-    /// @return false when it does not lie in the file whole.
     template <class T>
     bool ReadAt(std::int64_t nPos, T& value)
     {
-        static_assert(std::is_trivially_copyable_v<T>);
-        const auto nSize = static_cast<std::int64_t>(sizeof value);
-        return nPos >= 0 && nSize <= m_nSize && nPos <= m_nSize - nSize &&
-               fseeko(m_pFile.get(), static_cast<off_t>(nPos), SEEK_SET) == 0 &&
-               std::fread(&value, sizeof value, 1, m_pFile.get()) == 1;
+        return ReadAt(nPos, &value, 1);
     }
 
 private:
+    static constexpr std::int64_t c_nNowhere = -1;
+
+    /// Values that follow each other are read without seeking, which would empty the stream's buffer.
+    bool Seek(std::int64_t nPos)
+    {
+        return nPos == m_nPos || fseeko(m_pFile.get(), static_cast<off_t>(nPos), SEEK_SET) == 0;
+    }
+
     CFilePtr m_pFile;
     std::int64_t m_nSize = 0;
+    std::int64_t m_nPos = c_nNowhere; // of the stream, where it is known
 };
 
 #endif

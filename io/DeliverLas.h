@@ -40,14 +40,17 @@ inline int CalcLasProgress(std::int64_t nDelivered, std::int32_t nAnnounced) noe
 ///
 /// @param reader     a LASreader before its first point, or what has its members.
 /// @param bColor     the form of all points.
+/// @param nMax       points that the file can hold: behind them the library would take other bytes for
+///                   points.
 /// @param pProgress  null: no calls.
 template <class Reader>
-void DeliverLasPnts(Reader& reader, bool bColor, IPntCldReadListener& listener, IDlgProgress* pProgress)
+void DeliverLasPnts(Reader& reader, bool bColor, std::int64_t nMax, IPntCldReadListener& listener,
+                    IDlgProgress* pProgress)
 {
     const auto nAnnounced = CountDaNumPnts(reader.npoints);
     const auto& point = reader.point;
     const auto& scale = *point.quantizer;
-    for (std::int64_t i = 0; reader.read_point(); ++i)
+    for (std::int64_t i = 0; i < nMax && reader.read_point() != 0; ++i)
     {
         if (pProgress != nullptr)
             pProgress->SetPos(CalcLasProgress(i, nAnnounced));

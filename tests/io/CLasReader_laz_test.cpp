@@ -49,10 +49,60 @@ std::int64_t GetMaxNumPnts(const std::string& sBytes)
     return guard.GetMaxNumPnts();
 }
 
-TEST(CLasReader_laz, GetMaxNumPnts_WholeChunks)
+TEST(CLasReader_laz, GetMaxNumPnts_WholeChunksOrWhatTheySay)
 {
     EXPECT_EQ(48, GetMaxNumPnts(LazBytes(LasOf(1, 33), 16)));
-    EXPECT_EQ(48, GetMaxNumPnts(LazBytes(LasOf(7, 33), 16)));
+    EXPECT_EQ(33, GetMaxNumPnts(LazBytes(LasOf(7, 33), 16)));
+}
+
+// Behind the last chunk stands the table: it is not taken for points.
+TEST(CLasReader_laz, Read_MorePntsAnnouncedThanTheChunksHold)
+{
+    for (const int nFormat : {1, 7})
+    {
+        const CLasFile file = LasOf(nFormat, 32);
+        std::string sBytes = LazBytes(file, 16);
+        sBytes[nFormat < 6 ? 107 : 247] = 100; // the count
+        const CLasReading reading = ReadLas(sBytes);
+        EXPECT_TRUE(reading.m_bResult) << nFormat;
+        EXPECT_EQ(LasCalls(file, 100, 32), reading.m_vecCalls) << nFormat;
+    }
+}
+
+constexpr unsigned c_nVariableChunks = 0xFFFFFFFF;
+
+TEST(CLasReader_laz, Read_ChunkOfVariableSize)
+{
+    for (const int nFormat : {0, 3, 6, 7, 10})
+        for (const int nNum : {1, 2, 1000})
+        {
+            const CLasFile file = LasOf(nFormat, nNum);
+            const CLasReading reading = ReadLas(LazBytes(file, c_nVariableChunks));
+            EXPECT_TRUE(reading.m_bResult) << nFormat << ", " << nNum;
+            EXPECT_EQ(LasCalls(file), reading.m_vecCalls) << nFormat << ", " << nNum;
+        }
+}
+
+// The table and the chunks of variable size must say the same.
+TEST(CLasReader_laz, Check_TableOfChunksOfVariableSize)
+{
+    const CLasFile file = LasOf(7, 1000);
+    const std::string sBytes = LazBytes(file, c_nVariableChunks);
+    std::uint32_t nPosPnts = 0;
+    std::int64_t nTable = 0;
+    std::memcpy(&nPosPnts, sBytes.data() + 96, sizeof nPosPnts);
+    std::memcpy(&nTable, sBytes.data() + nPosPnts, sizeof nTable);
+    const auto nEntries = static_cast<std::size_t>(nTable) + 8;
+    for (std::size_t n = nEntries; n < nEntries + 3; ++n)
+    {
+        std::string sChanged = sBytes;
+        sChanged[n] = static_cast<char>(sChanged[n] ^ 0x40);
+        EXPECT_FALSE(ReadLas(sChanged).m_bResult) << n - nEntries;
+        EXPECT_FALSE(ReadLas(sBytes.substr(0, n)).m_bResult) << n - nEntries;
+    }
+    std::string sChanged = sBytes;
+    sChanged[nPosPnts + 8 + file.GetPntSize()] ^= 1; // what the chunk says
+    EXPECT_FALSE(ReadLas(sChanged).m_bResult);
 }
 
 /// What the tests below change: a LAZ file and where things stand in it.

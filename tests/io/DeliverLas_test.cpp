@@ -11,6 +11,8 @@ namespace
 constexpr int c_nMin = std::numeric_limits<int>::min();
 constexpr int c_nMax = std::numeric_limits<int>::max();
 
+constexpr std::int64_t c_nNoLimit = std::numeric_limits<std::int64_t>::max();
+
 /// Has of LASlib's reader what the delivery uses; gives `nNumHeld` points, whatever it announces.
 class CFakeReader
 {
@@ -55,7 +57,7 @@ std::vector<int> GetProgress(std::int64_t nAnnounced, int nNumHeld)
 {
     CFakeReader reader(nAnnounced, nNumHeld);
     CRecReadListener rec;
-    DeliverLasPnts(reader, false, rec, &rec);
+    DeliverLasPnts(reader, false, c_nNoLimit, rec, &rec);
     std::vector<int> vecProgress;
     for (const CReadCall& call : rec.m_vecCalls)
         if (call.m_eKind == CReadCall::Kind_Progress)
@@ -70,7 +72,7 @@ TEST(DeliverLas, Pnts_ScaledThenShiftedEachAfterItsProgress)
 {
     CFakeReader reader(2, 2);
     CRecReadListener rec;
-    DeliverLasPnts(reader, false, rec, &rec);
+    DeliverLasPnts(reader, false, c_nNoLimit, rec, &rec);
     EXPECT_EQ(CReadCalls({CReadCall::Progress(0), CReadCall::Pnt(10.0, -0.5, -6.0), CReadCall::Progress(50),
                           CReadCall::Pnt(10.5, -0.5, -6.0)}),
               rec.m_vecCalls);
@@ -80,8 +82,16 @@ TEST(DeliverLas, ColorPnts_ChannelByChannel)
 {
     CFakeReader reader(1, 1);
     CRecReadListener rec;
-    DeliverLasPnts(reader, true, rec, nullptr);
+    DeliverLasPnts(reader, true, c_nNoLimit, rec, nullptr);
     EXPECT_EQ(CReadCalls({CReadCall::ColorPnt(10.0, -0.5, -6.0, 255, 1, 255)}), rec.m_vecCalls);
+}
+
+TEST(DeliverLas, Pnts_NoMoreThanTheFileCanHold)
+{
+    CFakeReader reader(4, 4);
+    CRecReadListener rec;
+    DeliverLasPnts(reader, false, 2, rec, nullptr);
+    EXPECT_EQ(2, rec.CountCalls(CReadCall::Kind_Pnt));
 }
 
 TEST(DeliverLas, Progress_WholePercentOfTheAnnounced)
