@@ -39,21 +39,21 @@ bool CPntCld::AddPnt(double x, double y, double z)
 bool CPntCld::AddPnt(double x, double y, double z, unsigned char r, unsigned char g, unsigned char b)
 {
     if (m_eType == PntCldType_Pnt)
-        return StorePnt(m_cld, x, y, z, CTruncPnt());
-    return m_eType == PntCldType_PntColor && StorePnt(m_cldColor, x, y, z, CTruncPnt_Color(0, 0, 0, r, g, b));
+        return StorePnt(m_cld, x, y, z) != nullptr;
+    return m_eType == PntCldType_PntColor && StorePntColor(m_cldColor, x, y, z, r, g, b);
 }
 
 // KEPT: unlike AddPnt, a point of the wrong kind is ignored.
 void CPntCld::OnReadPnt(double x, double y, double z)
 {
     if (m_eType == PntCldType_Pnt)
-        StorePnt(m_cld, x, y, z, CTruncPnt());
+        StorePnt(m_cld, x, y, z);
 }
 
 void CPntCld::OnReadPnt(double x, double y, double z, unsigned char r, unsigned char g, unsigned char b)
 {
     if (m_eType == PntCldType_PntColor)
-        StorePnt(m_cldColor, x, y, z, CTruncPnt_Color(0, 0, 0, r, g, b));
+        StorePntColor(m_cldColor, x, y, z, r, g, b);
 }
 
 void CPntCld::OnReadEnd()

@@ -84,6 +84,15 @@ public:
     Iterator begin() const noexcept { return {m_node.m_ucExist, m_node.m_ucLeaf, m_node.m_pChildren}; }
     Iterator end() const noexcept { return {0U, 0U, nullptr}; }
 
+    /// The child in the highest present octant. REQUIRES: a child.
+    COcTreeChild GetLast() const noexcept
+    {
+        const int nOctant = 31 - __builtin_clz(m_node.m_ucExist);
+        const bool bLeaf = ((m_node.m_ucLeaf >> nOctant) & 1) != 0;
+        const std::size_t nBlockSize = GetBlockSize(m_node.m_ucExist, m_node.m_ucLeaf);
+        return {nOctant, bLeaf, m_node.m_pChildren + nBlockSize - (bLeaf ? c_nLeafSize : c_nNodeSize)};
+    }
+
     /// @return bytes of the block that holds the children of such masks. A leaf bit without its exist
     ///         bit means nothing.
     static std::size_t GetBlockSize(std::uint8_t ucExist, std::uint8_t ucLeaf) noexcept

@@ -1,11 +1,18 @@
 #include <octree/WalkClip.h>
 
+#include <octree/NodeRun.h>
+
 template <class T>
 void CWalkClip<T>::WalkNode(const COcTreeNode& node, const COcTreeCube& cube, CPlaneRange planes)
 {
     const CStraddling straddling(m_stack, planes, cube); // pops in its destructor
     if (straddling.IsOutside())
         return;
+    if (straddling.GetRange().IsEmpty())
+    {
+        DeliverWhole(node);
+        return;
+    }
     for (const COcTreeChild child : node.GetChildren())
     {
         const COcTreeCube childCube = cube.GetChild(child.GetOctant());
@@ -33,6 +40,15 @@ void CWalkClip<T>::ClipLeaf(const COcTreeLeaf& leaf, const COcTreeCube& cube, CP
     else
         DeliverTested(leaf, straddling.GetRange());
     m_tree.CountLeaves(1);
+}
+
+/// Everything under the node, without walking it: it is one run of the array.
+template <class T>
+void CWalkClip<T>::DeliverWhole(const COcTreeNode& node)
+{
+    const CNodeRun run = CalcNodeRun(node);
+    m_tree.CountPnts(m_listener.OnRun(run.m_nFirst, run.m_nCount));
+    m_tree.CountLeaves(run.m_nNumLeaves);
 }
 
 // KEPT: the point is not tested against the planes; that its leaf's cube is not outside is enough.

@@ -27,6 +27,7 @@ public:
     void ClipLeaf(const COcTreeLeaf& leaf, const COcTreeCube& cube, CPlaneRange planes, bool bOnePnt);
 
 private:
+    void DeliverWhole(const COcTreeNode& node);
     void DeliverFirst(const COcTreeLeaf& leaf);
     void DeliverTested(const COcTreeLeaf& leaf, CPlaneRange planes);
 

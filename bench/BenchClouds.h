@@ -1,0 +1,53 @@
+#ifndef BENCH_BENCHCLOUDS_H
+#define BENCH_BENCHCLOUDS_H
+
+#include <host/CSampleTerrain.h>
+#include <octree/CTruncPnt.h>
+#include <zor4data/CPntCld.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// Sets no colour and counts nothing: the cheapest colour listener a host can have.
+class CNoColors final : public ICldColorListener
+{
+public:
+    void GetColor(double, float&, float&, float&) override {}
+    void SetZRange(double, double) override {}
+};
+
+/// Counts points and adds up their indices, or their coordinates, so that a delivery cannot be left out.
+class CSumListener final : public IPntCldListener
+{
+public:
+    void OnPnts(int nNumPnts, CCldCadPnt* pPnts) override
+    {
+        for (int i = 0; i < nNumPnts; ++i)
+        {
+            m_nSum += static_cast<std::uint64_t>(pPnts[i].m_nIndex) + 1U;
+            m_dSumZ += pPnts[i].m_pnt.z;
+        }
+        m_nNumPnts += nNumPnts;
+    }
+
+    std::int64_t m_nNumPnts = 0;
+    std::uint64_t m_nSum = 0;
+    double m_dSumZ = 0.0;
+};
+
+/// The synthetic terrain, seed 1, made once for each size and kept until another is asked for.
+const std::vector<CSamplePnt>& GetTerrain(std::int64_t nNumPnts);
+
+/// The terrain as compact points relative to its first one, in scan order or shuffled (fixed seed).
+std::vector<CTruncPnt> MakeCompact(std::int64_t nNumPnts, bool bShuffled);
+
+/// The terrain as a cloud with its octree, made once for each size and kept until another is asked for.
+const CPntCld& GetTerrainCld(std::int64_t nNumPnts);
+
+/// The terrain as PLY (float x, y, z; uchar red, green, blue) in a temporary file, made once a size.
+/// Removed when the program ends.
+std::string GetTerrainPly(std::int64_t nNumPnts);
+
+#endif
