@@ -6,6 +6,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <functional>
+#include <map>
 #include <random>
 
 #include <unistd.h>
@@ -55,26 +58,21 @@ const CPntCld& GetTerrainCld(std::int64_t nNumPnts)
 namespace
 {
 
-class CTempPly
+/// A file of this run, removed at its end.
+class CTempFile
 {
 public:
-    explicit CTempPly(std::int64_t nNumPnts)
+    explicit CTempFile(const std::string& sName)
         : m_sPath((std::filesystem::temp_directory_path() /
-                   ("zor4data_bench_" + std::to_string(getpid()) + "_" + std::to_string(nNumPnts) + ".ply"))
+                   ("zor4data_bench_" + std::to_string(getpid()) + "_" + sName))
                       .string())
     {
-        std::FILE* const pFile = std::fopen(m_sPath.c_str(), "wb");
-        if (pFile == nullptr || !WriteSamplePly(CSampleTerrain(nNumPnts), pFile) || std::fclose(pFile) != 0)
-        {
-            std::fprintf(stderr, "%s: cannot be written\n", m_sPath.c_str());
-            std::exit(1);
-        }
     }
 
-    ~CTempPly() { std::remove(m_sPath.c_str()); }
+    ~CTempFile() { std::remove(m_sPath.c_str()); }
 
-    CTempPly(const CTempPly&) = delete;
-    CTempPly& operator=(const CTempPly&) = delete;
+    CTempFile(const CTempFile&) = delete;
+    CTempFile& operator=(const CTempFile&) = delete;
 
     const std::string& GetPath() const { return m_sPath; }
 
@@ -82,14 +80,51 @@ private:
     std::string m_sPath;
 };
 
+/// @return the path of the file of that name, written by `write` when it is asked for the first time.
+std::string GetFile(const std::string& sName, const std::function<bool(const std::string&)>& write)
+{
+    static std::map<std::string, std::unique_ptr<CTempFile>> mapFiles;
+    std::unique_ptr<CTempFile>& pFile = mapFiles[sName];
+    if (pFile == nullptr)
+    {
+        pFile = std::make_unique<CTempFile>(sName);
+        if (!write(pFile->GetPath()))
+        {
+            std::fprintf(stderr, "%s: cannot be written\n", pFile->GetPath().c_str());
+            std::exit(1);
+        }
+    }
+    return pFile->GetPath();
+}
+
+bool WritePly(const std::string& sPath, std::int64_t nNumPnts)
+{
+    std::FILE* const pFile = std::fopen(sPath.c_str(), "wb");
+    const bool bWritten = pFile != nullptr && WriteSamplePly(CSampleTerrain(nNumPnts), pFile);
+    return pFile != nullptr && std::fclose(pFile) == 0 && bWritten;
+}
+
+bool WriteUnfinishedPly(const std::string& sPath, const std::string& sPly)
+{
+    std::ifstream in(sPly, std::ios::binary);
+    std::ofstream out(sPath, std::ios::binary);
+    for (std::string sLine; std::getline(in, sLine) && sLine != "end_header";)
+        out << sLine << '\n';
+    out << "element none 1\nproperty none x\nend_header\n" << in.rdbuf();
+    return in.good() && out.good();
+}
+
 } // namespace
 
 std::string GetTerrainPly(std::int64_t nNumPnts)
 {
-    static std::vector<std::pair<std::int64_t, std::unique_ptr<CTempPly>>> vecFiles;
-    for (const auto& file : vecFiles)
-        if (file.first == nNumPnts)
-            return file.second->GetPath();
-    vecFiles.emplace_back(nNumPnts, std::make_unique<CTempPly>(nNumPnts));
-    return vecFiles.back().second->GetPath();
+    return GetFile(std::to_string(nNumPnts) + ".ply",
+                   [=](const std::string& sPath) { return WritePly(sPath, nNumPnts); });
+}
+
+std::string GetUnfinishedPly(std::int64_t nNumPnts)
+{
+    const std::string sPly = GetTerrainPly(nNumPnts);
+    return GetFile(std::to_string(nNumPnts) + "_unfinished.ply",
+                   [=](const std::string& sPath) { return WriteUnfinishedPly(sPath, sPly); });
 }

@@ -50,4 +50,8 @@ const CPntCld& GetTerrainCld(std::int64_t nNumPnts);
 /// Removed when the program ends.
 std::string GetTerrainPly(std::int64_t nNumPnts);
 
+/// The same with a second element, behind the vertices, whose property is of no known type: a reader
+/// delivers all vertices and then fails.
+std::string GetUnfinishedPly(std::int64_t nNumPnts);
+
 #endif

@@ -3,6 +3,7 @@
 #include <host/CalcDensity.h>
 #include <host/Commands.h>
 #include <host/FileKinds.h>
+#include <host/GroupDigits.h>
 #include <host/LoadCloud.h>
 #include <host/Query.h>
 
@@ -74,21 +75,9 @@ TJson CollectInfo(const CPntCld& cloud, const std::string& sPath, const CLoadFac
     return info;
 }
 
-/// 1234567 as "1 234 567".
-std::string Group(std::int64_t n)
-{
-    std::string sText = std::to_string(n);
-    for (std::size_t nPos = sText.size(); nPos > (n < 0 ? 4U : 3U);)
-    {
-        nPos -= 3;
-        sText.insert(nPos, 1, ' ');
-    }
-    return sText;
-}
-
 std::string FormatCount(const TJson& value)
 {
-    return value.is_null() ? "not known" : Group(value.get<std::int64_t>());
+    return value.is_null() ? "not known" : GroupDigits(value.get<std::int64_t>());
 }
 
 void PrintLine(const char* pLabel, const std::string& sValue)
@@ -114,10 +103,10 @@ void PrintInfo(const TJson& info, const CLoadFacts& facts)
 {
     PrintLine("File", info["file"].get<std::string>());
     PrintLine("Type", facts.pKind->pTitle);
-    PrintLine("Points", Group(info["points"].get<std::int64_t>()));
+    PrintLine("Points", GroupDigits(info["points"].get<std::int64_t>()));
     PrintLine("Duplicates removed",
               FormatCount(info["duplicates_removed"]) +
-                  (facts.nAnnounced < 0 ? "" : " of " + Group(facts.nAnnounced) + " announced"));
+                  (facts.nAnnounced < 0 ? "" : " of " + GroupDigits(facts.nAnnounced) + " announced"));
     PrintLine("Colour", info["color"].get<bool>() ? "yes" : "no");
     PrintBounds(info["bounds"]);
     if (!info["plan_density"].is_null())
@@ -130,7 +119,7 @@ void PrintInfo(const TJson& info, const CLoadFacts& facts)
     for (const TJson& level : info["levels_of_detail"])
     {
         PrintLine(pLabel, fmt::format("{:>6} {:>14} points", level["spacing"].get<double>(),
-                                      Group(level["points"].get<std::int64_t>())));
+                                      GroupDigits(level["points"].get<std::int64_t>())));
         pLabel = "";
     }
     std::string sPhases;

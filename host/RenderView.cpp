@@ -1,10 +1,9 @@
 #include <host/COutFile.h>
+#include <host/GroupDigits.h>
 #include <host/RenderView.h>
 #include <host/picture/CPicture.h>
 
 #include <zor4data/CPntCld.h>
-
-#include <fmt/format.h>
 
 #include <algorithm>
 #include <cmath>
@@ -14,7 +13,8 @@ namespace
 {
 
 constexpr std::int64_t c_nOverviewPnts = 400000;
-constexpr double c_dLowShare = 0.02; // of the points lie below the ramp, as many above it
+constexpr double c_dLowShare = 0.02;     // of the points lie below the ramp, as many above it
+constexpr float c_fPhotoStrength = 0.55F; // of the shading: photographs have their own
 constexpr std::int64_t c_nFinePixels = 12000000;
 
 /// What a coarse look tells: where the points lie on the picture plane and in height.
@@ -112,21 +112,22 @@ std::vector<CScreenPnt> CollectPnts(const CPntCld& cloud, const CView& view, con
     return vecPnts;
 }
 
-void Rasterize(const std::vector<CScreenPnt>& vecPnts, int nScale, CPntRaster& raster)
+void Rasterize(const std::vector<CScreenPnt>& vecPnts, int nScale, float fStrength, CPntRaster& raster)
 {
     const float fMaxRadius =
-        std::clamp(0.006F * static_cast<float>(std::min(raster.nWidth, raster.nHeight)), 2.0F, 16.0F);
+        std::clamp(0.0045F * static_cast<float>(std::min(raster.nWidth, raster.nHeight)), 2.0F, 16.0F);
     const float fSpacing = DrawPnts(vecPnts, fMaxRadius, raster);
-    const int nReach = std::clamp(static_cast<int>(std::ceil(1.6F * fSpacing)), nScale, 6 * nScale);
-    FillGaps(raster, nReach);
-    ShadeDepth(raster, nScale);
+    const int nReach = std::clamp(static_cast<int>(std::ceil(1.6F * fSpacing)), 2 * nScale, 5 * nScale);
+    FillGaps(raster, nReach, 6, false);
+    FillGaps(raster, 6 * nScale, 6, true);
+    ShadeDepth(raster, nScale, fSpacing, fStrength);
 }
 
 std::string FormatSubtitle(const CPntCld& cloud, const CViewResult& result)
 {
     if (result.nNumPnts == cloud.GetNumPnts())
-        return fmt::format("{} points", result.nNumPnts);
-    return fmt::format("{} of {} points", result.nNumPnts, cloud.GetNumPnts());
+        return GroupDigits(result.nNumPnts) + " points";
+    return GroupDigits(result.nNumPnts) + " of " + GroupDigits(cloud.GetNumPnts()) + " points";
 }
 
 } // namespace
@@ -151,7 +152,7 @@ CViewResult RenderView(const CPntCld& cloud, CViewColors& colors, const CView& v
         else if (!(query.dLod > 0.0))
             query.dLod = frame.nScale / frame.dPerUnit; // one picture pixel
         const std::vector<CScreenPnt> vecPnts = CollectPnts(cloud, view, query, frame);
-        Rasterize(vecPnts, frame.nScale, raster);
+        Rasterize(vecPnts, frame.nScale, colors.IsByHeight() ? 1.0F : c_fPhotoStrength, raster);
         result = {static_cast<std::int64_t>(vecPnts.size()), query.dLod};
     }
 

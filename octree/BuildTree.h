@@ -2,14 +2,12 @@
 #define OCTREE_BUILDTREE_H
 
 #include <octree/COcTreeIndex.h>
+#include <octree/MaxDepth.h>
 
 #include <cstdint>
 
 class CTruncPnt;
 class CTruncPnt_Color;
-
-/// Deepest level of a tree: the root lies at depth 0, so a leaf at depth 21 at most.
-constexpr std::int32_t c_nMaxDepth = 20;
 
 /// Builds the octree over an array of compact points and reorders the array in place so that every
 /// leaf covers one contiguous run of it. The same points in the same order give the same array and

@@ -1,6 +1,7 @@
 #include <octree/CClipPlanes.h>
 
 #include <octree/Compact.h>
+#include <octree/MaxDepth.h>
 
 #include <cmath>
 
@@ -56,7 +57,8 @@ CClipPlanes::CClipPlanes(const std::vector<zor::geom::PLANE_3D>& vecPlanes, floa
                          float fOrgZ)
 {
     m_vecPlanes.reserve(vecPlanes.size());
-    m_vecStack.reserve(vecPlanes.size() * 4);
+    // All planes, and at the most all of them again for every level of the tree and its leaves.
+    m_vecStack.reserve(vecPlanes.size() * (c_nMaxDepth + 3));
     for (const zor::geom::PLANE_3D& plane : vecPlanes)
     {
         m_vecStack.push_back(static_cast<std::uint32_t>(m_vecPlanes.size()));

@@ -8,14 +8,20 @@
 /// Compact units per coordinate unit.
 constexpr double c_dCompactScale = 10000.0;
 
-/// double → int32: truncates toward zero, saturates out of range, 0 for not-a-number.
-inline std::int32_t SaturateToInt32(double d) noexcept
+/// The rare side of the conversion below: the nearest int32, 0 for not-a-number.
+[[gnu::cold]] [[gnu::noinline]] inline std::int32_t SaturateFarOut(double d) noexcept
 {
-    if (std::fabs(d) < 2147483648.0) // false for not-a-number
-        return static_cast<std::int32_t>(d);
     if (d > 0.0)
         return std::numeric_limits<std::int32_t>::max();
     return d < 0.0 ? std::numeric_limits<std::int32_t>::min() : 0;
+}
+
+/// double → int32: truncates toward zero, saturates out of range, 0 for not-a-number.
+inline std::int32_t SaturateToInt32(double d) noexcept
+{
+    if (!(std::fabs(d) < 2147483648.0)) // true for not-a-number
+        return SaturateFarOut(d);
+    return static_cast<std::int32_t>(d);
 }
 
 /// int64 → int32, saturating.

@@ -57,13 +57,20 @@ struct CPntRaster
 float DrawPnts(const std::vector<CScreenPnt>& vecPnts, float fMaxRadius, CPntRaster& raster);
 
 /// Closes what discs leave open: a pixel that shows nothing, or something far behind, and has nearer
-/// pixels around it on almost all sides within `nReach` takes their depth and colour. Outlines stay.
-void FillGaps(CPntRaster& raster, int nReach);
+/// pixels around it takes their depth and colour.
+///
+/// @param nReach        how far away the nearer pixels may be.
+/// @param nSidesNeeded  of the eight sides around it, on how many there must be one: with 6 or more
+///                      outlines stay as they are.
+/// @param bEmptyOnly    only where nothing is seen.
+void FillGaps(CPntRaster& raster, int nReach, int nSidesNeeded, bool bEmptyOnly);
 
 /// Darkens what lies behind its surroundings (eye-dome lighting, measured against the plane of the
 /// neighbours so that slopes stay even) and adds soft light from the upper left.
 ///
-/// @param nScale  raster pixels a picture pixel.
-void ShadeDepth(CPntRaster& raster, int nScale);
+/// @param nScale     raster pixels a picture pixel.
+/// @param fSpacing   distance between neighbouring points, raster pixels.
+/// @param fStrength  1 for colours that show no form of their own, less for photographed ones.
+void ShadeDepth(CPntRaster& raster, int nScale, float fSpacing, float fStrength);
 
 #endif

@@ -14,7 +14,6 @@ struct CStep
 
 constexpr std::array<CStep, 8> c_steps = {
     {{1, 0}, {1, 1}, {0, 1}, {-1, 1}, {-1, 0}, {-1, -1}, {0, -1}, {1, -1}}};
-constexpr int c_nSidesNeeded = 7; // of eight: an outline has fewer
 
 /// Sums up the nearer pixels found around one, by distance.
 class CSurround
@@ -42,12 +41,12 @@ private:
     CRgb m_color;
 };
 
-CSurround FindSurround(const CPntRaster& raster, int x, int y, int nReach, float fNearer)
+CSurround FindSurround(const CPntRaster& raster, int x, int y, int nReach, float fNearer, int nSidesNeeded)
 {
     CSurround surround;
     for (std::size_t k = 0; k < c_steps.size(); ++k)
     {
-        if (static_cast<int>(k) - surround.GetNumSides() > static_cast<int>(c_steps.size()) - c_nSidesNeeded)
+        if (static_cast<int>(k) - surround.GetNumSides() > static_cast<int>(c_steps.size()) - nSidesNeeded)
             break; // can no longer be enough
         for (int n = 1; n <= nReach; ++n)
         {
@@ -67,7 +66,7 @@ CSurround FindSurround(const CPntRaster& raster, int x, int y, int nReach, float
 
 } // namespace
 
-void FillGaps(CPntRaster& raster, int nReach)
+void FillGaps(CPntRaster& raster, int nReach, int nSidesNeeded, bool bEmptyOnly)
 {
     const CPntRaster before = raster;
     const float fBehind = 4.0F * static_cast<float>(nReach); // a slope of more is not a gap's neighbour
@@ -76,8 +75,10 @@ void FillGaps(CPntRaster& raster, int nReach)
         {
             const std::size_t i = raster.GetIndex(x, y);
             const float fDepth = before.vecDepth[i]; // infinite where nothing is seen
-            const CSurround surround = FindSurround(before, x, y, nReach, fDepth - fBehind);
-            if (surround.GetNumSides() < c_nSidesNeeded)
+            if (bEmptyOnly && fDepth != CPntRaster::c_fEmpty)
+                continue;
+            const CSurround surround = FindSurround(before, x, y, nReach, fDepth - fBehind, nSidesNeeded);
+            if (surround.GetNumSides() < nSidesNeeded)
                 continue;
             raster.vecDepth[i] = surround.GetDepth();
             raster.vecColor[i] = surround.GetColor();

@@ -1,0 +1,20 @@
+#ifndef HOST_GROUPDIGITS_H
+#define HOST_GROUPDIGITS_H
+
+#include <cstdint>
+#include <string>
+
+/// 1234567 as "1 234 567".
+inline std::string GroupDigits(std::int64_t n)
+{
+    std::string sText = std::to_string(n);
+    const std::size_t nFirst = n < 0 ? 1 : 0;
+    for (std::size_t nPos = sText.size(); nPos > nFirst + 3;)
+    {
+        nPos -= 3;
+        sText.insert(nPos, 1, ' ');
+    }
+    return sText;
+}
+
+#endif
