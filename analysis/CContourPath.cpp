@@ -158,8 +158,9 @@ bool CContourPath<T>::MeetsBlock(const CCandidate& candidate, std::size_t nLevel
     const std::size_t nNumItems = nLevel == 0 ? GetNumItems(0) - 1 : GetNumItems(nLevel);
     for (std::size_t i = std::min(nBegin + c_nFanOut, nNumItems); i-- > nBegin;)
     {
-        if (nLevel == 0 ? MeetsSegment(candidate, i)
-                        : candidate.MayMeet(m_vecLevels[nLevel - 1][i]) && MeetsBlock(candidate, nLevel - 1, i))
+        if (nLevel == 0
+                ? MeetsSegment(candidate, i)
+                : candidate.MayMeet(m_vecLevels[nLevel - 1][i]) && MeetsBlock(candidate, nLevel - 1, i))
             return true;
     }
     return false;

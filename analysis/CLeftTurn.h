@@ -46,7 +46,7 @@ public:
 
 private:
     static constexpr double c_dPi = 3.14159265358979323846;
-    static constexpr double c_dBack = 2.0;    // order of the way back, at either end
+    static constexpr double c_dBack = 2.0;     // order of the way back, at either end
     static constexpr double c_dSlack = 1.0e-9; // far more than what rounding does to orders and angles
 
     /// A number from -2 to 2 that grows with the turn, at least half as fast.

@@ -10,7 +10,8 @@ namespace
 
 bool IsFinite(const LINE_2D& line) noexcept
 {
-    return std::isfinite(line.x1) && std::isfinite(line.y1) && std::isfinite(line.x2) && std::isfinite(line.y2);
+    return std::isfinite(line.x1) && std::isfinite(line.y1) && std::isfinite(line.x2) &&
+           std::isfinite(line.y2);
 }
 
 bool RangesMeet(double a1, double a2, double b1, double b2) noexcept
