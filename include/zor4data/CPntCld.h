@@ -193,7 +193,7 @@ public:
                          const std::vector<zor::geom::PLANE_3D>& vecPlanes, int nBatch) const;
 
 private:
-    bool ReadFromFile(const zor::String& sPath);
+    ZOR4DATA_LOCAL bool ReadFromFile(const zor::String& sPath);
 
     enumPntCldType m_eType;
     COcTree<CTruncPnt> m_cld;            // live when the type is PntCldType_Pnt
