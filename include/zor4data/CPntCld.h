@@ -216,7 +216,7 @@ public:
     bool CalcCnt(IDlgProgress* pProgress, IPntCldListener* pListener, double d) const;
 
 private:
-    bool ReadFromFile(const zor::String& sPath);
+    ZOR4DATA_LOCAL bool ReadFromFile(const zor::String& sPath);
 
     enumPntCldType m_eType;
     COcTree<CTruncPnt> m_cld;            // live when the type is PntCldType_Pnt

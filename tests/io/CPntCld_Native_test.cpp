@@ -50,7 +50,7 @@ public:
     CMemFile m_file;
     CMemFile m_out;
 };
-TYPED_TEST_SUITE(CPntCld_Native, BothPntTypes);
+TYPED_TEST_SUITE(CPntCld_Native, BothPntTypes, PntTypeName);
 
 TYPED_TEST(CPntCld_Native, WriteToFile_SizeOfTwoPoints)
 {

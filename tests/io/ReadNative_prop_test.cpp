@@ -76,7 +76,7 @@ template <class T>
 class ReadNative_prop : public ::testing::Test
 {
 };
-TYPED_TEST_SUITE(ReadNative_prop, BothPntTypes);
+TYPED_TEST_SUITE(ReadNative_prop, BothPntTypes, PntTypeName);
 
 TYPED_TEST(ReadNative_prop, WriteToFile_ReadFromFile_SameAnswers)
 {
