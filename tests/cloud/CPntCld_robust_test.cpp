@@ -50,7 +50,7 @@ public:
     CRecColorListener m_color;
     CPntCld m_cld{&m_color};
 };
-TYPED_TEST_SUITE(CPntCld_robust, BothPntTypes);
+TYPED_TEST_SUITE(CPntCld_robust, BothPntTypes, PntTypeName);
 
 TYPED_TEST(CPntCld_robust, AddPnt_AnyCoordinates)
 {

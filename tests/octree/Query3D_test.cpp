@@ -44,7 +44,7 @@ protected:
 private:
     std::unique_ptr<CTestStore<T>> m_pStore;
 };
-TYPED_TEST_SUITE(Query3D_case, BothPntTypes);
+TYPED_TEST_SUITE(Query3D_case, BothPntTypes, PntTypeName);
 
 using Indices = std::vector<int>;
 
