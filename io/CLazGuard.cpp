@@ -121,11 +121,14 @@ bool CLazGuard::CheckTable(std::uint32_t nChunkSize)
     if (nChunkSize == 0 || !m_file.ReadAt(m_nPosTable, nVersion) || nVersion != 0 ||
         !m_file.ReadAt(m_nPosTable + 4, m_nNumChunks))
         return false;
+    // Every chunk begins with a point that is not compressed.
+    if (m_nNumChunks > (m_nPosTable - m_nPosPnts - c_nPosSize) / m_nPntSize)
+        return false;
     m_bVariable = nChunkSize == c_nVariableChunks;
     if (!m_bVariable)
-        m_nMaxNumPnts = static_cast<std::int64_t>(m_nNumChunks) * nChunkSize;
-    // Every chunk begins with a point that is not compressed.
-    return m_nNumChunks <= (m_nPosTable - m_nPosPnts - c_nPosSize) / m_nPntSize;
+        m_nMaxNumPnts = static_cast<std::int64_t>(std::min<std::uint64_t>(
+            std::uint64_t{m_nNumChunks} * nChunkSize, std::numeric_limits<std::int64_t>::max()));
+    return true;
 }
 
 /// The chunks follow each other up to the table: a point as it is, the number of points, the size of each

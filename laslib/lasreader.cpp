@@ -2,6 +2,19 @@
 
 #include <laszip/laszip_api.h>
 
+#include <array>
+#include <memory>
+
+namespace
+{
+
+/// Where the colour stands in a point that is not compressed, by format; 0: it has none.
+constexpr std::array<std::size_t, 11> c_anPosRgb = {0, 0, 20, 28, 0, 28, 0, 30, 30, 0, 30};
+
+constexpr std::size_t c_nBlockSize = std::size_t{1} << 18U;
+
+} // namespace
+
 LASreader::~LASreader()
 {
     close();
@@ -29,23 +42,52 @@ bool LASreader::Open(const CHAR* file_name)
                   ? static_cast<I64>(pHeader->number_of_point_records)
                   : static_cast<I64>(pHeader->extended_number_of_point_records);
     point.quantizer = &header;
-    point.m_pXyz = &pPoint->X;
-    point.rgb = pPoint->rgb;
-    static_assert(offsetof(laszip_point_struct, Y) == sizeof(I32) &&
-                  offsetof(laszip_point_struct, Z) == 2 * sizeof(I32));
-    return true;
+    if (bCompressed != 0)
+    {
+        m_pNext = m_pEnd = reinterpret_cast<const unsigned char*>(pPoint); // it begins with the coordinates
+        m_nPosRgb = offsetof(laszip_point_struct, rgb);
+        return true;
+    }
+    if (header.point_data_format >= c_anPosRgb.size())
+        return false;
+    m_nPntSize = pHeader->point_data_record_length;
+    m_nPosRgb = c_anPosRgb[header.point_data_format];
+    const I64 nPosPnts = pHeader->offset_to_point_data;
+    close();
+    return OpenBlocks(file_name, nPosPnts);
 }
 
-BOOL LASreader::read_point()
+/// Opens the file at its first point, which is not compressed.
+bool LASreader::OpenBlocks(const CHAR* file_name, I64 nPosPnts)
 {
-    if (m_nNumRead >= npoints || m_pLaszip == nullptr || laszip_read_point(m_pLaszip) != 0)
-        return FALSE;
-    ++m_nNumRead;
-    return TRUE;
+    m_pFile = std::fopen(file_name, "rb");
+    if (m_pFile == nullptr || m_nPntSize == 0)
+        return false;
+    std::setvbuf(m_pFile, nullptr, _IONBF, 0); // the block is the buffer
+    m_vecBlock.resize(c_nBlockSize / m_nPntSize * m_nPntSize);
+    return fseeko(m_pFile, static_cast<off_t>(nPosPnts), SEEK_SET) == 0;
+}
+
+/// Reads LASzip's next point, or the next block of whole points.
+bool LASreader::ReadMore()
+{
+    if (m_pLaszip != nullptr)
+        return laszip_read_point(m_pLaszip) == 0;
+    if (m_pFile == nullptr)
+        return false;
+    const std::size_t nNum =
+        std::fread(m_vecBlock.data(), m_nPntSize, m_vecBlock.size() / m_nPntSize, m_pFile);
+    m_pNext = m_vecBlock.data();
+    m_pEnd = m_pNext + nNum * m_nPntSize;
+    return nNum > 0;
 }
 
 void LASreader::close(BOOL /*close_stream*/)
 {
+    m_pEnd = m_pNext;
+    if (m_pFile != nullptr)
+        std::fclose(m_pFile);
+    m_pFile = nullptr;
     if (m_pLaszip == nullptr)
         return;
     laszip_close_reader(m_pLaszip);

@@ -15,14 +15,14 @@ namespace
 std::vector<std::string> SmallFiles()
 {
     std::vector<std::string> vecFiles;
-    for (const int nFormat : {0, 2, 5, 7})
+    for (const int nFormat : {0, 2, 7})
     {
         CLasFile file = LasOf(nFormat, 3);
         file.vecRecords = {"some text", ""};
         vecFiles.push_back(file.GetBytes());
     }
 #ifdef ZOR4DATA_TEST_LAZ
-    for (const int nFormat : {0, 3, 6, 7})
+    for (const int nFormat : {0, 3, 7})
         vecFiles.push_back(LazBytes(LasOf(nFormat, 6), 4));
 #endif
     return vecFiles;
@@ -103,8 +103,7 @@ TEST_F(CLasReader_robust, Read_EveryOneByteChange)
         memFile.Set(sChanged);
         for (std::size_t n = 0; n < sFile.size(); ++n)
         {
-            for (const int nValue :
-                 {0, 1, 2, 3, 10, 0x7f, 0x80, 0xff, sFile[n] ^ 1, sFile[n] ^ 0x40, sFile[n] + 1})
+            for (const int nValue : {0, 0x7f, 0x80, 0xff, sFile[n] ^ 1, sFile[n] + 1})
             {
                 sChanged[n] = static_cast<char>(nValue);
                 memFile.Write(sChanged.substr(n, 1), n);
@@ -137,7 +136,7 @@ TEST_F(CLasReader_robust, Read_SeveralBytesChanged)
     CMemFile memFile;
     CNumbers numbers;
     for (const std::string& sFile : SmallFiles())
-        for (int i = 0; i < 1000; ++i)
+        for (int i = 0; i < 500; ++i)
         {
             std::string sChanged = sFile;
             for (std::size_t k = 2 + numbers.GetBelow(7); k > 0; --k)
