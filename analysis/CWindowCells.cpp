@@ -20,12 +20,14 @@ struct CExtent
     double dY;
 };
 
-double CalcNumCells(const CExtent& extent, double dCellSize) noexcept
+// Cells along one axis; the empty ones before and behind that CWindowAxis adds, at most that many again.
+double CalcNumCells(double dExtent, double dCellSize, double dHalf) noexcept
 {
-    return (std::floor(extent.dX / dCellSize) + 1.0) * (std::floor(extent.dY / dCellSize) + 1.0);
+    const double dNum = std::floor(dExtent / dCellSize) + 1.0;
+    return dNum + 2.0 * std::min(dNum, std::max(dHalf / dCellSize, 1.0) + 1.5);
 }
 
-// Edge of the cells: that part of half the window, but about two points a cell on the average.
+// Edge of the cells: that part of half the window, but about three points a cell on the average.
 double CalcCellSize(const CExtent& extent, double dNumPnts, double dHalf)
 {
     const double dMaxCells = dNumPnts / 3.0 + 64.0;
@@ -35,7 +37,9 @@ double CalcCellSize(const CExtent& extent, double dNumPnts, double dHalf)
     double dSize = std::max(std::min(dHalf, 1.0e40) / c_nCellsPerHalf, dMinSize);
     if (!(dSize > 1.0e-60))
         return 1.0; // no extent and no window: one cell
-    while (CalcNumCells(extent, dSize) > dMaxCells)
+    // A narrow cloud has mostly empty cells around it. Few cells, whatever they hold, are no burden.
+    while (CalcNumCells(extent.dX, dSize, dHalf) * CalcNumCells(extent.dY, dSize, dHalf) >
+           1.1 * dMaxCells + 4096.0)
         dSize *= 1.02;
     // Half the window in whole cells: most windows of one cell then reach the same cells.
     const double dCells = std::floor(dHalf / dSize);

@@ -13,7 +13,7 @@
 /// The points of a region sorted into square cells, made for one size of window.
 ///
 /// Cells lie row by row, at `nRow * GetNumCols() + nCol`. The cell edge divides half the window where
-/// the points are dense enough; there are never many more cells than half the number of points.
+/// the points are dense enough; there are never many more cells than a third of the points.
 /// Memory: 16 bytes a point and 9 bytes a cell.
 class CWindowCells
 {
