@@ -3,9 +3,17 @@
 #include <algorithm>
 #include <limits>
 
-CErodedHeights::CErodedHeights(CWindowCells& cells, CBlockMin& blocks)
+namespace
+{
+
+// So many points are looked at without a branch sooner than in order of height.
+constexpr std::uint32_t c_nFewPnts = 4;
+
+} // namespace
+
+CErodedHeights::CErodedHeights(CWindowCells& cells, CBlockMin& blocks, CMorphBuffers& buffers)
     : m_cells(cells), m_blocks(blocks), m_vecDone(cells.GetNumCells(), 0),
-      m_pHeights(new float[cells.GetNumPnts()]) // not zeroed: written cell by cell
+      m_pHeights(buffers.m_heights.Provide(cells.GetNumPnts()))
 {
     blocks.AddLines();
 }
@@ -60,16 +68,18 @@ void CErodedHeights::ScanCells(const CWindowBox& box, const CWindowRing& ring, f
 
 void CErodedHeights::ScanPnts(const CWindowBox& box, std::size_t nCell, float& fMin)
 {
-    m_cells.SortByHeight(nCell);
-    for (std::uint32_t i = m_cells.GetStart(nCell); i < m_cells.GetStart(nCell + 1); ++i)
+    std::uint32_t i = m_cells.GetStart(nCell);
+    const std::uint32_t nEnd = m_cells.GetStart(nCell + 1);
+    if (nEnd - i <= c_nFewPnts)
     {
-        const CCellPnt& pnt = m_cells.GetPnt(i);
-        if (!(pnt.z < fMin))
-            return;
-        if (box.IsInside(pnt))
-        {
-            fMin = pnt.z;
-            return;
-        }
+        for (; i < nEnd; ++i)
+            fMin = std::min(fMin, box.IsInside(m_cells.GetPnt(i)) ? m_cells.GetPnt(i).z : fMin);
+        return;
     }
+    // The first one inside is the lowest one inside.
+    m_cells.SortByHeight(nCell);
+    while (i < nEnd && m_cells.GetPnt(i).z < fMin && !box.IsInside(m_cells.GetPnt(i)))
+        ++i;
+    if (i < nEnd)
+        fMin = std::min(fMin, m_cells.GetPnt(i).z);
 }

@@ -6,7 +6,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 /// Eroded heights: the least height in the window of a point, exactly, of the cells that are asked for.
@@ -15,7 +14,8 @@ class CErodedHeights
 public:
     /// @param cells   sorted; points change their order inside their cells. Must outlive the object.
     /// @param blocks  of these cells; must outlive the object.
-    CErodedHeights(CWindowCells& cells, CBlockMin& blocks);
+    /// @param buffers holds the heights; must outlive the object, which has them to itself.
+    CErodedHeights(CWindowCells& cells, CBlockMin& blocks, CMorphBuffers& buffers);
 
     /// Makes the eroded heights of all points of a cell, once.
     /// @return the greatest of them; -infinity without points.
@@ -34,7 +34,7 @@ private:
     CWindowCells& m_cells;
     const CBlockMin& m_blocks;
     std::vector<unsigned char> m_vecDone; // by cell
-    std::unique_ptr<float[]> m_pHeights;  // by point, as sorted
+    float* m_pHeights;                    // by point, as sorted
 };
 
 #endif

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <limits>
 
-CGroundDecision::CGroundDecision(CWindowCells& cells, const CMorphRect& rectOwn, float fMaxDiff)
-    : m_cells(cells), m_rectOwn(rectOwn), m_fMaxDiff(fMaxDiff), m_blocks(cells), m_bounds(cells, m_blocks)
+CGroundDecision::CGroundDecision(CWindowCells& cells, const CMorphRect& rectOwn, float fMaxDiff,
+                                 CMorphBuffers& buffers)
+    : m_cells(cells), m_rectOwn(rectOwn), m_fMaxDiff(fMaxDiff), m_buffers(buffers), m_blocks(cells),
+      m_bounds(cells, m_blocks)
 {
 }
 
@@ -50,7 +52,7 @@ std::uint32_t CGroundDecision::DecideCell(std::size_t nCell, int nCol, float fLo
     // Looking for support sorts cells by height: this one first, so that the loop meets every point once.
     m_cells.SortByHeight(nCell);
     if (!m_heights)
-        m_heights.emplace(m_cells, m_blocks);
+        m_heights.emplace(m_cells, m_blocks, m_buffers);
     if (!m_heights->IsDone(nCell))
         m_bounds.LowerErodedMax(nCell, m_heights->CalcCell(nCell));
     for (std::uint32_t i = m_cells.GetStart(nCell); i < m_cells.GetStart(nCell + 1); ++i)

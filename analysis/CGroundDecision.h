@@ -24,7 +24,8 @@ public:
     /// @param cells     the points, sorted; must outlive the object.
     /// @param rectOwn   points outside it are not decided about.
     /// @param fMaxDiff  points with height minus opened height below this stay.
-    CGroundDecision(CWindowCells& cells, const CMorphRect& rectOwn, float fMaxDiff);
+    /// @param buffers   must outlive the object.
+    CGroundDecision(CWindowCells& cells, const CMorphRect& rectOwn, float fMaxDiff, CMorphBuffers& buffers);
 
     /// Sets `vecStays` to 1 at the positions of the points that stay. Others are left as they are.
     void Decide(std::vector<unsigned char>& vecStays, CMorphProgress& progress);
@@ -45,6 +46,7 @@ private:
     CWindowCells& m_cells;
     CMorphRect m_rectOwn;
     float m_fMaxDiff;
+    CMorphBuffers& m_buffers;
     CBlockMin m_blocks;
     COpeningBounds m_bounds;
     std::optional<CErodedHeights> m_heights; // from the first point on that the bounds leave open

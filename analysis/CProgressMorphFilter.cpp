@@ -58,6 +58,7 @@ void CProgressMorphFilter::KeepGround(IPclProgressListener* pListener, std::vect
     CMorphWindowSeries series(
         {max_window_size_, slope_, max_distance_, initial_distance_, cell_size_, base_, exponential_});
     CMorphProgress progress(pListener, CountWindows(series));
+    CMorphBuffers buffers;
     CMorphWindow window;
     for (int i = 0; !vecGround.empty() && series.FindNext(window); ++i)
     {
@@ -65,8 +66,9 @@ void CProgressMorphFilter::KeepGround(IPclProgressListener* pListener, std::vect
         progress.StartWindow(std::min(i, c_nMaxCounted - 1), nNumPnts);
         // KEPT: a list as long as the cloud stands for the cloud as it is, whatever its order.
         const int* pList = vecGround.size() == input_->size() ? nullptr : vecGround.data();
-        KeepStaying(FilterWindow(CMorphPnts(input_->points.data(), pList, nNumPnts), window, progress),
-                    vecGround);
+        KeepStaying(
+            FilterWindow(CMorphPnts(input_->points.data(), pList, nNumPnts), window, buffers, progress),
+            vecGround);
     }
     progress.Finish();
 }

@@ -22,7 +22,10 @@ struct CWindowBox
 
     bool IsInside(const CCellPnt& pnt) const noexcept
     {
-        return pnt.x >= fMinX && pnt.x <= fMaxX && pnt.y >= fMinY && pnt.y <= fMaxY;
+        // Without branches: which side a point fails on is anybody's guess.
+        const unsigned nInX = static_cast<unsigned>(pnt.x >= fMinX) & static_cast<unsigned>(pnt.x <= fMaxX);
+        const unsigned nInY = static_cast<unsigned>(pnt.y >= fMinY) & static_cast<unsigned>(pnt.y <= fMaxY);
+        return (nInX & nInY) != 0;
     }
 };
 

@@ -88,9 +88,9 @@ void CWindowCells::CountPnts(const CMorphRegion& region)
     m_bCrowded = m_bCoarse && dSquares > c_dCrowd * static_cast<double>(nSum);
 }
 
-void CWindowCells::SortPnts(const CMorphRegion& region)
+void CWindowCells::SortPnts(const CMorphRegion& region, CMorphBuffers& buffers)
 {
-    m_pPnts.reset(new CCellPnt[GetNumPnts()]); // not zeroed: every record is written below
+    m_pPnts = buffers.m_pnts.Provide(GetNumPnts());
     m_vecMin.assign(GetNumCells(), std::numeric_limits<float>::infinity());
     m_vecSorted.assign(GetNumCells(), 0);
 
@@ -111,6 +111,6 @@ void CWindowCells::SortPnts(const CMorphRegion& region)
 void CWindowCells::SortCell(std::size_t nCell)
 {
     m_vecSorted[nCell] = 1;
-    std::sort(m_pPnts.get() + m_vecStart[nCell], m_pPnts.get() + m_vecStart[nCell + 1],
+    std::sort(m_pPnts + m_vecStart[nCell], m_pPnts + m_vecStart[nCell + 1],
               [](const CCellPnt& a, const CCellPnt& b) { return a.z < b.z; });
 }

@@ -1,13 +1,13 @@
 #ifndef ANALYSIS_CWINDOWCELLS_H
 #define ANALYSIS_CWINDOWCELLS_H
 
+#include <analysis/CMorphBuffers.h>
 #include <analysis/CMorphRegion.h>
 #include <analysis/CWindowAxis.h>
 #include <analysis/CWindowBox.h>
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 /// The points of a region sorted into square cells, made for one size of window.
@@ -23,7 +23,9 @@ public:
     CWindowCells(const CMorphRegion& region, float fHalf);
 
     /// Sorts the points in. Before it, only `IsCrowded` and the axes may be asked.
-    void SortPnts(const CMorphRegion& region);
+    ///
+    /// @param buffers  holds the points; must outlive the object, which has them to itself.
+    void SortPnts(const CMorphRegion& region, CMorphBuffers& buffers);
 
     /// Do the cells hold far more points than cells of the wanted size would, because the points cover
     /// little of their rectangle? Then the halves of the region may have finer ones.
@@ -80,7 +82,7 @@ private:
     std::vector<std::uint32_t> m_vecStart;
     std::vector<float> m_vecMin;
     std::vector<unsigned char> m_vecSorted; // by height
-    std::unique_ptr<CCellPnt[]> m_pPnts;
+    CCellPnt* m_pPnts = nullptr;
 };
 
 #endif

@@ -42,7 +42,7 @@ public:
         if (!m_cells)
         {
             m_cells.emplace(m_region, m_fHalf);
-            m_cells->SortPnts(m_region);
+            m_cells->SortPnts(m_region, m_buffers);
         }
         return HasPntInWindow(*m_cells, x, y);
     }
@@ -50,6 +50,7 @@ public:
 private:
     CMorphRegion m_region;
     float m_fHalf;
+    CMorphBuffers m_buffers;
     std::optional<CWindowCells> m_cells;
 };
 

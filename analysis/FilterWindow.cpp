@@ -32,8 +32,9 @@ bool IsWorthDividing(const CMorphRegion& region, float fHalf) noexcept
 class CRegionFilter
 {
 public:
-    CRegionFilter(const CMorphWindow& window, std::vector<unsigned char>& vecStays, CMorphProgress& progress)
-        : m_fHalf(window.fSize / 2.0F), m_fMaxDiff(window.fMaxDiff), m_vecStays(vecStays),
+    CRegionFilter(const CMorphWindow& window, CMorphBuffers& buffers, std::vector<unsigned char>& vecStays,
+                  CMorphProgress& progress)
+        : m_fHalf(window.fSize / 2.0F), m_fMaxDiff(window.fMaxDiff), m_buffers(buffers), m_vecStays(vecStays),
           m_progress(progress)
     {
     }
@@ -61,12 +62,13 @@ private:
             m_vecToDo.push_back(std::move(halves.first));
             return;
         }
-        cells.SortPnts(region);
-        CGroundDecision(cells, region.GetOwnRect(), m_fMaxDiff).Decide(m_vecStays, m_progress);
+        cells.SortPnts(region, m_buffers);
+        CGroundDecision(cells, region.GetOwnRect(), m_fMaxDiff, m_buffers).Decide(m_vecStays, m_progress);
     }
 
     float m_fHalf;
     float m_fMaxDiff;
+    CMorphBuffers& m_buffers;
     std::vector<unsigned char>& m_vecStays;
     CMorphProgress& m_progress;
     std::vector<CMorphRegion> m_vecToDo;
@@ -75,7 +77,7 @@ private:
 } // namespace
 
 std::vector<unsigned char> FilterWindow(const CMorphPnts& pnts, const CMorphWindow& window,
-                                        CMorphProgress& progress)
+                                        CMorphBuffers& buffers, CMorphProgress& progress)
 {
     std::vector<unsigned char> vecStays(pnts.GetNumPnts(), 0);
     // A window of negative size, or of none that is a number, is empty: every point keeps its height.
@@ -88,6 +90,6 @@ std::vector<unsigned char> FilterWindow(const CMorphPnts& pnts, const CMorphWind
     CMorphRegion region(pnts);
     if (!region.HasAll())
         FilterNotFinite(pnts, window, vecStays);
-    CRegionFilter(window, vecStays, progress).Filter(std::move(region));
+    CRegionFilter(window, buffers, vecStays, progress).Filter(std::move(region));
     return vecStays;
 }

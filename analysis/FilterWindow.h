@@ -1,6 +1,7 @@
 #ifndef ANALYSIS_FILTERWINDOW_H
 #define ANALYSIS_FILTERWINDOW_H
 
+#include <analysis/CMorphBuffers.h>
 #include <analysis/CMorphPnts.h>
 #include <analysis/CMorphProgress.h>
 #include <analysis/CMorphWindowSeries.h>
@@ -14,11 +15,12 @@
 /// holds finite points only. Eroded: the least height in the window. Opened: the greatest eroded height
 /// in the window. A point whose window is empty keeps its height.
 ///
+/// @param buffers  contents do not matter before, and mean nothing after.
 /// @return one entry a position, 1 for points that stay.
 ///
 /// Cost: for points spread evenly, in proportion to their number; most are decided cell by cell. Throws
 /// std::bad_alloc, and what the listener throws.
 std::vector<unsigned char> FilterWindow(const CMorphPnts& pnts, const CMorphWindow& window,
-                                        CMorphProgress& progress);
+                                        CMorphBuffers& buffers, CMorphProgress& progress);
 
 #endif
