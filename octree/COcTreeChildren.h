@@ -100,10 +100,6 @@ public:
         const unsigned nNumLeaves = CountBits(ucExist & ucLeaf);
         const unsigned nNumNodes = CountBits(ucExist & ~ucLeaf);
         return nNumLeaves * std::size_t{c_nLeafSize} + nNumNodes * std::size_t{c_nNodeSize};
-        const int nNumLeaves = __builtin_popcount(static_cast<unsigned>(ucExist & ucLeaf));
-        const int nNumNodes = __builtin_popcount(static_cast<unsigned>(ucExist & ~ucLeaf));
-        return static_cast<std::size_t>(nNumLeaves) * c_nLeafSize +
-               static_cast<std::size_t>(nNumNodes) * c_nNodeSize;
     }
 
     /// Writes the record of a leaf. @return where the next record goes.

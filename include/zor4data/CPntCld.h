@@ -12,6 +12,7 @@
 #include <zor4data/Export.h>
 #include <zor4data/ICldColorListener.h>
 #include <zor4data/IDlgProgress.h>
+#include <zor4data/IPclProgressListener.h>
 #include <zor4data/IPntCldListener.h>
 #include <zor4data/IPntCldReadListener.h>
 #include <zor4data/enumPntCldFile.h>
@@ -214,6 +215,17 @@ public:
     /// One SetZRange to the colour listener, if there is an octree. The cloud is not changed.
     /// Cost: about one look at each point's neighbourhood; memory: up to 5 bytes a point.
     bool CalcCnt(IDlgProgress* pProgress, IPntCldListener* pListener, double d) const;
+
+    /// Reduces the cloud to its ground points: a progressive morphological filter ("A
+    /// Progressive Morphological Filter for Removing Nonground Measurements From Airborne LIDAR Data", 2003)
+    /// with windows up to 20 coordinate units, slope 1, and heights from 0.5 to 3 above the opened surface.
+    ///
+    /// @param pListener  told of the progress; null: no calls.
+    ///
+    /// The points that stay keep their colours; octree, indices and marks are new, the cloud is modified
+    /// and takes no further points. Coordinates go into the filter as floats. Points marked deleted are to
+    /// be removed before. A cloud without ground, or without points, ends up empty.
+    void Morph(IPclProgressListener* pListener);
 
 private:
     ZOR4DATA_LOCAL bool ReadFromFile(const zor::String& sPath);
