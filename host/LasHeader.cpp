@@ -17,7 +17,7 @@ constexpr std::int64_t c_nRecordHeadSize = 54;
 
 struct CCloser
 {
-    void operator()(std::FILE* pFile) const { std::fclose(pFile); }
+    void operator()(std::FILE* pFile) const { static_cast<void>(std::fclose(pFile)); }
 };
 
 using CFile = std::unique_ptr<std::FILE, CCloser>;
@@ -238,7 +238,8 @@ std::string CLasHeader::GetDate() const
         if (nLeft > anDays[i])
             continue;
         char acText[40];
-        std::snprintf(acText, sizeof acText, "%04d-%02d-%02d", nYear, static_cast<int>(i) + 1, nLeft);
+        static_cast<void>(
+            std::snprintf(acText, sizeof acText, "%04d-%02d-%02d", nYear, static_cast<int>(i) + 1, nLeft));
         return acText;
     }
     return std::to_string(nYear);

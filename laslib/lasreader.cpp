@@ -63,7 +63,7 @@ bool LASreader::OpenBlocks(const CHAR* file_name, I64 nPosPnts)
     m_pFile = std::fopen(file_name, "rb");
     if (m_pFile == nullptr || m_nPntSize == 0)
         return false;
-    std::setvbuf(m_pFile, nullptr, _IONBF, 0); // the block is the buffer
+    static_cast<void>(std::setvbuf(m_pFile, nullptr, _IONBF, 0)); // the block is the buffer
     m_vecBlock.resize(c_nBlockSize / m_nPntSize * m_nPntSize);
     return fseeko(m_pFile, static_cast<off_t>(nPosPnts), SEEK_SET) == 0;
 }
@@ -86,7 +86,7 @@ void LASreader::close(BOOL /*close_stream*/)
 {
     m_pEnd = m_pNext;
     if (m_pFile != nullptr)
-        std::fclose(m_pFile);
+        static_cast<void>(std::fclose(m_pFile));
     m_pFile = nullptr;
     if (m_pLaszip == nullptr)
         return;
