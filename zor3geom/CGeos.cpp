@@ -1,0 +1,144 @@
+#include <zor3geom/CGeos.h>
+
+#include <zor3geom/IsFiniteRing.h>
+
+#include <new>
+
+namespace zor::geom
+{
+
+CGeos::CGeos() : m_context(GEOS_init_r())
+{
+    if (m_context == nullptr)
+        throw std::bad_alloc();
+}
+
+CGeos::~CGeos()
+{
+    GEOS_finish_r(m_context);
+}
+
+CGeos::Geometry CGeos::Own(GEOSGeometry* pGeometry) const
+{
+    Geometry geometry(pGeometry, [context = m_context](GEOSGeometry* p) { GEOSGeom_destroy_r(context, p); });
+    if (pGeometry != nullptr && GEOSisEmpty_r(m_context, pGeometry) == 1)
+        geometry.reset();
+    return geometry;
+}
+
+CGeos::Geometry CGeos::Clone(const GEOSGeometry* pGeometry) const
+{
+    return Own(pGeometry == nullptr ? nullptr : GEOSGeom_clone_r(m_context, pGeometry));
+}
+
+CGeos::Geometry CGeos::MakePolygon(const std::vector<PNT_2D>& ring) const
+{
+    if (ring.size() < 3 || !IsFiniteRing(ring))
+        return Own(nullptr);
+    std::vector<double> vecCoords;
+    vecCoords.reserve(2 * ring.size() + 2);
+    for (const PNT_2D& pnt : ring)
+        vecCoords.insert(vecCoords.end(), {pnt.x, pnt.y});
+    vecCoords.insert(vecCoords.end(), {ring.front().x, ring.front().y});
+    GEOSCoordSequence* const pCoords = GEOSCoordSeq_copyFromBuffer_r(
+        m_context, vecCoords.data(), static_cast<unsigned>(vecCoords.size() / 2), 0, 0);
+    // Each call takes over what it is given, whether it succeeds or not.
+    GEOSGeometry* const pRing =
+        pCoords == nullptr ? nullptr : GEOSGeom_createLinearRing_r(m_context, pCoords);
+    return Own(pRing == nullptr ? nullptr : GEOSGeom_createPolygon_r(m_context, pRing, nullptr, 0));
+}
+
+CGeos::Geometry CGeos::MakeValidPolygon(const std::vector<PNT_2D>& ring) const
+{
+    Geometry polygon = MakePolygon(ring);
+    if (polygon == nullptr || GEOSisValid_r(m_context, polygon.get()) == 1)
+        return polygon;
+    return ExtractAreas(Own(GEOSMakeValid_r(m_context, polygon.get())).get());
+}
+
+/// The polygons of a geometry as one; lines and points, which a repair leaves behind, are dropped.
+CGeos::Geometry CGeos::ExtractAreas(const GEOSGeometry* pGeometry) const
+{
+    std::vector<GEOSGeometry*> vecAreas;
+    ForEachPolygon(pGeometry, [&](const GEOSGeometry* pPolygon)
+                   { vecAreas.push_back(GEOSGeom_clone_r(m_context, pPolygon)); });
+    return Own(GEOSGeom_createCollection_r(m_context, GEOS_MULTIPOLYGON, vecAreas.data(),
+                                           static_cast<unsigned>(vecAreas.size())));
+}
+
+CGeos::Geometry CGeos::MakeRegion(const TMultiPartPolygon& polygon) const
+{
+    Geometry region = MakeValidPolygon(polygon.outer);
+    for (const std::vector<PNT_2D>& hole : polygon.holes)
+        region = CalcDifference(region.get(), MakeValidPolygon(hole).get());
+    return region;
+}
+
+CGeos::Geometry CGeos::CalcDifference(const GEOSGeometry* pA, const GEOSGeometry* pB) const
+{
+    if (pA == nullptr || pB == nullptr)
+        return Clone(pA);
+    return Own(GEOSDifference_r(m_context, pA, pB));
+}
+
+CGeos::Geometry CGeos::CalcIntersection(const GEOSGeometry* pA, const GEOSGeometry* pB) const
+{
+    if (pA == nullptr || pB == nullptr)
+        return Own(nullptr);
+    return ExtractAreas(Own(GEOSIntersection_r(m_context, pA, pB)).get());
+}
+
+// Collections within collections do not come out of any operation here: one level is enough.
+void CGeos::ForEachPolygon(const GEOSGeometry* pGeometry,
+                           const std::function<void(const GEOSGeometry*)>& onPolygon) const
+{
+    if (pGeometry == nullptr)
+        return;
+    const int nNum = GEOSGetNumGeometries_r(m_context, pGeometry);
+    for (int i = 0; i < nNum; ++i)
+    {
+        const GEOSGeometry* const pPart = GEOSGetGeometryN_r(m_context, pGeometry, i);
+        const int nType = GEOSGeomTypeId_r(m_context, pPart);
+        if (nType == GEOS_POLYGON && GEOSisEmpty_r(m_context, pPart) == 0)
+            onPolygon(pPart);
+        else if (nType == GEOS_MULTIPOLYGON && pPart != pGeometry)
+            ForEachPolygon(pPart, onPolygon);
+    }
+}
+
+std::vector<PNT_2D> CGeos::GetRing(const GEOSGeometry* pRing) const
+{
+    const GEOSCoordSequence* const pCoords = GEOSGeom_getCoordSeq_r(m_context, pRing);
+    unsigned nNum = 0;
+    GEOSCoordSeq_getSize_r(m_context, pCoords, &nNum);
+    std::vector<double> vecCoords(2 * static_cast<std::size_t>(nNum));
+    GEOSCoordSeq_copyToBuffer_r(m_context, pCoords, vecCoords.data(), 0, 0);
+    std::vector<PNT_2D> ring;
+    ring.reserve(nNum);
+    for (std::size_t i = 0; i + 2 < vecCoords.size(); i += 2) // without the closing point
+        ring.emplace_back(vecCoords[i], vecCoords[i + 1]);
+    return ring;
+}
+
+std::vector<TMultiPartPolygon> CGeos::GetParts(const GEOSGeometry* pGeometry) const
+{
+    std::vector<TMultiPartPolygon> vecParts;
+    ForEachPolygon(pGeometry,
+                   [&](const GEOSGeometry* pPolygon)
+                   {
+                       TMultiPartPolygon part;
+                       part.outer = GetRing(GEOSGetExteriorRing_r(m_context, pPolygon));
+                       const int nNumHoles = GEOSGetNumInteriorRings_r(m_context, pPolygon);
+                       for (int i = 0; i < nNumHoles; ++i)
+                           part.holes.push_back(GetRing(GEOSGetInteriorRingN_r(m_context, pPolygon, i)));
+                       vecParts.push_back(std::move(part));
+                   });
+    return vecParts;
+}
+
+int CGeos::GetNumPnts(const GEOSGeometry* pGeometry) const
+{
+    return pGeometry == nullptr ? 0 : GEOSGetNumCoordinates_r(m_context, pGeometry);
+}
+
+} // namespace zor::geom
