@@ -17,7 +17,7 @@ namespace
 {
 
 /// Items up to which the calls are recorded and compared, and progress is asked for.
-constexpr long long c_nMaxItems = 100000;
+constexpr long long c_nMaxItems = 20000;
 
 /// Points up to which a cloud is filled.
 constexpr int c_nMaxPnts = 1000000;
@@ -132,6 +132,8 @@ void FillAndAsk(const char* sPath, const CNumbers& numbers)
     CHost host;
     CPntCld cld(&host);
     const bool bLoaded = cld.ReadFromFile(nullptr, PntCldFile_Ply, sPath);
+    if (!bLoaded && cld.GetNumPnts() > c_nMaxItems)
+        return; // slots that were announced only: nothing to learn from so many of them
     Ask(cld, bLoaded, numbers);
     const int nNumPnts = cld.GetNumPnts();
     int nNumSel = 0;

@@ -21,6 +21,15 @@ double CalcSeconds(CProgressBar::TClock::duration duration)
     return std::chrono::duration<double>(duration).count();
 }
 
+/// A count that does not fit into memory is most often one that the file cannot hold either.
+[[noreturn]] void FailForMemory(const CFileKind& kind, const CLoadFacts& facts, const std::string& sPath)
+{
+    std::string sCause = kind.pFindCause(sPath);
+    if (sCause.empty() && facts.nAnnounced >= 0)
+        sCause = fmt::format("not enough memory for the {} points that it announces", facts.nAnnounced);
+    throw CFailure(sPath, sCause.empty() ? "not enough memory" : sCause);
+}
+
 bool ReadFile(CPntCld& cloud, CProgressBar& progress, const CFileKind& kind, const CLoadFacts& facts,
               const std::string& sPath)
 {
@@ -30,11 +39,7 @@ bool ReadFile(CPntCld& cloud, CProgressBar& progress, const CFileKind& kind, con
     }
     catch (const std::bad_alloc&)
     {
-        throw CFailure(sPath, facts.nAnnounced < 0
-                                  ? std::string("not enough memory")
-                                  : fmt::format("not enough memory for the {} points that it "
-                                                "announces",
-                                                facts.nAnnounced));
+        FailForMemory(kind, facts, sPath);
     }
 }
 

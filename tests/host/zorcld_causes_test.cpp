@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <utility>
+#include <string>
 
 namespace
 {
@@ -67,8 +67,8 @@ TEST(ZorcldCauses, Truncated)
     const std::string sHeader = MakePlyHeader("element vertex 10\n" + c_sXyz);
     expect(sHeader, "truncated after 0 of 10 vertices");
     expect(sHeader + std::string(12 * 7 + 4, '\0'), "truncated after 7 of 10 vertices");
-    expect(MakePlyHeader("element vertex 2000000000\n" + c_sXyz) + std::string(24, '\0'),
-           "truncated after 2 of 2000000000 vertices");
+    expect(MakePlyHeader("element vertex 50000000\n" + c_sXyz) + std::string(24, '\0'),
+           "truncated after 2 of 50000000 vertices");
     // Lists before the vertices and after them.
     const std::string sFace = "element face 2\nproperty list uchar int i\n";
     const std::string sVertex = "element vertex 1\n" + c_sXyz;
@@ -76,6 +76,26 @@ TEST(ZorcldCauses, Truncated)
     expect(MakePlyHeader(sFace + sVertex) + sThree + sThree, "truncated after 0 of 1 vertices");
     expect(MakePlyHeader(sVertex + sFace) + std::string(12, '\0') + sThree,
            "truncated after 1 of 2 items of element face");
+}
+
+// Little memory: the cause is that of the file where it has one, and the count where it has none.
+TEST(ZorcldCauses, NoMemory_OneClearLine)
+{
+    if (CZorcld::IsSanitized())
+        GTEST_SKIP() << "sanitizers take more memory than can be forbidden";
+    const CZorcld zorcld;
+    const std::string sHeader = MakePlyHeader("element vertex 50000000\n" + c_sXyz);
+    const std::string sFile = zorcld.Write("file.ply", sHeader + std::string(24, '\0'));
+    const CRun truncated = zorcld.Run({"info", sFile}, 300000);
+    EXPECT_EQ(truncated.nStatus, 1);
+    EXPECT_NE(truncated.sErr.find("truncated after 2 of 50000000 vertices"), std::string::npos)
+        << truncated.sErr;
+
+    std::filesystem::resize_file(sFile, sHeader.size() + 600000000); // a hole: takes no disk
+    const CRun whole = zorcld.Run({"info", sFile}, 300000);
+    EXPECT_EQ(whole.nStatus, 1);
+    EXPECT_TRUE(whole.HasOneErrLine()) << whole.sErr;
+    EXPECT_NE(whole.sErr.find("not enough memory for the 50000000 points"), std::string::npos) << whole.sErr;
 }
 
 TEST(ZorcldCauses, Type_OverridesAndExtensionIsNotNeeded)

@@ -46,14 +46,24 @@ CZorcld::~CZorcld()
     fs::remove(m_folder.string() + ".err", error);
 }
 
-CRun CZorcld::Run(const std::vector<std::string>& vecArgs) const
+bool CZorcld::IsSanitized()
+{
+    return ZORCLD_SANITIZED;
+}
+
+CRun CZorcld::Run(const std::vector<std::string>& vecArgs, long nMaxKib) const
 {
     const std::string sOut = m_folder.string() + ".out";
     const std::string sErr = m_folder.string() + ".err";
-    std::string sCommand = Quote(ZORCLD_PATH);
+    // The font library keeps some of its memory to the end, which is no leak of ours.
+    std::string sCommand =
+        "LSAN_OPTIONS=$LSAN_OPTIONS:print_suppressions=0:suppressions=" + Quote(ZORCLD_SUPPRESSIONS) + ' ' +
+        Quote(ZORCLD_PATH);
+    if (nMaxKib > 0)
+        sCommand = "ulimit -v " + std::to_string(nMaxKib) + "; " + sCommand;
     for (const std::string& sArg : vecArgs)
         sCommand += ' ' + Quote(sArg);
-    sCommand += " </dev/null >" + Quote(sOut) + " 2>" + Quote(sErr);
+    sCommand = "{ " + sCommand + "; } </dev/null >" + Quote(sOut) + " 2>" + Quote(sErr);
     const int nStatus = std::system(sCommand.c_str());
     return {WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : -1, ReadBytes(sOut), ReadBytes(sErr)};
 }

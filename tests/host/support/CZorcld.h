@@ -25,7 +25,11 @@ public:
     CZorcld(const CZorcld&) = delete;
     CZorcld& operator=(const CZorcld&) = delete;
 
-    CRun Run(const std::vector<std::string>& vecArgs) const;
+    /// @param nMaxKib  address space that the run may take, KiB; 0: as much as it wants.
+    CRun Run(const std::vector<std::string>& vecArgs, long nMaxKib = 0) const;
+
+    /// Is the program built with sanitizers?
+    static bool IsSanitized();
 
     /// Path of a file in the folder.
     std::string GetPath(const std::string& sName) const;
