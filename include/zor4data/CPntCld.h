@@ -228,6 +228,24 @@ public:
     ///         points, at least 1, coordinate units; 1.7e200, no limit, without an octree or points.
     double CalcMaxSearchDist() const;
 
+    // --- analysis ------------------------------------------------------------------------------
+
+    /// Finds the outline of the cloud in plan view and delivers its corners, points of the cloud, in
+    /// walking order, one a call: clockwise from the westernmost point, which comes again at the end.
+    ///
+    /// @param pProgress  receives percent, one call a point; null: no calls.
+    /// @param pListener  receives the corners; not null. Nothing is delivered unless true is returned.
+    /// @param d          coordinate units: points at most so far apart in plan view belong together.
+    ///                   Only the largest such cluster is outlined. The outline cuts across notches of
+    ///                   up to ten times that width. Infinite or not-a-number: no limit. 0: no outline.
+    ///
+    /// @return false when there is no octree or no closed outline: two points or fewer, or nothing
+    ///         strictly north of the cluster's westernmost point within reach.
+    ///
+    /// One SetZRange to the colour listener, if there is an octree. The cloud is not changed.
+    /// Cost: about one look at each point's neighbourhood; memory: up to 5 bytes a point.
+    bool CalcCnt(IDlgProgress* pProgress, IPntCldListener* pListener, double d) const;
+
 private:
     enumPntCldType m_eType;
     COcTree<CTruncPnt> m_cld;            // live when the type is PntCldType_Pnt
