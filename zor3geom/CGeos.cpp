@@ -2,7 +2,9 @@
 
 #include <zor3geom/IsFiniteRing.h>
 
+#include <cstring>
 #include <new>
+#include <utility>
 
 namespace zor::geom
 {
@@ -11,6 +13,7 @@ CGeos::CGeos() : m_context(GEOS_init_r())
 {
     if (m_context == nullptr)
         throw std::bad_alloc();
+    GEOSContext_setErrorMessageHandler_r(m_context, OnMessage, &m_bNoMemory);
 }
 
 CGeos::~CGeos()
@@ -18,11 +21,27 @@ CGeos::~CGeos()
     GEOS_finish_r(m_context);
 }
 
+/// Exceptions end inside the library; what is left of one is its text.
+void CGeos::OnMessage(const char* pMessage, void* pNoMemory) noexcept
+{
+    if (std::strstr(pMessage, "bad_alloc") != nullptr)
+        *static_cast<bool*>(pNoMemory) = true;
+}
+
+void CGeos::ThrowIfNoMemory() const
+{
+    if (!m_bNoMemory)
+        return;
+    m_bNoMemory = false;
+    throw std::bad_alloc();
+}
+
 CGeos::Geometry CGeos::Own(GEOSGeometry* pGeometry) const
 {
-    Geometry geometry(pGeometry, [context = m_context](GEOSGeometry* p) { GEOSGeom_destroy_r(context, p); });
+    Geometry geometry(pGeometry, CDestroy{m_context});
     if (pGeometry != nullptr && GEOSisEmpty_r(m_context, pGeometry) == 1)
         geometry.reset();
+    ThrowIfNoMemory();
     return geometry;
 }
 
@@ -51,17 +70,20 @@ CGeos::Geometry CGeos::MakePolygon(const std::vector<PNT_2D>& ring) const
 CGeos::Geometry CGeos::MakeValidPolygon(const std::vector<PNT_2D>& ring) const
 {
     Geometry polygon = MakePolygon(ring);
-    if (polygon == nullptr || GEOSisValid_r(m_context, polygon.get()) == 1)
-        return polygon;
-    return ExtractAreas(Own(GEOSMakeValid_r(m_context, polygon.get())).get());
+    const bool bGood = polygon == nullptr || GEOSisValid_r(m_context, polygon.get()) == 1;
+    ThrowIfNoMemory();
+    return bGood ? std::move(polygon) : ExtractAreas(Own(GEOSMakeValid_r(m_context, polygon.get())).get());
 }
 
 /// The polygons of a geometry as one; lines and points, which a repair leaves behind, are dropped.
 CGeos::Geometry CGeos::ExtractAreas(const GEOSGeometry* pGeometry) const
 {
+    std::vector<Geometry> vecOwned;
+    ForEachPolygon(pGeometry, [&](const GEOSGeometry* pPolygon) { vecOwned.push_back(Clone(pPolygon)); });
     std::vector<GEOSGeometry*> vecAreas;
-    ForEachPolygon(pGeometry, [&](const GEOSGeometry* pPolygon)
-                   { vecAreas.push_back(GEOSGeom_clone_r(m_context, pPolygon)); });
+    vecAreas.reserve(vecOwned.size());
+    for (Geometry& area : vecOwned)
+        vecAreas.push_back(area.release()); // the collection takes them over
     return Own(GEOSGeom_createCollection_r(m_context, GEOS_MULTIPOLYGON, vecAreas.data(),
                                            static_cast<unsigned>(vecAreas.size())));
 }
@@ -110,9 +132,12 @@ std::vector<PNT_2D> CGeos::GetRing(const GEOSGeometry* pRing) const
 {
     const GEOSCoordSequence* const pCoords = GEOSGeom_getCoordSeq_r(m_context, pRing);
     unsigned nNum = 0;
-    GEOSCoordSeq_getSize_r(m_context, pCoords, &nNum);
+    if (pCoords != nullptr)
+        GEOSCoordSeq_getSize_r(m_context, pCoords, &nNum);
     std::vector<double> vecCoords(2 * static_cast<std::size_t>(nNum));
-    GEOSCoordSeq_copyToBuffer_r(m_context, pCoords, vecCoords.data(), 0, 0);
+    if (nNum > 0)
+        GEOSCoordSeq_copyToBuffer_r(m_context, pCoords, vecCoords.data(), 0, 0);
+    ThrowIfNoMemory();
     std::vector<PNT_2D> ring;
     ring.reserve(nNum);
     for (std::size_t i = 0; i + 2 < vecCoords.size(); i += 2) // without the closing point

@@ -14,12 +14,18 @@ namespace zor::geom
 
 /// One use of the GEOS library: its context, silent, and the few operations on polygons that are needed.
 ///
-/// GEOS reports failures as null; here they and empty results come as null geometries, and every
-/// operation takes null for the empty region.
+/// Empty results come as null geometries, and every operation takes null for the empty region. Where the
+/// library finds no result (coordinates so large that their products overflow), the result is empty. Where
+/// it ran out of memory, std::bad_alloc is thrown: it says so in the message of the failure only.
 class CGeos
 {
 public:
-    using Geometry = std::unique_ptr<GEOSGeometry, std::function<void(GEOSGeometry*)>>;
+    struct CDestroy
+    {
+        GEOSContextHandle_t m_context;
+        void operator()(GEOSGeometry* pGeometry) const noexcept { GEOSGeom_destroy_r(m_context, pGeometry); }
+    };
+    using Geometry = std::unique_ptr<GEOSGeometry, CDestroy>;
 
     CGeos();
     ~CGeos();
@@ -43,6 +49,8 @@ public:
     int GetNumPnts(const GEOSGeometry* pGeometry) const;
 
 private:
+    static void OnMessage(const char* pMessage, void* pNoMemory) noexcept;
+    void ThrowIfNoMemory() const;
     Geometry Own(GEOSGeometry* pGeometry) const;
     Geometry MakeValidPolygon(const std::vector<PNT_2D>& ring) const;
     Geometry Clone(const GEOSGeometry* pGeometry) const;
@@ -52,6 +60,7 @@ private:
     std::vector<PNT_2D> GetRing(const GEOSGeometry* pRing) const;
 
     GEOSContextHandle_t m_context;
+    mutable bool m_bNoMemory = false; // set by the library's messages
 };
 
 } // namespace zor::geom
