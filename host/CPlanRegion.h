@@ -1,49 +1,12 @@
 #ifndef HOST_CPLANREGION_H
 #define HOST_CPLANREGION_H
 
+#include <zor3geom/CRingIndex.h>
 #include <zor3geom/PNT_2D.h>
 #include <zor3geom/RECT_2D.h>
 #include <zor3geom/TMultiPartPolygon.h>
 
-#include <cstdint>
 #include <vector>
-
-/// A closed ring prepared for many questions: its edges by bands of y, so that a point is held against the
-/// edges near its height only.
-class CPlanRing
-{
-public:
-    enum class enumPlace
-    {
-        Outside,
-        OnEdge,
-        Inside ///< odd-even rule where the ring crosses itself
-    };
-
-    /// @param ring  finite coordinates, closing edge implied.
-    explicit CPlanRing(const std::vector<zor::geom::PNT_2D>& ring);
-
-    enumPlace Find(const zor::geom::PNT_2D& pnt) const;
-
-    /// What the ring takes up; undefined for a ring without corners.
-    const zor::geom::RECT_2D& GetBox() const { return m_box; }
-
-private:
-    struct CEdge
-    {
-        zor::geom::PNT_2D a;
-        zor::geom::PNT_2D b;
-    };
-
-    std::size_t FindBand(double y) const;
-    void SortIntoBands();
-
-    std::vector<CEdge> m_vecEdges;
-    zor::geom::RECT_2D m_box;
-    std::size_t m_nNumBands = 1;
-    std::vector<std::uint32_t> m_vecBegin; // per band, and the end of the last
-    std::vector<std::uint32_t> m_vecInBand;
-};
 
 /// Regions in plan view, together.
 ///
@@ -63,8 +26,8 @@ public:
 private:
     struct CPart
     {
-        CPlanRing outer;
-        std::vector<CPlanRing> vecHoles;
+        zor::geom::CRingIndex outer;
+        std::vector<zor::geom::CRingIndex> vecHoles;
     };
 
     std::vector<CPart> m_vecParts;

@@ -1,5 +1,6 @@
 #include <zor3geom/CGeos.h>
 
+#include <zor3geom/CRingIndex.h>
 #include <zor3geom/IsFiniteRing.h>
 
 #include <cstring>
@@ -72,20 +73,52 @@ CGeos::Geometry CGeos::MakeValidPolygon(const std::vector<PNT_2D>& ring) const
     Geometry polygon = MakePolygon(ring);
     const bool bGood = polygon == nullptr || GEOSisValid_r(m_context, polygon.get()) == 1;
     ThrowIfNoMemory();
-    return bGood ? std::move(polygon) : ExtractAreas(Own(GEOSMakeValid_r(m_context, polygon.get())).get());
+    return bGood ? std::move(polygon) : Repair(polygon.get(), ring);
 }
 
-/// The polygons of a geometry as one; lines and points, which a repair leaves behind, are dropped.
+/// The faces that the ring's edges cut the plane into, as far as they lie inside by the odd-even rule.
+CGeos::Geometry CGeos::Repair(const GEOSGeometry* pPolygon, const std::vector<PNT_2D>& ring) const
+{
+    const Geometry edges = Own(GEOSUnaryUnion_r(m_context, GEOSGetExteriorRing_r(m_context, pPolygon)));
+    const GEOSGeometry* const pEdges = edges.get();
+    const Geometry faces = Own(pEdges == nullptr ? nullptr : GEOSPolygonize_r(m_context, &pEdges, 1));
+    const CRingIndex index(ring);
+    std::vector<Geometry> vecInside;
+    ForEachPolygon(faces.get(),
+                   [&](const GEOSGeometry* pFace)
+                   {
+                       if (IsFaceInside(pFace, index))
+                           vecInside.push_back(Clone(pFace));
+                   });
+    const Geometry all = Collect(std::move(vecInside));
+    return all == nullptr ? Own(nullptr) : ExtractAreas(Own(GEOSUnaryUnion_r(m_context, all.get())).get());
+}
+
+bool CGeos::IsFaceInside(const GEOSGeometry* pFace, const CRingIndex& ring) const
+{
+    const Geometry place = Own(GEOSPointOnSurface_r(m_context, pFace));
+    PNT_2D pnt;
+    return place != nullptr && GEOSGeomGetX_r(m_context, place.get(), &pnt.x) == 1 &&
+           GEOSGeomGetY_r(m_context, place.get(), &pnt.y) == 1 &&
+           ring.Find(pnt) != CRingIndex::enumPlace::Outside;
+}
+
+/// The polygons of a geometry as one; lines and points, which an operation may leave, are dropped.
 CGeos::Geometry CGeos::ExtractAreas(const GEOSGeometry* pGeometry) const
 {
-    std::vector<Geometry> vecOwned;
-    ForEachPolygon(pGeometry, [&](const GEOSGeometry* pPolygon) { vecOwned.push_back(Clone(pPolygon)); });
-    std::vector<GEOSGeometry*> vecAreas;
-    vecAreas.reserve(vecOwned.size());
-    for (Geometry& area : vecOwned)
-        vecAreas.push_back(area.release()); // the collection takes them over
-    return Own(GEOSGeom_createCollection_r(m_context, GEOS_MULTIPOLYGON, vecAreas.data(),
-                                           static_cast<unsigned>(vecAreas.size())));
+    std::vector<Geometry> vecAreas;
+    ForEachPolygon(pGeometry, [&](const GEOSGeometry* pPolygon) { vecAreas.push_back(Clone(pPolygon)); });
+    return Collect(std::move(vecAreas));
+}
+
+CGeos::Geometry CGeos::Collect(std::vector<Geometry> vecPolygons) const
+{
+    std::vector<GEOSGeometry*> vecRaw;
+    vecRaw.reserve(vecPolygons.size());
+    for (Geometry& polygon : vecPolygons)
+        vecRaw.push_back(polygon.release()); // the collection takes them over
+    return Own(GEOSGeom_createCollection_r(m_context, GEOS_MULTIPOLYGON, vecRaw.data(),
+                                           static_cast<unsigned>(vecRaw.size())));
 }
 
 CGeos::Geometry CGeos::MakeRegion(const TMultiPartPolygon& polygon) const

@@ -12,6 +12,8 @@
 namespace zor::geom
 {
 
+class CRingIndex;
+
 /// One use of the GEOS library: its context, silent, and the few operations on polygons that are needed.
 ///
 /// Empty results come as null geometries, and every operation takes null for the empty region. Where the
@@ -53,6 +55,9 @@ private:
     void ThrowIfNoMemory() const;
     Geometry Own(GEOSGeometry* pGeometry) const;
     Geometry MakeValidPolygon(const std::vector<PNT_2D>& ring) const;
+    Geometry Repair(const GEOSGeometry* pPolygon, const std::vector<PNT_2D>& ring) const;
+    bool IsFaceInside(const GEOSGeometry* pFace, const CRingIndex& ring) const;
+    Geometry Collect(std::vector<Geometry> vecPolygons) const;
     Geometry Clone(const GEOSGeometry* pGeometry) const;
     Geometry ExtractAreas(const GEOSGeometry* pGeometry) const;
     void ForEachPolygon(const GEOSGeometry* pGeometry,

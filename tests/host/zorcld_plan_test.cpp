@@ -277,9 +277,8 @@ TEST(ZorcldPlan, Contour_LongRingsAndSpikes)
               25U);
     EXPECT_EQ(grid.Ask({"--contour", grid.Write("flat.wkt", "POLYGON ((1 1, 5 1, 3 1, 1 1))")}).size(), 5U);
     EXPECT_EQ(
-        grid.Ask({"--contour", grid.Write("far.wkt", "POLYGON ((1e300 0, 1e300 1e300, -1e300 -1e300))")})
-            .size(),
-        0U + CGrid::Scan([](int x, int y) { return y <= x; }).size());
+        grid.Ask({"--contour", grid.Write("far.wkt", "POLYGON ((1e12 0, 1e12 1e12, -1e12 -1e12))")}).size(),
+        CGrid::Scan([](int x, int y) { return y <= x; }).size());
 }
 
 TEST(ZorcldPlan, Contour_FilesThatCannotBeUsed)

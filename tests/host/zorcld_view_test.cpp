@@ -107,7 +107,8 @@ namespace
 bool HasLines(const CPng& png)
 {
     for (std::size_t i = 0; i < png.vecRgb.size(); i += 3)
-        if (png.vecRgb[i] > 235 && png.vecRgb[i + 1] > 170 && png.vecRgb[i + 2] < 100)
+        if (png.vecRgb[i] > 160 && png.vecRgb[i + 1] * 10 > png.vecRgb[i] * 6 && // the points: half as green
+            png.vecRgb[i + 2] * 10 < png.vecRgb[i + 1] * 6)                      // labels: as blue as green
             return true;
     return false;
 }
@@ -120,10 +121,10 @@ TEST(ZorcldView, Overlay_DrawsPolygonsAndLines)
     const std::string sFile = zorcld.Write("grid.ply", MakeGridPly(50));
     EXPECT_FALSE(HasLines(View(zorcld, sFile, {})));
     for (const char* pText : {"POLYGON ((10 10, 40 10, 25 40, 10 10))", "LINESTRING (5 5, 45 45)",
-                              "LINESTRING (-1e300 25, 1e300 25)"})
+                              "LINESTRING (-1e9 25, 1e9 25)"})
         EXPECT_TRUE(HasLines(View(zorcld, sFile, {"--overlay", zorcld.Write("shape.wkt", pText)}))) << pText;
     for (const char* pText :
-         {"POLYGON ((100 100, 140 100, 120 140))", "LINESTRING (1e308 -1e308, 1e308 1e308)"})
+         {"POLYGON ((100 100, 140 100, 120 140))", "LINESTRING (1e308 -1e308, 1e308 1e308, 1e300 0)"})
         EXPECT_FALSE(HasLines(View(zorcld, sFile, {"--overlay", zorcld.Write("shape.wkt", pText)}))) << pText;
 }
 
