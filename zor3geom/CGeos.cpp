@@ -3,12 +3,26 @@
 #include <zor3geom/CRingIndex.h>
 #include <zor3geom/IsFiniteRing.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <new>
 #include <utility>
 
 namespace zor::geom
 {
+namespace
+{
+
+/// A step of about 10⁻¹² of the largest coordinate, far below the clouds' own; a power of two.
+double CalcGrid(const RECT_2D& box) noexcept
+{
+    const double dLargest =
+        std::max({std::fabs(box.xmin), std::fabs(box.ymin), std::fabs(box.xmax), std::fabs(box.ymax)});
+    return std::ldexp(1.0, std::max(std::ilogb(dLargest), -900) - 40);
+}
+
+} // namespace
 
 CGeos::CGeos() : m_context(GEOS_init_r())
 {
@@ -77,12 +91,17 @@ CGeos::Geometry CGeos::MakeValidPolygon(const std::vector<PNT_2D>& ring) const
 }
 
 /// The faces that the ring's edges cut the plane into, as far as they lie inside by the odd-even rule.
+///
+/// Crossings are rounded to a fine grid: with crossings in full precision edges would cross anew a little
+/// beside them, and faces would overlap.
 CGeos::Geometry CGeos::Repair(const GEOSGeometry* pPolygon, const std::vector<PNT_2D>& ring) const
 {
-    const Geometry edges = Own(GEOSUnaryUnion_r(m_context, GEOSGetExteriorRing_r(m_context, pPolygon)));
+    const CRingIndex index(ring);
+    const double dGrid = CalcGrid(index.GetBox());
+    const Geometry edges =
+        Own(GEOSUnaryUnionPrec_r(m_context, GEOSGetExteriorRing_r(m_context, pPolygon), dGrid));
     const GEOSGeometry* const pEdges = edges.get();
     const Geometry faces = Own(pEdges == nullptr ? nullptr : GEOSPolygonize_r(m_context, &pEdges, 1));
-    const CRingIndex index(ring);
     std::vector<Geometry> vecInside;
     ForEachPolygon(faces.get(),
                    [&](const GEOSGeometry* pFace)
@@ -91,7 +110,8 @@ CGeos::Geometry CGeos::Repair(const GEOSGeometry* pPolygon, const std::vector<PN
                            vecInside.push_back(Clone(pFace));
                    });
     const Geometry all = Collect(std::move(vecInside));
-    return all == nullptr ? Own(nullptr) : ExtractAreas(Own(GEOSUnaryUnion_r(m_context, all.get())).get());
+    return all == nullptr ? Own(nullptr)
+                          : ExtractAreas(Own(GEOSUnaryUnionPrec_r(m_context, all.get(), dGrid)).get());
 }
 
 bool CGeos::IsFaceInside(const GEOSGeometry* pFace, const CRingIndex& ring) const

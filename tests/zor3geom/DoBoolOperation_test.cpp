@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 #include <random>
+#include <string>
 
 using namespace zor::geom;
 
@@ -45,6 +46,21 @@ double CalcArea(const TParts& parts)
             dArea -= CalcArea(hole);
     }
     return dArea;
+}
+
+std::string ToText(const TMultiPartPolygon& polygon)
+{
+    std::string sText;
+    const auto add = [&](const TRing& ring)
+    {
+        for (const PNT_2D& pnt : ring)
+            sText += std::to_string(pnt.x) + ' ' + std::to_string(pnt.y) + ", ";
+        sText += "| ";
+    };
+    add(polygon.outer);
+    for (const TRing& hole : polygon.holes)
+        add(hole);
+    return sText;
 }
 
 } // namespace
@@ -188,7 +204,8 @@ TEST(DoBoolOperation, Sub_SamePlacesAsTheRingsSay)
             bool bIn = false;
             for (const TMultiPartPolygon& part : parts)
                 bIn = bIn || holds(part, pnt);
-            ASSERT_EQ(bIn, holds(a, pnt) && !holds(b, pnt)) << i << ": " << pnt.x << ' ' << pnt.y;
+            ASSERT_EQ(bIn, holds(a, pnt) && !holds(b, pnt))
+                << i << ": " << pnt.x << ' ' << pnt.y << " a " << ToText(a) << " b " << ToText(b);
         }
     }
 }
