@@ -22,7 +22,7 @@ void AddPictureOptions(CLI::App& command, CPictureOptions& options)
 void ParseSize(const std::string& sSize, int& nWidth, int& nHeight)
 {
     const std::vector<double> size = ParseNumbers(sSize, 'x', 2, "--size");
-    constexpr double c_dMin = 64.0;
+    constexpr double c_dMin = 200.0; // titles, scales and legends need their room
     constexpr double c_dMax = 16384.0;
     for (const double d : size)
         if (d < c_dMin || d > c_dMax || d != static_cast<double>(static_cast<int>(d)))

@@ -45,8 +45,9 @@ TEST(ZorcldProfile, Png_AxesAndPoints)
         0);
     EXPECT_EQ(ReadPng(sOut).nWidth, 1600U);
     ASSERT_EQ(
-        zorcld.Run({"profile", sFile, "-o", sOut, "--line", "0,25,49,25,10", "--size", "64x64"}).nStatus, 0);
-    EXPECT_EQ(ReadPng(sOut).nWidth, 64U);
+        zorcld.Run({"profile", sFile, "-o", sOut, "--line", "0,25,49,25,10", "--size", "200x200"}).nStatus,
+        0);
+    EXPECT_EQ(ReadPng(sOut).nWidth, 200U);
 }
 
 TEST(ZorcldProfile, Degenerate_LinesAndClouds)

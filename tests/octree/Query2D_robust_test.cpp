@@ -193,7 +193,7 @@ TYPED_TEST(Query2D_robust, Contours_OfManyCorners)
     for (int i = 0; i < 100000; ++i)
     {
         const double dAngle = 6.283185307179586 * i / 100000;
-        const double dRadius = i % 2 == 0 ? 900.0 : 700.0;
+        const double dRadius = i % 2 == 0 ? 900.0 : 885.0;
         ring.emplace_back(1003.0 + dRadius * std::cos(dAngle), 1001.0 + dRadius * std::sin(dAngle));
     }
     CRecListener rec;
