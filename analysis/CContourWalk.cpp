@@ -10,21 +10,25 @@
 
 /// Shows `onPnt(index, dx, dy)` the open points within a radius of the last point of the path that do
 /// not share its place, leaf by leaf; dx and dy lead to them.
+///
+/// @param dTried  a smaller radius that has been tried from here: the points it showed are left out.
 template <class T>
 template <class OnPnt>
-void CContourWalk<T>::VisitNear(double dRadius, OnPnt onPnt) const
+void CContourWalk<T>::VisitNear(double dRadius, double dTried, OnPnt onPnt) const
 {
     const double x = static_cast<double>(m_pPnts[m_path.GetLast()].m_nX);
     const double y = static_cast<double>(m_pPnts[m_path.GetLast()].m_nY);
     const double dRadiusSquare = dRadius * dRadius;
-    const auto onLeaf = [&](const COcTreeLeaf& leaf)
+    const CPlanBox boxTried({x - dTried, y - dTried, x + dTried, y + dTried});
+    const auto onLeaf = [&](const COcTreeLeaf& leaf, const CPlanSquare& square)
     {
+        const double dTriedSquare = boxTried.Meets(square) ? dTried * dTried : 0.0;
         for (std::int32_t k = leaf.m_nFirst; k < leaf.m_nFirst + leaf.m_nCount; ++k)
         {
             const double dx = static_cast<double>(m_pPnts[k].m_nX) - x;
             const double dy = static_cast<double>(m_pPnts[k].m_nY) - y;
             const double dDistSquare = dx * dx + dy * dy;
-            if (dDistSquare > dRadiusSquare || dDistSquare == 0.0 || !CPntBits::IsSet(m_pOpen, k))
+            if (dDistSquare > dRadiusSquare || dDistSquare <= dTriedSquare || !CPntBits::IsSet(m_pOpen, k))
                 continue;
             onPnt(k, dx, dy);
         }
@@ -34,11 +38,11 @@ void CContourWalk<T>::VisitNear(double dRadius, OnPnt onPnt) const
 
 /// KEPT: the first step leads strictly north of the start point, or there is none.
 template <class T>
-std::int32_t CContourWalk<T>::FindFirst(double dRadius) const
+std::int32_t CContourWalk<T>::FindFirst(double dRadius, double dTried) const
 {
     std::int32_t nBest = -1;
     double dBest = 0.0;
-    VisitNear(dRadius,
+    VisitNear(dRadius, dTried,
               [&](std::int32_t k, double dx, double dy)
               {
                   const double dAngle = std::atan2(dy, dx);
@@ -52,7 +56,7 @@ std::int32_t CContourWalk<T>::FindFirst(double dRadius) const
 }
 
 template <class T>
-std::int32_t CContourWalk<T>::FindSharpest(double dRadius) const
+std::int32_t CContourWalk<T>::FindSharpest(double dRadius, double dTried)
 {
     const std::int32_t nPrev = m_path.GetLastButOne();
     const T& pnt = m_pPnts[m_path.GetLast()];
@@ -60,10 +64,10 @@ std::int32_t CContourWalk<T>::FindSharpest(double dRadius) const
     CLeftTurn turn(static_cast<double>(pnt.m_nX) - static_cast<double>(pntPrev.m_nX),
                    static_cast<double>(pnt.m_nY) - static_cast<double>(pntPrev.m_nY));
     std::int32_t nBest = -1;
-    VisitNear(dRadius,
+    VisitNear(dRadius, dTried,
               [&](std::int32_t k, double dx, double dy)
               {
-                  if (!turn.CanBeat(dx, dy) || k == nPrev)
+                  if (k == nPrev || !turn.CanBeat(dx, dy))
                       return;
                   const double dTurn = turn.CalcTurn(dx, dy);
                   if (!turn.IsSharper(dTurn) || m_path.IsCrossedBy(k))
@@ -74,23 +78,27 @@ std::int32_t CContourWalk<T>::FindSharpest(double dRadius) const
     return nBest;
 }
 
+// What refuses a point does not depend on the radius, so each radius asks only for what it adds.
 /// @return the point to go on to, or -1.
 template <class T>
-std::int32_t CContourWalk<T>::FindNext() const
+std::int32_t CContourWalk<T>::FindNext()
 {
     constexpr double c_dMaxSteps = 10.0;
-    double dRadius = 0.0;
-    std::int32_t nNext = -1;
-    do
+    double dTried = 0.0;
+    while (true)
     {
-        dRadius += m_dStep;
-        nNext = m_path.GetNumPnts() == 1 ? FindFirst(dRadius) : FindSharpest(dRadius);
-    } while (nNext == -1 && dRadius < c_dMaxSteps * m_dStep);
-    return nNext;
+        const double dRadius = dTried + m_dStep;
+        const std::int32_t nNext =
+            m_path.GetNumPnts() == 1 ? FindFirst(dRadius, dTried) : FindSharpest(dRadius, dTried);
+        if (nNext != -1 || !(dRadius < c_dMaxSteps * m_dStep))
+            return nNext;
+        dTried = dRadius;
+    }
 }
 
-// The walk ends: no point is on the path twice, for a way to a point of the path meets a segment there,
-// and a point given up never comes back. So it takes at most two steps a point.
+// A point of the path needs no trial: a way to it meets a segment there. So a point is closed as soon
+// as the walk takes it, and stays so when it is given up; only the start point stays open, to be
+// reached again. That is why the walk ends: it takes no point twice.
 template <class T>
 bool CContourWalk<T>::Walk(std::int32_t nStart)
 {
@@ -98,17 +106,17 @@ bool CContourWalk<T>::Walk(std::int32_t nStart)
     do
     {
         const std::int32_t nNext = FindNext();
-        if (nNext != -1)
+        if (nNext == -1)
         {
-            m_path.Push(nNext);
+            m_path.Pop();
             continue;
         }
-        CPntBits::Clear(m_pOpen, m_path.GetLast());
-        m_path.Pop();
-        if (m_path.IsEmpty())
-            return false;
-    } while (m_path.GetNumPnts() == 1 || m_path.GetLast() != nStart);
-    return true;
+        m_path.Push(nNext);
+        if (nNext == nStart)
+            return true;
+        CPntBits::Clear(m_pOpen, nNext);
+    } while (!m_path.IsEmpty());
+    return false;
 }
 
 template class CContourWalk<CTruncPnt>;

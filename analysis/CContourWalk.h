@@ -17,7 +17,7 @@ class CContourWalk
 {
 public:
     /// @param pPnts  the store's points.
-    /// @param pOpen  one bit a point: the set. The bits of points given up are cleared.
+    /// @param pOpen  one bit a point: the set. The bits of the points walked to are cleared.
     /// @param dStep  compact units.
     ///
     /// REQUIRES: a tree with a root.
@@ -37,11 +37,11 @@ public:
 
 private:
     template <class OnPnt>
-    void VisitNear(double dRadius, OnPnt onPnt) const;
+    void VisitNear(double dRadius, double dTried, OnPnt onPnt) const;
 
-    std::int32_t FindNext() const;
-    std::int32_t FindFirst(double dRadius) const;
-    std::int32_t FindSharpest(double dRadius) const;
+    std::int32_t FindNext();
+    std::int32_t FindFirst(double dRadius, double dTried) const;
+    std::int32_t FindSharpest(double dRadius, double dTried);
 
     const COcTreeIndex& m_tree;
     const T* m_pPnts;

@@ -18,7 +18,7 @@ void JoinNeighbours(const COcTreeData<T>& store, std::int32_t i, double dRadius,
     const double x = static_cast<double>(pPnts[i].m_nX);
     const double y = static_cast<double>(pPnts[i].m_nY);
     const double dRadiusSquare = dRadius * dRadius;
-    const auto onLeaf = [&](const COcTreeLeaf& leaf)
+    const auto onLeaf = [&](const COcTreeLeaf& leaf, const CPlanSquare&)
     {
         const std::int32_t nEnd = leaf.m_nFirst + leaf.m_nCount;
         for (std::int32_t k = std::max(leaf.m_nFirst, i + 1); k < nEnd; ++k)

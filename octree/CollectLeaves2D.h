@@ -7,7 +7,22 @@
 #include <cmath>
 #include <cstdint>
 
-/// A rectangle against which whole coordinates are tested, compact units.
+/// Nominal square of a node or leaf in plan view, compact units.
+struct CPlanSquare
+{
+    std::int64_t m_nX; // centre
+    std::int64_t m_nY;
+    std::int64_t m_nEdge;
+
+    CPlanSquare GetChild(int k) const noexcept
+    {
+        const std::int64_t nQuarter = m_nEdge / 2 / 2;
+        return {(k & 4) != 0 ? m_nX + nQuarter : m_nX - nQuarter,
+                (k & 2) != 0 ? m_nY + nQuarter : m_nY - nQuarter, m_nEdge / 2};
+    }
+};
+
+/// A rectangle against which squares are tested, compact units.
 ///
 /// Whether a whole number lies beyond a limit does not change when the limit is rounded inwards, so
 /// the limits are kept as whole numbers. One that is not a number limits nothing.
@@ -20,26 +35,25 @@ public:
     {
     }
 
-    /// @return the octants whose nominal squares meet the box, touching included, as a mask of bits.
-    /// @param nX, nY    centre of the node.
-    /// @param nQuarter  half the edge of its children.
-    unsigned GetOctants(std::int64_t nX, std::int64_t nY, std::int64_t nQuarter) const noexcept
+    /// @return whether the square has a point in common with the rectangle.
+    bool Meets(const CPlanSquare& square) const noexcept
     {
-        constexpr unsigned c_nXLower = 0x0FU;
-        constexpr unsigned c_nXUpper = 0xF0U;
-        constexpr unsigned c_nYLower = 0x33U;
-        constexpr unsigned c_nYUpper = 0xCCU;
-        const unsigned nInX = (m_nXMin <= nX && nX - 2 * nQuarter <= m_nXMax ? c_nXLower : 0U) |
-                              (m_nXMin <= nX + 2 * nQuarter && nX <= m_nXMax ? c_nXUpper : 0U);
-        const unsigned nInY = (m_nYMin <= nY && nY - 2 * nQuarter <= m_nYMax ? c_nYLower : 0U) |
-                              (m_nYMin <= nY + 2 * nQuarter && nY <= m_nYMax ? c_nYUpper : 0U);
-        return nInX & nInY;
+        const std::int64_t nHalf = square.m_nEdge / 2;
+        return square.m_nX - nHalf <= m_nXMax && m_nXMin <= square.m_nX + nHalf &&
+               square.m_nY - nHalf <= m_nYMax && m_nYMin <= square.m_nY + nHalf;
     }
 
-    bool MeetsSquare(std::int64_t nX, std::int64_t nY, std::int64_t nHalf) const noexcept
+    /// @return the octants of a square's children that meet the rectangle, as a mask of bits.
+    unsigned GetOctants(const CPlanSquare& square) const noexcept
     {
-        return nX - nHalf <= m_nXMax && m_nXMin <= nX + nHalf && nY - nHalf <= m_nYMax &&
-               m_nYMin <= nY + nHalf;
+        const std::int64_t nX = square.m_nX;
+        const std::int64_t nY = square.m_nY;
+        const std::int64_t nHalf = square.m_nEdge / 2 / 2 * 2;
+        const unsigned nInX = (m_nXMin <= nX && nX - nHalf <= m_nXMax ? 0x0FU : 0U) |
+                              (m_nXMin <= nX + nHalf && nX <= m_nXMax ? 0xF0U : 0U);
+        const unsigned nInY = (m_nYMin <= nY && nY - nHalf <= m_nYMax ? 0x33U : 0U) |
+                              (m_nYMin <= nY + nHalf && nY <= m_nYMax ? 0xCCU : 0U);
+        return nInX & nInY;
     }
 
 private:
@@ -59,32 +73,29 @@ private:
     std::int64_t m_nYMax;
 };
 
-/// Hands `onLeaf(const COcTreeLeaf&)` the leaves under a node whose nominal squares meet the box. The
-/// node's own square is not tested.
+/// The same for the leaves under one node, whose own square is not tested.
 template <class OnLeaf>
-void CollectLeaves2D(const COcTreeNode& node, std::int64_t nX, std::int64_t nY, std::int64_t nEdge,
-                     const CPlanBox& box, OnLeaf& onLeaf)
+void CollectLeaves2D(const COcTreeNode& node, const CPlanSquare& square, const CPlanBox& box, OnLeaf& onLeaf)
 {
-    const std::int64_t nQuarter = nEdge / 2 / 2;
-    const unsigned nOctants = box.GetOctants(nX, nY, nQuarter);
+    const unsigned nOctants = box.GetOctants(square);
     if (nOctants == 0)
         return;
     for (const COcTreeChild child : node.GetChildren())
     {
-        const unsigned nOctant = 1U << child.GetOctant();
-        if ((nOctants & nOctant) == 0)
+        if (((nOctants >> child.GetOctant()) & 1U) == 0)
             continue;
+        const CPlanSquare childSquare = square.GetChild(child.GetOctant());
         if (child.IsLeaf())
-            onLeaf(static_cast<const COcTreeLeaf&>(child.GetLeaf()));
+            onLeaf(static_cast<const COcTreeLeaf&>(child.GetLeaf()), childSquare);
         else
-            CollectLeaves2D(child.GetNode(), (nOctant & 0xF0U) != 0 ? nX + nQuarter : nX - nQuarter,
-                            (nOctant & 0xCCU) != 0 ? nY + nQuarter : nY - nQuarter, nEdge / 2, box, onLeaf);
+            CollectLeaves2D(child.GetNode(), childSquare, box, onLeaf);
     }
 }
 
-/// Hands `onLeaf(const COcTreeLeaf&)` every leaf of a tree whose plan square meets the rectangle,
-/// compact units; a square that only touches it counts. Depth first, octants 0 to 7. Squares are the
-/// nominal ones: a point a few units outside its own square is found by its square, not by its place.
+/// Hands `onLeaf(const COcTreeLeaf&, const CPlanSquare&)` every leaf of a tree whose plan square meets
+/// the rectangle, compact units; a square that only touches it counts. Depth first, octants 0 to 7.
+/// Squares are the nominal ones: a point a few units outside its own square is found by its square,
+/// not by its place.
 ///
 /// A rectangle turned inside out meets the squares that reach over all of it. Nothing without a root.
 /// Cost: the nodes whose squares meet the rectangle; no memory.
@@ -92,9 +103,9 @@ template <class OnLeaf>
 void CollectLeaves2D(const COcTreeIndex& tree, const zor::geom::RECT_2D& rect, OnLeaf onLeaf)
 {
     const CPlanBox box(rect);
-    if (tree.m_pRoot == nullptr || !box.MeetsSquare(tree.m_nCentreX, tree.m_nCentreY, tree.m_nEdge / 2))
-        return;
-    CollectLeaves2D(*tree.m_pRoot, tree.m_nCentreX, tree.m_nCentreY, tree.m_nEdge, box, onLeaf);
+    const CPlanSquare square{tree.m_nCentreX, tree.m_nCentreY, tree.m_nEdge};
+    if (tree.m_pRoot != nullptr && box.Meets(square))
+        CollectLeaves2D(*tree.m_pRoot, square, box, onLeaf);
 }
 
 #endif
