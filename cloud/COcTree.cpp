@@ -41,14 +41,22 @@ bool COcTree<T>::ComputeTree()
     return bHasRoot;
 }
 
+// The duplicates are marked on a copy that has deletion marks of its own: should memory run out nothing is
+// marked, and other copies of the store, which keep the array as it is, keep their marks too.
 template <class T>
 void COcTree<T>::FinishReading()
 {
     if (!ComputeTree())
         return;
-    CDuplicateOcTreeListener<T> listener(*this);
-    WalkAll(*this->m_pTree, listener);
-    PackDelPnts();
+    COcTree marked(*this);
+    marked.m_pDelBits = CPntBits::MakeClear(this->m_nNumPnts);
+    std::memcpy(marked.m_pDelBits.get(), this->m_pDelBits.get(), CPntBits::GetNumBytes(this->m_nNumPnts));
+    CDuplicateOcTreeListener<T> listener(marked);
+    WalkAll(*marked.m_pTree, listener);
+    if (!marked.m_bHasDel)
+        return;
+    marked.PackDelPnts();
+    *this = std::move(marked);
 }
 
 template <class T>

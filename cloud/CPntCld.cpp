@@ -3,6 +3,8 @@
 #include <cloud/ForStore.h>
 #include <octree/StorePnt.h>
 
+#include <utility>
+
 CPntCld::CPntCld(ICldColorListener* pColorListener)
     : m_eType(static_cast<enumPntCldType>(-1)), m_cld(pColorListener), m_cldColor(pColorListener),
       m_eFileType(static_cast<enumPntCldFile>(-1))
@@ -10,8 +12,18 @@ CPntCld::CPntCld(ICldColorListener* pColorListener)
 }
 
 CPntCld::CPntCld(const CPntCld& other) = default;
-CPntCld& CPntCld::operator=(const CPntCld& other) = default;
 CPntCld::~CPntCld() = default;
+
+CPntCld& CPntCld::operator=(const CPntCld& other)
+{
+    zor::String sFilePath = other.m_sFilePath; // the only part that can fail comes first
+    m_eType = other.m_eType;
+    m_cld = other.m_cld;
+    m_cldColor = other.m_cldColor;
+    m_eFileType = other.m_eFileType;
+    m_sFilePath = std::move(sFilePath);
+    return *this;
+}
 
 // --- filling -----------------------------------------------------------------------------------
 

@@ -4,7 +4,7 @@
 
 bool CPntCld::ReadFromFile(IDlgProgress* pProgress, enumPntCldFile eType, const zor::String& sPath)
 {
+    m_sFilePath = sPath; // first, since it can fail
     m_eFileType = eType;
-    m_sFilePath = sPath;
     return ReadForeign(*this, pProgress, eType, sPath);
 }

@@ -21,6 +21,15 @@ double CalcSeconds(CProgressBar::TClock::duration duration)
     return std::chrono::duration<double>(duration).count();
 }
 
+/// A count that does not fit into memory is most often one that the file cannot hold either.
+[[noreturn]] void FailForMemory(const CFileKind& kind, const CLoadFacts& facts, const std::string& sPath)
+{
+    std::string sCause = kind.pFindCause(sPath);
+    if (sCause.empty() && facts.nAnnounced >= 0)
+        sCause = fmt::format("not enough memory for the {} points that it announces", facts.nAnnounced);
+    throw CFailure(sPath, sCause.empty() ? "not enough memory" : sCause);
+}
+
 bool ReadFile(CPntCld& cloud, CProgressBar& progress, const CFileKind& kind, const CLoadFacts& facts,
               const std::string& sPath)
 {
@@ -30,11 +39,7 @@ bool ReadFile(CPntCld& cloud, CProgressBar& progress, const CFileKind& kind, con
     }
     catch (const std::bad_alloc&)
     {
-        throw CFailure(sPath, facts.nAnnounced < 0
-                                  ? std::string("not enough memory")
-                                  : fmt::format("not enough memory for the {} points that it "
-                                                "announces",
-                                                facts.nAnnounced));
+        FailForMemory(kind, facts, sPath);
     }
 }
 
@@ -66,7 +71,8 @@ CLoadFacts LoadCloud(CPntCld& cloud, const CInputOptions& input, const CConsole&
     const bool bRead = ReadFile(cloud, progress, kind, facts, input.sPath);
     const auto timeEnd = CProgressBar::TClock::now();
     progress.Stop();
-    if (!bRead)
+    const bool bHasType = cloud.GetColorListener() != nullptr; // a file without points may give it none
+    if (!bRead || !bHasType)
     {
         const std::string sCause = kind.pFindCause(input.sPath);
         throw CFailure(input.sPath,

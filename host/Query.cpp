@@ -7,6 +7,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <cmath>
 
 namespace
 {
@@ -101,16 +102,20 @@ double FindLod(const CPntCld& cloud, CQuery query, std::int64_t nMaxPnts)
         return 0.0;
     const double dExtent =
         std::max({box.xmax - box.xmin, box.ymax - box.ymin, box.zmax - box.zmin, c_dFinest});
-    query.dLod = dExtent; // not more: a spacing larger than the cloud delivers every point
-    while (query.dLod > c_dFinest)
+    // One point for the whole cloud at about its extent; with a spacing beyond that, every point.
+    double dFound = dExtent;
+    bool bFound = false;
+    for (query.dLod = c_dFinest * std::exp2(std::ceil(std::log2(dExtent / c_dFinest)) + 1.0);
+         query.dLod >= c_dFinest; query.dLod /= 2.0)
     {
-        CQuery finer = query;
-        finer.dLod = query.dLod / 2.0;
-        if (CountPnts(cloud, finer) > nMaxPnts)
-            return query.dLod;
-        query = finer;
+        const bool bFits = CountPnts(cloud, query) <= nMaxPnts;
+        if (bFits)
+            dFound = query.dLod;
+        else if (bFound || query.dLod < 0.25 * dExtent)
+            break;
+        bFound = bFound || bFits;
     }
-    return query.dLod;
+    return dFound;
 }
 
 std::int64_t CountPnts(const CPntCld& cloud, const CQuery& query)

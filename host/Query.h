@@ -45,8 +45,8 @@ CQuery ParseQuery(const CQueryOptions& options);
 /// Hands what the query delivers to the listener, in batches.
 void RunQuery(const CPntCld& cloud, const CQuery& query, IPntCldListener& listener);
 
-/// @return the smallest spacing, some power of two times the cloud's extent, with which the query
-///         delivers at most `nMaxPnts` points; 0 when all points are no more than that.
+/// @return the smallest spacing, of those that are a power of two of the cloud's smallest step, with
+///         which the query delivers at most `nMaxPnts` points; 0 when the cloud has no more than that.
 double FindLod(const CPntCld& cloud, CQuery query, std::int64_t nMaxPnts);
 
 /// Listener that hands point by point to a function, which outlives it.

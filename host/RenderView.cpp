@@ -13,7 +13,7 @@ namespace
 {
 
 constexpr std::int64_t c_nOverviewPnts = 400000;
-constexpr double c_dLowShare = 0.02;     // of the points lie below the ramp, as many above it
+constexpr double c_dLowShare = 0.02;      // of the points lie below the ramp, as many above it
 constexpr float c_fPhotoStrength = 0.55F; // of the shading: photographs have their own
 constexpr std::int64_t c_nFinePixels = 12000000;
 

@@ -9,16 +9,7 @@
 namespace
 {
 
-constexpr CRgb c_backgroundTop = {42.0F, 48.0F, 57.0F};
-constexpr CRgb c_backgroundBottom = {20.0F, 23.0F, 28.0F};
-
-CRgb CalcBackground(int y, int nHeight)
-{
-    const float t = static_cast<float>(y) / static_cast<float>(nHeight);
-    return {c_backgroundTop.r + t * (c_backgroundBottom.r - c_backgroundTop.r),
-            c_backgroundTop.g + t * (c_backgroundBottom.g - c_backgroundTop.g),
-            c_backgroundTop.b + t * (c_backgroundBottom.b - c_backgroundTop.b)};
-}
+constexpr CRgb c_background = {30.0F, 34.0F, 41.0F};
 
 std::uint32_t Pack(const CRgb& color)
 {
@@ -26,14 +17,15 @@ std::uint32_t Pack(const CRgb& color)
     return byte(color.r) << 16U | byte(color.g) << 8U | byte(color.b);
 }
 
-CRgb CalcMean(const CPntRaster& raster, int x, int y, int nScale, const CRgb& background)
+CRgb CalcMean(const CPntRaster& raster, int x, int y, int nScale)
 {
     CRgb sum;
     for (int yFine = y * nScale; yFine < (y + 1) * nScale; ++yFine)
         for (int xFine = x * nScale; xFine < (x + 1) * nScale; ++xFine)
         {
             const std::size_t i = raster.GetIndex(xFine, yFine);
-            const CRgb& color = raster.vecDepth[i] == CPntRaster::c_fEmpty ? background : raster.vecColor[i];
+            const CRgb& color =
+                raster.vecDepth[i] == CPntRaster::c_fEmpty ? c_background : raster.vecColor[i];
             sum = {sum.r + color.r, sum.g + color.g, sum.b + color.b};
         }
     const float fShare = 1.0F / static_cast<float>(nScale * nScale);
@@ -76,9 +68,8 @@ CPicture::CPicture(const CPntRaster& raster, int nScale)
     for (int y = 0; y < m_nHeight; ++y)
     {
         auto* const pRow = static_cast<std::uint32_t*>(static_cast<void*>(pData + y * nStride));
-        const CRgb background = CalcBackground(y, m_nHeight);
         for (int x = 0; x < m_nWidth; ++x)
-            pRow[x] = Pack(CalcMean(raster, x, y, nScale, background));
+            pRow[x] = Pack(CalcMean(raster, x, y, nScale));
     }
     cairo_surface_mark_dirty(m_pSurface.get());
 }

@@ -1,0 +1,126 @@
+// The program as a whole: help, exit statuses, the sample, output files.
+#include <tests/host/support/CZorcld.h>
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+TEST(Zorcld, Help_StatusZeroOnStandardOutput)
+{
+    const CZorcld zorcld;
+    for (const std::vector<std::string>& vecArgs : {std::vector<std::string>{"--help"},
+                                                    {"info", "--help"},
+                                                    {"view", "--help"},
+                                                    {"points", "--help"},
+                                                    {"make-sample", "--help"},
+                                                    {"--version"}})
+    {
+        const CRun run = zorcld.Run(vecArgs);
+        EXPECT_EQ(run.nStatus, 0) << vecArgs[0];
+        EXPECT_FALSE(run.sOut.empty());
+        EXPECT_EQ(run.sErr, "");
+    }
+}
+
+TEST(Zorcld, WrongUsage_StatusTwoAndOneLine)
+{
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("grid.ply", MakeGridPly(4));
+    const std::string sOut = zorcld.GetPath("out.png");
+    const std::vector<std::vector<std::string>> c_cases = {
+        {},
+        {"frobnicate"},
+        {"info"},
+        {"info", sFile, "--frobnicate"},
+        {"info", sFile, "--type", "docx"},
+        {"view", sFile},
+        {"view", sFile, "-o", sOut, "--size", "big"},
+        {"view", sFile, "-o", sOut, "--size", "1x1"},
+        {"view", sFile, "-o", sOut, "--size", "100x100x100"},
+        {"view", sFile, "-o", sOut, "--from", "10"},
+        {"view", sFile, "-o", sOut, "--from", "10,91"},
+        {"view", sFile, "-o", sOut, "--color", "blue"},
+        {"view", sFile, "-o", sOut, "--lod", "0"},
+        {"view", sFile, "-o", sOut, "--lod", "-1"},
+        {"view", sFile, "-o", sOut, "--lod", "1", "--points", "10"},
+        {"view", sFile, "-o", sOut, "--clip", "1,0,0"},
+        {"view", sFile, "-o", sOut, "--clip", "0,0,0,1"},
+        {"view", sFile, "-o", sOut, "--clip", "1,0,nan,1"},
+        {"view", sFile, "-o", sOut, "--box", "1,0,0,0,1,1"},
+        {"points", sFile, "-o", zorcld.GetPath("out.xyz")},
+        {"make-sample", sOut, "--points", "0"},
+    };
+    for (const std::vector<std::string>& vecArgs : c_cases)
+    {
+        const CRun run = zorcld.Run(vecArgs);
+        const std::string sArgs = ::testing::PrintToString(vecArgs);
+        EXPECT_EQ(run.nStatus, 2) << sArgs;
+        EXPECT_TRUE(run.HasOneErrLine()) << sArgs << run.sErr;
+        EXPECT_EQ(run.sOut, "") << sArgs;
+    }
+    EXPECT_EQ(zorcld.CountFiles(), 1U); // the input alone
+}
+
+TEST(Zorcld, MakeSample_SameForSameSeed)
+{
+    const CZorcld zorcld;
+    ASSERT_EQ(zorcld.Run({"make-sample", zorcld.GetPath("a.ply"), "--points", "3000"}).nStatus, 0);
+    ASSERT_EQ(zorcld.Run({"make-sample", zorcld.GetPath("b.ply"), "--points", "3000", "--seed", "1"}).nStatus,
+              0);
+    ASSERT_EQ(zorcld.Run({"make-sample", zorcld.GetPath("c.ply"), "--points", "3000", "--seed", "2"}).nStatus,
+              0);
+    const std::string sBytes = ReadBytes(zorcld.GetPath("a.ply"));
+    EXPECT_EQ(sBytes, ReadBytes(zorcld.GetPath("b.ply")));
+    EXPECT_NE(sBytes, ReadBytes(zorcld.GetPath("c.ply")));
+    EXPECT_NE(sBytes.find("element vertex 3000\n"), std::string::npos);
+    EXPECT_NE(sBytes.find("comment coordinates are shifted: add 500000 4000000 0\n"), std::string::npos);
+    EXPECT_EQ(sBytes.size(), sBytes.find("end_header\n") + 11 + 3000 * 15);
+}
+
+TEST(Zorcld, Output_FailedWriteLeavesTheOldFile)
+{
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("grid.ply", MakeGridPly(4));
+    const CRun noFolder = zorcld.Run({"points", sFile, "-o", zorcld.GetPath("missing/out.csv")});
+    EXPECT_EQ(noFolder.nStatus, 1);
+    EXPECT_TRUE(noFolder.HasOneErrLine()) << noFolder.sErr;
+    EXPECT_NE(noFolder.sErr.find("missing/out.csv"), std::string::npos);
+
+    const CRun folder = zorcld.Run({"make-sample", zorcld.GetPath(".")});
+    EXPECT_EQ(folder.nStatus, 1);
+    EXPECT_NE(folder.sErr.find("is a directory"), std::string::npos) << folder.sErr;
+
+    // A device that is always full stands for a full disk.
+    ASSERT_EQ(symlink("/dev/full", zorcld.GetPath("full.csv").c_str()), 0);
+    ASSERT_EQ(symlink("/dev/full", zorcld.GetPath("full.png").c_str()), 0);
+    for (const CRun& run :
+         {zorcld.Run({"points", sFile, "-o", zorcld.GetPath("full.csv")}),
+          zorcld.Run({"view", sFile, "-o", zorcld.GetPath("full.png"), "--size", "300x200"}),
+          zorcld.Run({"make-sample", "/dev/full", "--points", "10"})})
+    {
+        EXPECT_EQ(run.nStatus, 1);
+        EXPECT_TRUE(run.HasOneErrLine()) << run.sErr;
+        EXPECT_NE(run.sErr.find("full"), std::string::npos);
+        EXPECT_NE(run.sErr.find("No space left"), std::string::npos) << run.sErr;
+    }
+    EXPECT_EQ(zorcld.CountFiles(), 3U);
+}
+
+TEST(Zorcld, Output_ReplacesAFileAndKeepsItsLink)
+{
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("grid.ply", MakeGridPly(4));
+    const std::string sTarget = zorcld.Write("target.csv", "old");
+    ASSERT_EQ(symlink(sTarget.c_str(), zorcld.GetPath("link.csv").c_str()), 0);
+    const mode_t nMask = umask(022);
+    EXPECT_EQ(zorcld.Run({"points", sFile, "-o", zorcld.GetPath("link.csv")}).nStatus, 0);
+    umask(nMask);
+    EXPECT_EQ(ReadBytes(sTarget).substr(0, 5), "x,y,z");
+    struct stat status = {};
+    ASSERT_EQ(lstat(zorcld.GetPath("link.csv").c_str(), &status), 0);
+    EXPECT_TRUE(S_ISLNK(status.st_mode));
+    ASSERT_EQ(stat(sTarget.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777U, 0644U);
+    EXPECT_EQ(zorcld.CountFiles(), 3U);
+}

@@ -1,0 +1,84 @@
+// The build against a slow model: the whole reordered array, every mask, run, centre and edge.
+
+#include <octree/BuildTree.h>
+#include <tests/support/CTestStore.h>
+#include <tests/support/CheckProp.h>
+#include <tests/support/CldCases.h>
+#include <tests/support/DiffTree.h>
+#include <tests/support/RandomCld.h>
+
+namespace
+{
+
+constexpr std::array<float, 3> c_org{0.0F, 0.0F, 0.0F};
+
+template <class T>
+class BuildTree_prop : public ::testing::Test
+{
+public:
+    /// @return empty, or what differs.
+    static std::string Diff(const std::vector<Ref::Pnt>& pnts)
+    {
+        CTestStore<T> store(pnts, c_org);
+        store.ComputeTree();
+        const std::string sDiff = DiffTree(*store->m_pTree, store.GetRef().tree);
+        if (!sDiff.empty())
+            return sDiff;
+        return store.GetPnts() == store.GetRef().pnts ? "" : "order of the array differs";
+    }
+};
+
+TYPED_TEST_SUITE(BuildTree_prop, BothPntTypes);
+
+TYPED_TEST(BuildTree_prop, BuildTree_SameAsModel)
+{
+    using Suite = BuildTree_prop<TypeParam>;
+    CheckProp(2500, [](const CldRecipe& recipe) { RC_ASSERT(Suite::Diff(MakePnts(recipe)) == ""); });
+}
+
+// Small clouds of few values: every coincidence of points and planes.
+TYPED_TEST(BuildTree_prop, BuildTree_SmallLattices)
+{
+    using Suite = BuildTree_prop<TypeParam>;
+    CheckProp(3000,
+              []
+              {
+                  const int nScale = *rc::gen::element(1, 2, 3, 125, 500, 1000, 100000);
+                  const auto coords = *rc::gen::container<std::vector<int>>(rc::gen::inRange(-4, 5));
+                  std::vector<Ref::Pnt> pnts;
+                  for (std::size_t i = 0; i + 2 < coords.size(); ++i) // each value serves all three axes
+                      pnts.push_back({coords[i] * nScale, coords[i + 1] * nScale, coords[i + 2] * nScale,
+                                      static_cast<std::uint8_t>(i)});
+                  RC_ASSERT(Suite::Diff(pnts) == "");
+              });
+}
+
+// Building again what has been built moves nothing.
+TYPED_TEST(BuildTree_prop, BuildTree_TwiceIsOnce)
+{
+    CheckProp(300,
+              [](const CldRecipe& recipe)
+              {
+                  CTestStore<TypeParam> store(MakePnts(recipe), c_org);
+                  store.ComputeTree();
+                  const auto pnts = store.GetPnts();
+                  store->ComputeTree();
+                  RC_ASSERT(store.GetPnts() == pnts);
+                  RC_ASSERT(DiffTree(*store->m_pTree, store.GetRef().tree) == "");
+              });
+}
+
+TYPED_TEST(BuildTree_prop, BuildTree_SameAsModelOnEveryCase)
+{
+    for (const CCldCase& cldCase : AllCldCases())
+    {
+        SCOPED_TRACE(cldCase.GetName());
+        std::vector<Ref::Pnt> pnts;
+        for (const zor::geom::PNT_3D& pnt : cldCase.GetPnts())
+            pnts.push_back({Ref::ToCompact(pnt.x, 0.0F), Ref::ToCompact(pnt.y, 0.0F),
+                            Ref::ToCompact(pnt.z, 0.0F), static_cast<std::uint8_t>(pnts.size())});
+        EXPECT_EQ(TestFixture::Diff(pnts), "");
+    }
+}
+
+} // namespace
