@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
+#include <random>
 
 namespace
 {
@@ -24,23 +24,35 @@ double MeasureOutline(const CPntCld& cld, double d)
     return dBest;
 }
 
-/// A closed line of teeth, 4 m wide and 4 m high, 16 points each: every point is a corner of the outline.
-std::unique_ptr<CPntCld> MakeRagged(int nNumTeeth, ICldColorListener* pColors)
+/// A ring with a saw-toothed rim, 38 km long, 3 points a square metre at random.
+const CPntCld& GetSerratedRing()
 {
-    constexpr int c_nFlank = 8;
-    constexpr int c_nTooth = 2 * c_nFlank;
+    constexpr double c_dLength = 38000.0;
     constexpr double c_dTau = 6.28318530717958647692;
-    auto pCld = std::make_unique<CPntCld>(pColors);
+    constexpr double c_dRadius = c_dLength / c_dTau;
+    static CNoColors colors;
+    static std::unique_ptr<CPntCld> pCld;
+    if (pCld != nullptr)
+        return *pCld;
+    constexpr int c_nNumPnts = 1710000;
+    pCld = std::make_unique<CPntCld>(&colors);
     pCld->OnReadType(PntCldType_Pnt);
-    pCld->Init(nNumTeeth * c_nTooth);
-    for (int i = 0; i < nNumTeeth * c_nTooth; ++i)
+    pCld->Init(c_nNumPnts);
+    std::mt19937_64 random(1);
+    std::uniform_real_distribution<double> drawT(0.0, c_dLength);
+    std::uniform_real_distribution<double> drawH(-12.0, 6.0);
+    for (int i = 0; i < c_nNumPnts;)
     {
-        const double dRadius = 4.0 * nNumTeeth / c_dTau + 0.5 * std::abs(i % c_nTooth - c_nFlank);
-        const double dAngle = c_dTau * i / (nNumTeeth * c_nTooth);
-        pCld->AddPnt(dRadius * std::cos(dAngle), dRadius * std::sin(dAngle), 0.0);
+        const double t = drawT(random);
+        const double h = drawH(random);
+        if (h > std::fabs(6.0 - 1.5 * std::fmod(t, 8.0))) // beyond the teeth, 8 m wide and 6 m high
+            continue;
+        pCld->AddPnt((c_dRadius + h) * std::cos(t / c_dRadius), (c_dRadius + h) * std::sin(t / c_dRadius),
+                     0.0);
+        ++i;
     }
     pCld->ComputeTree();
-    return pCld;
+    return *pCld;
 }
 
 void AddOutlineValues()
@@ -64,13 +76,15 @@ void AddOutlineValues()
                              MeasurePeak([&] { cld.CalcCnt(nullptr, &listener, c_dDistance); })) /
                          static_cast<double>(nSmall);
               }});
-    constexpr int c_nNumTeeth = 3125;
-    AddValue({"outline", "outline, every point a corner", c_nNumTeeth * 16, "s", 1.0,
+    AddValue({"outline", "outline, ragged, corners found", 1710000, "corners", 0.0,
               []
               {
-                  CNoColors colors;
-                  return MeasureOutline(*MakeRagged(c_nNumTeeth, &colors), 0.6);
+                  CSumListener listener;
+                  GetSerratedRing().CalcCnt(nullptr, &listener, c_dDistance);
+                  return static_cast<double>(listener.m_nNumPnts);
               }});
+    AddValue({"outline", "outline, ragged", 1710000, "s", 1.0,
+              [] { return MeasureOutline(GetSerratedRing(), c_dDistance); }});
 }
 
 const CBenchGroup group("outline", AddOutlineValues);

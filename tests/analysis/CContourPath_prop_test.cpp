@@ -22,7 +22,7 @@ bool IsCrossed(const std::vector<CTruncPnt>& vecPnts, const std::vector<std::int
         const CTruncPnt& b = at(vecPath[i + 1]);
         const bool bExempt = nTo == vecPath.front() && a.m_nX == to.m_nX && a.m_nY == to.m_nY;
         if (!bExempt &&
-            COutlineModel::Intersect(from.m_nX, from.m_nY, to.m_nX, to.m_nY, a.m_nX, a.m_nY, b.m_nX, b.m_nY))
+            CRefSegment{from.m_nX, from.m_nY, to.m_nX, to.m_nY}.Meets({a.m_nX, a.m_nY, b.m_nX, b.m_nY}))
             return true;
     }
     return false;

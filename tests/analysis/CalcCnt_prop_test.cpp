@@ -2,37 +2,41 @@
 #include <analysis/CalcCnt.h>
 #include <analysis/FindClusters.h>
 #include <analysis/FindStartPnt.h>
-#include <octree/CollectLeaves2D.h>
 #include <tests/analysis/COutlineModel.h>
-#include <tests/analysis/OutlineClouds.h>
-#include <tests/analysis/OutlineListeners.h>
+#include <tests/analysis/CProgressRecorder.h>
+#include <tests/analysis/OutlineCases.h>
+#include <tests/support/CTestStore.h>
 
 #include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
 
 namespace
 {
 
-constexpr std::uint32_t c_nNumClouds = 6000;
-
 template <class T>
-class CalcCntProp : public ::testing::Test
+class CalcCnt_Prop : public ::testing::Test
 {
 };
+TYPED_TEST_SUITE(CalcCnt_Prop, BothPntTypes);
 
-using PntTypes = ::testing::Types<CTruncPnt, CTruncPnt_Color>;
-TYPED_TEST_SUITE(CalcCntProp, PntTypes);
-
-/// A store with the case's points, some of them deleted now and then.
-template <class T>
-void FillCase(COcTree<T>& store, const COutlineCase& outlineCase, COutlineCases& cases)
+/// ZOR4DATA_TEST_CLOUDS: number of random clouds, for a long run.
+std::uint64_t GetNumClouds()
 {
-    FillStore(store, outlineCase.vecPnts);
-    if (cases.Draw(0, 2) != 0)
-        return;
-    const int nShare = cases.Draw(2, 8);
-    for (int i = 0; i < store.m_nNumPnts; ++i)
-        if (cases.Draw(0, nShare) == 0)
-            store.MarkDeleted(i);
+    const char* const pNum = std::getenv("ZOR4DATA_TEST_CLOUDS");
+    return pNum == nullptr ? 6000 : std::strtoull(pNum, nullptr, 10);
+}
+
+/// A store with the points of a case, some of them deleted now and then.
+template <class T>
+CTestStore<T> MakeStore(const COutlineCase& outlineCase, std::uint64_t nSeed)
+{
+    CTestStore<T> store(outlineCase.vecPnts, {0.0F, 0.0F, 0.0F});
+    store.ComputeTree();
+    CRandom random(~nSeed);
+    store.Mark(random, random.Chance(3) ? static_cast<int>(random.Int(2, 8)) : 0, 0);
+    return store;
 }
 
 std::vector<int> ToFirsts(CClusterForest& forest, int nNum)
@@ -48,126 +52,147 @@ std::vector<int> ToFirsts(CClusterForest& forest, int nNum)
     return vecFirsts;
 }
 
+std::set<int> ToSet(const unsigned char* pBits, int nNum)
+{
+    std::set<int> setPnts;
+    for (int i = 0; i < nNum; ++i)
+        if (CPntBits::IsSet(pBits, i))
+            setPnts.insert(i);
+    return setPnts;
+}
+
+/// The walk beside the model's: path, and points that were not given up (the start point aside).
+template <class T>
+void CompareWalks(const COcTree<T>& store, unsigned char* pCluster, int nStart, double d,
+                  COutlineModel& model)
+{
+    CContourWalk<T> walk(*store.m_pTree, store.m_pPnts.get(), pCluster, d * 10000.0);
+    ASSERT_EQ(walk.Walk(nStart), model.IsClosed());
+    ASSERT_EQ(walk.GetPath(), model.GetPath());
+    std::set<int> setOpen = ToSet(pCluster, store.m_nNumPnts);
+    setOpen.insert(walk.GetPath().begin(), walk.GetPath().end());
+    setOpen.insert(nStart);
+    std::set<int> setModelOpen = model.GetOpen();
+    setModelOpen.insert(nStart);
+    ASSERT_EQ(setOpen, setModelOpen);
+}
+
 /// What each stage gives, beside the model's.
 template <class T>
 void CompareStages(const COcTree<T>& store, double d, COutlineModel& model)
 {
     CClusterForest forest = FindClusters(store, nullptr, d * 10000.0);
     ASSERT_EQ(ToFirsts(forest, store.m_nNumPnts), model.GetClusters());
-    const std::shared_ptr<unsigned char[]> pBits = CPntBits::MakeClear(store.m_nNumPnts);
+    const std::shared_ptr<unsigned char[]> pCluster = CPntBits::MakeClear(store.m_nNumPnts);
     const int nLargest = forest.FindLargest();
     for (int i = 0; i < store.m_nNumPnts; ++i)
         if (forest.FindRoot(i) == nLargest)
-            CPntBits::Set(pBits.get(), i);
-    const int nStart = FindStartPnt(*store.m_pTree, store.m_pPnts.get(), pBits.get());
+            CPntBits::Set(pCluster.get(), i);
+    const int nStart = FindStartPnt(*store.m_pTree, store.m_pPnts.get(), pCluster.get());
     ASSERT_EQ(nStart, model.GetStart());
-    if (nStart == -1)
-        return;
-    CContourWalk<T> walk(*store.m_pTree, store.m_pPnts.get(), pBits.get(), d * 10000.0);
-    EXPECT_EQ(walk.Walk(nStart), model.IsClosed());
-    EXPECT_EQ(walk.GetPath(), model.GetPath());
-    std::set<int> setOpen(model.GetPath().begin(), model.GetPath().end());
-    for (int i = 0; i < store.m_nNumPnts; ++i)
-        if (CPntBits::IsSet(pBits.get(), i))
-            setOpen.insert(i);
-    setOpen.insert(nStart);
-    std::set<int> setModelOpen = model.GetOpen();
-    setModelOpen.insert(nStart);
-    EXPECT_EQ(setOpen, setModelOpen);
+    if (nStart != -1)
+        CompareWalks(store, pCluster.get(), nStart, d, model);
+}
+
+/// Everything that CalcCnt gives and calls, beside the model's.
+template <class T>
+void CompareWithModel(CTestStore<T>& store, double d, bool& bClosed)
+{
+    COutlineModel model(store.GetRef(), d);
+    CompareStages(*store, d, model);
+    CRecColorListener colors;
+    store->m_pColorListener = &colors;
+    CProgressRecorder progress;
+    CRecListener rec;
+    bClosed = CalcCnt(*store, &progress, &rec, d);
+    ASSERT_EQ(bClosed, model.IsClosed());
+    ASSERT_EQ(rec.GetIndices(), bClosed ? model.GetPath() : std::vector<int>());
+    ASSERT_EQ(rec.GetBatches(), std::vector<int>(rec.GetIndices().size(), 1));
+    ASSERT_EQ(progress.GetPos(), model.GetProgress());
+    ASSERT_EQ(progress.GetNumOthers(), 0);
+    ASSERT_EQ(colors.GetRanges().size(), 1U);
 }
 
 } // namespace
 
-// Index for index what the transcription gives: clusters, start point, path, points given up, delivery.
-TYPED_TEST(CalcCntProp, CalcCnt_SameAsModel)
+// Index for index what the model gives: clusters, start point, path, points given up, calls.
+TYPED_TEST(CalcCnt_Prop, SameAsModel)
 {
-    int nNumClosed = 0;
-    for (std::uint32_t nSeed = 0; nSeed < c_nNumClouds; ++nSeed)
+    std::uint64_t nNumClosed = 0;
+    for (std::uint64_t nSeed = 0; nSeed < GetNumClouds(); ++nSeed)
     {
-        COutlineCases cases(nSeed);
-        const COutlineCase outlineCase = cases.Make();
+        const COutlineCase outlineCase = MakeOutlineCase(nSeed);
         SCOPED_TRACE(outlineCase.sName);
-        CRangeColors colors;
-        COcTree<TypeParam> store(&colors);
-        FillCase(store, outlineCase, cases);
-        COutlineModel model(store, outlineCase.d);
-        CompareStages(store, outlineCase.d, model);
-        CProgressRecorder progress;
-        COutlineRecorder recorder;
-        EXPECT_EQ(CalcCnt(store, &progress, &recorder, outlineCase.d), model.IsClosed());
-        EXPECT_EQ(recorder.m_vecIndices, model.IsClosed() ? model.GetPath() : std::vector<int>());
-        EXPECT_EQ(recorder.m_vecBatches, std::vector<int>(recorder.m_vecIndices.size(), 1));
-        EXPECT_EQ(progress.m_vecPos, model.GetProgress());
-        EXPECT_EQ(progress.m_nNumOthers, 0);
-        EXPECT_EQ(colors.m_vecRanges.size(), 1U);
-        nNumClosed += model.IsClosed() ? 1 : 0;
-        if (this->HasFailure())
-            return;
+        CTestStore<TypeParam> store = MakeStore<TypeParam>(outlineCase, nSeed);
+        bool bClosed = false;
+        ASSERT_NO_FATAL_FAILURE(CompareWithModel(store, outlineCase.d, bClosed));
+        nNumClosed += bClosed ? 1 : 0;
     }
-    EXPECT_GT(nNumClosed, static_cast<int>(c_nNumClouds) / 2); // the cases are worth the comparison
+    EXPECT_GT(nNumClosed, GetNumClouds() / 2); // the cases are worth the comparison
+}
+
+// Whatever the distance.
+TYPED_TEST(CalcCnt_Prop, SameAsModel_OddDistances)
+{
+    for (std::uint64_t nSeed = 0; nSeed < 360; ++nSeed)
+    {
+        const COutlineCase outlineCase = MakeOutlineCase(nSeed);
+        SCOPED_TRACE(outlineCase.sName);
+        CTestStore<TypeParam> store = MakeStore<TypeParam>(outlineCase, nSeed);
+        for (const double d : {0.0, -0.0, -1.0, -3.0, -1.0e300, -HUGE_VAL, HUGE_VAL, std::nan(""), 1.0e300,
+                               1.0e308, 1.0e155, 5.0e-324, 1.0e-200, 214748.3647, 0.0001})
+        {
+            SCOPED_TRACE(d);
+            bool bClosed = false;
+            ASSERT_NO_FATAL_FAILURE(CompareWithModel(store, d, bClosed));
+        }
+    }
+}
+
+// Paths long enough for several levels of boxes, and dead ends.
+TYPED_TEST(CalcCnt_Prop, SameAsModel_LongPaths)
+{
+    std::size_t nLongest = 0;
+    for (std::uint64_t nSeed = 0; nSeed < 16; ++nSeed)
+    {
+        const COutlineCase outlineCase =
+            MakeSerratedRing(nSeed, 80.0 + 30.0 * static_cast<double>(nSeed % 8));
+        SCOPED_TRACE(outlineCase.sName);
+        CTestStore<TypeParam> store = MakeStore<TypeParam>(outlineCase, nSeed);
+        bool bClosed = false;
+        const double d = nSeed < 8 ? outlineCase.d : 0.9 + 0.1 * static_cast<double>(nSeed - 8);
+        ASSERT_NO_FATAL_FAILURE(CompareWithModel(store, d, bClosed));
+        nLongest = std::max(nLongest, COutlineModel(store.GetRef(), d).GetPath().size());
+    }
+    EXPECT_GT(nLongest, 300U);
 }
 
 // A delivered outline ends where it begins, holds no other point twice, and its segments meet only where
 // one ends and the next begins.
-TYPED_TEST(CalcCntProp, CalcCnt_ClosedAndWithoutCrossing)
+TYPED_TEST(CalcCnt_Prop, ClosedAndWithoutCrossing)
 {
-    for (std::uint32_t nSeed = 100000; nSeed < 100000 + c_nNumClouds; ++nSeed)
+    for (std::uint64_t nSeed = 1000000; nSeed < 1000000 + GetNumClouds(); ++nSeed)
     {
-        COutlineCases cases(nSeed);
-        const COutlineCase outlineCase = cases.Make();
+        const COutlineCase outlineCase = MakeOutlineCase(nSeed);
         SCOPED_TRACE(outlineCase.sName);
-        COcTree<TypeParam> store(nullptr);
-        FillCase(store, outlineCase, cases);
-        COutlineRecorder recorder;
-        if (!CalcCnt(store, nullptr, &recorder, outlineCase.d))
+        CTestStore<TypeParam> store = MakeStore<TypeParam>(outlineCase, nSeed);
+        CRecListener rec;
+        if (!CalcCnt(*store, nullptr, &rec, outlineCase.d))
             continue;
-        const std::vector<int>& vecPath = recorder.m_vecIndices;
+        const std::vector<int> vecPath = rec.GetIndices();
         ASSERT_GE(vecPath.size(), 4U);
-        EXPECT_EQ(vecPath.front(), vecPath.back());
-        EXPECT_EQ(std::set<int>(vecPath.begin(), vecPath.end()).size(), vecPath.size() - 1);
-        const auto meet = [&](std::size_t i, std::size_t k)
+        ASSERT_EQ(vecPath.front(), vecPath.back());
+        ASSERT_EQ(std::set<int>(vecPath.begin(), vecPath.end()).size(), vecPath.size() - 1);
+        const auto segment = [&](std::size_t i)
         {
-            const auto at = [&](std::size_t n) -> const TypeParam& { return store.m_pPnts[vecPath[n]]; };
-            return COutlineModel::Intersect(at(i).m_nX, at(i).m_nY, at(i + 1).m_nX, at(i + 1).m_nY,
-                                            at(k).m_nX, at(k).m_nY, at(k + 1).m_nX, at(k + 1).m_nY);
+            const TypeParam& a = store->m_pPnts[vecPath[i]];
+            const TypeParam& b = store->m_pPnts[vecPath[i + 1]];
+            return CRefSegment{a.m_nX, a.m_nY, b.m_nX, b.m_nY};
         };
-        const std::size_t nNumSegments = vecPath.size() - 1;
-        for (std::size_t i = 0; i < nNumSegments; ++i)
-            for (std::size_t k = i + 2; k < nNumSegments; ++k)
-                EXPECT_FALSE(meet(i, k) && !(i == 0 && k == nNumSegments - 1)) << i << " meets " << k;
-        if (this->HasFailure())
-            return;
-    }
-}
-
-TYPED_TEST(CalcCntProp, CollectLeaves2D_SameAsModel)
-{
-    for (std::uint32_t nSeed = 0; nSeed < 1200; ++nSeed)
-    {
-        COutlineCases cases(nSeed);
-        const COutlineCase outlineCase = cases.Make();
-        SCOPED_TRACE(outlineCase.sName);
-        COcTree<TypeParam> store(nullptr);
-        FillStore(store, outlineCase.vecPnts);
-        const COutlineModel model(store, 0.0);
-        for (int i = 0; i < 20; ++i)
-        {
-            static const double c_special[] = {0.0, std::nan(""), HUGE_VAL, -HUGE_VAL, 1.0e300, -1.0e300};
-            double limits[4];
-            for (double& limit : limits)
-            {
-                const COutlineCase::CPnt& pnt = outlineCase.vecPnts[static_cast<std::size_t>(
-                    cases.Draw(0, static_cast<int>(outlineCase.vecPnts.size()) - 1))];
-                limit = cases.Draw(0, 9) == 0        ? c_special[cases.Draw(0, 5)]
-                        : (&limit - limits) % 2 == 0 ? pnt.x + cases.Draw(-4, 4) / 4.0
-                                                     : pnt.y + cases.Draw(-4, 4) / 4.0;
-            }
-            std::vector<std::pair<int, int>> vecLeaves;
-            CollectLeaves2D(*store.m_pTree, {limits[0], limits[1], limits[2], limits[3]},
-                            [&](const COcTreeLeaf& leaf, const CPlanSquare&)
-                            { vecLeaves.emplace_back(leaf.m_nFirst, leaf.m_nCount); });
-            ASSERT_EQ(vecLeaves, model.CollectLeaves(limits[0], limits[1], limits[2], limits[3]))
-                << limits[0] << ' ' << limits[1] << ' ' << limits[2] << ' ' << limits[3];
-        }
+        const std::size_t nNum = vecPath.size() - 1;
+        for (std::size_t i = 0; i < nNum; ++i)
+            for (std::size_t k = i + 2; k < nNum; ++k)
+                ASSERT_FALSE(segment(i).Meets(segment(k)) && !(i == 0 && k == nNum - 1))
+                    << i << " meets " << k;
     }
 }

@@ -1,49 +1,38 @@
-#ifndef TESTS_ANALYSIS_OUTLINECLOUDS_H
-#define TESTS_ANALYSIS_OUTLINECLOUDS_H
+#include <tests/analysis/OutlineCases.h>
 
-#include <cloud/COcTree.h>
-#include <octree/CTruncPnt.h>
-#include <octree/CTruncPnt_Color.h>
+#include <tests/support/CRandom.h>
 
+#include <array>
 #include <cmath>
-#include <cstdint>
 #include <limits>
-#include <random>
-#include <string>
-#include <vector>
+#include <utility>
 
-/// A small cloud, compact units, and a distance that matters for it.
-struct COutlineCase
+namespace
 {
-    struct CPnt
-    {
-        std::int32_t x;
-        std::int32_t y;
-        std::int32_t z;
-    };
 
-    std::string sName;
-    std::vector<CPnt> vecPnts;
-    double d = 0.0; // coordinate units
-};
+constexpr double c_dTau = 6.28318530717958647692;
 
-/// Makes clouds of all shapes from a seed: the same seed, the same cloud.
-class COutlineCases
+/// Makes one case.
+class CCaseMaker
 {
 public:
-    explicit COutlineCases(std::uint32_t nSeed) : m_random(nSeed), m_nSeed(nSeed) {}
+    explicit CCaseMaker(std::uint64_t nSeed) : m_random(nSeed), m_nSeed(nSeed) {}
 
     COutlineCase Make()
     {
-        static constexpr Shape c_shapes[] = {
-            {"uniform", &COutlineCases::MakeUniform}, {"lattice", &COutlineCases::MakeLattice},
-            {"ring", &COutlineCases::MakeRing},       {"comb", &COutlineCases::MakeComb},
-            {"spiral", &COutlineCases::MakeSpiral},   {"L", &COutlineCases::MakeL},
-            {"gap", &COutlineCases::MakeGap},         {"stacks", &COutlineCases::MakeStacks},
-            {"tiny", &COutlineCases::MakeTiny},       {"span", &COutlineCases::MakeSpan},
-            {"line", &COutlineCases::MakeLine},       {"circle", &COutlineCases::MakeCircle}};
-        constexpr std::uint32_t c_nNumShapes = sizeof(c_shapes) / sizeof(c_shapes[0]);
-        const Shape& shape = c_shapes[m_nSeed % c_nNumShapes];
+        static constexpr std::array<CShape, 12> c_shapes = {{{"uniform", &CCaseMaker::MakeUniform},
+                                                             {"lattice", &CCaseMaker::MakeLattice},
+                                                             {"ring", &CCaseMaker::MakeRing},
+                                                             {"comb", &CCaseMaker::MakeComb},
+                                                             {"spiral", &CCaseMaker::MakeSpiral},
+                                                             {"L", &CCaseMaker::MakeL},
+                                                             {"gap", &CCaseMaker::MakeGap},
+                                                             {"stacks", &CCaseMaker::MakeStacks},
+                                                             {"tiny", &CCaseMaker::MakeTiny},
+                                                             {"span", &CCaseMaker::MakeSpan},
+                                                             {"line", &CCaseMaker::MakeLine},
+                                                             {"circle", &CCaseMaker::MakeCircle}}};
+        const CShape& shape = c_shapes[m_nSeed % c_shapes.size()];
         m_case.sName = std::string(shape.pName) + ", seed " + std::to_string(m_nSeed);
         (this->*shape.pMake)();
         if (Draw(0, 7) == 0)
@@ -51,20 +40,20 @@ public:
         return m_case;
     }
 
-    int Draw(int nMin, int nMax) { return std::uniform_int_distribution<int>(nMin, nMax)(m_random); }
-
 private:
-    struct Shape
+    struct CShape
     {
         const char* pName;
-        void (COutlineCases::*pMake)();
+        void (CCaseMaker::*pMake)();
     };
+
+    int Draw(int nMin, int nMax) { return static_cast<int>(m_random.Int(nMin, nMax)); }
 
     void Add(double x, double y)
     {
         const auto saturate = [](double v)
         { return static_cast<std::int32_t>(std::fmin(std::fmax(v, -2147483648.0), 2147483647.0)); };
-        m_case.vecPnts.push_back({saturate(x), saturate(y), Draw(-50, 50)});
+        m_case.vecPnts.push_back({saturate(x), saturate(y), Draw(-50, 50), 10, 20, 30});
     }
 
     void MakeUniform()
@@ -94,7 +83,7 @@ private:
         for (int i = 0; i < nNum; ++i)
         {
             const double r = 100000.0 + Draw(-20000, 20000);
-            const double a = 6.283185307 * Draw(0, 100000) / 100000.0;
+            const double a = c_dTau * Draw(0, 100000) / 100000.0;
             Add(r * std::cos(a), r * std::sin(a));
         }
         m_case.d = Draw(20000, 90000) / 10000.0;
@@ -104,8 +93,8 @@ private:
     {
         const int nNum = Draw(3, 90);
         for (int i = 0; i < nNum; ++i)
-            Add(300000.0 * std::cos(6.283185307 * i / nNum), 300000.0 * std::sin(6.283185307 * i / nNum));
-        m_case.d = Draw(0, 3) == 0 ? 1.0e3 : 1.1 * 30.0 * 6.283185307 / nNum;
+            Add(300000.0 * std::cos(c_dTau * i / nNum), 300000.0 * std::sin(c_dTau * i / nNum));
+        m_case.d = Draw(0, 3) == 0 ? 1.0e3 : 1.1 * 30.0 * c_dTau / nNum;
     }
 
     void MakeComb()
@@ -129,8 +118,8 @@ private:
         {
             const double t = static_cast<double>(i) / nNum;
             const double r = 20000.0 + 200000.0 * t;
-            Add(r * std::cos(6.283185307 * dTurns * t) + Draw(-999, 999),
-                r * std::sin(6.283185307 * dTurns * t) + Draw(-999, 999));
+            Add(r * std::cos(c_dTau * dTurns * t) + Draw(-999, 999),
+                r * std::sin(c_dTau * dTurns * t) + Draw(-999, 999));
         }
         m_case.d = Draw(15000, 60000) / 10000.0;
     }
@@ -209,30 +198,37 @@ private:
         m_case.d = Draw(1, 30) / 10.0;
     }
 
-    std::mt19937 m_random;
-    std::uint32_t m_nSeed;
+    CRandom m_random;
+    std::uint64_t m_nSeed;
     COutlineCase m_case;
 };
 
-inline void SetPlanPnt(CTruncPnt& pnt, const COutlineCase::CPnt& from)
+} // namespace
+
+COutlineCase MakeOutlineCase(std::uint64_t nSeed)
 {
-    pnt = CTruncPnt(from.x, from.y, from.z);
+    return CCaseMaker(nSeed).Make();
 }
 
-inline void SetPlanPnt(CTruncPnt_Color& pnt, const COutlineCase::CPnt& from)
+COutlineCase MakeSerratedRing(std::uint64_t nSeed, double dLength)
 {
-    pnt = CTruncPnt_Color(from.x, from.y, from.z, 10, 20, 30);
+    constexpr double c_dTooth = 8.0;
+    constexpr double c_dHeight = 6.0;
+    constexpr double c_dBand = 6.0;
+    CRandom random(nSeed);
+    COutlineCase outlineCase;
+    outlineCase.sName = "serrated ring, seed " + std::to_string(nSeed);
+    outlineCase.d = 2.0;
+    const double dRadius = dLength / c_dTau;
+    while (static_cast<double>(outlineCase.vecPnts.size()) < dLength * (c_dBand + c_dHeight / 2.0) * 3.0)
+    {
+        const double t = random.Unit() * dLength;
+        const double h = random.Unit() * (c_dBand + c_dHeight) - c_dBand;
+        if (h > c_dHeight * std::fabs(1.0 - 2.0 * std::fmod(t, c_dTooth) / c_dTooth))
+            continue; // beyond the teeth
+        outlineCase.vecPnts.push_back(
+            {static_cast<std::int32_t>(10000.0 * (dRadius + h) * std::cos(t / dRadius)),
+             static_cast<std::int32_t>(10000.0 * (dRadius + h) * std::sin(t / dRadius)), 0, 0, 0, 0});
+    }
+    return outlineCase;
 }
-
-/// Fills a store with compact points as they are, and builds its octree.
-template <class T>
-void FillStore(COcTree<T>& store, const std::vector<COutlineCase::CPnt>& vecPnts)
-{
-    store.Init(static_cast<std::int32_t>(vecPnts.size()));
-    store.m_fOrgX = store.m_fOrgY = store.m_fOrgZ = 0.0F;
-    for (const COutlineCase::CPnt& pnt : vecPnts)
-        SetPlanPnt(store.m_pPnts[store.m_nNumAdded++], pnt);
-    store.ComputeTree();
-}
-
-#endif
