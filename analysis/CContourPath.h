@@ -82,7 +82,7 @@ private:
     const T* m_pPnts;
     std::vector<std::int32_t> m_vecPath;
     std::vector<std::vector<CPathBox>> m_vecLevels; // boxes around c_nFanOut items of the level below
-    std::size_t m_nLastMet = 0; // segment that a candidate was last found to meet
+    std::size_t m_nLastMet = 0;                     // segment that a candidate was last found to meet
 };
 
 class CTruncPnt;

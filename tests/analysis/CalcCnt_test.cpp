@@ -117,11 +117,12 @@ TYPED_TEST(CalcCnt_, OnlyStacks_None)
 // goes across to the other. The far point keeps the others in one leaf, in this order.
 TYPED_TEST(CalcCnt_, NotchIsCutAcross)
 {
-    const CPlaces places = {{0, 6},  {0, 2}, {1, 0}, {5, 0}, {4, 4},      {0, 4},
-                            {-1, 0}, {3, 0}, {4, 2}, {4, 6}, {9999, 9999}};
+    const CPlaces places = {{0, 6},  {0, 2},  {1, -1}, {5, 0}, {4, 4},      {0, 4},
+                            {-1, 0}, {3, -1}, {4, 2},  {4, 6}, {9999, 9999}};
     EXPECT_EQ(
         this->Calc(places, 2.5),
-        (CPlaces{{-1, 0}, {0, 2}, {0, 4}, {0, 6}, {4, 6}, {4, 4}, {4, 2}, {5, 0}, {3, 0}, {1, 0}, {-1, 0}}));
+        (CPlaces{
+            {-1, 0}, {0, 2}, {0, 4}, {0, 6}, {4, 6}, {4, 4}, {4, 2}, {5, 0}, {3, -1}, {1, -1}, {-1, 0}}));
 }
 
 // The first step leads strictly north, or there is no outline: east does not count, nor does south.
