@@ -54,7 +54,7 @@ public:
 
     CRecColorListener m_color;
 };
-TYPED_TEST_SUITE(CPntCld_Copy, BothPntTypes);
+TYPED_TEST_SUITE(CPntCld_Copy, BothPntTypes, PntTypeName);
 
 TYPED_TEST(CPntCld_Copy, Destruction_InAnyOrder)
 {

@@ -15,7 +15,7 @@ template <class T>
 class CPntCld_Query : public ::testing::Test
 {
 };
-TYPED_TEST_SUITE(CPntCld_Query, BothPntTypes);
+TYPED_TEST_SUITE(CPntCld_Query, BothPntTypes, PntTypeName);
 
 TYPED_TEST(CPntCld_Query, GetPnts_EveryPointInIndexOrder)
 {

@@ -129,7 +129,7 @@ private:
         }
     }
 };
-TYPED_TEST_SUITE(CPntCld_alloc, BothPntTypes);
+TYPED_TEST_SUITE(CPntCld_alloc, BothPntTypes, PntTypeName);
 
 TYPED_TEST(CPntCld_alloc, Init)
 {
@@ -217,7 +217,6 @@ TYPED_TEST(CPntCld_alloc, DelSelPnts)
 
 TYPED_TEST(CPntCld_alloc, Queries)
 {
-    CNoColors colors;
     const std::vector<zor::geom::PLANE_3D> vecPlanes{zor::geom::PLANE_3D(1.0, 0.1, 0.0, -40.0)};
     const std::vector<std::function<void(CPntCld&)>> vecQueries{
         [](CPntCld& cld) { cld.GetPnts(nullptr, 50); },

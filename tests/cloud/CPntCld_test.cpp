@@ -50,7 +50,7 @@ public:
     CRecColorListener m_color;
     CPntCld m_cld{&m_color};
 };
-TYPED_TEST_SUITE(CPntCld_case, BothPntTypes);
+TYPED_TEST_SUITE(CPntCld_case, BothPntTypes, PntTypeName);
 
 using Indices = std::vector<int>;
 using Values = std::vector<double>;

@@ -28,7 +28,7 @@ public:
     }
 };
 
-TYPED_TEST_SUITE(BuildTree_prop, BothPntTypes);
+TYPED_TEST_SUITE(BuildTree_prop, BothPntTypes, PntTypeName);
 
 TYPED_TEST(BuildTree_prop, BuildTree_SameAsModel)
 {

@@ -64,7 +64,7 @@ private:
     std::unique_ptr<CTestStore<T>> m_pStore;
 };
 
-TYPED_TEST_SUITE(BuildTree_case, BothPntTypes);
+TYPED_TEST_SUITE(BuildTree_case, BothPntTypes, PntTypeName);
 
 TYPED_TEST(BuildTree_case, Octant_OfTenPointsIsALeaf)
 {

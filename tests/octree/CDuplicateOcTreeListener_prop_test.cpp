@@ -14,7 +14,7 @@ template <class T>
 class CDuplicate_prop : public ::testing::Test
 {
 };
-TYPED_TEST_SUITE(CDuplicate_prop, BothPntTypes);
+TYPED_TEST_SUITE(CDuplicate_prop, BothPntTypes, PntTypeName);
 
 TYPED_TEST(CDuplicate_prop, FindDuplicates_SameAsEveryPair)
 {

@@ -27,7 +27,7 @@ public:
         return vecDeleted;
     }
 };
-TYPED_TEST_SUITE(CDuplicate_case, BothPntTypes);
+TYPED_TEST_SUITE(CDuplicate_case, BothPntTypes, PntTypeName);
 
 // Heights are not compared, and the first in the leaf's order stays.
 TYPED_TEST(CDuplicate_case, SamePlace_FirstStaysWhateverTheHeight_Kept)

@@ -31,7 +31,7 @@ public:
     }
 };
 
-TYPED_TEST_SUITE(Partition_prop, BothPntTypes);
+TYPED_TEST_SUITE(Partition_prop, BothPntTypes, PntTypeName);
 
 TYPED_TEST(Partition_prop, PartitionPnts_SameAsModel)
 {

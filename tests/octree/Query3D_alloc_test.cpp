@@ -83,7 +83,7 @@ public:
     std::vector<zor::geom::PLANE_3D> m_vecPlanes;
     std::vector<Query> m_vecQueries;
 };
-TYPED_TEST_SUITE(Query3D_alloc, BothPntTypes);
+TYPED_TEST_SUITE(Query3D_alloc, BothPntTypes, PntTypeName);
 
 TYPED_TEST(Query3D_alloc, EveryFailure_LeavesNothingBehind)
 {

@@ -122,7 +122,7 @@ private:
     }
 };
 
-TYPED_TEST_SUITE(Query3D_prop, BothPntTypes);
+TYPED_TEST_SUITE(Query3D_prop, BothPntTypes, PntTypeName);
 
 TYPED_TEST(Query3D_prop, Traversals_SameAsModel)
 {

@@ -44,7 +44,7 @@ protected:
 private:
     std::unique_ptr<CTestStore<T>> m_pStore;
 };
-TYPED_TEST_SUITE(Query3D_case, BothPntTypes);
+TYPED_TEST_SUITE(Query3D_case, BothPntTypes, PntTypeName);
 
 using Indices = std::vector<int>;
 
@@ -128,6 +128,25 @@ TYPED_TEST(Query3D_case, LodClip_LargerThanTheTreeGivesOnePointALeaf_Kept)
     this->GetStore().Delete(1);
     this->Query(100).GetPnts_LodClip(1000.0, {});
     EXPECT_EQ(this->GetIndices(), (Indices{0, 2, 11}));
+}
+
+// Edge 2 units: a spacing that were taken as one unit would thin these points.
+TYPED_TEST(Query3D_case, Lod_NotAboveZeroOrNotANumberIsNoThinning)
+{
+    std::vector<Ref::Pnt> pnts(12, {2, 2, 2});
+    pnts.push_back({0, 0, 0});
+    this->Build(pnts);
+    for (const double dLod : {0.0, -0.0, -1.0, -1e300, -std::numeric_limits<double>::infinity(),
+                              std::numeric_limits<double>::quiet_NaN()})
+    {
+        CRecListener rec;
+        CQuery3D<TypeParam>(*this->GetStore(), &rec, 5).GetPnts_Lod(dLod);
+        EXPECT_EQ(rec.GetNumPnts(), 13) << dLod;
+        CQuery3D<TypeParam>(*this->GetStore(), &rec, 5).GetPnts_LodClip(dLod, {});
+        EXPECT_EQ(rec.GetNumPnts(), 26) << dLod;
+    }
+    this->Query().GetPnts_Lod(1.0 / 10000.0);
+    EXPECT_EQ(this->GetIndices().size(), 2U); // it would
 }
 
 // Edge 40000 is 2^16 rounded up: 6.5536 units and up to 13.1 lie at depth 0.

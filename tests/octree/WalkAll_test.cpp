@@ -28,7 +28,7 @@ template <class T>
 class WalkAll_case : public ::testing::Test
 {
 };
-TYPED_TEST_SUITE(WalkAll_case, BothPntTypes);
+TYPED_TEST_SUITE(WalkAll_case, BothPntTypes, PntTypeName);
 
 TYPED_TEST(WalkAll_case, Visitor_SeesPointsLeafByLeaf)
 {

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 /// What a test written once for both point types needs to know of each.
 template <class T>
 struct PntTrait;
@@ -36,5 +38,15 @@ struct PntTrait<CTruncPnt_Color>
 };
 
 using BothPntTypes = ::testing::Types<CTruncPnt, CTruncPnt_Color>;
+
+/// Names the instances of a typed test.
+struct PntTypeName
+{
+    template <class T>
+    static std::string GetName(int)
+    {
+        return PntTrait<T>::c_bColor ? "PntColor" : "Pnt";
+    }
+};
 
 #endif
