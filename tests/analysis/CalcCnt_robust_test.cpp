@@ -11,7 +11,7 @@ template <class T>
 class CalcCnt_Robust : public ::testing::Test
 {
 };
-TYPED_TEST_SUITE(CalcCnt_Robust, BothPntTypes);
+TYPED_TEST_SUITE(CalcCnt_Robust, BothPntTypes, PntTypeName);
 
 /// Gives every leaf another run of the array, as a damaged file might.
 void ScrambleLeaves(const COcTreeNode& node, std::int32_t nNumPnts, CRandom& random)

@@ -54,7 +54,7 @@ public:
         return a;
     }
 };
-TYPED_TEST_SUITE(CalcCnt_, BothPntTypes);
+TYPED_TEST_SUITE(CalcCnt_, BothPntTypes, PntTypeName);
 
 const CPlaces c_none;
 

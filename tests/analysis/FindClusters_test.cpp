@@ -26,7 +26,7 @@ public:
         return store;
     }
 };
-TYPED_TEST_SUITE(FindClusters_, BothPntTypes);
+TYPED_TEST_SUITE(FindClusters_, BothPntTypes, PntTypeName);
 
 } // namespace
 

@@ -25,7 +25,7 @@ public:
         return {store->m_pPnts[nStart].m_nX, store->m_pPnts[nStart].m_nY};
     }
 };
-TYPED_TEST_SUITE(FindStartPnt_, BothPntTypes);
+TYPED_TEST_SUITE(FindStartPnt_, BothPntTypes, PntTypeName);
 
 constexpr int c_nNone = 123456789;
 

@@ -14,7 +14,7 @@ template <class T>
 class CollectLeaves2D_Prop : public ::testing::Test
 {
 };
-TYPED_TEST_SUITE(CollectLeaves2D_Prop, BothPntTypes);
+TYPED_TEST_SUITE(CollectLeaves2D_Prop, BothPntTypes, PntTypeName);
 
 /// A rectangle that has to do with the points: limits on them, quarters of a unit beside them, or none.
 std::array<double, 4> MakeBox(CRandom& random, const std::vector<Ref::Pnt>& pnts)
