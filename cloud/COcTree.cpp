@@ -31,10 +31,13 @@ bool COcTree<T>::Init(std::int32_t nNumPnts)
 template <class T>
 bool COcTree<T>::ComputeTree()
 {
+    // KEPT: slots not filled yet are points at the origin, and the marks of all points stay where they
+    // are while the points move.
     COcTreeIndex tree = BuildTree(this->m_pPnts.get(), this->m_nNumPnts);
     const bool bHasRoot = tree.m_pRoot != nullptr;
-    // Copies share the array that was just reordered: they must see the tree that goes with it.
-    if (this->m_pTree != nullptr)
+    // Copies share the array that was just reordered: they must see the tree that goes with it. A tree
+    // without a root goes with no array, so that copies may by now hold arrays of their own.
+    if (this->m_pTree != nullptr && this->m_pTree->m_pRoot != nullptr)
         *this->m_pTree = std::move(tree);
     else
         this->m_pTree = std::make_shared<COcTreeIndex>(std::move(tree));
@@ -62,6 +65,7 @@ void COcTree<T>::FinishReading()
 template <class T>
 std::int32_t COcTree<T>::GetNumPnts() const noexcept
 {
+    // KEPT: slots announced to Init count whether they have been filled or not.
     if (!this->m_bHasDel)
         return this->m_nNumPnts;
     return this->m_nNumPnts - CPntBits::CountSet(this->m_pDelBits.get(), this->m_nNumPnts);
@@ -71,7 +75,7 @@ template <class T>
 void COcTree<T>::SelPnt(std::int32_t nIndex, bool bToggle) noexcept
 {
     unsigned char* const pBits = this->m_pSelBits.get();
-    if (nIndex < 0 || pBits == nullptr)
+    if (nIndex < 0 || pBits == nullptr) // KEPT: a negative index has no bit, and nothing happens
         return;
     if (bToggle && CPntBits::IsSet(pBits, nIndex))
         CPntBits::Clear(pBits, nIndex);

@@ -8,7 +8,9 @@
 /// One store of compact points: its life from `Init` over filling, indexing and compactions to `Clear`.
 ///
 /// Point indices are positions in the current array; every build of the tree and every compaction
-/// changes them. Where an operation throws std::bad_alloc the store is as it was before.
+/// changes them. Where an operation throws std::bad_alloc the store is as it was before, but for
+/// `ComputeTree` and `FinishReading`: the points may then stand in another order. A tree from before is
+/// still the right one, unless points were added since it was built.
 template <class T>
 class COcTree : public COcTreeData<T>
 {

@@ -33,7 +33,7 @@ struct COptions
 void ParseSize(const std::string& sSize, CView& view)
 {
     const std::vector<double> size = ParseNumbers(sSize, 'x', 2, "--size");
-    constexpr double c_dMin = 64.0;
+    constexpr double c_dMin = 200.0; // title, scale bar and legend need their room
     constexpr double c_dMax = 16384.0;
     for (const double d : size)
         if (d < c_dMin || d > c_dMax || d != static_cast<double>(static_cast<int>(d)))

@@ -13,6 +13,7 @@ struct CFileFacts
 {
     std::int64_t nAnnounced = -1;         ///< points that it announces; -1: it does not say
     std::vector<std::string> vecWarnings; ///< what will surprise the user, a sentence each
+    bool bNoProgress = false; ///< it announces items by the billion that take no bytes: no call for each
 };
 
 /// A kind of file that the library reads. The library tells only that a load failed: what a file

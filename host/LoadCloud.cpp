@@ -30,12 +30,13 @@ double CalcSeconds(CProgressBar::TClock::duration duration)
     throw CFailure(sPath, sCause.empty() ? "not enough memory" : sCause);
 }
 
-bool ReadFile(CPntCld& cloud, CProgressBar& progress, const CFileKind& kind, const CLoadFacts& facts,
+/// @param pProgress  null: no calls.
+bool ReadFile(CPntCld& cloud, IDlgProgress* pProgress, const CFileKind& kind, const CLoadFacts& facts,
               const std::string& sPath)
 {
     try
     {
-        return cloud.ReadFromFile(&progress, kind.eFile, zor::String(sPath));
+        return cloud.ReadFromFile(pProgress, kind.eFile, zor::String(sPath));
     }
     catch (const std::bad_alloc&)
     {
@@ -68,7 +69,7 @@ CLoadFacts LoadCloud(CPntCld& cloud, const CInputOptions& input, const CConsole&
     CProgressBar progress(console,
                           fmt::format("reading {}", std::filesystem::path(input.sPath).filename().string()));
     progress.Start();
-    const bool bRead = ReadFile(cloud, progress, kind, facts, input.sPath);
+    const bool bRead = ReadFile(cloud, fileFacts.bNoProgress ? nullptr : &progress, kind, facts, input.sPath);
     const auto timeEnd = CProgressBar::TClock::now();
     progress.Stop();
     const bool bHasType = cloud.GetColorListener() != nullptr; // a file without points may give it none

@@ -55,6 +55,8 @@ struct CHeader
     std::int64_t nEnd = 0;             // where the data begins
 };
 
+constexpr std::int64_t c_nManyItems = 1000000; // more without a byte each are no work worth telling of
+
 using TFile = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
 TFile Open(const std::string& sPath)
@@ -269,6 +271,9 @@ CFileFacts FindPlyFacts(const std::string& sPath)
     if (pFile == nullptr)
         return facts;
     const CHeader header = ReadHeader(pFile.get());
+    facts.bNoProgress = std::any_of(header.vecElements.begin(), header.vecElements.end(),
+                                    [](const CElement& element)
+                                    { return element.vecProps.empty() && element.nCount > c_nManyItems; });
     if (const CElement* const pVertices = FindVertices(header))
     {
         facts.nAnnounced = pVertices->nCount;

@@ -5,9 +5,12 @@
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
+#include <string>
 
 namespace
 {
@@ -37,6 +40,16 @@ void AddBoxPlanes(const std::vector<double>& box, std::vector<zor::geom::PLANE_3
     }
 }
 
+/// Check of an option. @return empty, or what is wrong.
+std::string IsAboveZero(const std::string& sText)
+{
+    double d = 0.0;
+    const auto result = std::from_chars(sText.data(), sText.data() + sText.size(), d);
+    const bool bWhole = result.ec == std::errc() && result.ptr == sText.data() + sText.size();
+    const bool bGood = bWhole && d > 0.0 && d < 9.2e18; // within every type that takes it
+    return bGood ? std::string() : fmt::format("'{}' is not a number above 0", sText);
+}
+
 } // namespace
 
 void AddQueryOptions(CLI::App& command, CQueryOptions& options)
@@ -44,11 +57,11 @@ void AddQueryOptions(CLI::App& command, CQueryOptions& options)
     CLI::Option* const pLod = command
                                   .add_option("--lod", options.dLod,
                                               "Thin to about one point a cube of this edge, coordinate units")
-                                  ->check(CLI::PositiveNumber)
+                                  ->check(IsAboveZero)
                                   ->type_name("SPACING");
     command
         .add_option("--points", options.nMaxPnts, "Thin to the finest level of detail of at most N points")
-        ->check(CLI::PositiveNumber)
+        ->check(IsAboveZero)
         ->type_name("N")
         ->excludes(pLod);
     command

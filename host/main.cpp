@@ -43,6 +43,15 @@ int Run(int nNumArgs, char** pArgs)
     for (CLI::App* pCommand : app.get_subcommands(nullptr))
         pCommand->add_flag("-q,--quiet", console.m_bQuiet, "No progress bar, no notes: failures only");
 
+    const auto isCommand = [&app](const std::string& sName)
+    {
+        const auto vecCommands = app.get_subcommands([&](const CLI::App* p) { return p->check_name(sName); });
+        return !vecCommands.empty();
+    };
+    if (nNumArgs > 1 && pArgs[1][0] != '-' && !isCommand(pArgs[1]))
+        return Report(fmt::format("unknown command '{}' (zorcld --help tells the commands)", pArgs[1]),
+                      c_nWrongUsage);
+
     try
     {
         app.parse(nNumArgs, pArgs);

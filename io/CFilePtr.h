@@ -8,7 +8,7 @@
 class CFileCloser
 {
 public:
-    void operator()(std::FILE* pFile) const noexcept { std::fclose(pFile); }
+    void operator()(std::FILE* pFile) const noexcept { static_cast<void>(std::fclose(pFile)); }
 };
 
 /// A C stream that closes itself; null when it could not be opened.

@@ -9,7 +9,7 @@ bool CPlyBuffer::Fill()
     const std::size_t nUnread = GetNumAhead();
     std::memmove(m_acBytes.data(), m_acBytes.data() + m_nValid - nUnread, nUnread);
     if (m_nPos > m_nValid) // a list jumped over the end of the window
-        std::fseek(m_pFile, static_cast<long>(m_nPos - m_nValid), SEEK_CUR);
+        static_cast<void>(std::fseek(m_pFile, static_cast<long>(m_nPos - m_nValid), SEEK_CUR));
     m_nPos = 0;
     m_nValid = nUnread + std::fread(m_acBytes.data() + nUnread, 1, m_acBytes.size() - nUnread, m_pFile);
     return m_nValid > 0;
@@ -18,9 +18,9 @@ bool CPlyBuffer::Fill()
 long CPlyBuffer::CalcNumLeft() const
 {
     const long nStream = std::ftell(m_pFile);
-    std::fseek(m_pFile, 0, SEEK_END);
+    static_cast<void>(std::fseek(m_pFile, 0, SEEK_END));
     const long nEnd = std::ftell(m_pFile);
-    std::fseek(m_pFile, nStream, SEEK_SET);
+    static_cast<void>(std::fseek(m_pFile, nStream, SEEK_SET));
     const long nPos = nStream + static_cast<long>(m_nPos) - static_cast<long>(m_nValid);
     return std::max(nEnd - nPos, 0L);
 }

@@ -104,7 +104,7 @@ bool CPlyHeader::ReadLine(std::FILE* pFile)
         }
         else
         {
-            std::ungetc(c, pFile); // of EOF it does nothing
+            static_cast<void>(std::ungetc(c, pFile)); // of EOF it does nothing
         }
     }
     const bool bRead = !m_sLine.empty();

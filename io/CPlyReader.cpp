@@ -25,7 +25,7 @@ bool ReadElements(IPntCldReadListener& listener, IDlgProgress* pProgress, const 
     const CFilePtr pFile(std::fopen(sPath.c_str(), "rb"));
     if (pFile == nullptr)
         return false;
-    std::setvbuf(pFile.get(), nullptr, _IONBF, 0); // the window is the buffer
+    static_cast<void>(std::setvbuf(pFile.get(), nullptr, _IONBF, 0)); // the window is the buffer
     if (std::fseek(pFile.get(), header.GetDataOffset(), SEEK_SET) != 0)
         return false;
 

@@ -14,7 +14,7 @@ bool HasSamePlace(const T& pntA, const T& pntB) noexcept
     return pntA.m_nX == pntB.m_nX && pntA.m_nY == pntB.m_nY;
 }
 
-/// Mixes both coordinates into every bit (the finalizer of S. Vigna's splitmix64 generator).
+/// Mixes both coordinates into every bit (the finalizer of the splitmix64 generator).
 template <class T>
 std::size_t CalcHash(const T& pnt) noexcept
 {

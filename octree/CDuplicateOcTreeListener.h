@@ -8,7 +8,9 @@
 #include <vector>
 
 /// Visitor that marks duplicates deleted: of the points of one leaf that share x and y, all but the
-/// first. Heights are not compared, and points of different leaves never meet.
+/// first.
+///
+/// KEPT: heights are not compared, and points of different leaves never meet.
 template <class T>
 class CDuplicateOcTreeListener final : public IOcTreeListener<T>
 {

@@ -99,7 +99,8 @@ public:
     {
         const int nNumLeaves = __builtin_popcount(static_cast<unsigned>(ucExist & ucLeaf));
         const int nNumNodes = __builtin_popcount(static_cast<unsigned>(ucExist & ~ucLeaf));
-        return static_cast<std::size_t>(nNumLeaves * c_nLeafSize + nNumNodes * c_nNodeSize);
+        return static_cast<std::size_t>(nNumLeaves) * c_nLeafSize +
+               static_cast<std::size_t>(nNumNodes) * c_nNodeSize;
     }
 
     /// Writes the record of a leaf. @return where the next record goes.

@@ -13,7 +13,7 @@ std::int32_t CPntBits::CountSet(const unsigned char* pBits, std::int32_t nNumPnt
 {
     std::int32_t nNumSet = 0;
     std::int32_t nIndex = 0;
-    for (; nIndex + 64 <= nNumPnts; nIndex += 64)
+    for (; nNumPnts - nIndex >= 64; nIndex += 64)
     {
         std::uint64_t nWord = 0;
         std::memcpy(&nWord, pBits + (nIndex >> 3), sizeof nWord);

@@ -10,10 +10,11 @@
 namespace CPntBits
 {
 
-/// Bytes of a set of `nNumPnts` points: one more than needed when the count is a multiple of 8.
+/// Bytes of a set of `nNumPnts` points.
+/// KEPT: one more than needed when the count is a multiple of 8.
 inline std::size_t GetNumBytes(std::int32_t nNumPnts) noexcept
 {
-    return static_cast<std::size_t>(nNumPnts / 8 + 1);
+    return static_cast<std::size_t>(nNumPnts) / 8 + 1;
 }
 
 /// A set of `nNumPnts` clear bits. Throws std::bad_alloc.

@@ -8,7 +8,7 @@
 
 /// Partitions a run in place by one coordinate against a splitting plane.
 ///
-/// N. Lomuto's scheme: going forward, a record below the plane is exchanged with the first record at or
+/// The Lomuto scheme: going forward, a record below the plane is exchanged with the first record at or
 /// above it that precedes it. The records below come first and keep their relative order; the order of
 /// the others follows from the exchanges, and is the same on every machine.
 ///
@@ -22,10 +22,10 @@ template <int Axis, class T>
 std::int32_t PartitionPnts(T* pPnts, std::int32_t nNumPnts, std::int32_t nPlane) noexcept
 {
     T* pBoundary = pPnts; // records before it are below; from here to the block all are at or above
-    for (std::int32_t i = 0; i < nNumPnts; i += c_nMaskBits)
+    for (std::int32_t nNumLeft = nNumPnts; nNumLeft > 0; nNumLeft -= c_nMaskBits)
     {
-        T* const pBlock = pPnts + i;
-        std::uint64_t nBelow = CalcBelowMask<Axis>(pBlock, std::min(nNumPnts - i, c_nMaskBits), nPlane);
+        T* const pBlock = pPnts + (nNumPnts - nNumLeft);
+        std::uint64_t nBelow = CalcBelowMask<Axis>(pBlock, std::min(nNumLeft, c_nMaskBits), nPlane);
         if (pBoundary == pBlock) // nothing above so far: the first ones below are in place
         {
             const int nNumInPlace = ~nBelow == 0 ? c_nMaskBits : __builtin_ctzll(~nBelow);

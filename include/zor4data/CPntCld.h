@@ -36,7 +36,9 @@
 /// Copies share points, marks and octree. A change made in place (a selection, a rebuilt octree) is
 /// seen by all copies; a compaction or a new filling gives the copy that makes it arrays of its own.
 ///
-/// Nothing here is thread-safe, prints, or throws on its own account; std::bad_alloc passes through.
+/// Nothing here is thread-safe, prints, or throws on its own account; std::bad_alloc passes through, and
+/// leaves the cloud as it was but for the order of its points where the octree was being built.
+/// REQUIRES: while a query runs, its listeners do not change the cloud or a copy of it.
 /// Delivery needs a colour listener: without one, points come with the colour they hold.
 class ZOR4DATA_API CPntCld final : public IPntCldReadListener
 {
@@ -108,7 +110,8 @@ public:
     /// @return false, and nothing is written, on a cloud without colour.
     bool GetPntColor(int nIndex, unsigned char& r, unsigned char& g, unsigned char& b) const;
 
-    /// Bounding box of the points at the last build of the octree, coordinate units.
+    /// Bounding box of the points at the last build of the octree, coordinate units; to 2/10000. A side
+    /// of more than 214748 units is told, and taken for the octree's cubes, as 214748 about its middle.
     /// @return false, and nothing is written, without an octree.
     bool GetBdry(zor::geom::RECT_3D& rect) const;
 
@@ -168,7 +171,9 @@ public:
     /// @param vecPlanes  coordinate units, normals pointing out of the kept volume; a point on a plane
     ///                   is kept. Empty: every point.
     ///
-    /// Order: leaf by leaf, octants 0 to 7, not index order. Without an octree nothing is delivered.
+    /// Order: leaf by leaf, octants 0 to 7, not index order. Without an octree nothing is delivered. In a
+    /// cloud wider than 214748 units the octree's cubes do not reach all points: those outside theirs come,
+    /// or not, with their cube.
     /// Cost: whole subtrees are dropped or taken untested.
     void GetPnts_Clip(IPntCldListener* pListener, const std::vector<zor::geom::PLANE_3D>& vecPlanes) const;
     void GetPnts_Clip(IPntCldListener* pListener, const std::vector<zor::geom::PLANE_3D>& vecPlanes,

@@ -156,6 +156,27 @@ TYPED_TEST(CPntCld_Copy, Rebuild_IsSeenByBoth)
     this->CheckConsistent(copy, 400);
 }
 
+// A tree without a root belongs to no array: copies that share it may fill arrays of their own.
+TYPED_TEST(CPntCld_Copy, Rebuild_OfAnEmptyTreeSeparates)
+{
+    CPntCld a(&this->m_color);
+    a.OnReadType(PntTrait<TypeParam>::c_eType);
+    EXPECT_FALSE(a.ComputeTree());
+    CPntCld b(a);
+    ASSERT_TRUE(a.Init(5));
+    for (int i = 0; i < 5; ++i)
+        a.AddPnt(i, i, i);
+    EXPECT_TRUE(a.ComputeTree());
+    this->CheckConsistent(a, 5);
+    this->CheckConsistent(b, 0);
+    ASSERT_TRUE(b.Init(1));
+    b.AddPnt(9.0, 9.0, 9.0);
+    this->CheckConsistent(b, 0);
+    EXPECT_TRUE(b.ComputeTree());
+    this->CheckConsistent(b, 1);
+    this->CheckConsistent(a, 5);
+}
+
 TYPED_TEST(CPntCld_Copy, Compaction_Separates)
 {
     auto pOriginal = this->Make(300, &this->m_color);

@@ -37,6 +37,9 @@ TEST(Zorcld, WrongUsage_StatusTwoAndOneLine)
         {"view", sFile},
         {"view", sFile, "-o", sOut, "--size", "big"},
         {"view", sFile, "-o", sOut, "--size", "1x1"},
+        {"view", sFile, "-o", sOut, "--size", "100x400"},
+        {"view", sFile, "-o", sOut, "--lod", "nan"},
+        {"view", sFile, "-o", sOut, "--points", "99999999999999999999"},
         {"view", sFile, "-o", sOut, "--size", "100x100x100"},
         {"view", sFile, "-o", sOut, "--from", "10"},
         {"view", sFile, "-o", sOut, "--from", "10,91"},
@@ -60,6 +63,20 @@ TEST(Zorcld, WrongUsage_StatusTwoAndOneLine)
         EXPECT_EQ(run.sOut, "") << sArgs;
     }
     EXPECT_EQ(zorcld.CountFiles(), 1U); // the input alone
+    EXPECT_NE(zorcld.Run({"frobnicate"}).sErr.find("'frobnicate'"), std::string::npos);
+}
+
+// Two billion items without a byte each would be two billion progress calls.
+TEST(Zorcld, Info_ItemsWithoutPropertiesTakeNoTime)
+{
+    const CZorcld zorcld;
+    std::string sPly = MakeGridPly(4);
+    const std::size_t nElement = sPly.find("element");
+    std::string sJunk;
+    for (int i = 0; i < 200; ++i)
+        sJunk += "element junk 2147483647\n";
+    const CRun run = zorcld.Run({"info", zorcld.Write("junk.ply", sPly.insert(nElement, sJunk))});
+    EXPECT_EQ(run.nStatus, 0) << run.sErr;
 }
 
 TEST(Zorcld, MakeSample_SameForSameSeed)

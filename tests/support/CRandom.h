@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-/// Small random generator (S. Vigna's splitmix64): the same numbers from a seed on every machine.
+/// Small random generator (splitmix64): the same numbers from a seed on every machine.
 class CRandom
 {
 public:
