@@ -62,7 +62,6 @@ TEST(CContourPath_Prop, IsCrossedBy_SameAsAllSegments)
         for (int nRound = 0; nRound < 700; ++nRound)
         {
             const bool bGrow = nRound % 300 < 200;
-            // Every other time a single step, so that what a candidate met last becomes the last segment.
             for (int i = nRound % 2 == 0 ? 1 : drawChange(random); i > 0; --i)
             {
                 if (bGrow && static_cast<int>(vecPath.size()) < nNum)
@@ -104,7 +103,7 @@ TEST(CContourPath, IsCrossedBy_OnlyTheFirstPntCloses)
     EXPECT_TRUE(path.IsCrossedBy(5));
 }
 
-// What was last met becomes the last segment, which a new one always touches.
+// A new segment touches the last one where it begins; once met, a segment may become the last.
 TEST(CContourPath, IsCrossedBy_LastSegmentDoesNotCount)
 {
     const std::vector<CTruncPnt> vecPnts = {{0, 0, 0},  {0, 10, 0}, {10, 10, 0},
