@@ -56,7 +56,7 @@ std::int32_t CContourWalk<T>::FindFirst(double dRadius, double dTried) const
 }
 
 template <class T>
-std::int32_t CContourWalk<T>::FindSharpest(double dRadius, double dTried)
+std::int32_t CContourWalk<T>::FindSharpest(double dRadius, double dTried) const
 {
     const std::int32_t nPrev = m_path.GetLastButOne();
     const T& pnt = m_pPnts[m_path.GetLast()];
@@ -81,7 +81,7 @@ std::int32_t CContourWalk<T>::FindSharpest(double dRadius, double dTried)
 // What refuses a point does not depend on the radius, so each radius asks only for what it adds.
 /// @return the point to go on to, or -1.
 template <class T>
-std::int32_t CContourWalk<T>::FindNext()
+std::int32_t CContourWalk<T>::FindNext() const
 {
     constexpr double c_dMaxSteps = 10.0;
     double dTried = 0.0;

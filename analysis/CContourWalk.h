@@ -39,9 +39,9 @@ private:
     template <class OnPnt>
     void VisitNear(double dRadius, double dTried, OnPnt onPnt) const;
 
-    std::int32_t FindNext();
+    std::int32_t FindNext() const;
     std::int32_t FindFirst(double dRadius, double dTried) const;
-    std::int32_t FindSharpest(double dRadius, double dTried);
+    std::int32_t FindSharpest(double dRadius, double dTried) const;
 
     const COcTreeIndex& m_tree;
     const T* m_pPnts;

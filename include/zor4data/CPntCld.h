@@ -241,8 +241,9 @@ public:
     /// @param pProgress  receives percent, one call a point; null: no calls.
     /// @param pListener  receives the corners; not null. Nothing is delivered unless true is returned.
     /// @param d          coordinate units: points at most so far apart in plan view belong together.
-    ///                   Only the largest such cluster is outlined. The outline cuts across notches of
-    ///                   up to ten times that width. Infinite or not-a-number: no limit. 0: no outline.
+    ///                   Only the largest such cluster is outlined; below about three times the mean
+    ///                   spacing a cloud may fall into several. The outline cuts across notches of up
+    ///                   to ten times that width. Infinite or not-a-number: no limit. 0: no outline.
     ///
     /// @return false when there is no octree or no closed outline: two points or fewer, or nothing
     ///         strictly north of the cluster's westernmost point within reach.

@@ -58,11 +58,11 @@ TEST(CContourPath_Prop, IsCrossedBy_SameAsAllSegments)
         CContourPath<CTruncPnt> path(vecPnts.data());
         std::vector<std::int32_t> vecPath;
         std::uniform_int_distribution<int> drawPnt(0, nNum - 1);
-        std::uniform_int_distribution<int> drawChange(1, 40);
+        std::uniform_int_distribution<int> drawChange(1, 60);
         for (int nRound = 0; nRound < 700; ++nRound)
         {
             const bool bGrow = nRound % 300 < 200;
-            for (int i = drawChange(random); i > 0; --i)
+            for (int i = nRound % 2 == 0 ? 1 : drawChange(random); i > 0; --i)
             {
                 if (bGrow && static_cast<int>(vecPath.size()) < nNum)
                 {
@@ -88,4 +88,32 @@ TEST(CContourPath_Prop, IsCrossedBy_SameAsAllSegments)
     }
     EXPECT_GT(nNumCrossed, 1000);
     EXPECT_GT(nNumFree, 1000);
+}
+
+// The way back to the first point may touch the first segment; the way to another point there may not.
+TEST(CContourPath, IsCrossedBy_OnlyTheFirstPntCloses)
+{
+    const std::vector<CTruncPnt> vecPnts = {{0, 0, 0},  {0, 10, 0}, {10, 10, 0},
+                                            {10, 0, 0}, {0, 0, 5},  {0, 5, 0}};
+    CContourPath<CTruncPnt> path(vecPnts.data());
+    for (const int i : {0, 1, 2, 3})
+        path.Push(i);
+    EXPECT_FALSE(path.IsCrossedBy(0));
+    EXPECT_TRUE(path.IsCrossedBy(4));
+    EXPECT_TRUE(path.IsCrossedBy(5));
+}
+
+// A new segment touches the last one where it begins; once met, a segment may become the last.
+TEST(CContourPath, IsCrossedBy_LastSegmentDoesNotCount)
+{
+    const std::vector<CTruncPnt> vecPnts = {{0, 0, 0},  {0, 10, 0}, {10, 10, 0},
+                                            {10, 5, 0}, {-5, 5, 0}, {5, 20, 0}};
+    CContourPath<CTruncPnt> path(vecPnts.data());
+    for (const int i : {0, 1, 2, 3})
+        path.Push(i);
+    EXPECT_TRUE(path.IsCrossedBy(4)); // by the first segment
+    EXPECT_FALSE(path.IsCrossedBy(0));
+    EXPECT_TRUE(path.IsCrossedBy(5)); // by the second
+    path.Pop();
+    EXPECT_FALSE(path.IsCrossedBy(5));
 }
