@@ -150,7 +150,8 @@ bool CContourPath<T>::MeetsSegment(const CCandidate& candidate, std::size_t i) c
 /// Does the candidate meet a segment under a box? Bounded: eight levels hold more segments than there
 /// are indices.
 template <class T>
-bool CContourPath<T>::MeetsBlock(const CCandidate& candidate, std::size_t nLevel, std::size_t nBlock) noexcept
+bool CContourPath<T>::MeetsBlock(const CCandidate& candidate, std::size_t nLevel,
+                                 std::size_t nBlock) const noexcept
 {
     const std::size_t nBegin = nBlock * c_nFanOut;
     // The last segment ends where the candidate begins.
@@ -166,14 +167,11 @@ bool CContourPath<T>::MeetsBlock(const CCandidate& candidate, std::size_t nLevel
 }
 
 template <class T>
-bool CContourPath<T>::IsCrossedBy(std::int32_t nIndex) noexcept
+bool CContourPath<T>::IsCrossedBy(std::int32_t nIndex) const noexcept
 {
     if (m_vecPath.size() < 3)
         return false;
     const CCandidate candidate(m_pPnts[GetLast()], m_pPnts[nIndex], nIndex == GetFirst());
-    // What stood in the way of one candidate often stands in the way of the next.
-    if (m_nLastMet + 3 <= m_vecPath.size() && MeetsSegment(candidate, m_nLastMet))
-        return true;
     return MeetsBlock(candidate, m_vecLevels.size() - 1, 0);
 }
 

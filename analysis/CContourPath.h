@@ -65,7 +65,7 @@ public:
     /// @return whether the segment from the last point to point `nIndex` meets a segment of the path
     ///         other than the last one, at an end or anywhere. Where the path is closed at its first
     ///         point, the segments that begin at its place do not count.
-    bool IsCrossedBy(std::int32_t nIndex) noexcept;
+    bool IsCrossedBy(std::int32_t nIndex) const noexcept;
 
 private:
     class CCandidate;
@@ -76,13 +76,12 @@ private:
     CPathBox GetItem(std::size_t nLevel, std::size_t i) const noexcept;
     std::size_t GetNumItems(std::size_t nLevel) const noexcept;
     CPathBox CalcBlock(std::size_t nLevel, std::size_t nBlock) const noexcept;
-    bool MeetsBlock(const CCandidate& candidate, std::size_t nLevel, std::size_t nBlock) noexcept;
+    bool MeetsBlock(const CCandidate& candidate, std::size_t nLevel, std::size_t nBlock) const noexcept;
     bool MeetsSegment(const CCandidate& candidate, std::size_t i) const noexcept;
 
     const T* m_pPnts;
     std::vector<std::int32_t> m_vecPath;
     std::vector<std::vector<CPathBox>> m_vecLevels; // boxes around c_nFanOut items of the level below
-    std::size_t m_nLastMet = 0;                     // segment that a candidate was last found to meet
 };
 
 class CTruncPnt;
