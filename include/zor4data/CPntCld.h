@@ -6,6 +6,7 @@
 #include <octree/CTruncPnt_Color.h>
 #include <zor0lang/String.h>
 #include <zor3geom/PLANE_3D.h>
+#include <zor3geom/PNT_2D.h>
 #include <zor3geom/PNT_3D.h>
 #include <zor3geom/RECT_3D.h>
 #include <zor4data/CCldCadPnt.h>
@@ -197,6 +198,53 @@ public:
     /// cloud each leaf gives one point; not above 0 or not-a-number: the same as `GetPnts_Clip`.
     void GetPnts_LodClip(IPntCldListener* pListener, double dLod,
                          const std::vector<zor::geom::PLANE_3D>& vecPlanes, int nBatch) const;
+
+    // --- queries in plan view: heights are not looked at; one record a call ----------------------
+
+    /// Delivers the points with xmin ≤ x ≤ xmax and ymin ≤ y ≤ ymax, coordinate units; none when a
+    /// minimum is above its maximum. Order and cost as `GetPnts_Clip`.
+    void GetPnts2D(IPntCldListener* pListener, double xmin, double ymin, double xmax, double ymax) const;
+
+    /// @return the number of points that `GetPnts2D` would deliver. The colour listener is asked for each.
+    int GetNumPnts2D(double xmin, double ymin, double xmax, double ymax) const;
+
+    /// Delivers the points along the segment from p1 to p2: first the one exactly at p1, when `bStart`,
+    /// then those of the corridor, then the one exactly at p2, when `bEnd`. A point at an end that lies
+    /// in the corridor too comes twice.
+    ///
+    /// @param dist  how far the corridor reaches to either side, coordinate units; it ends square at p1
+    ///              and p2. Not above 0, or p1 equal to p2: no corridor.
+    ///
+    /// "Exactly": the same x and y in units of 1/10000; of several such points, one. The colour listener
+    /// is told the height range once, and again when there is a corridor.
+    void FindPnts2D_NearLine(IPntCldListener* pListener, const zor::geom::PNT_2D& p1,
+                             const zor::geom::PNT_2D& p2, double dist, bool bStart, bool bEnd) const;
+
+    /// Delivers all points of the octree squares wholly inside a contour and, of the leaves under squares
+    /// that straddle it, the points outside it.
+    ///
+    /// @param contour  ring, closing edge implied, either way round, coordinate units. Where it crosses
+    ///                 itself the odd-even rule says what is inside. Fewer than three points, no area, or a
+    ///                 coordinate that is not finite: it holds nothing.
+    ///
+    /// Without an octree nothing is done, not even the height range told.
+    void FindPnts2D_IntCnt(IPntCldListener* pListener, const std::vector<zor::geom::PNT_2D>& contour) const;
+
+    /// Delivers the points inside a contour, those on it included. With holes, only the octree squares
+    /// wholly inside the contour and outside all holes deliver their points; leaves under squares that
+    /// straddle an edge deliver none.
+    ///
+    /// A cut through a square that leaves four corners within the root of 0.1 coordinate units of its own
+    /// counts as none: the square then counts as outside.
+    ///
+    /// Cost: grows with the squares along the contour; a point on the way is tested against the edges near
+    /// it only.
+    void FindPnts2D_Cnts(IPntCldListener* pListener, const std::vector<zor::geom::PNT_2D>& outer,
+                         const std::vector<std::vector<zor::geom::PNT_2D>>& holes) const;
+
+    /// @return a search distance suited to the cloud's density: five times the mean plan spacing of its
+    ///         points, at least 1, coordinate units; 1.7e200, no limit, without an octree or points.
+    double CalcMaxSearchDist() const;
 
     // --- analysis ------------------------------------------------------------------------------
 
