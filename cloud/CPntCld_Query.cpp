@@ -77,7 +77,7 @@ int CPntCld::GetNumPnts2D(double xmin, double ymin, double xmax, double ymax) co
 {
     CPntCldListener_NumPnts listener;
     GetPnts2D(&listener, xmin, ymin, xmax, ymax);
-    return listener.m_nNumPnts;
+    return listener.GetNumPnts();
 }
 
 void CPntCld::FindPnts2D_NearLine(IPntCldListener* pListener, const PNT_2D& p1, const PNT_2D& p2, double dist,

@@ -21,6 +21,18 @@ inline std::string SavedBytes(CPntCld& cld)
     return ReadFileBytes(file.GetPath());
 }
 
+/// What the rectangle and the contour queries deliver of the square of this half edge about the origin.
+inline std::vector<CRecListener> AskInPlan(const CPntCld& cld, double dHalf)
+{
+    const std::vector<zor::geom::PNT_2D> square = {
+        {-dHalf, -dHalf}, {dHalf, -dHalf}, {dHalf, dHalf}, {-dHalf, dHalf}};
+    std::vector<CRecListener> vecRecs(3);
+    cld.GetPnts2D(&vecRecs[0], -dHalf, -dHalf, dHalf, dHalf);
+    cld.FindPnts2D_Cnts(&vecRecs[1], square, {});
+    cld.FindPnts2D_IntCnt(&vecRecs[2], square);
+    return vecRecs;
+}
+
 /// Every query of the tree: only points of `vecFound`, each once at most, all of them where nothing is left
 /// out.
 inline void CheckQueries(CPntCld& cld, const std::vector<int>& vecFound)
@@ -46,6 +58,12 @@ inline void CheckQueries(CPntCld& cld, const std::vector<int>& vecFound)
     CRecListener recThin;
     cld.GetPnts_Lod(&recThin, 0.1, 2);
     ASSERT_LE(recThin.GetNumPnts(), recLod.GetNumPnts());
+    for (const CRecListener& rec : AskInPlan(cld, 1e9))
+    {
+        const std::vector<int> vecIndices = rec.GetSortedIndices();
+        ASSERT_TRUE(std::adjacent_find(vecIndices.begin(), vecIndices.end()) == vecIndices.end());
+        ASSERT_TRUE(std::includes(vecFound.begin(), vecFound.end(), vecIndices.begin(), vecIndices.end()));
+    }
 }
 
 /// Loads bytes into an empty cloud and compares everything with what the rules make of them; then uses

@@ -125,6 +125,8 @@ std::vector<int> FoundIn(const std::string& sNodes)
     EXPECT_TRUE(cld.ReadFromFile(nullptr, PntCldFile_Native, file.GetPath()));
     CRecListener rec;
     cld.GetPnts_Clip(&rec, {});
+    for (const CRecListener& recPlan : AskInPlan(cld, 1e6)) // takes whole nodes too, gaps or not
+        EXPECT_EQ(rec.GetIndices(), recPlan.GetIndices());
     return rec.GetIndices();
 }
 
