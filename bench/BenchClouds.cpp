@@ -80,23 +80,6 @@ private:
     std::string m_sPath;
 };
 
-/// @return the path of the file of that name, written by `write` when it is asked for the first time.
-std::string GetFile(const std::string& sName, const std::function<bool(const std::string&)>& write)
-{
-    static std::map<std::string, std::unique_ptr<CTempFile>> mapFiles;
-    std::unique_ptr<CTempFile>& pFile = mapFiles[sName];
-    if (pFile == nullptr)
-    {
-        pFile = std::make_unique<CTempFile>(sName);
-        if (!write(pFile->GetPath()))
-        {
-            std::fprintf(stderr, "%s: cannot be written\n", pFile->GetPath().c_str());
-            std::exit(1);
-        }
-    }
-    return pFile->GetPath();
-}
-
 bool WritePly(const std::string& sPath, std::int64_t nNumPnts)
 {
     std::FILE* const pFile = std::fopen(sPath.c_str(), "wb");
@@ -116,15 +99,31 @@ bool WriteUnfinishedPly(const std::string& sPath, const std::string& sPly)
 
 } // namespace
 
+std::string GetBenchFile(const std::string& sName, const std::function<bool(const std::string&)>& write)
+{
+    static std::map<std::string, std::unique_ptr<CTempFile>> mapFiles;
+    std::unique_ptr<CTempFile>& pFile = mapFiles[sName];
+    if (pFile == nullptr)
+    {
+        pFile = std::make_unique<CTempFile>(sName);
+        if (!write(pFile->GetPath()))
+        {
+            std::fprintf(stderr, "%s: cannot be written\n", pFile->GetPath().c_str());
+            std::exit(1);
+        }
+    }
+    return pFile->GetPath();
+}
+
 std::string GetTerrainPly(std::int64_t nNumPnts)
 {
-    return GetFile(std::to_string(nNumPnts) + ".ply",
-                   [=](const std::string& sPath) { return WritePly(sPath, nNumPnts); });
+    return GetBenchFile(std::to_string(nNumPnts) + ".ply",
+                        [=](const std::string& sPath) { return WritePly(sPath, nNumPnts); });
 }
 
 std::string GetUnfinishedPly(std::int64_t nNumPnts)
 {
     const std::string sPly = GetTerrainPly(nNumPnts);
-    return GetFile(std::to_string(nNumPnts) + "_unfinished.ply",
-                   [=](const std::string& sPath) { return WriteUnfinishedPly(sPath, sPly); });
+    return GetBenchFile(std::to_string(nNumPnts) + "_unfinished.ply",
+                        [=](const std::string& sPath) { return WriteUnfinishedPly(sPath, sPly); });
 }

@@ -6,6 +6,7 @@
 #include <zor4data/CPntCld.h>
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -45,6 +46,10 @@ std::vector<CTruncPnt> MakeCompact(std::int64_t nNumPnts, bool bShuffled);
 
 /// The terrain as a cloud with its octree, made once for each size and kept until another is asked for.
 const CPntCld& GetTerrainCld(std::int64_t nNumPnts);
+
+/// @return the path of a temporary file of that name, written by `write` when it is asked for the first time.
+/// Removed when the program ends.
+std::string GetBenchFile(const std::string& sName, const std::function<bool(const std::string&)>& write);
 
 /// The terrain as PLY (float x, y, z; uchar red, green, blue) in a temporary file, made once a size.
 /// Removed when the program ends.

@@ -132,11 +132,22 @@ std::string FormatSide(const CRowResult& result, const std::vector<double>& vec)
     return FormatSeconds(CalcMin(vec)) + " / " + FormatSeconds(CalcMedian(vec));
 }
 
+/// Three digits behind the point, or one divided by a whole number where these would say too little.
+void FormatRatio(char* pText, std::size_t nSize, double dRatio)
+{
+    if (dRatio > 0.0 && dRatio < 0.02)
+        std::snprintf(pText, nSize, "1/%.0f", 1.0 / dRatio);
+    else
+        std::snprintf(pText, nSize, "%.3f", dRatio);
+}
+
 void PrintRow(const CRowResult& result)
 {
     char figure[32];
-    std::snprintf(figure, sizeof figure,
-                  result.dPerUnits > 0.0 && result.vecPeer.empty() ? "%.2f ns" : "%.3f", CalcFigure(result));
+    if (result.dPerUnits > 0.0 && result.vecPeer.empty())
+        std::snprintf(figure, sizeof figure, "%.2f ns", CalcFigure(result));
+    else
+        FormatRatio(figure, sizeof figure, CalcFigure(result));
     char bar[32];
     std::snprintf(bar, sizeof bar, "%.3g", result.dBar);
     const char* const pHeld = !result.bSame        ? "RESULTS DIFFER"
@@ -232,7 +243,7 @@ void AddRow(CBenchRow row)
     CRowResult& result = MakeResult(sName, row.sItem, row.nNum, row.dBar);
     result.sPeer = row.sPeer;
     result.dPerUnits = row.dPerUnits;
-    const int nRounds = GetNumRounds(row.nNum);
+    const int nRounds = row.nRounds > 0 ? row.nRounds : GetNumRounds(row.nNum);
     benchmark::RegisterBenchmark(sName.c_str(),
                                  [row, &result](benchmark::State& state) { RunRound(state, row, result); })
         ->Iterations(1)

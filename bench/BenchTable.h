@@ -49,6 +49,7 @@ struct CBenchRow
     CBenchSide peer;
     bool bSameResult = true; ///< both sides must return the same checksum before a time counts
     double dPerUnits = 0.0;  ///< above 0: the row's value is nanoseconds per unit, of so many units
+    int nRounds = 0;         ///< above 0: so many rounds, for a peer that takes minutes
 };
 
 /// A row whose product returns a value itself (bytes per point, say) instead of being timed.

@@ -1,10 +1,55 @@
 #include <zor4data/CPntCld.h>
 
+#include <cloud/ForStore.h>
 #include <io/ReadForeign.h>
+#include <io/ReadNative.h>
+#include <io/WriteNative.h>
+#include <io/ifpstream.h>
+#include <io/ofpstream.h>
 
 bool CPntCld::ReadFromFile(IDlgProgress* pProgress, enumPntCldFile eType, const zor::String& sPath)
 {
     m_sFilePath = sPath; // first, since it can fail
     m_eFileType = eType;
-    return ReadForeign(*this, pProgress, eType, sPath);
+    return eType == PntCldFile_Native ? ReadFromFile(sPath) : ReadForeign(*this, pProgress, eType, sPath);
+}
+
+bool CPntCld::ReadFromFile(const zor::String& sPath)
+{
+    ifpstream stream(sPath);
+    if (stream.IsFailed())
+        return false;
+    const std::int32_t nVersion = stream.ReadNumber<std::int32_t>();
+    const enumPntCldType eType = static_cast<enumPntCldType>(stream.ReadNumber<std::int16_t>());
+    // KEPT: that the store took nothing, being loaded already or for want of points, is not told.
+    const bool bIsType = ForStore(eType, m_cld, m_cldColor, false,
+                                  [&](auto& store)
+                                  {
+                                      ReadNative(stream, store);
+                                      store.m_nVersion = nVersion;
+                                      return true;
+                                  });
+    // KEPT: the type stays as read, one that does not exist included. Set last, should memory run out.
+    m_eType = eType;
+    return bIsType;
+}
+
+bool CPntCld::WriteToFile(const zor::String& sPath, short nVersion)
+{
+    ofpstream stream(sPath, "cld", nVersion);
+    if (stream.IsFailed())
+        return false;
+    stream.WriteNumber(static_cast<std::int32_t>(GetVersion()));
+    stream.WriteNumber(static_cast<std::int16_t>(m_eType));
+    return ForStore(m_eType, m_cld, m_cldColor, false,
+                    [&](auto& store)
+                    {
+                        // KEPT: a store that was never built leaves a file without points, and success.
+                        if (store.m_pPnts != nullptr && store.m_pTree != nullptr)
+                        {
+                            store.PackDelPnts();
+                            WriteNative(stream, store);
+                        }
+                        return true;
+                    });
 }

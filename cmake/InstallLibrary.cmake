@@ -7,7 +7,9 @@ install(TARGETS zor4data EXPORT zor4dataTargets
 
 set(_zor_include ${CMAKE_INSTALL_INCLUDEDIR}/zor4data-0)
 foreach(_folder zor0lang zor1math zor3geom)
-  install(DIRECTORY ${PROJECT_SOURCE_DIR}/${_folder} DESTINATION ${_zor_include} FILES_MATCHING PATTERN "*.h")
+  # CGeos.h is of no use without the headers of GEOS: hosts need neither.
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/${_folder} DESTINATION ${_zor_include}
+    FILES_MATCHING PATTERN "*.h" PATTERN CGeos.h EXCLUDE)
 endforeach()
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/zor4data DESTINATION ${_zor_include} FILES_MATCHING PATTERN "*.h")
 # The exported class holds its stores by value: their declaration goes with it.

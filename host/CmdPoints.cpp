@@ -31,6 +31,7 @@ void WritePoints(const COptions& options, const CConsole& console)
     CFileColors colors;
     CPntCld cloud(&colors);
     LoadCloud(cloud, options.input, console);
+    query.Choose(cloud);
     if (options.query.nMaxPnts > 0)
         query.dLod = FindLod(cloud, query, options.query.nMaxPnts);
 

@@ -5,8 +5,10 @@
 #include <host/Commands.h>
 #include <host/LoadCloud.h>
 #include <host/ParseNumbers.h>
+#include <host/PictureOptions.h>
 #include <host/Query.h>
 #include <host/RenderView.h>
+#include <host/Shapes.h>
 
 #include <zor4data/CPntCld.h>
 
@@ -24,24 +26,10 @@ struct COptions
     CInputOptions input;
     CQueryOptions query;
     std::string sOutPath;
-    std::string sSize = "1600x1200";
+    CPictureOptions picture;
     std::string sFrom = "plan";
-    std::string sColor = "auto";
-    std::string sUnit;
+    std::string sOverlayPath;
 };
-
-void ParseSize(const std::string& sSize, CView& view)
-{
-    const std::vector<double> size = ParseNumbers(sSize, 'x', 2, "--size");
-    constexpr double c_dMin = 200.0; // title, scale bar and legend need their room
-    constexpr double c_dMax = 16384.0;
-    for (const double d : size)
-        if (d < c_dMin || d > c_dMax || d != static_cast<double>(static_cast<int>(d)))
-            throw CUsageError(
-                fmt::format("--size: '{}' is not two whole numbers from {} to {}", sSize, c_dMin, c_dMax));
-    view.nWidth = static_cast<int>(size[0]);
-    view.nHeight = static_cast<int>(size[1]);
-}
 
 CCamera ParseFrom(const std::string& sFrom)
 {
@@ -58,18 +46,21 @@ void MakeView(const COptions& options, const CConsole& console)
     CView view;
     view.camera = ParseFrom(options.sFrom);
     view.query = ParseQuery(options.query);
-    ParseSize(options.sSize, view);
+    ParseSize(options.picture.sSize, view.nWidth, view.nHeight);
     view.bPlan = options.sFrom == "plan";
+    if (!options.sOverlayPath.empty() && !view.bPlan)
+        throw CUsageError("--overlay: shapes have no heights, they can be drawn from above only");
+    if (!options.sOverlayPath.empty())
+        view.overlay = ReadShapes(options.sOverlayPath, "--overlay");
     view.nMaxPnts = options.query.nMaxPnts;
     view.sTitle = std::filesystem::path(options.input.sPath).filename().string();
-    view.sUnit = options.sUnit;
+    view.sUnit = options.picture.sUnit;
 
     CViewColors colors;
     CPntCld cloud(&colors);
     LoadCloud(cloud, options.input, console);
-    if (options.sColor == "file" && !cloud.IsWithColor())
-        throw CFailure(options.input.sPath, "holds no colours (--color file asks for them)");
-    colors.SetByHeight(options.sColor == "height" || !cloud.IsWithColor());
+    ChooseColors(options.picture, options.input.sPath, cloud, colors);
+    view.query.Choose(cloud);
 
     COutFile out(options.sOutPath);
     const CViewResult result = RenderView(cloud, colors, view, out);
@@ -86,9 +77,7 @@ void AddViewCommand(CLI::App& app, const CConsole& console)
     CLI::App* const pCommand = app.add_subcommand("view", "Makes a picture of a cloud");
     AddInputOptions(*pCommand, pOptions->input);
     pCommand->add_option("-o,--output", pOptions->sOutPath, "PNG to write")->required()->type_name("OUT.png");
-    pCommand->add_option("--size", pOptions->sSize, "Size of the picture, pixels")
-        ->capture_default_str()
-        ->type_name("WxH");
+    AddPictureOptions(*pCommand, pOptions->picture);
     pCommand
         ->add_option(
             "--from", pOptions->sFrom,
@@ -97,11 +86,9 @@ void AddViewCommand(CLI::App& app, const CConsole& console)
         ->capture_default_str()
         ->type_name("plan|AZIMUTH,ELEVATION");
     pCommand
-        ->add_option("--color", pOptions->sColor, "By the colours of the file, by height, or what there is")
-        ->check(CLI::IsMember({"auto", "file", "height"}))
-        ->capture_default_str();
-    pCommand->add_option("--unit", pOptions->sUnit,
-                         "Name of the coordinate unit for scale bar and legend, as m");
+        ->add_option("--overlay", pOptions->sOverlayPath,
+                     "Draw the polygons and lines of a file over the points: .geojson, .wkt or .csv")
+        ->type_name("FILE");
     AddQueryOptions(*pCommand, pOptions->query);
     pCommand->footer("Without --lod and --points the level of detail follows the picture's resolution.");
     pCommand->callback([pOptions, &console] { MakeView(*pOptions, console); });

@@ -13,6 +13,9 @@ class CConsole;
 void AddInfoCommand(CLI::App& app, const CConsole& console);
 void AddViewCommand(CLI::App& app, const CConsole& console);
 void AddPointsCommand(CLI::App& app, const CConsole& console);
+void AddCountCommand(CLI::App& app, const CConsole& console);
+void AddOutlineCommand(CLI::App& app, const CConsole& console);
+void AddProfileCommand(CLI::App& app, const CConsole& console);
 void AddMakeSampleCommand(CLI::App& app, const CConsole& console);
 
 #endif

@@ -1,14 +1,13 @@
 #include <host/CFailure.h>
+#include <host/GetExtension.h>
 #include <host/PntWriter.h>
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cmath>
 #include <cstring>
-#include <filesystem>
 
 namespace
 {
@@ -160,9 +159,7 @@ std::unique_ptr<IPntWriter> MakePlyWriter(COutFile& out, const CPntSummary& summ
 
 TMakePntWriter FindPntWriter(const std::string& sPath)
 {
-    std::string sExtension = std::filesystem::path(sPath).extension().string();
-    std::transform(sExtension.begin(), sExtension.end(), sExtension.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    const std::string sExtension = GetExtension(sPath);
     if (sExtension == ".csv")
         return MakeCsvWriter;
     if (sExtension == ".ply")

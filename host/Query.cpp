@@ -26,6 +26,33 @@ public:
     std::int64_t m_nNumPnts = 0;
 };
 
+/// Hands on the points that are chosen, in runs.
+class CChosenOnly final : public IPntCldListener
+{
+public:
+    CChosenOnly(IPntCldListener& next, const std::vector<bool>& vecChosen)
+        : m_next(next), m_vecChosen(vecChosen)
+    {
+    }
+
+    void OnPnts(int nNumPnts, CCldCadPnt* pPnts) override
+    {
+        const auto isChosen = [this](const CCldCadPnt& pnt)
+        { return m_vecChosen[static_cast<std::size_t>(pnt.m_nIndex)]; };
+        CCldCadPnt* const pEnd = pPnts + nNumPnts;
+        for (CCldCadPnt* pBegin = std::find_if(pPnts, pEnd, isChosen); pBegin != pEnd;)
+        {
+            CCldCadPnt* const pRunEnd = std::find_if_not(pBegin, pEnd, isChosen);
+            m_next.OnPnts(static_cast<int>(pRunEnd - pBegin), pBegin);
+            pBegin = std::find_if(pRunEnd, pEnd, isChosen);
+        }
+    }
+
+private:
+    IPntCldListener& m_next;
+    const std::vector<bool>& m_vecChosen;
+};
+
 void AddBoxPlanes(const std::vector<double>& box, std::vector<zor::geom::PLANE_3D>& vecPlanes)
 {
     for (std::size_t k = 0; k < 3; ++k)
@@ -70,6 +97,13 @@ void AddQueryOptions(CLI::App& command, CQueryOptions& options)
         ->type_name("a,b,c,d");
     command.add_option("--box", options.sBox, "Keep what is inside a box")
         ->type_name("xmin,ymin,zmin,xmax,ymax,zmax");
+    AddPlanOptions(command, options.plan);
+}
+
+void CQuery::Choose(const CPntCld& cloud)
+{
+    if (choose)
+        pChosen = std::make_shared<const std::vector<bool>>(choose(cloud));
 }
 
 bool CQuery::IsInside(const zor::geom::PNT_3D& pnt) const
@@ -92,11 +126,20 @@ CQuery ParseQuery(const CQueryOptions& options)
     }
     if (!options.sBox.empty())
         AddBoxPlanes(ParseNumbers(options.sBox, ',', 6, "--box"), query.vecPlanes);
+    query.choose = ParsePlan(options.plan);
     return query;
 }
 
 void RunQuery(const CPntCld& cloud, const CQuery& query, IPntCldListener& listener)
 {
+    if (query.pChosen != nullptr)
+    {
+        CQuery whole = query;
+        whole.pChosen = nullptr;
+        CChosenOnly chosenOnly(listener, *query.pChosen);
+        RunQuery(cloud, whole, chosenOnly);
+        return;
+    }
     const bool bLod = query.dLod > 0.0;
     if (!query.vecPlanes.empty() && bLod)
         cloud.GetPnts_LodClip(&listener, query.dLod, query.vecPlanes, c_nBatch);
@@ -111,7 +154,8 @@ void RunQuery(const CPntCld& cloud, const CQuery& query, IPntCldListener& listen
 double FindLod(const CPntCld& cloud, CQuery query, std::int64_t nMaxPnts)
 {
     zor::geom::RECT_3D box;
-    if (cloud.GetNumPnts() <= nMaxPnts || !cloud.GetBdry(box))
+    query.dLod = 0.0;
+    if (CountPnts(cloud, query) <= nMaxPnts || !cloud.GetBdry(box))
         return 0.0;
     const double dExtent =
         std::max({box.xmax - box.xmin, box.ymax - box.ymin, box.zmax - box.zmin, c_dFinest});

@@ -123,6 +123,34 @@ void Rasterize(const std::vector<CScreenPnt>& vecPnts, int nScale, float fStreng
     ShadeDepth(raster, nScale, fSpacing, fStrength);
 }
 
+/// The shapes as lines on the picture, in its pixels; rings closed.
+std::vector<std::vector<CPixel>> PlaceShapes(const CShapes& shapes, const CView& view, const CFrame& frame)
+{
+    std::vector<std::vector<CPixel>> vecPaths;
+    const auto add = [&](const TRing& ring, bool bClosed)
+    {
+        std::vector<CPixel> vecPath;
+        for (const zor::geom::PNT_2D& pnt : ring)
+        {
+            const CViewPnt viewPnt = view.camera.Project(zor::geom::PNT_3D(pnt.x, pnt.y, 0.0));
+            vecPath.push_back({(viewPnt.x - frame.xOrg) * frame.dPerUnit / frame.nScale,
+                               (frame.yOrg - viewPnt.y) * frame.dPerUnit / frame.nScale});
+        }
+        if (bClosed && !vecPath.empty())
+            vecPath.push_back(vecPath.front());
+        vecPaths.push_back(std::move(vecPath));
+    };
+    for (const zor::geom::TMultiPartPolygon& polygon : shapes.vecPolygons)
+    {
+        add(polygon.outer, true);
+        for (const TRing& hole : polygon.holes)
+            add(hole, true);
+    }
+    for (const TRing& line : shapes.vecLines)
+        add(line, false);
+    return vecPaths;
+}
+
 std::string FormatSubtitle(const CPntCld& cloud, const CViewResult& result)
 {
     if (result.nNumPnts == cloud.GetNumPnts())
@@ -165,6 +193,8 @@ CViewResult RenderView(const CPntCld& cloud, CViewColors& colors, const CView& v
     overlay.zMax = overview.zMax;
     overlay.dUnitsPerPixel = view.bPlan && !overview.bEmpty ? frame.nScale / frame.dPerUnit : 0.0;
     CPicture picture(raster, frame.nScale);
+    if (!overview.bEmpty)
+        picture.DrawPaths(PlaceShapes(view.overlay, view, frame));
     picture.DrawOverlay(overlay);
     picture.WritePng(out);
     return result;

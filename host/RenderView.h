@@ -2,6 +2,7 @@
 #define HOST_RENDERVIEW_H
 
 #include <host/Query.h>
+#include <host/Shapes.h>
 #include <host/picture/CCamera.h>
 #include <host/picture/HeightRamp.h>
 
@@ -40,6 +41,7 @@ struct CView
     int nWidth = 0;            ///< pixels
     int nHeight = 0;
     bool bPlan = false; ///< with scale bar
+    CShapes overlay;    ///< drawn over the points; from above only
     std::string sTitle;
     std::string sUnit;
 };

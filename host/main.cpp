@@ -19,7 +19,8 @@ namespace
 constexpr int c_nFailed = 1;
 constexpr int c_nWrongUsage = 2;
 
-constexpr std::array c_commands = {AddInfoCommand, AddViewCommand, AddPointsCommand, AddMakeSampleCommand};
+constexpr std::array c_commands = {AddInfoCommand,    AddViewCommand,    AddPointsCommand,    AddCountCommand,
+                                   AddOutlineCommand, AddProfileCommand, AddMakeSampleCommand};
 
 /// One line whatever the message holds: file names may hold line feeds.
 int Report(std::string sMessage, int nStatus)

@@ -1,5 +1,7 @@
 #include <io/ReadForeign.h>
 
+#include <io/CAsciiGridReader.h>
+#include <io/CLasReader.h>
 #include <io/CPlyReader.h>
 
 bool ReadForeign(IPntCldReadListener& listener, IDlgProgress* pProgress, enumPntCldFile eType,
@@ -7,5 +9,9 @@ bool ReadForeign(IPntCldReadListener& listener, IDlgProgress* pProgress, enumPnt
 {
     if (eType == PntCldFile_Ply)
         return CPlyReader(listener).Read(pProgress, sPath);
+    if (eType == PntCldFile_AsciiGrid)
+        return CAsciiGridReader(listener).Read(sPath);
+    if (eType == PntCldFile_Las)
+        return CLasReader(listener).Read(pProgress, sPath);
     return false;
 }

@@ -97,10 +97,9 @@ public:
     ///         bit means nothing.
     static std::size_t GetBlockSize(std::uint8_t ucExist, std::uint8_t ucLeaf) noexcept
     {
-        const int nNumLeaves = __builtin_popcount(static_cast<unsigned>(ucExist & ucLeaf));
-        const int nNumNodes = __builtin_popcount(static_cast<unsigned>(ucExist & ~ucLeaf));
-        return static_cast<std::size_t>(nNumLeaves) * c_nLeafSize +
-               static_cast<std::size_t>(nNumNodes) * c_nNodeSize;
+        const unsigned nNumLeaves = CountBits(ucExist & ucLeaf);
+        const unsigned nNumNodes = CountBits(ucExist & ~ucLeaf);
+        return nNumLeaves * std::size_t{c_nLeafSize} + nNumNodes * std::size_t{c_nNodeSize};
     }
 
     /// Writes the record of a leaf. @return where the next record goes.
@@ -118,6 +117,15 @@ public:
     }
 
 private:
+    /// Bits set of eight, without the call that the compiler makes of it for the oldest processors.
+    static unsigned CountBits(int nMask) noexcept
+    {
+        unsigned n = static_cast<unsigned>(nMask) & 0xFFU;
+        n -= (n >> 1) & 0x55U;
+        n = (n & 0x33U) + ((n >> 2) & 0x33U);
+        return (n + (n >> 4)) & 0xFU;
+    }
+
     const COcTreeNode& m_node;
 };
 

@@ -29,6 +29,10 @@ public:
     std::int32_t m_nNodeSize = c_nNodeSize;
     std::int32_t m_nNumPntsDelivered = 0;   ///< diagnostic, counted by the walks
     std::int32_t m_nNumLeavesDelivered = 0; ///< diagnostic: leaves delivered whole
+
+    /// The leaf runs tile the array. Not so in the tree of a damaged file that lost leaves on loading:
+    /// its runs still rise in the order of the walk, but the run of a subtree may have gaps.
+    bool m_bTiled = true;
     COcTreeArena m_arena;
 };
 

@@ -13,6 +13,7 @@ struct CNodeRun
 };
 
 /// Cost: one visit of each inner node, none of a leaf but the first and the last.
+/// REQUIRES: a tree whose leaf runs tile the array, COcTreeIndex::m_bTiled.
 CNodeRun CalcNodeRun(const COcTreeNode& node) noexcept;
 
 #endif

@@ -8,7 +8,7 @@ void CWalkClip<T>::WalkNode(const COcTreeNode& node, const COcTreeCube& cube, CP
     const CStraddling straddling(m_stack, planes, cube); // pops in its destructor
     if (straddling.IsOutside())
         return;
-    if (straddling.GetRange().IsEmpty())
+    if (straddling.GetRange().IsEmpty() && m_tree.m_bTiled)
     {
         DeliverWhole(node);
         return;

@@ -1,12 +1,14 @@
 #ifndef HOST_PICTURE_CPICTURE_H
 #define HOST_PICTURE_CPICTURE_H
 
+#include <host/picture/CPen.h>
 #include <host/picture/CPntRaster.h>
 
 #include <cairo.h>
 
 #include <memory>
 #include <string>
+#include <vector>
 
 class COutFile;
 
@@ -20,6 +22,23 @@ struct COverlay
     double zMin = 0.0;
     double zMax = 0.0;
     double dUnitsPerPixel = 0.0; ///< for the scale bar; 0: none
+};
+
+/// A diagram around the points: what its area shows, and what is written beside it.
+struct CAxes
+{
+    std::string sTitle;
+    std::string sSubtitle;
+    std::string sLabelX;
+    std::string sLabelY;
+    double x = 0.0; ///< area of the diagram on the picture, pixels from the upper left corner
+    double y = 0.0;
+    double dWidth = 0.0;
+    double dHeight = 0.0;
+    double dMinX = 0.0; ///< what its edges stand for
+    double dMaxX = 0.0;
+    double dMinY = 0.0;
+    double dMaxY = 0.0;
 };
 
 /// The finished picture: background, points, labels.
@@ -37,6 +56,11 @@ public:
     CPicture(const CPntRaster& raster, int nScale);
 
     void DrawOverlay(const COverlay& overlay);
+
+    /// Lines that stand out from whatever is below them. Places may lie anywhere, at infinity too.
+    void DrawPaths(const std::vector<std::vector<CPixel>>& vecPaths);
+
+    void DrawAxes(const CAxes& axes);
 
     /// @throws CFailure
     void WritePng(COutFile& out) const;

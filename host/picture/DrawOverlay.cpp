@@ -1,3 +1,4 @@
+#include <host/picture/CPen.h>
 #include <host/picture/CPicture.h>
 #include <host/picture/HeightRamp.h>
 
@@ -8,91 +9,6 @@
 
 namespace
 {
-
-constexpr double c_dRadians = 3.14159265358979323846 / 180.0;
-
-/// Sizes of the labels follow the picture's.
-double CalcZoom(int nWidth, int nHeight)
-{
-    return std::clamp(std::min(nHeight / 1000.0, nWidth / 1300.0), 0.55, 4.0);
-}
-
-/// The largest of 1, 2, 5, 10, 20, 50... that is at most `d`.
-double RoundDown(double d)
-{
-    const double dPower = std::pow(10.0, std::floor(std::log10(d)));
-    for (const double dStep : {5.0, 2.0})
-        if (dStep * dPower <= d * (1.0 + 1e-9))
-            return dStep * dPower;
-    return dPower;
-}
-
-/// Draws in pixels of a picture whose labels are `dZoom` times their common size.
-class CPen
-{
-public:
-    CPen(cairo_surface_t* pSurface, double dZoom) : m_pCairo(cairo_create(pSurface)), m_dZoom(dZoom)
-    {
-        SetFont(15.0, false);
-    }
-    ~CPen() { cairo_destroy(m_pCairo); }
-    CPen(const CPen&) = delete;
-    CPen& operator=(const CPen&) = delete;
-
-    double GetZoom() const { return m_dZoom; }
-
-    void SetFont(double dSize, bool bBold)
-    {
-        cairo_select_font_face(m_pCairo, "sans-serif", CAIRO_FONT_SLANT_NORMAL,
-                               bBold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
-        cairo_set_font_size(m_pCairo, dSize * m_dZoom);
-    }
-
-    double CalcTextWidth(const std::string& sText) const
-    {
-        cairo_text_extents_t extents;
-        cairo_text_extents(m_pCairo, sText.c_str(), &extents);
-        return extents.x_advance;
-    }
-
-    /// @param dAlign  0: the text begins at x, 0.5: its middle lies there, 1: it ends there.
-    void Text(double x, double y, double dAlign, const std::string& sText, double dAlpha = 0.95)
-    {
-        cairo_move_to(m_pCairo, std::round(x - dAlign * CalcTextWidth(sText)), std::round(y));
-        cairo_set_source_rgba(m_pCairo, 0.93, 0.95, 0.97, dAlpha);
-        cairo_show_text(m_pCairo, sText.c_str());
-        cairo_new_path(m_pCairo);
-    }
-
-    void Rect(double x, double y, double dWidth, double dHeight, const CRgb& color, double dAlpha = 1.0)
-    {
-        cairo_rectangle(m_pCairo, x, y, dWidth, dHeight);
-        cairo_set_source_rgba(m_pCairo, color.r / 255.0, color.g / 255.0, color.b / 255.0, dAlpha);
-        cairo_fill(m_pCairo);
-    }
-
-    void Panel(double x, double y, double dWidth, double dHeight)
-    {
-        const double r = 7.0 * m_dZoom;
-        cairo_new_sub_path(m_pCairo);
-        cairo_arc(m_pCairo, x + dWidth - r, y + r, r, -90.0 * c_dRadians, 0.0);
-        cairo_arc(m_pCairo, x + dWidth - r, y + dHeight - r, r, 0.0, 90.0 * c_dRadians);
-        cairo_arc(m_pCairo, x + r, y + dHeight - r, r, 90.0 * c_dRadians, 180.0 * c_dRadians);
-        cairo_arc(m_pCairo, x + r, y + r, r, 180.0 * c_dRadians, 270.0 * c_dRadians);
-        cairo_close_path(m_pCairo);
-        cairo_set_source_rgba(m_pCairo, 0.06, 0.07, 0.09, 0.62);
-        cairo_fill(m_pCairo);
-    }
-
-private:
-    cairo_t* m_pCairo;
-    double m_dZoom;
-};
-
-std::string WithUnit(const std::string& sNumber, const std::string& sUnit)
-{
-    return sUnit.empty() ? sNumber : sNumber + " " + sUnit;
-}
 
 void DrawTitle(CPen& pen, const COverlay& overlay)
 {
@@ -148,16 +64,11 @@ void DrawLegend(CPen& pen, const COverlay& overlay, int nWidth, int nHeight)
         pen.Text(x + dBar + 9.0 * m, y + dHeight / 2.0 + 5.0 * m, 0.0, fmt::format("{:.3f}", overlay.zMin));
         return;
     }
-    const double dStep = RoundDown(dRange / 4.0);
-    const int nDecimals = std::clamp(static_cast<int>(-std::floor(std::log10(dStep) + 1e-9)), 0, 4);
-    for (double z = std::ceil(overlay.zMin / dStep - 1e-9) * dStep; z <= overlay.zMax + 1e-9 * dStep;
-         z += dStep)
+    for (const CTick& tick : MakeTicks(overlay.zMin, overlay.zMax, RoundDown(dRange / 4.0)))
     {
-        const double yTick = std::round(y + dHeight * (overlay.zMax - z) / dRange);
+        const double yTick = std::round(y + dHeight * (overlay.zMax - tick.dValue) / dRange);
         pen.Rect(x + dBar, yTick - m / 2.0, 5.0 * m, std::max(1.0, m), {235, 238, 242}, 0.9);
-        // Adding 0 turns a negative zero into a plain one.
-        pen.Text(x + dBar + 9.0 * m, yTick + 5.0 * m, 0.0,
-                 fmt::format("{:.{}f}", std::round(z / dStep) * dStep + 0.0, nDecimals));
+        pen.Text(x + dBar + 9.0 * m, yTick + 5.0 * m, 0.0, tick.sLabel);
     }
 }
 

@@ -6,12 +6,14 @@
 #include <octree/CTruncPnt_Color.h>
 #include <zor0lang/String.h>
 #include <zor3geom/PLANE_3D.h>
+#include <zor3geom/PNT_2D.h>
 #include <zor3geom/PNT_3D.h>
 #include <zor3geom/RECT_3D.h>
 #include <zor4data/CCldCadPnt.h>
 #include <zor4data/Export.h>
 #include <zor4data/ICldColorListener.h>
 #include <zor4data/IDlgProgress.h>
+#include <zor4data/IPclProgressListener.h>
 #include <zor4data/IPntCldListener.h>
 #include <zor4data/IPntCldReadListener.h>
 #include <zor4data/enumPntCldFile.h>
@@ -92,7 +94,19 @@ public:
     /// @param sPath      recorded together with the kind before anything else, whatever the outcome.
     /// @return false when there is no reader for the kind, or the file is missing, is not of the kind,
     ///         or ends early; the cloud then holds the points delivered until then and no octree.
+    ///         A native file, which comes with its octree, is not checked: true means that it could be
+    ///         opened and names a point type. What is damaged in it is left out, and a cloud that has
+    ///         points or an octree takes nothing.
     bool ReadFromFile(IDlgProgress* pProgress, enumPntCldFile eType, const zor::String& sPath);
+
+    /// Saves the cloud as a native file: points and octree as they are, no selection. Points marked
+    /// deleted are removed from the cloud first. A file that exists is emptied before anything is written.
+    ///
+    /// @param nVersion  not written; the file carries `GetVersion`.
+    /// @return false when the file could not be opened, or the cloud has no point type. True in all other
+    ///         cases: a full disk is not noticed, and a cloud without an octree leaves a file of 11 bytes,
+    ///         which loads as no points. To be certain, save to a temporary name and load that.
+    bool WriteToFile(const zor::String& sPath, short nVersion);
 
     /// Gives up points and octree. Selection, origin, flags and version stay until the next `Init`.
     void Clear();
@@ -185,7 +199,86 @@ public:
     void GetPnts_LodClip(IPntCldListener* pListener, double dLod,
                          const std::vector<zor::geom::PLANE_3D>& vecPlanes, int nBatch) const;
 
+    // --- queries in plan view: heights are not looked at; one record a call ----------------------
+
+    /// Delivers the points with xmin ≤ x ≤ xmax and ymin ≤ y ≤ ymax, coordinate units; none when a
+    /// minimum is above its maximum. Order and cost as `GetPnts_Clip`.
+    void GetPnts2D(IPntCldListener* pListener, double xmin, double ymin, double xmax, double ymax) const;
+
+    /// @return the number of points that `GetPnts2D` would deliver. The colour listener is asked for each.
+    int GetNumPnts2D(double xmin, double ymin, double xmax, double ymax) const;
+
+    /// Delivers the points along the segment from p1 to p2: first the one exactly at p1, when `bStart`,
+    /// then those of the corridor, then the one exactly at p2, when `bEnd`. A point at an end that lies
+    /// in the corridor too comes twice.
+    ///
+    /// @param dist  how far the corridor reaches to either side, coordinate units; it ends square at p1
+    ///              and p2. Not above 0, or p1 equal to p2: no corridor.
+    ///
+    /// "Exactly": the same x and y in units of 1/10000; of several such points, one. The colour listener
+    /// is told the height range once, and again when there is a corridor.
+    void FindPnts2D_NearLine(IPntCldListener* pListener, const zor::geom::PNT_2D& p1,
+                             const zor::geom::PNT_2D& p2, double dist, bool bStart, bool bEnd) const;
+
+    /// Delivers all points of the octree squares wholly inside a contour and, of the leaves under squares
+    /// that straddle it, the points outside it.
+    ///
+    /// @param contour  ring, closing edge implied, either way round, coordinate units. Where it crosses
+    ///                 itself the odd-even rule says what is inside. Fewer than three points, no area, or a
+    ///                 coordinate that is not finite: it holds nothing.
+    ///
+    /// Without an octree nothing is done, not even the height range told.
+    void FindPnts2D_IntCnt(IPntCldListener* pListener, const std::vector<zor::geom::PNT_2D>& contour) const;
+
+    /// Delivers the points inside a contour, those on it included. With holes, only the octree squares
+    /// wholly inside the contour and outside all holes deliver their points; leaves under squares that
+    /// straddle an edge deliver none.
+    ///
+    /// A cut through a square that leaves four corners within the root of 0.1 coordinate units of its own
+    /// counts as none: the square then counts as outside.
+    ///
+    /// Cost: grows with the squares along the contour; a point on the way is tested against the edges near
+    /// it only.
+    void FindPnts2D_Cnts(IPntCldListener* pListener, const std::vector<zor::geom::PNT_2D>& outer,
+                         const std::vector<std::vector<zor::geom::PNT_2D>>& holes) const;
+
+    /// @return a search distance suited to the cloud's density: five times the mean plan spacing of its
+    ///         points, at least 1, coordinate units; 1.7e200, no limit, without an octree or points.
+    double CalcMaxSearchDist() const;
+
+    // --- analysis ------------------------------------------------------------------------------
+
+    /// Finds the outline of the cloud in plan view and delivers its corners, points of the cloud, in
+    /// walking order, one a call: clockwise from the westernmost point, which comes again at the end.
+    ///
+    /// @param pProgress  receives percent, one call a point; null: no calls.
+    /// @param pListener  receives the corners; not null. Nothing is delivered unless true is returned.
+    /// @param d          coordinate units: points at most so far apart in plan view belong together.
+    ///                   Only the largest such cluster is outlined; below about three times the mean
+    ///                   spacing a cloud may fall into several. The outline cuts across notches of up
+    ///                   to ten times that width. Infinite or not-a-number: no limit. 0: no outline.
+    ///
+    /// @return false when there is no octree or no closed outline: two points or fewer, or nothing
+    ///         strictly north of the cluster's westernmost point within reach.
+    ///
+    /// One SetZRange to the colour listener, if there is an octree. The cloud is not changed.
+    /// Cost: about one look at each point's neighbourhood; memory: up to 5 bytes a point.
+    bool CalcCnt(IDlgProgress* pProgress, IPntCldListener* pListener, double d) const;
+
+    /// Reduces the cloud to its ground points: a progressive morphological filter ("A
+    /// Progressive Morphological Filter for Removing Nonground Measurements From Airborne LIDAR Data", 2003)
+    /// with windows up to 20 coordinate units, slope 1, and heights from 0.5 to 3 above the opened surface.
+    ///
+    /// @param pListener  told of the progress; null: no calls.
+    ///
+    /// The points that stay keep their colours; octree, indices and marks are new, the cloud is modified
+    /// and takes no further points. Coordinates go into the filter as floats. Points marked deleted are to
+    /// be removed before. A cloud without ground, or without points, ends up empty.
+    void Morph(IPclProgressListener* pListener);
+
 private:
+    ZOR4DATA_LOCAL bool ReadFromFile(const zor::String& sPath);
+
     enumPntCldType m_eType;
     COcTree<CTruncPnt> m_cld;            // live when the type is PntCldType_Pnt
     COcTree<CTruncPnt_Color> m_cldColor; // live when the type is PntCldType_PntColor

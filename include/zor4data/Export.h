@@ -6,4 +6,7 @@
 /// Marks what a host may call of this library.
 #define ZOR4DATA_API ZOR_API
 
+/// Keeps a private member of such a class inside the library.
+#define ZOR4DATA_LOCAL __attribute__((visibility("hidden")))
+
 #endif

@@ -13,6 +13,9 @@ TEST(Zorcld, Help_StatusZeroOnStandardOutput)
                                                     {"info", "--help"},
                                                     {"view", "--help"},
                                                     {"points", "--help"},
+                                                    {"count", "--help"},
+                                                    {"outline", "--help"},
+                                                    {"profile", "--help"},
                                                     {"make-sample", "--help"},
                                                     {"--version"}})
     {
@@ -28,6 +31,7 @@ TEST(Zorcld, WrongUsage_StatusTwoAndOneLine)
     const CZorcld zorcld;
     const std::string sFile = zorcld.Write("grid.ply", MakeGridPly(4));
     const std::string sOut = zorcld.GetPath("out.png");
+    const std::string sCsv = zorcld.GetPath("out.csv");
     const std::vector<std::vector<std::string>> c_cases = {
         {},
         {"frobnicate"},
@@ -52,6 +56,27 @@ TEST(Zorcld, WrongUsage_StatusTwoAndOneLine)
         {"view", sFile, "-o", sOut, "--clip", "1,0,nan,1"},
         {"view", sFile, "-o", sOut, "--box", "1,0,0,0,1,1"},
         {"points", sFile, "-o", zorcld.GetPath("out.xyz")},
+        {"points", sFile, "-o", sCsv, "--rect", "1,0,0,1"},
+        {"points", sFile, "-o", sCsv, "--rect", "0,0,1"},
+        {"points", sFile, "-o", sCsv, "--rect", "0,0,inf,1"},
+        {"points", sFile, "-o", sCsv, "--line", "0,0,1,1,-1"},
+        {"points", sFile, "-o", sCsv, "--line", "0,0,1,1"},
+        {"points", sFile, "-o", sCsv, "--line", "0,0,1,1,1", "--rect", "0,0,1,1"},
+        {"points", sFile, "-o", sCsv, "--ends"},
+        {"points", sFile, "-o", sCsv, "--outside"},
+        {"points", sFile, "-o", sCsv, "--contour", "contour.shp"},
+        {"count", sFile},
+        {"count", sFile, "--rect", "0,1,1,0"},
+        {"outline", sFile, "-o", sOut},
+        {"outline", sFile, "-o", sOut, "--distance", "0"},
+        {"outline", sFile, "-o", sOut, "--distance", "-1"},
+        {"outline", sFile, "-o", sOut, "--distance", "far"},
+        {"outline", sFile, "-o", sOut, "--distance", "auto", "--size", "1x1"},
+        {"outline", sFile, "-o", zorcld.GetPath("out.shp"), "--distance", "1"},
+        {"profile", sFile, "-o", sOut},
+        {"profile", sFile, "-o", sOut, "--line", "0,0,1,1,0"},
+        {"profile", sFile, "-o", sOut, "--line", "1,1,1,1,1"},
+        {"profile", sFile, "-o", zorcld.GetPath("out.ply"), "--line", "0,0,1,1,1"},
         {"make-sample", sOut, "--points", "0"},
     };
     for (const std::vector<std::string>& vecArgs : c_cases)

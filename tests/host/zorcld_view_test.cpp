@@ -1,64 +1,13 @@
+#include <tests/host/support/CPng.h>
 #include <tests/host/support/CZorcld.h>
 
 #include <gtest/gtest.h>
 
-#include <png.h>
-
 #include <cstdint>
-#include <cstring>
-#include <set>
 #include <vector>
 
 namespace
 {
-
-struct CPng
-{
-    std::uint32_t nWidth = 0;
-    std::uint32_t nHeight = 0;
-    std::vector<unsigned char> vecRgb;
-
-    /// Share of pixels in another colour than the corner's.
-    double CalcShareDrawn() const
-    {
-        std::size_t nDrawn = 0;
-        for (std::size_t i = 0; i < vecRgb.size(); i += 3)
-            nDrawn += std::memcmp(&vecRgb[i], &vecRgb[vecRgb.size() - 3], 3) != 0 ? 1U : 0U;
-        return static_cast<double>(nDrawn) / (static_cast<double>(vecRgb.size()) / 3.0);
-    }
-
-    std::size_t CountColors() const
-    {
-        std::set<std::uint32_t> setColors;
-        for (std::size_t i = 0; i < vecRgb.size(); i += 3)
-            setColors.insert(
-                static_cast<std::uint32_t>(vecRgb[i] << 16U | vecRgb[i + 1] << 8U | vecRgb[i + 2]));
-        return setColors.size();
-    }
-
-    const unsigned char* GetPixel(std::uint32_t x, std::uint32_t y) const
-    {
-        return &vecRgb[(y * nWidth + x) * 3];
-    }
-};
-
-CPng ReadPng(const std::string& sPath)
-{
-    CPng png;
-    png_image image = {};
-    image.version = PNG_IMAGE_VERSION;
-    if (png_image_begin_read_from_file(&image, sPath.c_str()) == 0)
-        return png;
-    image.format = PNG_FORMAT_RGB;
-    png.vecRgb.resize(PNG_IMAGE_SIZE(image));
-    if (png_image_finish_read(&image, nullptr, png.vecRgb.data(), 0, nullptr) != 0)
-    {
-        png.nWidth = image.width;
-        png.nHeight = image.height;
-    }
-    png_image_free(&image);
-    return png;
-}
 
 CPng View(const CZorcld& zorcld, const std::string& sFile, std::vector<std::string> vecArgs)
 {
@@ -149,4 +98,51 @@ TEST(ZorcldView, ColorFile_WithoutColoursFails)
     EXPECT_TRUE(run.HasOneErrLine());
     EXPECT_NE(run.sErr.find("holds no colours"), std::string::npos) << run.sErr;
     EXPECT_EQ(zorcld.CountFiles(), 1U);
+}
+
+namespace
+{
+
+/// Is anything drawn in the colour of overlays, or nearly?
+bool HasLines(const CPng& png)
+{
+    for (std::size_t i = 0; i < png.vecRgb.size(); i += 3)
+        if (png.vecRgb[i] > 160 && png.vecRgb[i + 1] * 10 > png.vecRgb[i] * 6 && // the points: half as green
+            png.vecRgb[i + 2] * 10 < png.vecRgb[i + 1] * 6)                      // labels: as blue as green
+            return true;
+    return false;
+}
+
+} // namespace
+
+TEST(ZorcldView, Overlay_DrawsPolygonsAndLines)
+{
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("grid.ply", MakeGridPly(50));
+    EXPECT_FALSE(HasLines(View(zorcld, sFile, {})));
+    for (const char* pText : {"POLYGON ((10 10, 40 10, 25 40, 10 10))", "LINESTRING (5 5, 45 45)",
+                              "LINESTRING (-1e9 25, 1e9 25)"})
+        EXPECT_TRUE(HasLines(View(zorcld, sFile, {"--overlay", zorcld.Write("shape.wkt", pText)}))) << pText;
+    for (const char* pText :
+         {"POLYGON ((100 100, 140 100, 120 140))", "LINESTRING (1e308 -1e308, 1e308 1e308, 1e300 0)"})
+        EXPECT_FALSE(HasLines(View(zorcld, sFile, {"--overlay", zorcld.Write("shape.wkt", pText)}))) << pText;
+}
+
+TEST(ZorcldView, Overlay_FromAboveOnly)
+{
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("grid.ply", MakeGridPly(10));
+    const CRun run = zorcld.Run({"view", sFile, "-o", zorcld.GetPath("out.png"), "--from", "200,30",
+                                 "--overlay", zorcld.Write("shape.csv", "0,0\n9,0\n9,9\n")});
+    EXPECT_EQ(run.nStatus, 2);
+    EXPECT_TRUE(run.HasOneErrLine()) << run.sErr;
+}
+
+TEST(ZorcldView, Rect_NarrowsDown)
+{
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("grid.ply", MakeGridPly(50));
+    EXPECT_EQ(View(zorcld, sFile, {"--rect", "10,10,20,20"}).nWidth, 400U);
+    EXPECT_NE(View(zorcld, sFile, {"--rect", "10,10,20,20"}).vecRgb, View(zorcld, sFile, {}).vecRgb);
+    EXPECT_EQ(View(zorcld, sFile, {"--rect", "900,10,920,20"}).nWidth, 400U); // nothing: an empty picture
 }

@@ -109,6 +109,17 @@ void FillAndAsk()
     cld.GetPnts_Clip(&west, {zor::geom::PLANE_3D(1.0, 0.0, 0.0, -500024.5)}, 100);
     Expect(west.m_nNumPnts == 2500, "GetPnts_Clip");
 
+    Expect(cld.GetNumPnts2D(500010.0, 4000010.0, 500019.0, 4000019.0) == 100, "GetNumPnts2D");
+    CCounter contour;
+    cld.FindPnts2D_Cnts(
+        &contour,
+        {{500009.5, 4000009.5}, {500019.5, 4000009.5}, {500019.5, 4000019.5}, {500009.5, 4000019.5}}, {});
+    Expect(contour.m_nNumPnts == 100, "FindPnts2D_Cnts");
+    CCounter line;
+    cld.FindPnts2D_NearLine(&line, {500009.5, 4000010.0}, {500019.5, 4000010.0}, 0.5, true, true);
+    Expect(line.m_nNumPnts == 10, "FindPnts2D_NearLine");
+    Expect(cld.CalcMaxSearchDist() > 4.9, "CalcMaxSearchDist");
+
     cld.SelPnt(0, false);
     cld.DelSelPnts();
     Expect(cld.GetNumPnts() == 9999 && cld.GetVersion() == 1, "DelSelPnts, GetVersion");

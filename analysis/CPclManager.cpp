@@ -1,0 +1,33 @@
+#include <analysis/CPclManager.h>
+
+#include <analysis/CProgressMorphFilter.h>
+#include <octree/Compact.h>
+
+void CPclManager::CreateCloud()
+{
+    m_pCloud.reset(new pcl::PointCloud<pcl::PointXYZ>);
+}
+
+void CPclManager::OnPnts(int nNumPnts, CCldCadPnt* pPnts)
+{
+    if (!m_pCloud)
+        CreateCloud();
+    for (int i = 0; i < nNumPnts; ++i)
+    {
+        const zor::geom::PNT_3D& pnt = pPnts[i].m_pnt;
+        // Sets width and height with it: one row of all points.
+        m_pCloud->push_back(
+            pcl::PointXYZ(SaturateToFloat(pnt.x), SaturateToFloat(pnt.y), SaturateToFloat(pnt.z)));
+    }
+}
+
+void CPclManager::Filter(IPclProgressListener* pListener, std::vector<int>& vecGround) const
+{
+    CProgressMorphFilter filter;
+    filter.setInputCloud(m_pCloud);
+    filter.setMaxWindowSize(20);
+    filter.setSlope(1.0F);
+    filter.setMaxDistance(3.0F);
+    filter.setInitialDistance(0.5F);
+    filter.extract(pListener, vecGround);
+}

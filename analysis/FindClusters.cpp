@@ -1,0 +1,63 @@
+#include <analysis/FindClusters.h>
+
+#include <octree/CTruncPnt.h>
+#include <octree/CTruncPnt_Color.h>
+#include <octree/CollectLeaves2D.h>
+#include <zor4data/IDlgProgress.h>
+
+#include <algorithm>
+
+namespace
+{
+
+/// Joins a point with those of its neighbours that come later in index order.
+template <class T>
+void JoinNeighbours(const COcTreeData<T>& store, std::int32_t i, double dRadius, CClusterForest& forest)
+{
+    const T* const pPnts = store.m_pPnts.get();
+    const double x = static_cast<double>(pPnts[i].m_nX);
+    const double y = static_cast<double>(pPnts[i].m_nY);
+    const double dRadiusSquare = dRadius * dRadius;
+    const auto onLeaf = [&](const COcTreeLeaf& leaf, const CPlanSquare&)
+    {
+        const std::int32_t nEnd = leaf.m_nFirst + leaf.m_nCount;
+        for (std::int32_t k = std::max(leaf.m_nFirst, i + 1); k < nEnd; ++k)
+        {
+            const double dx = static_cast<double>(pPnts[k].m_nX) - x;
+            const double dy = static_cast<double>(pPnts[k].m_nY) - y;
+            const double dDistSquare = dx * dx + dy * dy;
+            // KEPT: points stacked at one place are not neighbours.
+            if (dDistSquare > dRadiusSquare || dDistSquare == 0.0 || store.IsDeleted(k))
+                continue;
+            forest.Join(i, k);
+        }
+    };
+    CollectLeaves2D(*store.m_pTree, {x - dRadius, y - dRadius, x + dRadius, y + dRadius}, onLeaf);
+}
+
+} // namespace
+
+// KEPT: a deleted point is nobody's neighbour, but is itself asked for its neighbours and joins them.
+//
+// The points reached so far need no set of their own: of the points from i on, those reached are the
+// ones that are no longer roots. A reached point has been joined to the one that reached it, whose
+// root is the root of both; and a root that loses its place is either the reached point itself or one
+// that was asked before.
+template <class T>
+CClusterForest FindClusters(const COcTreeData<T>& store, IDlgProgress* pProgress, double dRadius)
+{
+    const std::int32_t nNumPnts = store.m_nNumPnts;
+    CClusterForest forest(nNumPnts);
+    for (std::int32_t i = 0; i < nNumPnts; ++i)
+    {
+        if (pProgress != nullptr)
+            pProgress->SetPos(static_cast<int>(i * 100.0 / nNumPnts));
+        // KEPT: a point that was reached is not asked for neighbours of its own.
+        if (forest.IsRoot(i))
+            JoinNeighbours(store, i, dRadius, forest);
+    }
+    return forest;
+}
+
+template CClusterForest FindClusters(const COcTreeData<CTruncPnt>&, IDlgProgress*, double);
+template CClusterForest FindClusters(const COcTreeData<CTruncPnt_Color>&, IDlgProgress*, double);

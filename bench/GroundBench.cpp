@@ -1,0 +1,206 @@
+#include <analysis/CProgressMorphFilter.h>
+#include <bench/BenchClouds.h>
+#include <bench/BenchMemory.h>
+#include <bench/BenchTable.h>
+
+#include <pcl/point_cloud.h>
+#include <pcl/point_types.h>
+
+#include <cmath>
+#include <functional>
+#include <map>
+#include <vector>
+
+namespace
+{
+
+using CCloud = pcl::PointCloud<pcl::PointXYZ>;
+using CMakeCloud = std::function<CCloud::Ptr(std::int64_t)>;
+
+/// Numbers in [0, 1) that are the same on every machine.
+class CNoise
+{
+public:
+    double Next() noexcept
+    {
+        m_nState = m_nState * 6364136223846793005U + 1442695040888963407U;
+        return static_cast<double>(m_nState >> 11) * 0x1p-53;
+    }
+
+private:
+    std::uint64_t m_nState = 1;
+};
+
+pcl::PointXYZ MakePnt(double x, double y, double z)
+{
+    return {static_cast<float>(x), static_cast<float>(y), static_cast<float>(z)};
+}
+
+CCloud::Ptr MakeTerrain(std::int64_t nNum)
+{
+    CCloud::Ptr pCloud(new CCloud);
+    pCloud->reserve(static_cast<std::size_t>(nNum));
+    CSampleTerrain(nNum).ForEachPnt([&](const CSamplePnt& pnt)
+                                    { pCloud->points.push_back(MakePnt(pnt.x, pnt.y, pnt.z)); });
+    pCloud->width = static_cast<std::uint32_t>(nNum);
+    pCloud->height = 1;
+    return pCloud;
+}
+
+// Points in rows, every other backwards, `dSpacing` apart; `calcZ` gives the height.
+CCloud::Ptr MakeRows(std::int64_t nNum, double dSpacing, double dJitter,
+                     const std::function<double(double, double, CNoise&)>& calcZ)
+{
+    CNoise noise;
+    CCloud::Ptr pCloud(new CCloud);
+    pCloud->reserve(static_cast<std::size_t>(nNum));
+    const auto nRow = static_cast<std::int64_t>(std::ceil(std::sqrt(static_cast<double>(nNum))));
+    for (std::int64_t i = 0; i < nNum; ++i)
+    {
+        const std::int64_t nInRow = i / nRow % 2 == 0 ? i % nRow : nRow - 1 - i % nRow;
+        const double x = (static_cast<double>(nInRow) + dJitter * noise.Next()) * dSpacing;
+        const double y = (static_cast<double>(i / nRow) + dJitter * noise.Next()) * dSpacing;
+        pCloud->points.push_back(
+            MakePnt(CSampleTerrain::c_dOrgX + x, CSampleTerrain::c_dOrgY + y, calcZ(x, y, noise)));
+    }
+    pCloud->width = static_cast<std::uint32_t>(nNum);
+    pCloud->height = 1;
+    return pCloud;
+}
+
+// Slopes above 1, and steps of just about the heights at which the filter decides.
+double CalcRoughHeight(double x, double y, CNoise& noise)
+{
+    double z = 9.0 * std::sin(x * 0.11) + 6.0 * std::sin(y * 0.17 + 1.0) + std::sin(x * 0.4 + y * 0.3) +
+               0.3 * noise.Next();
+    const double dKind = noise.Next();
+    if (dKind < 0.3)
+        z += (dKind < 0.1 ? 0.5 : dKind < 0.2 ? 2.5 : 3.0) + 0.02 * (noise.Next() - 0.5);
+    else if (dKind < 0.4)
+        z += 10.0 * noise.Next();
+    return z;
+}
+
+CCloud::Ptr MakeRough(std::int64_t nNum)
+{
+    return MakeRows(nNum, 1.0 / std::sqrt(CSampleTerrain::c_dDensity), 0.9, CalcRoughHeight);
+}
+
+CCloud::Ptr MakeSparse(std::int64_t nNum)
+{
+    return MakeRows(nNum, 10.0, 0.0,
+                    [](double x, double y, CNoise& noise)
+                    { return 30.0 * std::sin(x * 0.01) + 20.0 * std::sin(y * 0.013) + 3.0 * noise.Next(); });
+}
+
+// A strip that runs through its rectangle from corner to corner and covers a hundredth of it.
+CCloud::Ptr MakeCorridor(std::int64_t nNum)
+{
+    CNoise noise;
+    CCloud::Ptr pCloud(new CCloud);
+    const double dLength = static_cast<double>(nNum) / (100.0 * CSampleTerrain::c_dDensity);
+    for (std::int64_t i = 0; i < nNum; ++i)
+    {
+        const double dAlong = dLength * static_cast<double>(i) / static_cast<double>(nNum);
+        const double dAcross = 100.0 * noise.Next();
+        pCloud->push_back(MakePnt((dAlong + dAcross) * 0.7, (dAlong - dAcross) * 0.7,
+                                  5.0 * std::sin(dAlong * 0.05) + 0.3 * noise.Next()));
+    }
+    return pCloud;
+}
+
+const CCloud::Ptr& GetCloud(const std::string& sKind, std::int64_t nNum, const CMakeCloud& makeCloud)
+{
+    static std::map<std::string, CCloud::Ptr> mapLast; // one cloud at a time
+    const std::string sKey = sKind + std::to_string(nNum);
+    if (mapLast.count(sKey) == 0)
+    {
+        mapLast.clear();
+        mapLast[sKey] = makeCloud(nNum);
+    }
+    return mapLast[sKey];
+}
+
+std::uint64_t SumIndices(const std::vector<int>& vecGround)
+{
+    std::uint64_t nSum = vecGround.size();
+    for (const int nIndex : vecGround)
+        nSum = nSum * 31 + static_cast<std::uint64_t>(nIndex) + 1;
+    return nSum;
+}
+
+void SetUp(CProgressMorphFilter& filter, const CCloud::Ptr& pCloud)
+{
+    filter.setInputCloud(pCloud);
+    filter.setMaxWindowSize(20);
+    filter.setSlope(1.0F);
+    filter.setMaxDistance(3.0F);
+    filter.setInitialDistance(0.5F);
+}
+
+std::uint64_t ExtractProduct(const CCloud::Ptr& pCloud, CCpuTimer& timer)
+{
+    CProgressMorphFilter filter;
+    SetUp(filter, pCloud);
+    std::vector<int> vecGround;
+    timer.Measure([&] { filter.extract(nullptr, vecGround); });
+    return SumIndices(vecGround);
+}
+
+std::uint64_t ExtractPublished(const CCloud::Ptr& pCloud, CCpuTimer& timer)
+{
+    CProgressMorphFilter filter;
+    SetUp(filter, pCloud);
+    std::vector<int> vecGround;
+    timer.Measure([&] { filter.extract(vecGround); }); // the inherited form: PCL's own
+    return SumIndices(vecGround);
+}
+
+// From 100,000 points on the peer takes minutes: one round.
+void AddGroundRow(const std::string& sKind, std::int64_t nNum, double dBar, const CMakeCloud& makeCloud)
+{
+    const int nRounds = nNum < 50000 ? 0 : 1;
+    AddRow({"ground", "ground filter, " + sKind, nNum, "PCL's published filter", dBar,
+            [=](CCpuTimer& timer) { return ExtractProduct(GetCloud(sKind, nNum, makeCloud), timer); },
+            [=](CCpuTimer& timer) { return ExtractPublished(GetCloud(sKind, nNum, makeCloud), timer); }, true,
+            0.0, nRounds});
+}
+
+// The same work for ten times the points: peer of a row is the product itself.
+void AddGrowthRow(std::int64_t nNum)
+{
+    AddRow({"ground", "ground filter, growth to", nNum, "itself with a tenth of the points", 12.0,
+            [=](CCpuTimer& timer) { return ExtractProduct(MakeTerrain(nNum), timer); },
+            [=](CCpuTimer& timer) { return ExtractProduct(MakeTerrain(nNum / 10), timer); }, false});
+}
+
+void AddMemoryRow(const std::string& sKind, std::int64_t nNum, const CMakeCloud& makeCloud)
+{
+    AddValue({"ground", "ground filter, memory, " + sKind, nNum, "B/point", 48.0,
+              [=]
+              {
+                  const CCloud::Ptr pCloud = makeCloud(nNum);
+                  CCpuTimer timer;
+                  const std::int64_t nPeak = MeasurePeak([&] { ExtractProduct(pCloud, timer); });
+                  return static_cast<double>(nPeak) / static_cast<double>(nNum);
+              }});
+}
+
+void AddGroundRows()
+{
+    AddGroundRow("sparse", 10000, 1.0 / 10.0, MakeSparse);
+    const bool bQuick = GetBenchOptions().bQuick;
+    using CSizes = std::vector<std::int64_t>;
+    for (const std::int64_t nNum :
+         BenchSizes(bQuick ? CSizes{10000} : CSizes{10000, 100000, 300000, 1000000}))
+        AddGroundRow("terrain", nNum, 1.0 / 120.0, MakeTerrain);
+    for (const std::int64_t nNum : BenchSizes(bQuick ? CSizes{10000} : CSizes{100000, 300000}))
+        AddGroundRow("rough", nNum, 1.0 / 60.0, MakeRough);
+    AddGrowthRow(BenchSizes({10000000}).back());
+    AddMemoryRow("terrain", BenchSizes({1000000}).back(), MakeTerrain);
+    AddMemoryRow("corridor", BenchSizes({1000000}).back(), MakeCorridor);
+}
+
+const CBenchGroup group("ground", AddGroundRows);
+
+} // namespace

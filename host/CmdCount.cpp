@@ -1,0 +1,43 @@
+#include <host/CFileColors.h>
+#include <host/Commands.h>
+#include <host/LoadCloud.h>
+#include <host/PlanQuery.h>
+
+#include <zor4data/CPntCld.h>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <memory>
+
+namespace
+{
+
+struct COptions
+{
+    CInputOptions input;
+    std::string sRect;
+};
+
+void CountPoints(const COptions& options, const CConsole& console)
+{
+    const zor::geom::RECT_2D rect = ParseRect(options.sRect);
+    CFileColors colors;
+    CPntCld cloud(&colors);
+    LoadCloud(cloud, options.input, console);
+    fmt::print("{}\n", cloud.GetNumPnts2D(rect.xmin, rect.ymin, rect.xmax, rect.ymax));
+}
+
+} // namespace
+
+void AddCountCommand(CLI::App& app, const CConsole& console)
+{
+    const auto pOptions = std::make_shared<COptions>();
+    CLI::App* const pCommand =
+        app.add_subcommand("count", "Tells how many points lie in a rectangle, seen from above");
+    AddInputOptions(*pCommand, pOptions->input);
+    pCommand->add_option("--rect", pOptions->sRect, "The rectangle, its edges included")
+        ->required()
+        ->type_name("xmin,ymin,xmax,ymax");
+    pCommand->callback([pOptions, &console] { CountPoints(*pOptions, console); });
+}

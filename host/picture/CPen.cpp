@@ -1,0 +1,125 @@
+#include <host/picture/CPen.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+
+constexpr double c_dRadians = 3.14159265358979323846 / 180.0;
+constexpr int c_nMaxTicks = 1000; // a step lost in the size of the numbers would never arrive
+
+} // namespace
+
+double CalcZoom(int nWidth, int nHeight)
+{
+    return std::clamp(std::min(nHeight / 1000.0, nWidth / 1300.0), 0.55, 4.0);
+}
+
+double RoundDown(double d)
+{
+    const double dPower = std::pow(10.0, std::floor(std::log10(d)));
+    for (const double dStep : {5.0, 2.0})
+        if (dStep * dPower <= d * (1.0 + 1e-9))
+            return dStep * dPower;
+    return dPower;
+}
+
+std::vector<CTick> MakeTicks(double dMin, double dMax, double dStep)
+{
+    const int nDecimals = std::clamp(static_cast<int>(-std::floor(std::log10(dStep) + 1e-9)), 0, 4);
+    const double dFirst = std::ceil(dMin / dStep - 1e-9);
+    std::vector<CTick> vecTicks;
+    for (int i = 0; i < c_nMaxTicks; ++i)
+    {
+        const double dValue = (dFirst + i) * dStep + 0.0; // no negative zero
+        if (dValue > dMax + 1e-9 * dStep)
+            break;
+        vecTicks.push_back({dValue, fmt::format("{:.{}f}", dValue, nDecimals)});
+    }
+    return vecTicks;
+}
+
+std::string WithUnit(const std::string& sNumber, const std::string& sUnit)
+{
+    return sUnit.empty() ? sNumber : sNumber + " " + sUnit;
+}
+
+CPen::CPen(cairo_surface_t* pSurface, double dZoom) : m_pCairo(cairo_create(pSurface)), m_dZoom(dZoom)
+{
+    SetFont(15.0, false);
+}
+
+CPen::~CPen()
+{
+    cairo_destroy(m_pCairo);
+}
+
+void CPen::SetFont(double dSize, bool bBold)
+{
+    cairo_select_font_face(m_pCairo, "sans-serif", CAIRO_FONT_SLANT_NORMAL,
+                           bBold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
+    cairo_set_font_size(m_pCairo, dSize * m_dZoom);
+}
+
+double CPen::CalcTextWidth(const std::string& sText) const
+{
+    cairo_text_extents_t extents;
+    cairo_text_extents(m_pCairo, sText.c_str(), &extents);
+    return extents.x_advance;
+}
+
+void CPen::Text(double x, double y, double dAlign, const std::string& sText, double dAlpha)
+{
+    cairo_move_to(m_pCairo, std::round(x - dAlign * CalcTextWidth(sText)), std::round(y));
+    cairo_set_source_rgba(m_pCairo, 0.93, 0.95, 0.97, dAlpha);
+    cairo_show_text(m_pCairo, sText.c_str());
+    cairo_new_path(m_pCairo);
+}
+
+void CPen::TextUpwards(double x, double y, const std::string& sText, double dAlpha)
+{
+    cairo_save(m_pCairo);
+    cairo_translate(m_pCairo, std::round(x), std::round(y));
+    cairo_rotate(m_pCairo, -90.0 * c_dRadians);
+    Text(0.0, 0.0, 0.5, sText, dAlpha);
+    cairo_restore(m_pCairo);
+}
+
+void CPen::Rect(double x, double y, double dWidth, double dHeight, const CRgb& color, double dAlpha)
+{
+    cairo_rectangle(m_pCairo, x, y, dWidth, dHeight);
+    cairo_set_source_rgba(m_pCairo, color.r / 255.0, color.g / 255.0, color.b / 255.0, dAlpha);
+    cairo_fill(m_pCairo);
+}
+
+void CPen::Panel(double x, double y, double dWidth, double dHeight)
+{
+    const double r = 7.0 * m_dZoom;
+    cairo_new_sub_path(m_pCairo);
+    cairo_arc(m_pCairo, x + dWidth - r, y + r, r, -90.0 * c_dRadians, 0.0);
+    cairo_arc(m_pCairo, x + dWidth - r, y + dHeight - r, r, 0.0, 90.0 * c_dRadians);
+    cairo_arc(m_pCairo, x + r, y + dHeight - r, r, 90.0 * c_dRadians, 180.0 * c_dRadians);
+    cairo_arc(m_pCairo, x + r, y + r, r, 180.0 * c_dRadians, 270.0 * c_dRadians);
+    cairo_close_path(m_pCairo);
+    cairo_set_source_rgba(m_pCairo, 0.06, 0.07, 0.09, 0.62);
+    cairo_fill(m_pCairo);
+}
+
+void CPen::Paths(const std::vector<std::vector<CPixel>>& vecPaths, double dWidth, const CRgb& color,
+                 double dAlpha)
+{
+    cairo_set_line_join(m_pCairo, CAIRO_LINE_JOIN_ROUND);
+    cairo_set_line_cap(m_pCairo, CAIRO_LINE_CAP_ROUND);
+    cairo_set_line_width(m_pCairo, dWidth);
+    cairo_set_source_rgba(m_pCairo, color.r / 255.0, color.g / 255.0, color.b / 255.0, dAlpha);
+    for (const std::vector<CPixel>& vecPath : vecPaths)
+    {
+        cairo_new_sub_path(m_pCairo);
+        for (const CPixel& pixel : vecPath)
+            cairo_line_to(m_pCairo, pixel.x, pixel.y);
+    }
+    cairo_stroke(m_pCairo);
+}

@@ -1,0 +1,70 @@
+#ifndef HOST_PICTURE_CPEN_H
+#define HOST_PICTURE_CPEN_H
+
+#include <host/picture/CPntRaster.h>
+
+#include <cairo.h>
+
+#include <string>
+#include <vector>
+
+/// Sizes of labels follow the picture's: how many times their common size they have.
+double CalcZoom(int nWidth, int nHeight);
+
+/// The largest of 1, 2, 5, 10, 20, 50... that is at most `d`.
+double RoundDown(double d);
+
+/// A mark on a scale.
+struct CTick
+{
+    double dValue;
+    std::string sLabel;
+};
+
+/// Marks at the multiples of `dStep` from `dMin` to `dMax`.
+std::vector<CTick> MakeTicks(double dMin, double dMax, double dStep);
+
+std::string WithUnit(const std::string& sNumber, const std::string& sUnit);
+
+/// A place on a picture, pixels.
+struct CPixel
+{
+    double x;
+    double y;
+};
+
+/// Draws in pixels of a picture whose labels are `dZoom` times their common size.
+class CPen
+{
+public:
+    CPen(cairo_surface_t* pSurface, double dZoom);
+    ~CPen();
+    CPen(const CPen&) = delete;
+    CPen& operator=(const CPen&) = delete;
+
+    double GetZoom() const { return m_dZoom; }
+
+    void SetFont(double dSize, bool bBold);
+    double CalcTextWidth(const std::string& sText) const;
+
+    /// @param dAlign  0: the text begins at x, 0.5: its middle lies there, 1: it ends there.
+    void Text(double x, double y, double dAlign, const std::string& sText, double dAlpha = 0.95);
+
+    /// Upwards, with its middle at y.
+    void TextUpwards(double x, double y, const std::string& sText, double dAlpha = 0.95);
+
+    void Rect(double x, double y, double dWidth, double dHeight, const CRgb& color, double dAlpha = 1.0);
+
+    /// Dark, half transparent, with round corners.
+    void Panel(double x, double y, double dWidth, double dHeight);
+
+    /// Lines from place to place of each path.
+    void Paths(const std::vector<std::vector<CPixel>>& vecPaths, double dWidth, const CRgb& color,
+               double dAlpha = 1.0);
+
+private:
+    cairo_t* m_pCairo;
+    double m_dZoom;
+};
+
+#endif

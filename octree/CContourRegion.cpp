@@ -1,0 +1,152 @@
+#include <octree/CContourRegion.h>
+
+#include <algorithm>
+#include <cmath>
+
+using zor::geom::CGeos;
+using zor::geom::PNT_2D;
+using zor::geom::TMultiPartPolygon;
+
+namespace
+{
+
+constexpr double c_dNearSquared = 0.1; // KEPT: a squared distance, coordinate units squared
+constexpr double c_dSurelyFar = 0.34;  // farther than its root, with room for rounding
+constexpr int c_nSmallRegion = 64;     // points up to which clipping a region down does not pay
+
+/// Does a place on a side from dMin to dMax lie far from both its ends?
+bool IsFarFromEnds(double d, double dMin, double dMax) noexcept
+{
+    return d > dMin + c_dSurelyFar && d < dMax - c_dSurelyFar;
+}
+
+/// Does the edge a → b cross the line at `d` of its first coordinate, far from the ends of the side there?
+bool CrossesSide(double dA, double dB, double dOtherA, double dOtherB, double d, double dMin,
+                 double dMax) noexcept
+{
+    if (!((dA < d && dB > d) || (dA > d && dB < d)))
+        return false;
+    return IsFarFromEnds(dOtherA + (dOtherB - dOtherA) * ((d - dA) / (dB - dA)), dMin, dMax);
+}
+
+bool CrossesASide(const CEdgeTracker::Edge& e, const CPlanBox& box) noexcept
+{
+    return CrossesSide(e.a.x, e.b.x, e.a.y, e.b.y, box.m_dXMin, box.m_dYMin, box.m_dYMax) ||
+           CrossesSide(e.a.x, e.b.x, e.a.y, e.b.y, box.m_dXMax, box.m_dYMin, box.m_dYMax) ||
+           CrossesSide(e.a.y, e.b.y, e.a.x, e.b.x, box.m_dYMin, box.m_dXMin, box.m_dXMax) ||
+           CrossesSide(e.a.y, e.b.y, e.a.x, e.b.x, box.m_dYMax, box.m_dXMin, box.m_dXMax);
+}
+
+bool IsNear(const PNT_2D& pnt, const std::vector<PNT_2D>& square) noexcept
+{
+    return std::any_of(square.begin(), square.end(),
+                       [&](const PNT_2D& corner) { return pnt.dist_square(corner) < c_dNearSquared; });
+}
+
+bool IsInAndFarFromCorners(const PNT_2D& pnt, const CPlanBox& box) noexcept
+{
+    const bool bIn = pnt.x > box.m_dXMin && pnt.x < box.m_dXMax && pnt.y > box.m_dYMin && pnt.y < box.m_dYMax;
+    return bIn &&
+           (IsFarFromEnds(pnt.x, box.m_dXMin, box.m_dXMax) || IsFarFromEnds(pnt.y, box.m_dYMin, box.m_dYMax));
+}
+
+} // namespace
+
+std::vector<PNT_2D> MakeRing(const CPlanBox& box)
+{
+    return {PNT_2D(box.m_dXMin, box.m_dYMin), PNT_2D(box.m_dXMin, box.m_dYMax),
+            PNT_2D(box.m_dXMax, box.m_dYMax), PNT_2D(box.m_dXMax, box.m_dYMin)};
+}
+
+CPlanBox GetNeighbourhood(const CPlanBox& box) noexcept
+{
+    const double dFarthest = std::max(
+        {std::fabs(box.m_dXMin), std::fabs(box.m_dXMax), std::fabs(box.m_dYMin), std::fabs(box.m_dYMax)});
+    return box.GetGrown(0.01 + dFarthest * 1e-14);
+}
+
+CContourRegion::CContourRegion(const TMultiPartPolygon& polygon) : m_region(m_geos.MakeRegion(polygon))
+{
+    for (const TMultiPartPolygon& part : m_geos.GetParts(m_region.get()))
+    {
+        m_edges.AddRing(part.outer);
+        for (const std::vector<PNT_2D>& hole : part.holes)
+            m_edges.AddRing(hole);
+    }
+}
+
+CContourRegion::Square CContourRegion::EnterRoot(const CPlanBox& box)
+{
+    m_vecLocal.clear();
+    m_vecLocal.emplace_back();
+    return {box,
+            m_edges.EnterRoot(PNT_2D((box.m_dXMin + box.m_dXMax) / 2.0, (box.m_dYMin + box.m_dYMax) / 2.0)),
+            0};
+}
+
+CContourRegion::Square CContourRegion::Enter(const Square& parent, const CPlanBox& box)
+{
+    m_vecLocal.emplace_back();
+    const PNT_2D centre((box.m_dXMin + box.m_dXMax) / 2.0, (box.m_dYMin + box.m_dYMax) / 2.0);
+    return {box, m_edges.Enter(parent.m_frame, centre, GetNeighbourhood(box)), parent.m_nLevel + 1};
+}
+
+void CContourRegion::Leave(const Square& square) noexcept
+{
+    m_edges.Leave(square.m_frame);
+    m_vecLocal.pop_back();
+}
+
+/// An edge that goes through the square gives what is left of it a corner far from the square's own: that
+/// cannot be the whole square, nor nothing.
+bool CContourRegion::IsCutInside(const Square& square) const
+{
+    return m_edges.AnyEdge(
+        square.m_frame, [&](const CEdgeTracker::Edge& edge)
+        { return CrossesASide(edge, square.m_box) || IsInAndFarFromCorners(edge.a, square.m_box); });
+}
+
+/// The part of the region around the square, cut out of that of the nearest square above.
+const GEOSGeometry* CContourRegion::GetLocalRegion(const Square& square)
+{
+    std::size_t nAbove = square.m_nLevel;
+    while (nAbove > 0 && m_vecLocal[nAbove] == nullptr)
+        --nAbove;
+    const GEOSGeometry* const pAbove =
+        m_vecLocal[nAbove] == nullptr ? m_region.get() : m_vecLocal[nAbove].get();
+    if (nAbove == square.m_nLevel || m_geos.GetNumPnts(pAbove) <= c_nSmallRegion)
+        return pAbove;
+    const CPlanBox& box = square.m_box;
+    const CGeos::Geometry frame =
+        m_geos.MakePolygon(MakeRing(box.GetGrown((box.m_dXMax - box.m_dXMin) / 2.0)));
+    m_vecLocal[square.m_nLevel] = m_geos.CalcIntersection(pAbove, frame.get());
+    return m_vecLocal[square.m_nLevel].get();
+}
+
+enumSide CContourRegion::ClassifySquare(const Square& square)
+{
+    const CPlanBox& box = square.m_box;
+    if (!(box.m_dXMax > box.m_dXMin && box.m_dYMax > box.m_dYMin))
+        return enumSide::Inside; // nothing is left of a square without area
+    if (!m_edges.AnyEdge(square.m_frame,
+                         [&](const CEdgeTracker::Edge& edge) { return CEdgeTracker::MayMeet(edge, box); }))
+        return square.m_frame.m_bInside ? enumSide::Inside : enumSide::Outside;
+    if (IsCutInside(square))
+        return enumSide::Straddling;
+    const std::vector<PNT_2D> ring = MakeRing(box);
+    const CGeos::Geometry rest =
+        m_geos.CalcDifference(m_geos.MakePolygon(ring).get(), GetLocalRegion(square));
+    return GetSide(m_geos.GetParts(rest.get()), ring);
+}
+
+enumSide CContourRegion::GetSide(const std::vector<TMultiPartPolygon>& vecRest,
+                                 const std::vector<PNT_2D>& square)
+{
+    if (vecRest.empty())
+        return enumSide::Inside;
+    const TMultiPartPolygon& part = vecRest.front();
+    const bool bWhole = vecRest.size() == 1 && part.holes.empty() && part.outer.size() == 4 &&
+                        std::all_of(part.outer.begin(), part.outer.end(),
+                                    [&](const PNT_2D& pnt) { return IsNear(pnt, square); });
+    return bWhole ? enumSide::Outside : enumSide::Straddling;
+}

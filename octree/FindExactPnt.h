@@ -1,0 +1,45 @@
+#ifndef OCTREE_FINDEXACTPNT_H
+#define OCTREE_FINDEXACTPNT_H
+
+#include <octree/COcTreeIndex.h>
+#include <octree/COcTreeListener.h>
+
+/// Finds the first live point, octants in order and then by index, at a plan position.
+///
+/// @param nX, nY  compact units.
+/// @return its index, or -1. Cost: descends into one plan quarter of each node.
+template <class T>
+std::int32_t FindExactPnt(const COcTreeNode& node, const COcTreeCube& cube,
+                          const COcTreeListener<T>& listener, std::int32_t nX, std::int32_t nY)
+{
+    const int nQuarter = (nX >= cube.m_nX ? 4 : 0) + (nY >= cube.m_nY ? 2 : 0);
+    for (const COcTreeChild child : node.GetChildren())
+    {
+        if ((child.GetOctant() & 6) != nQuarter)
+            continue;
+        std::int32_t nFound = -1;
+        if (child.IsLeaf())
+            nFound = FindExactPnt(child.GetLeaf(), listener, nX, nY);
+        else
+            nFound = FindExactPnt(child.GetNode(), cube.GetChild(child.GetOctant()), listener, nX, nY);
+        if (nFound != -1)
+            return nFound;
+    }
+    return -1;
+}
+
+/// The same among the points of one leaf.
+template <class T>
+std::int32_t FindExactPnt(const COcTreeLeaf& leaf, const COcTreeListener<T>& listener, std::int32_t nX,
+                          std::int32_t nY)
+{
+    for (std::int32_t i = leaf.m_nFirst; i < leaf.m_nFirst + leaf.m_nCount; ++i)
+    {
+        const T& rec = listener.GetRecord(i);
+        if (rec.m_nX == nX && rec.m_nY == nY && !listener.IsDeleted(i))
+            return i;
+    }
+    return -1;
+}
+
+#endif

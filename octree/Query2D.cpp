@@ -1,0 +1,139 @@
+#include <octree/Query2D.h>
+
+#include <octree/FindExactPnt.h>
+#include <octree/Query3D.h>
+#include <octree/WalkContour.h>
+#include <zor3geom/CalcRectPlanes.h>
+#include <zor3geom/PAR_LINE_2D.h>
+
+#include <algorithm>
+#include <cmath>
+
+using zor::geom::PAR_LINE_2D;
+using zor::geom::PLANE_3D;
+using zor::geom::PNT_2D;
+using zor::geom::PNT_3D;
+using zor::geom::TMultiPartPolygon;
+
+namespace
+{
+
+constexpr int c_nBatch = 1;
+constexpr double c_dQuarterTurn = -1.5707963267948966; // radians
+
+template <class T>
+void FindContour(const COcTreeData<T>& store, IPntCldListener* pListener, const TMultiPartPolygon& polygon,
+                 enumContourLeaf eLeaf)
+{
+    if (store.m_pTree == nullptr)
+        return; // nothing at all, not even the height range
+    COcTreeListener<T> listener(pListener, store, c_nBatch);
+    if (store.m_pTree->m_pRoot != nullptr)
+        CWalkContour<T>(store, listener, polygon, eLeaf).Walk();
+    listener.OnLeafEnd();
+}
+
+template <class T>
+void FindEnd(const COcTreeData<T>& store, COcTreeListener<T>& listener, const PNT_2D& pnt)
+{
+    if (store.m_pTree == nullptr || store.m_pTree->m_pRoot == nullptr)
+        return;
+    const COcTreeIndex& tree = *store.m_pTree;
+    const std::int32_t nFound =
+        FindExactPnt(*tree.m_pRoot, tree.GetRootCube(), listener, CompactDaCoord(pnt.x, store.m_fOrgX),
+                     CompactDaCoord(pnt.y, store.m_fOrgY));
+    if (nFound != -1)
+        listener.OnPnt(nFound);
+}
+
+/// The two places at parameters ±t of the line from `from` to `to` after a quarter turn about `from`.
+void CalcAcross(const PNT_2D& from, const PNT_2D& to, double t, PNT_3D& plus, PNT_3D& minus)
+{
+    PAR_LINE_2D line(from, to);
+    line.Rotate(from, c_dQuarterTurn);
+    PNT_2D pnt;
+    line.calcPt(t, pnt);
+    plus = PNT_3D(pnt.x, pnt.y, 0.0);
+    line.calcPt(-t, pnt);
+    minus = PNT_3D(pnt.x, pnt.y, 0.0);
+}
+
+} // namespace
+
+template <class T>
+void CQuery2D<T>::GetPnts2D(double xmin, double ymin, double xmax, double ymax) const
+{
+    CQuery3D<T>(m_store, m_pListener, c_nBatch)
+        .GetPnts_Clip({PLANE_3D(-1.0, 0.0, 0.0, xmin), PLANE_3D(0.0, -1.0, 0.0, ymin),
+                       PLANE_3D(1.0, 0.0, 0.0, -xmax), PLANE_3D(0.0, 1.0, 0.0, -ymax)});
+}
+
+// KEPT: a point at an end of the line is delivered by the end search and again by the corridor, and the
+// corridor, a query of its own, tells the colour listener the height range a second time.
+template <class T>
+void CQuery2D<T>::FindPnts2D_NearLine(const PNT_2D& p1, const PNT_2D& p2, double dist, bool bStart,
+                                      bool bEnd) const
+{
+    COcTreeListener<T> listener(m_pListener, m_store, c_nBatch);
+    if (bStart)
+        FindEnd(m_store, listener, p1);
+    if (dist > 0.0)
+        FindCorridor(p1, p2, dist);
+    if (bEnd)
+        FindEnd(m_store, listener, p2);
+    listener.OnLeafEnd();
+}
+
+/// The points in the rectangle that reaches `dist` to either side of the segment and ends with it. A line
+/// without length has no corridor.
+template <class T>
+void CQuery2D<T>::FindCorridor(const PNT_2D& p1, const PNT_2D& p2, double dist) const
+{
+    const double dLength = PAR_LINE_2D(p1, p2).length();
+    if (!(dLength > 0.0))
+        return;
+    PNT_3D a;
+    PNT_3D b;
+    PNT_3D c;
+    PNT_3D d;
+    CalcAcross(p1, p2, dist / dLength, a, b);
+    CalcAcross(p2, p1, dist / dLength, c, d);
+    std::vector<PLANE_3D> vecPlanes;
+    zor::geom::CalcRectPlanes(a, b, c, d, vecPlanes);
+    CQuery3D<T>(m_store, m_pListener, c_nBatch).GetPnts_Clip(vecPlanes);
+}
+
+// KEPT: in straddling leaves the test is the other way round: squares inside the contour deliver all, and
+// of the leaves on it come the points outside.
+template <class T>
+void CQuery2D<T>::FindPnts2D_IntCnt(const std::vector<PNT_2D>& contour) const
+{
+    FindContour(m_store, m_pListener, {contour, {}}, enumContourLeaf::OutsideRing);
+}
+
+// KEPT: with holes given, a point of a straddling leaf that lies in the outer ring is taken to lie in a
+// hole: such leaves deliver nothing.
+template <class T>
+void CQuery2D<T>::FindPnts2D_Cnts(const std::vector<PNT_2D>& outer,
+                                  const std::vector<std::vector<PNT_2D>>& holes) const
+{
+    FindContour(m_store, m_pListener, {outer, holes},
+                holes.empty() ? enumContourLeaf::InsideRing : enumContourLeaf::Nothing);
+}
+
+template <class T>
+double CalcMaxSearchDist(const COcTreeData<T>& store) noexcept
+{
+    if (store.m_pTree == nullptr || store.m_nNumPnts == 0)
+        return zor::geom::c_dUndefined;
+    const double dX = store.m_pTree->m_nExtentX / c_dCompactScale;
+    const double dY = store.m_pTree->m_nExtentY / c_dCompactScale;
+    if (dX <= 0.0 || dY <= 0.0)
+        return 1.0;
+    return std::max(1.0, 5.0 * dX / std::sqrt(store.m_nNumPnts / (dY / dX)));
+}
+
+template class CQuery2D<CTruncPnt>;
+template class CQuery2D<CTruncPnt_Color>;
+template double CalcMaxSearchDist(const COcTreeData<CTruncPnt>& store) noexcept;
+template double CalcMaxSearchDist(const COcTreeData<CTruncPnt_Color>& store) noexcept;

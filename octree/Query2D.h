@@ -1,0 +1,53 @@
+#ifndef OCTREE_QUERY2D_H
+#define OCTREE_QUERY2D_H
+
+#include <octree/COcTreeData.h>
+#include <zor3geom/PNT_2D.h>
+#include <zor3geom/TMultiPartPolygon.h>
+
+#include <vector>
+
+class CTruncPnt;
+class CTruncPnt_Color;
+class IPntCldListener;
+
+/// The queries in plan view, on one store: heights are not looked at, one record a call. Without a tree,
+/// or with one without a root, they deliver nothing.
+template <class T>
+class CQuery2D
+{
+public:
+    using PNT_2D = zor::geom::PNT_2D;
+
+    CQuery2D(const COcTreeData<T>& store, IPntCldListener* pListener) : m_store(store), m_pListener(pListener)
+    {
+    }
+
+    /// The points in a rectangle, its edges included. Coordinate units.
+    void GetPnts2D(double xmin, double ymin, double xmax, double ymax) const;
+
+    /// The points along a segment and, on request, those exactly at its ends.
+    void FindPnts2D_NearLine(const PNT_2D& p1, const PNT_2D& p2, double dist, bool bStart, bool bEnd) const;
+
+    void FindPnts2D_IntCnt(const std::vector<PNT_2D>& contour) const;
+    void FindPnts2D_Cnts(const std::vector<PNT_2D>& outer,
+                         const std::vector<std::vector<PNT_2D>>& holes) const;
+
+private:
+    void FindCorridor(const PNT_2D& p1, const PNT_2D& p2, double dist) const;
+
+    const COcTreeData<T>& m_store;
+    IPntCldListener* m_pListener;
+};
+
+/// Five times the mean plan spacing of a store's points, at least 1, coordinate units; 1.7e200, no limit,
+/// without a tree or without points; 1 for points on a line along x or y.
+template <class T>
+double CalcMaxSearchDist(const COcTreeData<T>& store) noexcept;
+
+extern template class CQuery2D<CTruncPnt>;
+extern template class CQuery2D<CTruncPnt_Color>;
+extern template double CalcMaxSearchDist(const COcTreeData<CTruncPnt>& store) noexcept;
+extern template double CalcMaxSearchDist(const COcTreeData<CTruncPnt_Color>& store) noexcept;
+
+#endif

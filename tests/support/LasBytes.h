@@ -1,0 +1,148 @@
+#ifndef SUPPORT_LASBYTES_H
+#define SUPPORT_LASBYTES_H
+
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <vector>
+
+/// What the tests set of a LAS point.
+struct CLasPnt
+{
+    std::int32_t x = 0;
+    std::int32_t y = 0;
+    std::int32_t z = 0;
+    std::array<std::uint16_t, 3> anColor{}; ///< left out of formats without colour
+};
+
+/// A LAS file that is not compressed, built from its parts. Make one, change what the test is about, then
+/// ask for its bytes.
+class CLasFile
+{
+public:
+    int nMinor = 2; ///< version 1.nMinor
+    int nFormat = 0;
+    int nNumExtra = 0; ///< bytes of a point beyond its format
+    std::array<double, 3> adScale = {0.01, 0.01, 0.01};
+    std::array<double, 3> adOffset = {0.0, 0.0, 0.0};
+    std::vector<CLasPnt> vecPnts;
+    std::vector<std::string> vecRecords; ///< of variable length: data of each, at most 65535 bytes
+    std::string sGap;                    ///< between the records and the points
+    std::int64_t nAnnounced = -1;        ///< -1: as many points as there are
+    bool bLegacyCount = true;            ///< the count of 32 bits is set, where the version has another
+
+    static std::size_t GetFormatSize(int nFormat)
+    {
+        constexpr std::array<std::size_t, 11> c_anSize = {20, 28, 26, 34, 57, 63, 30, 36, 38, 59, 67};
+        return c_anSize.at(static_cast<std::size_t>(nFormat));
+    }
+
+    std::size_t GetPntSize() const { return GetFormatSize(nFormat) + static_cast<std::size_t>(nNumExtra); }
+
+    std::size_t GetHeaderSize() const { return nMinor >= 4 ? 375 : nMinor == 3 ? 235 : 227; }
+
+    std::size_t GetPosPnts() const
+    {
+        std::size_t nPos = GetHeaderSize() + sGap.size();
+        for (const std::string& sRecord : vecRecords)
+            nPos += 54 + sRecord.size();
+        return nPos;
+    }
+
+    std::string GetBytes() const { return GetHeaderBytes() + GetRecordBytes() + sGap + GetPntBytes(); }
+
+private:
+    /// Overwrites the bytes at `nPos` with those of `value`, as a little-endian machine holds them.
+    template <class T>
+    static void Put(std::string& sBytes, std::size_t nPos, T value)
+    {
+        std::memcpy(sBytes.data() + nPos, &value, sizeof value);
+    }
+
+    std::string GetHeaderBytes() const
+    {
+        const std::int64_t nCount = nAnnounced >= 0 ? nAnnounced : static_cast<std::int64_t>(vecPnts.size());
+        std::string sBytes(GetHeaderSize(), '\0');
+        sBytes.replace(0, 4, "LASF");
+        Put(sBytes, 24, std::uint8_t{1});
+        Put(sBytes, 25, static_cast<std::uint8_t>(nMinor));
+        sBytes.replace(26, 11, "test system");
+        sBytes.replace(58, 13, "test software");
+        Put(sBytes, 90, std::uint16_t{32}); // February 1st
+        Put(sBytes, 92, std::uint16_t{2024});
+        Put(sBytes, 94, static_cast<std::uint16_t>(GetHeaderSize()));
+        Put(sBytes, 96, static_cast<std::uint32_t>(GetPosPnts()));
+        Put(sBytes, 100, static_cast<std::uint32_t>(vecRecords.size()));
+        Put(sBytes, 104, static_cast<std::uint8_t>(nFormat));
+        Put(sBytes, 105, static_cast<std::uint16_t>(GetPntSize()));
+        if (bLegacyCount)
+            Put(sBytes, 107, static_cast<std::uint32_t>(nCount));
+        for (std::size_t i = 0; i < 3; ++i)
+        {
+            Put(sBytes, 131 + 8 * i, adScale[i]);
+            Put(sBytes, 155 + 8 * i, adOffset[i]);
+        }
+        if (nMinor >= 4)
+            Put(sBytes, 247, static_cast<std::uint64_t>(nCount));
+        return sBytes;
+    }
+
+    std::string GetRecordBytes() const
+    {
+        std::string sBytes;
+        for (const std::string& sRecord : vecRecords)
+        {
+            std::string sHead(54, '\0');
+            sHead.replace(2, 4, "test");
+            Put(sHead, 18, std::uint16_t{7});
+            Put(sHead, 20, static_cast<std::uint16_t>(sRecord.size()));
+            sBytes += sHead + sRecord;
+        }
+        return sBytes;
+    }
+
+    std::string GetPntBytes() const
+    {
+        // Where the colour stands in a point, by format; 0: nowhere.
+        constexpr std::array<std::size_t, 11> c_anColor = {0, 0, 20, 28, 0, 28, 0, 30, 30, 0, 30};
+        const std::size_t nColor = c_anColor.at(static_cast<std::size_t>(nFormat));
+        std::string sBytes;
+        for (const CLasPnt& pnt : vecPnts)
+        {
+            std::string sPnt(GetPntSize(), '\x11'); // what no test looks at
+            Put(sPnt, 0, pnt.x);
+            Put(sPnt, 4, pnt.y);
+            Put(sPnt, 8, pnt.z);
+            if (nColor != 0)
+                Put(sPnt, nColor, pnt.anColor);
+            sBytes += sPnt;
+        }
+        return sBytes;
+    }
+};
+
+/// `nNum` points (i, -2 i, 100 + i) with a colour that differs from channel to channel.
+inline std::vector<CLasPnt> LasPnts(int nNum)
+{
+    std::vector<CLasPnt> vecPnts;
+    for (int i = 0; i < nNum; ++i)
+    {
+        const auto n = static_cast<std::uint16_t>(i % 256);
+        vecPnts.push_back({i, -2 * i, 100 + i, {n, static_cast<std::uint16_t>(n * 256U), 65535}});
+    }
+    return vecPnts;
+}
+
+/// A file of `nNum` of these points; formats from 6 on make it LAS 1.4, 4 and 5 LAS 1.3.
+inline CLasFile LasOf(int nFormat, int nNum)
+{
+    CLasFile file;
+    file.nFormat = nFormat;
+    file.nMinor = nFormat >= 6 ? 4 : nFormat >= 4 ? 3 : 2;
+    file.bLegacyCount = nFormat < 6;
+    file.vecPnts = LasPnts(nNum);
+    return file;
+}
+
+#endif

@@ -1,0 +1,60 @@
+#ifndef ZOR3GEOM_CRINGINDEX_H
+#define ZOR3GEOM_CRINGINDEX_H
+
+#include <zor0lang/Export.h>
+#include <zor3geom/PNT_2D.h>
+#include <zor3geom/RECT_2D.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace zor::geom
+{
+
+/// A ring prepared for many questions: its edges by bands of y, so that a point is held against the edges
+/// near its height only.
+///
+/// Cost: linear to make; a question costs about as many edges as a horizontal line meets. Exact, as
+/// `IsPntInsidePolygon` is.
+class CRingIndex
+{
+public:
+    enum class enumPlace
+    {
+        Outside,
+        OnEdge,
+        Inside ///< by the odd-even rule where the ring crosses itself
+    };
+
+    /// @param ring  closing edge implied, either way round. Fewer than three points, or a coordinate that is
+    ///              not finite: everything is outside.
+    ZOR_API explicit CRingIndex(const std::vector<PNT_2D>& ring);
+
+    ZOR_API enumPlace Find(const PNT_2D& pnt) const noexcept;
+
+    /// What the ring takes up; inside out, so that it holds nothing, where everything is outside.
+    const RECT_2D& GetBox() const noexcept { return m_box; }
+
+private:
+    struct Edge
+    {
+        PNT_2D a;
+        PNT_2D b;
+    };
+
+    std::size_t FindBand(double y) const noexcept;
+    std::size_t FindFirst(const Edge& edge) const noexcept;
+    std::size_t FindLast(const Edge& edge) const noexcept;
+    std::size_t ChooseNumBands();
+
+    std::vector<Edge> m_vecEdges;
+    RECT_2D m_box;
+    std::size_t m_nNumBands = 1;
+    std::vector<std::size_t> m_vecBegin;     // of each band, and the end of the last
+    std::vector<std::uint32_t> m_vecInBands; // edges, band after band
+};
+
+} // namespace zor::geom
+
+#endif

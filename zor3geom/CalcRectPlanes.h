@@ -1,0 +1,24 @@
+#ifndef ZOR3GEOM_CALCRECTPLANES_H
+#define ZOR3GEOM_CALCRECTPLANES_H
+
+#include <zor0lang/Export.h>
+#include <zor3geom/PLANE_3D.h>
+#include <zor3geom/PNT_3D.h>
+
+#include <vector>
+
+namespace zor::geom
+{
+
+/// The vertical planes through the edges of a rectangle, normals of length 1 pointing outwards: a point is
+/// in front of none of them exactly when its plan position lies in the rectangle, edges included.
+///
+/// @param a, b, c, d  corners in order along the boundary, either way round; heights are not looked at.
+/// @param vecPlanes   receives the planes of the edges ab, bc, cd and da. An edge of zero length gives a
+///                    plane that nothing is in front of.
+ZOR_API void CalcRectPlanes(const PNT_3D& a, const PNT_3D& b, const PNT_3D& c, const PNT_3D& d,
+                            std::vector<PLANE_3D>& vecPlanes);
+
+} // namespace zor::geom
+
+#endif
