@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <limits>
 #include <new>
 
@@ -15,6 +16,7 @@ namespace
 constexpr std::int32_t c_nMaxLeafAlways = 10;     // a child of so many points is always a leaf
 constexpr std::int32_t c_nMinSplitAlways = 1000;  // from here on a child is divided whatever its size
 constexpr std::int64_t c_nMaxEdgeOfLeaves = 1000; // a smaller parent's children are leaves below that
+constexpr std::int32_t c_nMinTail = 1000;         // equal records at the end that are worth a thought
 
 constexpr std::int64_t c_nMinInt32 = std::numeric_limits<std::int32_t>::min();
 constexpr std::int64_t c_nMaxInt32 = std::numeric_limits<std::int32_t>::max();
@@ -44,6 +46,17 @@ private:
     std::int32_t m_nMax = std::numeric_limits<std::int32_t>::min();
 };
 
+/// @return the first of the equal records that the array ends with: slots that a file announced and never
+///         filled. The number of records where they are too few to matter.
+template <class T>
+std::int32_t FindTail(const T* pPnts, std::int32_t nNumPnts) noexcept
+{
+    std::int32_t nFirst = nNumPnts - 1;
+    while (nFirst > 0 && std::memcmp(pPnts + nFirst - 1, pPnts + nNumPnts - 1, sizeof(T)) == 0)
+        --nFirst;
+    return nNumPnts - nFirst < c_nMinTail ? nNumPnts : nFirst;
+}
+
 template <class T>
 void CalcBox(const T* pPnts, std::int32_t nNumPnts, COcTreeIndex& tree) noexcept
 {
@@ -66,11 +79,20 @@ void CalcBox(const T* pPnts, std::int32_t nNumPnts, COcTreeIndex& tree) noexcept
 }
 
 /// Builds the nodes of one tree. `m_pPnts` is the whole array: runs are given by their indices in it.
+///
+/// Equal records at the end of a run, the tail, stay together and at the end of their run at every level:
+/// above the plane they are not moved, and below it all records above it pass over them. So they are
+/// moved as a whole, and a tail of any length costs no more than the other records do.
 template <class T>
 class CTreeBuilder
 {
 public:
-    CTreeBuilder(T* pPnts, COcTreeArena& arena) : m_pPnts(pPnts), m_arena(arena) {}
+    /// @param nTailFirst  where the tail begins, `nNumPnts` for none.
+    CTreeBuilder(T* pPnts, std::int32_t nNumPnts, std::int32_t nTailFirst, COcTreeArena& arena)
+        : m_pPnts(pPnts), m_nTailFirst(nTailFirst), m_nTailEnd(nTailFirst < nNumPnts ? nNumPnts : c_nNoTail),
+          m_arena(arena)
+    {
+    }
 
     void BuildNode(COcTreeNode& node, std::int32_t nDepth, const COcTreeCube& cube, std::int32_t nFirst,
                    std::int32_t nNumPnts);
@@ -83,9 +105,16 @@ private:
                                    std::int32_t nNumPnts) noexcept;
     template <int Axis>
     std::int32_t PartitionRun(std::int32_t nFirst, std::int32_t nEnd, std::int64_t nPlane) noexcept;
+    template <int Axis>
+    std::int32_t PartitionWithTail(std::int32_t nFirst, std::int32_t nPlane) noexcept;
+    std::int32_t MoveTail(std::int32_t nUpper) noexcept;
     void AddChildren(COcTreeNode& node, const COctantBounds& bounds, std::int32_t nDepth, std::int64_t nEdge);
 
+    static constexpr std::int32_t c_nNoTail = -1; // no run ends there
+
     T* m_pPnts;
+    std::int32_t m_nTailFirst;
+    std::int32_t m_nTailEnd;
     COcTreeArena& m_arena;
 };
 
@@ -99,7 +128,39 @@ std::int32_t CTreeBuilder<T>::PartitionRun(std::int32_t nFirst, std::int32_t nEn
         return nFirst; // nothing lies below
     if (nPlane > c_nMaxInt32)
         return nEnd; // everything does
+    if (nEnd == m_nTailEnd && nFirst < nEnd)
+        return PartitionWithTail<Axis>(nFirst, static_cast<std::int32_t>(nPlane));
     return nFirst + PartitionPnts<Axis>(m_pPnts + nFirst, nEnd - nFirst, static_cast<std::int32_t>(nPlane));
+}
+
+template <class T>
+template <int Axis>
+std::int32_t CTreeBuilder<T>::PartitionWithTail(std::int32_t nFirst, std::int32_t nPlane) noexcept
+{
+    const std::int32_t nUpper = nFirst + PartitionPnts<Axis>(m_pPnts + nFirst, m_nTailFirst - nFirst, nPlane);
+    const bool bTailBelow = PartitionPnts<Axis>(m_pPnts + m_nTailFirst, 1, nPlane) == 1;
+    return bTailBelow ? MoveTail(nUpper) : nUpper;
+}
+
+/// Moves the tail in front of the records from `nUpper` on, which leaves them in the order that swapping
+/// each record of the tail with the first of them would.
+/// @return the new first index of these records.
+template <class T>
+std::int32_t CTreeBuilder<T>::MoveTail(std::int32_t nUpper) noexcept
+{
+    const std::int32_t nNumUpper = m_nTailFirst - nUpper;
+    const std::int32_t nNumTail = m_nTailEnd - m_nTailFirst;
+    if (nNumUpper > 0)
+    {
+        T* const pUpper = m_pPnts + nUpper;
+        const T tail = m_pPnts[m_nTailFirst];
+        std::rotate(pUpper, pUpper + nNumTail % nNumUpper, pUpper + nNumUpper);
+        std::move_backward(pUpper, pUpper + nNumUpper, m_pPnts + m_nTailEnd);
+        std::fill_n(pUpper, std::min(nNumUpper, nNumTail), tail);
+    }
+    m_nTailFirst = nUpper;
+    m_nTailEnd = nUpper + nNumTail;
+    return m_nTailEnd;
 }
 
 template <class T>
@@ -175,9 +236,11 @@ COcTreeIndex BuildTree(T* pPnts, std::int32_t nNumPnts)
     COcTreeIndex tree;
     if (nNumPnts <= 0)
         return tree;
-    CalcBox(pPnts, nNumPnts, tree);
+    const std::int32_t nTailFirst = FindTail(pPnts, nNumPnts);
+    CalcBox(pPnts, std::min(nTailFirst + 1, nNumPnts), tree);
     tree.m_pRoot = new (tree.m_arena.Alloc(sizeof(COcTreeNode))) COcTreeNode;
-    CTreeBuilder<T>(pPnts, tree.m_arena).BuildNode(*tree.m_pRoot, 0, tree.GetRootCube(), 0, nNumPnts);
+    CTreeBuilder<T>(pPnts, nNumPnts, nTailFirst, tree.m_arena)
+        .BuildNode(*tree.m_pRoot, 0, tree.GetRootCube(), 0, nNumPnts);
     return tree;
 }
 

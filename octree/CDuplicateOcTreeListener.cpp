@@ -3,10 +3,13 @@
 #include <octree/CTruncPnt.h>
 #include <octree/CTruncPnt_Color.h>
 
+#include <utility>
+
 namespace
 {
 
-constexpr std::size_t c_nMaxByPairs = 24; // up to here comparing every pair is the cheaper way
+constexpr std::int32_t c_nMaxByPairs = 24; // up to here comparing every pair is the cheaper way
+constexpr std::size_t c_nMinSlots = 64;    // a power of two, as every size of the table
 
 template <class T>
 bool HasSamePlace(const T& pntA, const T& pntB) noexcept
@@ -32,7 +35,7 @@ std::size_t CalcHash(const T& pnt) noexcept
 template <class T>
 void CDuplicateOcTreeListener<T>::FindDuplicates()
 {
-    if (m_vecLeaf.size() <= c_nMaxByPairs)
+    if (m_nCount <= c_nMaxByPairs)
         FindByPairs();
     else
         FindByHash();
@@ -41,39 +44,67 @@ void CDuplicateOcTreeListener<T>::FindDuplicates()
 template <class T>
 void CDuplicateOcTreeListener<T>::FindByPairs()
 {
-    const T* const pPnts = m_store.m_pPnts.get();
-    for (std::size_t b = 1; b < m_vecLeaf.size(); ++b)
+    const T* const pLeaf = m_store.m_pPnts.get() + m_nFirst;
+    for (std::int32_t b = 1; b < m_nCount; ++b)
     {
-        for (std::size_t a = 0; a < b; ++a)
+        for (std::int32_t a = 0; a < b; ++a)
         {
-            if (HasSamePlace(pPnts[m_vecLeaf[a]], pPnts[m_vecLeaf[b]]))
+            if (HasSamePlace(pLeaf[a], pLeaf[b]))
             {
-                m_store.MarkDeleted(m_vecLeaf[b]);
+                m_store.MarkDeleted(m_nFirst + b);
                 break;
             }
         }
     }
 }
 
-/// Open addressing, at most half full: linear in the size of the leaf.
+/// Open addressing, at most half full: linear in the size of the leaf, memory in the number of its places.
+/// Long runs of one place, slots that were announced and never filled, are not looked up.
 template <class T>
 void CDuplicateOcTreeListener<T>::FindByHash()
 {
-    std::size_t nNumSlots = 64;
-    while (nNumSlots < 2 * m_vecLeaf.size())
-        nNumSlots *= 2;
-    m_vecSlots.assign(nNumSlots, -1);
+    m_vecSlots.assign(c_nMinSlots, -1);
+    std::size_t nNumPlaces = 0;
     const T* const pPnts = m_store.m_pPnts.get();
-    for (const std::int32_t nIndex : m_vecLeaf)
+    for (std::int32_t i = 0; i < m_nCount; ++i)
     {
-        std::size_t nSlot = CalcHash(pPnts[nIndex]) & (nNumSlots - 1);
-        while (m_vecSlots[nSlot] != -1 && !HasSamePlace(pPnts[m_vecSlots[nSlot]], pPnts[nIndex]))
-            nSlot = (nSlot + 1) & (nNumSlots - 1);
-        if (m_vecSlots[nSlot] == -1)
-            m_vecSlots[nSlot] = nIndex;
-        else
+        const std::int32_t nIndex = m_nFirst + i;
+        if (i > 0 && HasSamePlace(pPnts[nIndex - 1], pPnts[nIndex]))
+        {
             m_store.MarkDeleted(nIndex);
+            continue;
+        }
+        std::int32_t& nSlot = FindSlot(nIndex);
+        if (nSlot != -1)
+        {
+            m_store.MarkDeleted(nIndex);
+            continue;
+        }
+        nSlot = nIndex;
+        if (2 * ++nNumPlaces > m_vecSlots.size())
+            GrowSlots();
     }
+}
+
+/// @return the slot of a point's place: it holds the first point there, or is free.
+template <class T>
+std::int32_t& CDuplicateOcTreeListener<T>::FindSlot(std::int32_t nIndex)
+{
+    const T* const pPnts = m_store.m_pPnts.get();
+    std::size_t nSlot = CalcHash(pPnts[nIndex]) & (m_vecSlots.size() - 1);
+    while (m_vecSlots[nSlot] != -1 && !HasSamePlace(pPnts[m_vecSlots[nSlot]], pPnts[nIndex]))
+        nSlot = (nSlot + 1) & (m_vecSlots.size() - 1);
+    return m_vecSlots[nSlot];
+}
+
+template <class T>
+void CDuplicateOcTreeListener<T>::GrowSlots()
+{
+    const std::vector<std::int32_t> vecOld = std::move(m_vecSlots);
+    m_vecSlots.assign(4 * vecOld.size(), -1);
+    for (const std::int32_t nIndex : vecOld)
+        if (nIndex != -1)
+            FindSlot(nIndex) = nIndex;
 }
 
 template class CDuplicateOcTreeListener<CTruncPnt>;

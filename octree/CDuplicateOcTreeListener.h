@@ -17,12 +17,17 @@ class CDuplicateOcTreeListener final : public IOcTreeListener<T>
 public:
     explicit CDuplicateOcTreeListener(COcTreeData<T>& store) : m_store(store) {}
 
-    void OnPnt(std::int32_t nIndex) override { m_vecLeaf.push_back(nIndex); }
+    /// The points of a leaf are a run of the array: its first one and their number say them all.
+    void OnPnt(std::int32_t nIndex) override
+    {
+        if (m_nCount++ == 0)
+            m_nFirst = nIndex;
+    }
 
     void OnLeafEnd() override
     {
         FindDuplicates();
-        m_vecLeaf.clear();
+        m_nCount = 0;
     }
 
     void GetPnt(std::int32_t, T&) const override {}
@@ -33,9 +38,12 @@ private:
     void FindDuplicates();
     void FindByPairs();
     void FindByHash();
+    std::int32_t& FindSlot(std::int32_t nIndex);
+    void GrowSlots();
 
     COcTreeData<T>& m_store;
-    std::vector<std::int32_t> m_vecLeaf;  // points of the current leaf, in walk order
+    std::int32_t m_nFirst = 0; // run of the current leaf
+    std::int32_t m_nCount = 0;
     std::vector<std::int32_t> m_vecSlots; // hash table of a large leaf: point indices, -1 for free
 };
 

@@ -177,4 +177,18 @@ TYPED_TEST(CPntCld_robust, ManyPlanes)
     EXPECT_EQ(rec.GetNumPnts(), 35); // x + y + z up to 4
 }
 
+// Slots that never came are points at the origin, one of which stays. A file of a few bytes can announce
+// any number: it must not cost its time and memory (a count of this size took seconds and gigabytes).
+TYPED_TEST(CPntCld_robust, OnReadEnd_ManySlotsNeverFilled)
+{
+    this->m_cld.OnReadNumPnts(100000000);
+    for (int i = 0; i < 1000; ++i)
+        this->m_cld.AddPnt(0.5 + i % 32, 0.5 + i / 32, 7.0);
+    this->m_cld.OnReadEnd();
+    EXPECT_EQ(this->m_cld.GetNumPnts(), 1001 - 1); // the first point has its place at the origin
+    CRecListener rec;
+    this->m_cld.GetPnts_Clip(&rec, {}, 100);
+    EXPECT_EQ(rec.GetNumPnts(), 1000);
+}
+
 } // namespace

@@ -53,6 +53,23 @@ TYPED_TEST(BuildTree_prop, BuildTree_SmallLattices)
               });
 }
 
+// Slots that were announced and never filled are equal records behind the others: a long tail of them is
+// moved as a whole, and everything must come out as if record by record.
+TYPED_TEST(BuildTree_prop, BuildTree_EqualRecordsAtTheEnd_SameAsModel)
+{
+    using Suite = BuildTree_prop<TypeParam>;
+    CheckProp(400,
+              [](const CldRecipe& recipe)
+              {
+                  std::vector<Ref::Pnt> pnts = MakePnts(recipe);
+                  const int nCoord = *rc::gen::element(0, 0, 1, -1, 400, -100000, 2147483647);
+                  const Ref::Pnt tail{nCoord, *rc::gen::element(0, nCoord), -nCoord / 2};
+                  const int nNumTail = *rc::gen::element(998, 999, 1000, 1001, 1007, 2500, 4001);
+                  pnts.insert(pnts.end(), static_cast<std::size_t>(nNumTail), tail);
+                  RC_ASSERT(Suite::Diff(pnts) == "");
+              });
+}
+
 // Building again what has been built moves nothing.
 TYPED_TEST(BuildTree_prop, BuildTree_TwiceIsOnce)
 {
