@@ -93,6 +93,17 @@ public:
         return {nOctant, bLeaf, m_node.m_pChildren + nBlockSize - (bLeaf ? c_nLeafSize : c_nNodeSize)};
     }
 
+    /// The leaf in the lowest octant that has one. REQUIRES: a leaf among the children.
+    const COcTreeLeaf& GetFirstLeaf() const noexcept
+    {
+        const unsigned nLeaves = static_cast<unsigned>(m_node.m_ucExist) & m_node.m_ucLeaf;
+        const unsigned nBelow = (nLeaves & (0U - nLeaves)) - 1U; // octants that come before it: inner nodes
+        unsigned char* const pRecord =
+            m_node.m_pChildren +
+            CountBits(static_cast<int>(m_node.m_ucExist & nBelow)) * std::size_t{c_nNodeSize};
+        return COcTreeChild(__builtin_ctz(nLeaves), true, pRecord).GetLeaf();
+    }
+
     /// @return bytes of the block that holds the children of such masks. A leaf bit without its exist
     ///         bit means nothing.
     static std::size_t GetBlockSize(std::uint8_t ucExist, std::uint8_t ucLeaf) noexcept

@@ -33,6 +33,9 @@ public:
 
     const T& GetRecord(std::int32_t nIndex) const noexcept { return m_pPnts[nIndex]; }
 
+    /// Has a point's record fetched: it will be asked for soon.
+    void Prefetch(std::int32_t nIndex) const noexcept { __builtin_prefetch(m_pPnts + nIndex); }
+
     /// Delivers the live points of a run, in index order. @return how many there were.
     std::int32_t OnRun(std::int32_t nFirst, std::int32_t nCount)
     {

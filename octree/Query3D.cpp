@@ -39,7 +39,7 @@ void CQuery3D<T>::GetPnts_Lod(double dLod) const
     COcTreeIndex& tree = *m_store.m_pTree;
     const std::int64_t nLimit = IsLodSpacing(dLod) ? CalcLodDepth(tree.m_nEdge, dLod) : -1;
     tree.m_nNumPntsDelivered = 0; // KEPT: set to 0 before and after, and the leaves go on counting
-    CWalkLod<T>(tree, listener, nLimit).WalkNode(*tree.m_pRoot, 0);
+    CWalkLod<T>(tree, listener, nLimit).Walk();
     listener.OnLeafEnd();
     tree.m_nNumPntsDelivered = 0;
 }

@@ -3,13 +3,25 @@
 #include <octree/FindRepresentative.h>
 
 template <class T>
+void CWalkLod<T>::Walk()
+{
+    WalkNode(*m_tree.m_pRoot, 0);
+    EndAll();
+}
+
+template <class T>
 void CWalkLod<T>::WalkNode(const COcTreeNode& node, std::int64_t nDepth)
 {
     if (nDepth == m_nLimit)
     {
-        DeliverFirst(FindRepresentative(node));
+        __builtin_prefetch(node.m_pChildren);
+        Begin({&node, nullptr});
         return;
     }
+    if (nDepth == m_nLimit - 2)
+        for (const COcTreeChild child : node.GetChildren())
+            if (!child.IsLeaf())
+                __builtin_prefetch(child.GetNode().m_pChildren);
     for (const COcTreeChild child : node.GetChildren())
     {
         if (child.IsLeaf())
@@ -19,9 +31,19 @@ void CWalkLod<T>::WalkNode(const COcTreeNode& node, std::int64_t nDepth)
     }
 }
 
+// Inlined, and the rare ways out of it not: called, it would take a quarter longer where leaves are small.
 template <class T>
-void CWalkLod<T>::WalkLeaf(const COcTreeLeaf& leaf, bool bOnePnt)
+[[gnu::always_inline]] inline void CWalkLod<T>::WalkLeaf(const COcTreeLeaf& leaf, bool bOnePnt)
 {
+    const bool bIsBehind = m_nNumEnded != m_nNumBegun;
+    if (bOnePnt && bIsBehind)
+    {
+        m_listener.Prefetch(leaf.m_nFirst);
+        Begin({nullptr, &leaf});
+        return;
+    }
+    if (bIsBehind)
+        EndAll();
     if (bOnePnt)
     {
         DeliverFirst(&leaf);
@@ -31,15 +53,55 @@ void CWalkLod<T>::WalkLeaf(const COcTreeLeaf& leaf, bool bOnePnt)
     m_tree.CountLeaves(1);
 }
 
+template <class T>
+[[gnu::noinline]] void CWalkLod<T>::Begin(const CSearch& search)
+{
+    if (m_nNumBegun - m_nNumEnded == c_nNumSearches)
+        EndFirst();
+    for (unsigned nLag = c_nLag; nLag < c_nNumSearches; nLag += c_nLag)
+        Step(m_aSearches[(m_nNumBegun - nLag) % c_nNumSearches]);
+    m_aSearches[m_nNumBegun++ % c_nNumSearches] = search;
+}
+
+/// One level down, where the search has not ended.
+template <class T>
+void CWalkLod<T>::Step(CSearch& search) const noexcept
+{
+    if (search.m_pNode == nullptr)
+        return;
+    search.m_pLeaf = StepToRepresentative(search.m_pNode);
+    if (search.m_pLeaf != nullptr)
+        m_listener.Prefetch(search.m_pLeaf->m_nFirst);
+    else if (search.m_pNode != nullptr)
+        __builtin_prefetch(search.m_pNode->m_pChildren);
+}
+
+/// Ends the search begun first and delivers what it found.
+template <class T>
+void CWalkLod<T>::EndFirst()
+{
+    CSearch& search = m_aSearches[m_nNumEnded++ % c_nNumSearches];
+    while (search.m_pNode != nullptr)
+        Step(search);
+    DeliverFirst(search.m_pLeaf);
+}
+
 /// Delivers the first live point of a leaf; nothing when there is no leaf or no such point.
 template <class T>
-void CWalkLod<T>::DeliverFirst(const COcTreeLeaf* pLeaf)
+[[gnu::noinline]] void CWalkLod<T>::DeliverFirst(const COcTreeLeaf* pLeaf)
 {
     const std::int32_t nIndex = pLeaf == nullptr ? -1 : m_listener.FindLivePnt(*pLeaf);
     if (nIndex == -1)
         return;
     m_listener.OnPnt(nIndex);
     m_tree.CountPnts(1);
+}
+
+template <class T>
+[[gnu::noinline]] void CWalkLod<T>::EndAll()
+{
+    while (m_nNumEnded != m_nNumBegun)
+        EndFirst();
 }
 
 template class CWalkLod<CTruncPnt>;

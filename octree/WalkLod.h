@@ -6,6 +6,10 @@
 
 /// Walk of a thinned cloud: a node at the depth limit gives its representative, a leaf there its first
 /// live point, a leaf above all its live points.
+///
+/// Each representative lies at the end of a chain of records far from each other. So that the walk does
+/// not wait for every one of them, the last few searches are under way together, each a step further than
+/// the next, and what the next step will read is fetched ahead. Delivery is in the order of the walk.
 template <class T>
 class CWalkLod
 {
@@ -17,15 +21,34 @@ public:
     {
     }
 
-    void WalkNode(const COcTreeNode& node, std::int64_t nDepth);
+    /// Walks the whole tree. REQUIRES: a root.
+    void Walk();
 
 private:
+    /// A search under way: the node to look into, or the leaf found, or neither.
+    struct CSearch
+    {
+        const COcTreeNode* m_pNode;
+        const COcTreeLeaf* m_pLeaf;
+    };
+
+    static constexpr unsigned c_nNumSearches = 16; // a power of two
+    static constexpr unsigned c_nLag = 4;          // searches begun between two steps of one
+
+    void WalkNode(const COcTreeNode& node, std::int64_t nDepth);
     void WalkLeaf(const COcTreeLeaf& leaf, bool bOnePnt);
+    void Begin(const CSearch& search);
+    void Step(CSearch& search) const noexcept;
+    void EndFirst();
+    void EndAll();
     void DeliverFirst(const COcTreeLeaf* pLeaf);
 
     COcTreeIndex& m_tree;
     COcTreeListener<T>& m_listener;
     std::int64_t m_nLimit;
+    CSearch m_aSearches[c_nNumSearches] = {};
+    unsigned m_nNumBegun = 0; // counts on past its end
+    unsigned m_nNumEnded = 0;
 };
 
 extern template class CWalkLod<CTruncPnt>;
