@@ -3,6 +3,19 @@
 #include <analysis/CProgressMorphFilter.h>
 #include <octree/Compact.h>
 
+#include <cmath>
+
+namespace
+{
+
+/// What is not finite, which only the origin of a damaged file can bring, stays so: the filter knows it.
+float NarrowToFloat(double d) noexcept
+{
+    return std::isfinite(d) ? SaturateToFloat(d) : static_cast<float>(d);
+}
+
+} // namespace
+
 void CPclManager::CreateCloud()
 {
     m_pCloud.reset(new pcl::PointCloud<pcl::PointXYZ>);
@@ -16,8 +29,7 @@ void CPclManager::OnPnts(int nNumPnts, CCldCadPnt* pPnts)
     {
         const zor::geom::PNT_3D& pnt = pPnts[i].m_pnt;
         // Sets width and height with it: one row of all points.
-        m_pCloud->push_back(
-            pcl::PointXYZ(SaturateToFloat(pnt.x), SaturateToFloat(pnt.y), SaturateToFloat(pnt.z)));
+        m_pCloud->push_back(pcl::PointXYZ(NarrowToFloat(pnt.x), NarrowToFloat(pnt.y), NarrowToFloat(pnt.z)));
     }
 }
 

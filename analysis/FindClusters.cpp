@@ -11,13 +11,16 @@ namespace
 {
 
 /// Joins a point with those of its neighbours that come later in index order.
+/// @return the last of these, -1 for none.
 template <class T>
-void JoinNeighbours(const COcTreeData<T>& store, std::int32_t i, double dRadius, CClusterForest& forest)
+std::int32_t JoinNeighbours(const COcTreeData<T>& store, std::int32_t i, double dRadius,
+                            CClusterForest& forest)
 {
     const T* const pPnts = store.m_pPnts.get();
     const double x = static_cast<double>(pPnts[i].m_nX);
     const double y = static_cast<double>(pPnts[i].m_nY);
     const double dRadiusSquare = dRadius * dRadius;
+    std::int32_t nLast = -1;
     const auto onLeaf = [&](const COcTreeLeaf& leaf, const CPlanSquare&)
     {
         const std::int32_t nEnd = leaf.m_nFirst + leaf.m_nCount;
@@ -30,9 +33,17 @@ void JoinNeighbours(const COcTreeData<T>& store, std::int32_t i, double dRadius,
             if (dDistSquare > dRadiusSquare || dDistSquare == 0.0 || store.IsDeleted(k))
                 continue;
             forest.Join(i, k);
+            nLast = std::max(nLast, k);
         }
     };
     CollectLeaves2D(*store.m_pTree, {x - dRadius, y - dRadius, x + dRadius, y + dRadius}, onLeaf);
+    return nLast;
+}
+
+template <class T>
+bool HasSamePlace(const T& pntA, const T& pntB) noexcept
+{
+    return pntA.m_nX == pntB.m_nX && pntA.m_nY == pntB.m_nY;
 }
 
 } // namespace
@@ -47,14 +58,27 @@ template <class T>
 CClusterForest FindClusters(const COcTreeData<T>& store, IDlgProgress* pProgress, double dRadius)
 {
     const std::int32_t nNumPnts = store.m_nNumPnts;
+    const T* const pPnts = store.m_pPnts.get();
     CClusterForest forest(nNumPnts);
+    std::int32_t nAsked = -1; // the last point asked for its neighbours
+    std::int32_t nLast = -1;  // the last of these
     for (std::int32_t i = 0; i < nNumPnts; ++i)
     {
         if (pProgress != nullptr)
             pProgress->SetPos(static_cast<int>(i * 100.0 / nNumPnts));
         // KEPT: a point that was reached is not asked for neighbours of its own.
-        if (forest.IsRoot(i))
-            JoinNeighbours(store, i, dRadius, forest);
+        if (!forest.IsRoot(i))
+            continue;
+        // Points stacked at one place have the same neighbours, which are joined already: one of them joins
+        // this point to all. Else a stack would be looked through as often as it has points.
+        if (nAsked != -1 && HasSamePlace(pPnts[nAsked], pPnts[i]))
+        {
+            if (nLast > i)
+                forest.Join(i, nLast);
+            continue;
+        }
+        nLast = JoinNeighbours(store, i, dRadius, forest);
+        nAsked = i;
     }
     return forest;
 }

@@ -1,7 +1,10 @@
 #include <octree/CContourRegion.h>
 
+#include <zor3geom/ClipRing.h>
+
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 using zor::geom::CGeos;
 using zor::geom::PNT_2D;
@@ -10,9 +13,9 @@ using zor::geom::TMultiPartPolygon;
 namespace
 {
 
-constexpr double c_dNearSquared = 0.1; // KEPT: a squared distance, coordinate units squared
-constexpr double c_dSurelyFar = 0.34;  // farther than its root, with room for rounding
-constexpr int c_nSmallRegion = 64;     // points up to which clipping a region down does not pay
+constexpr double c_dNearSquared = 0.1;     // KEPT: a squared distance, coordinate units squared
+constexpr double c_dSurelyFar = 0.34;      // farther than its root, with room for rounding
+constexpr std::size_t c_nSmallRegion = 64; // points up to which clipping a region down does not pay
 
 /// Does a place on a side from dMin to dMax lie far from both its ends?
 bool IsFarFromEnds(double d, double dMin, double dMax) noexcept
@@ -50,6 +53,42 @@ bool IsInAndFarFromCorners(const PNT_2D& pnt, const CPlanBox& box) noexcept
            (IsFarFromEnds(pnt.x, box.m_dXMin, box.m_dXMax) || IsFarFromEnds(pnt.y, box.m_dYMin, box.m_dYMax));
 }
 
+/// Does clipping the parts down not pay?
+bool IsSmall(const std::vector<TMultiPartPolygon>& vecParts) noexcept
+{
+    std::size_t nNumPnts = 0;
+    for (const TMultiPartPolygon& part : vecParts)
+    {
+        nNumPnts += part.outer.size();
+        for (const std::vector<PNT_2D>& hole : part.holes)
+            nNumPnts += hole.size();
+    }
+    return nNumPnts <= c_nSmallRegion;
+}
+
+/// What of the parts lies in the box. Along the box's sides rings may run over themselves and each other: the
+/// clipper does the same with whatever it is given, and takes it as it is meant.
+std::vector<TMultiPartPolygon> ClipParts(const std::vector<TMultiPartPolygon>& vecParts, const CPlanBox& box)
+{
+    const zor::geom::RECT_2D rect(box.m_dXMin, box.m_dYMin, box.m_dXMax, box.m_dYMax);
+    std::vector<TMultiPartPolygon> vecLocal;
+    for (TMultiPartPolygon part : vecParts)
+    {
+        zor::geom::ClipRing(part.outer, rect);
+        if (part.outer.size() < 3)
+            continue;
+        TMultiPartPolygon local{std::move(part.outer), {}};
+        for (std::vector<PNT_2D>& hole : part.holes)
+        {
+            zor::geom::ClipRing(hole, rect);
+            if (hole.size() >= 3)
+                local.holes.push_back(std::move(hole));
+        }
+        vecLocal.push_back(std::move(local));
+    }
+    return vecLocal;
+}
+
 } // namespace
 
 std::vector<PNT_2D> MakeRing(const CPlanBox& box)
@@ -65,9 +104,10 @@ CPlanBox GetNeighbourhood(const CPlanBox& box) noexcept
     return box.GetGrown(0.01 + dFarthest * 1e-14);
 }
 
-CContourRegion::CContourRegion(const TMultiPartPolygon& polygon) : m_region(m_geos.MakeRegion(polygon))
+CContourRegion::CContourRegion(const TMultiPartPolygon& polygon)
 {
-    for (const TMultiPartPolygon& part : m_geos.GetParts(m_region.get()))
+    m_vecLevels.push_back({{}, true, m_geos.GetParts(m_geos.MakeRegion(polygon).get())});
+    for (const TMultiPartPolygon& part : m_vecLevels.front().m_vecParts)
     {
         m_edges.AddRing(part.outer);
         for (const std::vector<PNT_2D>& hole : part.holes)
@@ -77,8 +117,7 @@ CContourRegion::CContourRegion(const TMultiPartPolygon& polygon) : m_region(m_ge
 
 CContourRegion::Square CContourRegion::EnterRoot(const CPlanBox& box)
 {
-    m_vecLocal.clear();
-    m_vecLocal.emplace_back();
+    m_vecLevels.resize(1);
     return {box,
             m_edges.EnterRoot(PNT_2D((box.m_dXMin + box.m_dXMax) / 2.0, (box.m_dYMin + box.m_dYMax) / 2.0)),
             0};
@@ -86,7 +125,7 @@ CContourRegion::Square CContourRegion::EnterRoot(const CPlanBox& box)
 
 CContourRegion::Square CContourRegion::Enter(const Square& parent, const CPlanBox& box)
 {
-    m_vecLocal.emplace_back();
+    m_vecLevels.push_back({box, false, {}});
     const PNT_2D centre((box.m_dXMin + box.m_dXMax) / 2.0, (box.m_dYMin + box.m_dYMax) / 2.0);
     return {box, m_edges.Enter(parent.m_frame, centre, GetNeighbourhood(box)), parent.m_nLevel + 1};
 }
@@ -94,7 +133,7 @@ CContourRegion::Square CContourRegion::Enter(const Square& parent, const CPlanBo
 void CContourRegion::Leave(const Square& square) noexcept
 {
     m_edges.Leave(square.m_frame);
-    m_vecLocal.pop_back();
+    m_vecLevels.pop_back();
 }
 
 /// An edge that goes through the square gives what is left of it a corner far from the square's own: that
@@ -106,21 +145,22 @@ bool CContourRegion::IsCutInside(const Square& square) const
         { return CrossesASide(edge, square.m_box) || IsInAndFarFromCorners(edge.a, square.m_box); });
 }
 
-/// The part of the region around the square, cut out of that of the nearest square above.
-const GEOSGeometry* CContourRegion::GetLocalRegion(const Square& square)
+/// Makes the parts of the region around the square and, on the way there, around the squares above it: each
+/// is cut out of the one above, so that none costs more than the edges around its parent.
+/// @return the level whose parts serve: that of the square, or one above it that is small already.
+std::size_t CContourRegion::MakeLocalParts(const Square& square)
 {
-    std::size_t nAbove = square.m_nLevel;
-    while (nAbove > 0 && m_vecLocal[nAbove] == nullptr)
-        --nAbove;
-    const GEOSGeometry* const pAbove =
-        m_vecLocal[nAbove] == nullptr ? m_region.get() : m_vecLocal[nAbove].get();
-    if (nAbove == square.m_nLevel || m_geos.GetNumPnts(pAbove) <= c_nSmallRegion)
-        return pAbove;
-    const CPlanBox& box = square.m_box;
-    const CGeos::Geometry frame =
-        m_geos.MakePolygon(MakeRing(box.GetGrown((box.m_dXMax - box.m_dXMin) / 2.0)));
-    m_vecLocal[square.m_nLevel] = m_geos.CalcIntersection(pAbove, frame.get());
-    return m_vecLocal[square.m_nLevel].get();
+    std::size_t nLevel = square.m_nLevel;
+    while (!m_vecLevels[nLevel].m_bMade)
+        --nLevel;
+    for (; nLevel < square.m_nLevel && !IsSmall(m_vecLevels[nLevel].m_vecParts); ++nLevel)
+    {
+        Level& level = m_vecLevels[nLevel + 1];
+        const CPlanBox frame = level.m_box.GetGrown((level.m_box.m_dXMax - level.m_box.m_dXMin) / 2.0);
+        level.m_vecParts = ClipParts(m_vecLevels[nLevel].m_vecParts, frame);
+        level.m_bMade = true;
+    }
+    return nLevel;
 }
 
 enumSide CContourRegion::ClassifySquare(const Square& square)
@@ -134,8 +174,8 @@ enumSide CContourRegion::ClassifySquare(const Square& square)
     if (IsCutInside(square))
         return enumSide::Straddling;
     const std::vector<PNT_2D> ring = MakeRing(box);
-    const CGeos::Geometry rest =
-        m_geos.CalcDifference(m_geos.MakePolygon(ring).get(), GetLocalRegion(square));
+    const CGeos::Geometry local = m_geos.MakeMultiPolygon(m_vecLevels[MakeLocalParts(square)].m_vecParts);
+    const CGeos::Geometry rest = m_geos.CalcDifference(m_geos.MakePolygon(ring).get(), local.get());
     return GetSide(m_geos.GetParts(rest.get()), ring);
 }
 

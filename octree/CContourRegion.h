@@ -23,7 +23,7 @@ public:
     {
         CPlanBox m_box;
         CEdgeTracker::Frame m_frame;
-        std::size_t m_nLevel; ///< place on the stack of clipped regions
+        std::size_t m_nLevel; ///< place on the stack of the regions around squares
     };
 
     /// The square of the root, then those of children within the one last entered and not yet left.
@@ -39,13 +39,19 @@ public:
 
 private:
     bool IsCutInside(const Square& square) const;
-    const GEOSGeometry* GetLocalRegion(const Square& square);
+    std::size_t MakeLocalParts(const Square& square);
+
+    /// The region around a square entered.
+    struct Level
+    {
+        CPlanBox m_box;
+        bool m_bMade;
+        std::vector<zor::geom::TMultiPartPolygon> m_vecParts; ///< where made
+    };
 
     zor::geom::CGeos m_geos;
-    zor::geom::CGeos::Geometry m_region;
     CEdgeTracker m_edges;
-    std::vector<zor::geom::CGeos::Geometry>
-        m_vecLocal; // the region around the squares entered, where asked for
+    std::vector<Level> m_vecLevels; // of the root and the squares entered
 };
 
 /// Corners of a box, counter to the axes' order: the lower left one, then upwards, right, and down.

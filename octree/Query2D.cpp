@@ -85,12 +85,12 @@ void CQuery2D<T>::FindPnts2D_NearLine(const PNT_2D& p1, const PNT_2D& p2, double
 }
 
 /// The points in the rectangle that reaches `dist` to either side of the segment and ends with it. A line
-/// without length has no corridor.
+/// without length has no corridor, one whose corners are no finite numbers an empty one.
 template <class T>
 void CQuery2D<T>::FindCorridor(const PNT_2D& p1, const PNT_2D& p2, double dist) const
 {
     const double dLength = PAR_LINE_2D(p1, p2).length();
-    if (!(dLength > 0.0))
+    if (dLength == 0.0)
         return;
     PNT_3D a;
     PNT_3D b;

@@ -65,7 +65,7 @@ CGeos::Geometry CGeos::Clone(const GEOSGeometry* pGeometry) const
     return Own(pGeometry == nullptr ? nullptr : GEOSGeom_clone_r(m_context, pGeometry));
 }
 
-CGeos::Geometry CGeos::MakePolygon(const std::vector<PNT_2D>& ring) const
+CGeos::Geometry CGeos::MakeLinearRing(const std::vector<PNT_2D>& ring) const
 {
     if (ring.size() < 3 || !IsFiniteRing(ring))
         return Own(nullptr);
@@ -76,18 +76,52 @@ CGeos::Geometry CGeos::MakePolygon(const std::vector<PNT_2D>& ring) const
     vecCoords.insert(vecCoords.end(), {ring.front().x, ring.front().y});
     GEOSCoordSequence* const pCoords = GEOSCoordSeq_copyFromBuffer_r(
         m_context, vecCoords.data(), static_cast<unsigned>(vecCoords.size() / 2), 0, 0);
-    // Each call takes over what it is given, whether it succeeds or not.
-    GEOSGeometry* const pRing =
-        pCoords == nullptr ? nullptr : GEOSGeom_createLinearRing_r(m_context, pCoords);
-    return Own(pRing == nullptr ? nullptr : GEOSGeom_createPolygon_r(m_context, pRing, nullptr, 0));
+    // The call takes over what it is given, whether it succeeds or not.
+    return Own(pCoords == nullptr ? nullptr : GEOSGeom_createLinearRing_r(m_context, pCoords));
+}
+
+CGeos::Geometry CGeos::MakePolygon(const std::vector<PNT_2D>& ring) const
+{
+    return MakePolygon(TMultiPartPolygon{ring, {}});
+}
+
+CGeos::Geometry CGeos::MakePolygon(const TMultiPartPolygon& polygon) const
+{
+    Geometry outer = MakeLinearRing(polygon.outer);
+    std::vector<Geometry> vecHoles;
+    for (const std::vector<PNT_2D>& hole : polygon.holes)
+        if (Geometry ring = MakeLinearRing(hole))
+            vecHoles.push_back(std::move(ring));
+    if (outer == nullptr)
+        return outer;
+    std::vector<GEOSGeometry*> vecRaw;
+    vecRaw.reserve(vecHoles.size());
+    for (Geometry& hole : vecHoles)
+        vecRaw.push_back(hole.release()); // the polygon takes them over
+    return Own(GEOSGeom_createPolygon_r(m_context, outer.release(), vecRaw.data(),
+                                        static_cast<unsigned>(vecRaw.size())));
+}
+
+CGeos::Geometry CGeos::MakeMultiPolygon(const std::vector<TMultiPartPolygon>& vecParts) const
+{
+    std::vector<Geometry> vecPolygons;
+    for (const TMultiPartPolygon& part : vecParts)
+        if (Geometry polygon = MakePolygon(part))
+            vecPolygons.push_back(std::move(polygon));
+    return vecPolygons.size() == 1 ? std::move(vecPolygons.front()) : Collect(std::move(vecPolygons));
+}
+
+bool CGeos::IsValid(const Geometry& geometry) const
+{
+    const bool bValid = geometry == nullptr || GEOSisValid_r(m_context, geometry.get()) == 1;
+    ThrowIfNoMemory();
+    return bValid;
 }
 
 CGeos::Geometry CGeos::MakeValidPolygon(const std::vector<PNT_2D>& ring) const
 {
     Geometry polygon = MakePolygon(ring);
-    const bool bGood = polygon == nullptr || GEOSisValid_r(m_context, polygon.get()) == 1;
-    ThrowIfNoMemory();
-    return bGood ? std::move(polygon) : Repair(polygon.get(), ring);
+    return IsValid(polygon) ? std::move(polygon) : Repair(polygon.get(), ring);
 }
 
 /// The faces that the ring's edges cut the plane into, as far as they lie inside by the odd-even rule.
@@ -143,7 +177,10 @@ CGeos::Geometry CGeos::Collect(std::vector<Geometry> vecPolygons) const
 
 CGeos::Geometry CGeos::MakeRegion(const TMultiPartPolygon& polygon) const
 {
-    Geometry region = MakeValidPolygon(polygon.outer);
+    Geometry region = MakePolygon(polygon);
+    if (IsValid(region)) // as nearly all are: one look at all rings, and nothing to take out
+        return region;
+    region = MakeValidPolygon(polygon.outer);
     for (const std::vector<PNT_2D>& hole : polygon.holes)
         region = CalcDifference(region.get(), MakeValidPolygon(hole).get());
     return region;
@@ -212,11 +249,6 @@ std::vector<TMultiPartPolygon> CGeos::GetParts(const GEOSGeometry* pGeometry) co
                        vecParts.push_back(std::move(part));
                    });
     return vecParts;
-}
-
-int CGeos::GetNumPnts(const GEOSGeometry* pGeometry) const
-{
-    return pGeometry == nullptr ? 0 : GEOSGetNumCoordinates_r(m_context, pGeometry);
 }
 
 } // namespace zor::geom

@@ -37,6 +37,13 @@ public:
     /// The polygon of one ring as it is. Null for fewer than three points or one that is not finite.
     Geometry MakePolygon(const std::vector<PNT_2D>& ring) const;
 
+    /// The polygon of an outer ring and holes as they are. Rings of fewer than three points, or with one that
+    /// is not finite, count as none; null without an outer ring.
+    Geometry MakePolygon(const TMultiPartPolygon& polygon) const;
+
+    /// The polygons as one geometry, as they are.
+    Geometry MakeMultiPolygon(const std::vector<TMultiPartPolygon>& vecParts) const;
+
     /// The valid region of an outer ring less its holes: each ring is repaired by itself (where it crosses
     /// itself a place is inside by the odd-even rule), and the holes are taken out one after the other.
     Geometry MakeRegion(const TMultiPartPolygon& polygon) const;
@@ -47,13 +54,12 @@ public:
     /// The polygons of a geometry with their rings, closing points dropped; lines and points left out.
     std::vector<TMultiPartPolygon> GetParts(const GEOSGeometry* pGeometry) const;
 
-    /// Number of points of all rings.
-    int GetNumPnts(const GEOSGeometry* pGeometry) const;
-
 private:
     static void OnMessage(const char* pMessage, void* pNoMemory) noexcept;
     void ThrowIfNoMemory() const;
     Geometry Own(GEOSGeometry* pGeometry) const;
+    bool IsValid(const Geometry& geometry) const;
+    Geometry MakeLinearRing(const std::vector<PNT_2D>& ring) const;
     Geometry MakeValidPolygon(const std::vector<PNT_2D>& ring) const;
     Geometry Repair(const GEOSGeometry* pPolygon, const std::vector<PNT_2D>& ring) const;
     bool IsFaceInside(const GEOSGeometry* pFace, const CRingIndex& ring) const;

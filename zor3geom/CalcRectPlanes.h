@@ -11,11 +11,13 @@ namespace zor::geom
 {
 
 /// The vertical planes through the edges of a rectangle, normals of length 1 pointing outwards: a point is
-/// in front of none of them exactly when its plan position lies in the rectangle, edges included.
+/// in front of none of them exactly when its plan position lies in the rectangle, edges included, as far as
+/// rounding tells.
 ///
-/// @param a, b, c, d  corners in order along the boundary, either way round; heights are not looked at.
-/// @param vecPlanes   receives the planes of the edges ab, bc, cd and da. An edge of zero length gives a
-///                    plane that nothing is in front of.
+/// @param a, b, c, d  corners in order along the boundary, either way round; heights are not looked at. A
+///                    rectangle may have no width, and then holds a stretch of a line.
+/// @param vecPlanes   receives the planes of the edges ab, bc, cd and da. All corners at one place, or sides
+///                    whose length is no finite number: planes that everything is in front of.
 ZOR_API void CalcRectPlanes(const PNT_3D& a, const PNT_3D& b, const PNT_3D& c, const PNT_3D& d,
                             std::vector<PLANE_3D>& vecPlanes);
 

@@ -202,7 +202,8 @@ public:
     // --- queries in plan view: heights are not looked at; one record a call ----------------------
 
     /// Delivers the points with xmin ≤ x ≤ xmax and ymin ≤ y ≤ ymax, coordinate units; none when a
-    /// minimum is above its maximum. Order and cost as `GetPnts_Clip`.
+    /// minimum is above its maximum. Order and cost as `GetPnts_Clip`. Points have steps of 1/10000, and the
+    /// comparison rounds: a limit taken from a point itself, or from `GetBdry`, wants half a step of room.
     void GetPnts2D(IPntCldListener* pListener, double xmin, double ymin, double xmax, double ymax) const;
 
     /// @return the number of points that `GetPnts2D` would deliver. The colour listener is asked for each.
@@ -213,9 +214,11 @@ public:
     /// in the corridor too comes twice.
     ///
     /// @param dist  how far the corridor reaches to either side, coordinate units; it ends square at p1
-    ///              and p2. Not above 0, or p1 equal to p2: no corridor.
+    ///              and p2. Not above 0, or p1 equal to p2: no corridor. On its edges rounding decides.
     ///
-    /// "Exactly": the same x and y in units of 1/10000; of several such points, one. The colour listener
+    /// "Exactly": the same x and y in units of 1/10000, counted from the cloud's origin and truncated; of
+    /// several such points, one. Coordinates that the cloud gave back may lie just below their unit: to find
+    /// their point again, add half a unit away from the origin, or give what was stored. The colour listener
     /// is told the height range once, and again when there is a corridor.
     void FindPnts2D_NearLine(IPntCldListener* pListener, const zor::geom::PNT_2D& p1,
                              const zor::geom::PNT_2D& p2, double dist, bool bStart, bool bEnd) const;
@@ -225,9 +228,10 @@ public:
     ///
     /// @param contour  ring, closing edge implied, either way round, coordinate units. Where it crosses
     ///                 itself the odd-even rule says what is inside. Fewer than three points, no area, or a
-    ///                 coordinate that is not finite: it holds nothing.
+    ///                 coordinate that is not finite: it holds nothing. Coordinates up to 1e150.
     ///
-    /// Without an octree nothing is done, not even the height range told.
+    /// A square without area, the root of a cloud whose points all lie within two units of 1/10000, counts as
+    /// inside whatever the contour. Without an octree nothing is done, not even the height range told.
     void FindPnts2D_IntCnt(IPntCldListener* pListener, const std::vector<zor::geom::PNT_2D>& contour) const;
 
     /// Delivers the points inside a contour, those on it included. With holes, only the octree squares
@@ -249,7 +253,8 @@ public:
     // --- analysis ------------------------------------------------------------------------------
 
     /// Finds the outline of the cloud in plan view and delivers its corners, points of the cloud, in
-    /// walking order, one a call: clockwise from the westernmost point, which comes again at the end.
+    /// walking order, one a call: from the westernmost point, which comes again at the end, northwards with
+    /// the cluster on the right; clockwise but for a few odd small clusters.
     ///
     /// @param pProgress  receives percent, one call a point; null: no calls.
     /// @param pListener  receives the corners; not null. Nothing is delivered unless true is returned.
@@ -258,8 +263,8 @@ public:
     ///                   spacing a cloud may fall into several. The outline cuts across notches of up
     ///                   to ten times that width. Infinite or not-a-number: no limit. 0: no outline.
     ///
-    /// @return false when there is no octree or no closed outline: two points or fewer, or nothing
-    ///         strictly north of the cluster's westernmost point within reach.
+    /// @return false when there is no octree or no closed outline: two points or fewer, a cloud of a few
+    ///         units of 1/10000, or nothing strictly north of the cluster's westernmost point within reach.
     ///
     /// One SetZRange to the colour listener, if there is an octree. The cloud is not changed.
     /// Cost: about one look at each point's neighbourhood; memory: up to 5 bytes a point.

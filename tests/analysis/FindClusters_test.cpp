@@ -68,6 +68,22 @@ TYPED_TEST(FindClusters_, StackedPntsAreNotNear_Kept)
         EXPECT_EQ(forest.GetSize(i), 1);
 }
 
+// Two stacks and a pair far off: a stack is not looked through for each of its points. By pairs this would
+// take an hour.
+TYPED_TEST(FindClusters_, TallStacks)
+{
+    std::vector<std::pair<int, int>> vecPlaces;
+    for (int i = 0; i < 400000; ++i)
+        vecPlaces.emplace_back(i / 200000 * 5000, 0);
+    vecPlaces.emplace_back(9000000, 0);
+    vecPlaces.emplace_back(9005000, 0);
+    auto store = this->Make(vecPlaces);
+    CClusterForest forest = FindClusters(*store, nullptr, 6000.0);
+    EXPECT_EQ(forest.GetSize(forest.FindLargest()), 400000);
+    CClusterForest apart = FindClusters(*store, nullptr, 4000.0);
+    EXPECT_EQ(apart.GetSize(apart.FindLargest()), 1);
+}
+
 // A deleted point is nobody's neighbour, yet joins its own: 1 and 2 belong together through 0 alone.
 TYPED_TEST(FindClusters_, DeletedPntJoinsItsNeighbours_Kept)
 {

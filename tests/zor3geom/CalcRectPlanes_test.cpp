@@ -1,4 +1,5 @@
 #include <zor3geom/CalcRectPlanes.h>
+#include <zor3geom/PNT_2D.h>
 
 #include <gtest/gtest.h>
 
@@ -9,6 +10,7 @@
 
 using zor::geom::CalcRectPlanes;
 using zor::geom::PLANE_3D;
+using zor::geom::PNT_2D;
 using zor::geom::PNT_3D;
 
 namespace
@@ -75,18 +77,61 @@ TEST(CalcRectPlanes, TurnedRectanglesEitherWayRound)
     }
 }
 
-// An edge without length limits nothing: the rectangle of no width keeps the line it lies on, beyond its
-// ends.
-TEST(CalcRectPlanes, EdgesWithoutLengthLimitNothing)
+// The rectangle of no width keeps the stretch of the line that it is.
+TEST(CalcRectPlanes, WithoutWidth_HoldsItsLineAndNoMore)
+{
+    for (const bool bAlongAB : {true, false})
+    {
+        std::vector<PLANE_3D> vecPlanes;
+        if (bAlongAB)
+            CalcRectPlanes({0, 0, 0}, {4, 0, 0}, {4, 0, 0}, {0, 0, 0}, vecPlanes);
+        else
+            CalcRectPlanes({0, 0, 0}, {0, 0, 0}, {4, 0, 0}, {4, 0, 0}, vecPlanes);
+        ASSERT_EQ(vecPlanes.size(), 4U);
+        EXPECT_TRUE(IsKept(vecPlanes, 0, 0) && IsKept(vecPlanes, 3, 0) && IsKept(vecPlanes, 4, 0));
+        EXPECT_FALSE(IsKept(vecPlanes, -0.1, 0) || IsKept(vecPlanes, 4.1, 0));
+        EXPECT_FALSE(IsKept(vecPlanes, 2, 0.001) || IsKept(vecPlanes, 2, -0.001));
+    }
+}
+
+// Narrower than coordinates far from the origin can tell: its corners are rounding, its sides must not be.
+TEST(CalcRectPlanes, NarrowerThanRounding_HoldsNothingAside)
+{
+    std::mt19937 random(2);
+    std::uniform_real_distribution<double> draw(-1.0, 1.0);
+    for (int i = 0; i < 3000; ++i)
+    {
+        const double x = 500000.0 + 10.0 * draw(random);
+        const double y = 4000000.0 + 10.0 * draw(random);
+        const double dX = 5.0 * draw(random);
+        const double dY = 5.0 * draw(random);
+        const double dWide = std::pow(10.0, -13.0 + 5.0 * draw(random));
+        const double dLength = std::hypot(dX, dY);
+        const PNT_2D off(-dY / dLength * dWide, dX / dLength * dWide);
+        std::vector<PLANE_3D> vecPlanes;
+        CalcRectPlanes({x + off.x, y + off.y, 0}, {x - off.x, y - off.y, 0},
+                       {x + dX - off.x, y + dY - off.y, 0}, {x + dX + off.x, y + dY + off.y, 0}, vecPlanes);
+        for (const double s : {-0.01, 0.01}) // aside, and beyond the ends
+        {
+            EXPECT_FALSE(IsKept(vecPlanes, x + dX / 2 - dY / dLength * s, y + dY / 2 + dX / dLength * s))
+                << i;
+            const double dEnd = s < 0 ? 0.0 : 1.0;
+            EXPECT_FALSE(
+                IsKept(vecPlanes, x + dX * dEnd + dX / dLength * s, y + dY * dEnd + dY / dLength * s))
+                << i;
+        }
+    }
+}
+
+TEST(CalcRectPlanes, AllCornersAtOnePlace_HoldsNothing)
 {
     std::vector<PLANE_3D> vecPlanes;
     CalcRectPlanes({1, 1, 0}, {1, 1, 0}, {1, 1, 0}, {1, 1, 0}, vecPlanes);
-    EXPECT_TRUE(IsKept(vecPlanes, 55, -7));
-    CalcRectPlanes({0, 0, 0}, {4, 0, 0}, {4, 0, 0}, {0, 0, 0}, vecPlanes);
     EXPECT_EQ(vecPlanes.size(), 4U);
+    EXPECT_FALSE(IsKept(vecPlanes, 55, -7) || IsKept(vecPlanes, 1, 1));
 }
 
-TEST(CalcRectPlanes, WithoutNumbersSomeAnswer)
+TEST(CalcRectPlanes, WithoutNumbers_HoldsNothing)
 {
     const double dInf = std::numeric_limits<double>::infinity();
     for (const double d : {dInf, -dInf, std::numeric_limits<double>::quiet_NaN(), 1.7e308})
@@ -94,5 +139,6 @@ TEST(CalcRectPlanes, WithoutNumbersSomeAnswer)
         std::vector<PLANE_3D> vecPlanes;
         CalcRectPlanes({d, 0, 0}, {4, d, 0}, {4, 4, 0}, {0, 4, 0}, vecPlanes);
         EXPECT_EQ(vecPlanes.size(), 4U);
+        EXPECT_FALSE(IsKept(vecPlanes, 3, 3));
     }
 }
