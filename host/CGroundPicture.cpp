@@ -108,7 +108,7 @@ void CGroundPicture::Write(COutFile& out)
         ColorByHeight();
     const int nScale = ChooseScale(m_options.nWidth, m_options.nHeight);
     CPntRaster raster(m_options.nWidth * nScale, m_options.nHeight * nScale);
-    Rasterize(m_vecPnts, nScale, !m_options.bByHeight, raster);
+    Rasterize(m_vecPnts, nScale, !m_options.bByHeight, true, raster);
 
     COverlay overlay;
     overlay.sTitle = m_options.sTitle;

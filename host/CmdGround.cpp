@@ -102,6 +102,7 @@ void AddGroundCommand(CLI::App& app, const CConsole& console)
 {
     const auto pOptions = std::make_shared<COptions>();
     pOptions->picture.sColor = "height";
+    pOptions->picture.sSize = "1600x900"; // two squares beside each other
     CLI::App* const pCommand = app.add_subcommand(
         "ground", "Keeps the ground of an airborne scan: buildings, trees and cars are taken away");
     AddInputOptions(*pCommand, pOptions->input);

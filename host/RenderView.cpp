@@ -79,7 +79,7 @@ CViewResult RenderView(const CPntCld& cloud, CViewColors& colors, const CView& v
             query.dLod = frame.GetUnitsPerPixel();
         std::vector<CScreenPnt> vecPnts;
         result = {CollectPnts(cloud, query, view.camera, frame, vecPnts), query.dLod};
-        Rasterize(vecPnts, frame.nScale, !colors.IsByHeight(), raster);
+        Rasterize(vecPnts, frame.nScale, !colors.IsByHeight(), false, raster);
     }
 
     COverlay overlay;

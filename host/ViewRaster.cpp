@@ -86,13 +86,15 @@ std::int64_t CollectPnts(const CPntCld& cloud, const CQuery& query, const CCamer
     return static_cast<std::int64_t>(vecPnts.size() - nBefore);
 }
 
-void Rasterize(const std::vector<CScreenPnt>& vecPnts, int nScale, bool bPhoto, CPntRaster& raster)
+void Rasterize(const std::vector<CScreenPnt>& vecPnts, int nScale, bool bPhoto, bool bKeepHoles,
+               CPntRaster& raster)
 {
     const float fMaxRadius =
         std::clamp(0.0045F * static_cast<float>(std::min(raster.nWidth, raster.nHeight)), 2.0F, 16.0F);
     const float fSpacing = DrawPnts(vecPnts, fMaxRadius, raster);
     const int nReach = std::clamp(static_cast<int>(std::ceil(1.6F * fSpacing)), 2 * nScale, 5 * nScale);
     FillGaps(raster, nReach, 6);
-    CloseHoles(raster, 4 * nScale);
+    const int nHole = bKeepHoles ? 4 * nScale : 6 * nScale;
+    CloseHoles(raster, std::clamp(static_cast<int>(std::lround(1.5F * fSpacing)), nHole, 8 * nScale));
     ShadeDepth(raster, nScale, fSpacing, bPhoto ? c_fPhotoStrength : 1.0F);
 }

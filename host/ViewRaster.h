@@ -60,6 +60,8 @@ std::int64_t CollectPnts(const CPntCld& cloud, const CQuery& query, const CCamer
 
 /// Draws and shades them.
 /// @param bPhoto  they have the colours of photographs, which show form of their own: shaded less.
-void Rasterize(const std::vector<CScreenPnt>& vecPnts, int nScale, bool bPhoto, CPntRaster& raster);
+/// @param bKeepHoles  holes tell something: only small ones are closed.
+void Rasterize(const std::vector<CScreenPnt>& vecPnts, int nScale, bool bPhoto, bool bKeepHoles,
+               CPntRaster& raster);
 
 #endif

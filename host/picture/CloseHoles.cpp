@@ -3,7 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
+#include <cstdlib>
 #include <vector>
 
 namespace
@@ -11,50 +11,35 @@ namespace
 
 using TMask = std::vector<unsigned char>;
 
-/// For every pixel how far away, along its row, the nearest set one is.
-std::vector<int> CalcRowDistances(const TMask& mask, int nWidth, int nHeight)
-{
-    constexpr int c_nFar = std::numeric_limits<int>::max() / 2;
-    std::vector<int> vecDistances(mask.size());
-    std::size_t iRow = 0;
-    for (int y = 0; y < nHeight; ++y, iRow += static_cast<std::size_t>(nWidth))
-    {
-        int nDistance = c_nFar;
-        for (std::size_t i = iRow; i < iRow + static_cast<std::size_t>(nWidth); ++i)
-            vecDistances[i] = nDistance = mask[i] != 0 ? 0 : nDistance + 1;
-        nDistance = c_nFar;
-        for (std::size_t i = iRow + static_cast<std::size_t>(nWidth); i-- > iRow;)
-        {
-            nDistance = mask[i] != 0 ? 0 : nDistance + 1;
-            vecDistances[i] = std::min(vecDistances[i], nDistance);
-        }
-    }
-    return vecDistances;
-}
-
-/// Sets the pixels at most `nRadius` away from a set one.
+/// Sets the pixels at most `nRadius` away from a set one: a disc around each that has an unset neighbour.
 TMask Grow(const TMask& mask, int nWidth, int nHeight, int nRadius)
 {
-    std::vector<int> vecReach; // along a row, by its distance from the pixel's
+    std::vector<int> vecReach; // along a row, by its distance from the disc's middle
     for (int dy = 0; dy <= nRadius; ++dy)
         vecReach.push_back(static_cast<int>(std::sqrt(static_cast<double>(nRadius * nRadius - dy * dy))));
-    const std::vector<int> vecDistances = CalcRowDistances(mask, nWidth, nHeight);
-    const auto isNear = [&](int x, int y)
+    const auto getIndex = [nWidth](int x, int y)
+    { return static_cast<std::size_t>(y) * static_cast<std::size_t>(nWidth) + static_cast<std::size_t>(x); };
+    const auto isRim = [&](int x, int y)
     {
-        for (int dy = 0; dy <= nRadius; ++dy)
-            for (const int ySide : {y - dy, y + dy})
-                if (ySide >= 0 && ySide < nHeight &&
-                    vecDistances[static_cast<std::size_t>(ySide) * static_cast<std::size_t>(nWidth) +
-                                 static_cast<std::size_t>(x)] <= vecReach[static_cast<std::size_t>(dy)])
-                    return true;
-        return false;
+        return (x > 0 && mask[getIndex(x - 1, y)] == 0) ||
+               (x + 1 < nWidth && mask[getIndex(x + 1, y)] == 0) ||
+               (y > 0 && mask[getIndex(x, y - 1)] == 0) || (y + 1 < nHeight && mask[getIndex(x, y + 1)] == 0);
     };
     TMask grown(mask);
-    std::size_t i = 0;
     for (int y = 0; y < nHeight; ++y)
-        for (int x = 0; x < nWidth; ++x, ++i)
-            if (mask[i] == 0 && isNear(x, y))
-                grown[i] = 1;
+        for (int x = 0; x < nWidth; ++x)
+        {
+            if (mask[getIndex(x, y)] == 0 || !isRim(x, y))
+                continue;
+            for (int ySide = std::max(0, y - nRadius); ySide <= std::min(nHeight - 1, y + nRadius); ++ySide)
+            {
+                const int nReach = vecReach[static_cast<std::size_t>(std::abs(ySide - y))];
+                const int xBegin = std::max(0, x - nReach);
+                const int xEnd = std::min(nWidth - 1, x + nReach) + 1;
+                std::fill_n(grown.begin() + static_cast<std::ptrdiff_t>(getIndex(xBegin, ySide)),
+                            xEnd - xBegin, static_cast<unsigned char>(1));
+            }
+        }
     return grown;
 }
 
