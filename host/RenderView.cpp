@@ -84,7 +84,7 @@ CViewResult RenderView(const CPntCld& cloud, CViewColors& colors, const CView& v
 
     COverlay overlay;
     overlay.sTitle = view.sTitle;
-    overlay.sSubtitle = FormatSubtitle(cloud, result);
+    overlay.sSubtitle = FormatSubtitle(cloud, result) + (view.sNote.empty() ? "" : ", " + view.sNote);
     overlay.sUnit = view.sUnit;
     overlay.bLegend = bLegend;
     overlay.zMin = overview.zMin;
