@@ -12,6 +12,8 @@ void WritePnts(const CPntCld& cloud, const CQuery& query, const TMakePntWriter& 
     CPntSummary summary;
     summary.bColor = cloud.IsWithColor();
     ForEachPnt(cloud, query, [&](const CCldCadPnt& pnt) { summary.Add(pnt.m_pnt); });
+    if (summary.nNumPnts == 0)
+        console.Note(fmt::format("{}: no point was chosen", out.GetPath()));
     const std::unique_ptr<IPntWriter> pWriter = makeWriter(out, summary);
     if (!pWriter->GetNote().empty())
         console.Note(fmt::format("{}: {}", out.GetPath(), pWriter->GetNote()));
