@@ -21,6 +21,13 @@ public:
 
     std::FILE* GetFile() const { return m_pFile; }
 
+    /// As the user named it.
+    const std::string& GetPath() const { return m_sPath; }
+
+    /// The file as it is called until `Commit`, for writers that open it by name; empty when it is written
+    /// directly.
+    const std::string& GetTempPath() const { return m_sTemp; }
+
     /// @throws CFailure when not every byte could be written.
     void Write(const void* pBytes, std::size_t nBytes);
     void Write(std::string_view sText) { Write(sText.data(), sText.size()); }
@@ -35,7 +42,7 @@ public:
 private:
     void Discard();
 
-    std::string m_sPath;   // as the user named it
+    std::string m_sPath;
     std::string m_sTarget; // with symbolic links followed
     std::string m_sTemp;   // empty: written directly
     std::FILE* m_pFile = nullptr;

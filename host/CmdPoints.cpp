@@ -4,13 +4,12 @@
 #include <host/COutFile.h>
 #include <host/Commands.h>
 #include <host/LoadCloud.h>
-#include <host/PntWriter.h>
 #include <host/Query.h>
+#include <host/WritePnts.h>
 
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
-#include <fmt/format.h>
 
 #include <memory>
 
@@ -36,14 +35,7 @@ void WritePoints(const COptions& options, const CConsole& console)
         query.dLod = FindLod(cloud, query, options.query.nMaxPnts);
 
     COutFile out(options.sOutPath);
-    CPntSummary summary;
-    summary.bColor = cloud.IsWithColor();
-    ForEachPnt(cloud, query, [&](const CCldCadPnt& pnt) { summary.Add(pnt.m_pnt); });
-    const std::unique_ptr<IPntWriter> pWriter = makeWriter(out, summary);
-    if (!pWriter->GetNote().empty())
-        console.Note(fmt::format("{}: {}", options.sOutPath, pWriter->GetNote()));
-    ForEachPnt(cloud, query, [&](const CCldCadPnt& pnt) { pWriter->Add(pnt); });
-    pWriter->Finish();
+    WritePnts(cloud, query, makeWriter, out, console);
     out.Commit();
 }
 

@@ -2,6 +2,7 @@
 #include <host/CFailure.h>
 #include <host/COutFile.h>
 #include <host/Commands.h>
+#include <host/FormatPlan.h>
 #include <host/GetExtension.h>
 #include <host/LoadCloud.h>
 #include <host/PictureOptions.h>
@@ -128,7 +129,10 @@ void MakeProfile(const COptions& options, const CConsole& console)
     else
         DrawProfile(options, profile, colors, out);
     out.Commit();
-    fmt::print("{}: {} points along {:.10g}\n", options.sOutPath, profile.vecPnts.size(), profile.dLength);
+    if (profile.vecPnts.empty())
+        console.Note(
+            fmt::format("{}: no point lies along the line: {}", options.input.sPath, FormatPlan(cloud)));
+    fmt::print("{}: {} points along {:.6g}\n", options.sOutPath, profile.vecPnts.size(), profile.dLength);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include <host/CFileColors.h>
 #include <host/COutFile.h>
 #include <host/Commands.h>
+#include <host/FormatPlan.h>
 #include <host/LoadCloud.h>
 #include <host/ParseNumbers.h>
 #include <host/PictureOptions.h>
@@ -15,6 +16,7 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 
@@ -41,6 +43,28 @@ CCamera ParseFrom(const std::string& sFrom)
     return {angles[0], angles[1]};
 }
 
+/// Does the rectangle around any of the shapes touch the one around the points?
+bool IsNear(const CShapes& shapes, const CPntCld& cloud)
+{
+    zor::geom::RECT_3D box;
+    if (!cloud.GetBdry(box))
+        return true;
+    const auto isNear = [&box](const TRing& ring)
+    {
+        if (ring.empty())
+            return false;
+        const auto [itLeft, itRight] = std::minmax_element(
+            ring.begin(), ring.end(), [](const auto& a, const auto& b) { return a.x < b.x; });
+        const auto [itLow, itHigh] = std::minmax_element(
+            ring.begin(), ring.end(), [](const auto& a, const auto& b) { return a.y < b.y; });
+        return itLeft->x <= box.xmax && itRight->x >= box.xmin && itLow->y <= box.ymax &&
+               itHigh->y >= box.ymin;
+    };
+    return std::any_of(shapes.vecLines.begin(), shapes.vecLines.end(), isNear) ||
+           std::any_of(shapes.vecPolygons.begin(), shapes.vecPolygons.end(),
+                       [&](const auto& polygon) { return isNear(polygon.outer); });
+}
+
 void MakeView(const COptions& options, const CConsole& console)
 {
     CView view;
@@ -51,7 +75,11 @@ void MakeView(const COptions& options, const CConsole& console)
     if (!options.sOverlayPath.empty() && !view.bPlan)
         throw CUsageError("--overlay: shapes have no heights, they can be drawn from above only");
     if (!options.sOverlayPath.empty())
+    {
         view.overlay = ReadShapes(options.sOverlayPath, "--overlay");
+        if (view.overlay.vecPolygons.empty() && view.overlay.vecLines.empty())
+            throw CFailure(options.sOverlayPath, "holds neither a polygon nor a line");
+    }
     view.nMaxPnts = options.query.nMaxPnts;
     view.sTitle = std::filesystem::path(options.input.sPath).filename().string();
     view.sUnit = options.picture.sUnit;
@@ -61,6 +89,9 @@ void MakeView(const COptions& options, const CConsole& console)
     LoadCloud(cloud, options.input, console);
     ChooseColors(options.picture, options.input.sPath, cloud, colors);
     view.query.Choose(cloud);
+    if (!options.sOverlayPath.empty() && !IsNear(view.overlay, cloud))
+        console.Note(fmt::format("{}: lies wholly beside the points, none of it is seen: {}",
+                                 options.sOverlayPath, FormatPlan(cloud)));
 
     COutFile out(options.sOutPath);
     const CViewResult result = RenderView(cloud, colors, view, out);

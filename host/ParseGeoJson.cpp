@@ -95,6 +95,13 @@ void AddShape(const json& object, int nDepth, CShapes& shapes)
         throw std::runtime_error("is not GeoJSON: the type of an object is not known");
 }
 
+/// What a JSON error says behind the name of its kind in brackets.
+std::string DropTag(const std::string& sWhat)
+{
+    const std::size_t nEnd = sWhat.find("] ");
+    return sWhat.substr(0, 1) == "[" && nEnd != std::string::npos ? sWhat.substr(nEnd + 2) : sWhat;
+}
+
 } // namespace
 
 CShapes ParseGeoJson(const std::string& sText)
@@ -106,7 +113,7 @@ CShapes ParseGeoJson(const std::string& sText)
     }
     catch (const json::exception& error)
     {
-        throw std::runtime_error(std::string("is not JSON: ") + error.what());
+        throw std::runtime_error("is not JSON: " + DropTag(error.what()));
     }
     return shapes;
 }

@@ -27,7 +27,8 @@ std::vector<double> ParseNumbers(std::string_view sText, char cSeparator, std::s
         bGood = bGood && *pPos++ == cSeparator;
     }
     if (!bGood || vecNumbers.size() != nCount)
-        throw CUsageError(fmt::format("{}: '{}' is not {} numbers with '{}' between them", sOption, sText,
-                                      nCount, cSeparator));
+        throw CUsageError(nCount == 1 ? fmt::format("{}: '{}' is not a number", sOption, sText)
+                                      : fmt::format("{}: '{}' is not {} numbers with '{}' between them",
+                                                    sOption, sText, nCount, cSeparator));
     return vecNumbers;
 }

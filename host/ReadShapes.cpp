@@ -21,13 +21,15 @@ std::string ReadText(const std::string& sPath)
         throw CFailure(sPath, "is a directory");
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> pFile(std::fopen(sPath.c_str(), "rb"), std::fclose);
     if (pFile == nullptr)
-        throw CFailure(sPath, std::strerror(errno));
+        throw CFailure(sPath, errno == ENOENT ? "not found" : std::strerror(errno));
     std::string sText;
     char buffer[65536];
     while (const std::size_t nRead = std::fread(buffer, 1, sizeof buffer, pFile.get()))
         sText.append(buffer, nRead);
     if (std::ferror(pFile.get()) != 0)
         throw CFailure(sPath, std::strerror(errno));
+    if (sText.empty())
+        throw CFailure(sPath, "is empty");
     return sText;
 }
 

@@ -17,7 +17,7 @@ namespace
 constexpr double c_dMaxExaggeration = 100.0;
 constexpr double c_dRoomAbove = 1.08; // of the range of heights: points do not touch the frame
 constexpr std::int64_t c_nFinePixels = 12000000;
-constexpr float c_fMaxRadius = 2.4F; // picture pixels at common size
+constexpr float c_fMaxRadius = 3.2F; // picture pixels at common size
 
 struct CRange
 {

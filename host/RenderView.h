@@ -43,6 +43,7 @@ struct CView
     bool bPlan = false; ///< with scale bar
     CShapes overlay;    ///< drawn over the points; from above only
     std::string sTitle;
+    std::string sNote; ///< added to the number of points below the title
     std::string sUnit;
 };
 

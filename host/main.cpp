@@ -19,8 +19,9 @@ namespace
 constexpr int c_nFailed = 1;
 constexpr int c_nWrongUsage = 2;
 
-constexpr std::array c_commands = {AddInfoCommand,    AddViewCommand,    AddPointsCommand,    AddCountCommand,
-                                   AddOutlineCommand, AddProfileCommand, AddMakeSampleCommand};
+constexpr std::array c_commands = {AddInfoCommand,   AddViewCommand,      AddPointsCommand,
+                                   AddCountCommand,  AddOutlineCommand,   AddProfileCommand,
+                                   AddGroundCommand, AddMakeSampleCommand};
 
 /// One line whatever the message holds: file names may hold line feeds.
 int Report(std::string sMessage, int nStatus)

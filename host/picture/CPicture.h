@@ -12,6 +12,14 @@
 
 class COutFile;
 
+/// A line of text that begins at a place on the picture, pixels.
+struct CCaption
+{
+    double x;
+    double y;
+    std::string sText;
+};
+
 /// What is drawn around the points.
 struct COverlay
 {
@@ -22,6 +30,7 @@ struct COverlay
     double zMin = 0.0;
     double zMax = 0.0;
     double dUnitsPerPixel = 0.0; ///< for the scale bar; 0: none
+    std::vector<CCaption> vecCaptions;
 };
 
 /// A diagram around the points: what its area shows, and what is written beside it.

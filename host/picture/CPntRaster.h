@@ -56,14 +56,16 @@ struct CPntRaster
 /// @return a typical distance between neighbours, pixels; 0 without points.
 float DrawPnts(const std::vector<CScreenPnt>& vecPnts, float fMaxRadius, CPntRaster& raster);
 
-/// Closes what discs leave open: a pixel that shows nothing, or something far behind, and has nearer
-/// pixels around it takes their depth and colour.
+/// Closes what discs leave open of a surface: a pixel that shows something far behind and has nearer pixels
+/// around it takes their depth and colour. Where nothing is seen stays as it is.
 ///
 /// @param nReach        how far away the nearer pixels may be.
 /// @param nSidesNeeded  of the eight sides around it, on how many there must be one: with 6 or more
 ///                      outlines stay as they are.
-/// @param bEmptyOnly    only where nothing is seen.
-void FillGaps(CPntRaster& raster, int nReach, int nSidesNeeded, bool bEmptyOnly);
+void FillGaps(CPntRaster& raster, int nReach, int nSidesNeeded);
+
+/// Fills where nothing is seen and no empty disc of this radius fits.
+void CloseHoles(CPntRaster& raster, int nRadius);
 
 /// Darkens what lies behind its surroundings (eye-dome lighting, measured against the plane of the
 /// neighbours so that slopes stay even) and adds soft light from the upper left.

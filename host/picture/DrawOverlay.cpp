@@ -93,6 +93,9 @@ void CPicture::DrawOverlay(const COverlay& overlay)
 {
     CPen pen(m_pSurface.get(), CalcZoom(m_nWidth, m_nHeight));
     DrawTitle(pen, overlay);
+    pen.SetFont(15.0, true);
+    for (const CCaption& caption : overlay.vecCaptions)
+        pen.Text(caption.x, caption.y, 0.0, caption.sText);
     if (overlay.bLegend)
         DrawLegend(pen, overlay, m_nWidth, m_nHeight);
     if (overlay.dUnitsPerPixel > 0.0)

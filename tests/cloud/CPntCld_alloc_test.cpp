@@ -215,6 +215,19 @@ TYPED_TEST(CPntCld_alloc, DelSelPnts)
         [](CPntCld& cld) { cld.DelSelPnts(); }, false);
 }
 
+TYPED_TEST(CPntCld_alloc, Morph)
+{
+    this->FailEach(
+        [this]
+        {
+            auto pCld = this->Make();
+            pCld->ComputeTree();
+            pCld->SelPnt(5, false);
+            return pCld;
+        },
+        [](CPntCld& cld) { cld.Morph(nullptr); }, false);
+}
+
 TYPED_TEST(CPntCld_alloc, Queries)
 {
     const std::vector<zor::geom::PLANE_3D> vecPlanes{zor::geom::PLANE_3D(1.0, 0.1, 0.0, -40.0)};

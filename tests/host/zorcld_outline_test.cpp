@@ -54,7 +54,7 @@ TEST(ZorcldOutline, Auto_SaysWhatItTook)
     const CRun run =
         zorcld.Run({"outline", sFile, "-o", zorcld.GetPath("outline.wkt"), "--distance", "auto"});
     ASSERT_EQ(run.nStatus, 0) << run.sErr;
-    EXPECT_NE(run.sOut.find("3 times the mean plan spacing"), std::string::npos) << run.sOut;
+    EXPECT_NE(run.sOut.find("4 times the mean plan spacing"), std::string::npos) << run.sOut;
     EXPECT_EQ(ReadBytes(zorcld.GetPath("outline.wkt")).substr(0, 10), "POLYGON ((");
 }
 

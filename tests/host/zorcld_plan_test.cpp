@@ -319,3 +319,49 @@ TEST(ZorcldPlan, Contour_FilesThatCannotBeUsed)
         sDeepWkt += "GEOMETRYCOLLECTION(";
     fail(grid.Write("deep.wkt", sDeepWkt));
 }
+
+// Coordinates of another system are the common mistake: what is looked for lies elsewhere.
+TEST(ZorcldPlan, NothingThere_IsNoted)
+{
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("grid.ply", MakeGridPly(20));
+    const std::string sFar = zorcld.Write("far.wkt", "POLYGON ((500 500, 600 500, 600 600, 500 500))");
+    const std::string sNear = zorcld.Write("near.wkt", "LINESTRING (-50 5, 50 5)");
+    const std::string sPng = zorcld.GetPath("o.png");
+    const std::string sCsv = zorcld.GetPath("o.csv");
+    for (const std::vector<std::string>& vecArgs :
+         {std::vector<std::string>{"view", sFile, "-o", sPng, "--overlay", sFar},
+          {"profile", sFile, "-o", sPng, "--line", "500,500,600,600,5"},
+          {"points", sFile, "-o", sCsv, "--contour", sFar},
+          {"points", sFile, "-o", sCsv, "--rect", "500,500,600,600"}})
+    {
+        const CRun run = zorcld.Run(vecArgs);
+        EXPECT_EQ(run.nStatus, 0) << run.sErr;
+        EXPECT_TRUE(run.HasOneErrLine()) << run.sErr;
+        std::vector<std::string> vecQuiet = vecArgs;
+        vecQuiet.emplace_back("-q");
+        EXPECT_EQ(zorcld.Run(vecQuiet).sErr, "");
+    }
+    EXPECT_EQ(zorcld.Run({"view", sFile, "-o", sPng, "--overlay", sNear}).sErr, "");
+}
+
+TEST(ZorcldPlan, ShapesWithoutUse_NameFileAndCause)
+{
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("grid.ply", MakeGridPly(5));
+    const std::string sPoint = zorcld.Write("point.geojson", R"({"type":"Point","coordinates":[1,2]})");
+    const std::string sEmpty = zorcld.Write("empty.geojson", "");
+    const std::string sCut = zorcld.Write("cut.geojson", R"({"type":)");
+    const std::string sMissing = zorcld.GetPath("missing.wkt");
+    const std::string sPng = zorcld.GetPath("o.png");
+    EXPECT_EQ(zorcld.Run({"view", sFile, "-o", sPng, "--overlay", sPoint}).sErr,
+              "zorcld: " + sPoint + ": holds neither a polygon nor a line\n");
+    EXPECT_EQ(zorcld.Run({"view", sFile, "-o", sPng, "--overlay", sEmpty}).sErr,
+              "zorcld: " + sEmpty + ": is empty\n");
+    EXPECT_EQ(zorcld.Run({"view", sFile, "-o", sPng, "--overlay", sMissing}).sErr,
+              "zorcld: " + sMissing + ": not found\n");
+    const CRun run = zorcld.Run({"view", sFile, "-o", sPng, "--overlay", sCut});
+    EXPECT_EQ(run.sErr.rfind("zorcld: " + sCut + ": is not JSON: parse error at line 1", 0), 0U) << run.sErr;
+    EXPECT_EQ(zorcld.Run({"outline", sFile, "-o", sPng, "--distance", "x"}).sErr,
+              "zorcld: --distance: 'x' is not a number\n");
+}

@@ -125,7 +125,8 @@ TEST(ZorcldView, Overlay_DrawsPolygonsAndLines)
         EXPECT_TRUE(HasLines(View(zorcld, sFile, {"--overlay", zorcld.Write("shape.wkt", pText)}))) << pText;
     for (const char* pText :
          {"POLYGON ((100 100, 140 100, 120 140))", "LINESTRING (1e308 -1e308, 1e308 1e308, 1e300 0)"})
-        EXPECT_FALSE(HasLines(View(zorcld, sFile, {"--overlay", zorcld.Write("shape.wkt", pText)}))) << pText;
+        EXPECT_FALSE(HasLines(View(zorcld, sFile, {"-q", "--overlay", zorcld.Write("shape.wkt", pText)})))
+            << pText;
 }
 
 TEST(ZorcldView, Overlay_FromAboveOnly)
