@@ -1,29 +1,24 @@
 #include <bench/BenchClouds.h>
 #include <bench/BenchTable.h>
+#include <bench/CContourModel.h>
 #include <octree/BuildTree.h>
 #include <octree/Compact.h>
 
 #include <geos/algorithm/locate/IndexedPointInAreaLocator.h>
 #include <geos/geom/CoordinateArraySequence.h>
 #include <geos/geom/CoordinateSequenceFactory.h>
-#include <geos/geom/Envelope.h>
 #include <geos/geom/GeometryFactory.h>
 #include <geos/geom/LinearRing.h>
 #include <geos/geom/Location.h>
 #include <geos/geom/Polygon.h>
-#include <geos/geom/prep/PreparedGeometry.h>
-#include <geos/geom/prep/PreparedGeometryFactory.h>
 
 #include <cmath>
 #include <map>
 #include <memory>
 #include <random>
 
-// What is compared. Without holes the product delivers exactly the points inside the ring: the sums of the
-// indices on both sides are equal. With a hole it delivers, deliberately, nothing from leaves under squares
-// of the octree that an edge meets, so the peer's points are seen through that rule before they are summed:
-// a plain walk of the same tree asks GEOS about every square. Under squares wholly inside, the peer must
-// have found every point, and these are summed; under squares wholly outside, none.
+// What is compared: the product deliberately drops some points along the contour, so the peer's points are
+// seen through its rule before the sums of the indices are compared; CContourModel says how.
 
 namespace
 {
@@ -56,7 +51,7 @@ CRing MakeRing(std::int64_t nNum, double dRadius, int nNumVertices)
     return ring;
 }
 
-/// Outer ring and holes, for both sides; the tree's points and squares as the peer wants them.
+/// Outer ring and holes, for both sides.
 struct CContourCase
 {
     CRing outer;
@@ -108,70 +103,22 @@ const std::vector<Coordinate>& GetCoords(std::int64_t nNum)
     return vecCoords;
 }
 
-/// Sums the peer's points through the product's rule; see the top of this file.
-class CSeenByRule
+/// The model of a case, made once.
+const CContourModel& GetModel(std::int64_t nNum, int nNumVertices, bool bHole)
 {
-public:
-    CSeenByRule(std::int64_t nNum, const geos::geom::Geometry& area, const std::vector<char>& vecInside)
-        : m_first(GetTerrain(nNum).front()), m_vecInside(vecInside),
-          m_pArea(geos::geom::prep::PreparedGeometryFactory::prepare(&area))
+    static std::map<std::pair<int, bool>, std::unique_ptr<CContourModel>> mapModels;
+    std::unique_ptr<CContourModel>& pModel = mapModels[{nNumVertices, bHole}];
+    if (pModel == nullptr)
     {
         std::vector<CTruncPnt> vecPnts = MakeCompact(nNum, false);
-        m_tree = BuildTree(vecPnts.data(), static_cast<std::int32_t>(nNum)); // the cloud's own, once more
+        const COcTreeIndex tree =
+            BuildTree(vecPnts.data(), static_cast<std::int32_t>(nNum)); // as the cloud's
+        const CSamplePnt& first = GetTerrain(nNum).front();
+        pModel = std::make_unique<CContourModel>(tree, SaturateToFloat(first.x), SaturateToFloat(first.y),
+                                                 *GetCase(nNum, nNumVertices, bHole).pArea, bHole);
     }
-
-    std::uint64_t Sum()
-    {
-        WalkNode(*m_tree.m_pRoot, m_tree.GetRootCube());
-        return m_nSum;
-    }
-
-private:
-    void WalkNode(const COcTreeNode& node, const COcTreeCube& cube)
-    {
-        const std::unique_ptr<geos::geom::Geometry> pSquare = MakeSquare(cube);
-        const bool bInside = m_pArea->covers(pSquare.get());
-        if (bInside || !m_pArea->intersects(pSquare.get()))
-            return WalkWhole(node, bInside);
-        for (const COcTreeChild child : node.GetChildren())
-            if (!child.IsLeaf()) // a leaf under a square that an edge meets gives nothing
-                WalkNode(child.GetNode(), cube.GetChild(child.GetOctant()));
-    }
-
-    void WalkWhole(const COcTreeNode& node, bool bInside)
-    {
-        for (const COcTreeChild child : node.GetChildren())
-            if (child.IsLeaf())
-                WalkLeaf(child.GetLeaf(), bInside);
-            else
-                WalkWhole(child.GetNode(), bInside);
-    }
-
-    void WalkLeaf(const COcTreeLeaf& leaf, bool bInside)
-    {
-        for (std::int32_t i = leaf.m_nFirst; i < leaf.m_nFirst + leaf.m_nCount; ++i)
-            if (m_vecInside[static_cast<std::size_t>(i)] != 0)
-                m_nSum += bInside ? static_cast<std::uint64_t>(i) + 1U : std::uint64_t{1} << 60U;
-    }
-
-    std::unique_ptr<geos::geom::Geometry> MakeSquare(const COcTreeCube& cube) const
-    {
-        const double dOrgX = SaturateToFloat(m_first.x);
-        const double dOrgY = SaturateToFloat(m_first.y);
-        const std::int64_t nHalf = cube.GetHalfEdge();
-        const auto ToCoord = [](std::int64_t n, double dOrg)
-        { return static_cast<double>(n) / c_dCompactScale + dOrg; };
-        const geos::geom::Envelope box(ToCoord(cube.m_nX - nHalf, dOrgX), ToCoord(cube.m_nX + nHalf, dOrgX),
-                                       ToCoord(cube.m_nY - nHalf, dOrgY), ToCoord(cube.m_nY + nHalf, dOrgY));
-        return GeometryFactory::getDefaultInstance()->toGeometry(&box);
-    }
-
-    CSamplePnt m_first; // gives the store its origin
-    const std::vector<char>& m_vecInside;
-    std::unique_ptr<geos::geom::prep::PreparedGeometry> m_pArea;
-    COcTreeIndex m_tree;
-    std::uint64_t m_nSum = 0;
-};
+    return *pModel;
+}
 
 std::uint64_t SelectProduct(std::int64_t nNum, int nNumVertices, bool bHole, CCpuTimer& timer)
 {
@@ -195,12 +142,7 @@ std::uint64_t SelectGeos(std::int64_t nNum, int nNumVertices, bool bHole, CCpuTi
             for (std::size_t i = 0; i < vecCoords.size(); ++i)
                 vecInside[i] = locator.locate(&vecCoords[i]) != Location::EXTERIOR ? 1 : 0;
         });
-    if (bHole)
-        return CSeenByRule(nNum, *contour.pArea, vecInside).Sum();
-    std::uint64_t nSum = 0;
-    for (std::size_t i = 0; i < vecInside.size(); ++i)
-        nSum += vecInside[i] != 0 ? i + 1U : 0U;
-    return nSum;
+    return GetModel(nNum, nNumVertices, bHole).Sum(vecInside);
 }
 
 void AddContourRows()
