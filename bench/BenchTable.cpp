@@ -132,7 +132,8 @@ public:
     void ReportRuns(const std::vector<Run>& runs) override
     {
         for (const CRow& row : GetRows())
-            if (!runs.empty() && runs[0].run_name.function_name == row.sName)
+            if (!runs.empty() && runs[0].run_type == Run::RT_Iteration &&
+                runs[0].run_name.function_name == row.sName)
                 std::fprintf(stderr, "%s\n", row.pResult->Format().c_str());
     }
 };
