@@ -57,15 +57,22 @@ std::vector<std::string>& GetNotes()
     return vecNotes;
 }
 
+/// More than either side of a row allocates.
+std::size_t CalcTouched(const CBenchRow& row)
+{
+    constexpr std::int64_t c_nPerPnt = 64;
+    return static_cast<std::size_t>(c_nPerPnt * row.nNum);
+}
+
 /// One round: product, then peer.
 void RunRound(const CBenchRow& row, CRowResult& result)
 {
-    CCpuTimer timerProduct;
+    CCpuTimer timerProduct(CalcTouched(row));
     result.nProduct = row.product(timerProduct);
     result.vecProduct.push_back(timerProduct.GetSeconds());
     if (!row.peer)
         return;
-    CCpuTimer timerPeer;
+    CCpuTimer timerPeer(CalcTouched(row));
     result.nPeer = row.peer(timerPeer);
     result.vecPeer.push_back(timerPeer.GetSeconds());
     if (row.eResult == BenchResult_Same && result.nProduct != result.nPeer)
