@@ -8,9 +8,9 @@
 
 /// An ESRI ASCII grid of heights between 400 and 500 in millimetres, made once a size; no cell is without
 /// data.
-const std::string& GetGrid(std::int64_t nNumCols, std::int64_t nNumRows);
+std::string GetGrid(std::int64_t nNumCols, std::int64_t nNumRows);
 
-/// Decodes it into a cloud, without building the tree. @return the number of points.
+/// Decodes it into a cloud, without building the tree. @return the checksum of the heights.
 std::uint64_t DecodeGrid(std::int64_t nNumCols, std::int64_t nNumRows, CCpuTimer& timer);
 
 #endif

@@ -1,22 +1,20 @@
 #include <bench/BenchClouds.h>
 
+#include <bench/CTempFile.h>
 #include <octree/Compact.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
-#include <functional>
 #include <map>
 #include <random>
 
-#include <unistd.h>
-
 const std::vector<CSamplePnt>& GetTerrain(std::int64_t nNumPnts)
 {
-    static std::vector<CSamplePnt> vecPnts;
-    if (static_cast<std::int64_t>(vecPnts.size()) != nNumPnts)
+    static std::map<std::int64_t, std::vector<CSamplePnt>> mapPnts;
+    std::vector<CSamplePnt>& vecPnts = mapPnts[nNumPnts];
+    if (vecPnts.empty())
         vecPnts = CSampleTerrain(nNumPnts).CalcPnts();
     return vecPnts;
 }
@@ -40,9 +38,9 @@ std::vector<CTruncPnt> MakeCompact(std::int64_t nNumPnts, bool bShuffled)
 const CPntCld& GetTerrainCld(std::int64_t nNumPnts)
 {
     static CNoColors colors;
-    static std::unique_ptr<CPntCld> pCld;
-    static std::int64_t nNumMade = -1;
-    if (nNumMade != nNumPnts)
+    static std::map<std::int64_t, std::unique_ptr<CPntCld>> mapClds;
+    std::unique_ptr<CPntCld>& pCld = mapClds[nNumPnts];
+    if (pCld == nullptr)
     {
         pCld = std::make_unique<CPntCld>(&colors);
         pCld->OnReadType(PntCldType_Pnt);
@@ -50,35 +48,35 @@ const CPntCld& GetTerrainCld(std::int64_t nNumPnts)
         for (const CSamplePnt& pnt : GetTerrain(nNumPnts))
             pCld->AddPnt(pnt.x, pnt.y, pnt.z);
         pCld->ComputeTree();
-        nNumMade = nNumPnts;
     }
     return *pCld;
 }
 
+std::uint64_t SumMm(const CPntCld& cld, CMmSum sum)
+{
+    zor::geom::PNT_3D pnt;
+    for (int i = 0; i < cld.GetNumPnts(); ++i)
+    {
+        cld.GetPnt(i, pnt);
+        sum.Add(pnt.x, pnt.y, pnt.z);
+    }
+    return sum.Get();
+}
+
+std::uint64_t GetTerrainSum(std::int64_t nNumPnts)
+{
+    static std::map<std::int64_t, std::uint64_t> mapSums;
+    const auto it = mapSums.find(nNumPnts);
+    if (it != mapSums.end())
+        return it->second;
+    CMmSum sum = MakeAbsoluteSum();
+    for (const CSamplePnt& pnt : GetTerrain(nNumPnts))
+        sum.Add(pnt.x, pnt.y, pnt.z);
+    return mapSums[nNumPnts] = sum.Get();
+}
+
 namespace
 {
-
-/// A file of this run, removed at its end.
-class CTempFile
-{
-public:
-    explicit CTempFile(const std::string& sName)
-        : m_sPath((std::filesystem::temp_directory_path() /
-                   ("zor4data_bench_" + std::to_string(getpid()) + "_" + sName))
-                      .string())
-    {
-    }
-
-    ~CTempFile() { std::remove(m_sPath.c_str()); }
-
-    CTempFile(const CTempFile&) = delete;
-    CTempFile& operator=(const CTempFile&) = delete;
-
-    const std::string& GetPath() const { return m_sPath; }
-
-private:
-    std::string m_sPath;
-};
 
 bool WritePly(const std::string& sPath, std::int64_t nNumPnts)
 {

@@ -1,6 +1,7 @@
 #ifndef BENCH_BENCHCLOUDS_H
 #define BENCH_BENCHCLOUDS_H
 
+#include <bench/CMmSum.h>
 #include <host/CSampleTerrain.h>
 #include <octree/CTruncPnt.h>
 #include <zor4data/CPntCld.h>
@@ -38,14 +39,31 @@ public:
     double m_dSumZ = 0.0;
 };
 
-/// The synthetic terrain, seed 1, made once for each size and kept until another is asked for.
+/// The synthetic terrain, seed 1, made once for each size.
 const std::vector<CSamplePnt>& GetTerrain(std::int64_t nNumPnts);
 
 /// The terrain as compact points relative to its first one, in scan order or shuffled (fixed seed).
 std::vector<CTruncPnt> MakeCompact(std::int64_t nNumPnts, bool bShuffled);
 
-/// The terrain as a cloud with its octree, made once for each size and kept until another is asked for.
+/// The terrain as a cloud with its octree, made once for each size.
 const CPntCld& GetTerrainCld(std::int64_t nNumPnts);
+
+/// @return the checksum of all points of a cloud, its octree built or not, on top of `sum`, which says
+///         about which origin the coordinates lie.
+std::uint64_t SumMm(const CPntCld& cld, CMmSum sum);
+
+/// The checksum of coordinates about the terrain's origin, or of relative ones, to begin with.
+inline CMmSum MakeAbsoluteSum()
+{
+    return {CSampleTerrain::c_dOrgX, CSampleTerrain::c_dOrgY};
+}
+inline CMmSum MakeRelativeSum()
+{
+    return {};
+}
+
+/// @return the checksum of the terrain itself: what a cloud of all its points has.
+std::uint64_t GetTerrainSum(std::int64_t nNumPnts);
 
 /// @return the path of a temporary file of that name, written by `write` when it is asked for the first time.
 /// Removed when the program ends.

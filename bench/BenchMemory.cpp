@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include <malloc.h>
+#include <sys/mman.h>
 
 std::int64_t GetHeapBytes()
 {
@@ -48,4 +49,16 @@ std::int64_t MeasurePeak(const std::function<void()>& fn)
         return -1;
     fn();
     return ReadStatus("VmHWM:") - nBefore;
+}
+
+void TouchMemory(std::size_t nNumBytes)
+{
+    void* const pBytes = mmap(nullptr, nNumBytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (pBytes == MAP_FAILED)
+        return;
+    static_cast<void>(madvise(pBytes, nNumBytes, MADV_HUGEPAGE)); // an advice: refused, small pages do
+    constexpr std::size_t c_nPage = 4096;
+    for (std::size_t i = 0; i < nNumBytes; i += c_nPage)
+        static_cast<volatile char*>(pBytes)[i] = 1;
+    munmap(pBytes, nNumBytes);
 }

@@ -1,6 +1,7 @@
 #ifndef BENCH_BENCHMEMORY_H
 #define BENCH_BENCHMEMORY_H
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 
@@ -12,5 +13,9 @@ std::int64_t GetHeapBytes();
 ///
 /// @return bytes; -1 where the system does not tell.
 std::int64_t MeasurePeak(const std::function<void()>& fn);
+
+/// Writes to so many bytes of fresh memory, in large pages where there are such, and gives them back to the
+/// system, which hands out first what came back last.
+void TouchMemory(std::size_t nNumBytes);
 
 #endif

@@ -1,13 +1,9 @@
 #ifndef BENCH_CTEMPFILE_H
 #define BENCH_CTEMPFILE_H
 
-#include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
-#include <memory>
 #include <string>
-#include <vector>
 
 #include <unistd.h>
 
@@ -31,37 +27,6 @@ public:
 
 private:
     std::string m_sPath;
-};
-
-/// Files that are written once, when they are first asked for.
-class CTempFiles
-{
-public:
-    /// @param write  called with the path when there is no file of this name yet; false ends the program.
-    template <class TWrite>
-    const std::string& Get(const std::string& sName, TWrite write)
-    {
-        for (const CFile& file : m_vecFiles)
-            if (file.sName == sName)
-                return file.pFile->GetPath();
-        m_vecFiles.push_back({sName, std::make_unique<CTempFile>(sName)});
-        const std::string& sPath = m_vecFiles.back().pFile->GetPath();
-        if (!write(sPath))
-        {
-            std::fprintf(stderr, "%s: cannot be written\n", sPath.c_str());
-            std::exit(1);
-        }
-        return sPath;
-    }
-
-private:
-    struct CFile
-    {
-        std::string sName;
-        std::unique_ptr<CTempFile> pFile;
-    };
-
-    std::vector<CFile> m_vecFiles;
 };
 
 #endif

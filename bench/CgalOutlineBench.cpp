@@ -87,9 +87,11 @@ std::uint64_t OutlineCgal(std::int64_t nNum, CCpuTimer& timer)
 void AddOutlineRows()
 {
     for (const std::int64_t nNum : BenchSizes({100000, 1000000}))
-        AddRow({"outline", "outline, d = 2 m", nNum, "CGAL Alpha_shape_2", nNum < 1000000 ? 0.04 : 0.02,
+        AddRow({"outline", "outline, d = 2 m", nNum, "CGAL Alpha_shape_2",
+                nNum < 1000000 ? CBenchBar(0.04, 0.02) : CBenchBar(0.02, 0.012),
                 [=](CCpuTimer& timer) { return OutlineProduct(nNum, timer); },
-                [=](CCpuTimer& timer) { return OutlineCgal(nNum, timer); }});
+                [=](CCpuTimer& timer) { return OutlineCgal(nNum, timer); }, BenchResult_Same, 0.0,
+                nNum < 1000000 ? 0 : 3});
 }
 
 const CBenchGroup group("outline", AddOutlineRows);

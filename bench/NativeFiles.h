@@ -10,9 +10,9 @@
 void FillTerrain(CPntCld& cld, std::int64_t nNum, bool bColor);
 
 /// The terrain as a native file, made once a size and type.
-const std::string& GetTerrainNative(std::int64_t nNum, bool bColor);
+std::string GetTerrainNative(std::int64_t nNum, bool bColor);
 
-/// Loads it. @return the number of points loaded.
+/// Loads it. @return the checksum of the points loaded.
 std::uint64_t LoadNative(std::int64_t nNum, bool bColor, CCpuTimer& timer);
 
 #endif

@@ -1,6 +1,5 @@
-#include <bench/BenchClouds.h>
-#include <bench/BenchTable.h>
-#include <octree/BuildTree.h>
+#include <bench/BenchMemory.h>
+#include <bench/BuildCases.h>
 #include <octree/Compact.h>
 
 #include <pcl/octree/octree_search.h>
@@ -10,55 +9,27 @@
 namespace
 {
 
-/// Both sides index the same points: the compact ones, as floats for the peer.
-struct CBuildCase
-{
-    std::vector<CTruncPnt> vecPnts;
-    pcl::PointCloud<pcl::PointXYZ>::Ptr pCloud;
-};
+using CCloud = pcl::PointCloud<pcl::PointXYZ>;
+using CTree = pcl::octree::OctreePointCloudSearch<pcl::PointXYZ>;
 
-const CBuildCase& GetCase(std::int64_t nNum, bool bShuffled)
-{
-    static CBuildCase theCase;
-    static std::int64_t nNumMade = -1;
-    static bool bShuffledMade = false;
-    if (nNum != nNumMade || bShuffled != bShuffledMade)
-    {
-        theCase.vecPnts = MakeCompact(nNum, bShuffled);
-        theCase.pCloud.reset(new pcl::PointCloud<pcl::PointXYZ>);
-        theCase.pCloud->reserve(theCase.vecPnts.size());
-        for (const CTruncPnt& pnt : theCase.vecPnts)
-            theCase.pCloud->push_back({static_cast<float>(pnt.m_nX / c_dCompactScale),
-                                       static_cast<float>(pnt.m_nY / c_dCompactScale),
-                                       static_cast<float>(pnt.m_nZ / c_dCompactScale)});
-        nNumMade = nNum;
-        bShuffledMade = bShuffled;
-    }
-    return theCase;
-}
+constexpr const char* c_pPeer = "PCL octree, resolution 1.2 m";
+constexpr double c_dResolution = 1.2; // leaves of about as many points as the product's
 
-std::uint64_t SumLeaves(const COcTreeNode& node)
+CCloud::Ptr MakeCloud(std::int64_t nNum, bool bShuffled)
 {
-    std::uint64_t nSum = 0;
-    for (const COcTreeChild child : node.GetChildren())
-        nSum += child.IsLeaf() ? static_cast<std::uint64_t>(child.GetLeaf().m_nCount)
-                               : SumLeaves(child.GetNode());
-    return nSum;
-}
-
-std::uint64_t BuildProduct(std::int64_t nNum, bool bShuffled, CCpuTimer& timer)
-{
-    std::vector<CTruncPnt> vecPnts = GetCase(nNum, bShuffled).vecPnts;
-    COcTreeIndex tree;
-    timer.Measure([&] { tree = BuildTree(vecPnts.data(), static_cast<std::int32_t>(nNum)); });
-    return SumLeaves(*tree.m_pRoot);
+    CCloud::Ptr pCloud(new CCloud);
+    pCloud->reserve(static_cast<std::size_t>(nNum));
+    for (const CTruncPnt& pnt : GetBuildPnts(nNum, bShuffled))
+        pCloud->push_back({static_cast<float>(pnt.m_nX / c_dCompactScale),
+                           static_cast<float>(pnt.m_nY / c_dCompactScale),
+                           static_cast<float>(pnt.m_nZ / c_dCompactScale)});
+    return pCloud;
 }
 
 std::uint64_t BuildPcl(std::int64_t nNum, bool bShuffled, CCpuTimer& timer)
 {
-    constexpr double c_dResolution = 1.2; // leaves of about as many points as the product's
-    pcl::octree::OctreePointCloudSearch<pcl::PointXYZ> tree(c_dResolution);
-    tree.setInputCloud(GetCase(nNum, bShuffled).pCloud);
+    CTree tree(c_dResolution);
+    tree.setInputCloud(MakeCloud(nNum, bShuffled));
     timer.Measure([&] { tree.addPointsFromInputCloud(); });
     std::uint64_t nSum = 0;
     for (auto it = tree.leaf_depth_begin(); it != tree.leaf_depth_end(); ++it)
@@ -66,10 +37,19 @@ std::uint64_t BuildPcl(std::int64_t nNum, bool bShuffled, CCpuTimer& timer)
     return nSum;
 }
 
-void AddBuildRow(std::int64_t nNum, bool bShuffled, double dBar)
+double MeasurePclMemory(std::int64_t nNum)
 {
-    AddRow({"build", bShuffled ? "tree build, shuffled" : "tree build, scan order", nNum,
-            "PCL octree, resolution 1.2 m", dBar,
+    const CCloud::Ptr pCloud = MakeCloud(nNum, false);
+    const std::int64_t nBefore = GetHeapBytes();
+    CTree tree(c_dResolution);
+    tree.setInputCloud(pCloud);
+    tree.addPointsFromInputCloud();
+    return static_cast<double>(GetHeapBytes() - nBefore) / static_cast<double>(nNum);
+}
+
+void AddBuildRow(std::int64_t nNum, bool bShuffled, CBenchBar bar)
+{
+    AddRow({"build", bShuffled ? "tree build, shuffled" : "tree build, scan order", nNum, c_pPeer, bar,
             [=](CCpuTimer& timer) { return BuildProduct(nNum, bShuffled, timer); },
             [=](CCpuTimer& timer) { return BuildPcl(nNum, bShuffled, timer); }});
 }
@@ -77,8 +57,17 @@ void AddBuildRow(std::int64_t nNum, bool bShuffled, double dBar)
 void AddBuildRows()
 {
     for (const std::int64_t nNum : BenchSizes({1000000, 10000000}))
-        AddBuildRow(nNum, false, 0.70);
-    AddBuildRow(BenchSizes({1000000}).back(), true, 0.15);
+        AddBuildRow(nNum, false, {0.70, 0.45});
+    const std::int64_t nNum = BenchSizes({1000000}).back();
+    AddBuildRow(nNum, true, {0.15, 0.10});
+    AddValue({"build",
+              "tree memory, heap",
+              nNum,
+              "B/point",
+              {4.0, 3.6},
+              [=] { return MeasureTreeMemory(nNum); },
+              c_pPeer,
+              [=] { return MeasurePclMemory(nNum); }});
 }
 
 const CBenchGroup group("build", AddBuildRows);

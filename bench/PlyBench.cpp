@@ -1,11 +1,19 @@
-#include <bench/BenchClouds.h>
 #include <bench/BenchMemory.h>
-#include <bench/BenchTable.h>
+#include <bench/PlyCases.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <memory>
+
+std::uint64_t LoadProduct(std::int64_t nNum, CCpuTimer& timer)
+{
+    CNoColors colors;
+    CPntCld cld(&colors);
+    const std::string sPath = GetTerrainPly(nNum);
+    timer.Measure([&] { cld.ReadFromFile(nullptr, PntCldFile_Ply, sPath.c_str()); });
+    return SumMm(cld, MakeRelativeSum());
+}
 
 namespace
 {
@@ -59,12 +67,25 @@ void AddPlyRows()
 {
     for (const std::int64_t nNum : BenchSizes({1000000, 10000000}))
     {
-        AddRow({"ply", "PLY decoding into the store", nNum, "fread in 1 MiB blocks", 7.0,
+        AddRow({"ply",
+                "PLY decoding into the store",
+                nNum,
+                "fread in 1 MiB blocks",
+                {7.0, 5.0},
                 [=](CCpuTimer& timer) { return Decode(nNum, timer); },
                 [=](CCpuTimer& timer) { return ReadBytes(nNum, timer); }});
         AddValue({"ply", "peak of a PLY load, less 1 MiB, to what the cloud keeps", nNum, "times", 1.15,
                   [=] { return MeasureLoadPeak(nNum); }});
     }
+    const std::int64_t nNum = BenchSizes({10000000}).back();
+    AddRow({"ply",
+            "PLY load, growth to",
+            nNum,
+            "itself with a tenth of the points",
+            {12.0, 10.5},
+            [=](CCpuTimer& timer) { return LoadProduct(nNum, timer); },
+            [=](CCpuTimer& timer) { return LoadProduct(nNum / 10, timer); },
+            BenchResult_Ignored});
 }
 
 const CBenchGroup group("ply", AddPlyRows);

@@ -1,60 +1,116 @@
-#include <bench/BenchClouds.h>
-#include <bench/BenchTable.h>
+#include <bench/QueryCases.h>
 
-#include <cmath>
+#include <zor3geom/PNT_3D.h>
 
 namespace
 {
 
 using zor::geom::PLANE_3D;
-
-constexpr int c_nBatch = 4096;
-
-/// Six planes around a box in the middle of the terrain that holds the given share of its plan.
-std::vector<PLANE_3D> MakeBox(std::int64_t nNum, double dShare)
-{
-    zor::geom::RECT_3D rect;
-    GetTerrainCld(nNum).GetBdry(rect);
-    const double dX = (rect.xmin + rect.xmax) / 2.0;
-    const double dY = (rect.ymin + rect.ymax) / 2.0;
-    const double dHalf = (rect.xmax - rect.xmin) / 2.0 * std::sqrt(dShare);
-    return {PLANE_3D(-1.0, 0.0, 0.0, dX - dHalf),      PLANE_3D(1.0, 0.0, 0.0, -dX - dHalf),
-            PLANE_3D(0.0, -1.0, 0.0, dY - dHalf),      PLANE_3D(0.0, 1.0, 0.0, -dY - dHalf),
-            PLANE_3D(0.0, 0.0, -1.0, rect.zmin - 1.0), PLANE_3D(0.0, 0.0, 1.0, -rect.zmax - 1.0)};
-}
-
-/// Measures a query several times over, so that short ones are measured at all.
-template <class TQuery>
-std::uint64_t RunQuery(CCpuTimer& timer, int nTimes, TQuery query)
-{
-    CSumListener listener;
-    timer.Measure(
-        [&]
-        {
-            for (int i = 0; i < nTimes; ++i)
-                query(&listener);
-        });
-    return listener.m_nSum;
-}
-
-template <class TQuery>
-std::int64_t CountPnts(TQuery query)
-{
-    CSumListener listener;
-    query(&listener);
-    return listener.m_nNumPnts;
-}
+using zor::geom::PNT_3D;
 
 /// A row in nanoseconds a delivered point.
 template <class TQuery>
 void AddPerPntRow(const std::string& sItem, std::int64_t nNum, double dBar, TQuery query)
 {
-    const std::int64_t nDelivered = CountPnts(query);
-    const int nTimes = static_cast<int>(1 + 1000000 / (nDelivered + 1));
-    CBenchRow row{"traversal", sItem + ", " + std::to_string(nDelivered) + " delivered",         nNum,   "",
-                  dBar,        [=](CCpuTimer& timer) { return RunQuery(timer, nTimes, query); }, nullptr};
-    row.dPerUnits = static_cast<double>(nDelivered) * nTimes;
+    CSumListener first;
+    query(&first);
+    CBenchRow row{"traversal",
+                  sItem + ", " + std::to_string(first.m_nNumPnts) + " delivered",
+                  nNum,
+                  "",
+                  dBar,
+                  [=](CCpuTimer& timer)
+                  {
+                      CSumListener listener;
+                      timer.Measure([&] { query(&listener); });
+                      return listener.m_nSum;
+                  },
+                  nullptr};
+    row.dPerUnits = static_cast<double>(first.m_nNumPnts);
     AddRow(row);
+}
+
+/// Tests every point of an array of float64 against the planes, and hands over those behind all of them
+/// as the product does: in batches.
+class CBruteClip
+{
+public:
+    explicit CBruteClip(const std::vector<PLANE_3D>& vecPlanes)
+        : m_vecPlanes(vecPlanes), m_vecBatch(c_nQueryBatch)
+    {
+    }
+
+    void Run(const std::vector<PNT_3D>& vecPnts)
+    {
+        for (const PNT_3D& pnt : vecPnts)
+            if (IsInside(pnt))
+            {
+                m_vecBatch[m_nFilled] = pnt;
+                if (++m_nFilled == m_vecBatch.size())
+                    Flush();
+            }
+        Flush();
+    }
+
+    std::uint64_t m_nNumPnts = 0;
+    double m_dSumZ = 0.0;
+    CMmSum* m_pSum = nullptr; ///< takes the checksum of what comes, where given
+
+private:
+    bool IsInside(const PNT_3D& pnt) const
+    {
+        for (const PLANE_3D& plane : m_vecPlanes)
+            if (plane.a * pnt.x + plane.b * pnt.y + plane.c * pnt.z + plane.d > 0.0)
+                return false;
+        return true;
+    }
+
+    void Flush()
+    {
+        for (std::size_t i = 0; i < m_nFilled; ++i)
+            m_dSumZ += m_vecBatch[i].z;
+        for (std::size_t i = 0; m_pSum != nullptr && i < m_nFilled; ++i)
+            m_pSum->Add(m_vecBatch[i].x, m_vecBatch[i].y, m_vecBatch[i].z);
+        m_nNumPnts += m_nFilled;
+        m_nFilled = 0;
+    }
+
+    const std::vector<PLANE_3D>& m_vecPlanes;
+    std::vector<PNT_3D> m_vecBatch;
+    std::size_t m_nFilled = 0;
+};
+
+const std::vector<PNT_3D>& GetFloat64(std::int64_t nNum)
+{
+    static std::vector<PNT_3D> vecPnts;
+    if (static_cast<std::int64_t>(vecPnts.size()) != nNum)
+    {
+        vecPnts.clear();
+        for (const CSamplePnt& pnt : GetTerrain(nNum))
+            vecPnts.emplace_back(pnt.x, pnt.y, pnt.z);
+    }
+    return vecPnts;
+}
+
+std::uint64_t ClipBrute(std::int64_t nNum, double dShare, CCpuTimer& timer)
+{
+    const std::vector<PNT_3D>& vecPnts = GetFloat64(nNum);
+    const std::vector<PLANE_3D> vecPlanes = MakeClipBox(nNum, dShare);
+    CBruteClip measured(vecPlanes);
+    timer.Measure([&] { measured.Run(vecPnts); });
+    CMmSum sum = MakeAbsoluteSum();
+    CBruteClip checked(vecPlanes);
+    checked.m_pSum = &sum;
+    checked.Run(vecPnts);
+    return measured.m_dSumZ > 0.0 ? sum.Get() : 1;
+}
+
+void AddClipRow(const std::string& sShare, double dShare, CBenchBar bar)
+{
+    const std::int64_t nNum = BenchSizes({10000000}).back();
+    AddRow({"traversal", "clip by 6 planes, " + sShare, nNum, "brute loop over float64", bar,
+            [=](CCpuTimer& timer) { return ClipProduct(nNum, dShare, timer); },
+            [=](CCpuTimer& timer) { return ClipBrute(nNum, dShare, timer); }});
 }
 
 void AddTraversalRows()
@@ -62,15 +118,13 @@ void AddTraversalRows()
     for (const std::int64_t nNum : BenchSizes({1000000, 10000000}))
     {
         AddPerPntRow("GetPnts", nNum, 10.0,
-                     [=](CSumListener* pListener) { GetTerrainCld(nNum).GetPnts(pListener, c_nBatch); });
+                     [=](CSumListener* pListener) { GetTerrainCld(nNum).GetPnts(pListener, c_nQueryBatch); });
         AddPerPntRow("GetPnts_Clip, a quarter", nNum, 10.0,
-                     [=, planes = MakeBox(nNum, 0.25)](CSumListener* pListener)
-                     { GetTerrainCld(nNum).GetPnts_Clip(pListener, planes, c_nBatch); });
-        for (const double dLod : {1.0, 5.0, 50.0})
-            AddPerPntRow("GetPnts_Lod, " + std::to_string(static_cast<int>(dLod)) + " m", nNum, 0.0,
-                         [=](CSumListener* pListener)
-                         { GetTerrainCld(nNum).GetPnts_Lod(pListener, dLod, c_nBatch); });
+                     [=, vecPlanes = MakeClipBox(nNum, 0.25)](CSumListener* pListener)
+                     { GetTerrainCld(nNum).GetPnts_Clip(pListener, vecPlanes, c_nQueryBatch); });
     }
+    AddClipRow("a quarter", 0.25, {0.80, 0.55});
+    AddClipRow("a hundredth", 0.01, {0.05, 0.02});
 }
 
 const CBenchGroup group("traversal", AddTraversalRows);
