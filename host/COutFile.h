@@ -1,7 +1,10 @@
 #ifndef HOST_COUTFILE_H
 #define HOST_COUTFILE_H
 
+#include <host/CTempFile.h>
+
 #include <cstdio>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -33,11 +36,8 @@ public:
     [[noreturn]] void Fail() const;
 
 private:
-    void Discard();
-
-    std::string m_sPath;   // as the user named it
-    std::string m_sTarget; // with symbolic links followed
-    std::string m_sTemp;   // empty: written directly
+    std::string m_sPath;                // as the user named it
+    std::unique_ptr<CTempFile> m_pTemp; // null: written directly
     std::FILE* m_pFile = nullptr;
 };
 
