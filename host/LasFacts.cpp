@@ -25,7 +25,8 @@ void PrintLine(const char* pLabel, const std::string& sValue)
 
 std::string FormatAxes(const TJson& values)
 {
-    return fmt::format("{} {} {}", values[0].get<double>(), values[1].get<double>(), values[2].get<double>());
+    return fmt::format("{} {} {}", values[0].get<double>() + 0.0, values[1].get<double>() + 0.0,
+                       values[2].get<double>() + 0.0); // no minus before 0
 }
 
 std::string TextOrNone(const TJson& text)

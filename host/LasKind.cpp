@@ -1,5 +1,6 @@
 #include <host/FileKinds.h>
 #include <host/LasHeader.h>
+#include <host/source/SourceFacts.h>
 
 #include <fmt/format.h>
 
@@ -8,8 +9,6 @@
 
 namespace
 {
-
-constexpr double c_dReach = 214748.3647; // of a cloud's coordinates, from its first point
 
 std::string FindLasCause(const std::string& sPath)
 {
@@ -26,11 +25,12 @@ void FindCountFindings(const CLasHeader& header, std::vector<CFinding>& vecFindi
 {
     const std::int64_t nHeld = header.CalcNumHeld();
     if (nHeld >= 0 && nHeld < header.nNumPnts)
-        vecFindings.push_back({"las-count",
-                               fmt::format("its header announces {} points, but {} are there: it is cut off "
-                                           "or was never finished",
-                                           header.nNumPnts, nHeld),
-                               false, ""});
+        vecFindings.push_back(
+            {"las-count",
+             fmt::format("its header announces {} points, but {} are there: it is cut off, and "
+                         "a point at the first one's place comes for the missing ones",
+                         header.nNumPnts, nHeld),
+             nHeld > 0, ""});
     if (header.nNumPnts == 0)
         vecFindings.push_back({"las-empty", "it holds no points", false, ""});
     if (header.nNumPnts > std::numeric_limits<std::int32_t>::max())
@@ -52,8 +52,8 @@ CFileFacts FindLasFacts(const std::string& sPath)
     if (header.HasColor() && !header.IsColorTaken())
         facts.vecFindings.push_back(
             {"las-color",
-             fmt::format("its colours are not taken: its point format is {}, and only those of formats 2, 3 "
-                         "and 5 are",
+             fmt::format("its colours are not taken, since its point format is {}: those of formats 2, 3 and "
+                         "5 are",
                          header.nFormat),
              !header.bCompressed,
              header.bCompressed ? "unpack it to .las first, then zorcld convert keeps them" : ""});

@@ -66,14 +66,19 @@ void CountPnts(CLoadFacts& facts, const CFileFacts& fileFacts, std::int64_t nNum
 
 } // namespace
 
-void AddInputOptions(CLI::App& command, CInputOptions& input)
+void AddTypeOption(CLI::App& command, std::string& sType)
 {
-    command.add_option("FILE", input.sPath, "File to read")->required();
     std::vector<std::string> vecNames;
     for (const CFileKind* pKind : GetFileKinds())
         vecNames.emplace_back(pKind->pName);
-    command.add_option("--type", input.sType, "Type of the file, where first bytes and extension mislead")
+    command.add_option("--type", sType, "Type of the file, where first bytes and extension mislead")
         ->check(CLI::IsMember(vecNames));
+}
+
+void AddInputOptions(CLI::App& command, CInputOptions& input)
+{
+    command.add_option("FILE", input.sPath, "File to read")->required();
+    AddTypeOption(command, input.sType);
 }
 
 CLoadFacts LoadCloud(CPntCld& cloud, const CInputOptions& input, const CConsole& console)
@@ -98,7 +103,7 @@ CLoadFacts LoadCloud(CPntCld& cloud, const CInputOptions& input, const CConsole&
         const std::string sCause = kind.pFindCause(input.sPath);
         throw CFailure(input.sPath,
                        sCause.empty()
-                           ? fmt::format("cannot be read as {}: its data are damaged or cut off", kind.pTitle)
+                           ? fmt::format("its {} data are damaged or cut off", kind.pTitle)
                            : sCause);
     }
 

@@ -23,6 +23,9 @@ struct CInputOptions
     std::string sType; ///< empty: found out
 };
 
+/// Adds --type.
+void AddTypeOption(CLI::App& command, std::string& sType);
+
 /// Adds FILE and --type.
 void AddInputOptions(CLI::App& command, CInputOptions& input);
 

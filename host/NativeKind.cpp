@@ -3,6 +3,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -32,7 +34,8 @@ CFileFacts FindNativeFacts(const std::string& sPath)
 {
     const CNativeLayout layout = ReadNativeLayout(sPath);
     CFileFacts facts;
-    facts.nAnnounced = layout.nNumPnts;
+    facts.nAnnounced = std::max<std::int64_t>(layout.nNumPnts, 0);
+    facts.nHeld = layout.nNumHeld;
     facts.bDuplicates = false; // they were removed before it was written
     if (!layout.bMarks)
         facts.vecFindings.push_back(
