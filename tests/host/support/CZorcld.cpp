@@ -70,6 +70,11 @@ CRun CZorcld::RunAfter(const std::string& sBefore, const std::vector<std::string
     return {WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : -1, ReadBytes(sOut), ReadBytes(sErr)};
 }
 
+bool CZorcld::HasLas()
+{
+    return ZORCLD_HAS_LAS != 0;
+}
+
 std::string CZorcld::GetPath(const std::string& sName) const
 {
     return (m_folder / sName).string();

@@ -34,6 +34,9 @@ public:
     /// Is the program built with sanitizers?
     static bool IsSanitized();
 
+    /// Does it read LAS?
+    static bool HasLas();
+
     /// Path of a file in the folder.
     std::string GetPath(const std::string& sName) const;
 
