@@ -101,10 +101,9 @@ CLoadFacts LoadCloud(CPntCld& cloud, const CInputOptions& input, const CConsole&
     if (!bRead || !bHasType)
     {
         const std::string sCause = kind.pFindCause(input.sPath);
-        throw CFailure(input.sPath,
-                       sCause.empty()
-                           ? fmt::format("its {} data are damaged or cut off", kind.pTitle)
-                           : sCause);
+        throw CFailure(input.sPath, sCause.empty()
+                                        ? fmt::format("its {} data are damaged or cut off", kind.pTitle)
+                                        : sCause);
     }
 
     CountPnts(facts, fileFacts, progress.GetNumCalls(), cloud.GetNumPnts());
