@@ -1,7 +1,10 @@
 #ifndef HOST_COUTFILE_H
 #define HOST_COUTFILE_H
 
+#include <host/CTempFile.h>
+
 #include <cstdio>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -24,10 +27,6 @@ public:
     /// As the user named it.
     const std::string& GetPath() const { return m_sPath; }
 
-    /// The file as it is called until `Commit`, for writers that open it by name; empty when it is written
-    /// directly.
-    const std::string& GetTempPath() const { return m_sTemp; }
-
     /// @throws CFailure when not every byte could be written.
     void Write(const void* pBytes, std::size_t nBytes);
     void Write(std::string_view sText) { Write(sText.data(), sText.size()); }
@@ -40,11 +39,8 @@ public:
     [[noreturn]] void Fail() const;
 
 private:
-    void Discard();
-
     std::string m_sPath;
-    std::string m_sTarget; // with symbolic links followed
-    std::string m_sTemp;   // empty: written directly
+    std::unique_ptr<CTempFile> m_pTemp; // null: written directly
     std::FILE* m_pFile = nullptr;
 };
 

@@ -39,6 +39,7 @@ void CProgressBar::Stop()
 
 bool CProgressBar::SetPos(int nPos)
 {
+    ++m_nNumCalls;
     if (nPos == m_nPos && nPos < c_nAlmostDone)
         return true;
     m_timeLast = TClock::now();

@@ -4,6 +4,7 @@
 #include <zor4data/IDlgProgress.h>
 
 #include <chrono>
+#include <cstdint>
 #include <string>
 
 class CConsole;
@@ -30,6 +31,7 @@ public:
 
     /// Has SetPos been called?
     bool HasPos() const { return m_nPos >= 0; }
+    std::int64_t GetNumCalls() const { return m_nNumCalls; }
     TClock::time_point GetFirstTime() const { return m_timeFirst; }
     TClock::time_point GetLastTime() const { return m_timeLast; }
 
@@ -39,6 +41,7 @@ private:
     std::string m_sLabel;
     bool m_bShown;
     int m_nPos = -1;
+    std::int64_t m_nNumCalls = 0;
     TClock::time_point m_timeFirst;
     TClock::time_point m_timeLast;
 };

@@ -7,8 +7,10 @@
 #include <host/GetExtension.h>
 #include <host/LoadCloud.h>
 #include <host/PictureOptions.h>
+#include <host/Query.h>
 #include <host/RenderView.h>
 #include <host/SaveCloud.h>
+#include <host/WritePnts.h>
 
 #include <zor4data/CPntCld.h>
 #include <zor4data/IPclProgressListener.h>
@@ -58,9 +60,36 @@ CGroundPicture::COptions ParsePicture(const COptions& options)
     return picture;
 }
 
+bool IsNative(const std::string& sPath)
+{
+    return GetExtension(sPath) == ".cld";
+}
+
+/// @throws CUsageError for a file that cannot be written because of its name.
+void CheckOutPath(const std::string& sPath)
+{
+    if (!sPath.empty() && !IsNative(sPath) && GetExtension(sPath) != ".ply" && GetExtension(sPath) != ".csv")
+        throw CUsageError(fmt::format("--output: '{}' ends in none of .cld, .ply and .csv", sPath));
+}
+
+void SaveGround(CPntCld& cloud, const std::string& sPath, const CConsole& console)
+{
+    if (IsNative(sPath))
+    {
+        if (cloud.GetNumPnts() == 0)
+            throw CFailure(sPath,
+                           "is not written: there is no ground, and a native file holds a point at least");
+        SaveCloud(cloud, sPath);
+        return;
+    }
+    COutFile out(sPath);
+    WritePnts(cloud, CQuery(), FindPntWriter(sPath), out, console);
+    out.Commit();
+}
+
 void FindGround(const COptions& options, const CConsole& console)
 {
-    const TSaveCloud save = options.sOutPath.empty() ? TSaveCloud() : FindSaveCloud(options.sOutPath);
+    CheckOutPath(options.sOutPath);
     if (!options.sPicturePath.empty() && GetExtension(options.sPicturePath) != ".png")
         throw CUsageError(fmt::format("--picture: '{}' does not end in .png", options.sPicturePath));
     CGroundPicture::COptions pictureOptions = ParsePicture(options);
@@ -78,18 +107,15 @@ void FindGround(const COptions& options, const CConsole& console)
     FilterGround(cloud, console);
     const int nNumGround = cloud.GetNumPnts();
 
+    // The picture takes its name only after the points have theirs.
     std::optional<COutFile> pictureFile;
     if (!options.sPicturePath.empty())
     {
         picture.AddAfter(cloud);
         picture.Write(pictureFile.emplace(options.sPicturePath));
     }
-    if (save)
-    {
-        COutFile out(options.sOutPath);
-        save(cloud, out, console);
-        out.Commit();
-    }
+    if (!options.sOutPath.empty())
+        SaveGround(cloud, options.sOutPath, console);
     if (pictureFile)
         pictureFile->Commit();
     fmt::print("{}: {} of {} points are ground ({:.1f} %)\n", options.input.sPath, nNumGround, nNumAll,

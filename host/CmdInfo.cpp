@@ -4,6 +4,7 @@
 #include <host/Commands.h>
 #include <host/FileKinds.h>
 #include <host/GroupDigits.h>
+#include <host/LasFacts.h>
 #include <host/LoadCloud.h>
 #include <host/Query.h>
 
@@ -46,8 +47,7 @@ TJson CollectInfo(const CPntCld& cloud, const std::string& sPath, const CLoadFac
     info["type"] = facts.pKind->pName;
     info["points"] = cloud.GetNumPnts();
     info["announced"] = facts.nAnnounced < 0 ? TJson() : TJson(facts.nAnnounced);
-    info["duplicates_removed"] =
-        facts.nAnnounced < 0 ? TJson() : TJson(facts.nAnnounced - cloud.GetNumPnts());
+    info["duplicates_removed"] = facts.nDuplicates < 0 ? TJson() : TJson(facts.nDuplicates);
     info["color"] = cloud.IsWithColor();
     zor::geom::RECT_3D box;
     if (cloud.GetBdry(box))
@@ -71,18 +71,27 @@ TJson CollectInfo(const CPntCld& cloud, const std::string& sPath, const CLoadFac
         info["seconds"]["index"] = facts.dSecondsIndex;
     }
     info["peak_memory_bytes"] = GetPeakMemory();
-    info["warnings"] = facts.vecWarnings;
+    info["warnings"] = TJson::array();
+    for (const CFinding& finding : facts.vecFindings)
+        info["warnings"].push_back(finding.sText);
+    if (facts.pKind->eFile == PntCldFile_Las)
+        info["las"] = CollectLasFacts(sPath);
     return info;
-}
-
-std::string FormatCount(const TJson& value)
-{
-    return value.is_null() ? "not known" : GroupDigits(value.get<std::int64_t>());
 }
 
 void PrintLine(const char* pLabel, const std::string& sValue)
 {
     fmt::print("{:<20}{}\n", pLabel, sValue);
+}
+
+void PrintDuplicates(const CLoadFacts& facts)
+{
+    std::string sText = "not known";
+    if (facts.pKind->eFile == PntCldFile_Native)
+        sText = "before it was saved";
+    else if (facts.nDuplicates >= 0)
+        sText = GroupDigits(facts.nDuplicates) + " of " + GroupDigits(facts.nAnnounced) + " announced";
+    PrintLine("Duplicates removed", sText);
 }
 
 void PrintBounds(const TJson& bounds)
@@ -104,9 +113,7 @@ void PrintInfo(const TJson& info, const CLoadFacts& facts)
     PrintLine("File", info["file"].get<std::string>());
     PrintLine("Type", facts.pKind->pTitle);
     PrintLine("Points", GroupDigits(info["points"].get<std::int64_t>()));
-    PrintLine("Duplicates removed",
-              FormatCount(info["duplicates_removed"]) +
-                  (facts.nAnnounced < 0 ? "" : " of " + GroupDigits(facts.nAnnounced) + " announced"));
+    PrintDuplicates(facts);
     PrintLine("Colour", info["color"].get<bool>() ? "yes" : "no");
     PrintBounds(info["bounds"]);
     if (!info["plan_density"].is_null())
@@ -127,6 +134,8 @@ void PrintInfo(const TJson& info, const CLoadFacts& facts)
         sPhases = fmt::format(" (reading {:.3f} s, octree and duplicates {:.3f} s)", facts.dSecondsRead,
                               facts.dSecondsIndex);
     PrintLine("Load time", fmt::format("{:.3f} s{}", facts.dSeconds, sPhases));
+    if (info.contains("las"))
+        PrintLasFacts(info["las"]);
     PrintLine("Peak memory", fmt::format("{:.1f} MiB", info["peak_memory_bytes"].get<double>() / 1048576.0));
 }
 

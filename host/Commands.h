@@ -17,6 +17,8 @@ void AddCountCommand(CLI::App& app, const CConsole& console);
 void AddOutlineCommand(CLI::App& app, const CConsole& console);
 void AddProfileCommand(CLI::App& app, const CConsole& console);
 void AddGroundCommand(CLI::App& app, const CConsole& console);
+void AddCheckCommand(CLI::App& app, const CConsole& console);
+void AddConvertCommand(CLI::App& app, const CConsole& console);
 void AddMakeSampleCommand(CLI::App& app, const CConsole& console);
 
 #endif

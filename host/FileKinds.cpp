@@ -1,9 +1,9 @@
 #include <host/CFailure.h>
 #include <host/FileKinds.h>
+#include <host/GetExtension.h>
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -39,26 +39,19 @@ std::string ReadFirstBytes(const std::string& sPath)
     return {bytes.data(), nBytes};
 }
 
-std::string GetExtension(const std::string& sPath)
-{
-    std::string sExtension = fs::path(sPath).extension().string();
-    std::transform(sExtension.begin(), sExtension.end(), sExtension.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return sExtension.empty() ? sExtension : sExtension.substr(1);
-}
-
 } // namespace
 
 const std::vector<const CFileKind*>& GetFileKinds()
 {
-    static const std::vector<const CFileKind*> c_kinds = {&c_kindPly};
+    static const std::vector<const CFileKind*> c_kinds = {&c_kindNative, &c_kindPly, &c_kindLas, &c_kindGrid};
     return c_kinds;
 }
 
 const CFileKind& FindFileKind(const std::string& sPath, const std::string& sType)
 {
     const std::string sFirstBytes = ReadFirstBytes(sPath);
-    const std::string sExtension = GetExtension(sPath);
+    std::string sExtension = GetExtension(sPath);
+    sExtension.erase(0, 1); // the dot
     for (const CFileKind* pKind : GetFileKinds())
         if (!sType.empty() ? sType == pKind->pName : pKind->pIsContent(sFirstBytes))
             return *pKind;

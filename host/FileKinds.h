@@ -1,6 +1,8 @@
 #ifndef HOST_FILEKINDS_H
 #define HOST_FILEKINDS_H
 
+#include <host/CFinding.h>
+
 #include <zor4data/enumPntCldFile.h>
 
 #include <cstdint>
@@ -11,8 +13,10 @@
 /// What a file says of itself before it is loaded.
 struct CFileFacts
 {
-    std::int64_t nAnnounced = -1;         ///< points that it announces; -1: it does not say
-    std::vector<std::string> vecWarnings; ///< what will surprise the user, a sentence each
+    std::int64_t nAnnounced = -1; ///< points that it announces; -1: it does not say
+    std::int64_t nHeld = -1;      ///< points that it has room for; -1: not known
+    bool bDuplicates = true;      ///< points at one place are removed while it is loaded
+    std::vector<CFinding> vecFindings;
     bool bNoProgress = false; ///< it announces items by the billion that take no bytes: no call for each
 };
 
@@ -28,14 +32,18 @@ struct CFileKind
     /// Do the first bytes of a file, up to 16 of them, say that it is of this kind?
     bool (*pIsContent)(std::string_view sFirstBytes);
 
-    /// The file exists and can be opened; anything else may be wrong with it.
+    /// What its head alone tells: cheap. The file exists and can be opened; anything else may be wrong with
+    /// it.
     CFileFacts (*pFindFacts)(const std::string& sPath);
 
-    /// Called when the load failed. @return the cause without a full stop; empty: not found.
+    /// @return why the library does not load the file, without a full stop; empty: nothing found.
     std::string (*pFindCause)(const std::string& sPath);
 };
 
+extern const CFileKind c_kindNative;
 extern const CFileKind c_kindPly;
+extern const CFileKind c_kindGrid;
+extern const CFileKind c_kindLas;
 
 /// All kinds, those with certain first bytes before those without.
 const std::vector<const CFileKind*>& GetFileKinds();

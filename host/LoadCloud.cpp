@@ -9,6 +9,7 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <new>
@@ -44,16 +45,40 @@ bool ReadFile(CPntCld& cloud, IDlgProgress* pProgress, const CFileKind& kind, co
     }
 }
 
+/// Of a compressed file, only reading it tells how many points it holds.
+///
+/// @param nNumCalls  of the progress bar: of LAS one a point, whose count the header announced.
+void CountPnts(CLoadFacts& facts, const CFileFacts& fileFacts, std::int64_t nNumCalls, std::int64_t nNumPnts)
+{
+    std::int64_t nHeld = fileFacts.nHeld < 0 ? facts.nAnnounced : std::min(fileFacts.nHeld, facts.nAnnounced);
+    if (facts.pKind->eFile == PntCldFile_Las && fileFacts.nHeld < 0 && nNumCalls < facts.nAnnounced)
+    {
+        nHeld = nNumCalls;
+        facts.vecFindings.push_back(
+            {"las-count",
+             fmt::format("its header announces {} points, but {} could be read: it is damaged or cut off",
+                         facts.nAnnounced, nNumCalls),
+             false, ""});
+    }
+    if (fileFacts.bDuplicates && nHeld >= 0)
+        facts.nDuplicates = std::max<std::int64_t>(nHeld - nNumPnts, 0);
+}
+
 } // namespace
+
+void AddTypeOption(CLI::App& command, std::string& sType)
+{
+    std::vector<std::string> vecNames;
+    for (const CFileKind* pKind : GetFileKinds())
+        vecNames.emplace_back(pKind->pName);
+    command.add_option("--type", sType, "Type of the file, where first bytes and extension mislead")
+        ->check(CLI::IsMember(vecNames));
+}
 
 void AddInputOptions(CLI::App& command, CInputOptions& input)
 {
     command.add_option("FILE", input.sPath, "File to read")->required();
-    std::vector<std::string> vecNames;
-    for (const CFileKind* pKind : GetFileKinds())
-        vecNames.emplace_back(pKind->pName);
-    command.add_option("--type", input.sType, "Type of the file, where first bytes and extension mislead")
-        ->check(CLI::IsMember(vecNames));
+    AddTypeOption(command, input.sType);
 }
 
 CLoadFacts LoadCloud(CPntCld& cloud, const CInputOptions& input, const CConsole& console)
@@ -63,7 +88,7 @@ CLoadFacts LoadCloud(CPntCld& cloud, const CInputOptions& input, const CConsole&
     CLoadFacts facts;
     facts.pKind = &kind;
     facts.nAnnounced = fileFacts.nAnnounced;
-    facts.vecWarnings = fileFacts.vecWarnings;
+    facts.vecFindings = fileFacts.vecFindings;
 
     const auto timeStart = CProgressBar::TClock::now();
     CProgressBar progress(console,
@@ -76,12 +101,14 @@ CLoadFacts LoadCloud(CPntCld& cloud, const CInputOptions& input, const CConsole&
     if (!bRead || !bHasType)
     {
         const std::string sCause = kind.pFindCause(input.sPath);
-        throw CFailure(input.sPath,
-                       sCause.empty() ? fmt::format("cannot be read as {}", kind.pTitle) : sCause);
+        throw CFailure(input.sPath, sCause.empty()
+                                        ? fmt::format("its {} data are damaged or cut off", kind.pTitle)
+                                        : sCause);
     }
 
-    for (const std::string& sWarning : facts.vecWarnings)
-        console.Note(fmt::format("{}: {}", input.sPath, sWarning));
+    CountPnts(facts, fileFacts, progress.GetNumCalls(), cloud.GetNumPnts());
+    for (const CFinding& finding : facts.vecFindings)
+        console.Note(fmt::format("{}: {}", input.sPath, finding.sText));
     facts.dSeconds = CalcSeconds(timeEnd - timeStart);
     if (progress.HasPos())
     {

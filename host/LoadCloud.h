@@ -1,6 +1,8 @@
 #ifndef HOST_LOADCLOUD_H
 #define HOST_LOADCLOUD_H
 
+#include <host/CFinding.h>
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -21,6 +23,9 @@ struct CInputOptions
     std::string sType; ///< empty: found out
 };
 
+/// Adds --type.
+void AddTypeOption(CLI::App& command, std::string& sType);
+
 /// Adds FILE and --type.
 void AddInputOptions(CLI::App& command, CInputOptions& input);
 
@@ -28,8 +33,9 @@ void AddInputOptions(CLI::App& command, CInputOptions& input);
 struct CLoadFacts
 {
     const CFileKind* pKind = nullptr;
-    std::int64_t nAnnounced = -1; ///< -1: the file does not say
-    std::vector<std::string> vecWarnings;
+    std::int64_t nAnnounced = -1;  ///< -1: the file does not say
+    std::int64_t nDuplicates = -1; ///< points removed for one at their place; -1: not known
+    std::vector<CFinding> vecFindings;
     double dSeconds = 0.0;
     double dSecondsRead = -1.0;  ///< opening, decoding and storing; -1: not told apart
     double dSecondsIndex = -1.0; ///< octree and duplicates; -1: not told apart

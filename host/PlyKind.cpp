@@ -1,4 +1,5 @@
 #include <host/FileKinds.h>
+#include <host/PlyFindings.h>
 
 #include <fmt/format.h>
 
@@ -239,31 +240,6 @@ std::string FindPlyCause(const std::string& sPath)
     return FindVertices(header) == nullptr ? "has no vertices" : "";
 }
 
-/// The reader takes values as they lie there: say so where that gives wrong ones.
-std::vector<std::string> FindWarnings(const CElement& vertices)
-{
-    std::vector<std::string> vecWarnings;
-    for (const char* pName : {"x", "y", "z"})
-    {
-        const CProperty* const pProp = FindProperty(vertices, pName);
-        if (pProp == nullptr || pProp->pType == nullptr || pProp->pType->sName == "float")
-            continue;
-        vecWarnings.push_back(fmt::format(
-            "coordinates are declared '{}' but read as 'float': they come out wrong", pProp->sType));
-        break;
-    }
-    for (const CProperty& prop : vertices.vecProps)
-    {
-        const bool bSized = prop.pType != nullptr && !prop.bList && prop.sType != prop.pType->sName;
-        if (!bSized || prop.sType == "float32")
-            continue;
-        vecWarnings.push_back(fmt::format("type '{}' is read as '{}' of {} bytes", prop.sType,
-                                          prop.pType->sName, prop.pType->nSize));
-        break;
-    }
-    return vecWarnings;
-}
-
 CFileFacts FindPlyFacts(const std::string& sPath)
 {
     CFileFacts facts;
@@ -275,10 +251,8 @@ CFileFacts FindPlyFacts(const std::string& sPath)
                                     [](const CElement& element)
                                     { return element.vecProps.empty() && element.nCount > c_nManyItems; });
     if (const CElement* const pVertices = FindVertices(header))
-    {
         facts.nAnnounced = pVertices->nCount;
-        facts.vecWarnings = FindWarnings(*pVertices);
-    }
+    facts.vecFindings = FindPlyFindings(sPath);
     return facts;
 }
 

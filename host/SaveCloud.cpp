@@ -1,78 +1,72 @@
-#include <host/CConsole.h>
 #include <host/CFailure.h>
-#include <host/CFileColors.h>
-#include <host/COutFile.h>
-#include <host/GetExtension.h>
-#include <host/Query.h>
+#include <host/CTempFile.h>
+#include <host/NativeLayout.h>
 #include <host/SaveCloud.h>
-#include <host/WritePnts.h>
 
 #include <zor4data/CPntCld.h>
 
-#include <fmt/format.h>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <vector>
 
-#include <array>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
 
 namespace
 {
 
-constexpr short c_nVersion = 1; // handed to the library, which writes the cloud's own
-
-bool IsSamePnt(const CPntCld& a, const CPntCld& b, int i)
+/// @return errno of an attempt to write more to the file; 0: it succeeds.
+int FindWriteError(const std::string& sPath)
 {
-    zor::geom::PNT_3D pntA;
-    zor::geom::PNT_3D pntB;
-    a.GetPnt(i, pntA);
-    b.GetPnt(i, pntB);
-    std::array<unsigned char, 3> colorA{};
-    std::array<unsigned char, 3> colorB{};
-    a.GetPntColor(i, colorA[0], colorA[1], colorA[2]);
-    b.GetPntColor(i, colorB[0], colorB[1], colorB[2]);
-    return pntA.x == pntB.x && pntA.y == pntB.y && pntA.z == pntB.z && colorA == colorB;
+    const int nFile = open(sPath.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
+    if (nFile < 0)
+        return errno;
+    const std::vector<char> vecBytes(1 << 20);
+    errno = 0;
+    const bool bWritten =
+        write(nFile, vecBytes.data(), vecBytes.size()) == static_cast<ssize_t>(vecBytes.size()) &&
+        fsync(nFile) == 0;
+    const int nError = bWritten ? 0 : errno == 0 ? ENOSPC : errno;
+    close(nFile);
+    return nError;
 }
 
-/// Points in the octree's cubes: those that a damaged octree has lost are not among them.
-std::int64_t CountInTree(const CPntCld& cloud)
+/// Errors that show only when the bytes go to the disk.
+bool Sync(const std::string& sPath)
 {
-    CQuery query;
-    query.vecPlanes.emplace_back(0.0, 0.0, 0.0, -1.0); // in front of it is nothing
-    return CountPnts(cloud, query);
-}
-
-bool IsSameCloud(const CPntCld& a, const CPntCld& b)
-{
-    const int nNumPnts = a.GetNumPnts();
-    if (b.GetNumPnts() != nNumPnts || b.IsWithColor() != a.IsWithColor())
+    const int nFile = open(sPath.c_str(), O_WRONLY | O_CLOEXEC);
+    if (nFile < 0)
         return false;
-    for (int i = 0; i < nNumPnts; ++i)
-        if (!IsSamePnt(a, b, i))
-            return false;
-    return nNumPnts == 0 || CountInTree(a) == CountInTree(b);
+    const bool bSynced = fsync(nFile) == 0 || errno == EINVAL || errno == ENOTSUP;
+    close(nFile);
+    return bSynced;
 }
 
-/// The library does not notice a full disk: what it wrote is loaded again and compared.
-void SaveNative(CPntCld& cloud, COutFile& out, const CConsole&)
+[[noreturn]] void Fail(const std::string& sPath, int nError)
 {
-    const std::string& sPath = out.GetTempPath();
-    if (sPath.empty())
-        throw CFailure(out.GetPath(), "is no regular file: a native file could not be checked there");
-    if (!cloud.WriteToFile(zor::String(sPath), c_nVersion))
-        out.Fail();
-    CFileColors colors;
-    CPntCld written(&colors);
-    if (!written.ReadFromFile(nullptr, PntCldFile_Native, zor::String(sPath)) || !IsSameCloud(cloud, written))
-        throw CFailure(out.GetPath(), "could not be written: not every byte arrived (is the disk full?)");
+    throw CFailure(sPath, std::string("could not be written: ") +
+                              (nError != 0 ? std::strerror(nError) : "not every byte arrived"));
 }
 
 } // namespace
 
-TSaveCloud FindSaveCloud(const std::string& sPath)
+void SaveCloud(CPntCld& cloud, const std::string& sPath)
 {
-    const std::string sExtension = GetExtension(sPath);
-    if (sExtension == ".cld")
-        return SaveNative;
-    if (sExtension != ".ply" && sExtension != ".csv")
-        throw CUsageError(fmt::format("--output: '{}' ends in none of .cld, .ply and .csv", sPath));
-    return [makeWriter = FindPntWriter(sPath)](CPntCld& cloud, COutFile& out, const CConsole& console)
-    { WritePnts(cloud, CQuery(), makeWriter, out, console); };
+    std::error_code error;
+    const fs::file_status status = fs::status(sPath, error);
+    if (fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status))
+        throw CFailure(sPath, "is not a regular file: what is written there cannot be checked");
+    CTempFile temp(sPath);
+    errno = 0;
+    if (!cloud.WriteToFile(zor::String(temp.GetPath()), 1))
+        Fail(sPath, errno);
+    // The library does not notice a full disk.
+    const CNativeLayout layout = ReadNativeLayout(temp.GetPath());
+    if (!layout.IsWhole() || layout.nNumPnts != cloud.GetNumPnts())
+        Fail(sPath, FindWriteError(temp.GetPath()));
+    if (!Sync(temp.GetPath()) || !temp.Rename())
+        Fail(sPath, errno);
 }

@@ -1,19 +1,15 @@
 #ifndef HOST_SAVECLOUD_H
 #define HOST_SAVECLOUD_H
 
-#include <functional>
 #include <string>
 
-class CConsole;
-class COutFile;
 class CPntCld;
 
-/// Writes all points of a cloud, not yet committed. What the user should know of the file goes to the
-/// console.
-using TSaveCloud = std::function<void(CPntCld&, COutFile&, const CConsole&)>;
-
-/// Chosen by the extension: .cld, .ply or .csv.
-/// @throws CUsageError for an unknown one.
-TSaveCloud FindSaveCloud(const std::string& sPath);
+/// Saves the cloud as a native file that appears whole or not at all: written under a temporary name beside
+/// the target, checked byte for byte as to its length and its octree, brought to the disk, and renamed.
+///
+/// REQUIRES: at least one point, and an octree.
+/// @throws CFailure when that fails; a file that was there is then as it was.
+void SaveCloud(CPntCld& cloud, const std::string& sPath);
 
 #endif

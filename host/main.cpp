@@ -19,9 +19,9 @@ namespace
 constexpr int c_nFailed = 1;
 constexpr int c_nWrongUsage = 2;
 
-constexpr std::array c_commands = {AddInfoCommand,   AddViewCommand,      AddPointsCommand,
-                                   AddCountCommand,  AddOutlineCommand,   AddProfileCommand,
-                                   AddGroundCommand, AddMakeSampleCommand};
+constexpr std::array c_commands = {AddInfoCommand,    AddViewCommand,      AddPointsCommand, AddCountCommand,
+                                   AddOutlineCommand, AddProfileCommand,   AddGroundCommand, AddCheckCommand,
+                                   AddConvertCommand, AddMakeSampleCommand};
 
 /// One line whatever the message holds: file names may hold line feeds.
 int Report(std::string sMessage, int nStatus)
@@ -38,7 +38,8 @@ int Run(int nNumArgs, char** pArgs)
     CLI::App app("Reads clouds of measured points, tells what is in them and shows them.", "zorcld");
     app.set_version_flag("--version", "zorcld " ZORCLD_VERSION);
     app.require_subcommand(1);
-    app.footer("Exit status: 0 done, 1 a file could not be read or written, 2 wrong usage.\n"
+    app.footer("Exit status: 0 done, 1 a file could not be read or written, 2 wrong usage;\n"
+               "of check also 3, there are warnings.\n"
                "'zorcld COMMAND --help' tells the options of a command.");
     for (const auto& pAddCommand : c_commands)
         pAddCommand(app, console);
@@ -57,6 +58,10 @@ int Run(int nNumArgs, char** pArgs)
     try
     {
         app.parse(nNumArgs, pArgs);
+    }
+    catch (const CLI::RuntimeError& error) // a command is done and has a status of its own
+    {
+        return error.get_exit_code();
     }
     catch (const CLI::ParseError& error)
     {

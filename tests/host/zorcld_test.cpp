@@ -16,6 +16,8 @@ TEST(Zorcld, Help_StatusZeroOnStandardOutput)
                                                     {"count", "--help"},
                                                     {"outline", "--help"},
                                                     {"profile", "--help"},
+                                                    {"check", "--help"},
+                                                    {"convert", "--help"},
                                                     {"make-sample", "--help"},
                                                     {"--version"}})
     {
@@ -77,6 +79,10 @@ TEST(Zorcld, WrongUsage_StatusTwoAndOneLine)
         {"profile", sFile, "-o", sOut, "--line", "0,0,1,1,0"},
         {"profile", sFile, "-o", sOut, "--line", "1,1,1,1,1"},
         {"profile", sFile, "-o", zorcld.GetPath("out.ply"), "--line", "0,0,1,1,1"},
+        {"check"},
+        {"check", sFile, "--type", "docx"},
+        {"convert", sFile},
+        {"convert", sFile, zorcld.GetPath("out.xyz")},
         {"make-sample", sOut, "--points", "0"},
     };
     for (const std::vector<std::string>& vecArgs : c_cases)

@@ -53,19 +53,26 @@ bool CZorcld::IsSanitized()
 
 CRun CZorcld::Run(const std::vector<std::string>& vecArgs, long nMaxKib) const
 {
+    return RunAfter(nMaxKib > 0 ? "ulimit -v " + std::to_string(nMaxKib) + ";" : "", vecArgs);
+}
+
+CRun CZorcld::RunAfter(const std::string& sBefore, const std::vector<std::string>& vecArgs) const
+{
     const std::string sOut = m_folder.string() + ".out";
     const std::string sErr = m_folder.string() + ".err";
     // The font library keeps some of its memory to the end, which is no leak of ours.
-    std::string sCommand =
-        "LSAN_OPTIONS=$LSAN_OPTIONS:print_suppressions=0:suppressions=" + Quote(ZORCLD_SUPPRESSIONS) + ' ' +
-        Quote(ZORCLD_PATH);
-    if (nMaxKib > 0)
-        sCommand = "ulimit -v " + std::to_string(nMaxKib) + "; " + sCommand;
+    std::string sCommand = sBefore + " env LSAN_OPTIONS=$LSAN_OPTIONS:print_suppressions=0:suppressions=" +
+                           Quote(ZORCLD_SUPPRESSIONS) + ' ' + Quote(ZORCLD_PATH);
     for (const std::string& sArg : vecArgs)
         sCommand += ' ' + Quote(sArg);
     sCommand = "{ " + sCommand + "; } </dev/null >" + Quote(sOut) + " 2>" + Quote(sErr);
     const int nStatus = std::system(sCommand.c_str());
     return {WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : -1, ReadBytes(sOut), ReadBytes(sErr)};
+}
+
+bool CZorcld::HasLas()
+{
+    return ZORCLD_HAS_LAS != 0;
 }
 
 std::string CZorcld::GetPath(const std::string& sName) const

@@ -28,8 +28,14 @@ public:
     /// @param nMaxKib  address space that the run may take, KiB; 0: as much as it wants.
     CRun Run(const std::vector<std::string>& vecArgs, long nMaxKib = 0) const;
 
+    /// @param sBefore  what the shell gets before the command: "ulimit -f 100;" or "timeout 1".
+    CRun RunAfter(const std::string& sBefore, const std::vector<std::string>& vecArgs) const;
+
     /// Is the program built with sanitizers?
     static bool IsSanitized();
+
+    /// Does it read LAS?
+    static bool HasLas();
 
     /// Path of a file in the folder.
     std::string GetPath(const std::string& sName) const;

@@ -1,0 +1,29 @@
+#ifndef HOST_CHECKFILE_H
+#define HOST_CHECKFILE_H
+
+#include <host/CFinding.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+class CConsole;
+struct CFileKind;
+struct CInputOptions;
+
+/// What loading a file would come to.
+struct CCheckResult
+{
+    std::string sPath;
+    const CFileKind* pKind = nullptr; ///< null: not known
+    std::int64_t nNumPnts = -1;       ///< that it holds, or else announces; -1: not known
+    std::string sCause;               ///< why it cannot be loaded; empty: it can
+    bool bConvert = false;            ///< that cause is none for `zorcld convert`
+    std::vector<CFinding> vecFindings;
+};
+
+/// Looks at all points of a file. Memory does not grow with the file; but LAZ is loaded, since nothing less
+/// tells whether it is whole.
+CCheckResult CheckFile(const CInputOptions& input, const CConsole& console);
+
+#endif

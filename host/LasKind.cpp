@@ -1,0 +1,81 @@
+#include <host/FileKinds.h>
+#include <host/LasHeader.h>
+#include <host/source/SourceFacts.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <limits>
+
+namespace
+{
+
+std::string FindLasCause(const std::string& sPath)
+{
+#if ZORCLD_HAS_LAS
+    CLasHeader header;
+    return ReadLasHeader(sPath, header);
+#else
+    static_cast<void>(sPath);
+    return "this zorcld was built without a library that reads LAS (ZOR4DATA_LAS)";
+#endif
+}
+
+void FindCountFindings(const CLasHeader& header, std::vector<CFinding>& vecFindings)
+{
+    const std::int64_t nHeld = header.CalcNumHeld();
+    if (nHeld >= 0 && nHeld < header.nNumPnts)
+        vecFindings.push_back(
+            {"las-count",
+             fmt::format("its header announces {} points, but {} are there: it is cut off, and "
+                         "a point at the first one's place comes for the missing ones",
+                         header.nNumPnts, nHeld),
+             nHeld > 0, ""});
+    if (header.nNumPnts == 0)
+        vecFindings.push_back({"las-empty", "it holds no points", false, ""});
+    if (header.nNumPnts > std::numeric_limits<std::int32_t>::max())
+        vecFindings.push_back(
+            {"las-too-many",
+             fmt::format("its header announces {} points, a cloud holds 2147483647 at most", header.nNumPnts),
+             false, "split it into tiles"});
+}
+
+CFileFacts FindLasFacts(const std::string& sPath)
+{
+    CFileFacts facts;
+    CLasHeader header;
+    if (!ReadLasHeader(sPath, header).empty())
+        return facts;
+    facts.nAnnounced = header.nNumPnts;
+    facts.nHeld = header.CalcNumHeld();
+    FindCountFindings(header, facts.vecFindings);
+    if (header.HasColor() && !header.IsColorTaken())
+        facts.vecFindings.push_back(
+            {"las-color",
+             fmt::format("its colours are not taken, since its point format is {}: those of formats 2, 3 and "
+                         "5 are",
+                         header.nFormat),
+             !header.bCompressed,
+             header.bCompressed ? "unpack it to .las first, then zorcld convert keeps them" : ""});
+    double dExtent = 0.0;
+    for (std::size_t i = 0; i < 3; ++i)
+        dExtent = std::max(dExtent, header.adMax[i] - header.adMin[i]);
+    // The points of other files are looked at one by one.
+    if (header.bCompressed && dExtent > c_dReach)
+        facts.vecFindings.push_back({"span",
+                                     fmt::format("by its header it is {:.0f} units wide: points more than "
+                                                 "214748 units from the first one are moved to that distance",
+                                                 dExtent),
+                                     false, "unpack it to .las and check that"});
+    return facts;
+}
+
+} // namespace
+
+const CFileKind c_kindLas = {PntCldFile_Las,
+                             "las",
+                             "LAS",
+                             {"las", "laz"},
+                             [](std::string_view sFirst) { return sFirst.substr(0, 4) == "LASF"; },
+                             FindLasFacts,
+                             FindLasCause};

@@ -1,0 +1,17 @@
+#include <host/FileKinds.h>
+#include <host/LasHeader.h>
+#include <host/LoadCloud.h>
+#include <host/source/IPntSource.h>
+
+std::unique_ptr<IPntSource> MakePntSource(const CInputOptions& input)
+{
+    const CFileKind& kind = FindFileKind(input.sPath, input.sType);
+    if (kind.eFile == PntCldFile_Ply)
+        return MakePlySource(input.sPath);
+    if (kind.eFile == PntCldFile_AsciiGrid)
+        return MakeGridSource(input.sPath);
+    CLasHeader header;
+    if (kind.eFile == PntCldFile_Las && (!ReadLasHeader(input.sPath, header).empty() || !header.bCompressed))
+        return MakeLasSource(input.sPath);
+    return nullptr;
+}
