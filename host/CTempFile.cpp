@@ -28,7 +28,7 @@ struct CWatched
 
 std::array<CWatched, CTempFile::c_nMaxAtOnce> g_watched;
 
-constexpr std::array c_signals = {SIGINT, SIGTERM, SIGHUP};
+constexpr std::array c_signals = {SIGINT, SIGTERM, SIGHUP, SIGQUIT};
 
 extern "C" void RemoveAndEnd(int nSignal)
 {
@@ -60,6 +60,17 @@ void Unwatch(const std::string& sPath)
             watched.m_bSet = 0;
 }
 
+/// The rights of the file that will be replaced; of a new one those that the user's mask leaves.
+mode_t FindMode(const std::string& sTarget)
+{
+    struct stat old = {};
+    if (stat(sTarget.c_str(), &old) == 0 && S_ISREG(old.st_mode))
+        return old.st_mode & 0777U;
+    const mode_t nMask = umask(0);
+    umask(nMask);
+    return 0666U & ~nMask;
+}
+
 } // namespace
 
 CTempFile::CTempFile(const std::string& sTarget)
@@ -72,9 +83,7 @@ CTempFile::CTempFile(const std::string& sTarget)
     if (nFile < 0)
         throw CFailure(sTarget, std::string("cannot be created: ") + std::strerror(errno));
     Watch(m_sTemp);
-    const mode_t nMask = umask(0); // mkstemp gives rights to the owner alone
-    umask(nMask);
-    fchmod(nFile, 0666U & ~nMask);
+    fchmod(nFile, FindMode(m_sTarget)); // mkstemp gives rights to the owner alone
     close(nFile);
 }
 

@@ -4,7 +4,7 @@
 #include <string>
 
 /// An empty file under a temporary name beside the place where it is to be. It goes away with this object,
-/// and when the program is interrupted (SIGINT, SIGTERM, SIGHUP), unless `Rename` has put it there.
+/// and when the program is interrupted (SIGINT, SIGTERM, SIGHUP, SIGQUIT), unless `Rename` has put it there.
 ///
 /// An interruption removes up to `c_nMaxAtOnce` of them.
 class CTempFile

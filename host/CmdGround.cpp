@@ -141,7 +141,7 @@ void AddGroundCommand(CLI::App& app, const CConsole& console)
         ->type_name("OUT.png");
     AddPictureOptions(*pCommand, pOptions->picture);
     pCommand->footer(
-        "The sizes it goes by are fixed, and suit metres: windows up to 20 units, slopes up to 1,\n"
+        "The sizes it goes by are fixed, and suit metres: windows of 3 to 33 units, slopes up to 1,\n"
         "heights above the ground from 0.5 to 3.");
     pCommand->callback([pOptions, &console] { FindGround(*pOptions, console); });
 }

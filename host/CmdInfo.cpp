@@ -50,7 +50,7 @@ TJson CollectInfo(const CPntCld& cloud, const std::string& sPath, const CLoadFac
     info["duplicates_removed"] = facts.nDuplicates < 0 ? TJson() : TJson(facts.nDuplicates);
     info["color"] = cloud.IsWithColor();
     zor::geom::RECT_3D box;
-    if (cloud.GetBdry(box))
+    if (cloud.GetNumPnts() > 0 && cloud.GetBdry(box))
         info["bounds"] = {{"min", {box.xmin, box.ymin, box.zmin}}, {"max", {box.xmax, box.ymax, box.zmax}}};
     else
         info["bounds"] = TJson();

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <filesystem>
 #include <new>
 
@@ -64,6 +65,14 @@ void CountPnts(CLoadFacts& facts, const CFileFacts& fileFacts, std::int64_t nNum
         facts.nDuplicates = std::max<std::int64_t>(nHeld - nNumPnts, 0);
 }
 
+/// Points whose coordinates are numbers. Only the origin of a damaged native file makes others.
+bool HasPlace(const CPntCld& cloud)
+{
+    zor::geom::RECT_3D box;
+    return cloud.GetNumPnts() == 0 || !cloud.GetBdry(box) ||
+           std::isfinite(box.xmin + box.ymin + box.zmin + box.xmax + box.ymax + box.zmax);
+}
+
 } // namespace
 
 void AddTypeOption(CLI::App& command, std::string& sType)
@@ -98,7 +107,7 @@ CLoadFacts LoadCloud(CPntCld& cloud, const CInputOptions& input, const CConsole&
     const auto timeEnd = CProgressBar::TClock::now();
     progress.Stop();
     const bool bHasType = cloud.GetColorListener() != nullptr; // a file without points may give it none
-    if (!bRead || !bHasType)
+    if (!bRead || !bHasType || !HasPlace(cloud))
     {
         const std::string sCause = kind.pFindCause(input.sPath);
         throw CFailure(input.sPath, sCause.empty()

@@ -18,6 +18,8 @@ std::string FindNativeCause(const std::string& sPath)
     if (layout.nType != 0 && layout.nType != 1)
         return fmt::format("{}: its point type is {}, 0 and 1 are known",
                            layout.bMarks ? "cannot be read" : "not a native cloud file", layout.nType);
+    if (!layout.bOrigin)
+        return "its origin is no finite number: it is damaged";
     return {};
 }
 

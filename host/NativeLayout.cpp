@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstring>
 
 namespace
@@ -74,7 +75,14 @@ CNativeLayout ReadNativeLayout(const std::string& sPath)
     layout.nType = ReadNumber<std::int16_t>(reader);
     if (layout.nType != 0 && layout.nType != 1)
         return layout;
-    reader.SetPos(23); // behind the origin
+    reader.SetPos(11); // behind the type
+    for (int i = 0; i < 3; ++i)
+    {
+        const std::int32_t nBits = ReadNumber<std::int32_t>(reader);
+        float fOrigin = 0.0F;
+        std::memcpy(&fOrigin, &nBits, sizeof fOrigin);
+        layout.bOrigin = layout.bOrigin && std::isfinite(fOrigin);
+    }
     layout.nNumPnts = ReadNumber<std::int32_t>(reader);
     const std::int64_t nSize = layout.nType == 0 ? 12 : 15;
     layout.nNumHeld = std::clamp<std::int64_t>((layout.nFileSize - reader.GetPos()) / nSize, 0,

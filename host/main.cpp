@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <clocale>
+#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <new>
@@ -76,6 +77,7 @@ int Run(int nNumArgs, char** pArgs)
 
 int main(int nNumArgs, char** pArgs)
 {
+    std::signal(SIGXFSZ, SIG_IGN); // a file beyond its allowed size is an error of writing like any other
     try
     {
         const int nStatus = Run(nNumArgs, pArgs);

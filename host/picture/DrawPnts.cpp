@@ -6,6 +6,13 @@
 namespace
 {
 
+/// Not so for a place that is no number, or so far off that pixels cannot be counted.
+bool IsNearPicture(const CScreenPnt& pnt)
+{
+    constexpr float c_fFar = 1e6F;
+    return std::fabs(pnt.x) < c_fFar && std::fabs(pnt.y) < c_fFar;
+}
+
 constexpr int c_nTile = 8; // pixels, edge of the finest tiles
 constexpr float c_fMinPerTile = 8.0F;
 constexpr float c_fRadius = 0.78F; // of the spacing: covers a square pattern with some overlap
@@ -29,6 +36,8 @@ public:
         std::vector<bool> vecHit(raster.vecDepth.size());
         for (const CScreenPnt& pnt : vecPnts)
         {
+            if (!IsNearPicture(pnt))
+                continue;
             const int x = static_cast<int>(std::floor(pnt.x));
             const int y = static_cast<int>(std::floor(pnt.y));
             if (!raster.IsInside(x, y) || vecHit[raster.GetIndex(x, y)])
@@ -128,6 +137,8 @@ float DrawPnts(const std::vector<CScreenPnt>& vecPnts, float fMaxRadius, CPntRas
     double dNum = 0.0;
     for (const CScreenPnt& pnt : vecPnts)
     {
+        if (!IsNearPicture(pnt))
+            continue;
         const float x = std::clamp(pnt.x, 0.0F, static_cast<float>(raster.nWidth - 1));
         const float y = std::clamp(pnt.y, 0.0F, static_cast<float>(raster.nHeight - 1));
         const float fSpacing = tiles.CalcSpacing(static_cast<int>(x), static_cast<int>(y));

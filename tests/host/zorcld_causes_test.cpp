@@ -119,3 +119,47 @@ TEST(ZorcldCauses, OddNames_OneLine)
     EXPECT_EQ(run.nStatus, 1);
     EXPECT_TRUE(run.HasOneErrLine()) << run.sErr;
 }
+
+// An origin that is no number makes every coordinate one: nothing can be drawn or measured.
+TEST(ZorcldCauses, Native_OriginThatIsNoNumber)
+{
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.GetPath("cloud.cld");
+    ASSERT_EQ(zorcld.Run({"convert", zorcld.Write("grid.ply", MakeGridPly(5)), sFile}).nStatus, 0);
+    const std::string sGood = ReadBytes(sFile);
+    for (const std::string& sFloat :
+         {std::string("\0\0\xC0\x7F", 4), std::string("\0\0\x80\xFF", 4)}) // nan, -inf
+        for (const std::size_t nPos : {11U, 15U, 19U})
+        {
+            std::string sBad = sGood;
+            sBad.replace(nPos, 4, sFloat);
+            zorcld.Write("cloud.cld", sBad);
+            ExpectCause(zorcld, sFile, "its origin is no finite number");
+            EXPECT_EQ(zorcld.Run({"check", sFile}).nStatus, 1);
+            EXPECT_EQ(zorcld.Run({"view", sFile, "-o", zorcld.GetPath("x.png")}).nStatus, 1);
+        }
+}
+
+// The rights of the file that was there.
+TEST(ZorcldCauses, Output_KeepsRightsAndLeavesNothingBehind)
+{
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("grid.ply", MakeGridPly(100));
+    const std::string sOut = zorcld.Write("out.csv", "old");
+    std::filesystem::permissions(sOut,
+                                 std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+    ASSERT_EQ(zorcld.Run({"points", sFile, "-o", sOut}).nStatus, 0);
+    EXPECT_EQ(std::filesystem::status(sOut).permissions(),
+              std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+    EXPECT_EQ(zorcld.CountFiles(), 2U);
+}
+
+TEST(ZorcldCauses, NoPoints_BoundsAreNull)
+{
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("none.cld", std::string(":\1\1\0\0\0\0\0\0\0\0", 11) +
+                                                           std::string(16, '\0') + std::string(30, '\0'));
+    const CRun run = zorcld.Run({"info", "--json", sFile});
+    EXPECT_EQ(run.nStatus, 0) << run.sErr;
+    EXPECT_NE(run.sOut.find("\"bounds\": null"), std::string::npos) << run.sOut;
+}
