@@ -75,6 +75,21 @@ void FindMergedPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFinding
          false, "smaller units: metres instead of degrees or kilometres"});
 }
 
+/// Walls and the undersides of things.
+void FindStackedPnts(CStackedPnts& stacked, const CSourceFacts& facts, std::vector<CFinding>& vecFindings)
+{
+    constexpr double c_dWorthTelling = 0.01;
+    const std::int64_t nNumLost = stacked.CalcNumLost();
+    if (static_cast<double>(nNumLost) < c_dWorthTelling * static_cast<double>(facts.summary.nNumPnts) ||
+        nNumLost == 0)
+        return;
+    vecFindings.push_back({"stacked-points",
+                           fmt::format("{} of {} points lie above or below another, at its x and y, and are "
+                                       "removed: a cloud keeps only the first of such points near each other",
+                                       GroupDigits(nNumLost), GroupDigits(facts.summary.nNumPnts)),
+                           false, ""});
+}
+
 void FindDeepColors(const CSourceFacts& facts, std::vector<CFinding>& vecFindings)
 {
     if (facts.HasDeepColor() && facts.nNumLowColors > 0)
@@ -117,11 +132,13 @@ void LookAtPnts(CCheckResult& result, const CInputOptions& input, const CConsole
             return;
         }
         const auto name = std::filesystem::path(input.sPath).filename().string();
-        const CSourceFacts facts = CollectSourceFacts(*pSource, console, "checking " + name);
+        CStackedPnts stacked;
+        const CSourceFacts facts = CollectSourceFacts(*pSource, console, "checking " + name, &stacked);
         result.nNumPnts = facts.summary.nNumPnts + facts.nNumNotFinite;
         for (CFinding& finding : pSource->GetFindings())
             result.vecFindings.push_back(std::move(finding));
         FindMergedPnts(facts, result.vecFindings);
+        FindStackedPnts(stacked, facts, result.vecFindings);
         if (result.pKind->eFile == PntCldFile_Las)
             FindDeepColors(facts, result.vecFindings);
         FindFarPnts(facts, result.vecFindings);

@@ -22,7 +22,7 @@ struct CCheckResult
     std::vector<CFinding> vecFindings;
 };
 
-/// Looks at all points of a file. Memory does not grow with the file; but LAZ is loaded, since nothing less
+/// Looks at all points of a file. Memory does not grow with the file beyond what CStackedPnts takes; but LAZ is loaded, since nothing less
 /// tells whether it is whole.
 CCheckResult CheckFile(const CInputOptions& input, const CConsole& console);
 

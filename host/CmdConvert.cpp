@@ -42,7 +42,7 @@ std::string FormatResult(std::int64_t nNumPnts, bool bColor, std::int64_t nRemov
     std::string sText = fmt::format("{} point{}{}", GroupDigits(nNumPnts), nNumPnts == 1 ? "" : "s",
                                     bColor ? " with colour" : "");
     if (nRemoved > 0)
-        sText += fmt::format(", {} at the place of another removed", GroupDigits(nRemoved));
+        sText += fmt::format(", {} removed at the x and y of another", GroupDigits(nRemoved));
     return sText;
 }
 

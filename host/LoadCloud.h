@@ -34,7 +34,7 @@ struct CLoadFacts
 {
     const CFileKind* pKind = nullptr;
     std::int64_t nAnnounced = -1;  ///< -1: the file does not say
-    std::int64_t nDuplicates = -1; ///< points removed for one at their place; -1: not known
+    std::int64_t nDuplicates = -1; ///< points removed for one at their x and y; -1: not known
     std::vector<CFinding> vecFindings;
     double dSeconds = 0.0;
     double dSecondsRead = -1.0;  ///< opening, decoding and storing; -1: not told apart

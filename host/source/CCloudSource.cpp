@@ -41,7 +41,8 @@ public:
         if (m_nDuplicates <= 0)
             return {};
         return {{"duplicates",
-                 fmt::format("{} points at the place of another were removed", GroupDigits(m_nDuplicates)),
+                 fmt::format("{} points at the x and y of another, whatever their height, were removed",
+                             GroupDigits(m_nDuplicates)),
                  false, ""}};
     }
 

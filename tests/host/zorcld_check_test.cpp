@@ -111,6 +111,30 @@ TEST(ZorcldCheck, Span_AndWhatConvertCanDo)
                    {"small-units"});
 }
 
+// A wall of ten columns of points. Cubes of the octree divide each in two; one point is kept in either half.
+TEST(ZorcldCheck, StackedPnts)
+{
+    const CZorcld zorcld;
+    std::vector<float> vecWall;
+    std::vector<float> vecTwice;
+    for (int i = 0; i < 100; ++i)
+    {
+        const auto x = static_cast<float>(i % 10);
+        const auto z = static_cast<float>(i / 10);
+        vecWall.insert(vecWall.end(), {x, 0.5F * x, 0.01F * z});
+        vecTwice.insert(vecTwice.end(), {x, 0.5F * x, 7.0F});
+    }
+    const nlohmann::json file =
+        ExpectWarnings(zorcld, zorcld.Write("wall.ply", MakePly(vecWall)), {"stacked-points"});
+    EXPECT_EQ(file["warnings"][0]["text"].get<std::string>().find("80 of 100 points lie above or below"), 0U)
+        << file.dump(1);
+    ExpectWarnings(zorcld, zorcld.Write("twice.ply", MakePly(vecTwice)), {}); // wholly the same
+    const CRun run =
+        zorcld.Run({"convert", zorcld.Write("wall.ply", MakePly(vecWall)), zorcld.GetPath("o.cld")});
+    EXPECT_NE(run.sErr.find("20 points, 80 removed at the x and y of another"), std::string::npos)
+        << run.sErr;
+}
+
 TEST(ZorcldCheck, Las)
 {
     if (!CZorcld::HasLas())

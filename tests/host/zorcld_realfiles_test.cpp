@@ -73,7 +73,7 @@ constexpr CRealFile c_files[] = {
     {"ply/simple_binary_cc.ply", 0, 0},
     {"ply/splat_compressed.ply", 1, 1},
     {"ply/splat_train-1000.ply", 0, 0},
-    {"ply/truck_meshlab.ply", 0, 0},
+    {"ply/truck_meshlab.ply", 0, 3},
     {"ply/voxelgrid_crlf.ply", 0, 0},
     {"asc/4_x_3_no_nodata.asc", 1, 1},
     {"asc/avaPfa_crlf.asc", 0, 0},
