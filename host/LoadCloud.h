@@ -45,4 +45,7 @@ struct CLoadFacts
 /// @throws CFailure with the cause when it cannot be read.
 CLoadFacts LoadCloud(CPntCld& cloud, const CInputOptions& input, const CConsole& console);
 
+/// @throws CFailure when points of a LAS file were moved, so that it is not worth saving.
+void RefuseMovedPnts(const CLoadFacts& facts, const std::string& sPath);
+
 #endif

@@ -15,7 +15,9 @@ class CCloudSource final : public IPntSource
 public:
     CCloudSource(const CInputOptions& input, const CConsole& console) : m_cloud(&m_colors)
     {
-        m_nDuplicates = LoadCloud(m_cloud, input, console).nDuplicates;
+        const CLoadFacts facts = LoadCloud(m_cloud, input, console);
+        RefuseMovedPnts(facts, input.sPath);
+        m_nDuplicates = facts.nDuplicates;
     }
 
     bool HasColor() const override { return m_cloud.IsWithColor(); }

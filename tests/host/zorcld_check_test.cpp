@@ -226,6 +226,34 @@ TEST(ZorcldCheck, Native)
     ExpectCause(zorcld, zorcld.Write("other.cld", sOther), "point type is 7", false);
 }
 
+// Status 1 exactly when loading fails, whatever the header looks like.
+TEST(ZorcldCheck, AgreesWithTheLoader)
+{
+    const CZorcld zorcld;
+    const auto agree = [&](const std::string& sFile)
+    {
+        const CRun check = zorcld.Run({"check", sFile});
+        const CRun info = zorcld.Run({"info", sFile});
+        EXPECT_EQ(check.nStatus == 1, info.nStatus == 1) << check.sOut << info.sErr;
+        return info.nStatus;
+    };
+    const std::string sFarHead =
+        "ncols 2\nnrows 2\nxllcorner 10\nyllcorner 20\ncellsize 1e308\nNODATA_value -1\n";
+    EXPECT_EQ(agree(zorcld.Write("far.asc", sFarHead + "1 2\n3 4\n")), 1);
+    if (!CZorcld::HasLas())
+        GTEST_SKIP() << "LAS is not read";
+    const std::string sLas = LasOf(1, 10).GetBytes();
+    int nRefused = 0;
+    for (std::size_t nPos = 94; nPos < 112; ++nPos) // sizes, positions, counts, scale
+        for (const char c : {'\0', '\x7f'})
+        {
+            std::string sBytes = sLas;
+            sBytes[nPos] = c;
+            nRefused += agree(zorcld.Write("file.las", sBytes));
+        }
+    EXPECT_GT(nRefused, 10);
+}
+
 // The worst of the files decides: 1 before 3 before 0.
 TEST(ZorcldCheck, Status_OfSeveralFiles)
 {

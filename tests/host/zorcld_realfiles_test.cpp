@@ -179,3 +179,18 @@ TEST(ZorcldRealFiles, Info_TellsTheHeaderOfLas)
           "Offset              0 0 0", "Bounds in header", "Created             2014-03-04"})
         EXPECT_NE(text.sOut.find(pText), std::string::npos) << pText << text.sOut;
 }
+
+TEST(ZorcldRealFiles, MovedPnts_AreNotConverted)
+{
+    if (!HasRealFiles())
+        GTEST_SKIP() << c_pNone;
+    const CZorcld zorcld;
+    for (const char* pName : {"las/pdrf10-1.4.las", "las/pdrf9-1.4.laz"})
+    {
+        const CRun info = zorcld.Run({"info", GetRealFile(pName)});
+        EXPECT_NE(info.sErr.find("more than 214748 units from the first one"), std::string::npos)
+            << info.sErr;
+        for (const char* pOut : {"o.cld", "o.ply"})
+            EXPECT_EQ(zorcld.Run({"convert", GetRealFile(pName), zorcld.GetPath(pOut)}).nStatus, 1) << pName;
+    }
+}
