@@ -75,6 +75,21 @@ void FindMergedPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFinding
          false, "smaller units: metres instead of degrees or kilometres"});
 }
 
+/// Walls and the undersides of things.
+void FindStackedPnts(CStackedPnts& stacked, const CSourceFacts& facts, std::vector<CFinding>& vecFindings)
+{
+    constexpr double c_dWorthTelling = 0.01;
+    const std::int64_t nNumLost = stacked.CalcNumLost();
+    if (static_cast<double>(nNumLost) < c_dWorthTelling * static_cast<double>(facts.summary.nNumPnts) ||
+        nNumLost == 0)
+        return;
+    vecFindings.push_back({"stacked-points",
+                           fmt::format("{} of {} points lie above or below another, at its x and y, and are "
+                                       "removed: a cloud keeps only the first of such points near each other",
+                                       GroupDigits(nNumLost), GroupDigits(facts.summary.nNumPnts)),
+                           false, ""});
+}
+
 void FindDeepColors(const CSourceFacts& facts, std::vector<CFinding>& vecFindings)
 {
     if (facts.HasDeepColor() && facts.nNumLowColors > 0)
@@ -86,23 +101,60 @@ void FindDeepColors(const CSourceFacts& facts, std::vector<CFinding>& vecFinding
              true, ""});
 }
 
-/// Only decoding it tells whether a compressed file is whole.
-void LoadCompressed(CCheckResult& result, const CInputOptions& input)
+/// @return why it cannot be loaded; empty: it can.
+std::string TryLoad(const CInputOptions& input, std::vector<CFinding>& vecFindings)
 {
-    if (result.pKind->eFile != PntCldFile_Las)
-        return;
     CConsole quiet;
     quiet.m_bQuiet = true;
     CFileColors colors;
     CPntCld cloud(&colors);
     try
     {
-        result.vecFindings = LoadCloud(cloud, input, quiet).vecFindings;
+        vecFindings = LoadCloud(cloud, input, quiet).vecFindings;
     }
     catch (const CFailure& failure)
     {
-        result.sCause = GetCause(failure, input.sPath);
+        return GetCause(failure, input.sPath);
     }
+    return {};
+}
+
+/// Only decoding it tells whether a compressed file is whole.
+void LoadCompressed(CCheckResult& result, const CInputOptions& input)
+{
+    if (result.pKind->eFile != PntCldFile_Las)
+        return;
+    result.sCause = TryLoad(input, result.vecFindings);
+    result.bLoaded = true;
+}
+
+bool IsSmall(const CFileFacts& facts, std::int64_t nNumPnts, const std::string& sPath)
+{
+    constexpr std::uintmax_t c_nMaxBytes = 64U << 20U;
+    constexpr std::int64_t c_nMaxPnts = 4000000;
+    std::error_code error;
+    const std::uintmax_t nBytes = std::filesystem::file_size(sPath, error);
+    return !error && nBytes <= c_nMaxBytes && nNumPnts <= c_nMaxPnts && !facts.bNoProgress;
+}
+
+/// The last word is the loader's: damaged files may look well, and the other way round.
+void AskLoader(CCheckResult& result, const CInputOptions& input)
+{
+    std::vector<CFinding> vecFindings;
+    const std::string sCause = TryLoad(input, vecFindings);
+    if (!result.sCause.empty() && sCause.empty())
+    {
+        result.vecFindings = std::move(vecFindings);
+        result.vecFindings.push_back({"misread", "it loads, but is damaged: " + result.sCause, false, ""});
+        result.bConvert = false;
+    }
+    else if (result.sCause.empty() && !sCause.empty())
+    {
+        result.bConvert = std::any_of(result.vecFindings.begin(), result.vecFindings.end(),
+                                      [](const CFinding& finding) { return finding.bConvert; });
+        result.vecFindings.clear();
+    }
+    result.sCause = sCause;
 }
 
 /// Findings of the points themselves, where the host can read them one by one.
@@ -117,11 +169,13 @@ void LookAtPnts(CCheckResult& result, const CInputOptions& input, const CConsole
             return;
         }
         const auto name = std::filesystem::path(input.sPath).filename().string();
-        const CSourceFacts facts = CollectSourceFacts(*pSource, console, "checking " + name);
+        CStackedPnts stacked;
+        const CSourceFacts facts = CollectSourceFacts(*pSource, console, "checking " + name, &stacked);
         result.nNumPnts = facts.summary.nNumPnts + facts.nNumNotFinite;
         for (CFinding& finding : pSource->GetFindings())
             result.vecFindings.push_back(std::move(finding));
         FindMergedPnts(facts, result.vecFindings);
+        FindStackedPnts(stacked, facts, result.vecFindings);
         if (result.pKind->eFile == PntCldFile_Las)
             FindDeepColors(facts, result.vecFindings);
         FindFarPnts(facts, result.vecFindings);
@@ -154,11 +208,13 @@ CCheckResult CheckFile(const CInputOptions& input, const CConsole& console)
 {
     CCheckResult result;
     result.sPath = input.sPath;
+    bool bSmall = false;
     try
     {
         result.pKind = &FindFileKind(input.sPath, input.sType);
         CFileFacts facts = result.pKind->pFindFacts(input.sPath);
         result.nNumPnts = facts.nHeld < 0 ? facts.nAnnounced : std::min(facts.nHeld, facts.nAnnounced);
+        bSmall = IsSmall(facts, result.nNumPnts, input.sPath);
         result.vecFindings = std::move(facts.vecFindings);
         result.sCause = result.pKind->pFindCause(input.sPath);
     }
@@ -171,5 +227,7 @@ CCheckResult CheckFile(const CInputOptions& input, const CConsole& console)
         LookAtPnts(result, input, console);
     else
         result.bConvert = CanConvert(input);
+    if (bSmall && !result.bLoaded)
+        AskLoader(result, input);
     return result;
 }

@@ -19,11 +19,12 @@ struct CCheckResult
     std::int64_t nNumPnts = -1;       ///< that it holds, or else announces; -1: not known
     std::string sCause;               ///< why it cannot be loaded; empty: it can
     bool bConvert = false;            ///< that cause is none for `zorcld convert`
+    bool bLoaded = false;             ///< it was loaded to find that out
     std::vector<CFinding> vecFindings;
 };
 
-/// Looks at all points of a file. Memory does not grow with the file; but LAZ is loaded, since nothing less
-/// tells whether it is whole.
+/// Looks at all points of a file. Memory does not grow with the file beyond what CStackedPnts takes; but LAZ
+/// is loaded, since nothing less tells whether it is whole.
 CCheckResult CheckFile(const CInputOptions& input, const CConsole& console);
 
 #endif

@@ -42,7 +42,7 @@ std::string FormatResult(std::int64_t nNumPnts, bool bColor, std::int64_t nRemov
     std::string sText = fmt::format("{} point{}{}", GroupDigits(nNumPnts), nNumPnts == 1 ? "" : "s",
                                     bColor ? " with colour" : "");
     if (nRemoved > 0)
-        sText += fmt::format(", {} at the place of another removed", GroupDigits(nRemoved));
+        sText += fmt::format(", {} removed at the x and y of another", GroupDigits(nRemoved));
     return sText;
 }
 
@@ -123,6 +123,7 @@ std::string SaveLoaded(const COptions& options, const CConsole& console)
     CFileColors colors;
     CPntCld cloud(&colors);
     const CLoadFacts facts = LoadCloud(cloud, options.input, console);
+    RefuseMovedPnts(facts, options.input.sPath);
     if (cloud.GetNumPnts() == 0)
         throw CFailure(options.input.sPath, "holds no points");
     if (facts.pKind->eFile == PntCldFile_Native && !ReadNativeLayout(options.input.sPath).IsWhole())
@@ -135,7 +136,8 @@ std::string ConvertPnts(IPntSource& source, const COptions& options, const CCons
 {
     const CTakenPnts pnts(source, options.input.sPath, console);
     for (const CFinding& finding : source.GetFindings())
-        console.Note(fmt::format("{}: {}", options.input.sPath, finding.sText));
+        if (!finding.bConvert) // else it goes wrong for others only
+            console.Note(fmt::format("{}: {}", options.input.sPath, finding.sText));
     const std::string sResult = GetExtension(options.sOutPath) == ".cld" ? WriteNative(pnts, options, console)
                                                                          : WritePly(pnts, options, console);
     for (const std::string& sNote : pnts.GetNotes())

@@ -90,7 +90,8 @@ void PrintDuplicates(const CLoadFacts& facts)
     if (facts.pKind->eFile == PntCldFile_Native)
         sText = "before it was saved";
     else if (facts.nDuplicates >= 0)
-        sText = GroupDigits(facts.nDuplicates) + " of " + GroupDigits(facts.nAnnounced) + " announced";
+        sText = GroupDigits(facts.nDuplicates) + " of " + GroupDigits(facts.nAnnounced) +
+                " announced (at the x and y of another)";
     PrintLine("Duplicates removed", sText);
 }
 

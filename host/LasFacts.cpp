@@ -5,6 +5,8 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
+#include <cmath>
+
 namespace
 {
 
@@ -27,6 +29,12 @@ std::string FormatAxes(const TJson& values)
 {
     return fmt::format("{} {} {}", values[0].get<double>() + 0.0, values[1].get<double>() + 0.0,
                        values[2].get<double>() + 0.0); // no minus before 0
+}
+
+/// Damaged headers have numbers of hundreds of digits.
+std::string FormatBound(double d)
+{
+    return std::fabs(d) < 1e15 ? fmt::format("{:14.4f}", d) : fmt::format("{:14.6g}", d);
 }
 
 std::string TextOrNone(const TJson& text)
@@ -86,8 +94,8 @@ void PrintLasFacts(const TJson& facts)
     const char* pLabel = "Bounds in header";
     for (std::size_t k = 0; k < 3; ++k, pLabel = "")
         PrintLine(pLabel,
-                  fmt::format("{} {:14.4f} to {:14.4f}", "xyz"[k], facts["bounds"]["min"][k].get<double>(),
-                              facts["bounds"]["max"][k].get<double>()));
+                  fmt::format("{} {} to {}", "xyz"[k], FormatBound(facts["bounds"]["min"][k].get<double>()),
+                              FormatBound(facts["bounds"]["max"][k].get<double>())));
     PrintLine("System identifier", TextOrNone(facts["system_identifier"]));
     PrintLine("Generating software", TextOrNone(facts["generating_software"]));
     PrintLine("Created", TextOrNone(facts["created"]));

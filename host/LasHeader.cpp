@@ -148,6 +148,16 @@ void TakePosTable(std::FILE* pFile, CLasHeader& header)
         header.nPosTable = ReadBytes(pFile, header.nFileSize - 8, 8).Get<std::int64_t>(0);
 }
 
+/// A compressed file too begins with a whole point, behind the position of its table if it has one.
+void TakeFirstPnt(std::FILE* pFile, CLasHeader& header)
+{
+    const int nTablePos = header.nCompressor >= 2 ? 8 : 0;
+    const CBytes bytes = ReadBytes(pFile, header.nPosPnts + nTablePos, 12);
+    for (std::size_t i = 0; i < 3; ++i)
+        header.adFirst[i] =
+            static_cast<double>(bytes.Get<std::int32_t>(4 * i)) * header.adScale[i] + header.adOffset[i];
+}
+
 bool HasCompressorRecord(const CLasHeader& header)
 {
     return std::any_of(header.vecRecords.begin(), header.vecRecords.end(),
@@ -262,5 +272,6 @@ std::string ReadLasHeader(const std::string& sPath, CLasHeader& header)
         TakeLaterFacts(bytes, header);
     TakeRecords(pFile.get(), header);
     TakePosTable(pFile.get(), header);
+    TakeFirstPnt(pFile.get(), header);
     return FindCause(header);
 }

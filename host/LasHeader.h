@@ -35,6 +35,7 @@ struct CLasHeader
     std::vector<std::int64_t> vecNumByReturn; ///< of 1st, 2nd returns and so on: 5, from LAS 1.4 on 15
     std::array<double, 3> adScale{};
     std::array<double, 3> adOffset{};
+    std::array<double, 3> adFirst{}; ///< x, y, z of the first point; without points they mean nothing
     std::array<double, 3> adMin{};
     std::array<double, 3> adMax{};
     std::uint32_t nNumRecords = 0;        ///< that the header announces

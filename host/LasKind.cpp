@@ -1,10 +1,8 @@
 #include <host/FileKinds.h>
 #include <host/LasHeader.h>
-#include <host/source/SourceFacts.h>
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <limits>
 
 namespace
@@ -57,16 +55,6 @@ CFileFacts FindLasFacts(const std::string& sPath)
                          header.nFormat),
              !header.bCompressed,
              header.bCompressed ? "unpack it to .las first, then zorcld convert keeps them" : ""});
-    double dExtent = 0.0;
-    for (std::size_t i = 0; i < 3; ++i)
-        dExtent = std::max(dExtent, header.adMax[i] - header.adMin[i]);
-    // The points of other files are looked at one by one.
-    if (header.bCompressed && dExtent > c_dReach)
-        facts.vecFindings.push_back({"span",
-                                     fmt::format("by its header it is {:.0f} units wide: points more than "
-                                                 "214748 units from the first one are moved to that distance",
-                                                 dExtent),
-                                     false, "unpack it to .las and check that"});
     return facts;
 }
 

@@ -2,8 +2,11 @@
 #include <host/CFailure.h>
 #include <host/CProgressBar.h>
 #include <host/FileKinds.h>
+#include <host/LasHeader.h>
 #include <host/LoadCloud.h>
+#include <host/source/SourceFacts.h>
 
+#include <octree/Compact.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -73,7 +76,41 @@ bool HasPlace(const CPntCld& cloud)
            std::isfinite(box.xmin + box.ymin + box.zmin + box.xmax + box.ymax + box.zmax);
 }
 
+/// Points out of the first one's reach lie at the end of it once they are loaded. (The bounds of a cloud do
+/// not tell: they are those of its octree.)
+void FindMovedPnts(const CPntCld& cloud, const std::string& sPath, CLoadFacts& facts)
+{
+    constexpr double c_dNearEnd = c_dReach - 0.0001;
+    CLasHeader header;
+    if (facts.pKind->eFile != PntCldFile_Las || !ReadLasHeader(sPath, header).empty())
+        return;
+    const auto calcDist = [&](double d, std::size_t k)
+    { return std::fabs(d - static_cast<double>(SaturateToFloat(header.adFirst[k]))); };
+    double dReach = 0.0;
+    for (int i = 0; i < cloud.GetNumPnts() && dReach < c_dNearEnd; ++i)
+    {
+        zor::geom::PNT_3D pnt;
+        cloud.GetPnt(i, pnt);
+        dReach = std::max({calcDist(pnt.x, 0), calcDist(pnt.y, 1), calcDist(pnt.z, 2)});
+    }
+    if (dReach >= c_dNearEnd)
+        facts.vecFindings.push_back(
+            {"span",
+             fmt::format("points lie more than 214748 units from the first one ({:.10g} {:.10g} {:.10g}) and "
+                         "are moved to that distance",
+                         header.adFirst[0], header.adFirst[1], header.adFirst[2]),
+             false, header.bCompressed ? "unpack it to .las and check that" : ""});
+}
+
 } // namespace
+
+void RefuseMovedPnts(const CLoadFacts& facts, const std::string& sPath)
+{
+    for (const CFinding& finding : facts.vecFindings)
+        if (finding.pCode == std::string_view("span"))
+            throw CFailure(sPath, "its points lie more than 214748 units from the first one; unpacked to "
+                                  ".las it may be converted");
+}
 
 void AddTypeOption(CLI::App& command, std::string& sType)
 {
@@ -116,6 +153,7 @@ CLoadFacts LoadCloud(CPntCld& cloud, const CInputOptions& input, const CConsole&
     }
 
     CountPnts(facts, fileFacts, progress.GetNumCalls(), cloud.GetNumPnts());
+    FindMovedPnts(cloud, input.sPath, facts);
     for (const CFinding& finding : facts.vecFindings)
         console.Note(fmt::format("{}: {}", input.sPath, finding.sText));
     facts.dSeconds = CalcSeconds(timeEnd - timeStart);

@@ -34,7 +34,7 @@ struct CLoadFacts
 {
     const CFileKind* pKind = nullptr;
     std::int64_t nAnnounced = -1;  ///< -1: the file does not say
-    std::int64_t nDuplicates = -1; ///< points removed for one at their place; -1: not known
+    std::int64_t nDuplicates = -1; ///< points removed for one at their x and y; -1: not known
     std::vector<CFinding> vecFindings;
     double dSeconds = 0.0;
     double dSecondsRead = -1.0;  ///< opening, decoding and storing; -1: not told apart
@@ -44,5 +44,8 @@ struct CLoadFacts
 /// Loads the file with a progress bar; warnings go to the console.
 /// @throws CFailure with the cause when it cannot be read.
 CLoadFacts LoadCloud(CPntCld& cloud, const CInputOptions& input, const CConsole& console);
+
+/// @throws CFailure when points of a LAS file were moved, so that it is not worth saving.
+void RefuseMovedPnts(const CLoadFacts& facts, const std::string& sPath);
 
 #endif

@@ -48,7 +48,7 @@ void AddPolygon(const json& rings, CShapes& shapes)
     for (const json& ring : ExpectArray(rings))
     {
         if (bOuter)
-            polygon.outer = ParseRing(ring);
+            ExpectCorners(polygon.outer = ParseRing(ring));
         else
             polygon.holes.push_back(ParseRing(ring));
         bOuter = false;

@@ -87,7 +87,8 @@ double CalcShift(double dMin, double dMax)
 {
     constexpr double c_dFloatReach = 8192.0; // floats lie less than 1/1000 apart up to here
     constexpr double c_dRound = 1000.0;
-    if (std::max(std::fabs(dMin), std::fabs(dMax)) <= c_dFloatReach)
+    constexpr double c_dMaxShift = 1e15; // beyond, doubles are no finer than what is to be kept
+    if (std::max(std::fabs(dMin), std::fabs(dMax)) <= c_dFloatReach || std::fabs(dMin) >= c_dMaxShift)
         return 0.0;
     return std::floor(dMin / c_dRound) * c_dRound;
 }
@@ -127,7 +128,7 @@ public:
     {
         if (m_dShift == std::array<double, 3>{})
             return {};
-        return fmt::format("coordinates are shifted: add {:.0f} {:.0f} {:.0f}", m_dShift[0], m_dShift[1],
+        return fmt::format("coordinates are shifted: add {:.15g} {:.15g} {:.15g}", m_dShift[0], m_dShift[1],
                            m_dShift[2]);
     }
 

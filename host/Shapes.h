@@ -24,12 +24,17 @@ struct CShapes
     std::vector<zor::geom::TMultiPartPolygon> GetRegions(const std::string& sPath) const;
 };
 
-/// Reads GeoJSON, well-known text, or CSV (x and y first in each line: the corners of one polygon), told
-/// apart by the extension. Heights and whatever else is in the file are left out.
+/// Reads GeoJSON, well-known text, or CSV (x and y first in each line, or where a header names them: the
+/// corners of one polygon), told apart by the extension. Heights and whatever else is in the file are left
+/// out.
 ///
 /// @param sOption  the option that the file was given to, for the message.
 /// @throws CUsageError for an unknown extension, CFailure when the file cannot be read or understood.
 CShapes ReadShapes(const std::string& sPath, const std::string& sOption);
+
+/// @throws std::runtime_error when the ring has fewer than three corners, the first one again at the end not
+/// counted.
+void ExpectCorners(const TRing& ring);
 
 // The readers of one kind. They throw std::runtime_error with the cause.
 CShapes ParseGeoJson(const std::string& sText);

@@ -15,7 +15,9 @@ class CCloudSource final : public IPntSource
 public:
     CCloudSource(const CInputOptions& input, const CConsole& console) : m_cloud(&m_colors)
     {
-        m_nDuplicates = LoadCloud(m_cloud, input, console).nDuplicates;
+        const CLoadFacts facts = LoadCloud(m_cloud, input, console);
+        RefuseMovedPnts(facts, input.sPath);
+        m_nDuplicates = facts.nDuplicates;
     }
 
     bool HasColor() const override { return m_cloud.IsWithColor(); }
@@ -41,7 +43,8 @@ public:
         if (m_nDuplicates <= 0)
             return {};
         return {{"duplicates",
-                 fmt::format("{} points at the place of another were removed", GroupDigits(m_nDuplicates)),
+                 fmt::format("{} points at the x and y of another, whatever their height, were removed",
+                             GroupDigits(m_nDuplicates)),
                  false, ""}};
     }
 

@@ -55,7 +55,7 @@ std::unique_ptr<IPntSource> MakePlySource(const std::string& sPath);
 std::unique_ptr<IPntSource> MakeGridSource(const std::string& sPath);
 std::unique_ptr<IPntSource> MakeLasSource(const std::string& sPath);
 
-/// Loads the file through the library: coordinates come to 1/10000 and points at one place once.
+/// Loads the file through the library: coordinates come to 1/10000 and points at one x and y may come once.
 std::unique_ptr<IPntSource> MakeCloudSource(const CInputOptions& input, const CConsole& console);
 
 #endif

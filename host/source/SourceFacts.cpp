@@ -60,7 +60,8 @@ double CSourceFacts::CalcShareMerged() const
     return 1.0 - std::exp(-static_cast<double>(summary.nNumPnts) / dCells);
 }
 
-CSourceFacts CollectSourceFacts(IPntSource& source, const CConsole& console, const std::string& sLabel)
+CSourceFacts CollectSourceFacts(IPntSource& source, const CConsole& console, const std::string& sLabel,
+                                CStackedPnts* pStacked)
 {
     CProgressBar progress(console, sLabel);
     progress.Start();
@@ -77,10 +78,14 @@ CSourceFacts CollectSourceFacts(IPntSource& source, const CConsole& console, con
                 ++facts.nNumNotFinite;
                 return;
             }
-            if (facts.summary.nNumPnts == 0)
+            const bool bFirst = facts.summary.nNumPnts == 0;
+            if (bFirst)
                 facts.first = pnt;
             facts.summary.Add({pnt.x, pnt.y, pnt.z});
-            facts.nNumFar += IsInReach(pnt, facts.first) ? 0 : 1;
+            if (!bFirst && !IsInReach(pnt, facts.first)) // the first one may be, when it is rounded
+                ++facts.nNumFar;
+            else if (pStacked != nullptr)
+                pStacked->Add(pnt);
             AddColor(facts, pnt);
             sampler.Add(pnt);
         });

@@ -2,6 +2,7 @@
 #define HOST_SOURCE_SOURCEFACTS_H
 
 #include <host/PntWriter.h>
+#include <host/source/CStackedPnts.h>
 #include <host/source/IPntSource.h>
 
 #include <vector>
@@ -41,7 +42,9 @@ struct CSourceFacts
     double CalcShareMerged() const;
 };
 
-/// @param sLabel  of the progress bar.
-CSourceFacts CollectSourceFacts(IPntSource& source, const CConsole& console, const std::string& sLabel);
+/// @param sLabel    of the progress bar.
+/// @param pStacked  null, or what gets the points within reach of the first one.
+CSourceFacts CollectSourceFacts(IPntSource& source, const CConsole& console, const std::string& sLabel,
+                                CStackedPnts* pStacked = nullptr);
 
 #endif

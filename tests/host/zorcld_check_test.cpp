@@ -111,6 +111,30 @@ TEST(ZorcldCheck, Span_AndWhatConvertCanDo)
                    {"small-units"});
 }
 
+// A wall of ten columns of points. Cubes of the octree divide each in two; one point is kept in either half.
+TEST(ZorcldCheck, StackedPnts)
+{
+    const CZorcld zorcld;
+    std::vector<float> vecWall;
+    std::vector<float> vecTwice;
+    for (int i = 0; i < 100; ++i)
+    {
+        const auto x = static_cast<float>(i % 10);
+        const auto z = static_cast<float>(i / 10);
+        vecWall.insert(vecWall.end(), {x, 0.5F * x, 0.01F * z});
+        vecTwice.insert(vecTwice.end(), {x, 0.5F * x, 7.0F});
+    }
+    const nlohmann::json file =
+        ExpectWarnings(zorcld, zorcld.Write("wall.ply", MakePly(vecWall)), {"stacked-points"});
+    EXPECT_EQ(file["warnings"][0]["text"].get<std::string>().find("80 of 100 points lie above or below"), 0U)
+        << file.dump(1);
+    ExpectWarnings(zorcld, zorcld.Write("twice.ply", MakePly(vecTwice)), {}); // wholly the same
+    const CRun run =
+        zorcld.Run({"convert", zorcld.Write("wall.ply", MakePly(vecWall)), zorcld.GetPath("o.cld")});
+    EXPECT_NE(run.sErr.find("20 points, 80 removed at the x and y of another"), std::string::npos)
+        << run.sErr;
+}
+
 TEST(ZorcldCheck, Las)
 {
     if (!CZorcld::HasLas())
@@ -200,6 +224,34 @@ TEST(ZorcldCheck, Native)
     ExpectWarnings(zorcld, zorcld.Write("other.cld", sOther), {"native-marks"});
     sOther[9] = 7;
     ExpectCause(zorcld, zorcld.Write("other.cld", sOther), "point type is 7", false);
+}
+
+// Status 1 exactly when loading fails, whatever the header looks like.
+TEST(ZorcldCheck, AgreesWithTheLoader)
+{
+    const CZorcld zorcld;
+    const auto agree = [&](const std::string& sFile)
+    {
+        const CRun check = zorcld.Run({"check", sFile});
+        const CRun info = zorcld.Run({"info", sFile});
+        EXPECT_EQ(check.nStatus == 1, info.nStatus == 1) << check.sOut << info.sErr;
+        return info.nStatus;
+    };
+    const std::string sFarHead =
+        "ncols 2\nnrows 2\nxllcorner 10\nyllcorner 20\ncellsize 1e308\nNODATA_value -1\n";
+    EXPECT_EQ(agree(zorcld.Write("far.asc", sFarHead + "1 2\n3 4\n")), 1);
+    if (!CZorcld::HasLas())
+        GTEST_SKIP() << "LAS is not read";
+    const std::string sLas = LasOf(1, 10).GetBytes();
+    int nRefused = 0;
+    for (std::size_t nPos = 94; nPos < 112; ++nPos) // sizes, positions, counts, scale
+        for (const char c : {'\0', '\x7f'})
+        {
+            std::string sBytes = sLas;
+            sBytes[nPos] = c;
+            nRefused += agree(zorcld.Write("file.las", sBytes));
+        }
+    EXPECT_GT(nRefused, 10);
 }
 
 // The worst of the files decides: 1 before 3 before 0.

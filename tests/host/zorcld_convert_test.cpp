@@ -269,6 +269,21 @@ TEST(ZorcldConvert, Grid_AsItsHeaderMeansIt)
 }
 
 // What is saved is saved again as it is; an octree that is cut off is built anew over all points.
+// What convert mends is no loss: it says nothing of it. Far coordinates do not fill the line.
+TEST(ZorcldConvert, Notes_AreTrue)
+{
+    const CZorcld zorcld;
+    const std::string sHead = "ncols 2\nnrows 2\nxllcorner 10\nyllcorner 20\ncellsize 5\nNODATA_value -1\n";
+    const CRun tabs =
+        zorcld.Run({"convert", zorcld.Write("t.asc", sHead + "1\t2\n3\t4\n"), zorcld.GetPath("o.ply")});
+    EXPECT_EQ(tabs.nStatus, 0);
+    EXPECT_EQ(tabs.sErr.find("tabs"), std::string::npos) << tabs.sErr;
+    EXPECT_NE(tabs.sErr.find("4 points"), std::string::npos) << tabs.sErr;
+    const CRun far =
+        zorcld.Run({"convert", zorcld.Write("far.ply", MakePly({1e38F, 0, 0})), zorcld.GetPath("o.ply")});
+    EXPECT_LT(far.sErr.size(), 300U) << far.sErr;
+}
+
 TEST(ZorcldConvert, Native)
 {
     const CZorcld zorcld;

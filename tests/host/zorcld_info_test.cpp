@@ -1,4 +1,5 @@
 #include <tests/host/support/CZorcld.h>
+#include <tests/support/LasBytes.h>
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -46,6 +47,23 @@ TEST(ZorcldInfo, Json_CountsDuplicates)
     EXPECT_EQ(info["points"], 3);
     EXPECT_EQ(info["duplicates_removed"], 2);
     EXPECT_EQ(info["color"], false);
+}
+
+// Told by the points, not by the bounds that the header gives.
+TEST(ZorcldInfo, MovedPnts_AreTold)
+{
+    if (!CZorcld::HasLas())
+        GTEST_SKIP() << "LAS is not read";
+    const CZorcld zorcld;
+    CLasFile las = LasOf(1, 5);
+    las.adScale = {1.0, 1.0, 1.0};
+    EXPECT_TRUE(GetInfo(zorcld, zorcld.Write("near.las", las.GetBytes()))["warnings"].empty());
+    las.vecPnts[4].x = las.vecPnts[0].x - 300000;
+    const std::string sFar = zorcld.Write("far.las", las.GetBytes());
+    const CRun run = zorcld.Run({"points", sFar, "-o", zorcld.GetPath("o.csv")});
+    EXPECT_EQ(run.nStatus, 0);
+    EXPECT_NE(run.sErr.find("points lie more than 214748 units from the first one"), std::string::npos)
+        << run.sErr;
 }
 
 TEST(ZorcldInfo, OnePoint_HasNoDensity)

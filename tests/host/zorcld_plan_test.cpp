@@ -281,6 +281,17 @@ TEST(ZorcldPlan, Contour_LongRingsAndSpikes)
         CGrid::Scan([](int x, int y) { return y <= x; }).size());
 }
 
+TEST(ZorcldPlan, Contour_CsvColumns)
+{
+    CGrid grid;
+    const auto wanted = CGrid::Scan([](int x, int y) { return x <= 2 && y <= 3; });
+    for (const char* pText :
+         {"-1,-1\n2,-1\n2,3\n-1,3\n", "id,x,y\n7,-1,-1\n7,2,-1\n7,2,3\n7,-1,3\n",
+          "\"Y\";\"X\"\r\n-1;-1\r\n-1;2\r\n3;2\r\n3;-1\r\n", "\n-1  -1\n 2\t-1 5\n2 3\n-1 3\n",
+          "\xEF\xBB\xBFx, y, name\n-1, -1, a b\n2, -1, c\n2, 3,\n-1, 3"})
+        EXPECT_EQ(grid.Ask({"--contour", grid.Write("c.csv", pText)}), wanted) << pText;
+}
+
 TEST(ZorcldPlan, Contour_FilesThatCannotBeUsed)
 {
     CGrid grid;
@@ -302,13 +313,18 @@ TEST(ZorcldPlan, Contour_FilesThatCannotBeUsed)
           R"({"type": "Point", "coordinates": [1, 2]})",
           R"({"type": "LineString", "coordinates": [[0, 0], [1, 0], [1, 1]]})", R"({"type": "Tile"})",
           R"({"type": "Feature", "geometry": null})", "{\"type\": \"\xff\"}",
-          R"({"type": "Polygon", "coordinates": [[[1e999, 2]]]})"})
+          R"({"type": "Polygon", "coordinates": [[[1e999, 2]]]})",
+          R"({"type": "Polygon", "coordinates": [[]]})",
+          R"({"type": "Polygon", "coordinates": [[[1, 2], [3, 4]]]})",
+          R"({"type": "Polygon", "coordinates": [[[1, 2], [3, 4], [1, 2]]]})"})
         fail(grid.Write(std::to_string(n++) + ".geojson", pText));
     for (const char* pText :
          {"", "POLYGON", "POLYGON ((", "POLYGON ((1 1, 2 x))", "POINT (1 1)", "POLYGON EMPTY",
           "POLYGON ((1 nan, 2 2, 3 3))", "SRID=", "((", "LINESTRING (0 0, 1 1)"})
         fail(grid.Write(std::to_string(n++) + ".wkt", pText));
-    for (const char* pText : {"", "x,y\n", "1,2\n3,4\n", "1,2\n3,4\nfive,six\n", "1,2\n3,4\n5,6e999\n"})
+    for (const char* pText : {"", "x,y\n", "1,2\n3,4\n", "1,2\n3,4\nfive,six\n", "1,2\n3,4\n5,6e999\n",
+                              "-1,0;-1,0\n4,0;-1,0\n4,0;4,0\n", "1,5 2,5\n3,5 2,5\n3,5 9,5\n",
+                              "east,north\n1,2\n3,4\n5,9\n", "id,x\n1,2\n3,4\n5,9\n", "1,2\n3,4\n1,2\n"})
         fail(grid.Write(std::to_string(n++) + ".csv", pText));
     std::string sDeep;
     for (int i = 0; i < 100000; ++i)

@@ -73,7 +73,7 @@ constexpr CRealFile c_files[] = {
     {"ply/simple_binary_cc.ply", 0, 0},
     {"ply/splat_compressed.ply", 1, 1},
     {"ply/splat_train-1000.ply", 0, 0},
-    {"ply/truck_meshlab.ply", 0, 0},
+    {"ply/truck_meshlab.ply", 0, 3},
     {"ply/voxelgrid_crlf.ply", 0, 0},
     {"asc/4_x_3_no_nodata.asc", 1, 1},
     {"asc/avaPfa_crlf.asc", 0, 0},
@@ -178,4 +178,19 @@ TEST(ZorcldRealFiles, Info_TellsTheHeaderOfLas)
          {"LAS version         1.2, compressed (LAZ)", "Point format        1", "Points by return    468 011",
           "Offset              0 0 0", "Bounds in header", "Created             2014-03-04"})
         EXPECT_NE(text.sOut.find(pText), std::string::npos) << pText << text.sOut;
+}
+
+TEST(ZorcldRealFiles, MovedPnts_AreNotConverted)
+{
+    if (!HasRealFiles())
+        GTEST_SKIP() << c_pNone;
+    const CZorcld zorcld;
+    for (const char* pName : {"las/pdrf10-1.4.las", "las/pdrf9-1.4.laz"})
+    {
+        const CRun info = zorcld.Run({"info", GetRealFile(pName)});
+        EXPECT_NE(info.sErr.find("more than 214748 units from the first one"), std::string::npos)
+            << info.sErr;
+        for (const char* pOut : {"o.cld", "o.ply"})
+            EXPECT_EQ(zorcld.Run({"convert", GetRealFile(pName), zorcld.GetPath(pOut)}).nStatus, 1) << pName;
+    }
 }
