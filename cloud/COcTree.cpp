@@ -17,7 +17,6 @@ bool COcTree<T>::Init(std::int32_t nNumPnts)
         return false;
     const std::int32_t nNum = std::max(nNumPnts, 0);
     auto pPnts = MakeZeroedArray<T>(static_cast<std::size_t>(nNum));
-    AdviseLargePages(pPnts.get(), static_cast<std::size_t>(nNum) * sizeof(T));
     auto pSelBits = CPntBits::MakeClear(nNum);
     auto pDelBits = CPntBits::MakeClear(nNum);
     this->m_pPnts = std::move(pPnts);
@@ -125,7 +124,6 @@ void COcTree<T>::KeepPnts(const std::vector<int>& vecIndices)
 {
     const std::int32_t nNumPnts = static_cast<std::int32_t>(vecIndices.size());
     auto pPnts = MakeZeroedArray<T>(vecIndices.size());
-    AdviseLargePages(pPnts.get(), vecIndices.size() * sizeof(T));
     for (std::size_t i = 0; i < vecIndices.size(); ++i)
         pPnts[static_cast<std::ptrdiff_t>(i)] = this->m_pPnts[vecIndices[i]];
     auto pSelBits = CPntBits::MakeClear(nNumPnts);

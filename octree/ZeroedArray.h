@@ -9,10 +9,6 @@
 
 /// Tells the system that a large block will be filled from front to back: where it knows of large pages
 /// the block gets them, and its first touch costs a fraction. Changes nothing else.
-///
-/// For blocks that are filled point by point. On a virtual machine that hands free large pages back to its
-/// host, a first touch of them can cost several times that of small ones: a native file, which is nothing
-/// but copied into its array, is better off without.
 void AdviseLargePages(void* pBytes, std::size_t nNumBytes) noexcept;
 
 /// An array of `nNum` records (at least one) whose bytes are all zero, shared and released as a whole.
@@ -27,6 +23,7 @@ std::shared_ptr<T[]> MakeZeroedArray(std::size_t nNum)
     void* const pBytes = std::calloc(nNum == 0 ? 1 : nNum, sizeof(T));
     if (pBytes == nullptr)
         throw std::bad_alloc();
+    AdviseLargePages(pBytes, nNum * sizeof(T));
     // On failure to allocate its own block the shared owner calls the deleter before it throws.
     return std::shared_ptr<T[]>(static_cast<T*>(pBytes), [](T* p) { std::free(p); });
 }
