@@ -1,12 +1,12 @@
 #include <host/CConsole.h>
 #include <host/CFailure.h>
 #include <host/CProgressBar.h>
+#include <host/CloudSteps.h>
 #include <host/FileKinds.h>
 #include <host/LasHeader.h>
 #include <host/LoadCloud.h>
 #include <host/source/SourceFacts.h>
 
-#include <octree/Compact.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -85,7 +85,7 @@ void FindMovedPnts(const CPntCld& cloud, const std::string& sPath, CLoadFacts& f
     if (facts.pKind->eFile != PntCldFile_Las || !ReadLasHeader(sPath, header).empty())
         return;
     const auto calcDist = [&](double d, std::size_t k)
-    { return std::fabs(d - static_cast<double>(SaturateToFloat(header.adFirst[k]))); };
+    { return std::fabs(d - CalcOrigin(header.adFirst[k])); };
     double dReach = 0.0;
     for (int i = 0; i < cloud.GetNumPnts() && dReach < c_dNearEnd; ++i)
     {

@@ -1,7 +1,7 @@
 #include <host/CFileColors.h>
+#include <host/CloudSteps.h>
 #include <host/source/CStackedPnts.h>
 
-#include <octree/Compact.h>
 #include <zor4data/CPntCld.h>
 
 #include <algorithm>
@@ -42,7 +42,7 @@ std::int64_t CountDistinct(const std::vector<zor::geom::PNT_3D>& vecPnts)
     std::vector<CPlace> vecPlaces;
     vecPlaces.reserve(vecPnts.size());
     const zor::geom::PNT_3D& first = vecPnts.front();
-    const auto compact = [](double d, double dFirst) { return CompactDaCoord(d, SaturateToFloat(dFirst)); };
+    const auto compact = [](double d, double dFirst) { return CalcStep(d, CalcOrigin(dFirst)); };
     for (const zor::geom::PNT_3D& pnt : vecPnts)
         vecPlaces.push_back({compact(pnt.x, first.x), compact(pnt.y, first.y), compact(pnt.z, first.z)});
     std::sort(vecPlaces.begin(), vecPlaces.end(),
