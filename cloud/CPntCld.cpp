@@ -51,8 +51,8 @@ bool CPntCld::AddPnt(double x, double y, double z)
 bool CPntCld::AddPnt(double x, double y, double z, unsigned char r, unsigned char g, unsigned char b)
 {
     if (m_eType == PntCldType_Pnt)
-        return StorePnt(m_cld, x, y, z) != nullptr;
-    return m_eType == PntCldType_PntColor && StorePntColor(m_cldColor, x, y, z, r, g, b);
+        return StorePnt(m_cld, x, y, z);
+    return m_eType == PntCldType_PntColor && StorePnt(m_cldColor, x, y, z, r, g, b);
 }
 
 // KEPT: unlike AddPnt, a point of the wrong kind is ignored.
@@ -65,7 +65,7 @@ void CPntCld::OnReadPnt(double x, double y, double z)
 void CPntCld::OnReadPnt(double x, double y, double z, unsigned char r, unsigned char g, unsigned char b)
 {
     if (m_eType == PntCldType_PntColor)
-        StorePntColor(m_cldColor, x, y, z, r, g, b);
+        StorePnt(m_cldColor, x, y, z, r, g, b);
 }
 
 void CPntCld::OnReadEnd()

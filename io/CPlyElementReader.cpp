@@ -70,13 +70,14 @@ void CPlyElementReader::TakeWholeItems(std::int32_t i, std::int32_t nEnd)
 
 void CPlyElementReader::DeliverWholeItems(std::int32_t i, std::int32_t nEnd)
 {
-    // Copies: for all the compiler knows the listener could change whatever is reached through `this`.
-    const std::size_t nSize = m_layout.GetMinSize();
-    const CPlyProgress progress = m_progress;
     const CPlyVertexBytes vertex(m_layout.GetOffsets(), m_bColor);
-    for (const unsigned char* p = m_buffer.GetPos(); i < nEnd; ++i, p += nSize)
+    const std::size_t nSize = m_layout.GetMinSize();
+    const unsigned char* p = m_buffer.GetPos();
+    if (!m_progress.IsWanted())
+        return vertex.DeliverAll(m_listener, p, nSize, p + nSize * static_cast<std::size_t>(nEnd - i));
+    for (; i < nEnd; ++i, p += nSize)
     {
-        progress.Report(i);
+        m_progress.Report(i);
         vertex.Deliver(m_listener, p);
     }
 }

@@ -18,17 +18,43 @@ public:
     /// @param pBytes  those of the vertex.
     void Deliver(IPntCldReadListener& listener, const unsigned char* pBytes) const
     {
+        if (m_bColor)
+            Deliver<true>(listener, pBytes);
+        else
+            Deliver<false>(listener, pBytes);
+    }
+
+    /// Delivers one vertex after the other.
+    ///
+    /// @param nSize  bytes of a vertex.
+    /// @param pEnd   where the last one ends.
+    void DeliverAll(IPntCldReadListener& listener, const unsigned char* pBytes, std::size_t nSize,
+                    const unsigned char* pEnd) const
+    {
+        // A copy: for all the compiler knows the listener could change what it does not see here.
+        const CPlyVertexBytes vertex = *this;
+        if (m_bColor)
+            for (; pBytes != pEnd; pBytes += nSize)
+                vertex.Deliver<true>(listener, pBytes);
+        else
+            for (; pBytes != pEnd; pBytes += nSize)
+                vertex.Deliver<false>(listener, pBytes);
+    }
+
+private:
+    template <bool WithColor>
+    void Deliver(IPntCldReadListener& listener, const unsigned char* pBytes) const
+    {
         const auto Coord = [&](enumPlyRole eRole) { return CoordDaBytes(pBytes + m_anOffset[eRole]); };
         // KEPT: the first byte, whatever type the property has: only a "uchar" gives its value.
         const auto Channel = [&](enumPlyRole eRole) { return pBytes[m_anOffset[eRole]]; };
-        if (m_bColor)
+        if constexpr (WithColor)
             listener.OnReadPnt(Coord(PlyRole_X), Coord(PlyRole_Y), Coord(PlyRole_Z), Channel(PlyRole_Red),
                                Channel(PlyRole_Green), Channel(PlyRole_Blue));
         else
             listener.OnReadPnt(Coord(PlyRole_X), Coord(PlyRole_Y), Coord(PlyRole_Z));
     }
 
-private:
     // KEPT: four bytes as a 32-bit float, whatever type the property has: only a "float" gives its value.
     static float CoordDaBytes(const unsigned char* pBytes)
     {

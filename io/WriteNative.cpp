@@ -29,6 +29,12 @@ void WritePnts(ofpstream& stream, const T* pPnts, std::size_t nNumPnts)
 unsigned char* WriteNode(ofpstream& stream, unsigned char* p, const COcTreeNode& node)
 {
     p = LittleEndian::Put(LittleEndian::Put(p, node.m_ucExist), node.m_ucLeaf);
+    if (COcTreeChildren::HasOnlyLeaves(node))
+    {
+        // Leaves stand in the file as in memory. A copy of one fixed size is faster than one to measure.
+        std::memcpy(p, node.m_pChildren, COcTreeArena::c_nReadable);
+        return stream.MakeRoom(p + COcTreeChildren::GetBlockSize(node.m_ucExist, node.m_ucLeaf));
+    }
     for (const COcTreeChild child : node.GetChildren())
     {
         if (!child.IsLeaf())

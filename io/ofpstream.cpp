@@ -13,7 +13,21 @@ namespace
 // not aligned alike.
 constexpr std::size_t c_nMaxCopy = 1024;
 
+// How far ahead of the copy the source is fetched: what the processor fetches by itself ends with each page.
+constexpr std::size_t c_nAhead = 2048;
+constexpr std::size_t c_nCacheLine = 64;
+
 constexpr std::size_t c_nPage = 4096;
+
+/// Copies at most c_nMaxCopy bytes out of a long run of which `nNumLeft` are left.
+void CopyPiece(unsigned char* pTo, const unsigned char* pFrom, std::size_t nNumBytes,
+               std::size_t nNumLeft) noexcept
+{
+    if (nNumLeft >= c_nAhead + c_nMaxCopy)
+        for (std::size_t i = 0; i < c_nMaxCopy; i += c_nCacheLine)
+            __builtin_prefetch(pFrom + c_nAhead + i);
+    std::memcpy(pTo, pFrom, nNumBytes);
+}
 
 /// The first page boundary in memory that has a page more than is needed.
 unsigned char* AlignToPage(unsigned char* p) noexcept
@@ -49,7 +63,7 @@ void ofpstream::Write(const void* pBytes, std::size_t nNumBytes) noexcept
         m_pPos = MakeRoom(m_pPos);
         const std::size_t nRoom = static_cast<std::size_t>(m_pBlockEnd - m_pPos);
         const std::size_t nNum = std::min({nNumBytes, nRoom, c_nMaxCopy});
-        std::memcpy(m_pPos, p, nNum);
+        CopyPiece(m_pPos, p, nNum, nNumBytes);
         m_pPos += nNum;
         p += nNum;
         nNumBytes -= nNum;

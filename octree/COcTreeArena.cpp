@@ -17,6 +17,6 @@ void COcTreeArena::AddPiece()
     const std::size_t nPiece = std::clamp(m_nNumBytes / 16 / 8 * 8, c_nMinPiece, c_nMaxPiece);
     m_vecPieces.push_back(std::unique_ptr<unsigned char[]>(new unsigned char[nPiece]));
     m_pNext = m_vecPieces.back().get();
-    m_nNumFree = nPiece;
+    m_nNumFree = nPiece - c_nReadable; // behind the last block
     m_nNumBytes += nPiece;
 }

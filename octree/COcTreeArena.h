@@ -10,6 +10,9 @@
 class COcTreeArena
 {
 public:
+    /// From the start of each block so many bytes may be read, whatever its size.
+    static constexpr std::size_t c_nReadable = 64;
+
     /// @param nNumBytes  a multiple of 8, at most 128.
     /// @return that many bytes, aligned to 8, not initialised. Throws std::bad_alloc.
     unsigned char* Alloc(std::size_t nNumBytes)

@@ -104,6 +104,12 @@ public:
         return COcTreeChild(__builtin_ctz(nLeaves), true, pRecord).GetLeaf();
     }
 
+    /// @return whether there are children, and all are leaves.
+    static bool HasOnlyLeaves(const COcTreeNode& node) noexcept
+    {
+        return node.m_ucExist != 0 && (node.m_ucExist & ~node.m_ucLeaf) == 0;
+    }
+
     /// @return bytes of the block that holds the children of such masks. A leaf bit without its exist
     ///         bit means nothing.
     static std::size_t GetBlockSize(std::uint8_t ucExist, std::uint8_t ucLeaf) noexcept

@@ -16,10 +16,16 @@ constexpr double c_dCompactScale = 10000.0;
     return d < 0.0 ? std::numeric_limits<std::int32_t>::min() : 0;
 }
 
+/// @return whether the number, truncated, is an int32; false for not-a-number.
+inline bool FitsInt32(double d) noexcept
+{
+    return std::fabs(d) < 2147483648.0;
+}
+
 /// double → int32: truncates toward zero, saturates out of range, 0 for not-a-number.
 inline std::int32_t SaturateToInt32(double d) noexcept
 {
-    if (!(std::fabs(d) < 2147483648.0)) // true for not-a-number
+    if (!FitsInt32(d))
         return SaturateFarOut(d);
     return static_cast<std::int32_t>(d);
 }
@@ -45,10 +51,16 @@ inline float SaturateToFloat(double d) noexcept
     return d < 0.0 ? -c_fMax : 0.0F;
 }
 
+/// Coordinate → offset from the origin in compact units, before it is made whole.
+inline double CompactUnits(double d, float fOrg) noexcept
+{
+    return (d - static_cast<double>(fOrg)) * c_dCompactScale;
+}
+
 /// Coordinate → compact offset from the origin.
 inline std::int32_t CompactDaCoord(double d, float fOrg) noexcept
 {
-    return SaturateToInt32((d - static_cast<double>(fOrg)) * c_dCompactScale);
+    return SaturateToInt32(CompactUnits(d, fOrg));
 }
 
 /// Compact offset from the origin → coordinate.
