@@ -1,9 +1,8 @@
 #include <octree/CContourRegion.h>
 
-#include <zor3geom/ClipRing.h>
-
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 using zor::geom::CGeos;
@@ -53,40 +52,12 @@ bool IsInAndFarFromCorners(const PNT_2D& pnt, const CPlanBox& box) noexcept
            (IsFarFromEnds(pnt.x, box.m_dXMin, box.m_dXMax) || IsFarFromEnds(pnt.y, box.m_dYMin, box.m_dYMax));
 }
 
-/// Does clipping the parts down not pay?
-bool IsSmall(const std::vector<TMultiPartPolygon>& vecParts) noexcept
+/// The frame that the region around a square is cut down to. Its sides keep off those of other squares of the
+/// tree, where contours may run.
+zor::geom::RECT_2D GetFrame(const CPlanBox& box) noexcept
 {
-    std::size_t nNumPnts = 0;
-    for (const TMultiPartPolygon& part : vecParts)
-    {
-        nNumPnts += part.outer.size();
-        for (const std::vector<PNT_2D>& hole : part.holes)
-            nNumPnts += hole.size();
-    }
-    return nNumPnts <= c_nSmallRegion;
-}
-
-/// What of the parts lies in the box. Along the box's sides rings may run over themselves and each other: the
-/// clipper does the same with whatever it is given, and takes it as it is meant.
-std::vector<TMultiPartPolygon> ClipParts(const std::vector<TMultiPartPolygon>& vecParts, const CPlanBox& box)
-{
-    const zor::geom::RECT_2D rect(box.m_dXMin, box.m_dYMin, box.m_dXMax, box.m_dYMax);
-    std::vector<TMultiPartPolygon> vecLocal;
-    for (TMultiPartPolygon part : vecParts)
-    {
-        zor::geom::ClipRing(part.outer, rect);
-        if (part.outer.size() < 3)
-            continue;
-        TMultiPartPolygon local{std::move(part.outer), {}};
-        for (std::vector<PNT_2D>& hole : part.holes)
-        {
-            zor::geom::ClipRing(hole, rect);
-            if (hole.size() >= 3)
-                local.holes.push_back(std::move(hole));
-        }
-        vecLocal.push_back(std::move(local));
-    }
-    return vecLocal;
+    const CPlanBox frame = box.GetGrown((box.m_dXMax - box.m_dXMin) * 0.47);
+    return {frame.m_dXMin, frame.m_dYMin, frame.m_dXMax, frame.m_dYMax};
 }
 
 } // namespace
@@ -106,8 +77,8 @@ CPlanBox GetNeighbourhood(const CPlanBox& box) noexcept
 
 CContourRegion::CContourRegion(const TMultiPartPolygon& polygon)
 {
-    m_vecLevels.push_back({{}, true, m_geos.GetParts(m_geos.MakeRegion(polygon).get())});
-    for (const TMultiPartPolygon& part : m_vecLevels.front().m_vecParts)
+    m_vecLevels.push_back({{}, enumState::Valid, m_geos.MakeRegion(polygon)});
+    for (const TMultiPartPolygon& part : m_geos.GetParts(m_vecLevels.front().m_region.get()))
     {
         m_edges.AddRing(part.outer);
         for (const std::vector<PNT_2D>& hole : part.holes)
@@ -125,7 +96,7 @@ CContourRegion::Square CContourRegion::EnterRoot(const CPlanBox& box)
 
 CContourRegion::Square CContourRegion::Enter(const Square& parent, const CPlanBox& box)
 {
-    m_vecLevels.push_back({box, false, {}});
+    m_vecLevels.push_back({box, enumState::NotMade, nullptr});
     const PNT_2D centre((box.m_dXMin + box.m_dXMax) / 2.0, (box.m_dYMin + box.m_dYMax) / 2.0);
     return {box, m_edges.Enter(parent.m_frame, centre, GetNeighbourhood(box)), parent.m_nLevel + 1};
 }
@@ -145,22 +116,41 @@ bool CContourRegion::IsCutInside(const Square& square) const
         { return CrossesASide(edge, square.m_box) || IsInAndFarFromCorners(edge.a, square.m_box); });
 }
 
-/// Makes the parts of the region around the square and, on the way there, around the squares above it: each
-/// is cut out of the one above, so that none costs more than the edges around its parent.
-/// @return the level whose parts serve: that of the square, or one above it that is small already.
-std::size_t CContourRegion::MakeLocalParts(const Square& square)
+/// Makes the region around the square and, on the way there, around the squares above it: each is cut out of
+/// the one above, so that none costs more than the edges around its parent.
+/// @return that of the square, or of one above it that is small already.
+const GEOSGeometry* CContourRegion::MakeLocalRegion(const Square& square)
 {
     std::size_t nLevel = square.m_nLevel;
-    while (!m_vecLevels[nLevel].m_bMade)
+    while (m_vecLevels[nLevel].m_eState == enumState::NotMade)
         --nLevel;
-    for (; nLevel < square.m_nLevel && !IsSmall(m_vecLevels[nLevel].m_vecParts); ++nLevel)
+    for (; nLevel < square.m_nLevel; ++nLevel)
     {
+        const GEOSGeometry* const pAbove = m_vecLevels[nLevel].m_region.get();
+        if (m_geos.GetNumPnts(pAbove) <= c_nSmallRegion)
+            break;
         Level& level = m_vecLevels[nLevel + 1];
-        const CPlanBox frame = level.m_box.GetGrown((level.m_box.m_dXMax - level.m_box.m_dXMin) / 2.0);
-        level.m_vecParts = ClipParts(m_vecLevels[nLevel].m_vecParts, frame);
-        level.m_bMade = true;
+        std::optional<CGeos::Geometry> clipped = m_geos.ClipQuickly(pAbove, GetFrame(level.m_box));
+        if (!clipped)
+            MakeSurely(level);
+        else
+        {
+            level.m_region = std::move(*clipped);
+            level.m_eState = enumState::Made;
+        }
     }
-    return nLevel;
+    Level& level = m_vecLevels[nLevel];
+    if (level.m_eState == enumState::Made && !m_geos.IsValid(level.m_region.get()))
+        MakeSurely(level);
+    level.m_eState = enumState::Valid;
+    return level.m_region.get();
+}
+
+/// Cuts the region around a square out of the whole.
+void CContourRegion::MakeSurely(Level& level)
+{
+    level.m_region = m_geos.Clip(m_vecLevels.front().m_region.get(), GetFrame(level.m_box));
+    level.m_eState = enumState::Valid;
 }
 
 enumSide CContourRegion::ClassifySquare(const Square& square)
@@ -174,8 +164,8 @@ enumSide CContourRegion::ClassifySquare(const Square& square)
     if (IsCutInside(square))
         return enumSide::Straddling;
     const std::vector<PNT_2D> ring = MakeRing(box);
-    const CGeos::Geometry local = m_geos.MakeMultiPolygon(m_vecLevels[MakeLocalParts(square)].m_vecParts);
-    const CGeos::Geometry rest = m_geos.CalcDifference(m_geos.MakePolygon(ring).get(), local.get());
+    const CGeos::Geometry rest =
+        m_geos.CalcDifference(m_geos.MakePolygon(ring).get(), MakeLocalRegion(square));
     return GetSide(m_geos.GetParts(rest.get()), ring);
 }
 

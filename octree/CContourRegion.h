@@ -39,15 +39,24 @@ public:
 
 private:
     bool IsCutInside(const Square& square) const;
-    std::size_t MakeLocalParts(const Square& square);
+
+    enum class enumState
+    {
+        NotMade,
+        Made, ///< by the quick way: good for cutting further ones out of it
+        Valid ///< good for the clipper
+    };
 
     /// The region around a square entered.
     struct Level
     {
         CPlanBox m_box;
-        bool m_bMade;
-        std::vector<zor::geom::TMultiPartPolygon> m_vecParts; ///< where made
+        enumState m_eState;
+        zor::geom::CGeos::Geometry m_region; ///< where made
     };
+
+    const GEOSGeometry* MakeLocalRegion(const Square& square);
+    void MakeSurely(Level& level);
 
     zor::geom::CGeos m_geos;
     CEdgeTracker m_edges;

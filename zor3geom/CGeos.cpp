@@ -102,18 +102,9 @@ CGeos::Geometry CGeos::MakePolygon(const TMultiPartPolygon& polygon) const
                                         static_cast<unsigned>(vecRaw.size())));
 }
 
-CGeos::Geometry CGeos::MakeMultiPolygon(const std::vector<TMultiPartPolygon>& vecParts) const
+bool CGeos::IsValid(const GEOSGeometry* pGeometry) const
 {
-    std::vector<Geometry> vecPolygons;
-    for (const TMultiPartPolygon& part : vecParts)
-        if (Geometry polygon = MakePolygon(part))
-            vecPolygons.push_back(std::move(polygon));
-    return vecPolygons.size() == 1 ? std::move(vecPolygons.front()) : Collect(std::move(vecPolygons));
-}
-
-bool CGeos::IsValid(const Geometry& geometry) const
-{
-    const bool bValid = geometry == nullptr || GEOSisValid_r(m_context, geometry.get()) == 1;
+    const bool bValid = pGeometry == nullptr || GEOSisValid_r(m_context, pGeometry) == 1;
     ThrowIfNoMemory();
     return bValid;
 }
@@ -121,7 +112,7 @@ bool CGeos::IsValid(const Geometry& geometry) const
 CGeos::Geometry CGeos::MakeValidPolygon(const std::vector<PNT_2D>& ring) const
 {
     Geometry polygon = MakePolygon(ring);
-    return IsValid(polygon) ? std::move(polygon) : Repair(polygon.get(), ring);
+    return IsValid(polygon.get()) ? std::move(polygon) : Repair(polygon.get(), ring);
 }
 
 /// The faces that the ring's edges cut the plane into, as far as they lie inside by the odd-even rule.
@@ -178,7 +169,7 @@ CGeos::Geometry CGeos::Collect(std::vector<Geometry> vecPolygons) const
 CGeos::Geometry CGeos::MakeRegion(const TMultiPartPolygon& polygon) const
 {
     Geometry region = MakePolygon(polygon);
-    if (IsValid(region)) // as nearly all are: one look at all rings, and nothing to take out
+    if (IsValid(region.get())) // as nearly all are: one look at all rings, and nothing to take out
         return region;
     region = MakeValidPolygon(polygon.outer);
     for (const std::vector<PNT_2D>& hole : polygon.holes)
@@ -198,6 +189,29 @@ CGeos::Geometry CGeos::CalcIntersection(const GEOSGeometry* pA, const GEOSGeomet
     if (pA == nullptr || pB == nullptr)
         return Own(nullptr);
     return ExtractAreas(Own(GEOSIntersection_r(m_context, pA, pB)).get());
+}
+
+std::optional<CGeos::Geometry> CGeos::ClipQuickly(const GEOSGeometry* pRegion, const RECT_2D& box) const
+{
+    if (pRegion == nullptr)
+        return Own(nullptr);
+    GEOSGeometry* const pClipped =
+        GEOSClipByRect_r(m_context, pRegion, box.xmin, box.ymin, box.xmax, box.ymax);
+    Geometry clipped = Own(pClipped); // null, or empty
+    return pClipped == nullptr ? std::nullopt : std::make_optional(std::move(clipped));
+}
+
+CGeos::Geometry CGeos::Clip(const GEOSGeometry* pRegion, const RECT_2D& box) const
+{
+    const std::vector<PNT_2D> ring{PNT_2D(box.xmin, box.ymin), PNT_2D(box.xmin, box.ymax),
+                                   PNT_2D(box.xmax, box.ymax), PNT_2D(box.xmax, box.ymin)};
+    return CalcIntersection(pRegion, MakePolygon(ring).get());
+}
+
+std::size_t CGeos::GetNumPnts(const GEOSGeometry* pGeometry) const
+{
+    const int nNum = pGeometry == nullptr ? 0 : GEOSGetNumCoordinates_r(m_context, pGeometry);
+    return static_cast<std::size_t>(std::max(nNum, 0));
 }
 
 // Collections within collections do not come out of any operation here: one level is enough.

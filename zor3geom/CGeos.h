@@ -1,12 +1,14 @@
 #ifndef ZOR3GEOM_CGEOS_H
 #define ZOR3GEOM_CGEOS_H
 
+#include <zor3geom/RECT_2D.h>
 #include <zor3geom/TMultiPartPolygon.h>
 
 #include <geos_c.h>
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace zor::geom
@@ -41,15 +43,28 @@ public:
     /// is not finite, count as none; null without an outer ring.
     Geometry MakePolygon(const TMultiPartPolygon& polygon) const;
 
-    /// The polygons as one geometry, as they are.
-    Geometry MakeMultiPolygon(const std::vector<TMultiPartPolygon>& vecParts) const;
-
     /// The valid region of an outer ring less its holes: each ring is repaired by itself (where it crosses
     /// itself a place is inside by the odd-even rule), and the holes are taken out one after the other.
     Geometry MakeRegion(const TMultiPartPolygon& polygon) const;
 
     Geometry CalcDifference(const GEOSGeometry* pA, const GEOSGeometry* pB) const;
     Geometry CalcIntersection(const GEOSGeometry* pA, const GEOSGeometry* pB) const;
+
+    /// The region inside a box. Edges away from the box's sides stay as they are.
+    ///
+    /// @param pRegion  valid.
+    Geometry Clip(const GEOSGeometry* pRegion, const RECT_2D& box) const;
+
+    /// The same by a way that is made for drawing: it may fail (no value), and what it gives is to be looked
+    /// at with `IsValid` before anything is computed from it.
+    std::optional<Geometry> ClipQuickly(const GEOSGeometry* pRegion, const RECT_2D& box) const;
+
+    /// Do the rings of the polygons neither cross themselves nor each other, and lie in each other as they
+    /// should? True for null.
+    bool IsValid(const GEOSGeometry* pGeometry) const;
+
+    /// @return points of all rings, closing ones counted; 0 for null.
+    std::size_t GetNumPnts(const GEOSGeometry* pGeometry) const;
 
     /// The polygons of a geometry with their rings, closing points dropped; lines and points left out.
     std::vector<TMultiPartPolygon> GetParts(const GEOSGeometry* pGeometry) const;
@@ -58,7 +73,6 @@ private:
     static void OnMessage(const char* pMessage, void* pNoMemory) noexcept;
     void ThrowIfNoMemory() const;
     Geometry Own(GEOSGeometry* pGeometry) const;
-    bool IsValid(const Geometry& geometry) const;
     Geometry MakeLinearRing(const std::vector<PNT_2D>& ring) const;
     Geometry MakeValidPolygon(const std::vector<PNT_2D>& ring) const;
     Geometry Repair(const GEOSGeometry* pPolygon, const std::vector<PNT_2D>& ring) const;
