@@ -147,9 +147,7 @@ public:
 
 void RunAgain(const CRow& row)
 {
-    row.pResult->bSecondRun = true;
-    row.pResult->vecProduct.clear();
-    row.pResult->vecPeer.clear();
+    row.pResult->BeginSecondRun();
     for (int i = 0; i < row.nRounds; ++i)
         row.runRound();
     std::fprintf(stderr, "%s\n", row.pResult->Format().c_str());
@@ -255,7 +253,8 @@ int RunBench(int argc, char** argv)
     CProgressReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     for (const CRow& row : GetRows())
-        if (!row.pResult->vecProduct.empty() && row.pResult->IsNearMiss() && !GetBenchOptions().bQuick)
+        if (!row.pResult->vecProduct.empty() && row.pResult->bSame && !row.pResult->IsHeld() &&
+            !GetBenchOptions().bQuick)
             RunAgain(row);
     const std::deque<CRowResult>& results = GetResults();
     PrintTable(results, GetNotes());

@@ -127,8 +127,9 @@ struct CBenchGroup
 };
 
 /// Runs the rows of the group that the arguments name (none: all), prints the table and writes it, with
-/// every round, as JSON. A row that misses its bar by a tenth or less is run a second time, which then
-/// counts and is told. @return exit status: 1 when results differed or, without --quick, a bar was not held.
+/// every round, as JSON. A row that misses its bar is run a second time, which then counts and is told with
+/// the figure of the first. @return exit status: 1 when results differed or, without --quick, a bar was not
+/// held.
 int RunBench(int argc, char** argv);
 
 #endif

@@ -74,7 +74,8 @@ nlohmann::ordered_json RowAsJson(const CRowResult& result)
         json["peer"]["points"] = result.nPeer;
     }
     json["held"] = result.IsHeld();
-    json["second_run"] = result.bSecondRun;
+    if (result.dFirstFigure > 0.0)
+        json["first_figure"] = result.dFirstFigure;
     return json;
 }
 
@@ -93,9 +94,11 @@ bool CRowResult::IsHeld() const
     return bSame && (bar.dMust <= 0.0 || CalcFigure() <= bar.dMust);
 }
 
-bool CRowResult::IsNearMiss() const
+void CRowResult::BeginSecondRun()
 {
-    return bSame && !IsHeld() && CalcFigure() <= 1.1 * bar.dMust;
+    dFirstFigure = CalcFigure();
+    vecProduct.clear();
+    vecPeer.clear();
 }
 
 std::string CRowResult::FormatSide(const std::vector<double>& vec, std::uint64_t nCount) const
@@ -127,7 +130,7 @@ std::string CRowResult::FormatHeld() const
     const std::string sText = !IsHeld()                                    ? "NO"
                               : bar.dAim > 0.0 && CalcFigure() <= bar.dAim ? "yes, aim too"
                                                                            : "yes";
-    return bSecondRun ? sText + " (second run)" : sText;
+    return dFirstFigure > 0.0 ? sText + fmt::format(" (second run; {:.3g} before)", dFirstFigure) : sText;
 }
 
 std::string CRowResult::Format() const

@@ -18,8 +18,8 @@ public:
     /// The results were the same and the figure is within the bar, if there is one.
     bool IsHeld() const;
 
-    /// Not held, and by so little that noise may be why.
-    bool IsNearMiss() const;
+    /// Forgets the rounds but for their figure.
+    void BeginSecondRun();
 
     /// The row as a line of the table.
     std::string Format() const;
@@ -33,7 +33,7 @@ public:
     enumBenchResult eResult = BenchResult_Same;
     double dPerUnits = 0.0;
     bool bSame = true;
-    bool bSecondRun = false;
+    double dFirstFigure = 0.0;  ///< of the first run, when there was a second
     std::uint64_t nProduct = 0; ///< checksum, or number of points
     std::uint64_t nPeer = 0;
     std::vector<double> vecProduct; ///< seconds, or values, one a round
