@@ -12,6 +12,8 @@
 #include <pcl/segmentation/impl/progressive_morphological_filter.hpp>
 
 #include <algorithm>
+#include <numeric>
+#include <utility>
 
 template class pcl::ProgressiveMorphologicalFilter<pcl::PointXYZ>;
 
@@ -45,8 +47,18 @@ void CProgressMorphFilter::extract(IPclProgressListener* pListener, std::vector<
 {
     if (input_ && initCompute())
     {
-        vecGround = *indices_;
+        // A list of all points, which PCL has made itself, is not kept twice; it is made again at the end.
+        const bool bAll = fake_indices_;
+        if (bAll)
+            vecGround = std::move(*indices_);
+        else
+            vecGround = *indices_;
         KeepGround(pListener, vecGround);
+        if (bAll)
+        {
+            indices_->resize(input_->size());
+            std::iota(indices_->begin(), indices_->end(), 0);
+        }
     }
     else
         CMorphProgress(pListener, 1).Finish();

@@ -195,6 +195,22 @@ TEST(CProgressMorphFilter, Extract_AgainAndOnAnotherCloud)
 }
 
 // The published filter would collect windows for ever, or abort: here an answer comes.
+TEST(CProgressMorphFilter, Extract_LeavesTheIndicesAsPublished)
+{
+    const CMorphCase morphCase = MakeTerrain(3000);
+    CProgressMorphFilter filter;
+    filter.setInputCloud(morphCase.pCloud);
+    std::vector<int> vecGround;
+    filter.extract(nullptr, vecGround);
+    ASSERT_FALSE(vecGround.empty());
+    EXPECT_EQ(MakeRange(3000), *filter.getIndices()) << "of all points, as none were set";
+
+    const pcl::IndicesPtr pSome(new pcl::Indices(MakeRange(700)));
+    filter.setIndices(pSome);
+    filter.extract(nullptr, vecGround);
+    EXPECT_EQ(MakeRange(700), *pSome) << "the caller's";
+}
+
 TEST(CProgressMorphFilter, Extract_EndsWithAnyParameters)
 {
     for (const float fCellSize : {0.0F, -1.0F, 1.0F, 1.0e-30F, 3.0e38F, c_fInfinity, c_fNan})
