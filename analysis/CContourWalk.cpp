@@ -19,7 +19,7 @@ void CContourWalk<T>::VisitNear(double dRadius, double dTried, OnPnt onPnt) cons
     const double x = static_cast<double>(m_pPnts[m_path.GetLast()].m_nX);
     const double y = static_cast<double>(m_pPnts[m_path.GetLast()].m_nY);
     const double dRadiusSquare = dRadius * dRadius;
-    const CPlanBox boxTried({x - dTried, y - dTried, x + dTried, y + dTried});
+    const CSearchBox boxTried({x - dTried, y - dTried, x + dTried, y + dTried});
     const auto onLeaf = [&](const COcTreeLeaf& leaf, const CPlanSquare& square)
     {
         const double dTriedSquare = boxTried.Meets(square) ? dTried * dTried : 0.0;

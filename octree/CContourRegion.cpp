@@ -54,10 +54,38 @@ bool IsInAndFarFromCorners(const PNT_2D& pnt, const CPlanBox& box) noexcept
 
 /// The frame that the region around a square is cut down to. Its sides keep off those of other squares of the
 /// tree, where contours may run.
-zor::geom::RECT_2D GetFrame(const CPlanBox& box) noexcept
+CPlanBox GetFrame(const CPlanBox& box) noexcept
 {
-    const CPlanBox frame = box.GetGrown((box.m_dXMax - box.m_dXMin) * 0.47);
+    return box.GetGrown((box.m_dXMax - box.m_dXMin) * 0.4673);
+}
+
+zor::geom::RECT_2D GetFrameRect(const CPlanBox& box) noexcept
+{
+    const CPlanBox frame = GetFrame(box);
     return {frame.m_dXMin, frame.m_dYMin, frame.m_dXMax, frame.m_dYMax};
+}
+
+/// May the edge turn by a rounding when it is cut at the frame?
+bool IsBentByCut(const CEdgeTracker::Edge& e, const CPlanBox& frame) noexcept
+{
+    return e.a.x != e.b.x && e.a.y != e.b.y && !(frame.Contains(e.a) && frame.Contains(e.b));
+}
+
+/// Does the edge's line pass the place so closely that a rounding may decide on which side?
+bool PassesClosely(const CEdgeTracker::Edge& e, const PNT_2D& pnt) noexcept
+{
+    constexpr double c_dMargin = 1e-12; // of the largest number that takes part; roundings come to 1e-15
+    const double dX = e.b.x - e.a.x;
+    const double dY = e.b.y - e.a.y;
+    const double dLargest =
+        std::max({std::fabs(e.a.x), std::fabs(e.a.y), std::fabs(e.b.x), std::fabs(e.b.y)});
+    const double dAcross = dX * (pnt.y - e.a.y) - dY * (pnt.x - e.a.x);
+    return !(std::fabs(dAcross) > c_dMargin * dLargest * (std::fabs(dX) + std::fabs(dY)));
+}
+
+bool IsEnd(const CEdgeTracker::Edge& e, const PNT_2D& pnt) noexcept
+{
+    return (pnt.x == e.a.x && pnt.y == e.a.y) || (pnt.x == e.b.x && pnt.y == e.b.y);
 }
 
 } // namespace
@@ -116,6 +144,40 @@ bool CContourRegion::IsCutInside(const Square& square) const
         { return CrossesASide(edge, square.m_box) || IsInAndFarFromCorners(edge.a, square.m_box); });
 }
 
+/// The part of the region that is subtracted from the square instead of all of it, where the answer cannot
+/// differ.
+const GEOSGeometry* CContourRegion::ChooseRegion(const Square& square, const std::vector<PNT_2D>& ring)
+{
+    const GEOSGeometry* const pWhole = m_vecLevels.front().m_region.get();
+    if (m_geos.GetNumPnts(pWhole) <= c_nSmallRegion || MayTurnOnCut(square, ring))
+        return pWhole;
+    const GEOSGeometry* const pLocal = MakeLocalRegion(square);
+    // Should rings ever have been put together wrongly, the other side of an edge would be inside.
+    return m_geos.MayBe(pLocal, square.m_frame.m_place, square.m_frame.m_bInside) ? pLocal : pWhole;
+}
+
+/// An edge that is cut at the frame may turn by a rounding. That matters where it passes through a corner of
+/// the square, or through an end of another edge there.
+bool CContourRegion::MayTurnOnCut(const Square& square, const std::vector<PNT_2D>& ring) const
+{
+    const CPlanBox frame = GetFrame(square.m_box);
+    const CPlanBox around = GetNeighbourhood(square.m_box);
+    return m_edges.AnyEdge(
+        square.m_frame,
+        [&](const CEdgeTracker::Edge& edge)
+        {
+            const auto passes = [&](const PNT_2D& pnt)
+            { return PassesClosely(edge, pnt) && !IsEnd(edge, pnt); };
+            return IsBentByCut(edge, frame) && CEdgeTracker::MayMeet(edge, around) &&
+                   (std::any_of(ring.begin(), ring.end(), passes) ||
+                    m_edges.AnyEdge(square.m_frame,
+                                    [&](const CEdgeTracker::Edge& other) {
+                                        return (around.Contains(other.a) && passes(other.a)) ||
+                                               (around.Contains(other.b) && passes(other.b));
+                                    }));
+        });
+}
+
 /// Makes the region around the square and, on the way there, around the squares above it: each is cut out of
 /// the one above, so that none costs more than the edges around its parent.
 /// @return that of the square, or of one above it that is small already.
@@ -130,7 +192,7 @@ const GEOSGeometry* CContourRegion::MakeLocalRegion(const Square& square)
         if (m_geos.GetNumPnts(pAbove) <= c_nSmallRegion)
             break;
         Level& level = m_vecLevels[nLevel + 1];
-        std::optional<CGeos::Geometry> clipped = m_geos.ClipQuickly(pAbove, GetFrame(level.m_box));
+        std::optional<CGeos::Geometry> clipped = m_geos.ClipQuickly(pAbove, GetFrameRect(level.m_box));
         if (!clipped)
             MakeSurely(level);
         else
@@ -149,7 +211,7 @@ const GEOSGeometry* CContourRegion::MakeLocalRegion(const Square& square)
 /// Cuts the region around a square out of the whole.
 void CContourRegion::MakeSurely(Level& level)
 {
-    level.m_region = m_geos.Clip(m_vecLevels.front().m_region.get(), GetFrame(level.m_box));
+    level.m_region = m_geos.Clip(m_vecLevels.front().m_region.get(), GetFrameRect(level.m_box));
     level.m_eState = enumState::Valid;
 }
 
@@ -165,7 +227,7 @@ enumSide CContourRegion::ClassifySquare(const Square& square)
         return enumSide::Straddling;
     const std::vector<PNT_2D> ring = MakeRing(box);
     const CGeos::Geometry rest =
-        m_geos.CalcDifference(m_geos.MakePolygon(ring).get(), MakeLocalRegion(square));
+        m_geos.CalcDifference(m_geos.MakePolygon(ring).get(), ChooseRegion(square, ring));
     return GetSide(m_geos.GetParts(rest.get()), ring);
 }
 

@@ -55,6 +55,8 @@ private:
         zor::geom::CGeos::Geometry m_region; ///< where made
     };
 
+    const GEOSGeometry* ChooseRegion(const Square& square, const std::vector<zor::geom::PNT_2D>& ring);
+    bool MayTurnOnCut(const Square& square, const std::vector<zor::geom::PNT_2D>& ring) const;
     const GEOSGeometry* MakeLocalRegion(const Square& square);
     void MakeSurely(Level& level);
 

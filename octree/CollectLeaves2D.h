@@ -26,10 +26,10 @@ struct CPlanSquare
 ///
 /// Whether a whole number lies beyond a limit does not change when the limit is rounded inwards, so
 /// the limits are kept as whole numbers. One that is not a number limits nothing.
-class CPlanBox
+class CSearchBox
 {
 public:
-    explicit CPlanBox(const zor::geom::RECT_2D& rect) noexcept
+    explicit CSearchBox(const zor::geom::RECT_2D& rect) noexcept
         : m_nXMin(RoundUp(rect.xmin)), m_nYMin(RoundUp(rect.ymin)), m_nXMax(-RoundUp(-rect.xmax)),
           m_nYMax(-RoundUp(-rect.ymax))
     {
@@ -75,7 +75,8 @@ private:
 
 /// The same for the leaves under one node, whose own square is not tested.
 template <class OnLeaf>
-void CollectLeaves2D(const COcTreeNode& node, const CPlanSquare& square, const CPlanBox& box, OnLeaf& onLeaf)
+void CollectLeaves2D(const COcTreeNode& node, const CPlanSquare& square, const CSearchBox& box,
+                     OnLeaf& onLeaf)
 {
     const unsigned nOctants = box.GetOctants(square);
     if (nOctants == 0)
@@ -102,7 +103,7 @@ void CollectLeaves2D(const COcTreeNode& node, const CPlanSquare& square, const C
 template <class OnLeaf>
 void CollectLeaves2D(const COcTreeIndex& tree, const zor::geom::RECT_2D& rect, OnLeaf onLeaf)
 {
-    const CPlanBox box(rect);
+    const CSearchBox box(rect);
     const CPlanSquare square{tree.m_nCentreX, tree.m_nCentreY, tree.m_nEdge};
     if (tree.m_pRoot != nullptr && box.Meets(square))
         CollectLeaves2D(*tree.m_pRoot, square, box, onLeaf);

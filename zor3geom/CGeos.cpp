@@ -208,6 +208,17 @@ CGeos::Geometry CGeos::Clip(const GEOSGeometry* pRegion, const RECT_2D& box) con
     return CalcIntersection(pRegion, MakePolygon(ring).get());
 }
 
+bool CGeos::MayBe(const GEOSGeometry* pRegion, const PNT_2D& place, bool bInside) const
+{
+    if (pRegion == nullptr)
+        return !bInside;
+    const Geometry point = Own(GEOSGeom_createPointFromXY_r(m_context, place.x, place.y));
+    const bool bMayBe = bInside ? GEOSIntersects_r(m_context, pRegion, point.get()) == 1
+                                : GEOSContains_r(m_context, pRegion, point.get()) == 0;
+    ThrowIfNoMemory();
+    return bMayBe;
+}
+
 std::size_t CGeos::GetNumPnts(const GEOSGeometry* pGeometry) const
 {
     const int nNum = pGeometry == nullptr ? 0 : GEOSGetNumCoordinates_r(m_context, pGeometry);

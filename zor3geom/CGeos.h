@@ -50,7 +50,8 @@ public:
     Geometry CalcDifference(const GEOSGeometry* pA, const GEOSGeometry* pB) const;
     Geometry CalcIntersection(const GEOSGeometry* pA, const GEOSGeometry* pB) const;
 
-    /// The region inside a box. Edges away from the box's sides stay as they are.
+    /// The region inside a box. Edges that the box's sides do not cut stay as they are; others may turn by a
+    /// rounding.
     ///
     /// @param pRegion  valid.
     Geometry Clip(const GEOSGeometry* pRegion, const RECT_2D& box) const;
@@ -62,6 +63,11 @@ public:
     /// Do the rings of the polygons neither cross themselves nor each other, and lie in each other as they
     /// should? True for null.
     bool IsValid(const GEOSGeometry* pGeometry) const;
+
+    /// @return false where the place is certainly not as told: inside the region or outside it. On an edge it
+    /// may
+    ///         be either.
+    bool MayBe(const GEOSGeometry* pRegion, const PNT_2D& place, bool bInside) const;
 
     /// @return points of all rings, closing ones counted; 0 for null.
     std::size_t GetNumPnts(const GEOSGeometry* pGeometry) const;

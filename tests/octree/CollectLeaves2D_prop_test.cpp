@@ -54,7 +54,7 @@ TYPED_TEST(CollectLeaves2D_Prop, SameAsModel)
             CollectLeaves2D(*store->m_pTree, rect,
                             [&](const COcTreeLeaf& leaf, const CPlanSquare& square)
                             {
-                                EXPECT_TRUE(CPlanBox(rect).Meets(square));
+                                EXPECT_TRUE(CSearchBox(rect).Meets(square));
                                 vecLeaves.emplace_back(leaf.m_nFirst, leaf.m_nCount);
                             });
             ASSERT_EQ(vecLeaves, COutlineModel::CollectLeaves(store.GetRef().tree, box))

@@ -219,6 +219,66 @@ TYPED_TEST(Query2D_prop, Contours_SameAsModel)
               });
 }
 
+/// A ring of one long edge through `centre`, its ends whole numbers away, and a way back in many short ones.
+std::vector<PNT_2D> MakeHalfDisc(CRandom& random, const PNT_2D& centre, int nWidth)
+{
+    const auto dX = static_cast<double>(nWidth / 2 + random.Int(1, nWidth));
+    const double dY =
+        (random.Chance(2) ? dX : static_cast<double>(random.Int(1, nWidth))) * (random.Chance(2) ? 1 : -1);
+    std::vector<PNT_2D> ring{{centre.x - dX, centre.y - dY}, {centre.x + dX, centre.y + dY}};
+    const std::int64_t nNum = random.Int(60, 75); // about as many as it takes to be cut down to squares
+    const double dSide = random.Chance(2) ? 1.0 : -1.0;
+    for (std::int64_t i = 1; i < nNum; ++i)
+    {
+        const double dAngle = 3.14159265358979323846 * static_cast<double>(i) / static_cast<double>(nNum);
+        const double dAlong = 3.0 * std::cos(dAngle);
+        const double dAside = 3.0 * dSide * std::sin(dAngle);
+        ring.emplace_back(centre.x + dX * dAlong - dY * dAside, centre.y + dY * dAlong + dX * dAside);
+    }
+    return ring;
+}
+
+// Such an edge runs from corner to corner through many squares: the least turn of it decides what is left of
+// them.
+TYPED_TEST(Query2D_prop, Contours_LongEdgesThroughCornersSameAsModel)
+{
+    CRandom random(31);
+    for (int i = 0; i < 600; ++i)
+    {
+        const int nWidth = random.Pick(std::vector<int>{10, 64, 100, 1000});
+        const float fOrg = random.Pick(std::vector<float>{0.0F, 500000.0F});
+        std::vector<Ref::Pnt> pnts{{0, 0, 0, 0, 0, 0},
+                                   {nWidth * 10000, nWidth * 10000, nWidth * 1000, 0, 0, 0}};
+        for (std::int64_t k = random.Int(12, 300); k > 0; --k)
+            pnts.push_back({static_cast<std::int32_t>(random.Int(0, nWidth * 10000)),
+                            static_cast<std::int32_t>(random.Int(0, nWidth * 10000)), 0, 0, 0, 0});
+        CTestStore<TypeParam> store(pnts, {fOrg, fOrg, 0.0F});
+        store.ComputeTree();
+        const double dCentre = static_cast<double>(fOrg) + nWidth / 2.0;
+        const std::vector<PNT_2D> ring = MakeHalfDisc(random, {dCentre, dCentre}, nWidth);
+        CRecListener rec;
+        Ref::CQuery2D ref(store.GetRef());
+        const int nKind = static_cast<int>(random.Int(0, 2));
+        std::vector<std::vector<PNT_2D>> holes;
+        if (nKind == 1)
+            holes = {{{dCentre + 10.0 * nWidth, dCentre},
+                      {dCentre + 11.0 * nWidth, dCentre},
+                      {dCentre, dCentre + 9.0}}};
+        if (nKind == 2)
+        {
+            CQuery2D<TypeParam>(*store, &rec).FindPnts2D_IntCnt(ring);
+            ref.IntCnt(ring);
+        }
+        else
+        {
+            CQuery2D<TypeParam>(*store, &rec).FindPnts2D_Cnts(ring, holes);
+            ref.Cnts(ring, holes);
+        }
+        ASSERT_EQ(ref.GetIndices(), rec.GetIndices())
+            << "cloud " << i << ", width " << nWidth << ", kind " << nKind;
+    }
+}
+
 // Regions that lie to and fro across the frames which they are cut down to.
 TYPED_TEST(Query2D_prop, Contours_RegionsInPiecesSameAsModel)
 {
