@@ -3,6 +3,11 @@
 #include <algorithm>
 #include <cstring>
 
+CPlyBuffer::CPlyBuffer(std::FILE* pFile) : m_pFile(pFile), m_pBlock(new unsigned char[c_nBlock])
+{
+    std::memset(m_pBlock.get(), 0, c_nWindow); // what the first filling may leave
+}
+
 /// Fills the window from the position on; the position becomes its first byte.
 bool CPlyBuffer::Fill()
 {

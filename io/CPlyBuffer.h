@@ -17,7 +17,7 @@ public:
     /// @param pFile  an unbuffered binary stream at the first byte to read; not null, not owned.
     ///
     /// Throws std::bad_alloc.
-    explicit CPlyBuffer(std::FILE* pFile) : m_pFile(pFile), m_pBlock(new unsigned char[c_nBlock]()) {}
+    explicit CPlyBuffer(std::FILE* pFile);
 
     /// Makes `nSize` bytes available at the position.
     ///
