@@ -105,7 +105,7 @@ CPlanBox GetNeighbourhood(const CPlanBox& box) noexcept
 
 CContourRegion::CContourRegion(const TMultiPartPolygon& polygon)
 {
-    m_vecLevels.push_back({{}, enumState::Valid, m_geos.MakeRegion(polygon)});
+    m_vecLevels.push_back({{}, {}, false, enumState::Valid, m_geos.MakeRegion(polygon)});
     for (const TMultiPartPolygon& part : m_geos.GetParts(m_vecLevels.front().m_region.get()))
     {
         m_edges.AddRing(part.outer);
@@ -124,9 +124,10 @@ CContourRegion::Square CContourRegion::EnterRoot(const CPlanBox& box)
 
 CContourRegion::Square CContourRegion::Enter(const Square& parent, const CPlanBox& box)
 {
-    m_vecLevels.push_back({box, enumState::NotMade, nullptr});
     const PNT_2D centre((box.m_dXMin + box.m_dXMax) / 2.0, (box.m_dYMin + box.m_dYMax) / 2.0);
-    return {box, m_edges.Enter(parent.m_frame, centre, GetNeighbourhood(box)), parent.m_nLevel + 1};
+    const CEdgeTracker::Frame frame = m_edges.Enter(parent.m_frame, centre, GetNeighbourhood(box));
+    m_vecLevels.push_back({box, centre, frame.m_bInside, enumState::NotMade, nullptr});
+    return {box, frame, parent.m_nLevel + 1};
 }
 
 void CContourRegion::Leave(const Square& square) noexcept
@@ -151,9 +152,7 @@ const GEOSGeometry* CContourRegion::ChooseRegion(const Square& square, const std
     const GEOSGeometry* const pWhole = m_vecLevels.front().m_region.get();
     if (m_geos.GetNumPnts(pWhole) <= c_nSmallRegion || MayTurnOnCut(square, ring))
         return pWhole;
-    const GEOSGeometry* const pLocal = MakeLocalRegion(square);
-    // Should rings ever have been put together wrongly, the other side of an edge would be inside.
-    return m_geos.MayBe(pLocal, square.m_frame.m_place, square.m_frame.m_bInside) ? pLocal : pWhole;
+    return MakeLocalRegion(square);
 }
 
 /// An edge that is cut at the frame may turn by a rounding. That matters where it passes through a corner of
@@ -202,10 +201,18 @@ const GEOSGeometry* CContourRegion::MakeLocalRegion(const Square& square)
         }
     }
     Level& level = m_vecLevels[nLevel];
-    if (level.m_eState == enumState::Made && !m_geos.IsValid(level.m_region.get()))
+    if (level.m_eState == enumState::Made && !IsGood(level))
         MakeSurely(level);
     level.m_eState = enumState::Valid;
     return level.m_region.get();
+}
+
+/// Has the quick way put the rings together as they should be? Else they cross, or the other side of an edge
+/// is inside.
+bool CContourRegion::IsGood(const Level& level) const
+{
+    return m_geos.IsValid(level.m_region.get()) &&
+           m_geos.MayBe(level.m_region.get(), level.m_centre, level.m_bCentreInside);
 }
 
 /// Cuts the region around a square out of the whole.

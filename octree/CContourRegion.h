@@ -51,6 +51,8 @@ private:
     struct Level
     {
         CPlanBox m_box;
+        zor::geom::PNT_2D m_centre;
+        bool m_bCentreInside; ///< by the region's edges
         enumState m_eState;
         zor::geom::CGeos::Geometry m_region; ///< where made
     };
@@ -58,6 +60,7 @@ private:
     const GEOSGeometry* ChooseRegion(const Square& square, const std::vector<zor::geom::PNT_2D>& ring);
     bool MayTurnOnCut(const Square& square, const std::vector<zor::geom::PNT_2D>& ring) const;
     const GEOSGeometry* MakeLocalRegion(const Square& square);
+    bool IsGood(const Level& level) const;
     void MakeSurely(Level& level);
 
     zor::geom::CGeos m_geos;
