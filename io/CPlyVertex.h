@@ -31,7 +31,8 @@ public:
     void DeliverAll(IPntCldReadListener& listener, const unsigned char* pBytes, std::size_t nSize,
                     const unsigned char* pEnd) const
     {
-        // A copy: for all the compiler knows the listener could change what it does not see here.
+        // A copy on the stack: for all the compiler knows the listener could change the offsets behind
+        // `this`.
         const CPlyVertexBytes vertex = *this;
         if (m_bColor)
             for (; pBytes != pEnd; pBytes += nSize)

@@ -197,8 +197,11 @@ std::optional<CGeos::Geometry> CGeos::ClipQuickly(const GEOSGeometry* pRegion, c
         return Own(nullptr);
     GEOSGeometry* const pClipped =
         GEOSClipByRect_r(m_context, pRegion, box.xmin, box.ymin, box.xmax, box.ymax);
-    Geometry clipped = Own(pClipped); // null, or empty
-    return pClipped == nullptr ? std::nullopt : std::make_optional(std::move(clipped));
+    Geometry clipped = Own(pClipped); // null for an empty one too
+    const int nType = clipped == nullptr ? GEOS_POLYGON : GEOSGeomTypeId_r(m_context, clipped.get());
+    if (pClipped == nullptr || (nType != GEOS_POLYGON && nType != GEOS_MULTIPOLYGON))
+        return std::nullopt;
+    return clipped;
 }
 
 CGeos::Geometry CGeos::Clip(const GEOSGeometry* pRegion, const RECT_2D& box) const

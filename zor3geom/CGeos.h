@@ -56,17 +56,15 @@ public:
     /// @param pRegion  valid.
     Geometry Clip(const GEOSGeometry* pRegion, const RECT_2D& box) const;
 
-    /// The same by a way that is made for drawing: it may fail (no value), and what it gives is to be looked
-    /// at with `IsValid` before anything is computed from it.
+    /// The same by a way that is made for drawing: it may fail (no value), and what it gives, polygons
+    /// always, is to be looked at with `IsValid` before anything is computed from it.
     std::optional<Geometry> ClipQuickly(const GEOSGeometry* pRegion, const RECT_2D& box) const;
 
     /// Do the rings of the polygons neither cross themselves nor each other, and lie in each other as they
     /// should? True for null.
     bool IsValid(const GEOSGeometry* pGeometry) const;
 
-    /// @return false where the place is certainly not as told: inside the region or outside it. On an edge it
-    /// may
-    ///         be either.
+    /// May the place be inside the region, or outside it, as told? On an edge it may be either.
     bool MayBe(const GEOSGeometry* pRegion, const PNT_2D& place, bool bInside) const;
 
     /// @return points of all rings, closing ones counted; 0 for null.
