@@ -69,7 +69,14 @@ void CLazBitModel::Count(std::uint32_t nBit)
     m_nInterval = m_nNumLeft = std::min(m_nInterval * 5 / 4, 64U);
 }
 
-CLazCode::CLazCode(CSizedFile& file, std::int64_t nPos) : m_file(file), m_nPos(nPos)
+bool CLazCode::BeginsAt(CSizedFile& file, std::int64_t nPos)
+{
+    std::uint32_t nFirst = 0;
+    return !file.ReadAt(nPos, nFirst) || nFirst != c_nWhole; // the same in any byte order
+}
+
+CLazCode::CLazCode(CSizedFile& file, std::int64_t nPos)
+    : m_file(file), m_nPos(nPos), m_bGood(BeginsAt(file, nPos))
 {
     for (int i = 0; i < 4; ++i)
         m_nValue = m_nValue << 8U | ReadByte();
@@ -121,6 +128,6 @@ void CLazCode::Take(std::uint32_t nStart, std::uint32_t nEnd)
 std::uint32_t CLazCode::ReadByte()
 {
     std::uint8_t n = 0;
-    m_bEnded = !m_file.ReadAt(m_nPos++, n) || m_bEnded;
+    m_bGood = m_file.ReadAt(m_nPos++, n) && m_bGood;
     return n;
 }

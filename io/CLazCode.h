@@ -59,18 +59,26 @@ public:
     /// @param nNumBits  1 to 31.
     std::uint32_t ReadBits(unsigned nNumBits);
 
-    /// @return whether bytes behind the end of the file have been read.
-    bool HasEnded() const noexcept { return m_bEnded; }
+    /// @return false when the file has ended within the code, or the code is none, see BeginsAt.
+    bool IsGood() const noexcept { return m_bGood; }
+
+    /// A code is a number below 1, to which the first bytes come closest when they are all 255 but for the
+    /// last bit. Where it is 1, symbols are found outside their alphabet.
+    ///
+    /// @return false when what stands at `nPos` is no code. Where the file ends there it may be one.
+    static bool BeginsAt(CSizedFile& file, std::int64_t nPos);
 
 private:
+    static constexpr std::uint32_t c_nWhole = 0xFFFFFFFF;
+
     void Take(std::uint32_t nStart, std::uint32_t nEnd);
     std::uint32_t ReadByte();
 
     CSizedFile& m_file;
     std::int64_t m_nPos;
-    bool m_bEnded = false;
-    std::uint32_t m_nValue = 0; // below m_nLength
-    std::uint32_t m_nLength = 0xFFFFFFFF;
+    bool m_bGood;
+    std::uint32_t m_nValue = 0; // below m_nLength in a code
+    std::uint32_t m_nLength = c_nWhole;
 };
 
 #endif

@@ -1,11 +1,7 @@
 #include <io/CLazGuard.h>
 
-#include <io/CLazTable.h>
-
 #include <algorithm>
 #include <iterator>
-#include <numeric>
-#include <vector>
 
 namespace
 {
@@ -21,6 +17,9 @@ constexpr std::uint32_t c_nVariableChunks = std::numeric_limits<std::uint32_t>::
 
 /// The position of the table of chunks stands before the first chunk.
 constexpr std::int64_t c_nPosSize = 8;
+
+/// The library takes sizes of chunks for signed.
+constexpr std::int64_t c_nMaxChunkSize = std::numeric_limits<std::int32_t>::max();
 
 /// A part of a point, of one type and version.
 struct CLazItem
@@ -85,14 +84,19 @@ bool CLazGuard::Check(std::int64_t nPos, std::uint16_t nSize)
     if (!CheckItems(nPos + c_nSize, nNumItems))
         return false;
     if (nCompressor < c_nChunked)
-        return true;
-    return FindTable() && CheckTable(nChunkSize) && (!m_bLayered || CheckLayers());
+    {
+        m_nMaxNumPnts =
+            std::numeric_limits<std::uint32_t>::max(); // behind them the library takes a chunk to begin
+        return CLazCode::BeginsAt(m_file, m_nPosPnts + m_nPntSize);
+    }
+    return FindTable() && CheckTable(nChunkSize) && CheckChunks();
 }
 
 /// The parts of a point: together as many bytes as a point, and of the kind that the compressor takes.
 bool CLazGuard::CheckItems(std::int64_t nPos, std::uint16_t nNumItems)
 {
     std::uint32_t nSumSizes = 0;
+    std::size_t nNumLayers = 0;
     for (std::uint16_t i = 0; i < nNumItems; ++i, nPos += sizeof(CLazItem))
     {
         CLazItem item{};
@@ -100,8 +104,9 @@ bool CLazGuard::CheckItems(std::int64_t nPos, std::uint16_t nNumItems)
             return false;
         nSumSizes += item.m_nSize;
         if (m_bLayered)
-            m_nNumLayers += CountLayers(item);
+            nNumLayers += CountLayers(item);
     }
+    m_vecNumbers.resize(1 + nNumLayers);
     return nSumSizes == m_nPntSize;
 }
 
@@ -131,31 +136,44 @@ bool CLazGuard::CheckTable(std::uint32_t nChunkSize)
     return true;
 }
 
-/// The chunks follow each other up to the table: a point as it is, the number of points, the size of each
-/// layer, the layers. The library allocates what these sizes say.
-bool CLazGuard::CheckLayers()
+/// The chunks follow each other up to the table, as the table says. The library looks for a chunk where it
+/// has come to, and compares that with the table as far as it understands it.
+bool CLazGuard::CheckChunks()
 {
-    CLazTable table(m_file, m_nPosTable + c_nPosSize);
-    std::vector<std::uint32_t> vecNumbers(1 + m_nNumLayers); // of points, then of bytes of each layer
+    CLazTable table(m_file, m_nPosTable + c_nPosSize, m_bVariable);
     std::int64_t nPos = m_nPosPnts + c_nPosSize;
     std::int64_t nSumPnts = 0;
     for (std::uint32_t i = 0; i < m_nNumChunks; ++i)
     {
-        const std::int64_t nStart = nPos;
-        if (!m_file.ReadAt(nPos + m_nPntSize, vecNumbers.data(), vecNumbers.size()))
+        CLazChunk chunk{};
+        if (!table.ReadEntry(chunk) || chunk.m_nNumBytes < m_nPntSize ||
+            chunk.m_nNumBytes > std::min(m_nPosTable - nPos, c_nMaxChunkSize))
             return false;
-        nPos += m_nPntSize + static_cast<std::int64_t>(vecNumbers.size() * sizeof(std::uint32_t));
-        nPos = std::accumulate(vecNumbers.begin() + 1, vecNumbers.end(), nPos);
-        if (nPos > m_nPosTable)
+        if (m_bLayered ? !CheckLayers(nPos, chunk) : !CLazCode::BeginsAt(m_file, nPos + m_nPntSize))
             return false;
-        nSumPnts += vecNumbers.front();
-        // Led by the table into a chunk too early, the library would take the table for the last one.
-        std::uint32_t nNumPnts = 0;
-        std::uint32_t nNumBytes = 0;
-        if (m_bVariable && (!table.ReadEntry(nNumPnts, nNumBytes) || nNumPnts != vecNumbers.front() ||
-                            nNumBytes != static_cast<std::uint64_t>(nPos - nStart)))
-            return false;
+        nSumPnts += chunk.m_nNumPnts;
+        nPos += chunk.m_nNumBytes;
     }
-    m_nMaxNumPnts = std::min(m_nMaxNumPnts, nSumPnts);
+    if (m_bVariable || m_bLayered)
+        m_nMaxNumPnts = std::min(m_nMaxNumPnts, nSumPnts);
     return true;
+}
+
+/// A chunk in layers: a point as it is, the number of points, the size of each layer, the layers. The library
+/// allocates what these sizes say.
+///
+/// @param chunk  where the table does not have its number of points, it gets it.
+bool CLazGuard::CheckLayers(std::int64_t nPos, CLazChunk& chunk)
+{
+    const std::int64_t nEnd = nPos + chunk.m_nNumBytes;
+    nPos += m_nPntSize;
+    if (!m_file.ReadAt(nPos, m_vecNumbers.data(), m_vecNumbers.size()))
+        return false;
+    nPos += static_cast<std::int64_t>(m_vecNumbers.size() * sizeof m_vecNumbers.front());
+    for (auto itSize = m_vecNumbers.begin() + 1; itSize != m_vecNumbers.end(); nPos += *itSize++)
+        if (*itSize > 0 && !CLazCode::BeginsAt(m_file, nPos))
+            return false;
+    if (!m_bVariable)
+        chunk.m_nNumPnts = m_vecNumbers.front();
+    return nPos == nEnd && chunk.m_nNumPnts == m_vecNumbers.front();
 }

@@ -1,10 +1,11 @@
 #ifndef IO_CLAZGUARD_H
 #define IO_CLAZGUARD_H
 
-#include <io/CSizedFile.h>
+#include <io/CLazTable.h>
 
 #include <cstdint>
 #include <limits>
+#include <vector>
 
 /// Looks at how the points of a LAZ file are compressed and where their chunks lie, see CLasGuard.
 class CLazGuard
@@ -22,22 +23,23 @@ public:
     /// @param nSize  how many bytes they are; they lie in the file.
     bool Check(std::int64_t nPos, std::uint16_t nSize);
 
-    /// The most points that the chunks can hold; the largest int64 where nothing tells.
+    /// The most points that can be read; of one stream, more than any holds.
     std::int64_t GetMaxNumPnts() const noexcept { return m_nMaxNumPnts; }
 
 private:
     bool CheckItems(std::int64_t nPos, std::uint16_t nNumItems);
     bool FindTable();
     bool CheckTable(std::uint32_t nChunkSize);
-    bool CheckLayers();
+    bool CheckChunks();
+    bool CheckLayers(std::int64_t nPos, CLazChunk& chunk);
 
     CSizedFile& m_file;
     std::int64_t m_nPosPnts;
     std::uint16_t m_nPntSize;
     bool m_bLayered = false;
-    bool m_bVariable = false;       // the chunks differ in their number of points
-    std::uint32_t m_nNumLayers = 0; // of each chunk
-    std::int64_t m_nPosTable = 0;   // where the chunks end and their table begins
+    bool m_bVariable = false;                // the chunks differ in their number of points
+    std::vector<std::uint32_t> m_vecNumbers; // of a chunk in layers: points, then bytes of each layer
+    std::int64_t m_nPosTable = 0;            // where the chunks end and their table begins
     std::uint32_t m_nNumChunks = 0;
     std::int64_t m_nMaxNumPnts = std::numeric_limits<std::int64_t>::max();
 };

@@ -11,20 +11,21 @@ constexpr unsigned c_nMaxLeading = 8;
 
 } // namespace
 
-CLazTable::CLazTable(CSizedFile& file, std::int64_t nPos)
-    : m_code(file, nPos), m_modelNumBitsPnts(c_nMaxBits + 1), m_modelNumBitsBytes(c_nMaxBits + 1)
+CLazTable::CLazTable(CSizedFile& file, std::int64_t nPos, bool bHasPnts)
+    : m_code(file, nPos), m_bHasPnts(bHasPnts), m_modelNumBitsPnts(c_nMaxBits + 1),
+      m_modelNumBitsBytes(c_nMaxBits + 1)
 {
     for (unsigned nNumBits = 1; nNumBits < c_nMaxBits; ++nNumBits)
         m_vecModelsLeading.emplace_back(1U << std::min(nNumBits, c_nMaxLeading));
 }
 
-bool CLazTable::ReadEntry(std::uint32_t& nNumPnts, std::uint32_t& nNumBytes)
+bool CLazTable::ReadEntry(CLazChunk& chunk)
 {
-    m_nNumPnts += ReadDifference(m_modelNumBitsPnts);
-    m_nNumBytes += ReadDifference(m_modelNumBitsBytes);
-    nNumPnts = m_nNumPnts;
-    nNumBytes = m_nNumBytes;
-    return !m_code.HasEnded();
+    if (m_bHasPnts)
+        m_chunk.m_nNumPnts += ReadDifference(m_modelNumBitsPnts);
+    m_chunk.m_nNumBytes += ReadDifference(m_modelNumBitsBytes);
+    chunk = m_chunk;
+    return m_code.IsGood();
 }
 
 /// A difference to the entry before, two's complement: first how many bits k it has, then which of the 2^k

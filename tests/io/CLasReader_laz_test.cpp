@@ -6,6 +6,7 @@
 
 #include <cstring>
 #include <limits>
+#include <vector>
 
 namespace
 {
@@ -41,6 +42,8 @@ TEST(CLasReader_laz, Read_Progress)
     EXPECT_EQ(CReadCall::Progress(66), vecCalls[6]);
 }
 
+constexpr unsigned c_nVariableChunks = 0xFFFFFFFF;
+
 std::int64_t GetMaxNumPnts(const std::string& sBytes)
 {
     const CMemFile file(sBytes);
@@ -53,23 +56,24 @@ TEST(CLasReader_laz, GetMaxNumPnts_WholeChunksOrWhatTheySay)
 {
     EXPECT_EQ(48, GetMaxNumPnts(LazBytes(LasOf(1, 33), 16)));
     EXPECT_EQ(33, GetMaxNumPnts(LazBytes(LasOf(7, 33), 16)));
+    for (const int nFormat : {1, 7})
+        EXPECT_EQ(33, GetMaxNumPnts(LazBytes(LasOf(nFormat, 33), c_nVariableChunks))) << nFormat;
 }
 
 // Behind the last chunk stands the table: it is not taken for points.
 TEST(CLasReader_laz, Read_MorePntsAnnouncedThanTheChunksHold)
 {
     for (const int nFormat : {1, 7})
-    {
-        const CLasFile file = LasOf(nFormat, 32);
-        std::string sBytes = LazBytes(file, 16);
-        sBytes[nFormat < 6 ? 107 : 247] = 100; // the count
-        const CLasReading reading = ReadLas(sBytes);
-        EXPECT_TRUE(reading.m_bResult) << nFormat;
-        EXPECT_EQ(LasCalls(file, 100, 32), reading.m_vecCalls) << nFormat;
-    }
+        for (const unsigned nChunkSize : {16U, c_nVariableChunks})
+        {
+            const CLasFile file = LasOf(nFormat, 32);
+            std::string sBytes = LazBytes(file, nChunkSize);
+            sBytes[nFormat < 6 ? 107 : 247] = 100; // the count
+            const CLasReading reading = ReadLas(sBytes);
+            EXPECT_TRUE(reading.m_bResult) << nFormat << ", " << nChunkSize;
+            EXPECT_EQ(LasCalls(file, 100, 32), reading.m_vecCalls) << nFormat << ", " << nChunkSize;
+        }
 }
-
-constexpr unsigned c_nVariableChunks = 0xFFFFFFFF;
 
 TEST(CLasReader_laz, Read_ChunkOfVariableSize)
 {
@@ -134,7 +138,43 @@ protected:
     }
 
     std::size_t GetPosPnts() const { return ValueAt<std::uint32_t>(96); }
-    std::size_t GetPosTable() const { return static_cast<std::size_t>(ValueAt<std::int64_t>(GetPosPnts())); }
+    std::size_t GetPosTable() const { return PosTableOf(m_sBytes); }
+
+    static std::size_t PosTableOf(const std::string& sBytes)
+    {
+        std::uint32_t nPosPnts = 0;
+        std::int64_t nPosTable = 0;
+        std::memcpy(&nPosPnts, sBytes.data() + 96, sizeof nPosPnts);
+        std::memcpy(&nPosTable, sBytes.data() + nPosPnts, sizeof nPosTable);
+        return static_cast<std::size_t>(nPosTable);
+    }
+
+    /// Where codes begin: one in each chunk, or one in each layer that is not empty.
+    std::vector<std::size_t> FindCodes() const
+    {
+        std::vector<std::size_t> vecCodes;
+        for (int nChunk = 0; nChunk < 3; ++nChunk)
+        {
+            // A file of the chunks before ends here.
+            std::size_t nPos = PosTableOf(LazBytes(LasOf(GetParam(), 16 * nChunk), 16)) + m_file.GetPntSize();
+            if (GetParam() < 6)
+            {
+                vecCodes.push_back(nPos);
+                continue;
+            }
+            const std::size_t nNumLayers = GetParam() == 6 ? 9U : GetParam() == 7 ? 10U : 12U;
+            const std::size_t nSizes = nPos + 4; // behind the number of points
+            nPos = nSizes + 4 * nNumLayers;
+            for (std::size_t i = 0; i < nNumLayers; ++i)
+            {
+                const auto nSize = ValueAt<std::uint32_t>(nSizes + 4 * i);
+                if (nSize > 0)
+                    vecCodes.push_back(nPos);
+                nPos += nSize;
+            }
+        }
+        return vecCodes;
+    }
     /// The data of the record that describes the compression: the only record.
     std::size_t GetPosRecord() const { return m_file.GetHeaderSize() + 54; }
 
@@ -171,9 +211,47 @@ TEST_P(CLazGuardTest, Check_TableOfChunksLiesInTheFile)
     EXPECT_FALSE(IsLetWith(nTable, std::uint32_t{1})); // version
     for (const std::uint32_t nNumChunks : {1000U, 0x7FFFFFFFU, 0xFFFFFFFFU})
         EXPECT_FALSE(IsLetWith(nTable + 4, nNumChunks)) << nNumChunks;
-    for (std::size_t n = 0; n < nTable + 8; ++n)
+    // Three entries: four bytes begin their code, and some more come in.
+    for (std::size_t n = 0; n < nTable + 8 + 4; ++n)
         ASSERT_FALSE(IsLet(m_sBytes.substr(0, n))) << n << " bytes";
-    EXPECT_TRUE(IsLet(m_sBytes.substr(0, nTable + 8)));
+    EXPECT_TRUE(IsLet(m_sBytes));
+}
+
+// The library ends a chunk where its points end, and compares that with the table only then.
+TEST_P(CLazGuardTest, Check_ChunksOfTheTableFillTheRoomBeforeIt)
+{
+    const auto IsLetWithTableOf = [&](int nNumPnts, unsigned nChunkSize)
+    {
+        const std::string sOther = LazBytes(LasOf(GetParam(), nNumPnts), nChunkSize);
+        return IsLet(m_sBytes.substr(0, GetPosTable()) + sOther.substr(PosTableOf(sOther)));
+    };
+    EXPECT_TRUE(IsLetWithTableOf(40, 16));
+    EXPECT_FALSE(IsLetWithTableOf(300, 100)); // three longer chunks
+    // Shorter ones are for the library to find out, unless the chunks themselves say their length.
+    EXPECT_EQ(GetParam() < 6, IsLetWithTableOf(6, 2));
+    EXPECT_FALSE(IsLetWithTableOf(10, 1)); // ten chunks
+}
+
+// Where the first four bytes of a code are 255, the library finds symbols that there are not, and reads where
+// nothing of its own is.
+TEST_P(CLazGuardTest, Check_CodesAreBelowOne)
+{
+    const std::vector<std::size_t> vecCodes = FindCodes();
+    EXPECT_GE(vecCodes.size(), 3U);
+    for (const std::size_t nPos : vecCodes)
+    {
+        EXPECT_FALSE(IsLetWith(nPos, std::uint32_t{0xFFFFFFFF})) << nPos;
+        EXPECT_TRUE(IsLetWith(nPos, std::uint32_t{0xFEFFFFFF})) << nPos; // the last byte is 254
+    }
+    EXPECT_FALSE(IsLetWith(GetPosTable() + 8, std::uint32_t{0xFFFFFFFF}));
+    if (GetParam() >= 6)
+        return;
+    // As one stream: it begins with a point too, but no position before.
+    m_sBytes[GetPosRecord()] = 1;
+    const std::size_t nPos = GetPosPnts() + m_file.GetPntSize();
+    EXPECT_FALSE(IsLetWith(nPos, std::uint32_t{0xFFFFFFFF}));
+    EXPECT_TRUE(IsLetWith(nPos, std::uint32_t{0xFEFFFFFF}));
+    EXPECT_TRUE(IsLet(m_sBytes.substr(0, nPos + 3))); // too short to begin
 }
 
 TEST_P(CLazGuardTest, Check_TableOfChunksNamedAtTheEndOfTheFile)
