@@ -11,6 +11,8 @@
 namespace
 {
 
+using namespace std::string_literals;
+
 /// Small files of each layout that the reader, or what is below it, tells apart.
 std::vector<std::string> SmallFiles()
 {
@@ -114,6 +116,21 @@ TEST_F(CLasReader_robust, Read_EveryOneByteChange)
             memFile.Write(sChanged.substr(n, 1), n);
         }
     }
+}
+
+// Counts, sizes, positions and the beginnings of codes: the largest numbers and the smallest negative ones.
+TEST_F(CLasReader_robust, Read_EveryFourBytesAsLargestNumbers)
+{
+    CMemFile memFile;
+    for (const std::string& sFile : SmallFiles())
+        for (const std::string& sLargest : {"\xff\xff\xff\xff"s, "\xff\xff\xff\x7f"s, "\0\0\0\x80"s})
+            for (std::size_t n = 0; n + sLargest.size() <= sFile.size(); ++n)
+            {
+                std::string sChanged = sFile;
+                memFile.Set(sChanged.replace(n, sLargest.size(), sLargest));
+                ExpectInOrder(ReadLasFile(memFile.GetPath()));
+                ASSERT_FALSE(HasFailure()) << "from byte " << n << " of " << sFile.size();
+            }
 }
 
 /// The same numbers on every machine.
