@@ -90,8 +90,8 @@ void SaveGround(CPntCld& cloud, const std::string& sPath, const CConsole& consol
 void FindGround(const COptions& options, const CConsole& console)
 {
     CheckOutPath(options.sOutPath);
-    if (!options.sPicturePath.empty() && GetExtension(options.sPicturePath) != ".png")
-        throw CUsageError(fmt::format("--picture: '{}' does not end in .png", options.sPicturePath));
+    if (!options.sPicturePath.empty())
+        CheckExtension(options.sPicturePath, "--picture", ".png");
     CGroundPicture::COptions pictureOptions = ParsePicture(options);
     CViewColors colors;
     CPntCld cloud(&colors);

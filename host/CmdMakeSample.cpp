@@ -3,6 +3,7 @@
 #include <host/CProgressBar.h>
 #include <host/CSampleTerrain.h>
 #include <host/Commands.h>
+#include <host/GetExtension.h>
 
 #include <CLI/CLI.hpp>
 
@@ -20,6 +21,7 @@ struct COptions
 
 void MakeSample(const COptions& options, const CConsole& console)
 {
+    CheckExtension(options.sOutPath, "OUT", ".ply");
     COutFile out(options.sOutPath);
     CProgressBar progress(console, "writing " + options.sOutPath);
     progress.Start();

@@ -4,6 +4,7 @@
 #include <host/COutFile.h>
 #include <host/Commands.h>
 #include <host/FormatPlan.h>
+#include <host/GetExtension.h>
 #include <host/LoadCloud.h>
 #include <host/ParseNumbers.h>
 #include <host/PictureOptions.h>
@@ -67,6 +68,7 @@ bool IsNear(const CShapes& shapes, const CPntCld& cloud)
 
 void MakeView(const COptions& options, const CConsole& console)
 {
+    CheckExtension(options.sOutPath, "--output", ".png");
     CView view;
     view.camera = ParseFrom(options.sFrom);
     view.query = ParseQuery(options.query);

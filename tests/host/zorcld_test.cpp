@@ -41,6 +41,7 @@ TEST(Zorcld, WrongUsage_StatusTwoAndOneLine)
         {"info", sFile, "--frobnicate"},
         {"info", sFile, "--type", "docx"},
         {"view", sFile},
+        {"view", sFile, "-o", zorcld.GetPath("out.jpg")},
         {"view", sFile, "-o", sOut, "--size", "big"},
         {"view", sFile, "-o", sOut, "--size", "1x1"},
         {"view", sFile, "-o", sOut, "--size", "100x400"},
@@ -83,7 +84,8 @@ TEST(Zorcld, WrongUsage_StatusTwoAndOneLine)
         {"check", sFile, "--type", "docx"},
         {"convert", sFile},
         {"convert", sFile, zorcld.GetPath("out.xyz")},
-        {"make-sample", sOut, "--points", "0"},
+        {"make-sample", zorcld.GetPath("out.ply"), "--points", "0"},
+        {"make-sample", sOut, "--points", "10"},
     };
     for (const std::vector<std::string>& vecArgs : c_cases)
     {
@@ -135,24 +137,26 @@ TEST(Zorcld, Output_FailedWriteLeavesTheOldFile)
     EXPECT_TRUE(noFolder.HasOneErrLine()) << noFolder.sErr;
     EXPECT_NE(noFolder.sErr.find("missing/out.csv"), std::string::npos);
 
-    const CRun folder = zorcld.Run({"make-sample", zorcld.GetPath(".")});
+    ASSERT_EQ(mkdir(zorcld.GetPath("folder.ply").c_str(), 0777), 0);
+    const CRun folder = zorcld.Run({"make-sample", zorcld.GetPath("folder.ply")});
     EXPECT_EQ(folder.nStatus, 1);
     EXPECT_NE(folder.sErr.find("is a directory"), std::string::npos) << folder.sErr;
 
     // A device that is always full stands for a full disk.
     ASSERT_EQ(symlink("/dev/full", zorcld.GetPath("full.csv").c_str()), 0);
     ASSERT_EQ(symlink("/dev/full", zorcld.GetPath("full.png").c_str()), 0);
+    ASSERT_EQ(symlink("/dev/full", zorcld.GetPath("full.ply").c_str()), 0);
     for (const CRun& run :
          {zorcld.Run({"points", sFile, "-o", zorcld.GetPath("full.csv")}),
           zorcld.Run({"view", sFile, "-o", zorcld.GetPath("full.png"), "--size", "300x200"}),
-          zorcld.Run({"make-sample", "/dev/full", "--points", "10"})})
+          zorcld.Run({"make-sample", zorcld.GetPath("full.ply"), "--points", "10"})})
     {
         EXPECT_EQ(run.nStatus, 1);
         EXPECT_TRUE(run.HasOneErrLine()) << run.sErr;
         EXPECT_NE(run.sErr.find("full"), std::string::npos);
         EXPECT_NE(run.sErr.find("No space left"), std::string::npos) << run.sErr;
     }
-    EXPECT_EQ(zorcld.CountFiles(), 3U);
+    EXPECT_EQ(zorcld.CountFiles(), 5U); // the input, the folder, the links
 }
 
 TEST(Zorcld, Output_ReplacesAFileAndKeepsItsLink)
