@@ -48,7 +48,7 @@ endif()
 
 # A LASzip that the system's loader does not find is installed beside the library, which looks there first.
 if(ZOR4DATA_LAS_FOUND STREQUAL "LASzip")
-  list(APPEND ZOR4DATA_LAS_SOURCES laslib/lasreader.cpp)
+  list(APPEND ZOR4DATA_LAS_SOURCES laslib/CLazFile.cpp laslib/lasreader.cpp)
   get_filename_component(_laszip_dir ${ZOR4DATA_LASZIP_LIBRARY} DIRECTORY)
   if(NOT _laszip_dir IN_LIST CMAKE_CXX_IMPLICIT_LINK_DIRECTORIES)
     # The library's symbolic link names the file as the loader asks for it.

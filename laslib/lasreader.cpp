@@ -1,5 +1,7 @@
 #include <lasreader.hpp>
 
+#include <CLazFile.h>
+
 #include <laszip/laszip_api.h>
 
 #include <array>
@@ -15,6 +17,8 @@ constexpr std::size_t c_nBlockSize = std::size_t{1} << 18U;
 
 } // namespace
 
+LASreader::LASreader() = default;
+
 LASreader::~LASreader()
 {
     close();
@@ -25,7 +29,9 @@ bool LASreader::Open(const CHAR* file_name)
     laszip_BOOL bCompressed = 0;
     laszip_header_struct* pHeader = nullptr;
     laszip_point_struct* pPoint = nullptr;
-    if (laszip_create(&m_pLaszip) != 0 || laszip_open_reader(m_pLaszip, file_name, &bCompressed) != 0 ||
+    m_pLazFile = std::make_unique<CLazFile>(file_name);
+    if (laszip_create(&m_pLaszip) != 0 ||
+        laszip_open_reader_stream(m_pLaszip, *m_pLazFile, &bCompressed) != 0 ||
         laszip_get_header_pointer(m_pLaszip, &pHeader) != 0 ||
         laszip_get_point_pointer(m_pLaszip, &pPoint) != 0)
         return false;
@@ -72,7 +78,10 @@ bool LASreader::OpenBlocks(const CHAR* file_name, I64 nPosPnts)
 bool LASreader::ReadMore()
 {
     if (m_pLaszip != nullptr)
+    {
+        m_pLazFile->StartHere();
         return laszip_read_point(m_pLaszip) == 0;
+    }
     if (m_pFile == nullptr)
         return false;
     const std::size_t nNum =
@@ -88,11 +97,13 @@ void LASreader::close(BOOL /*close_stream*/)
     if (m_pFile != nullptr)
         static_cast<void>(std::fclose(m_pFile));
     m_pFile = nullptr;
-    if (m_pLaszip == nullptr)
-        return;
-    laszip_close_reader(m_pLaszip);
-    laszip_destroy(m_pLaszip);
+    if (m_pLaszip != nullptr)
+    {
+        laszip_close_reader(m_pLaszip);
+        laszip_destroy(m_pLaszip);
+    }
     m_pLaszip = nullptr;
+    m_pLazFile.reset();
 }
 
 void LASreadOpener::set_file_name(const CHAR* file_name, BOOL /*unique*/)

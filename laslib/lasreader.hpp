@@ -5,11 +5,14 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <vector>
 
 // Stands in for LASlib's header of this name where LASlib is not installed: its names, and of its members
 // those that the library's reader uses, on top of LASzip.
+
+class CLazFile;
 
 using CHAR = char;
 using BOOL = int;
@@ -92,7 +95,7 @@ private:
 class LASreader
 {
 public:
-    LASreader() = default;
+    LASreader();
     ~LASreader();
 
     LASreader(const LASreader&) = delete;
@@ -128,7 +131,8 @@ private:
     bool OpenBlocks(const CHAR* file_name, I64 nPosPnts);
     bool ReadMore();
 
-    void* m_pLaszip = nullptr;    // of a compressed file
+    std::unique_ptr<CLazFile> m_pLazFile; // of a compressed file
+    void* m_pLaszip = nullptr;
     std::FILE* m_pFile = nullptr; // of any other
     std::vector<unsigned char> m_vecBlock;
     // The points that have been read and not yet given: in the block, or none. LASzip's point is one place of

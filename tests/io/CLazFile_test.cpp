@@ -1,0 +1,148 @@
+#include <gtest/gtest.h>
+
+#include <tests/io/CMemFile.h>
+
+#include <CLazFile.h>
+
+#include <cstdint>
+#include <fstream>
+#include <string>
+
+namespace
+{
+
+/// Bytes that differ from their neighbours, more than two blocks of them.
+std::string ManyBytes()
+{
+    std::string sBytes;
+    for (std::uint32_t i = 0; i < 600000; ++i)
+        sBytes.push_back(static_cast<char>((i * 2654435761U) >> 24U));
+    return sBytes;
+}
+
+/// The same numbers on every machine.
+class CNumbers
+{
+public:
+    std::int64_t GetBelow(std::int64_t nEnd)
+    {
+        m_nState = m_nState * 6364136223846793005ULL + 1442695040888963407ULL;
+        return static_cast<std::int64_t>(m_nState >> 33U) % nEnd;
+    }
+
+private:
+    std::uint64_t m_nState = 1;
+};
+
+/// Does one thing that LASzip does with a stream, and tells what has come of it.
+std::string Do(std::istream& stream, std::int64_t nWhat, std::int64_t nNum)
+{
+    std::string sBytes(static_cast<std::size_t>(nNum), '\0');
+    switch (nWhat)
+    {
+    case 0:
+        return "get " + std::to_string(stream.get());
+    case 1:
+        stream.read(sBytes.data(), nNum);
+        return "read " + sBytes.substr(0, static_cast<std::size_t>(stream.gcount()));
+    case 2:
+        return "tell " + std::to_string(stream.tellg());
+    case 3:
+        stream.seekg(nNum);
+        break;
+    case 4:
+        stream.seekg(-nNum, std::ios::end);
+        break;
+    default:
+        stream.seekg(-nNum % 50, std::ios::cur);
+        break;
+    }
+    return "seek";
+}
+
+TEST(CLazFile, SameAsAFileStream)
+{
+    const CMemFile file(ManyBytes());
+    CLazFile tested(file.GetPath());
+    std::ifstream expected(file.GetPath(), std::ios::binary);
+    CNumbers numbers;
+    for (int i = 0; i < 20000; ++i)
+    {
+        const std::int64_t nWhat = numbers.GetBelow(6);
+        // Mostly a few bytes, now and then many.
+        const std::int64_t nNum = numbers.GetBelow(numbers.GetBelow(20) == 0 ? 600000 : 40);
+        const bool bSeek = nWhat > 2 && numbers.GetBelow(4) != 0;
+        ASSERT_EQ(Do(expected, bSeek ? 0 : nWhat, nNum), Do(tested, bSeek ? 0 : nWhat, nNum)) << i;
+        ASSERT_EQ(expected.eof(), tested.eof()) << i;
+        ASSERT_EQ(expected.good(), tested.good()) << i;
+        expected.clear();
+        tested.clear();
+    }
+}
+
+TEST(CLazFile, SeekOutsideTheFileFails)
+{
+    const CMemFile file("123");
+    for (const std::int64_t nPos : {std::int64_t{-1}, std::int64_t{4}, std::int64_t{1} << 62U})
+    {
+        CLazFile tested(file.GetPath());
+        EXPECT_FALSE(tested.seekg(nPos).good()) << nPos;
+    }
+    CLazFile tested(file.GetPath());
+    EXPECT_TRUE(tested.seekg(3).good());
+    EXPECT_EQ(std::char_traits<char>::eof(), tested.get());
+}
+
+TEST(CLazFile, NoFile_NoBytes)
+{
+    CLazFile tested("no such file");
+    EXPECT_EQ(std::char_traits<char>::eof(), tested.get());
+    EXPECT_TRUE(tested.eof());
+}
+
+/// Calls itself with 256 bytes on the stack for each byte that comes.
+/// @return how often.
+int CallForEachByte(std::istream& stream, int nDepth)
+{
+    volatile char acUsed[256];
+    acUsed[nDepth % 256] = 1;
+    if (stream.get() == std::char_traits<char>::eof())
+        return nDepth;
+    return CallForEachByte(stream, nDepth + 1) + (acUsed[nDepth % 256] - 1);
+}
+
+TEST(CLazFile, EndsWhereTheCallsAreTooDeep)
+{
+    const CMemFile file(ManyBytes());
+    CLazFile tested(file.GetPath());
+    tested.StartHere();
+    const int nDepth = CallForEachByte(tested, 0);
+    EXPECT_TRUE(tested.eof());
+    EXPECT_GT(nDepth, 8);
+    EXPECT_LT(nDepth, 500);
+}
+
+// The whole file comes in a call that is deep, but not deeper than where it is told to start.
+TEST(CLazFile, DepthCountsFromTheStart)
+{
+    const std::string sBytes = ManyBytes();
+    const CMemFile file(sBytes);
+    CLazFile tested(file.GetPath());
+    volatile char acUsed[100000];
+    acUsed[0] = 1;
+    const auto readAll = [&](int nSteps, const auto& self) -> std::size_t
+    {
+        volatile char acMore[20000];
+        acMore[0] = acUsed[0];
+        if (nSteps > 0)
+            return self(nSteps - 1, self) + static_cast<std::size_t>(acMore[0] - 1);
+        tested.StartHere();
+        std::size_t n = 0;
+        while (tested.get() != std::char_traits<char>::eof())
+            ++n;
+        return n;
+    };
+    EXPECT_EQ(sBytes.size(), readAll(10, readAll));
+}
+
+} // namespace
