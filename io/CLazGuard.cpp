@@ -85,8 +85,8 @@ bool CLazGuard::Check(std::int64_t nPos, std::uint16_t nSize)
         return false;
     if (nCompressor < c_nChunked)
     {
-        m_nMaxNumPnts =
-            std::numeric_limits<std::uint32_t>::max(); // behind them the library takes a chunk to begin
+        // Behind so many the library takes another chunk to begin.
+        m_nMaxNumPnts = std::numeric_limits<std::uint32_t>::max();
         return CLazCode::BeginsAt(m_file, m_nPosPnts + m_nPntSize);
     }
     return FindTable() && CheckTable(nChunkSize) && CheckChunks();
@@ -126,9 +126,6 @@ bool CLazGuard::CheckTable(std::uint32_t nChunkSize)
     if (nChunkSize == 0 || !m_file.ReadAt(m_nPosTable, nVersion) || nVersion != 0 ||
         !m_file.ReadAt(m_nPosTable + 4, m_nNumChunks))
         return false;
-    // Every chunk begins with a point that is not compressed.
-    if (m_nNumChunks > (m_nPosTable - m_nPosPnts - c_nPosSize) / m_nPntSize)
-        return false;
     m_bVariable = nChunkSize == c_nVariableChunks;
     if (!m_bVariable)
         m_nMaxNumPnts = static_cast<std::int64_t>(std::min<std::uint64_t>(
@@ -136,7 +133,8 @@ bool CLazGuard::CheckTable(std::uint32_t nChunkSize)
     return true;
 }
 
-/// The chunks follow each other up to the table, as the table says. The library looks for a chunk where it
+/// The chunks follow each other up to the table, as the table says, and each begins with a point that is not
+/// compressed. The library looks for a chunk where it
 /// has come to, and compares that with the table as far as it understands it.
 bool CLazGuard::CheckChunks()
 {

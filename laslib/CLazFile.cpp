@@ -8,10 +8,10 @@ namespace
 
 constexpr std::size_t c_nBlockSize = std::size_t{1} << 18U;
 
-/// Bytes that are given out at a time: with them LASzip gets some 300 KB deeper at most.
+/// Bytes that are given out at a time. LASzip gets up to 350 calls of 48 bytes deeper with each: 130 KB.
 constexpr std::ptrdiff_t c_nWindow = 8;
 
-/// LASzip's deepest calls take less than 4 KB.
+/// On files that are not damaged LASzip has been seen 448 bytes deep.
 constexpr std::uintptr_t c_nMaxDepth = std::uintptr_t{1} << 16U;
 
 } // namespace

@@ -16,6 +16,10 @@ constexpr double c_dNearSquared = 0.1;     // KEPT: a squared distance, coordina
 constexpr double c_dSurelyFar = 0.34;      // farther than its root, with room for rounding
 constexpr std::size_t c_nSmallRegion = 64; // points up to which clipping a region down does not pay
 
+/// Pairs of an edge and a place that are looked at for each point of the whole region: with it GEOS does
+/// more.
+constexpr std::size_t c_nPairsAnEdge = 100;
+
 /// Does a place on a side from dMin to dMax lie far from both its ends?
 bool IsFarFromEnds(double d, double dMin, double dMax) noexcept
 {
@@ -157,24 +161,32 @@ const GEOSGeometry* CContourRegion::ChooseRegion(const Square& square, const std
 
 /// An edge that is cut at the frame may turn by a rounding. That matters where it passes through a corner of
 /// the square, or through an end of another edge there.
+/// @return true also where looking would cost more than subtracting the whole region, which is always right.
 bool CContourRegion::MayTurnOnCut(const Square& square, const std::vector<PNT_2D>& ring) const
 {
     const CPlanBox frame = GetFrame(square.m_box);
     const CPlanBox around = GetNeighbourhood(square.m_box);
-    return m_edges.AnyEdge(
-        square.m_frame,
-        [&](const CEdgeTracker::Edge& edge)
-        {
-            const auto passes = [&](const PNT_2D& pnt)
-            { return PassesClosely(edge, pnt) && !IsEnd(edge, pnt); };
-            return IsBentByCut(edge, frame) && CEdgeTracker::MayMeet(edge, around) &&
-                   (std::any_of(ring.begin(), ring.end(), passes) ||
-                    m_edges.AnyEdge(square.m_frame,
-                                    [&](const CEdgeTracker::Edge& other) {
-                                        return (around.Contains(other.a) && passes(other.a)) ||
-                                               (around.Contains(other.b) && passes(other.b));
-                                    }));
-        });
+    std::vector<PNT_2D> vecPlaces = ring;
+    std::size_t nNumCut = 0;
+    const auto look = [&](const CEdgeTracker::Edge& edge)
+    {
+        nNumCut += IsBentByCut(edge, frame) && CEdgeTracker::MayMeet(edge, around) ? 1 : 0;
+        for (const PNT_2D& pnt : {edge.a, edge.b})
+            if (around.Contains(pnt))
+                vecPlaces.push_back(pnt);
+        return false;
+    };
+    m_edges.AnyEdge(square.m_frame, look);
+    if (nNumCut * vecPlaces.size() > c_nPairsAnEdge * m_geos.GetNumPnts(m_vecLevels.front().m_region.get()))
+        return true;
+    return m_edges.AnyEdge(square.m_frame,
+                           [&](const CEdgeTracker::Edge& edge)
+                           {
+                               return IsBentByCut(edge, frame) && CEdgeTracker::MayMeet(edge, around) &&
+                                      std::any_of(vecPlaces.begin(), vecPlaces.end(),
+                                                  [&](const PNT_2D& pnt)
+                                                  { return PassesClosely(edge, pnt) && !IsEnd(edge, pnt); });
+                           });
 }
 
 /// Makes the region around the square and, on the way there, around the squares above it: each is cut out of

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <tests/io/ReadLas.h>
+#include <tests/support/CRandom.h>
 #ifdef ZOR4DATA_TEST_LAZ
 #include <tests/support/LazBytes.h>
 #endif
@@ -133,31 +134,18 @@ TEST_F(CLasReader_robust, Read_EveryFourBytesAsLargestNumbers)
             }
 }
 
-/// The same numbers on every machine.
-class CNumbers
-{
-public:
-    std::size_t GetBelow(std::size_t nEnd)
-    {
-        m_nState = m_nState * 6364136223846793005ULL + 1442695040888963407ULL;
-        return static_cast<std::size_t>(m_nState >> 33U) % nEnd;
-    }
-
-private:
-    std::uint64_t m_nState = 1;
-};
-
 // Two to eight bytes changed at random places.
 TEST_F(CLasReader_robust, Read_SeveralBytesChanged)
 {
     CMemFile memFile;
-    CNumbers numbers;
+    CRandom random(1);
     for (const std::string& sFile : SmallFiles())
         for (int i = 0; i < 500; ++i)
         {
             std::string sChanged = sFile;
-            for (std::size_t k = 2 + numbers.GetBelow(7); k > 0; --k)
-                sChanged[numbers.GetBelow(sFile.size())] = static_cast<char>(numbers.GetBelow(256));
+            for (std::size_t k = static_cast<std::size_t>(random.Int(2, 8)); k > 0; --k)
+                sChanged[static_cast<std::size_t>(random.Int(
+                    0, static_cast<std::int64_t>(sFile.size()) - 1))] = static_cast<char>(random.Int(0, 255));
             memFile.Set(sChanged);
             ExpectInOrder(ReadLasFile(memFile.GetPath()));
             ASSERT_FALSE(HasFailure()) << "change " << i << " of a file of " << sFile.size();

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <tests/io/CMemFile.h>
+#include <tests/support/CRandom.h>
 
 #include <CLazFile.h>
 
@@ -19,20 +20,6 @@ std::string ManyBytes()
         sBytes.push_back(static_cast<char>((i * 2654435761U) >> 24U));
     return sBytes;
 }
-
-/// The same numbers on every machine.
-class CNumbers
-{
-public:
-    std::int64_t GetBelow(std::int64_t nEnd)
-    {
-        m_nState = m_nState * 6364136223846793005ULL + 1442695040888963407ULL;
-        return static_cast<std::int64_t>(m_nState >> 33U) % nEnd;
-    }
-
-private:
-    std::uint64_t m_nState = 1;
-};
 
 /// Does one thing that LASzip does with a stream, and tells what has come of it.
 std::string Do(std::istream& stream, std::int64_t nWhat, std::int64_t nNum)
@@ -65,13 +52,13 @@ TEST(CLazFile, SameAsAFileStream)
     const CMemFile file(ManyBytes());
     CLazFile tested(file.GetPath());
     std::ifstream expected(file.GetPath(), std::ios::binary);
-    CNumbers numbers;
+    CRandom random(1);
     for (int i = 0; i < 20000; ++i)
     {
-        const std::int64_t nWhat = numbers.GetBelow(6);
+        const std::int64_t nWhat = random.Int(0, 5);
         // Mostly a few bytes, now and then many.
-        const std::int64_t nNum = numbers.GetBelow(numbers.GetBelow(20) == 0 ? 600000 : 40);
-        const bool bSeek = nWhat > 2 && numbers.GetBelow(4) != 0;
+        const std::int64_t nNum = random.Int(0, random.Chance(20) ? 600000 : 40);
+        const bool bSeek = nWhat > 2 && !random.Chance(4);
         ASSERT_EQ(Do(expected, bSeek ? 0 : nWhat, nNum), Do(tested, bSeek ? 0 : nWhat, nNum)) << i;
         ASSERT_EQ(expected.eof(), tested.eof()) << i;
         ASSERT_EQ(expected.good(), tested.good()) << i;
