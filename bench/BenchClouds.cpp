@@ -1,7 +1,8 @@
 #include <bench/BenchClouds.h>
 
 #include <bench/CTempFile.h>
-#include <octree/Compact.h>
+#include <formats/Compact.h>
+#include <sample/WriteSamplePly.h>
 
 #include <algorithm>
 #include <cstdio>

@@ -2,8 +2,8 @@
 #define BENCH_BENCHCLOUDS_H
 
 #include <bench/CMmSum.h>
-#include <host/CSampleTerrain.h>
 #include <octree/CTruncPnt.h>
+#include <sample/CSampleTerrain.h>
 #include <zor4data/CPntCld.h>
 
 #include <cstdint>

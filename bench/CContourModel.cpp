@@ -1,7 +1,7 @@
 #include <bench/CContourModel.h>
 
+#include <formats/Compact.h>
 #include <octree/COcTreeChildren.h>
-#include <octree/Compact.h>
 
 #include <geos/geom/CoordinateSequence.h>
 #include <geos/geom/Envelope.h>

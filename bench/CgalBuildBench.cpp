@@ -1,5 +1,5 @@
 #include <bench/BuildCases.h>
-#include <octree/Compact.h>
+#include <formats/Compact.h>
 
 #include <CGAL/Octree.h>
 #include <CGAL/Simple_cartesian.h>

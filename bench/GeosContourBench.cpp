@@ -1,8 +1,8 @@
 #include <bench/BenchClouds.h>
 #include <bench/BenchTable.h>
 #include <bench/CContourModel.h>
+#include <formats/Compact.h>
 #include <octree/BuildTree.h>
-#include <octree/Compact.h>
 
 #include <geos/algorithm/locate/IndexedPointInAreaLocator.h>
 #include <geos/geom/CoordinateArraySequence.h>

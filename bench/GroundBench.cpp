@@ -1,4 +1,4 @@
-#include <analysis/CProgressMorphFilter.h>
+#include <analysis/ground/CProgressMorphFilter.h>
 #include <bench/BenchClouds.h>
 #include <bench/BenchMemory.h>
 #include <bench/BenchTable.h>

@@ -1,6 +1,6 @@
 #include <bench/BenchMemory.h>
 #include <bench/BuildCases.h>
-#include <octree/Compact.h>
+#include <formats/Compact.h>
 
 #include <pcl/octree/octree_search.h>
 #include <pcl/point_cloud.h>

@@ -1,7 +1,7 @@
 #include <zor4data/CPntCld.h>
 
-#include <analysis/CPclManager.h>
-#include <analysis/CalcCnt.h>
+#include <analysis/ground/CPclManager.h>
+#include <analysis/outline/CalcCnt.h>
 #include <cloud/ForStore.h>
 
 bool CPntCld::CalcCnt(IDlgProgress* pProgress, IPntCldListener* pListener, double d) const

@@ -2,10 +2,10 @@
 
 #include <cloud/ForStore.h>
 #include <io/ReadForeign.h>
-#include <io/ReadNative.h>
-#include <io/WriteNative.h>
-#include <io/ifpstream.h>
-#include <io/ofpstream.h>
+#include <io/native/ReadNative.h>
+#include <io/native/WriteNative.h>
+#include <io/native/ifpstream.h>
+#include <io/native/ofpstream.h>
 
 bool CPntCld::ReadFromFile(IDlgProgress* pProgress, enumPntCldFile eType, const zor::String& sPath)
 {

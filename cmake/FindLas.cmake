@@ -1,6 +1,6 @@
-# What LAS and LAZ files are read with: LASlib where it is installed, else laslib/, which stands in for it on
-# top of LASzip, else nothing. Defines the interface target zor4data_las, which the library links, the sources
-# ZOR4DATA_LAS_SOURCES that belong to it, and ZOR4DATA_LAS_FOUND: LASlib, LASzip or empty.
+# What LAS and LAZ files are read with: LASlib where it is installed, else io/las/laslib/, which stands in for it on
+# top of LASzip, else nothing. Defines the interface target zor4data_las, which the library links, and
+# ZOR4DATA_LAS_FOUND: LASlib, LASzip or empty.
 set(ZOR4DATA_LAS AUTO CACHE STRING "What reads LAS files: AUTO, LASlib, LASzip or OFF")
 set_property(CACHE ZOR4DATA_LAS PROPERTY STRINGS AUTO LASlib LASzip OFF)
 if(NOT ZOR4DATA_LAS MATCHES "^(AUTO|LASlib|LASzip|OFF)$")
@@ -32,23 +32,20 @@ if(NOT ZOR4DATA_LAS_FOUND AND ZOR4DATA_LAS MATCHES "AUTO|LASzip")
     target_link_libraries(zor4data_las INTERFACE ${ZOR4DATA_LASZIP_LIBRARY})
     target_include_directories(zor4data_las SYSTEM INTERFACE ${ZOR4DATA_LASZIP_INCLUDE})
     # Only here: LASlib's own header has the same name.
-    target_include_directories(zor4data_las INTERFACE ${PROJECT_SOURCE_DIR}/laslib)
+    target_include_directories(zor4data_las INTERFACE ${PROJECT_SOURCE_DIR}/io/las/laslib)
   endif()
 endif()
 
 if(ZOR4DATA_LAS_FOUND)
   message(STATUS "LAS and LAZ files: read with ${ZOR4DATA_LAS_FOUND}")
-  set(ZOR4DATA_LAS_SOURCES io/CLasGuard.cpp io/CLasReader.cpp io/CLazCode.cpp io/CLazGuard.cpp io/CLazTable.cpp)
 elseif(ZOR4DATA_LAS MATCHES "AUTO|OFF")
   message(STATUS "LAS and LAZ files: not read (ZOR4DATA_LAS is ${ZOR4DATA_LAS}; scripts/setup-las gets LASzip)")
-  set(ZOR4DATA_LAS_SOURCES io/CLasReader_None.cpp)
 else()
   message(FATAL_ERROR "${ZOR4DATA_LAS} was not found; with ZOR4DATA_LAS=AUTO the build takes what is there")
 endif()
 
 # A LASzip that the system's loader does not find is installed beside the library, which looks there first.
 if(ZOR4DATA_LAS_FOUND STREQUAL "LASzip")
-  list(APPEND ZOR4DATA_LAS_SOURCES laslib/CLazFile.cpp laslib/lasreader.cpp)
   get_filename_component(_laszip_dir ${ZOR4DATA_LASZIP_LIBRARY} DIRECTORY)
   if(NOT _laszip_dir IN_LIST CMAKE_CXX_IMPLICIT_LINK_DIRECTORIES)
     # The library's symbolic link names the file as the loader asks for it.

@@ -1,7 +1,7 @@
 #include <fuzz/AskCloud.h>
 #include <fuzz/FuzzBody.h>
 #include <tests/io/CMemFile.h>
-#include <tests/io/CSlowGridReader.h>
+#include <tests/io/grid/CSlowGridReader.h>
 
 #include <io/ReadForeign.h>
 

@@ -1,7 +1,7 @@
 #include <fuzz/AskCloud.h>
 #include <fuzz/FuzzBody.h>
 #include <tests/io/CMemFile.h>
-#include <tests/io/CSlowNativeReader.h>
+#include <tests/io/native/CSlowNativeReader.h>
 
 #include <fstream>
 #include <iterator>

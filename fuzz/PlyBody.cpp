@@ -2,7 +2,7 @@
 #include <fuzz/FuzzBody.h>
 #include <tests/io/CMemFile.h>
 #include <tests/io/CRecReadListener.h>
-#include <tests/io/CSlowPlyReader.h>
+#include <tests/io/ply/CSlowPlyReader.h>
 
 #include <io/ReadForeign.h>
 

@@ -1,6 +1,6 @@
-#include <host/CConsole.h>
-#include <host/CFailure.h>
-#include <host/Commands.h>
+#include <host/commands/Commands.h>
+#include <host/output/CConsole.h>
+#include <host/output/CFailure.h>
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -13,6 +13,9 @@
 #include <exception>
 #include <new>
 #include <string>
+
+namespace zorcld
+{
 
 namespace
 {
@@ -75,7 +78,8 @@ int Run(int nNumArgs, char** pArgs)
 
 } // namespace
 
-int main(int nNumArgs, char** pArgs)
+/// The program: its exit status. Nothing is thrown.
+static int RunProgram(int nNumArgs, char** pArgs)
 {
     std::signal(SIGXFSZ, SIG_IGN); // a file beyond its allowed size is an error of writing like any other
     try
@@ -101,4 +105,11 @@ int main(int nNumArgs, char** pArgs)
     {
         return Report(error.what(), c_nFailed);
     }
+}
+
+} // namespace zorcld
+
+int main(int nNumArgs, char** pArgs)
+{
+    return zorcld::RunProgram(nNumArgs, pArgs);
 }

@@ -1,8 +1,8 @@
 #include <io/ReadForeign.h>
 
-#include <io/CAsciiGridReader.h>
-#include <io/CLasReader.h>
-#include <io/CPlyReader.h>
+#include <io/grid/CAsciiGridReader.h>
+#include <io/las/CLasReader.h>
+#include <io/ply/CPlyReader.h>
 
 bool ReadForeign(IPntCldReadListener& listener, IDlgProgress* pProgress, enumPntCldFile eType,
                  const zor::String& sPath)

@@ -1,6 +1,6 @@
 #include <octree/CClipPlanes.h>
 
-#include <octree/Compact.h>
+#include <formats/Compact.h>
 #include <octree/MaxDepth.h>
 
 #include <cmath>

@@ -1,9 +1,9 @@
 #include <octree/COcTreeData.h>
 
+#include <formats/Compact.h>
 #include <octree/COcTreeIndex.h>
 #include <octree/CTruncPnt.h>
 #include <octree/CTruncPnt_Color.h>
-#include <octree/Compact.h>
 
 template <class T>
 COcTreeData<T>::COcTreeData(ICldColorListener* pColorListener) : m_pColorListener(pColorListener)

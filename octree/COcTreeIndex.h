@@ -1,11 +1,11 @@
 #ifndef OCTREE_COCTREEINDEX_H
 #define OCTREE_COCTREEINDEX_H
 
+#include <formats/Compact.h>
 #include <octree/COcTreeArena.h>
 #include <octree/COcTreeChildren.h>
 #include <octree/COcTreeCube.h>
 #include <octree/COcTreeNode.h>
-#include <octree/Compact.h>
 
 /// The octree of one store: runs of the store's point array, no per-point storage. Created anew by
 /// every build; owns its nodes and leaves.

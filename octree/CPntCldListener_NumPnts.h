@@ -1,7 +1,7 @@
 #ifndef OCTREE_CPNTCLDLISTENER_NUMPNTS_H
 #define OCTREE_CPNTCLDLISTENER_NUMPNTS_H
 
-#include <octree/Compact.h>
+#include <formats/Compact.h>
 #include <zor4data/IPntCldListener.h>
 
 #include <cstdint>

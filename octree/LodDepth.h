@@ -1,7 +1,7 @@
 #ifndef OCTREE_LODDEPTH_H
 #define OCTREE_LODDEPTH_H
 
-#include <octree/Compact.h>
+#include <formats/Compact.h>
 #include <zor1math/Log2.h>
 
 #include <cmath>

@@ -2,7 +2,7 @@
 
 #include <octree/FindExactPnt.h>
 #include <octree/Query3D.h>
-#include <octree/WalkContour.h>
+#include <octree/contour/WalkContour.h>
 #include <zor3geom/CalcRectPlanes.h>
 #include <zor3geom/PAR_LINE_2D.h>
 

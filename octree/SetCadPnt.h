@@ -1,9 +1,9 @@
 #ifndef OCTREE_SETCADPNT_H
 #define OCTREE_SETCADPNT_H
 
+#include <formats/Compact.h>
 #include <octree/CTruncPnt.h>
 #include <octree/CTruncPnt_Color.h>
-#include <octree/Compact.h>
 #include <zor4data/CCldCadPnt.h>
 #include <zor4data/ICldColorListener.h>
 

@@ -1,10 +1,10 @@
 #ifndef OCTREE_STOREPNT_H
 #define OCTREE_STOREPNT_H
 
+#include <formats/Compact.h>
 #include <octree/COcTreeData.h>
 #include <octree/CTruncPnt.h>
 #include <octree/CTruncPnt_Color.h>
-#include <octree/Compact.h>
 
 #include <limits>
 

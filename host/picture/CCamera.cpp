@@ -2,6 +2,9 @@
 
 #include <cmath>
 
+namespace zorcld
+{
+
 CCamera::CCamera(double dAzimuth, double dElevation)
 {
     constexpr double c_dRadian = 3.14159265358979323846 / 180.0;
@@ -13,3 +16,5 @@ CCamera::CCamera(double dAzimuth, double dElevation)
     m_right = {-dCosA, dSinA, 0.0};
     m_up = {-dSinA * dSinE, -dCosA * dSinE, dCosE}; // the vector product of viewer and right
 }
+
+} // namespace zorcld

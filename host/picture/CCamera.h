@@ -6,6 +6,9 @@
 #include <algorithm>
 #include <limits>
 
+namespace zorcld
+{
+
 /// A place on the picture plane: to the right, upwards, and away from the viewer, coordinate units.
 struct CViewPnt
 {
@@ -53,5 +56,7 @@ private:
     zor::geom::PNT_3D m_right;
     zor::geom::PNT_3D m_up;
 };
+
+} // namespace zorcld
 
 #endif

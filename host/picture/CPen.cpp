@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <cmath>
 
+namespace zorcld
+{
+
 namespace
 {
 
@@ -123,3 +126,5 @@ void CPen::Paths(const std::vector<std::vector<CPixel>>& vecPaths, double dWidth
     }
     cairo_stroke(m_pCairo);
 }
+
+} // namespace zorcld

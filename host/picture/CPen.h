@@ -8,6 +8,9 @@
 #include <string>
 #include <vector>
 
+namespace zorcld
+{
+
 /// Sizes of labels follow the picture's: how many times their common size they have.
 double CalcZoom(int nWidth, int nHeight);
 
@@ -66,5 +69,7 @@ private:
     cairo_t* m_pCairo;
     double m_dZoom;
 };
+
+} // namespace zorcld
 
 #endif

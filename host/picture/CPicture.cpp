@@ -1,10 +1,13 @@
-#include <host/COutFile.h>
+#include <host/output/COutFile.h>
 #include <host/picture/CPicture.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <exception>
 #include <new>
+
+namespace zorcld
+{
 
 namespace
 {
@@ -83,3 +86,5 @@ void CPicture::WritePng(COutFile& out) const
     if (status != CAIRO_STATUS_SUCCESS)
         throw std::bad_alloc(); // nothing else can fail here
 }
+
+} // namespace zorcld

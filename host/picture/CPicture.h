@@ -10,6 +10,9 @@
 #include <string>
 #include <vector>
 
+namespace zorcld
+{
+
 class COutFile;
 
 /// A line of text that begins at a place on the picture, pixels.
@@ -84,5 +87,7 @@ private:
     int m_nHeight;
     std::unique_ptr<cairo_surface_t, CDestroy> m_pSurface;
 };
+
+} // namespace zorcld
 
 #endif

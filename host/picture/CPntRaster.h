@@ -5,6 +5,9 @@
 #include <limits>
 #include <vector>
 
+namespace zorcld
+{
+
 /// A colour, 0 to 255 a channel, in floats so that shading does not round.
 struct CRgb
 {
@@ -74,5 +77,7 @@ void CloseHoles(CPntRaster& raster, int nRadius);
 /// @param fSpacing   distance between neighbouring points, raster pixels.
 /// @param fStrength  1 for colours that show no form of their own, less for photographed ones.
 void ShadeDepth(CPntRaster& raster, int nScale, float fSpacing, float fStrength);
+
+} // namespace zorcld
 
 #endif

@@ -6,6 +6,9 @@
 #include <cstdlib>
 #include <vector>
 
+namespace zorcld
+{
+
 namespace
 {
 
@@ -74,3 +77,5 @@ void CloseHoles(CPntRaster& raster, int nRadius)
             raster.vecColor[i] = surround.GetColor();
         }
 }
+
+} // namespace zorcld

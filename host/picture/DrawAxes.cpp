@@ -4,6 +4,9 @@
 #include <algorithm>
 #include <cmath>
 
+namespace zorcld
+{
+
 namespace
 {
 
@@ -63,3 +66,5 @@ void CPicture::DrawAxes(const CAxes& axes)
     pen.Text(axes.x + axes.dWidth / 2.0, axes.y + axes.dHeight + 58.0 * m, 0.5, axes.sLabelX, 0.8);
     pen.TextUpwards(28.0 * m, axes.y + axes.dHeight / 2.0, axes.sLabelY, 0.8);
 }
+
+} // namespace zorcld

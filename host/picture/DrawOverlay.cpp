@@ -7,6 +7,9 @@
 #include <algorithm>
 #include <cmath>
 
+namespace zorcld
+{
+
 namespace
 {
 
@@ -101,3 +104,5 @@ void CPicture::DrawOverlay(const COverlay& overlay)
     if (overlay.dUnitsPerPixel > 0.0)
         DrawScaleBar(pen, overlay, m_nWidth, m_nHeight);
 }
+
+} // namespace zorcld

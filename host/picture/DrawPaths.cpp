@@ -6,6 +6,9 @@
 #include <cmath>
 #include <utility>
 
+namespace zorcld
+{
+
 namespace
 {
 
@@ -63,3 +66,5 @@ void CPicture::DrawPaths(const std::vector<std::vector<CPixel>>& vecPaths)
     pen.Paths(vecClipped, 5.0 * pen.GetZoom(), c_halo, 0.6);
     pen.Paths(vecClipped, 2.2 * pen.GetZoom(), c_line);
 }
+
+} // namespace zorcld

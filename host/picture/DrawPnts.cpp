@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+namespace zorcld
+{
+
 namespace
 {
 
@@ -148,3 +151,5 @@ float DrawPnts(const std::vector<CScreenPnt>& vecPnts, float fMaxRadius, CPntRas
     }
     return dNum > 0.0 ? static_cast<float>(dSum / dNum) : 0.0F;
 }
+
+} // namespace zorcld

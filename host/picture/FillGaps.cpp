@@ -1,6 +1,9 @@
 #include <host/picture/CPntRaster.h>
 #include <host/picture/Surround.h>
 
+namespace zorcld
+{
+
 void FillGaps(CPntRaster& raster, int nReach, int nSidesNeeded)
 {
     const CPntRaster before = raster;
@@ -19,3 +22,5 @@ void FillGaps(CPntRaster& raster, int nReach, int nSidesNeeded)
             raster.vecColor[i] = surround.GetColor();
         }
 }
+
+} // namespace zorcld

@@ -2,6 +2,9 @@
 
 #include <array>
 
+namespace zorcld
+{
+
 namespace
 {
 
@@ -38,3 +41,5 @@ CSurround FindSurround(const CPntRaster& raster, int x, int y, int nReach, float
     }
     return surround;
 }
+
+} // namespace zorcld

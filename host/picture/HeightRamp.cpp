@@ -4,6 +4,9 @@
 #include <array>
 #include <cmath>
 
+namespace zorcld
+{
+
 CRgb CalcHeightColor(double dShare)
 {
     static constexpr std::array<CRgb, 9> c_stops = {{{46, 50, 128},
@@ -36,3 +39,5 @@ void CHeightColors::GetColor(double z, float& r, float& g, float& b)
     g = color.g / 255.0F;
     b = color.b / 255.0F;
 }
+
+} // namespace zorcld

@@ -5,6 +5,9 @@
 
 #include <zor4data/ICldColorListener.h>
 
+namespace zorcld
+{
+
 /// Colour of a share of the height range, 0 (low, dark blue) to 1 (high, cream); lightness rises all the
 /// way, so that it reads in grey too. Below 0 and above 1 the end colours hold.
 CRgb CalcHeightColor(double dShare);
@@ -24,5 +27,7 @@ private:
     double m_zMin = 0.0;
     double m_zMax = 1.0;
 };
+
+} // namespace zorcld
 
 #endif

@@ -4,6 +4,9 @@
 #include <array>
 #include <cmath>
 
+namespace zorcld
+{
+
 namespace
 {
 
@@ -134,3 +137,5 @@ void ShadeDepth(CPntRaster& raster, int nScale, float fSpacing, float fStrength)
             color = {color.r * fFactor, color.g * fFactor, color.b * fFactor};
         }
 }
+
+} // namespace zorcld

@@ -3,6 +3,9 @@
 
 #include <host/picture/CPntRaster.h>
 
+namespace zorcld
+{
+
 /// Sums up the nearer pixels found around one, by distance.
 class CSurround
 {
@@ -33,5 +36,7 @@ private:
 /// @param nReach        how far to look.
 /// @param nSidesNeeded  the search ends as soon as it cannot find them on so many sides.
 CSurround FindSurround(const CPntRaster& raster, int x, int y, int nReach, float fNearer, int nSidesNeeded);
+
+} // namespace zorcld
 
 #endif

@@ -1,7 +1,7 @@
 // Reduction of a cloud to its ground points, against the published filter and a removal done by hand.
 
-#include <host/CSampleTerrain.h>
-#include <tests/analysis/MorphCase.h>
+#include <sample/CSampleTerrain.h>
+#include <tests/analysis/ground/MorphCase.h>
 #include <tests/support/CTestCld.h>
 
 #include <algorithm>

@@ -2,8 +2,8 @@
 #define TESTS_IO_CHECKLOADED_H
 
 #include <tests/io/CMemFile.h>
-#include <tests/io/CSlowNativeReader.h>
-#include <tests/io/NativeBytes.h>
+#include <tests/io/native/CSlowNativeReader.h>
+#include <tests/io/native/NativeBytes.h>
 #include <tests/support/CRecListener.h>
 #include <tests/support/RealFiles.h>
 #include <zor4data/CPntCld.h>

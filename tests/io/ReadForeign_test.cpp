@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <tests/io/PlyBytes.h>
-#include <tests/io/ReadPly.h>
+#include <tests/io/ply/PlyBytes.h>
+#include <tests/io/ply/ReadPly.h>
 
 namespace
 {

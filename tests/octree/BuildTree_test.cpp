@@ -3,7 +3,7 @@
 #include <octree/BuildTree.h>
 #include <octree/WalkAll.h>
 
-#include <host/CSampleTerrain.h>
+#include <sample/CSampleTerrain.h>
 #include <tests/support/CRandom.h>
 #include <tests/support/CTestStore.h>
 #include <tests/support/CldCases.h>

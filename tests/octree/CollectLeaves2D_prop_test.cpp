@@ -1,5 +1,5 @@
 #include <octree/CollectLeaves2D.h>
-#include <tests/analysis/COutlineModel.h>
+#include <tests/analysis/outline/COutlineModel.h>
 #include <tests/support/CTestStore.h>
 #include <tests/support/RandomCld.h>
 

@@ -1,23 +1,21 @@
-#ifndef SUPPORT_REALFILES_H
-#define SUPPORT_REALFILES_H
+#ifndef TESTS_SUPPORT_REALFILES_H
+#define TESTS_SUPPORT_REALFILES_H
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
 
-/// Real files that are not part of the project: environment variable ZOR4DATA_TEST_DATA, by default
+/// The folder of the project's sources.
+std::filesystem::path GetSourceFolder();
+
+/// Where real files are that are not part of the project: environment variable ZOR4DATA_TEST_DATA, by default
 /// ../shared/data beside the sources. A test without them is to skip and say so.
-///
+std::filesystem::path GetRealFolder();
+
 /// @param sName  for instance "asc/kootenai_upper_keys.asc".
 /// @return the path, whether there is such a file or not.
-inline std::string GetRealFile(const std::string& sName)
-{
-    const char* const sFolder = std::getenv("ZOR4DATA_TEST_DATA");
-    const std::filesystem::path folder = sFolder != nullptr ? sFolder : ZOR4DATA_SOURCE_DIR "/../shared/data";
-    return (folder / sName).string();
-}
+std::string GetRealFile(const std::string& sName);
 
 /// @return the bytes of a file, none when there is no such file.
 inline std::string ReadFileBytes(const std::string& sPath)

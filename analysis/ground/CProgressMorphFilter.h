@@ -1,0 +1,48 @@
+#ifndef ANALYSIS_GROUND_CPROGRESSMORPHFILTER_H
+#define ANALYSIS_GROUND_CPROGRESSMORPHFILTER_H
+
+#include <zor4data/IPclProgressListener.h>
+
+#include <pcl/point_types.h>
+#include <pcl/segmentation/progressive_morphological_filter.h>
+
+#include <vector>
+
+// Compiled in CProgressMorphFilter.cpp.
+extern template class pcl::ProgressiveMorphologicalFilter<pcl::PointXYZ>;
+
+/// PCL's progressive morphological filter, telling a listener how far it is, and sooner done.
+///
+/// To fill and set up: as the published filter (`setInputCloud`, `setIndices`, its parameters). To run:
+/// `extract`. Both forms of it give the same indices in the same order. The published one looks at every
+/// point of the window of every point; this one at cells of points first, and at single points where the
+/// answer depends on them.
+class CProgressMorphFilter final : public pcl::ProgressiveMorphologicalFilter<pcl::PointXYZ>
+{
+public:
+    /// The published filter as it stands.
+    using pcl::ProgressiveMorphologicalFilter<pcl::PointXYZ>::extract;
+
+    /// @param pListener  receives each percent from 0 to 100 once, from the caller's thread; null: no calls.
+    /// @param vecGround  receives the indices of the ground points, in the order of the input cloud, or in
+    ///                   that of the indices set. Without an input cloud it is left as it is.
+    ///
+    /// Points that are not finite are no part of the ground's surface, and are kept or not as the published
+    /// filter would. Parameters that keep the published filter from ending, or on which it aborts, give
+    /// an answer all the same: a series of windows that does not grow ends, a window without size is empty.
+    ///
+    /// A cloud so wide that the published filter's octree has to round its own borders (10^8 windows and
+    /// more across, with coordinates next to 0 in it) may have other points there: that octree then misses
+    /// points that are in the window. This one does not.
+    ///
+    /// REQUIRES: indices, where set, inside the cloud. Throws std::bad_alloc, and what the listener throws;
+    /// the filter can be used again then.
+    /// Cost: for points spread evenly, in proportion to their number and the number of windows. Memory:
+    /// at most 48 bytes a point, for the time of the call.
+    void extract(IPclProgressListener* pListener, std::vector<int>& vecGround);
+
+private:
+    void KeepGround(IPclProgressListener* pListener, std::vector<int>& vecGround) const;
+};
+
+#endif

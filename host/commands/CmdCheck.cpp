@@ -1,0 +1,152 @@
+#include <host/commands/Commands.h>
+#include <host/files/CheckFile.h>
+#include <host/files/FileKinds.h>
+#include <host/files/LoadCloud.h>
+#include <host/output/CConsole.h>
+#include <host/output/GroupDigits.h>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+
+namespace zorcld
+{
+
+namespace
+{
+
+using TJson = nlohmann::ordered_json;
+
+constexpr int c_nUnreadable = 1;
+constexpr int c_nWarnings = 3;
+
+struct COptions
+{
+    std::vector<std::string> vecPaths;
+    std::string sType;
+    bool bJson = false;
+};
+
+/// As a shell takes it for one word, and a command for a file's name.
+std::string Quote(const std::string& sName)
+{
+    const std::string sText = !sName.empty() && sName.front() == '-' ? "./" + sName : sName;
+    const bool bPlain = std::all_of(sText.begin(), sText.end(),
+                                    [](unsigned char c)
+                                    {
+                                        return std::isalnum(c) != 0 ||
+                                               std::string_view("/._-+,=@%").find(static_cast<char>(c)) !=
+                                                   std::string_view::npos;
+                                    });
+    if (bPlain && !sText.empty())
+        return sText;
+    std::string sQuoted = "'";
+    for (const char c : sText)
+        sQuoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return sQuoted + "'";
+}
+
+std::string GetCommand(const CCheckResult& result)
+{
+    const std::filesystem::path path(result.sPath);
+    const std::string sOut = path.stem().string() + "_converted.cld";
+    return fmt::format("zorcld convert {} {}", Quote(result.sPath), Quote(sOut));
+}
+
+/// @return the command or the advice that helps; empty: nothing does.
+std::string GetHelp(const CCheckResult& result, bool bConvert, const std::string& sHint)
+{
+    return bConvert ? GetCommand(result) : sHint;
+}
+
+int GetStatus(const CCheckResult& result)
+{
+    if (!result.sCause.empty())
+        return c_nUnreadable;
+    return result.vecFindings.empty() ? 0 : c_nWarnings;
+}
+
+TJson ToJson(const CCheckResult& result)
+{
+    constexpr const char* c_statuses[] = {"ok", "unreadable", "", "warnings"};
+    TJson file;
+    file["file"] = result.sPath;
+    file["type"] = result.pKind == nullptr ? TJson() : TJson(result.pKind->pName);
+    file["points"] = result.nNumPnts < 0 ? TJson() : TJson(result.nNumPnts);
+    file["status"] = c_statuses[GetStatus(result)];
+    file["cause"] = result.sCause.empty() ? TJson() : TJson(result.sCause);
+    const std::string sHelp = GetHelp(result, result.bConvert, "");
+    file["help"] = sHelp.empty() ? TJson() : TJson(sHelp);
+    file["warnings"] = TJson::array();
+    for (const CFinding& finding : result.vecFindings)
+    {
+        const std::string sFindingHelp = GetHelp(result, finding.bConvert, finding.sHint);
+        file["warnings"].push_back({{"code", finding.pCode},
+                                    {"text", finding.sText},
+                                    {"help", sFindingHelp.empty() ? TJson() : TJson(sFindingHelp)}});
+    }
+    return file;
+}
+
+void Print(const CCheckResult& result)
+{
+    std::string sFacts = result.pKind == nullptr ? "" : result.pKind->pTitle;
+    if (result.nNumPnts >= 0 && result.sCause.empty())
+        sFacts += fmt::format(", {} point{}", GroupDigits(result.nNumPnts), result.nNumPnts == 1 ? "" : "s");
+    bool bConvert = result.bConvert;
+    if (!result.sCause.empty())
+        fmt::print("{}: cannot be loaded: {}\n", result.sPath, result.sCause);
+    else
+        fmt::print("{}: {}{}\n", result.sPath, sFacts, result.vecFindings.empty() ? ": nothing to say" : "");
+    for (const CFinding& finding : result.vecFindings)
+    {
+        fmt::print("    {}\n", finding.sText);
+        if (!finding.bConvert && !finding.sHint.empty())
+            fmt::print("        what helps: {}\n", finding.sHint);
+        bConvert = bConvert || finding.bConvert;
+    }
+    if (bConvert)
+        fmt::print("        what helps: {}\n", GetCommand(result));
+}
+
+void Check(const COptions& options, const CConsole& console)
+{
+    bool bUnreadable = false;
+    bool bWarnings = false;
+    TJson files = TJson::array();
+    for (const std::string& sPath : options.vecPaths)
+    {
+        const CCheckResult result = CheckFile({sPath, options.sType}, console);
+        bUnreadable = bUnreadable || GetStatus(result) == c_nUnreadable;
+        bWarnings = bWarnings || GetStatus(result) == c_nWarnings;
+        if (options.bJson)
+            files.push_back(ToJson(result));
+        else
+            Print(result);
+    }
+    if (options.bJson)
+        fmt::print("{}\n", TJson{{"files", files}}.dump(2, ' ', false, TJson::error_handler_t::replace));
+    if (bUnreadable || bWarnings)
+        throw CLI::RuntimeError(bUnreadable ? c_nUnreadable : c_nWarnings);
+}
+
+} // namespace
+
+void AddCheckCommand(CLI::App& app, const CConsole& console)
+{
+    const auto pOptions = std::make_shared<COptions>();
+    CLI::App* const pCommand = app.add_subcommand(
+        "check", "Tells what would go wrong or be lost if files were loaded, and what helps");
+    pCommand->add_option("FILE", pOptions->vecPaths, "Files to look at")->required();
+    AddTypeOption(*pCommand, pOptions->sType);
+    pCommand->add_flag("--json", pOptions->bJson, "As JSON");
+    pCommand->footer("Exit status: 0 nothing to say, 3 warnings, 1 a file cannot be loaded; of several files "
+                     "1 goes before 3.");
+    pCommand->callback([pOptions, &console] { Check(*pOptions, console); });
+}
+
+} // namespace zorcld

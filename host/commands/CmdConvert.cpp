@@ -1,0 +1,183 @@
+#include <host/commands/Commands.h>
+#include <host/files/CFileColors.h>
+#include <host/files/CTakenPnts.h>
+#include <host/files/FileKinds.h>
+#include <host/files/LoadCloud.h>
+#include <host/files/NativeLayout.h>
+#include <host/files/SaveCloud.h>
+#include <host/output/CConsole.h>
+#include <host/output/CFailure.h>
+#include <host/output/COutFile.h>
+#include <host/output/CProgressBar.h>
+#include <host/output/GetExtension.h>
+#include <host/output/GroupDigits.h>
+#include <host/output/PntWriter.h>
+
+#include <zor4data/CPntCld.h>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <memory>
+
+namespace zorcld
+{
+
+namespace
+{
+
+struct COptions
+{
+    CInputOptions input;
+    std::string sOutPath;
+};
+
+unsigned char ToByte(std::uint16_t n)
+{
+    return static_cast<unsigned char>(n);
+}
+
+std::string FormatResult(std::int64_t nNumPnts, bool bColor, std::int64_t nRemoved)
+{
+    std::string sText = fmt::format("{} point{}{}", GroupDigits(nNumPnts), nNumPnts == 1 ? "" : "s",
+                                    bColor ? " with colour" : "");
+    if (nRemoved > 0)
+        sText += fmt::format(", {} removed at the x and y of another", GroupDigits(nRemoved));
+    return sText;
+}
+
+/// PLY holds floats: says so where they are coarser than thousandths even when shifted.
+void TellCoarseness(const CPntSummary& summary, const COptions& options, const CConsole& console)
+{
+    constexpr double c_dRound = 1000.0; // to which coordinates are shifted
+    constexpr float c_fFine = 0.001F;
+    const zor::geom::RECT_3D& box = summary.box;
+    const auto fLargest = static_cast<float>(
+        std::max({box.xmax - box.xmin, box.ymax - box.ymin, box.zmax - box.zmin}) + c_dRound);
+    const float fStep = std::nextafter(fLargest, std::numeric_limits<float>::max()) - fLargest;
+    if (fStep > c_fFine)
+        console.Note(
+            fmt::format("{}: so far from their origin floats lie up to {:.2g} units apart; .cld keeps "
+                        "1/10000",
+                        options.sOutPath, fStep));
+}
+
+/// @return what to say of the result.
+std::string WriteNative(const CTakenPnts& pnts, const COptions& options, const CConsole& console)
+{
+    CFileColors colors;
+    CPntCld cloud(&colors);
+    const CPntSummary& summary = pnts.GetSummary();
+    CProgressBar progress(console, "converting to " + options.sOutPath);
+    progress.Start();
+    cloud.OnReadType(summary.bColor ? PntCldType_PntColor : PntCldType_Pnt);
+    cloud.OnReadNumPnts(static_cast<int>(summary.nNumPnts)); // checked: it is an int32
+    std::int64_t nDone = 0;
+    pnts.ForEach(
+        [&](const CSourcePnt& pnt)
+        {
+            progress.SetPos(static_cast<int>(nDone++ * 100 / summary.nNumPnts));
+            if (summary.bColor)
+                cloud.OnReadPnt(pnt.x, pnt.y, pnt.z, ToByte(pnt.r), ToByte(pnt.g), ToByte(pnt.b));
+            else
+                cloud.OnReadPnt(pnt.x, pnt.y, pnt.z);
+        });
+    cloud.OnReadEnd();
+    progress.Stop();
+    SaveCloud(cloud, options.sOutPath);
+    return FormatResult(cloud.GetNumPnts(), summary.bColor, summary.nNumPnts - cloud.GetNumPnts());
+}
+
+std::string WritePly(const CTakenPnts& pnts, const COptions& options, const CConsole& console)
+{
+    const CPntSummary& summary = pnts.GetSummary();
+    COutFile out(options.sOutPath);
+    const std::unique_ptr<IPntWriter> pWriter = MakePlyWriter(out, summary);
+    CProgressBar progress(console, "writing " + options.sOutPath);
+    progress.Start();
+    std::int64_t nDone = 0;
+    CCldCadPnt record;
+    pnts.ForEach(
+        [&](const CSourcePnt& pnt)
+        {
+            progress.SetPos(static_cast<int>(nDone++ * 100 / summary.nNumPnts));
+            record.m_pnt = {pnt.x, pnt.y, pnt.z};
+            record.m_fR = static_cast<float>(pnt.r) / 255.0F;
+            record.m_fG = static_cast<float>(pnt.g) / 255.0F;
+            record.m_fB = static_cast<float>(pnt.b) / 255.0F;
+            pWriter->Add(record);
+        });
+    pWriter->Finish();
+    out.Commit();
+    progress.Stop();
+    if (!pWriter->GetNote().empty())
+        console.Note(fmt::format("{}: {}", options.sOutPath, pWriter->GetNote()));
+    TellCoarseness(summary, options, console);
+    return FormatResult(summary.nNumPnts, summary.bColor, 0);
+}
+
+/// A file that only the library reads, saved as loaded: the points of a native file are not weighed anew,
+/// but an octree that misses some of them is built again.
+std::string SaveLoaded(const COptions& options, const CConsole& console)
+{
+    CFileColors colors;
+    CPntCld cloud(&colors);
+    const CLoadFacts facts = LoadCloud(cloud, options.input, console);
+    RefuseMovedPnts(facts, options.input.sPath);
+    if (cloud.GetNumPnts() == 0)
+        throw CFailure(options.input.sPath, "holds no points");
+    if (facts.pKind->eFile == PntCldFile_Native && !ReadNativeLayout(options.input.sPath).IsWhole())
+        cloud.ComputeTree();
+    SaveCloud(cloud, options.sOutPath);
+    return FormatResult(cloud.GetNumPnts(), cloud.IsWithColor(), facts.nDuplicates);
+}
+
+std::string ConvertPnts(IPntSource& source, const COptions& options, const CConsole& console)
+{
+    const CTakenPnts pnts(source, options.input.sPath, console);
+    for (const CFinding& finding : source.GetFindings())
+        if (!finding.bConvert) // else it goes wrong for others only
+            console.Note(fmt::format("{}: {}", options.input.sPath, finding.sText));
+    const std::string sResult = GetExtension(options.sOutPath) == ".cld" ? WriteNative(pnts, options, console)
+                                                                         : WritePly(pnts, options, console);
+    for (const std::string& sNote : pnts.GetNotes())
+        console.Note(fmt::format("{}: {}", options.sOutPath, sNote));
+    return sResult;
+}
+
+void Convert(const COptions& options, const CConsole& console)
+{
+    const std::string sExtension = GetExtension(options.sOutPath);
+    if (sExtension != ".ply" && sExtension != ".cld")
+        throw CUsageError(fmt::format("OUT: '{}' ends neither in .ply nor in .cld", options.sOutPath));
+    std::unique_ptr<IPntSource> pSource = MakePntSource(options.input);
+    std::string sResult;
+    if (pSource == nullptr && sExtension == ".cld")
+    {
+        sResult = SaveLoaded(options, console);
+    }
+    else
+    {
+        if (pSource == nullptr)
+            pSource = MakeCloudSource(options.input, console);
+        sResult = ConvertPnts(*pSource, options, console);
+    }
+    console.Note(fmt::format("{}: {}", options.sOutPath, sResult));
+}
+
+} // namespace
+
+void AddConvertCommand(CLI::App& app, const CConsole& console)
+{
+    const auto pOptions = std::make_shared<COptions>();
+    CLI::App* const pCommand = app.add_subcommand(
+        "convert", "Writes a file as .ply or .cld that loads as it is meant; reads more than the others do");
+    AddInputOptions(*pCommand, pOptions->input);
+    pCommand->add_option("OUT", pOptions->sOutPath, "File to write, .ply or .cld")->required();
+    pCommand->callback([pOptions, &console] { Convert(*pOptions, console); });
+}
+
+} // namespace zorcld

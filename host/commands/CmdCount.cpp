@@ -1,0 +1,48 @@
+#include <host/commands/Commands.h>
+#include <host/files/CFileColors.h>
+#include <host/files/LoadCloud.h>
+#include <host/query/PlanQuery.h>
+
+#include <zor4data/CPntCld.h>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <memory>
+
+namespace zorcld
+{
+
+namespace
+{
+
+struct COptions
+{
+    CInputOptions input;
+    std::string sRect;
+};
+
+void CountPoints(const COptions& options, const CConsole& console)
+{
+    const zor::geom::RECT_2D rect = ParseRect(options.sRect);
+    CFileColors colors;
+    CPntCld cloud(&colors);
+    LoadCloud(cloud, options.input, console);
+    fmt::print("{}\n", cloud.GetNumPnts2D(rect.xmin, rect.ymin, rect.xmax, rect.ymax));
+}
+
+} // namespace
+
+void AddCountCommand(CLI::App& app, const CConsole& console)
+{
+    const auto pOptions = std::make_shared<COptions>();
+    CLI::App* const pCommand =
+        app.add_subcommand("count", "Tells how many points lie in a rectangle, seen from above");
+    AddInputOptions(*pCommand, pOptions->input);
+    pCommand->add_option("--rect", pOptions->sRect, "The rectangle, its edges included")
+        ->required()
+        ->type_name("xmin,ymin,xmax,ymax");
+    pCommand->callback([pOptions, &console] { CountPoints(*pOptions, console); });
+}
+
+} // namespace zorcld

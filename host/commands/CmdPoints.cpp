@@ -1,0 +1,59 @@
+#include <host/commands/Commands.h>
+#include <host/files/CFileColors.h>
+#include <host/files/LoadCloud.h>
+#include <host/output/CConsole.h>
+#include <host/output/CFailure.h>
+#include <host/output/COutFile.h>
+#include <host/query/Query.h>
+#include <host/query/WritePnts.h>
+
+#include <zor4data/CPntCld.h>
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
+
+namespace zorcld
+{
+
+namespace
+{
+
+struct COptions
+{
+    CInputOptions input;
+    CQueryOptions query;
+    std::string sOutPath;
+};
+
+void WritePoints(const COptions& options, const CConsole& console)
+{
+    const TMakePntWriter makeWriter = FindPntWriter(options.sOutPath);
+    CQuery query = ParseQuery(options.query);
+    CFileColors colors;
+    CPntCld cloud(&colors);
+    LoadCloud(cloud, options.input, console);
+    query.Choose(cloud);
+    if (options.query.nMaxPnts > 0)
+        query.dLod = FindLod(cloud, query, options.query.nMaxPnts);
+
+    COutFile out(options.sOutPath);
+    WritePnts(cloud, query, makeWriter, out, console);
+    out.Commit();
+}
+
+} // namespace
+
+void AddPointsCommand(CLI::App& app, const CConsole& console)
+{
+    const auto pOptions = std::make_shared<COptions>();
+    CLI::App* const pCommand = app.add_subcommand("points", "Writes what a query delivers as PLY or CSV");
+    AddInputOptions(*pCommand, pOptions->input);
+    AddQueryOptions(*pCommand, pOptions->query);
+    pCommand->add_option("-o,--output", pOptions->sOutPath, "File to write, .ply or .csv")
+        ->required()
+        ->type_name("OUT");
+    pCommand->callback([pOptions, &console] { WritePoints(*pOptions, console); });
+}
+
+} // namespace zorcld

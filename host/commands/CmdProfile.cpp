@@ -1,0 +1,162 @@
+#include <host/commands/Commands.h>
+#include <host/files/LoadCloud.h>
+#include <host/output/CConsole.h>
+#include <host/output/CFailure.h>
+#include <host/output/COutFile.h>
+#include <host/output/GetExtension.h>
+#include <host/picture/PictureOptions.h>
+#include <host/picture/RenderProfile.h>
+#include <host/picture/RenderView.h>
+#include <host/query/FormatPlan.h>
+#include <host/query/PlanQuery.h>
+#include <host/query/Query.h>
+#include <host/shapes/Shapes.h>
+
+#include <zor4data/CPntCld.h>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <memory>
+
+namespace zorcld
+{
+
+namespace
+{
+
+struct COptions
+{
+    CInputOptions input;
+    std::string sLine;
+    std::string sOutPath;
+    CPictureOptions picture;
+};
+
+CPlanLine ParseCorridor(const std::string& sLine)
+{
+    const CPlanLine line = ParseLine(sLine);
+    if (!(line.dWidth > 0.0))
+        throw CUsageError("--line: the width is not above 0");
+    if (line.p1.x == line.p2.x && line.p1.y == line.p2.y)
+        throw CUsageError("--line: begins and ends at one place");
+    return line;
+}
+
+/// The points in the corridor by their distance from its beginning.
+CProfile CutProfile(const CPntCld& cloud, const CPlanLine& line)
+{
+    CProfile profile;
+    profile.dLength = std::hypot(line.p2.x - line.p1.x, line.p2.y - line.p1.y);
+    profile.dWidth = line.dWidth;
+    const double dX = (line.p2.x - line.p1.x) / profile.dLength;
+    const double dY = (line.p2.y - line.p1.y) / profile.dLength;
+    const auto add = [&](const CCldCadPnt& pnt)
+    {
+        const double x = pnt.m_pnt.x - line.p1.x;
+        const double y = pnt.m_pnt.y - line.p1.y;
+        profile.vecPnts.push_back({x * dX + y * dY, y * dX - x * dY, pnt});
+    };
+    CEachPnt<decltype(add)> listener(add);
+    cloud.FindPnts2D_NearLine(&listener, line.p1, line.p2, line.dWidth / 2.0, false, false);
+    std::stable_sort(profile.vecPnts.begin(), profile.vecPnts.end(),
+                     [](const CProfilePnt& a, const CProfilePnt& b) { return a.dAlong < b.dAlong; });
+    return profile;
+}
+
+void WriteCsv(const CProfile& profile, bool bColor, COutFile& out)
+{
+    std::string sText =
+        bColor ? "distance,height,offset,x,y,red,green,blue\n" : "distance,height,offset,x,y\n";
+    const auto byte = [](float f) { return std::lround(std::clamp(f, 0.0F, 1.0F) * 255.0F); };
+    for (const CProfilePnt& pnt : profile.vecPnts)
+    {
+        sText += fmt::format("{:.4f},{:.4f},{:.4f},{:.4f},{:.4f}", pnt.dAlong, pnt.pnt.m_pnt.z, pnt.dAcross,
+                             pnt.pnt.m_pnt.x, pnt.pnt.m_pnt.y);
+        if (bColor)
+            sText += fmt::format(",{},{},{}", byte(pnt.pnt.m_fR), byte(pnt.pnt.m_fG), byte(pnt.pnt.m_fB));
+        sText += '\n';
+    }
+    out.Write(sText);
+}
+
+/// The corridor's corners in plan view.
+TRing MakeCorridor(const CPlanLine& line)
+{
+    const double dHalf = line.dWidth / 2.0 / std::hypot(line.p2.x - line.p1.x, line.p2.y - line.p1.y);
+    const double dX = -(line.p2.y - line.p1.y) * dHalf;
+    const double dY = (line.p2.x - line.p1.x) * dHalf;
+    return {{line.p1.x - dX, line.p1.y - dY},
+            {line.p2.x - dX, line.p2.y - dY},
+            {line.p2.x + dX, line.p2.y + dY},
+            {line.p1.x + dX, line.p1.y + dY}};
+}
+
+void DrawProfile(const COptions& options, const CProfile& profile, CViewColors& colors, COutFile& out)
+{
+    CProfileView view;
+    ParseSize(options.picture.sSize, view.nWidth, view.nHeight);
+    view.sTitle = std::filesystem::path(options.input.sPath).filename().string();
+    view.sUnit = options.picture.sUnit;
+    RenderProfile(profile, colors.IsByHeight() ? &colors.GetHeightColors() : nullptr, view, out);
+}
+
+void MakeProfile(const COptions& options, const CConsole& console)
+{
+    const std::string sExtension = GetExtension(options.sOutPath);
+    const bool bJson = sExtension == ".geojson" || sExtension == ".json";
+    if (!bJson && sExtension != ".wkt" && sExtension != ".csv" && sExtension != ".png")
+        throw CUsageError(
+            fmt::format("--output: '{}' ends in none of .png, .csv, .geojson and .wkt", options.sOutPath));
+    const CPlanLine line = ParseCorridor(options.sLine);
+    int nWidth = 0;
+    int nHeight = 0;
+    ParseSize(options.picture.sSize, nWidth, nHeight);
+
+    CViewColors colors;
+    CPntCld cloud(&colors);
+    LoadCloud(cloud, options.input, console);
+    ChooseColors(options.picture, options.input.sPath, cloud, colors);
+    const CProfile profile = CutProfile(cloud, line);
+
+    COutFile out(options.sOutPath);
+    if (bJson)
+        WriteGeoJson(out, MakeCorridor(line), {{"width", line.dWidth}, {"length", profile.dLength}});
+    else if (sExtension == ".wkt")
+        WriteWkt(out, MakeCorridor(line));
+    else if (sExtension == ".csv")
+        WriteCsv(profile, cloud.IsWithColor(), out);
+    else
+        DrawProfile(options, profile, colors, out);
+    out.Commit();
+    if (profile.vecPnts.empty())
+        console.Note(
+            fmt::format("{}: no point lies along the line: {}", options.input.sPath, FormatPlan(cloud)));
+    fmt::print("{}: {} points along {:.6g}\n", options.sOutPath, profile.vecPnts.size(), profile.dLength);
+}
+
+} // namespace
+
+void AddProfileCommand(CLI::App& app, const CConsole& console)
+{
+    const auto pOptions = std::make_shared<COptions>();
+    pOptions->picture.sSize = "1600x800";
+    CLI::App* const pCommand =
+        app.add_subcommand("profile", "Cuts a cloud along a line: distance against height");
+    AddInputOptions(*pCommand, pOptions->input);
+    pCommand->add_option("--line", pOptions->sLine, "The line, and the width of the corridor along it")
+        ->required()
+        ->type_name("x1,y1,x2,y2,WIDTH");
+    pCommand
+        ->add_option("-o,--output", pOptions->sOutPath,
+                     "File to write: .png, .csv for the points, or .geojson or .wkt for the corridor's place")
+        ->required()
+        ->type_name("OUT");
+    AddPictureOptions(*pCommand, pOptions->picture);
+    pCommand->callback([pOptions, &console] { MakeProfile(*pOptions, console); });
+}
+
+} // namespace zorcld

@@ -1,0 +1,133 @@
+#include <host/commands/Commands.h>
+#include <host/files/CFileColors.h>
+#include <host/files/LoadCloud.h>
+#include <host/output/CConsole.h>
+#include <host/output/CFailure.h>
+#include <host/output/COutFile.h>
+#include <host/output/GetExtension.h>
+#include <host/picture/PictureOptions.h>
+#include <host/picture/RenderView.h>
+#include <host/query/FormatPlan.h>
+#include <host/query/ParseNumbers.h>
+#include <host/query/Query.h>
+#include <host/shapes/Shapes.h>
+
+#include <zor4data/CPntCld.h>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+
+namespace zorcld
+{
+
+namespace
+{
+
+struct COptions
+{
+    CInputOptions input;
+    CQueryOptions query;
+    std::string sOutPath;
+    CPictureOptions picture;
+    std::string sFrom = "plan";
+    std::string sOverlayPath;
+};
+
+CCamera ParseFrom(const std::string& sFrom)
+{
+    if (sFrom == "plan")
+        return CCamera::Plan();
+    const std::vector<double> angles = ParseNumbers(sFrom, ',', 2, "--from");
+    if (angles[1] < -90.0 || angles[1] > 90.0)
+        throw CUsageError("--from: the elevation is not between -90 and 90");
+    return {angles[0], angles[1]};
+}
+
+/// Does the rectangle around any of the shapes touch the one around the points?
+bool IsNear(const CShapes& shapes, const CPntCld& cloud)
+{
+    zor::geom::RECT_3D box;
+    if (!cloud.GetBdry(box))
+        return true;
+    const auto isNear = [&box](const TRing& ring)
+    {
+        if (ring.empty())
+            return false;
+        const auto [itLeft, itRight] = std::minmax_element(
+            ring.begin(), ring.end(), [](const auto& a, const auto& b) { return a.x < b.x; });
+        const auto [itLow, itHigh] = std::minmax_element(
+            ring.begin(), ring.end(), [](const auto& a, const auto& b) { return a.y < b.y; });
+        return itLeft->x <= box.xmax && itRight->x >= box.xmin && itLow->y <= box.ymax &&
+               itHigh->y >= box.ymin;
+    };
+    return std::any_of(shapes.vecLines.begin(), shapes.vecLines.end(), isNear) ||
+           std::any_of(shapes.vecPolygons.begin(), shapes.vecPolygons.end(),
+                       [&](const auto& polygon) { return isNear(polygon.outer); });
+}
+
+void MakeView(const COptions& options, const CConsole& console)
+{
+    CheckExtension(options.sOutPath, "--output", ".png");
+    CView view;
+    view.camera = ParseFrom(options.sFrom);
+    view.query = ParseQuery(options.query);
+    ParseSize(options.picture.sSize, view.nWidth, view.nHeight);
+    view.bPlan = options.sFrom == "plan";
+    if (!options.sOverlayPath.empty() && !view.bPlan)
+        throw CUsageError("--overlay: shapes have no heights, they can be drawn from above only");
+    if (!options.sOverlayPath.empty())
+    {
+        view.overlay = ReadShapes(options.sOverlayPath, "--overlay");
+        if (view.overlay.vecPolygons.empty() && view.overlay.vecLines.empty())
+            throw CFailure(options.sOverlayPath, "holds neither a polygon nor a line");
+    }
+    view.nMaxPnts = options.query.nMaxPnts;
+    view.sTitle = std::filesystem::path(options.input.sPath).filename().string();
+    view.sUnit = options.picture.sUnit;
+
+    CViewColors colors;
+    CPntCld cloud(&colors);
+    LoadCloud(cloud, options.input, console);
+    ChooseColors(options.picture, options.input.sPath, cloud, colors);
+    view.query.Choose(cloud);
+    if (!options.sOverlayPath.empty() && !IsNear(view.overlay, cloud))
+        console.Note(fmt::format("{}: lies wholly beside the points, none of it is seen: {}",
+                                 options.sOverlayPath, FormatPlan(cloud)));
+
+    COutFile out(options.sOutPath);
+    const CViewResult result = RenderView(cloud, colors, view, out);
+    out.Commit();
+    fmt::print("{}: {} x {}, {} points{}\n", options.sOutPath, view.nWidth, view.nHeight, result.nNumPnts,
+               result.dLod > 0.0 ? fmt::format(", level of detail {:.4g}", result.dLod) : std::string());
+}
+
+} // namespace
+
+void AddViewCommand(CLI::App& app, const CConsole& console)
+{
+    const auto pOptions = std::make_shared<COptions>();
+    CLI::App* const pCommand = app.add_subcommand("view", "Makes a picture of a cloud");
+    AddInputOptions(*pCommand, pOptions->input);
+    pCommand->add_option("-o,--output", pOptions->sOutPath, "PNG to write")->required()->type_name("OUT.png");
+    AddPictureOptions(*pCommand, pOptions->picture);
+    pCommand
+        ->add_option(
+            "--from", pOptions->sFrom,
+            "From above with north up, or from where the viewer stands: degrees clockwise from north, "
+            "degrees above the horizon")
+        ->capture_default_str()
+        ->type_name("plan|AZIMUTH,ELEVATION");
+    pCommand
+        ->add_option("--overlay", pOptions->sOverlayPath,
+                     "Draw the polygons and lines of a file over the points: .geojson, .wkt or .csv")
+        ->type_name("FILE");
+    AddQueryOptions(*pCommand, pOptions->query);
+    pCommand->footer("Without --lod and --points the level of detail follows the picture's resolution.");
+    pCommand->callback([pOptions, &console] { MakeView(*pOptions, console); });
+}
+
+} // namespace zorcld

@@ -1,0 +1,67 @@
+#include <host/files/CFileColors.h>
+#include <host/files/IPntSource.h>
+#include <host/files/LoadCloud.h>
+#include <host/output/GroupDigits.h>
+
+#include <zor4data/CPntCld.h>
+
+#include <fmt/format.h>
+
+namespace zorcld
+{
+
+namespace
+{
+
+class CCloudSource final : public IPntSource
+{
+public:
+    CCloudSource(const CInputOptions& input, const CConsole& console) : m_cloud(&m_colors)
+    {
+        const CLoadFacts facts = LoadCloud(m_cloud, input, console);
+        RefuseMovedPnts(facts, input.sPath);
+        m_nDuplicates = facts.nDuplicates;
+    }
+
+    bool HasColor() const override { return m_cloud.IsWithColor(); }
+
+    std::int64_t GetNumAnnounced() const override { return m_cloud.GetNumPnts(); }
+
+    void ForEach(const TOnPnt& onPnt) override
+    {
+        for (int i = 0; i < m_cloud.GetNumPnts(); ++i)
+        {
+            zor::geom::PNT_3D pnt;
+            m_cloud.GetPnt(i, pnt);
+            unsigned char r = 0;
+            unsigned char g = 0;
+            unsigned char b = 0;
+            static_cast<void>(m_cloud.GetPntColor(i, r, g, b)); // black without colours
+            onPnt({pnt.x, pnt.y, pnt.z, r, g, b});
+        }
+    }
+
+    std::vector<CFinding> GetFindings() const override
+    {
+        if (m_nDuplicates <= 0)
+            return {};
+        return {{"duplicates",
+                 fmt::format("{} points at the x and y of another, whatever their height, were removed",
+                             GroupDigits(m_nDuplicates)),
+                 false, ""}};
+    }
+
+private:
+    CFileColors m_colors;
+    CPntCld m_cloud;
+    std::int64_t m_nDuplicates = 0;
+};
+
+} // namespace
+
+std::unique_ptr<IPntSource> MakeCloudSource(const CInputOptions& input, const CConsole& console)
+{
+    return std::make_unique<CCloudSource>(input, console);
+}
+
+} // namespace zorcld

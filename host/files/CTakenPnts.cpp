@@ -1,0 +1,129 @@
+#include <host/files/CTakenPnts.h>
+#include <host/output/CFailure.h>
+#include <host/output/GroupDigits.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <limits>
+
+namespace zorcld
+{
+
+namespace
+{
+
+bool IsSamePlace(const CSourcePnt& one, const CSourcePnt& other)
+{
+    return one.x == other.x && one.y == other.y && one.z == other.z && one.r == other.r && one.g == other.g &&
+           one.b == other.b;
+}
+
+double CalcMedian(const std::vector<CSourcePnt>& vecSample, double CSourcePnt::*pCoord)
+{
+    std::vector<double> vecValues;
+    for (const CSourcePnt& pnt : vecSample)
+        vecValues.push_back(pnt.*pCoord);
+    const auto middle = vecValues.begin() + static_cast<std::ptrdiff_t>(vecValues.size() / 2);
+    std::nth_element(vecValues.begin(), middle, vecValues.end());
+    return *middle;
+}
+
+/// @return the point of the sample that is nearest to the place, by the largest of its distances in x, y, z.
+CSourcePnt FindNearest(const std::vector<CSourcePnt>& vecSample, double x, double y, double z)
+{
+    const auto calcDist = [&](const CSourcePnt& pnt) {
+        return std::max({std::fabs(pnt.x - x), std::fabs(pnt.y - y), std::fabs(pnt.z - z)});
+    };
+    return *std::min_element(vecSample.begin(), vecSample.end(),
+                             [&](const CSourcePnt& one, const CSourcePnt& other)
+                             { return calcDist(one) < calcDist(other); });
+}
+
+} // namespace
+
+CTakenPnts::CTakenPnts(IPntSource& source, const std::string& sPath, const CConsole& console)
+    : m_source(source)
+{
+    const CSourceFacts facts = CollectSourceFacts(
+        source, console, fmt::format("looking at {}", std::filesystem::path(sPath).filename().string()));
+    m_summary = facts.summary;
+    m_first = facts.first;
+    m_bDeepColor = facts.HasDeepColor();
+    if (facts.nNumFar > 0)
+        ChooseFirst(facts);
+    Check(facts, sPath);
+}
+
+/// The first point of the file is a bad one to begin with: takes one in the middle of all, or where most are.
+void CTakenPnts::ChooseFirst(const CSourceFacts& facts)
+{
+    const zor::geom::RECT_3D& box = facts.summary.box;
+    const double dExtent = std::max({box.xmax - box.xmin, box.ymax - box.ymin, box.zmax - box.zmin});
+    const auto& vecSample = facts.vecSample;
+    m_first = dExtent <= 2.0 * c_dReach
+                  ? FindNearest(vecSample, (box.xmin + box.xmax) / 2, (box.ymin + box.ymax) / 2,
+                                (box.zmin + box.zmax) / 2)
+                  : FindNearest(vecSample, CalcMedian(vecSample, &CSourcePnt::x),
+                                CalcMedian(vecSample, &CSourcePnt::y), CalcMedian(vecSample, &CSourcePnt::z));
+    m_bMoveFirst = true;
+    m_summary = CPntSummary();
+    m_summary.bColor = facts.summary.bColor;
+    ForEach([&](const CSourcePnt& pnt) { m_summary.Add({pnt.x, pnt.y, pnt.z}); });
+}
+
+void CTakenPnts::Check(const CSourceFacts& facts, const std::string& sPath)
+{
+    const std::int64_t nNumPnts = facts.summary.nNumPnts;
+    const std::int64_t nNumLeftOut = nNumPnts - m_summary.nNumPnts;
+    if (nNumPnts == 0)
+        throw CFailure(sPath, facts.nNumNotFinite == 0 ? "holds no points"
+                                                       : "holds no point whose coordinates are numbers");
+    if (nNumLeftOut > nNumPnts / 2)
+        throw CFailure(sPath,
+                       fmt::format("its points lie too far apart: of {} only {} lie within 214748 units "
+                                   "of one of them",
+                                   nNumPnts, m_summary.nNumPnts));
+    if (m_summary.nNumPnts > std::numeric_limits<std::int32_t>::max())
+        throw CFailure(sPath, fmt::format("holds {} points, a cloud 2147483647 at most", m_summary.nNumPnts));
+    if (facts.nNumNotFinite > 0)
+        m_vecNotes.push_back(fmt::format("{} points whose coordinates are no numbers are left out",
+                                         GroupDigits(facts.nNumNotFinite)));
+    if (nNumLeftOut > 0)
+        m_vecNotes.push_back(fmt::format("{} points more than 214748 units from the others are left out",
+                                         GroupDigits(nNumLeftOut)));
+    if (m_bMoveFirst)
+        m_vecNotes.emplace_back(
+            "another point comes first, so that the others lie within 214748 units of it");
+    if (m_bDeepColor)
+        m_vecNotes.emplace_back("colours of 16 bits are written as 8 bits");
+}
+
+CSourcePnt CTakenPnts::WithByteColor(CSourcePnt pnt) const
+{
+    if (m_bDeepColor)
+        for (std::uint16_t* const pChannel : {&pnt.r, &pnt.g, &pnt.b})
+            *pChannel = static_cast<std::uint16_t>(*pChannel >> 8U);
+    return pnt;
+}
+
+void CTakenPnts::ForEach(const TOnPnt& onPnt) const
+{
+    if (m_bMoveFirst)
+        onPnt(WithByteColor(m_first));
+    bool bSkipFirst = m_bMoveFirst;
+    m_source.ForEach(
+        [&](const CSourcePnt& pnt)
+        {
+            if (!IsFinite(pnt) || !IsInReach(pnt, m_first))
+                return;
+            if (bSkipFirst && IsSamePlace(pnt, m_first))
+                bSkipFirst = false; // it has been delivered
+            else
+                onPnt(WithByteColor(pnt));
+        });
+}
+
+} // namespace zorcld

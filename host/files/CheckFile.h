@@ -1,0 +1,35 @@
+#ifndef HOST_FILES_CHECKFILE_H
+#define HOST_FILES_CHECKFILE_H
+
+#include <host/files/CFinding.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace zorcld
+{
+
+class CConsole;
+struct CFileKind;
+struct CInputOptions;
+
+/// What loading a file would come to.
+struct CCheckResult
+{
+    std::string sPath;
+    const CFileKind* pKind = nullptr; ///< null: not known
+    std::int64_t nNumPnts = -1;       ///< that it holds, or else announces; -1: not known
+    std::string sCause;               ///< why it cannot be loaded; empty: it can
+    bool bConvert = false;            ///< that cause is none for `zorcld convert`
+    bool bLoaded = false;             ///< it was loaded to find that out
+    std::vector<CFinding> vecFindings;
+};
+
+/// Looks at all points of a file. Memory does not grow with the file beyond what CStackedPnts takes; but LAZ
+/// is loaded, since nothing less tells whether it is whole.
+CCheckResult CheckFile(const CInputOptions& input, const CConsole& console);
+
+} // namespace zorcld
+
+#endif

@@ -1,0 +1,66 @@
+#ifndef HOST_FILES_IPNTSOURCE_H
+#define HOST_FILES_IPNTSOURCE_H
+
+#include <host/files/CFinding.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace zorcld
+{
+
+class CConsole;
+struct CInputOptions;
+
+/// A point as its file has it, coordinates in double precision.
+struct CSourcePnt
+{
+    double x = 0.0;
+    double y = 0.0;
+    double z = 0.0;
+    std::uint16_t r = 0; ///< 0 to 255, or of a file with colours of 16 bits to 65535
+    std::uint16_t g = 0;
+    std::uint16_t b = 0;
+};
+
+/// The points of a file as the host itself reads them: more kinds of files than the library takes, nothing
+/// rounded or removed. May be asked for them several times; memory does not grow with the file where the
+/// file can be read from front to back.
+class IPntSource
+{
+public:
+    using TOnPnt = std::function<void(const CSourcePnt&)>;
+
+    virtual ~IPntSource() = default;
+
+    virtual bool HasColor() const = 0;
+
+    /// @return points that the file announces, or its cells; -1: it does not say.
+    virtual std::int64_t GetNumAnnounced() const = 0;
+
+    /// One call a point, in the order of the file.
+    /// @throws CFailure when the file turns out to be damaged on the way.
+    virtual void ForEach(const TOnPnt& onPnt) = 0;
+
+    /// What the last `ForEach` saw beside the points.
+    virtual std::vector<CFinding> GetFindings() const { return {}; }
+};
+
+/// Reads the head of the file.
+/// @return null for a kind that only the library reads: native files, and LAS that is compressed.
+/// @throws CFailure with the cause when the file cannot be read.
+std::unique_ptr<IPntSource> MakePntSource(const CInputOptions& input);
+
+std::unique_ptr<IPntSource> MakePlySource(const std::string& sPath);
+std::unique_ptr<IPntSource> MakeGridSource(const std::string& sPath);
+std::unique_ptr<IPntSource> MakeLasSource(const std::string& sPath);
+
+/// Loads the file through the library: coordinates come to 1/10000 and points at one x and y may come once.
+std::unique_ptr<IPntSource> MakeCloudSource(const CInputOptions& input, const CConsole& console);
+
+} // namespace zorcld
+
+#endif

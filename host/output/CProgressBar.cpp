@@ -1,0 +1,69 @@
+#include <host/output/CConsole.h>
+#include <host/output/CProgressBar.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace zorcld
+{
+
+namespace
+{
+
+constexpr int c_nAlmostDone = 98; // from here on every call may be the last one: its time is taken
+constexpr int c_nWidth = 30;
+
+} // namespace
+
+CProgressBar::CProgressBar(const CConsole& console, std::string sLabel)
+    : m_sLabel(std::move(sLabel)), m_bShown(console.HasProgressBar())
+{
+}
+
+CProgressBar::~CProgressBar()
+{
+    Stop();
+}
+
+void CProgressBar::Start()
+{
+    m_nPos = -1;
+    Draw();
+}
+
+void CProgressBar::Stop()
+{
+    if (m_bShown)
+        fmt::print(stderr, "\r\033[K");
+    m_bShown = false;
+}
+
+bool CProgressBar::SetPos(int nPos)
+{
+    ++m_nNumCalls;
+    if (nPos == m_nPos && nPos < c_nAlmostDone)
+        return true;
+    m_timeLast = TClock::now();
+    if (m_nPos < 0)
+        m_timeFirst = m_timeLast;
+    const bool bChanged = nPos != m_nPos;
+    m_nPos = nPos;
+    if (bChanged)
+        Draw();
+    return true;
+}
+
+void CProgressBar::Draw() const
+{
+    if (!m_bShown)
+        return;
+    const int nPos = std::clamp(m_nPos, 0, 100);
+    const auto nDone = static_cast<std::size_t>(nPos * c_nWidth / 100);
+    fmt::print(stderr, "\r\033[K{} [{}{}] {:3} %", m_sLabel, std::string(nDone, '#'),
+               std::string(c_nWidth - nDone, '.'), nPos);
+    std::fflush(stderr);
+}
+
+} // namespace zorcld

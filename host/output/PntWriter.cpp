@@ -1,0 +1,174 @@
+#include <host/output/CFailure.h>
+#include <host/output/GetExtension.h>
+#include <host/output/PntWriter.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstring>
+
+namespace zorcld
+{
+
+namespace
+{
+
+constexpr std::size_t c_nChunk = 65536;
+
+int ToByte(float f)
+{
+    return static_cast<int>(std::lround(std::clamp(f, 0.0F, 1.0F) * 255.0F));
+}
+
+/// Gathers bytes so that the file is written in large pieces.
+class CChunk
+{
+public:
+    explicit CChunk(COutFile& out) : m_out(out) {}
+
+    template <class... TArgs>
+    void Format(fmt::format_string<TArgs...> sFormat, TArgs&&... args)
+    {
+        fmt::format_to(std::back_inserter(m_sBytes), sFormat, std::forward<TArgs>(args)...);
+        if (m_sBytes.size() >= c_nChunk)
+            Flush();
+    }
+
+    void PutByte(int n) { m_sBytes += static_cast<char>(n); }
+
+    void PutFloat(double d) // little-endian
+    {
+        const auto f = static_cast<float>(d);
+        std::uint32_t nBits = 0;
+        std::memcpy(&nBits, &f, sizeof(nBits));
+        for (unsigned int k = 0; k < 4; ++k)
+            m_sBytes += static_cast<char>(nBits >> (8U * k));
+        if (m_sBytes.size() >= c_nChunk)
+            Flush();
+    }
+
+    void Flush()
+    {
+        m_out.Write(m_sBytes);
+        m_sBytes.clear();
+    }
+
+private:
+    COutFile& m_out;
+    std::string m_sBytes;
+};
+
+class CCsvWriter final : public IPntWriter
+{
+public:
+    CCsvWriter(COutFile& out, const CPntSummary& summary) : m_chunk(out), m_bColor(summary.bColor)
+    {
+        m_chunk.Format("{}\n", m_bColor ? "x,y,z,red,green,blue" : "x,y,z");
+    }
+
+    void Add(const CCldCadPnt& pnt) override
+    {
+        m_chunk.Format("{:.4f},{:.4f},{:.4f}", pnt.m_pnt.x, pnt.m_pnt.y, pnt.m_pnt.z);
+        if (m_bColor)
+            m_chunk.Format(",{},{},{}\n", ToByte(pnt.m_fR), ToByte(pnt.m_fG), ToByte(pnt.m_fB));
+        else
+            m_chunk.Format("\n");
+    }
+
+    void Finish() override { m_chunk.Flush(); }
+
+private:
+    CChunk m_chunk;
+    bool m_bColor;
+};
+
+/// How much of a coordinate between the two is to be taken off so that a float holds what is left to
+/// half a millimetre of a metre: a round number near the smaller one, or 0.
+double CalcShift(double dMin, double dMax)
+{
+    constexpr double c_dFloatReach = 8192.0; // floats lie less than 1/1000 apart up to here
+    constexpr double c_dRound = 1000.0;
+    constexpr double c_dMaxShift = 1e15; // beyond, doubles are no finer than what is to be kept
+    if (std::max(std::fabs(dMin), std::fabs(dMax)) <= c_dFloatReach || std::fabs(dMin) >= c_dMaxShift)
+        return 0.0;
+    return std::floor(dMin / c_dRound) * c_dRound;
+}
+
+class CPlyWriter final : public IPntWriter
+{
+public:
+    CPlyWriter(COutFile& out, const CPntSummary& summary) : m_chunk(out), m_bColor(summary.bColor)
+    {
+        if (summary.nNumPnts > 0)
+            m_dShift = {CalcShift(summary.box.xmin, summary.box.xmax),
+                        CalcShift(summary.box.ymin, summary.box.ymax),
+                        CalcShift(summary.box.zmin, summary.box.zmax)};
+        m_chunk.Format("ply\nformat binary_little_endian 1.0\n");
+        if (!GetNote().empty())
+            m_chunk.Format("comment {}\n", GetNote());
+        m_chunk.Format("element vertex {}\nproperty float x\nproperty float y\nproperty float z\n",
+                       summary.nNumPnts);
+        if (m_bColor)
+            m_chunk.Format("property uchar red\nproperty uchar green\nproperty uchar blue\n");
+        m_chunk.Format("end_header\n");
+    }
+
+    void Add(const CCldCadPnt& pnt) override
+    {
+        m_chunk.PutFloat(pnt.m_pnt.x - m_dShift[0]);
+        m_chunk.PutFloat(pnt.m_pnt.y - m_dShift[1]);
+        m_chunk.PutFloat(pnt.m_pnt.z - m_dShift[2]);
+        if (m_bColor)
+            for (const float f : {pnt.m_fR, pnt.m_fG, pnt.m_fB})
+                m_chunk.PutByte(ToByte(f));
+    }
+
+    void Finish() override { m_chunk.Flush(); }
+
+    std::string GetNote() const override
+    {
+        if (m_dShift == std::array<double, 3>{})
+            return {};
+        return fmt::format("coordinates are shifted: add {:.15g} {:.15g} {:.15g}", m_dShift[0], m_dShift[1],
+                           m_dShift[2]);
+    }
+
+private:
+    CChunk m_chunk;
+    bool m_bColor;
+    std::array<double, 3> m_dShift{};
+};
+
+} // namespace
+
+void CPntSummary::Add(const zor::geom::PNT_3D& pnt)
+{
+    if (nNumPnts++ == 0)
+        box = zor::geom::RECT_3D(pnt.x, pnt.y, pnt.z, pnt.x, pnt.y, pnt.z);
+    box = zor::geom::RECT_3D(std::min(box.xmin, pnt.x), std::min(box.ymin, pnt.y), std::min(box.zmin, pnt.z),
+                             std::max(box.xmax, pnt.x), std::max(box.ymax, pnt.y), std::max(box.zmax, pnt.z));
+}
+
+std::unique_ptr<IPntWriter> MakeCsvWriter(COutFile& out, const CPntSummary& summary)
+{
+    return std::make_unique<CCsvWriter>(out, summary);
+}
+
+std::unique_ptr<IPntWriter> MakePlyWriter(COutFile& out, const CPntSummary& summary)
+{
+    return std::make_unique<CPlyWriter>(out, summary);
+}
+
+TMakePntWriter FindPntWriter(const std::string& sPath)
+{
+    const std::string sExtension = GetExtension(sPath);
+    if (sExtension == ".csv")
+        return MakeCsvWriter;
+    if (sExtension == ".ply")
+        return MakePlyWriter;
+    throw CUsageError(fmt::format("--output: '{}' ends neither in .ply nor in .csv", sPath));
+}
+
+} // namespace zorcld

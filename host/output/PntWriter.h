@@ -1,0 +1,53 @@
+#ifndef HOST_OUTPUT_PNTWRITER_H
+#define HOST_OUTPUT_PNTWRITER_H
+
+#include <host/output/COutFile.h>
+
+#include <zor3geom/PNT_3D.h>
+#include <zor3geom/RECT_3D.h>
+#include <zor4data/CCldCadPnt.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace zorcld
+{
+
+/// What must be known of the points before the first one is written.
+struct CPntSummary
+{
+    void Add(const zor::geom::PNT_3D& pnt);
+
+    std::int64_t nNumPnts = 0;
+    zor::geom::RECT_3D box; ///< undefined while there is no point
+    bool bColor = false;
+};
+
+/// Writes points one by one.
+class IPntWriter
+{
+public:
+    virtual ~IPntWriter() = default;
+    virtual void Add(const CCldCadPnt& pnt) = 0;
+
+    /// After the last point.
+    virtual void Finish() = 0;
+
+    /// What the user should know of the file, or nothing.
+    virtual std::string GetNote() const { return {}; }
+};
+
+using TMakePntWriter = std::function<std::unique_ptr<IPntWriter>(COutFile&, const CPntSummary&)>;
+
+/// Chosen by the extension.
+/// @throws CUsageError for an unknown one.
+TMakePntWriter FindPntWriter(const std::string& sPath);
+
+std::unique_ptr<IPntWriter> MakeCsvWriter(COutFile& out, const CPntSummary& summary);
+std::unique_ptr<IPntWriter> MakePlyWriter(COutFile& out, const CPntSummary& summary);
+
+} // namespace zorcld
+
+#endif

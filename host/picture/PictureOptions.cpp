@@ -1,0 +1,46 @@
+#include <host/output/CFailure.h>
+#include <host/picture/PictureOptions.h>
+#include <host/picture/RenderView.h>
+#include <host/query/ParseNumbers.h>
+
+#include <zor4data/CPntCld.h>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+namespace zorcld
+{
+
+void AddPictureOptions(CLI::App& command, CPictureOptions& options)
+{
+    command.add_option("--size", options.sSize, "Size of the picture, pixels")
+        ->capture_default_str()
+        ->type_name("WxH");
+    command.add_option("--color", options.sColor, "By the colours of the file, by height, or what there is")
+        ->check(CLI::IsMember({"auto", "file", "height"}))
+        ->capture_default_str();
+    command.add_option("--unit", options.sUnit, "Name of the coordinate unit for scales and legend, as m");
+}
+
+void ParseSize(const std::string& sSize, int& nWidth, int& nHeight)
+{
+    const std::vector<double> size = ParseNumbers(sSize, 'x', 2, "--size");
+    constexpr double c_dMin = 200.0; // titles, scales and legends need their room
+    constexpr double c_dMax = 16384.0;
+    for (const double d : size)
+        if (d < c_dMin || d > c_dMax || d != static_cast<double>(static_cast<int>(d)))
+            throw CUsageError(
+                fmt::format("--size: '{}' is not two whole numbers from {} to {}", sSize, c_dMin, c_dMax));
+    nWidth = static_cast<int>(size[0]);
+    nHeight = static_cast<int>(size[1]);
+}
+
+void ChooseColors(const CPictureOptions& options, const std::string& sPath, const CPntCld& cloud,
+                  CViewColors& colors)
+{
+    if (options.sColor == "file" && !cloud.IsWithColor())
+        throw CFailure(sPath, "holds no colours (--color file asks for them)");
+    colors.SetByHeight(options.sColor == "height" || !cloud.IsWithColor());
+}
+
+} // namespace zorcld

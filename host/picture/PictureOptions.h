@@ -1,0 +1,39 @@
+#ifndef HOST_PICTURE_PICTUREOPTIONS_H
+#define HOST_PICTURE_PICTUREOPTIONS_H
+
+#include <string>
+
+class CPntCld;
+namespace CLI
+{
+class App;
+}
+
+namespace zorcld
+{
+
+class CViewColors;
+
+/// How a picture is wanted, as the command line gives it.
+struct CPictureOptions
+{
+    std::string sSize = "1600x1200";
+    std::string sColor = "auto";
+    std::string sUnit;
+};
+
+/// Adds --size, --color and --unit.
+void AddPictureOptions(CLI::App& command, CPictureOptions& options);
+
+/// @throws CUsageError
+void ParseSize(const std::string& sSize, int& nWidth, int& nHeight);
+
+/// Sets what --color asks for.
+/// @param sPath  the file of the cloud, for the message.
+/// @throws CFailure when colours of the file are wanted and it has none.
+void ChooseColors(const CPictureOptions& options, const std::string& sPath, const CPntCld& cloud,
+                  CViewColors& colors);
+
+} // namespace zorcld
+
+#endif

@@ -1,0 +1,119 @@
+#include <host/output/COutFile.h>
+#include <host/output/GroupDigits.h>
+#include <host/picture/CPen.h>
+#include <host/picture/CPicture.h>
+#include <host/picture/HeightRamp.h>
+#include <host/picture/RenderProfile.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace zorcld
+{
+
+namespace
+{
+
+constexpr double c_dMaxExaggeration = 100.0;
+constexpr double c_dRoomAbove = 1.08; // of the range of heights: points do not touch the frame
+constexpr std::int64_t c_nFinePixels = 12000000;
+constexpr float c_fMaxRadius = 3.2F; // picture pixels at common size
+
+struct CRange
+{
+    double dMin = 0.0;
+    double dMax = 0.0;
+};
+
+CRange FindHeights(const CProfile& profile)
+{
+    if (profile.vecPnts.empty())
+        return {0.0, 0.0};
+    const auto [itMin, itMax] = std::minmax_element(profile.vecPnts.begin(), profile.vecPnts.end(),
+                                                    [](const CProfilePnt& a, const CProfilePnt& b)
+                                                    { return a.pnt.m_pnt.z < b.pnt.m_pnt.z; });
+    return {itMin->pnt.m_pnt.z, itMax->pnt.m_pnt.z};
+}
+
+/// The area of the diagram, and how large heights are drawn: as large as they fit in round steps.
+double FitAxes(const CProfile& profile, const CRange& heights, const CProfileView& view, CAxes& axes)
+{
+    const double m = CalcZoom(view.nWidth, view.nHeight);
+    axes.x = std::round(104.0 * m);
+    axes.y = std::round(84.0 * m);
+    axes.dWidth = std::max(1.0, view.nWidth - axes.x - std::round(40.0 * m));
+    axes.dHeight = std::max(1.0, view.nHeight - axes.y - std::round(84.0 * m));
+    const double dPerUnit = axes.dWidth / profile.dLength;
+    const double dNeeded = std::max((heights.dMax - heights.dMin) * c_dRoomAbove, 1e-9);
+    const double dExaggeration = std::min(RoundDown(axes.dHeight / dNeeded / dPerUnit), c_dMaxExaggeration);
+    const double dShown = axes.dHeight / (dPerUnit * dExaggeration);
+    const double dMiddle = 0.5 * (heights.dMin + heights.dMax);
+    axes.dMinX = 0.0;
+    axes.dMaxX = profile.dLength;
+    axes.dMinY = dMiddle - 0.5 * dShown;
+    axes.dMaxY = dMiddle + 0.5 * dShown;
+    return dExaggeration;
+}
+
+std::vector<CScreenPnt> PlacePnts(const CProfile& profile, CHeightColors* pColors, const CAxes& axes,
+                                  int nScale)
+{
+    const auto byte = [](float f)
+    { return static_cast<unsigned char>(std::clamp(f, 0.0F, 1.0F) * 255.0F + 0.5F); };
+    std::vector<CScreenPnt> vecPnts;
+    vecPnts.reserve(profile.vecPnts.size());
+    const double dPerX = axes.dWidth / (axes.dMaxX - axes.dMinX) * nScale;
+    const double dPerY = axes.dHeight / (axes.dMaxY - axes.dMinY) * nScale;
+    for (const CProfilePnt& pnt : profile.vecPnts)
+    {
+        float r = pnt.pnt.m_fR;
+        float g = pnt.pnt.m_fG;
+        float b = pnt.pnt.m_fB;
+        if (pColors != nullptr)
+            pColors->GetColor(pnt.pnt.m_pnt.z, r, g, b);
+        vecPnts.push_back({static_cast<float>(axes.x * nScale + (pnt.dAlong - axes.dMinX) * dPerX),
+                           static_cast<float>(axes.y * nScale + (axes.dMaxY - pnt.pnt.m_pnt.z) * dPerY),
+                           static_cast<float>((pnt.dAcross + 0.5 * profile.dWidth) * dPerX), byte(r), byte(g),
+                           byte(b)});
+    }
+    return vecPnts;
+}
+
+std::string FormatSubtitle(const CProfile& profile, double dExaggeration, const std::string& sUnit)
+{
+    std::string sText = fmt::format("{} points up to {} beside the line",
+                                    GroupDigits(static_cast<std::int64_t>(profile.vecPnts.size())),
+                                    WithUnit(fmt::format("{:.6g}", 0.5 * profile.dWidth), sUnit));
+    if (dExaggeration != 1.0)
+        sText += fmt::format(", heights drawn {:g} times as large", dExaggeration);
+    return sText;
+}
+
+} // namespace
+
+double RenderProfile(const CProfile& profile, CHeightColors* pColors, const CProfileView& view, COutFile& out)
+{
+    const CRange heights = FindHeights(profile);
+    CAxes axes;
+    const double dExaggeration = FitAxes(profile, heights, view, axes);
+    axes.sTitle = view.sTitle;
+    axes.sSubtitle = FormatSubtitle(profile, dExaggeration, view.sUnit);
+    axes.sLabelX = view.sUnit.empty() ? "Distance along the line" : "Distance along the line, " + view.sUnit;
+    axes.sLabelY = view.sUnit.empty() ? "Height" : "Height, " + view.sUnit;
+    if (pColors != nullptr)
+        pColors->SetRange(heights.dMin, heights.dMax);
+
+    const int nScale = static_cast<std::int64_t>(view.nWidth) * view.nHeight <= c_nFinePixels ? 2 : 1;
+    CPntRaster raster(view.nWidth * nScale, view.nHeight * nScale);
+    const float fRadius = c_fMaxRadius * static_cast<float>(nScale * CalcZoom(view.nWidth, view.nHeight));
+    DrawPnts(PlacePnts(profile, pColors, axes, nScale), fRadius, raster);
+    CPicture picture(raster, nScale);
+    picture.DrawAxes(axes);
+    picture.WritePng(out);
+    return dExaggeration;
+}
+
+} // namespace zorcld

@@ -1,0 +1,50 @@
+#ifndef HOST_PICTURE_RENDERPROFILE_H
+#define HOST_PICTURE_RENDERPROFILE_H
+
+#include <zor3geom/PNT_3D.h>
+#include <zor4data/CCldCadPnt.h>
+
+#include <string>
+#include <vector>
+
+namespace zorcld
+{
+
+class CHeightColors;
+class COutFile;
+
+/// A point of a cross-section.
+struct CProfilePnt
+{
+    double dAlong;  ///< from the beginning of the line, coordinate units
+    double dAcross; ///< from the line, positive on its left
+    CCldCadPnt pnt;
+};
+
+/// A cross-section: a corridor along a line, seen from its right.
+struct CProfile
+{
+    double dLength = 0.0; ///< of the line
+    double dWidth = 0.0;  ///< of the corridor
+    std::vector<CProfilePnt> vecPnts;
+};
+
+/// How its picture is wanted.
+struct CProfileView
+{
+    int nWidth = 0; ///< pixels
+    int nHeight = 0;
+    std::string sTitle;
+    std::string sUnit;
+};
+
+/// Draws the points by distance and height, within axes, and writes the picture as PNG, not yet committed.
+/// @param pColors  null: the points keep their colours.
+/// @return how many times heights are drawn larger than distances.
+/// @throws CFailure
+double RenderProfile(const CProfile& profile, CHeightColors* pColors, const CProfileView& view,
+                     COutFile& out);
+
+} // namespace zorcld
+
+#endif

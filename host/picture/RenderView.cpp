@@ -1,0 +1,104 @@
+#include <host/output/COutFile.h>
+#include <host/output/GroupDigits.h>
+#include <host/picture/CPicture.h>
+#include <host/picture/RenderView.h>
+#include <host/picture/ViewRaster.h>
+
+#include <zor4data/CPntCld.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace zorcld
+{
+
+namespace
+{
+
+CArea FindArea(const CView& view, bool bLegend)
+{
+    const double dMargin = 0.025 * std::min(view.nWidth, view.nHeight);
+    const double dTop = std::max<double>(dMargin, CPicture::GetTitleHeight(view.nWidth, view.nHeight));
+    const double dBottom =
+        std::max<double>(dMargin, view.bPlan ? CPicture::GetScaleBarHeight(view.nWidth, view.nHeight) : 0);
+    const double dRight = dMargin + (bLegend ? CPicture::GetLegendWidth(view.nWidth, view.nHeight) : 0);
+    return {dMargin, dTop, view.nWidth - dMargin - dRight, view.nHeight - dTop - dBottom};
+}
+
+/// The shapes as lines on the picture, in its pixels; rings closed.
+std::vector<std::vector<CPixel>> PlaceShapes(const CShapes& shapes, const CView& view, const CFrame& frame)
+{
+    std::vector<std::vector<CPixel>> vecPaths;
+    const auto add = [&](const TRing& ring, bool bClosed)
+    {
+        std::vector<CPixel> vecPath;
+        for (const zor::geom::PNT_2D& pnt : ring)
+        {
+            const CViewPnt viewPnt = view.camera.Project(zor::geom::PNT_3D(pnt.x, pnt.y, 0.0));
+            vecPath.push_back({(viewPnt.x - frame.xOrg) * frame.dPerUnit / frame.nScale,
+                               (frame.yOrg - viewPnt.y) * frame.dPerUnit / frame.nScale});
+        }
+        if (bClosed && !vecPath.empty())
+            vecPath.push_back(vecPath.front());
+        vecPaths.push_back(std::move(vecPath));
+    };
+    for (const zor::geom::TMultiPartPolygon& polygon : shapes.vecPolygons)
+    {
+        add(polygon.outer, true);
+        for (const TRing& hole : polygon.holes)
+            add(hole, true);
+    }
+    for (const TRing& line : shapes.vecLines)
+        add(line, false);
+    return vecPaths;
+}
+
+std::string FormatSubtitle(const CPntCld& cloud, const CViewResult& result)
+{
+    if (result.nNumPnts == cloud.GetNumPnts())
+        return GroupDigits(result.nNumPnts) + " points";
+    return GroupDigits(result.nNumPnts) + " of " + GroupDigits(cloud.GetNumPnts()) + " points";
+}
+
+} // namespace
+
+CViewResult RenderView(const CPntCld& cloud, CViewColors& colors, const CView& view, COutFile& out)
+{
+    const COverview overview = LookOver(cloud, view.query, view.camera);
+    const bool bLegend = colors.IsByHeight() && !overview.bEmpty;
+    colors.GetHeightColors().SetRange(overview.zMin, overview.zMax);
+
+    CViewResult result;
+    CFrame frame;
+    if (!overview.bEmpty)
+        frame = FitFrame(overview, FindArea(view, bLegend), ChooseScale(view.nWidth, view.nHeight));
+    CPntRaster raster(view.nWidth * frame.nScale, view.nHeight * frame.nScale);
+    if (!overview.bEmpty)
+    {
+        CQuery query = view.query;
+        if (view.nMaxPnts > 0)
+            query.dLod = FindLod(cloud, query, view.nMaxPnts);
+        else if (!(query.dLod > 0.0))
+            query.dLod = frame.GetUnitsPerPixel();
+        std::vector<CScreenPnt> vecPnts;
+        result = {CollectPnts(cloud, query, view.camera, frame, vecPnts), query.dLod};
+        Rasterize(vecPnts, frame.nScale, !colors.IsByHeight(), false, raster);
+    }
+
+    COverlay overlay;
+    overlay.sTitle = view.sTitle;
+    overlay.sSubtitle = FormatSubtitle(cloud, result) + (view.sNote.empty() ? "" : ", " + view.sNote);
+    overlay.sUnit = view.sUnit;
+    overlay.bLegend = bLegend;
+    overlay.zMin = overview.zMin;
+    overlay.zMax = overview.zMax;
+    overlay.dUnitsPerPixel = view.bPlan && !overview.bEmpty ? frame.GetUnitsPerPixel() : 0.0;
+    CPicture picture(raster, frame.nScale);
+    if (!overview.bEmpty)
+        picture.DrawPaths(PlaceShapes(view.overlay, view, frame));
+    picture.DrawOverlay(overlay);
+    picture.WritePng(out);
+    return result;
+}
+
+} // namespace zorcld

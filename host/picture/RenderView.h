@@ -1,0 +1,67 @@
+#ifndef HOST_PICTURE_RENDERVIEW_H
+#define HOST_PICTURE_RENDERVIEW_H
+
+#include <host/picture/CCamera.h>
+#include <host/picture/HeightRamp.h>
+#include <host/query/Query.h>
+#include <host/shapes/Shapes.h>
+
+#include <cstdint>
+#include <string>
+
+class CPntCld;
+
+namespace zorcld
+{
+
+class COutFile;
+
+/// Colours of a picture: the file's, or by height.
+class CViewColors final : public ICldColorListener
+{
+public:
+    void SetByHeight(bool bByHeight) { m_bByHeight = bByHeight; }
+    bool IsByHeight() const { return m_bByHeight; }
+    CHeightColors& GetHeightColors() { return m_heights; }
+
+    void GetColor(double z, float& r, float& g, float& b) override
+    {
+        if (m_bByHeight)
+            m_heights.GetColor(z, r, g, b);
+    }
+    void SetZRange(double, double) override {}
+
+private:
+    bool m_bByHeight = false;
+    CHeightColors m_heights;
+};
+
+/// What picture is wanted.
+struct CView
+{
+    CCamera camera = CCamera::Plan();
+    CQuery query;              ///< its spacing 0: chosen from the picture's resolution
+    std::int64_t nMaxPnts = 0; ///< 0: no limit
+    int nWidth = 0;            ///< pixels
+    int nHeight = 0;
+    bool bPlan = false; ///< with scale bar
+    CShapes overlay;    ///< drawn over the points; from above only
+    std::string sTitle;
+    std::string sNote; ///< added to the number of points below the title
+    std::string sUnit;
+};
+
+struct CViewResult
+{
+    std::int64_t nNumPnts = 0; ///< points drawn
+    double dLod = 0.0;         ///< spacing that was asked for; 0: every point
+};
+
+/// Draws what the cloud delivers and writes it as PNG, not yet committed.
+/// @param colors  the cloud's own listener; its height range is set here.
+/// @throws CFailure
+CViewResult RenderView(const CPntCld& cloud, CViewColors& colors, const CView& view, COutFile& out);
+
+} // namespace zorcld
+
+#endif

@@ -1,0 +1,72 @@
+#ifndef HOST_PICTURE_VIEWRASTER_H
+#define HOST_PICTURE_VIEWRASTER_H
+
+#include <host/picture/CCamera.h>
+#include <host/picture/CPntRaster.h>
+#include <host/query/Query.h>
+
+#include <cstdint>
+#include <vector>
+
+class CPntCld;
+
+namespace zorcld
+{
+
+// The steps from a cloud to its picture: look over it, fit a frame to it, collect the points as they fall
+// on the picture, draw and shade them.
+
+/// What a coarse look tells: where the points lie on the picture plane and in height.
+struct COverview
+{
+    CViewExtent extent;
+    double dNear = 0.0; ///< least depth
+    double zMin = 0.0;  ///< some points in a hundred lie below it, as many above zMax
+    double zMax = 0.0;
+    bool bEmpty = true;
+};
+
+COverview LookOver(const CPntCld& cloud, CQuery query, const CCamera& camera);
+
+/// Where on a picture the points are to lie, pixels from the upper left corner.
+struct CArea
+{
+    double x = 0.0;
+    double y = 0.0;
+    double dWidth = 0.0;
+    double dHeight = 0.0;
+};
+
+/// How coordinates of the picture plane become raster pixels.
+struct CFrame
+{
+    int nScale = 1;        ///< raster pixels a picture pixel
+    double dPerUnit = 1.0; ///< raster pixels a coordinate unit
+    double xOrg = 0.0;     ///< picture plane, at the left edge of the picture
+    double yOrg = 0.0;     ///< picture plane, at its upper edge
+    double dNear = 0.0;
+
+    CScreenPnt Place(const CViewPnt& pnt, const CCldCadPnt& cadPnt) const;
+
+    double GetUnitsPerPixel() const { return nScale / dPerUnit; }
+};
+
+/// As large as it fits, in the middle of the area.
+CFrame FitFrame(const COverview& overview, const CArea& area, int nScale);
+
+/// How many raster pixels there are a picture pixel, each way: fewer for very large pictures.
+int ChooseScale(int nWidth, int nHeight);
+
+/// Appends the points that the query delivers. @return their number.
+std::int64_t CollectPnts(const CPntCld& cloud, const CQuery& query, const CCamera& camera,
+                         const CFrame& frame, std::vector<CScreenPnt>& vecPnts);
+
+/// Draws and shades them.
+/// @param bPhoto  they have the colours of photographs, which show form of their own: shaded less.
+/// @param bKeepHoles  holes tell something: only small ones are closed.
+void Rasterize(const std::vector<CScreenPnt>& vecPnts, int nScale, bool bPhoto, bool bKeepHoles,
+               CPntRaster& raster);
+
+} // namespace zorcld
+
+#endif

@@ -1,0 +1,27 @@
+#include <host/output/CConsole.h>
+#include <host/query/Query.h>
+#include <host/query/WritePnts.h>
+
+#include <zor4data/CPntCld.h>
+
+#include <fmt/format.h>
+
+namespace zorcld
+{
+
+void WritePnts(const CPntCld& cloud, const CQuery& query, const TMakePntWriter& makeWriter, COutFile& out,
+               const CConsole& console)
+{
+    CPntSummary summary;
+    summary.bColor = cloud.IsWithColor();
+    ForEachPnt(cloud, query, [&](const CCldCadPnt& pnt) { summary.Add(pnt.m_pnt); });
+    if (summary.nNumPnts == 0)
+        console.Note(fmt::format("{}: no point was chosen", out.GetPath()));
+    const std::unique_ptr<IPntWriter> pWriter = makeWriter(out, summary);
+    if (!pWriter->GetNote().empty())
+        console.Note(fmt::format("{}: {}", out.GetPath(), pWriter->GetNote()));
+    ForEachPnt(cloud, query, [&](const CCldCadPnt& pnt) { pWriter->Add(pnt); });
+    pWriter->Finish();
+}
+
+} // namespace zorcld

@@ -1,8 +1,0 @@
-#include <io/CLasReader.h>
-
-// The build has no library that reads LAS.
-bool CLasReader::Read(IDlgProgress* /*pProgress*/, const zor::String& /*sPath*/)
-{
-    static_cast<void>(m_listener);
-    return false;
-}

@@ -1,0 +1,67 @@
+#ifndef IO_LAS_LASLIB_CLAZFILE_H
+#define IO_LAS_LASLIB_CLAZFILE_H
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <istream>
+#include <streambuf>
+#include <vector>
+
+/// The bytes of a LAZ file for LASzip. They end where its calls have gone too deep.
+///
+/// Where the time of a point belongs to another sequence of times than that of the point before, LASzip calls
+/// itself for what follows. Damaged data say so any number of times in a row, more than three hundred times
+/// in a byte. So bytes are given out a few at a time, and each time the stack is looked at.
+class CLazBuf final : public std::streambuf
+{
+public:
+    /// @param sPath  not null. A file that cannot be opened has no bytes.
+    explicit CLazBuf(const char* sPath);
+    ~CLazBuf() override;
+
+    CLazBuf(const CLazBuf&) = delete;
+    CLazBuf& operator=(const CLazBuf&) = delete;
+
+    /// Depth counts from the caller on. Before the first call it counts from the constructor.
+    void StartHere() noexcept { m_nStart = GetStackPos(); }
+
+protected:
+    int_type underflow() override;
+    std::streamsize xsgetn(char* pBytes, std::streamsize nNum) override;
+    pos_type seekoff(off_type nOffset, std::ios_base::seekdir eFrom, std::ios_base::openmode eWhich) override;
+    pos_type seekpos(pos_type nPos, std::ios_base::openmode eWhich) override;
+
+private:
+    static std::uintptr_t GetStackPos() noexcept
+    {
+        return reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
+    }
+
+    bool IsTooDeep() const noexcept;
+    bool ReadBlock();
+
+    std::FILE* m_pFile;
+    std::int64_t m_nSize = 0;
+    std::uintptr_t m_nStart;
+    // The block holds the bytes of the file from m_nPosBlock to m_pEnd; those that have been given out but
+    // for the get area are the ones before egptr().
+    std::vector<char> m_vecBlock;
+    std::int64_t m_nPosBlock = 0;
+    char* m_pEnd;
+};
+
+/// A LAZ file as the stream that LASzip takes.
+class CLazFile final : public std::istream
+{
+public:
+    /// @param sPath  not null.
+    explicit CLazFile(const char* sPath) : std::istream(nullptr), m_buf(sPath) { rdbuf(&m_buf); }
+
+    void StartHere() noexcept { m_buf.StartHere(); }
+
+private:
+    CLazBuf m_buf;
+};
+
+#endif

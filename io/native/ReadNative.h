@@ -1,0 +1,24 @@
+#ifndef IO_NATIVE_READNATIVE_H
+#define IO_NATIVE_READNATIVE_H
+
+#include <octree/COcTreeData.h>
+
+class ifpstream;
+
+/// Loads origin, points and octree, as WriteNative wrote them, into an empty store.
+///
+/// @return false when the store has an array or a tree already, and nothing changes; false, with the
+///         origin read, when there is no point: the store stays empty.
+///
+/// Of a damaged file it takes what can be used safely, and tells nothing; docs/native-format.md says how.
+/// Afterwards the runs of the leaves lie inside the array, rise in the order of the walk and never
+/// overlap; no node lies deeper than a build would put it, and none is without points.
+///
+/// Cost: about that of reading the bytes. Throws std::bad_alloc; the store is then as before.
+template <class T>
+bool ReadNative(ifpstream& stream, COcTreeData<T>& store);
+
+extern template bool ReadNative(ifpstream& stream, COcTreeData<CTruncPnt>& store);
+extern template bool ReadNative(ifpstream& stream, COcTreeData<CTruncPnt_Color>& store);
+
+#endif

@@ -1,0 +1,52 @@
+#ifndef IO_NATIVE_IFPSTREAM_H
+#define IO_NATIVE_IFPSTREAM_H
+
+#include <formats/CFilePtr.h>
+#include <formats/LittleEndian.h>
+#include <zor0lang/String.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+/// A binary file being read, behind its prologue of five bytes. Not buffered: take large blocks.
+class ifpstream
+{
+public:
+    /// Opens the file, which is never created, and reads the prologue.
+    explicit ifpstream(const zor::String& sPath);
+
+    /// @return whether there is nothing to read from: the file could not be opened, is not a regular file,
+    ///         or is shorter than the prologue. It does not turn true later.
+    bool IsFailed() const noexcept { return m_bFailed; }
+
+    /// @return whether the prologue's mark is another than `ofpstream` writes.
+    bool IsForeign() const noexcept { return m_bForeign; }
+
+    /// @return whether the rest of the prologue is exactly what `ofpstream` writes.
+    bool IsNativeOrder() const noexcept { return m_bNativeOrder; }
+
+    /// @return bytes from the position to the end of the file.
+    std::uint64_t GetNumLeft() const noexcept { return m_nNumLeft; }
+
+    /// Reads up to `nNumBytes` bytes. @return how many there were; fewer only at the end of the file.
+    std::size_t Read(void* pBytes, std::size_t nNumBytes) noexcept;
+
+    /// Reads one number, little-endian. Bytes behind the end of the file count as zero.
+    template <class Number>
+    Number ReadNumber() noexcept
+    {
+        std::array<unsigned char, sizeof(Number)> acBytes{};
+        Read(acBytes.data(), acBytes.size());
+        return LittleEndian::Get<Number>(acBytes.data());
+    }
+
+private:
+    CFilePtr m_pFile;
+    std::uint64_t m_nNumLeft = 0;
+    bool m_bFailed = true;
+    bool m_bForeign = false;
+    bool m_bNativeOrder = false;
+};
+
+#endif

@@ -1,0 +1,37 @@
+#ifndef IO_PLY_CPLYPROGRESS_H
+#define IO_PLY_CPLYPROGRESS_H
+
+#include <zor4data/IDlgProgress.h>
+
+#include <cstddef>
+#include <cstdint>
+
+/// Progress of one element: of the share that each element has of the 100 percent, whole percent.
+class CPlyProgress
+{
+public:
+    /// @param pProgress  null: no calls.
+    /// @param nElement   index of the element, of `nNumElements`.
+    CPlyProgress(IDlgProgress* pProgress, std::size_t nElement, std::size_t nNumElements, std::int32_t nCount)
+        : m_pProgress(pProgress), m_nCount(nCount), m_nShare(static_cast<int>(100 / nNumElements)),
+          m_dBase(static_cast<double>(nElement) * m_nShare)
+    {
+    }
+
+    bool IsWanted() const noexcept { return m_pProgress != nullptr; }
+
+    /// Before item `i`.
+    void Report(std::int32_t i) const
+    {
+        if (m_pProgress != nullptr)
+            m_pProgress->SetPos(static_cast<int>(m_nShare * (static_cast<double>(i) / m_nCount) + m_dBase));
+    }
+
+private:
+    IDlgProgress* m_pProgress;
+    std::int32_t m_nCount;
+    int m_nShare;
+    double m_dBase;
+};
+
+#endif

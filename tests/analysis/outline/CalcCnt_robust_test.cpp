@@ -1,0 +1,71 @@
+#include <analysis/outline/CalcCnt.h>
+#include <tests/analysis/outline/COutlineModel.h>
+#include <tests/analysis/outline/OutlineCases.h>
+#include <tests/support/CTestStore.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace
+{
+
+template <class T>
+class CalcCnt_Robust : public ::testing::Test
+{
+};
+TYPED_TEST_SUITE(CalcCnt_Robust, BothPntTypes, PntTypeName);
+
+/// Gives every leaf another run of the array, as a damaged file might, and the model's leaves the same.
+void ScrambleLeaves(const COcTreeNode& node, Ref::Node& refNode, std::int32_t nNumPnts, CRandom& random)
+{
+    for (const COcTreeChild child : node.GetChildren())
+    {
+        Ref::Child& refChild = *refNode.child[static_cast<std::size_t>(child.GetOctant())];
+        if (!child.IsLeaf())
+        {
+            ScrambleLeaves(child.GetNode(), *refChild.node, nNumPnts, random);
+            continue;
+        }
+        COcTreeLeaf& leaf = child.GetLeaf();
+        leaf.m_nFirst = static_cast<std::int32_t>(random.Int(0, nNumPnts - 1));
+        const std::int32_t nMax = std::min(nNumPnts - leaf.m_nFirst, random.Chance(4) ? nNumPnts : 6);
+        leaf.m_nCount = static_cast<std::int32_t>(random.Int(0, nMax));
+        refChild.first = leaf.m_nFirst;
+        refChild.count = leaf.m_nCount;
+    }
+}
+
+} // namespace
+
+// Leaves that overlap, hold foreign points, or leave points out: what is done follows the tree as it is.
+TYPED_TEST(CalcCnt_Robust, ScrambledTree_SameAsModel)
+{
+    int nNumClosed = 0;
+    for (std::uint64_t nSeed = 0; nSeed < 3600; ++nSeed)
+    {
+        const COutlineCase outlineCase = MakeOutlineCase(nSeed);
+        SCOPED_TRACE(outlineCase.sName);
+        CTestStore<TypeParam> store(outlineCase.vecPnts, {0.0F, 0.0F, 0.0F});
+        store.ComputeTree();
+        CRandom random(nSeed);
+        ScrambleLeaves(*store->m_pTree->m_pRoot, *store.GetRef().tree.root, store->m_nNumPnts, random);
+        const COutlineModel model(store.GetRef(), outlineCase.d);
+        CRecListener rec;
+        ASSERT_EQ(CalcCnt(*store, nullptr, &rec, outlineCase.d), model.IsClosed());
+        ASSERT_EQ(rec.GetIndices(), model.IsClosed() ? model.GetPath() : std::vector<int>());
+        nNumClosed += model.IsClosed() ? 1 : 0;
+    }
+    EXPECT_GT(nNumClosed, 300);
+}
+
+// Thousands of corners, each with its test against the path, are a matter of milliseconds.
+TYPED_TEST(CalcCnt_Robust, RaggedOutline)
+{
+    const COutlineCase outlineCase = MakeSerratedRing(1, 4000.0);
+    CTestStore<TypeParam> store(outlineCase.vecPnts, {0.0F, 0.0F, 0.0F});
+    store.ComputeTree();
+    CRecListener rec;
+    EXPECT_TRUE(CalcCnt(*store, nullptr, &rec, outlineCase.d));
+    EXPECT_GT(rec.GetNumPnts(), 4000);
+}

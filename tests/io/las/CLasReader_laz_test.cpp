@@ -1,0 +1,317 @@
+#include <gtest/gtest.h>
+
+#include <io/las/CLasGuard.h>
+#include <tests/io/las/ReadLas.h>
+#include <tests/support/LazBytes.h>
+
+#include <cstring>
+#include <limits>
+#include <vector>
+
+namespace
+{
+
+using U16 = std::uint16_t;
+
+TEST(CLasReader_laz, Read_EveryFormatAndNumOfChunks)
+{
+    for (int nFormat = 0; nFormat <= 10; ++nFormat)
+        for (const int nNum : {0, 1, 15, 16, 17, 100})
+        {
+            const CLasFile file = LasOf(nFormat, nNum);
+            const CLasReading reading = ReadLas(LazBytes(file, 16));
+            EXPECT_TRUE(reading.m_bResult) << nFormat << ", " << nNum;
+            EXPECT_EQ(LasCalls(file), reading.m_vecCalls) << nFormat << ", " << nNum;
+        }
+}
+
+TEST(CLasReader_laz, Read_ScaleAndOffset)
+{
+    CLasFile file = LasOf(2, 20);
+    file.adScale = {0.001, 0.5, 3.0};
+    file.adOffset = {-1000.0, 4000000.25, 1e-3};
+    EXPECT_EQ(LasCalls(file), ReadLas(LazBytes(file, 7)).m_vecCalls);
+}
+
+TEST(CLasReader_laz, Read_Progress)
+{
+    const CReadCalls vecCalls = ReadLas(LazBytes(LasOf(0, 3), 2), true).m_vecCalls;
+    ASSERT_EQ(9U, vecCalls.size());
+    EXPECT_EQ(CReadCall::Progress(0), vecCalls[2]);
+    EXPECT_EQ(CReadCall::Progress(33), vecCalls[4]);
+    EXPECT_EQ(CReadCall::Progress(66), vecCalls[6]);
+}
+
+constexpr unsigned c_nVariableChunks = 0xFFFFFFFF;
+
+std::int64_t GetMaxNumPnts(const std::string& sBytes)
+{
+    const CMemFile file(sBytes);
+    CLasGuard guard(file.GetPath());
+    EXPECT_TRUE(guard.Check());
+    return guard.GetMaxNumPnts();
+}
+
+TEST(CLasReader_laz, GetMaxNumPnts_WholeChunksOrWhatTheySay)
+{
+    EXPECT_EQ(48, GetMaxNumPnts(LazBytes(LasOf(1, 33), 16)));
+    EXPECT_EQ(33, GetMaxNumPnts(LazBytes(LasOf(7, 33), 16)));
+    for (const int nFormat : {1, 7})
+        EXPECT_EQ(33, GetMaxNumPnts(LazBytes(LasOf(nFormat, 33), c_nVariableChunks))) << nFormat;
+}
+
+// Behind the last chunk stands the table: it is not taken for points.
+TEST(CLasReader_laz, Read_MorePntsAnnouncedThanTheChunksHold)
+{
+    for (const int nFormat : {1, 7})
+        for (const unsigned nChunkSize : {16U, c_nVariableChunks})
+        {
+            const CLasFile file = LasOf(nFormat, 32);
+            std::string sBytes = LazBytes(file, nChunkSize);
+            sBytes[nFormat < 6 ? 107 : 247] = 100; // the count
+            const CLasReading reading = ReadLas(sBytes);
+            EXPECT_TRUE(reading.m_bResult) << nFormat << ", " << nChunkSize;
+            EXPECT_EQ(LasCalls(file, 100, 32), reading.m_vecCalls) << nFormat << ", " << nChunkSize;
+        }
+}
+
+TEST(CLasReader_laz, Read_ChunkOfVariableSize)
+{
+    for (const int nFormat : {0, 3, 6, 7, 10})
+        for (const int nNum : {1, 2, 1000})
+        {
+            const CLasFile file = LasOf(nFormat, nNum);
+            const CLasReading reading = ReadLas(LazBytes(file, c_nVariableChunks));
+            EXPECT_TRUE(reading.m_bResult) << nFormat << ", " << nNum;
+            EXPECT_EQ(LasCalls(file), reading.m_vecCalls) << nFormat << ", " << nNum;
+        }
+}
+
+// The table and the chunks of variable size must say the same.
+TEST(CLasReader_laz, Check_TableOfChunksOfVariableSize)
+{
+    const CLasFile file = LasOf(7, 1000);
+    const std::string sBytes = LazBytes(file, c_nVariableChunks);
+    std::uint32_t nPosPnts = 0;
+    std::int64_t nTable = 0;
+    std::memcpy(&nPosPnts, sBytes.data() + 96, sizeof nPosPnts);
+    std::memcpy(&nTable, sBytes.data() + nPosPnts, sizeof nTable);
+    const auto nEntries = static_cast<std::size_t>(nTable) + 8;
+    for (std::size_t n = nEntries; n < nEntries + 3; ++n)
+    {
+        std::string sChanged = sBytes;
+        sChanged[n] = static_cast<char>(sChanged[n] ^ 0x40);
+        EXPECT_FALSE(ReadLas(sChanged).m_bResult) << n - nEntries;
+        EXPECT_FALSE(ReadLas(sBytes.substr(0, n)).m_bResult) << n - nEntries;
+    }
+    std::string sChanged = sBytes;
+    sChanged[nPosPnts + 8 + file.GetPntSize()] ^= 1; // what the chunk says
+    EXPECT_FALSE(ReadLas(sChanged).m_bResult);
+}
+
+/// What the tests below change: a LAZ file and where things stand in it.
+class CLazGuardTest : public testing::TestWithParam<int>
+{
+protected:
+    void SetUp() override { m_sBytes = LazBytes(m_file, 16); }
+
+    template <class T>
+    T ValueAt(std::size_t nPos) const
+    {
+        T value{};
+        std::memcpy(&value, m_sBytes.data() + nPos, sizeof value);
+        return value;
+    }
+
+    template <class T>
+    bool IsLetWith(std::size_t nPos, T value) const
+    {
+        std::string sBytes = m_sBytes;
+        std::memcpy(sBytes.data() + nPos, &value, sizeof value);
+        return IsLet(sBytes);
+    }
+
+    static bool IsLet(const std::string& sBytes)
+    {
+        const CMemFile file(sBytes);
+        return CLasGuard(file.GetPath()).Check();
+    }
+
+    std::size_t GetPosPnts() const { return ValueAt<std::uint32_t>(96); }
+    std::size_t GetPosTable() const { return PosTableOf(m_sBytes); }
+
+    static std::size_t PosTableOf(const std::string& sBytes)
+    {
+        std::uint32_t nPosPnts = 0;
+        std::int64_t nPosTable = 0;
+        std::memcpy(&nPosPnts, sBytes.data() + 96, sizeof nPosPnts);
+        std::memcpy(&nPosTable, sBytes.data() + nPosPnts, sizeof nPosTable);
+        return static_cast<std::size_t>(nPosTable);
+    }
+
+    /// Where codes begin: one in each chunk, or one in each layer that is not empty.
+    std::vector<std::size_t> FindCodes() const
+    {
+        std::vector<std::size_t> vecCodes;
+        for (int nChunk = 0; nChunk < 3; ++nChunk)
+        {
+            // A file of the chunks before ends here.
+            std::size_t nPos = PosTableOf(LazBytes(LasOf(GetParam(), 16 * nChunk), 16)) + m_file.GetPntSize();
+            if (GetParam() < 6)
+            {
+                vecCodes.push_back(nPos);
+                continue;
+            }
+            const std::size_t nNumLayers = GetParam() == 6 ? 9U : GetParam() == 7 ? 10U : 12U;
+            const std::size_t nSizes = nPos + 4; // behind the number of points
+            nPos = nSizes + 4 * nNumLayers;
+            for (std::size_t i = 0; i < nNumLayers; ++i)
+            {
+                const auto nSize = ValueAt<std::uint32_t>(nSizes + 4 * i);
+                if (nSize > 0)
+                    vecCodes.push_back(nPos);
+                nPos += nSize;
+            }
+        }
+        return vecCodes;
+    }
+    /// The data of the record that describes the compression: the only record.
+    std::size_t GetPosRecord() const { return m_file.GetHeaderSize() + 54; }
+
+    const CLasFile m_file = LasOf(GetParam(), 40);
+    std::string m_sBytes;
+};
+
+TEST_P(CLazGuardTest, Check_CompressorAndItems)
+{
+    const std::size_t nPos = GetPosRecord();
+    EXPECT_TRUE(IsLet(m_sBytes));
+    for (const int nCompressor : {0, 1, 2, 3, 4, 16, 65535})
+        EXPECT_EQ(nCompressor == ValueAt<U16>(nPos) || (nCompressor == 1 && GetParam() < 6),
+                  IsLetWith(nPos, static_cast<U16>(nCompressor)))
+            << nCompressor;
+    for (const U16 nNumItems : {U16{0}, U16{100}, U16{65535}})
+        EXPECT_FALSE(IsLetWith(nPos + 32, nNumItems)) << nNumItems;
+    for (const U16 nType : {U16{1}, U16{5}, U16{15}, U16{255}})
+        EXPECT_FALSE(IsLetWith(nPos + 34, nType)) << nType;
+    EXPECT_FALSE(IsLetWith(nPos + 36, U16{21}));
+    for (const U16 nVersion : {U16{0}, U16{5}, U16{65535}})
+        EXPECT_FALSE(IsLetWith(nPos + 38, nVersion)) << nVersion;
+    EXPECT_FALSE(IsLetWith(nPos + 12, std::uint32_t{0})); // points of a chunk
+}
+
+TEST_P(CLazGuardTest, Check_TableOfChunksLiesInTheFile)
+{
+    const std::size_t nTable = GetPosTable();
+    for (const std::int64_t nPos :
+         {std::int64_t{0}, std::int64_t{-1}, std::int64_t{-2}, static_cast<std::int64_t>(GetPosPnts()),
+          static_cast<std::int64_t>(m_sBytes.size()), std::numeric_limits<std::int64_t>::max(),
+          std::numeric_limits<std::int64_t>::min()})
+        EXPECT_FALSE(IsLetWith(GetPosPnts(), nPos)) << nPos;
+    EXPECT_FALSE(IsLetWith(nTable, std::uint32_t{1})); // version
+    for (const std::uint32_t nNumChunks : {1000U, 0x7FFFFFFFU, 0xFFFFFFFFU})
+        EXPECT_FALSE(IsLetWith(nTable + 4, nNumChunks)) << nNumChunks;
+    // Three entries: four bytes begin their code, and some more come in.
+    for (std::size_t n = 0; n < nTable + 8 + 4; ++n)
+        ASSERT_FALSE(IsLet(m_sBytes.substr(0, n))) << n << " bytes";
+    EXPECT_TRUE(IsLet(m_sBytes));
+}
+
+// The library ends a chunk where its points end, and compares that with the table only then.
+TEST_P(CLazGuardTest, Check_ChunksOfTheTableFillTheRoomBeforeIt)
+{
+    const auto IsLetWithTableOf = [&](int nNumPnts, unsigned nChunkSize)
+    {
+        const std::string sOther = LazBytes(LasOf(GetParam(), nNumPnts), nChunkSize);
+        return IsLet(m_sBytes.substr(0, GetPosTable()) + sOther.substr(PosTableOf(sOther)));
+    };
+    EXPECT_TRUE(IsLetWithTableOf(40, 16));
+    EXPECT_FALSE(IsLetWithTableOf(300, 100)); // three longer chunks
+    // Shorter ones are for the library to find out, unless the chunks themselves say their length.
+    EXPECT_EQ(GetParam() < 6, IsLetWithTableOf(6, 2));
+    EXPECT_FALSE(IsLetWithTableOf(10, 1)); // ten chunks
+}
+
+// Where the first four bytes of a code are 255, the library finds symbols that there are not, and reads where
+// nothing of its own is.
+TEST_P(CLazGuardTest, Check_CodesAreBelowOne)
+{
+    const std::vector<std::size_t> vecCodes = FindCodes();
+    EXPECT_GE(vecCodes.size(), 3U);
+    for (const std::size_t nPos : vecCodes)
+    {
+        EXPECT_FALSE(IsLetWith(nPos, std::uint32_t{0xFFFFFFFF})) << nPos;
+        EXPECT_TRUE(IsLetWith(nPos, std::uint32_t{0xFEFFFFFF})) << nPos; // the last byte is 254
+    }
+    EXPECT_FALSE(IsLetWith(GetPosTable() + 8, std::uint32_t{0xFFFFFFFF}));
+    if (GetParam() >= 6)
+        return;
+    // As one stream: it begins with a point too, but no position before.
+    m_sBytes[GetPosRecord()] = 1;
+    const std::size_t nPos = GetPosPnts() + m_file.GetPntSize();
+    EXPECT_FALSE(IsLetWith(nPos, std::uint32_t{0xFFFFFFFF}));
+    EXPECT_TRUE(IsLetWith(nPos, std::uint32_t{0xFEFFFFFF}));
+    EXPECT_TRUE(IsLet(m_sBytes.substr(0, nPos + 3))); // too short to begin
+}
+
+TEST_P(CLazGuardTest, Check_TableOfChunksNamedAtTheEndOfTheFile)
+{
+    std::string sBytes = m_sBytes + m_sBytes.substr(GetPosPnts(), 8);
+    sBytes.replace(GetPosPnts(), 8, 8, '\xff');
+    EXPECT_TRUE(IsLet(sBytes));
+    const CLasReading reading = ReadLas(sBytes);
+    EXPECT_TRUE(reading.m_bResult);
+    EXPECT_EQ(LasCalls(m_file), reading.m_vecCalls);
+    sBytes.back() = '\x7f';
+    EXPECT_FALSE(IsLet(sBytes));
+}
+
+TEST_P(CLazGuardTest, Check_DescribedOnce)
+{
+    std::string sBytes = m_sBytes;
+    const std::size_t nStart = m_file.GetHeaderSize();
+    const std::string sRecord = sBytes.substr(nStart, GetPosPnts() - nStart);
+    sBytes.insert(nStart, sRecord);
+    sBytes[100] = 2; // records
+    const auto nPosPnts = static_cast<std::uint32_t>(GetPosPnts() + sRecord.size());
+    const auto nTable = static_cast<std::int64_t>(GetPosTable() + sRecord.size());
+    std::memcpy(sBytes.data() + 96, &nPosPnts, sizeof nPosPnts);
+    std::memcpy(sBytes.data() + nPosPnts, &nTable, sizeof nTable);
+    EXPECT_FALSE(IsLet(sBytes));
+    sBytes[nStart + 2] = 'L'; // another name: another record
+    EXPECT_TRUE(IsLet(sBytes));
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, CLazGuardTest, testing::Values(0, 3, 7, 10));
+
+// The sizes of layers are what the library allocates: those of every chunk lie in the file.
+TEST(CLasReader_laz, Check_LayersLieInTheFile)
+{
+    const CLasFile file = LasOf(7, 40);
+    std::string sBytes = LazBytes(file, 16);
+    std::uint32_t nPosPnts = 0;
+    std::memcpy(&nPosPnts, sBytes.data() + 96, sizeof nPosPnts);
+    std::size_t nPos = nPosPnts + 8;
+    for (int nChunk = 0; nChunk < 3; ++nChunk)
+    {
+        nPos += file.GetPntSize() + 4;
+        std::size_t nNumBytes = 0;
+        for (std::size_t k = 0; k < 10; ++k) // nine of the coordinates and so on, one of the colour
+        {
+            std::uint32_t nSize = 0;
+            std::memcpy(&nSize, sBytes.data() + nPos + 4 * k, sizeof nSize);
+            nNumBytes += nSize;
+            for (const std::uint32_t nBad : {nSize + 0x10000U, 0x7FFFFFFFU, 0xFFFFFFFFU})
+            {
+                std::string sBad = sBytes;
+                std::memcpy(sBad.data() + nPos + 4 * k, &nBad, sizeof nBad);
+                const CLasReading reading = ReadLas(sBad);
+                EXPECT_FALSE(reading.m_bResult) << "chunk " << nChunk << ", layer " << k << ", " << nBad;
+                EXPECT_TRUE(reading.m_vecCalls.empty());
+            }
+        }
+        nPos += 40 + nNumBytes;
+    }
+}
+
+} // namespace
