@@ -1,8 +1,8 @@
 #ifndef OCTREE_BUILDTREE_H
 #define OCTREE_BUILDTREE_H
 
+#include <formats/MaxDepth.h>
 #include <octree/COcTreeIndex.h>
-#include <octree/MaxDepth.h>
 
 #include <cstdint>
 

@@ -1,7 +1,7 @@
 #include <octree/CClipPlanes.h>
 
 #include <formats/Compact.h>
-#include <octree/MaxDepth.h>
+#include <formats/MaxDepth.h>
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 #include <io/native/CNativeTreeReader.h>
 
+#include <formats/MaxDepth.h>
 #include <io/native/NativeRecord.h>
-#include <octree/MaxDepth.h>
 
 #include <cstring>
 #include <new>

@@ -1,7 +1,7 @@
 #ifndef IO_PLY_CPLYVERTEX_H
 #define IO_PLY_CPLYVERTEX_H
 
-#include <formats/CPlyHeader.h>
+#include <formats/PlyTypes.h>
 #include <io/ply/CPlyLayout.h>
 #include <zor4data/IPntCldReadListener.h>
 
@@ -46,8 +46,8 @@ private:
     template <bool WithColor>
     void Deliver(IPntCldReadListener& listener, const unsigned char* pBytes) const
     {
-        const auto Coord = [&](enumPlyRole eRole) { return CoordDaBytes(pBytes + m_anOffset[eRole]); };
-        // KEPT: the first byte, whatever type the property has: only a "uchar" gives its value.
+        const auto Coord = [&](enumPlyRole eRole) { return CoordFromBytes(pBytes + m_anOffset[eRole]); };
+        // KEPT: the first byte, whatever type the property has: only c_plyByteType gives its value.
         const auto Channel = [&](enumPlyRole eRole) { return pBytes[m_anOffset[eRole]]; };
         if constexpr (WithColor)
             listener.OnReadPnt(Coord(PlyRole_X), Coord(PlyRole_Y), Coord(PlyRole_Z), Channel(PlyRole_Red),
@@ -56,8 +56,9 @@ private:
             listener.OnReadPnt(Coord(PlyRole_X), Coord(PlyRole_Y), Coord(PlyRole_Z));
     }
 
-    // KEPT: four bytes as a 32-bit float, whatever type the property has: only a "float" gives its value.
-    static float CoordDaBytes(const unsigned char* pBytes)
+    // KEPT: four bytes as a 32-bit float, whatever type the property has: only c_plyCoordType gives its
+    // value.
+    static float CoordFromBytes(const unsigned char* pBytes)
     {
         float f = 0.0F;
         std::memcpy(&f, pBytes, sizeof f);
@@ -86,7 +87,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t c_nSize = CPlyProperty::c_nMaxSize;
+    static constexpr std::size_t c_nSize = c_nMaxPlySize;
     static constexpr CPlyOffsets c_anOffset = {0,           c_nSize,     2 * c_nSize, 3 * c_nSize,
                                                4 * c_nSize, 5 * c_nSize, 6 * c_nSize};
     std::array<unsigned char, c_anOffset.size() * c_nSize> m_acBytes{};

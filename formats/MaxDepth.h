@@ -1,5 +1,5 @@
-#ifndef OCTREE_MAXDEPTH_H
-#define OCTREE_MAXDEPTH_H
+#ifndef FORMATS_MAXDEPTH_H
+#define FORMATS_MAXDEPTH_H
 
 #include <cstdint>
 
