@@ -19,14 +19,14 @@ bool CPntCld::ReadFromFile(const zor::String& sPath)
     ifpstream stream(sPath);
     if (stream.IsFailed())
         return false;
-    const std::int32_t nVersion = stream.ReadNumber<std::int32_t>();
-    const enumPntCldType eType = static_cast<enumPntCldType>(stream.ReadNumber<std::int16_t>());
+    const CNativeHeader header = ReadNativeHeader(stream);
+    const auto eType = static_cast<enumPntCldType>(header.nType);
     // KEPT: that the store took nothing, being loaded already or for want of points, is not told.
     const bool bIsType = ForStore(eType, m_cld, m_cldColor, false,
                                   [&](auto& store)
                                   {
-                                      ReadNative(stream, store);
-                                      store.m_nVersion = nVersion;
+                                      ReadNative(stream, header, store);
+                                      store.m_nVersion = header.nVersion;
                                       return true;
                                   });
     // KEPT: the type stays as read, one that does not exist included. Set last, should memory run out.

@@ -1,6 +1,6 @@
 #include <io/native/ofpstream.h>
 
-#include <formats/NativePrologue.h>
+#include <formats/NativeFormat.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -46,7 +46,7 @@ ofpstream::ofpstream(const zor::String& sPath, const char* pTag, short nVersion)
     if (IsFailed())
         return;
     std::setvbuf(m_pFile.get(), nullptr, _IONBF, 0);
-    Write(c_acPrologue.data(), c_acPrologue.size()); // the file is empty now
+    Write(c_acNativePrologue.data(), c_acNativePrologue.size()); // the file is empty now
 }
 
 ofpstream::~ofpstream()
