@@ -5,8 +5,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// A file read from front to back in blocks: as bytes or words. Memory: one block and the longest word that
@@ -14,6 +16,8 @@
 class CByteReader
 {
 public:
+    using TOnBlock = std::function<void(std::int64_t nPos, std::string_view sBlock)>;
+
     /// @param pFile  a binary stream that nothing has been read from; not null. It is at its start
     /// afterwards,
     ///               and unbuffered.
@@ -27,8 +31,16 @@ public:
     std::int64_t GetSize() const noexcept { return m_nSize; }
     std::int64_t GetPos() const noexcept { return m_nFilePos - static_cast<std::int64_t>(m_nEnd - m_nPos); }
 
-    /// Moves the position; behind the end of the file means to the end.
+    /// Moves the position; behind the end of the file means to the end. Reads nothing again that lies in the
+    /// block at hand.
     void SetPos(std::int64_t nPos);
+
+    /// Reads the block at the position, or offers it again where it is at hand. @return false at the end of
+    /// the file.
+    bool ReadBlockAt(std::int64_t nPos);
+
+    /// @param onBlock  gets each block that is read from now on, whole, and where it stands in the file.
+    void SetOnBlock(TOnBlock onBlock) { m_onBlock = std::move(onBlock); }
 
     /// @return the next byte without taking it; -1 at the end of the file.
     int Peek()
@@ -60,6 +72,7 @@ public:
 
 private:
     bool Fill();
+    void OfferBlock() const;
 
     CFilePtr m_pFile;
     std::int64_t m_nSize = 0;
@@ -68,6 +81,7 @@ private:
     std::size_t m_nPos = 0; // in the block
     std::size_t m_nEnd = 0;
     std::string m_sWord;
+    TOnBlock m_onBlock;
 };
 
 #endif

@@ -1,5 +1,5 @@
+#include <formats/CByteReader.h>
 #include <formats/LasHeader.h>
-#include <host/files/CByteReader.h>
 #include <host/files/IPntSource.h>
 #include <host/output/CFailure.h>
 

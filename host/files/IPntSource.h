@@ -9,16 +9,16 @@
 #include <string>
 #include <vector>
 
+struct CAsciiGridMeaning;
+class CByteReader;
 struct CLasHeader;
+class CPlyMeaning;
 
 namespace zorcld
 {
 
-class CByteReader;
 class CConsole;
 class CInputFile;
-struct CGridHeader;
-struct CPlyLayout;
 
 /// A point as its file has it, coordinates in double precision.
 struct CSourcePnt
@@ -57,9 +57,9 @@ public:
 // Each keeps the parsed head and the reader it is lent, and throws CFailure with the cause when the head
 // tells that the points cannot be read.
 
-std::unique_ptr<IPntSource> MakePlySource(const std::string& sPath, const CPlyLayout& layout,
-                                          const std::string& sCause, CByteReader& reader);
-std::unique_ptr<IPntSource> MakeGridSource(const std::string& sPath, const CGridHeader& header,
+std::unique_ptr<IPntSource> MakePlySource(const std::string& sPath, const CPlyMeaning& meaning,
+                                          CByteReader& reader);
+std::unique_ptr<IPntSource> MakeGridSource(const std::string& sPath, const CAsciiGridMeaning& meaning,
                                            CByteReader& reader);
 std::unique_ptr<IPntSource> MakeLasSource(const std::string& sPath, const CLasHeader& header,
                                           const std::string& sCause, CByteReader& reader);
