@@ -99,14 +99,14 @@ bool CPlyHeader::TakePiece(const std::string& sPiece)
 {
     if (m_eState == State_First)
     {
-        if (sPiece != "ply\n")
+        if (sPiece != c_sPlyFirstLine)
             return false;
         m_eState = State_Format;
     }
     else if (m_eState == State_Format)
     {
         m_sFormat = sPiece;
-        if (sPiece != "format binary_little_endian 1.0\n")
+        if (sPiece != c_sPlyFormatLine)
             return false;
         m_eState = State_Inside;
     }

@@ -6,6 +6,10 @@
 #include <cstdint>
 #include <string_view>
 
+/// The first two lines of the files that the library takes.
+inline constexpr std::string_view c_sPlyFirstLine = "ply\n";
+inline constexpr std::string_view c_sPlyFormatLine = "format binary_little_endian 1.0\n";
+
 enum enumPlyNumber : std::uint8_t
 {
     PlyNumber_Signed,

@@ -1,3 +1,4 @@
+#include <formats/MakePlyHead.h>
 #include <host/output/CFailure.h>
 #include <host/output/GetExtension.h>
 #include <host/output/PntWriter.h>
@@ -8,6 +9,8 @@
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <string>
+#include <vector>
 
 namespace zorcld
 {
@@ -105,14 +108,10 @@ public:
             m_dShift = {CalcShift(summary.box.xmin, summary.box.xmax),
                         CalcShift(summary.box.ymin, summary.box.ymax),
                         CalcShift(summary.box.zmin, summary.box.zmax)};
-        m_chunk.Format("ply\nformat binary_little_endian 1.0\n");
+        std::vector<std::string> vecComments;
         if (!GetNote().empty())
-            m_chunk.Format("comment {}\n", GetNote());
-        m_chunk.Format("element vertex {}\nproperty float x\nproperty float y\nproperty float z\n",
-                       summary.nNumPnts);
-        if (m_bColor)
-            m_chunk.Format("property uchar red\nproperty uchar green\nproperty uchar blue\n");
-        m_chunk.Format("end_header\n");
+            vecComments.push_back(GetNote());
+        m_chunk.Format("{}", MakePlyHead(summary.nNumPnts, m_bColor, vecComments));
     }
 
     void Add(const CCldCadPnt& pnt) override
