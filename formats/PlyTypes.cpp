@@ -10,8 +10,8 @@ const CPlyType* FindPlyType(std::string_view sWord) noexcept
     return pFound == c_aPlyTypes.end() ? nullptr : pFound;
 }
 
-// KEPT: types are told by the start of their name, in the order of the table, so that "int8" is a type of
-// four bytes, and so is "float64".
+// KEPT: types are told by the start of their name, in the order of the table: of the sized names every
+// integer is one of four bytes, and so is every floating number.
 const CPlyType* FindTakenPlyType(std::string_view sText) noexcept
 {
     const auto* const pEnd = c_aPlyTypes.begin() + c_nNumTakenPlyTypes;
