@@ -1,7 +1,6 @@
 #ifndef ZOR3GEOM_CRINGINDEX_H
 #define ZOR3GEOM_CRINGINDEX_H
 
-#include <zor0lang/Export.h>
 #include <zor3geom/PNT_2D.h>
 #include <zor3geom/RECT_2D.h>
 
@@ -29,9 +28,9 @@ public:
 
     /// @param ring  closing edge implied, either way round. Fewer than three points, or a coordinate that is
     ///              not finite: everything is outside.
-    ZOR_API explicit CRingIndex(const std::vector<PNT_2D>& ring);
+    explicit CRingIndex(const std::vector<PNT_2D>& ring);
 
-    ZOR_API enumPlace Find(const PNT_2D& pnt) const noexcept;
+    enumPlace Find(const PNT_2D& pnt) const noexcept;
 
     /// What the ring takes up; inside out, so that it holds nothing, where everything is outside.
     const RECT_2D& GetBox() const noexcept { return m_box; }
