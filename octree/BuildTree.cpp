@@ -99,16 +99,16 @@ public:
 
 private:
     /// Ends of the octants' runs: octant k reaches from bounds[k] to bounds[k + 1].
-    using COctantBounds = std::array<std::int32_t, 9>;
+    using TOctantBounds = std::array<std::int32_t, 9>;
 
-    COctantBounds PartitionOctants(const COcTreeCube& cube, std::int32_t nFirst,
+    TOctantBounds PartitionOctants(const COcTreeCube& cube, std::int32_t nFirst,
                                    std::int32_t nNumPnts) noexcept;
     template <int Axis>
     std::int32_t PartitionRun(std::int32_t nFirst, std::int32_t nEnd, std::int64_t nPlane) noexcept;
     template <int Axis>
     std::int32_t PartitionWithTail(std::int32_t nFirst, std::int32_t nPlane) noexcept;
     std::int32_t MoveTail(std::int32_t nUpper) noexcept;
-    void AddChildren(COcTreeNode& node, const COctantBounds& bounds, std::int32_t nDepth, std::int64_t nEdge);
+    void AddChildren(COcTreeNode& node, const TOctantBounds& bounds, std::int32_t nDepth, std::int64_t nEdge);
 
     static constexpr std::int32_t c_nNoTail = -1; // no run ends there
 
@@ -164,24 +164,24 @@ std::int32_t CTreeBuilder<T>::MoveTail(std::int32_t nUpper) noexcept
 }
 
 template <class T>
-typename CTreeBuilder<T>::COctantBounds CTreeBuilder<T>::PartitionOctants(const COcTreeCube& cube,
+typename CTreeBuilder<T>::TOctantBounds CTreeBuilder<T>::PartitionOctants(const COcTreeCube& cube,
                                                                           std::int32_t nFirst,
                                                                           std::int32_t nNumPnts) noexcept
 {
-    COctantBounds bounds{};
+    TOctantBounds bounds{};
     bounds[0] = nFirst;
     bounds[8] = nFirst + nNumPnts;
-    bounds[4] = PartitionRun<0>(bounds[0], bounds[8], cube.m_nX);
+    bounds[4] = PartitionRun<0>(bounds[0], bounds[8], cube.nX);
     for (const std::size_t i : {0U, 4U})
-        bounds[i + 2] = PartitionRun<1>(bounds[i], bounds[i + 4], cube.m_nY);
+        bounds[i + 2] = PartitionRun<1>(bounds[i], bounds[i + 4], cube.nY);
     for (const std::size_t i : {0U, 2U, 4U, 6U})
-        bounds[i + 1] = PartitionRun<2>(bounds[i], bounds[i + 2], cube.m_nZ);
+        bounds[i + 1] = PartitionRun<2>(bounds[i], bounds[i + 2], cube.nZ);
     return bounds;
 }
 
 /// Makes the node's children block and fills its leaves; inner children are left without children.
 template <class T>
-void CTreeBuilder<T>::AddChildren(COcTreeNode& node, const COctantBounds& bounds, std::int32_t nDepth,
+void CTreeBuilder<T>::AddChildren(COcTreeNode& node, const TOctantBounds& bounds, std::int32_t nDepth,
                                   std::int64_t nEdge)
 {
     const std::int32_t nMaxLeaf = nDepth == c_nMaxDepth         ? std::numeric_limits<std::int32_t>::max()
@@ -216,8 +216,8 @@ template <class T>
 void CTreeBuilder<T>::BuildNode(COcTreeNode& node, std::int32_t nDepth, const COcTreeCube& cube,
                                 std::int32_t nFirst, std::int32_t nNumPnts)
 {
-    const COctantBounds bounds = PartitionOctants(cube, nFirst, nNumPnts);
-    AddChildren(node, bounds, nDepth, cube.m_nEdge);
+    const TOctantBounds bounds = PartitionOctants(cube, nFirst, nNumPnts);
+    AddChildren(node, bounds, nDepth, cube.nEdge);
     for (const COcTreeChild child : node.GetChildren())
     {
         if (child.IsLeaf())

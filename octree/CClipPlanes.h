@@ -38,10 +38,10 @@ private:
 /// A part of the stack of planes: those that the current cube still has to be tested against.
 struct CPlaneRange
 {
-    std::size_t m_nBegin;
-    std::size_t m_nEnd;
+    std::size_t nBegin;
+    std::size_t nEnd;
 
-    bool IsEmpty() const noexcept { return m_nBegin == m_nEnd; }
+    bool IsEmpty() const noexcept { return nBegin == nEnd; }
 };
 
 /// The planes of one clipped query, and the stack on which a walk narrows them down.
@@ -63,7 +63,7 @@ public:
         const double x = static_cast<double>(pnt.m_nX);
         const double y = static_cast<double>(pnt.m_nY);
         const double z = static_cast<double>(pnt.m_nZ);
-        for (std::size_t i = planes.m_nBegin; i < planes.m_nEnd; ++i)
+        for (std::size_t i = planes.nBegin; i < planes.nEnd; ++i)
             if (m_vecPlanes[m_vecStack[i]].IsInFrontOf(x, y, z))
                 return true;
         return false;

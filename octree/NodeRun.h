@@ -7,9 +7,9 @@
 /// number of leaves.
 struct CNodeRun
 {
-    std::int32_t m_nFirst = 0;
-    std::int32_t m_nCount = 0;
-    std::int32_t m_nNumLeaves = 0;
+    std::int32_t nFirst = 0;
+    std::int32_t nCount = 0;
+    std::int32_t nNumLeaves = 0;
 };
 
 /// Cost: one visit of each inner node, none of a leaf but the first and the last.

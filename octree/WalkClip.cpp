@@ -47,8 +47,8 @@ template <class T>
 void CWalkClip<T>::DeliverWhole(const COcTreeNode& node)
 {
     const CNodeRun run = CalcNodeRun(node);
-    m_tree.CountPnts(m_listener.OnRun(run.m_nFirst, run.m_nCount));
-    m_tree.CountLeaves(run.m_nNumLeaves);
+    m_tree.CountPnts(m_listener.OnRun(run.nFirst, run.nCount));
+    m_tree.CountLeaves(run.nNumLeaves);
 }
 
 // KEPT: the point is not tested against the planes; that its leaf's cube is not outside is enough.

@@ -67,13 +67,13 @@ template <class T>
 template <class T>
 void CWalkLod<T>::Step(CSearch& search) const noexcept
 {
-    if (search.m_pNode == nullptr)
+    if (search.pNode == nullptr)
         return;
-    search.m_pLeaf = StepToRepresentative(search.m_pNode);
-    if (search.m_pLeaf != nullptr)
-        m_listener.Prefetch(search.m_pLeaf->m_nFirst);
-    else if (search.m_pNode != nullptr)
-        __builtin_prefetch(search.m_pNode->m_pChildren);
+    search.pLeaf = StepToRepresentative(search.pNode);
+    if (search.pLeaf != nullptr)
+        m_listener.Prefetch(search.pLeaf->m_nFirst);
+    else if (search.pNode != nullptr)
+        __builtin_prefetch(search.pNode->m_pChildren);
 }
 
 /// Ends the search begun first and delivers what it found.
@@ -81,9 +81,9 @@ template <class T>
 void CWalkLod<T>::EndFirst()
 {
     CSearch& search = m_aSearches[m_nNumEnded++ % c_nNumSearches];
-    while (search.m_pNode != nullptr)
+    while (search.pNode != nullptr)
         Step(search);
-    DeliverFirst(search.m_pLeaf);
+    DeliverFirst(search.pLeaf);
 }
 
 /// Delivers the first live point of a leaf; nothing when there is no leaf or no such point.

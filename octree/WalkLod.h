@@ -28,8 +28,8 @@ private:
     /// A search under way: the node to look into, or the leaf found, or neither.
     struct CSearch
     {
-        const COcTreeNode* m_pNode;
-        const COcTreeLeaf* m_pLeaf;
+        const COcTreeNode* pNode;
+        const COcTreeLeaf* pLeaf;
     };
 
     static constexpr unsigned c_nNumSearches = 16; // a power of two

@@ -26,11 +26,6 @@ double CalcGrid(const TPlanBox<double>& box) noexcept
 
 } // namespace
 
-void CGeosRegion::CDestroy::operator()(GEOSGeom_t* pGeometry) const noexcept
-{
-    GEOSGeom_destroy_r(m_pContext, pGeometry);
-}
-
 CGeos::CGeos() : m_pContext(GEOS_init_r())
 {
     if (m_pContext == nullptr)

@@ -29,7 +29,7 @@ CRingIndex::CRingIndex(const std::vector<PNT_2D>& ring) : m_box(1.0, 1.0, -1.0, 
     }
     m_vecInBands.resize(ChooseNumBands());
     m_vecBegin.assign(m_nNumBands + 1, 0);
-    for (const Edge& edge : m_vecEdges)
+    for (const CEdge& edge : m_vecEdges)
         for (std::size_t n = FindFirst(edge); n <= FindLast(edge); ++n)
             ++m_vecBegin[n + 1];
     for (std::size_t n = 0; n < m_nNumBands; ++n)
@@ -50,12 +50,12 @@ std::size_t CRingIndex::FindBand(double y) const noexcept
     return std::min(static_cast<std::size_t>(dShare * static_cast<double>(m_nNumBands)), m_nNumBands - 1);
 }
 
-std::size_t CRingIndex::FindFirst(const Edge& edge) const noexcept
+std::size_t CRingIndex::FindFirst(const CEdge& edge) const noexcept
 {
     return FindBand(std::min(edge.a.y, edge.b.y));
 }
 
-std::size_t CRingIndex::FindLast(const Edge& edge) const noexcept
+std::size_t CRingIndex::FindLast(const CEdge& edge) const noexcept
 {
     return FindBand(std::max(edge.a.y, edge.b.y));
 }
@@ -67,7 +67,7 @@ std::size_t CRingIndex::ChooseNumBands()
     for (m_nNumBands = m_vecEdges.size();; m_nNumBands = (m_nNumBands + 1) / 2)
     {
         std::size_t nTotal = 0;
-        for (const Edge& edge : m_vecEdges)
+        for (const CEdge& edge : m_vecEdges)
             nTotal += FindLast(edge) - FindFirst(edge) + 1;
         if (nTotal <= c_nMaxPerEdge * m_vecEdges.size() || m_nNumBands == 1)
             return nTotal;
@@ -82,7 +82,7 @@ CRingIndex::enumPlace CRingIndex::Find(const PNT_2D& pnt) const noexcept
     const std::size_t nBand = FindBand(pnt.y);
     for (std::size_t i = m_vecBegin[nBand]; i < m_vecBegin[nBand + 1]; ++i)
     {
-        const Edge& edge = m_vecEdges[m_vecInBands[i]];
+        const CEdge& edge = m_vecEdges[m_vecInBands[i]];
         if (pnt.y < std::min(edge.a.y, edge.b.y) || pnt.y > std::max(edge.a.y, edge.b.y) ||
             pnt.x > std::max(edge.a.x, edge.b.x))
             continue;

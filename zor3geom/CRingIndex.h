@@ -36,18 +36,18 @@ public:
     const RECT_2D& GetBox() const noexcept { return m_box; }
 
 private:
-    struct Edge
+    struct CEdge
     {
         PNT_2D a;
         PNT_2D b;
     };
 
     std::size_t FindBand(double y) const noexcept;
-    std::size_t FindFirst(const Edge& edge) const noexcept;
-    std::size_t FindLast(const Edge& edge) const noexcept;
+    std::size_t FindFirst(const CEdge& edge) const noexcept;
+    std::size_t FindLast(const CEdge& edge) const noexcept;
     std::size_t ChooseNumBands();
 
-    std::vector<Edge> m_vecEdges;
+    std::vector<CEdge> m_vecEdges;
     RECT_2D m_box;
     std::size_t m_nNumBands = 1;
     std::vector<std::size_t> m_vecBegin;     // of each band, and the end of the last

@@ -15,7 +15,7 @@ class CStartSearch
 {
 public:
     CStartSearch(const COcTreeIndex& tree, const unsigned char* pBits)
-        : m_pBits(pBits), m_nLimit(tree.GetRootCube().m_nX + tree.GetRootCube().GetHalfEdge())
+        : m_pBits(pBits), m_nLimit(tree.GetRootCube().nX + tree.GetRootCube().GetHalfEdge())
     {
         WalkNode(*tree.m_pRoot, tree.GetRootCube());
     }
@@ -67,8 +67,8 @@ bool CStartSearch::AddLeaf(const COcTreeLeaf& leaf, const COcTreeCube& cube)
         ++i;
     if (i >= GetEnd(leaf))
         return false;
-    m_vecFound.push_back({cube.m_nX - cube.GetHalfEdge(), leaf});
-    m_nLimit = std::min(m_nLimit, cube.m_nX + cube.GetHalfEdge());
+    m_vecFound.push_back({cube.nX - cube.GetHalfEdge(), leaf});
+    m_nLimit = std::min(m_nLimit, cube.nX + cube.GetHalfEdge());
     return true;
 }
 
@@ -82,7 +82,7 @@ void CStartSearch::WalkNode(const COcTreeNode& node, const COcTreeCube& cube)
         if (bFoundWestern && child.GetOctant() >= c_nFirstEastern)
             return;
         const COcTreeCube childCube = cube.GetChild(child.GetOctant());
-        if (childCube.m_nX - childCube.GetHalfEdge() >= m_nLimit)
+        if (childCube.nX - childCube.GetHalfEdge() >= m_nLimit)
             continue;
         if (!child.IsLeaf())
             WalkNode(child.GetNode(), childCube);

@@ -43,8 +43,8 @@ CContourSquare CalcContourSquare(const COcTreeData<T>& store, const COcTreeCube&
 {
     const std::int64_t nHalf = cube.GetHalfEdge();
     return CContourSquare(
-        {CalcCoord(cube.m_nX - nHalf, store.m_fOrgX), CalcCoord(cube.m_nY - nHalf, store.m_fOrgY),
-         CalcCoord(cube.m_nX + nHalf, store.m_fOrgX), CalcCoord(cube.m_nY + nHalf, store.m_fOrgY)});
+        {CalcCoord(cube.nX - nHalf, store.m_fOrgX), CalcCoord(cube.nY - nHalf, store.m_fOrgY),
+         CalcCoord(cube.nX + nHalf, store.m_fOrgX), CalcCoord(cube.nY + nHalf, store.m_fOrgY)});
 }
 
 template CContourSquare CalcContourSquare(const COcTreeData<CTruncPnt>& store,

@@ -37,7 +37,7 @@ void CWalkContour<T>::DeliverWhole(const COcTreeNode& node)
     if (m_store.m_pTree->m_bTiled)
     {
         const CNodeRun run = CalcNodeRun(node);
-        m_listener.OnRun(run.m_nFirst, run.m_nCount);
+        m_listener.OnRun(run.nFirst, run.nCount);
         return;
     }
     for (const COcTreeChild child : node.GetChildren())
