@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <limits>
 
-CGroundDecision::CGroundDecision(CWindowCells& cells, const CMorphRect& rectOwn, float fMaxDiff,
+using zor::geom::TPlanBox;
+
+CGroundDecision::CGroundDecision(CWindowCells& cells, const TPlanBox<float>& boxOwn, float fMaxDiff,
                                  CMorphBuffers& buffers)
-    : m_cells(cells), m_rectOwn(rectOwn), m_fMaxDiff(fMaxDiff), m_buffers(buffers), m_blocks(cells),
+    : m_cells(cells), m_boxOwn(boxOwn), m_fMaxDiff(fMaxDiff), m_buffers(buffers), m_blocks(cells),
       m_bounds(cells, m_blocks)
 {
 }
@@ -40,7 +42,7 @@ std::uint32_t CGroundDecision::DecideCell(std::size_t nCell, int nCol, float fLo
     for (std::uint32_t i = m_cells.GetStart(nCell); i < m_cells.GetStart(nCell + 1); ++i)
     {
         const CCellPnt& pnt = m_cells.GetPnt(i);
-        if (!m_rectOwn.IsInside(pnt.x, pnt.y))
+        if (!m_boxOwn.Contains(pnt))
             continue;
         ++nNumDone;
         vecStays[pnt.nPos] = IsBelow(pnt.z, fLow) ? 1 : 0;
@@ -58,15 +60,15 @@ std::uint32_t CGroundDecision::DecideCell(std::size_t nCell, int nCol, float fLo
     for (std::uint32_t i = m_cells.GetStart(nCell); i < m_cells.GetStart(nCell + 1); ++i)
     {
         const CCellPnt& pnt = m_cells.GetPnt(i);
-        if (m_rectOwn.IsInside(pnt.x, pnt.y) && IsOpen(pnt, fLow, fHigh))
-            vecStays[pnt.nPos] = IsBelow(pnt.z, m_heights->GetHeight(i)) || FindSupport(pnt, nCol) ? 1 : 0;
+        if (m_boxOwn.Contains(pnt) && IsOpen(pnt, fLow, fHigh))
+            vecStays[pnt.nPos] = (IsBelow(pnt.z, m_heights->GetHeight(i)) || FindSupport(pnt, nCol)) ? 1 : 0;
     }
     return nNumDone;
 }
 
 bool CGroundDecision::FindSupport(const CCellPnt& pnt, int nCol)
 {
-    const CWindowBox box = m_cells.CalcBox(pnt.x, pnt.y);
+    const TPlanBox<float> box = m_cells.CalcBox(pnt.x, pnt.y);
     const CWindowRing ring = m_cells.CalcRing(box);
 
     // The row with the greatest bound first: on a slope the answer is mostly there.
@@ -82,8 +84,8 @@ bool CGroundDecision::FindSupport(const CCellPnt& pnt, int nCol)
     return false;
 }
 
-bool CGroundDecision::FindSupportInRow(const CCellPnt& pnt, const CWindowBox& box, const CWindowRing& ring,
-                                       int nRow, int nCol)
+bool CGroundDecision::FindSupportInRow(const CCellPnt& pnt, const TPlanBox<float>& box,
+                                       const CWindowRing& ring, int nRow, int nCol)
 {
     const CWindowReach& reach = m_cells.GetAxisX().GetReach(nCol);
     const bool bRowInside = nRow > ring.nRowMin && nRow < ring.nRowMax;
@@ -102,7 +104,7 @@ bool CGroundDecision::FindSupportInRow(const CCellPnt& pnt, const CWindowBox& bo
 }
 
 // `bInside`: the whole cell is in the window.
-bool CGroundDecision::FindSupportInCell(const CCellPnt& pnt, const CWindowBox& box, bool bInside,
+bool CGroundDecision::FindSupportInCell(const CCellPnt& pnt, const TPlanBox<float>& box, bool bInside,
                                         std::size_t nCell)
 {
     if (!m_heights->IsDone(nCell))
@@ -110,7 +112,7 @@ bool CGroundDecision::FindSupportInCell(const CCellPnt& pnt, const CWindowBox& b
     if (bInside || !IsBelow(pnt.z, m_bounds.GetErodedMax(nCell)))
         return bInside && IsBelow(pnt.z, m_bounds.GetErodedMax(nCell));
     for (std::uint32_t i = m_cells.GetStart(nCell); i < m_cells.GetStart(nCell + 1); ++i)
-        if (IsBelow(pnt.z, m_heights->GetHeight(i)) && box.IsInside(m_cells.GetPnt(i)))
+        if (IsBelow(pnt.z, m_heights->GetHeight(i)) && box.Contains(m_cells.GetPnt(i)))
             return true;
     return false;
 }

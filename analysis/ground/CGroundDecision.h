@@ -22,10 +22,11 @@ class CGroundDecision
 {
 public:
     /// @param cells     the points, sorted; must outlive the object.
-    /// @param rectOwn   points outside it are not decided about.
+    /// @param boxOwn    points outside it are not decided about.
     /// @param fMaxDiff  points with height minus opened height below this stay.
     /// @param buffers   must outlive the object.
-    CGroundDecision(CWindowCells& cells, const CMorphRect& rectOwn, float fMaxDiff, CMorphBuffers& buffers);
+    CGroundDecision(CWindowCells& cells, const zor::geom::TPlanBox<float>& boxOwn, float fMaxDiff,
+                    CMorphBuffers& buffers);
 
     /// Sets `vecStays` to 1 at the positions of the points that stay. Others are left as they are.
     void Decide(std::vector<unsigned char>& vecStays, CMorphProgress& progress);
@@ -39,12 +40,13 @@ private:
                              std::vector<unsigned char>& vecStays);
     bool IsOpen(const CCellPnt& pnt, float fLow, float fHigh) const noexcept;
     bool FindSupport(const CCellPnt& pnt, int nCol);
-    bool FindSupportInRow(const CCellPnt& pnt, const CWindowBox& box, const CWindowRing& ring, int nRow,
-                          int nCol);
-    bool FindSupportInCell(const CCellPnt& pnt, const CWindowBox& box, bool bInside, std::size_t nCell);
+    bool FindSupportInRow(const CCellPnt& pnt, const zor::geom::TPlanBox<float>& box, const CWindowRing& ring,
+                          int nRow, int nCol);
+    bool FindSupportInCell(const CCellPnt& pnt, const zor::geom::TPlanBox<float>& box, bool bInside,
+                           std::size_t nCell);
 
     CWindowCells& m_cells;
-    CMorphRect m_rectOwn;
+    zor::geom::TPlanBox<float> m_boxOwn;
     float m_fMaxDiff;
     CMorphBuffers& m_buffers;
     CBlockMin m_blocks;

@@ -16,14 +16,14 @@ bool HasPlanPosition(const pcl::PointXYZ& pnt) noexcept
 
 bool HasPntInWindow(const CWindowCells& cells, float x, float y)
 {
-    const CWindowBox box = cells.CalcBox(x, y);
+    const zor::geom::TPlanBox<float> box = cells.CalcBox(x, y);
     const CWindowRing ring = cells.CalcRing(box);
     for (int nRow = ring.nRowMin; nRow <= ring.nRowMax; ++nRow)
         for (int nCol = ring.nColMin; nCol <= ring.nColMax; ++nCol)
         {
             const std::size_t nCell = cells.GetCell(nRow, nCol);
             for (std::uint32_t i = cells.GetStart(nCell); i < cells.GetStart(nCell + 1); ++i)
-                if (box.IsInside(cells.GetPnt(i)))
+                if (box.Contains(cells.GetPnt(i)))
                     return true;
         }
     return false;

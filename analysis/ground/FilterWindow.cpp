@@ -21,11 +21,11 @@ constexpr double c_dMinHalves = 16.0;
 
 bool IsWorthDividing(const CMorphRegion& region, float fHalf) noexcept
 {
-    const CMorphRect& rect = region.GetOwnRect();
+    const CMorphRegion::TBox& box = region.GetOwnBox();
     const double dMin = c_dMinHalves * static_cast<double>(fHalf);
     return region.GetDepth() < c_nMaxDepth && region.GetNumPnts() >= c_nMinPnts &&
-           (static_cast<double>(rect.fMaxX) - static_cast<double>(rect.fMinX) > dMin ||
-            static_cast<double>(rect.fMaxY) - static_cast<double>(rect.fMinY) > dMin);
+           (static_cast<double>(box.xmax) - static_cast<double>(box.xmin) > dMin ||
+            static_cast<double>(box.ymax) - static_cast<double>(box.ymin) > dMin);
 }
 
 // Regions still to do are kept in a list, not on the call stack: its length, like the depth, is bounded.
@@ -63,7 +63,7 @@ private:
             return;
         }
         cells.SortPnts(region, m_buffers);
-        CGroundDecision(cells, region.GetOwnRect(), m_fMaxDiff, m_buffers).Decide(m_vecStays, m_progress);
+        CGroundDecision(cells, region.GetOwnBox(), m_fMaxDiff, m_buffers).Decide(m_vecStays, m_progress);
     }
 
     float m_fHalf;
