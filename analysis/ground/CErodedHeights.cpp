@@ -8,7 +8,7 @@ using zor::geom::TPlanBox;
 namespace
 {
 
-// So many points are looked at without a branch sooner than in order of height.
+// It takes less time to look at up to so many points of a cell without a branch than to sort them.
 constexpr std::uint32_t c_nFewPnts = 4;
 
 } // namespace
@@ -78,7 +78,7 @@ void CErodedHeights::ScanPnts(const TPlanBox<float>& box, std::size_t nCell, flo
             fMin = std::min(fMin, box.Contains(m_cells.GetPnt(i)) ? m_cells.GetPnt(i).z : fMin);
         return;
     }
-    // The first one inside is the lowest one inside.
+    // In the order of their heights the first point inside the window is the lowest one inside.
     m_cells.SortByHeight(nCell);
     while (i < nEnd && m_cells.GetPnt(i).z < fMin && !box.Contains(m_cells.GetPnt(i)))
         ++i;

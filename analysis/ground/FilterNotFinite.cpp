@@ -65,7 +65,8 @@ void FilterNotFinite(const CMorphPnts& pnts, const CMorphWindow& window, std::ve
         if (CMorphPnts::IsFinite(pnt))
             continue;
         bool bStays = pnt.z - pnt.z < window.fMaxDiff; // empty window: the point keeps its height
-        // Below a finite surface lies minus infinity alone, and without one the difference is no number.
+        // Of the heights that are not finite, minus infinity alone lies below a finite surface. Where the
+        // window holds no finite point, the difference is not a number.
         if (HasPlanPosition(pnt))
         {
             bStays = pnt.z < 0.0F && pnt.z < window.fMaxDiff;
