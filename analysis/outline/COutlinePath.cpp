@@ -101,7 +101,8 @@ typename COutlinePath<T>::TBox COutlinePath<T>::CalcBlock(std::size_t nLevel,
     return box;
 }
 
-// A level above the first exists as long as it has two items or more, so the topmost has one box.
+// A level above the first exists as long as it has two items or more to stand around, so the topmost level
+// has one box.
 template <class T>
 void COutlinePath<T>::Push(std::int32_t nIndex)
 {
@@ -156,8 +157,8 @@ bool COutlinePath<T>::MeetsSegment(const CCandidate& candidate, std::size_t i) c
            !candidate.MayTouch(from);
 }
 
-/// Does the candidate meet a segment under a box? Bounded: eight levels hold more segments than there
-/// are indices.
+/// Does the candidate meet a segment under a box? The recursion is bounded: eight levels hold more
+/// segments than there are indices.
 template <class T>
 bool COutlinePath<T>::MeetsBlock(const CCandidate& candidate, std::size_t nLevel,
                                  std::size_t nBlock) const noexcept
