@@ -48,7 +48,8 @@ int Run(int nNumArgs, char** pArgs)
     for (const auto& pAddCommand : c_commands)
         pAddCommand(app, console);
     for (CLI::App* pCommand : app.get_subcommands(nullptr))
-        pCommand->add_flag("-q,--quiet", console.m_bQuiet, "No progress bar, no notes: failures only");
+        pCommand->add_flag_callback(
+            "-q,--quiet", [&console] { console.SetQuiet(); }, "No progress bar, no notes: failures only");
 
     const auto isCommand = [&app](const std::string& sName)
     {
@@ -81,7 +82,8 @@ int Run(int nNumArgs, char** pArgs)
 /// The program: its exit status. Nothing is thrown.
 static int RunProgram(int nNumArgs, char** pArgs)
 {
-    std::signal(SIGXFSZ, SIG_IGN); // a file beyond its allowed size is an error of writing like any other
+    static_cast<void>(std::signal(
+        SIGXFSZ, SIG_IGN)); // a file beyond its allowed size is an error of writing like any other
     try
     {
         const int nStatus = Run(nNumArgs, pArgs);

@@ -34,7 +34,7 @@ struct COptions
 /// As a shell takes it for one word, and a command for a file's name.
 std::string Quote(const std::string& sName)
 {
-    const std::string sText = !sName.empty() && sName.front() == '-' ? "./" + sName : sName;
+    std::string sText = !sName.empty() && sName.front() == '-' ? "./" + sName : sName;
     const bool bPlain = std::all_of(sText.begin(), sText.end(),
                                     [](unsigned char c)
                                     {

@@ -12,7 +12,6 @@
 #include <host/output/GetExtension.h>
 #include <host/output/GroupDigits.h>
 #include <host/output/PntWriter.h>
-
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -141,8 +140,8 @@ std::string ConvertPnts(IPntSource& source, const COptions& options, const CCons
     for (const CFinding& finding : source.GetFindings())
         if (!finding.bConvert) // else it goes wrong for others only
             console.Note(fmt::format("{}: {}", options.input.sPath, finding.sText));
-    const std::string sResult = GetExtension(options.sOutPath) == ".cld" ? WriteNative(pnts, options, console)
-                                                                         : WritePly(pnts, options, console);
+    std::string sResult = GetExtension(options.sOutPath) == ".cld" ? WriteNative(pnts, options, console)
+                                                                   : WritePly(pnts, options, console);
     for (const std::string& sNote : pnts.GetNotes())
         console.Note(fmt::format("{}: {}", options.sOutPath, sNote));
     return sResult;

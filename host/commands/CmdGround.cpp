@@ -7,11 +7,10 @@
 #include <host/output/CProgressBar.h>
 #include <host/output/GetExtension.h>
 #include <host/picture/CGroundPicture.h>
+#include <host/picture/CViewColors.h>
 #include <host/picture/PictureOptions.h>
-#include <host/picture/RenderView.h>
 #include <host/query/Query.h>
 #include <host/query/WritePnts.h>
-
 #include <zor4data/CPntCld.h>
 #include <zor4data/IPclProgressListener.h>
 

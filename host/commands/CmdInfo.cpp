@@ -7,7 +7,6 @@
 #include <host/output/GroupDigits.h>
 #include <host/query/CalcDensity.h>
 #include <host/query/Query.h>
-
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -16,7 +15,6 @@
 
 #include <array>
 #include <memory>
-
 #include <sys/resource.h>
 
 namespace zorcld

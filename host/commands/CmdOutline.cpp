@@ -6,13 +6,14 @@
 #include <host/output/CProgressBar.h>
 #include <host/output/GetExtension.h>
 #include <host/output/PntWriter.h>
+#include <host/picture/CViewColors.h>
 #include <host/picture/PictureOptions.h>
 #include <host/picture/RenderView.h>
+#include <host/query/CEachPnt.h>
 #include <host/query/CalcDensity.h>
 #include <host/query/ParseNumbers.h>
 #include <host/query/Query.h>
-#include <host/shapes/Shapes.h>
-
+#include <host/shapes/WriteShapes.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -103,12 +104,15 @@ COutline FindOutline(const CPntCld& cloud, const COptions& options, const CConso
     if (!(dSpacing > 0.0))
         throw CFailure(options.input.sPath, "covers no area: --distance auto has nothing to go by");
     double dFactor = c_dSpacings;
-    for (int i = 0; i < c_nTries; ++i, dFactor *= 2.0)
+    for (int i = 0; i < c_nTries; ++i)
+    {
         if (WalkOutline(cloud, console, RoundToThreeDigits(dFactor * dSpacing), outline))
         {
             outline.sHow = fmt::format(" ({:g} times the mean plan spacing of {:.4g})", dFactor, dSpacing);
             return outline;
         }
+        dFactor *= 2.0;
+    }
     throw CFailure(options.input.sPath,
                    fmt::format("has no closed outline at distances from {:.4g} to {:.4g}",
                                c_dSpacings * dSpacing, outline.dDistance));

@@ -1,17 +1,17 @@
 #include <host/commands/Commands.h>
 #include <host/files/LoadCloud.h>
+#include <host/output/ByteFromShare.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
 #include <host/output/COutFile.h>
 #include <host/output/GetExtension.h>
+#include <host/picture/CViewColors.h>
 #include <host/picture/PictureOptions.h>
 #include <host/picture/RenderProfile.h>
-#include <host/picture/RenderView.h>
+#include <host/query/CEachPnt.h>
 #include <host/query/FormatPlan.h>
 #include <host/query/PlanQuery.h>
-#include <host/query/Query.h>
-#include <host/shapes/Shapes.h>
-
+#include <host/shapes/WriteShapes.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -71,13 +71,13 @@ void WriteCsv(const CProfile& profile, bool bColor, COutFile& out)
 {
     std::string sText =
         bColor ? "distance,height,offset,x,y,red,green,blue\n" : "distance,height,offset,x,y\n";
-    const auto byte = [](float f) { return std::lround(std::clamp(f, 0.0F, 1.0F) * 255.0F); };
     for (const CProfilePnt& pnt : profile.vecPnts)
     {
         sText += fmt::format("{:.4f},{:.4f},{:.4f},{:.4f},{:.4f}", pnt.dAlong, pnt.pnt.m_pnt.z, pnt.dAcross,
                              pnt.pnt.m_pnt.x, pnt.pnt.m_pnt.y);
         if (bColor)
-            sText += fmt::format(",{},{},{}", byte(pnt.pnt.m_fR), byte(pnt.pnt.m_fG), byte(pnt.pnt.m_fB));
+            sText += fmt::format(",{},{},{}", ByteFromShare(pnt.pnt.m_fR), ByteFromShare(pnt.pnt.m_fG),
+                                 ByteFromShare(pnt.pnt.m_fB));
         sText += '\n';
     }
     out.Write(sText);

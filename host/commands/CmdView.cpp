@@ -5,13 +5,13 @@
 #include <host/output/CFailure.h>
 #include <host/output/COutFile.h>
 #include <host/output/GetExtension.h>
+#include <host/picture/CViewColors.h>
 #include <host/picture/PictureOptions.h>
 #include <host/picture/RenderView.h>
 #include <host/query/FormatPlan.h>
 #include <host/query/ParseNumbers.h>
 #include <host/query/Query.h>
-#include <host/shapes/Shapes.h>
-
+#include <host/shapes/ReadShapes.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>

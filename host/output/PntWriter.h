@@ -2,7 +2,6 @@
 #define HOST_OUTPUT_PNTWRITER_H
 
 #include <host/output/COutFile.h>
-
 #include <zor3geom/PNT_3D.h>
 #include <zor3geom/RECT_3D.h>
 #include <zor4data/CCldCadPnt.h>

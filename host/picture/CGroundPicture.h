@@ -1,6 +1,7 @@
 #ifndef HOST_PICTURE_CGROUNDPICTURE_H
 #define HOST_PICTURE_CGROUNDPICTURE_H
 
+#include <host/picture/CScreenPnt.h>
 #include <host/picture/ViewRaster.h>
 
 #include <cstdint>

@@ -1,7 +1,7 @@
 #ifndef HOST_PICTURE_CPEN_H
 #define HOST_PICTURE_CPEN_H
 
-#include <host/picture/CPntRaster.h>
+#include <host/picture/CRgb.h>
 
 #include <cairo.h>
 
@@ -14,19 +14,7 @@ namespace zorcld
 /// Sizes of labels follow the picture's: how many times their common size they have.
 double CalcZoom(int nWidth, int nHeight);
 
-/// The largest of 1, 2, 5, 10, 20, 50... that is at most `d`.
-double RoundDown(double d);
-
-/// A mark on a scale.
-struct CTick
-{
-    double dValue;
-    std::string sLabel;
-};
-
-/// Marks at the multiples of `dStep` from `dMin` to `dMax`.
-std::vector<CTick> MakeTicks(double dMin, double dMax, double dStep);
-
+/// The number with the unit behind it, where there is one.
 std::string WithUnit(const std::string& sNumber, const std::string& sUnit);
 
 /// A place on a picture, pixels.

@@ -1,4 +1,4 @@
-#include <host/picture/CPntRaster.h>
+#include <host/picture/DrawPnts.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
-#include <host/output/CFailure.h>
 #include <host/picture/PictureOptions.h>
-#include <host/picture/RenderView.h>
-#include <host/query/ParseNumbers.h>
 
+#include <host/output/CFailure.h>
+#include <host/picture/CViewColors.h>
+#include <host/query/ParseNumbers.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>

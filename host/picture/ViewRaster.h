@@ -3,6 +3,7 @@
 
 #include <host/picture/CCamera.h>
 #include <host/picture/CPntRaster.h>
+#include <host/picture/CScreenPnt.h>
 #include <host/query/Query.h>
 
 #include <cstdint>

@@ -1,10 +1,10 @@
+#include <host/query/PlanQuery.h>
+
 #include <host/output/CFailure.h>
+#include <host/query/CEachPnt.h>
 #include <host/query/CPlanRegion.h>
 #include <host/query/ParseNumbers.h>
-#include <host/query/PlanQuery.h>
-#include <host/query/Query.h>
-#include <host/shapes/Shapes.h>
-
+#include <host/shapes/ReadShapes.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
