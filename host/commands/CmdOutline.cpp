@@ -4,6 +4,7 @@
 #include <host/output/CFailure.h>
 #include <host/output/COutFile.h>
 #include <host/output/CProgressBar.h>
+#include <host/output/FormatCount.h>
 #include <host/output/GetExtension.h>
 #include <host/output/PntWriter.h>
 #include <host/picture/CViewColors.h>
@@ -68,7 +69,7 @@ double ParseDistance(const std::string& sDistance)
         return 0.0;
     const double dDistance = ParseNumbers(sDistance, ',', 1, "--distance").front();
     if (!(dDistance > 0.0))
-        throw CUsageError("--distance: not above 0");
+        throw CUsageError("--distance: the distance is not above 0");
     return dDistance;
 }
 
@@ -118,7 +119,7 @@ COutline FindOutline(const CPntCld& cloud, const COptions& options, const CConso
                                c_dSpacings * dSpacing, outline.dDistance));
 }
 
-/// To hundredths, and small ones, in degrees for example, to five digits.
+/// Sizes are shown to hundredths; small ones, of degrees for example, to five digits.
 std::string FormatSize(double d)
 {
     return d < 100.0 ? fmt::format("{:.5g}", d) : fmt::format("{:.2f}", d);
@@ -180,8 +181,9 @@ void MakeOutline(const COptions& options, const CConsole& console)
     else
         DrawOutline(options, cloud, colors, outline, out);
     out.Commit();
-    fmt::print("{}: {} corners, length {}, area {}, distance {:.10g}{}\n", options.sOutPath, ring.size(),
-               FormatSize(dLength), FormatSize(dArea), outline.dDistance, outline.sHow);
+    fmt::print("{}: {} {}, length {}, area {}, distance {:.10g}{}\n", options.sOutPath, ring.size(),
+               WithPlural("corner", static_cast<std::int64_t>(ring.size())), FormatSize(dLength),
+               FormatSize(dArea), outline.dDistance, outline.sHow);
 }
 
 } // namespace

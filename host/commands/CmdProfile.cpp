@@ -4,6 +4,7 @@
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
 #include <host/output/COutFile.h>
+#include <host/output/FormatCount.h>
 #include <host/output/GetExtension.h>
 #include <host/picture/CViewColors.h>
 #include <host/picture/PictureOptions.h>
@@ -42,7 +43,7 @@ CPlanLine ParseCorridor(const std::string& sLine)
     if (!(line.dWidth > 0.0))
         throw CUsageError("--line: the width is not above 0");
     if (line.p1.x == line.p2.x && line.p1.y == line.p2.y)
-        throw CUsageError("--line: begins and ends at one place");
+        throw CUsageError("--line: the line begins and ends at one place");
     return line;
 }
 
@@ -132,10 +133,12 @@ void MakeProfile(const COptions& options, const CConsole& console)
     else
         DrawProfile(options, profile, colors, out);
     out.Commit();
-    if (profile.vecPnts.empty())
+    const auto nNumPnts = static_cast<std::int64_t>(profile.vecPnts.size());
+    if (nNumPnts == 0)
         console.Note(
             fmt::format("{}: no point lies along the line: {}", options.input.sPath, FormatPlan(cloud)));
-    fmt::print("{}: {} points along {:.6g}\n", options.sOutPath, profile.vecPnts.size(), profile.dLength);
+    fmt::print("{}: {} {} along {:.6g}\n", options.sOutPath, nNumPnts, WithPlural("point", nNumPnts),
+               profile.dLength);
 }
 
 } // namespace

@@ -42,7 +42,8 @@ extern "C" void RemoveAndEnd(int nSignal)
     static_cast<void>(std::raise(nSignal));
 }
 
-/// A signal that the caller ignores, as nohup does, stays ignored.
+/// Has a signal that ends the program remove the file; one that the caller ignores, as nohup does, stays
+/// ignored.
 void Watch(const std::string& sPath)
 {
     const auto pFree = std::find_if(g_watched.begin(), g_watched.end(),

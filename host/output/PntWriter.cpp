@@ -82,8 +82,8 @@ private:
     bool m_bColor;
 };
 
-/// How much of a coordinate between the two is to be taken off so that a float holds what is left to
-/// half a millimetre of a metre: a round number near the smaller one, or 0.
+/// What is to be taken off coordinates between the two so that floats hold the rest to 1/2000 of a unit: a
+/// round number near the smaller one, or 0.
 double CalcShift(double dMin, double dMax)
 {
     constexpr double c_dFloatReach = 8192.0; // floats lie less than 1/1000 apart up to here

@@ -1,6 +1,7 @@
 #include <host/picture/CGroundPicture.h>
 
 #include <host/output/COutFile.h>
+#include <host/output/FormatCount.h>
 #include <host/output/GroupDigits.h>
 #include <host/picture/CPicture.h>
 #include <host/picture/DrawOverlay.h>
@@ -103,8 +104,8 @@ std::string CGroundPicture::FormatShare() const
     const double dShare =
         m_nNumPnts[0] > 0 ? 100.0 * static_cast<double>(m_nNumPnts[1]) / static_cast<double>(m_nNumPnts[0])
                           : 0.0;
-    return fmt::format("{} of {} points are ground ({:.1f} %)", GroupDigits(m_nNumPnts[1]),
-                       GroupDigits(m_nNumPnts[0]), dShare);
+    return fmt::format("{} of {} {} ground ({:.1f} %)", GroupDigits(m_nNumPnts[1]),
+                       FormatCount(m_nNumPnts[0], "point"), m_nNumPnts[1] == 1 ? "is" : "are", dShare);
 }
 
 void CGroundPicture::Write(COutFile& out)

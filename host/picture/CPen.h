@@ -11,7 +11,7 @@
 namespace zorcld
 {
 
-/// Sizes of labels follow the picture's: how many times their common size they have.
+/// How many times their common size labels have on a picture of this size, pixels.
 double CalcZoom(int nWidth, int nHeight);
 
 /// The number with the unit behind it, where there is one.
@@ -38,18 +38,19 @@ public:
     void SetFont(double dSize, bool bBold);
     double CalcTextWidth(const std::string& sText) const;
 
+    /// Writes a line of text whose foot lies at y.
     /// @param dAlign  0: the text begins at x, 0.5: its middle lies there, 1: it ends there.
     void Text(double x, double y, double dAlign, const std::string& sText, double dAlpha = 0.95);
 
-    /// Upwards, with its middle at y.
+    /// Writes upwards; the middle of the text lies at y.
     void TextUpwards(double x, double y, const std::string& sText, double dAlpha = 0.95);
 
     void Rect(double x, double y, double dWidth, double dHeight, const CRgb& color, double dAlpha = 1.0);
 
-    /// Dark, half transparent, with round corners.
+    /// Draws a dark, half transparent rectangle with round corners.
     void Panel(double x, double y, double dWidth, double dHeight);
 
-    /// Lines from place to place of each path.
+    /// Draws lines from place to place of each path.
     void Paths(const std::vector<std::vector<CPixel>>& vecPaths, double dWidth, const CRgb& color,
                double dAlpha = 1.0);
 

@@ -1,7 +1,7 @@
 #include <host/picture/RenderProfile.h>
 
 #include <host/output/COutFile.h>
-#include <host/output/GroupDigits.h>
+#include <host/output/FormatCount.h>
 #include <host/picture/CPen.h>
 #include <host/picture/CPicture.h>
 #include <host/picture/DrawAxes.h>
@@ -85,8 +85,8 @@ std::vector<CScreenPnt> PlacePnts(const CProfile& profile, CHeightColors* pColor
 
 std::string FormatSubtitle(const CProfile& profile, double dExaggeration, const std::string& sUnit)
 {
-    std::string sText = fmt::format("{} points up to {} beside the line",
-                                    GroupDigits(static_cast<std::int64_t>(profile.vecPnts.size())),
+    std::string sText = fmt::format("{} up to {} beside the line",
+                                    FormatCount(static_cast<std::int64_t>(profile.vecPnts.size()), "point"),
                                     WithUnit(fmt::format("{:.6g}", 0.5 * profile.dWidth), sUnit));
     if (dExaggeration != 1.0)
         sText += fmt::format(", heights drawn {:g} times as large", dExaggeration);

@@ -1,7 +1,7 @@
 #include <host/picture/RenderView.h>
 
 #include <host/output/COutFile.h>
-#include <host/output/GroupDigits.h>
+#include <host/output/FormatCount.h>
 #include <host/picture/CPicture.h>
 #include <host/picture/CViewColors.h>
 #include <host/picture/DrawOverlay.h>
@@ -59,8 +59,8 @@ std::vector<std::vector<CPixel>> PlaceShapes(const CShapes& shapes, const CView&
 std::string FormatSubtitle(const CPntCld& cloud, const CViewResult& result)
 {
     if (result.nNumPnts == cloud.GetNumPnts())
-        return GroupDigits(result.nNumPnts) + " points";
-    return GroupDigits(result.nNumPnts) + " of " + GroupDigits(cloud.GetNumPnts()) + " points";
+        return FormatCount(result.nNumPnts, "point");
+    return GroupDigits(result.nNumPnts) + " of " + FormatCount(cloud.GetNumPnts(), "point");
 }
 
 } // namespace
