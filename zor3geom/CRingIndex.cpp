@@ -23,8 +23,7 @@ CRingIndex::CRingIndex(const std::vector<PNT_2D>& ring) : m_box(1.0, 1.0, -1.0, 
     m_vecEdges.reserve(ring.size());
     for (const PNT_2D& end : ring)
     {
-        m_box = RECT_2D(std::min(m_box.xmin, end.x), std::min(m_box.ymin, end.y), std::max(m_box.xmax, end.x),
-                        std::max(m_box.ymax, end.y));
+        m_box.Add(end.x, end.y);
         m_vecEdges.push_back({start, end});
         start = end;
     }
@@ -77,7 +76,7 @@ std::size_t CRingIndex::ChooseNumBands()
 
 CRingIndex::enumPlace CRingIndex::Find(const PNT_2D& pnt) const noexcept
 {
-    if (!(pnt.x >= m_box.xmin && pnt.x <= m_box.xmax && pnt.y >= m_box.ymin && pnt.y <= m_box.ymax))
+    if (!m_box.Contains(pnt))
         return enumPlace::Outside;
     bool bInside = false;
     const std::size_t nBand = FindBand(pnt.y);
