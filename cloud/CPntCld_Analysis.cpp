@@ -11,7 +11,8 @@ bool CPntCld::CalcCnt(IDlgProgress* pProgress, IPntCldListener* pListener, doubl
 }
 
 // KEPT: the filter counts the live points, and its positions are taken as indices of the store: with points
-// marked deleted and not yet removed the two are not the same.
+// marked deleted and not yet removed the two are not the same
+// (Morph_PositionsAmongTheLiveAreIndicesOfAll_Kept).
 void CPntCld::Morph(IPclProgressListener* pListener)
 {
     CPclManager manager;

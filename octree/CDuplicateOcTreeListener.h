@@ -10,7 +10,8 @@
 /// Visitor that marks duplicates deleted: of the points of one leaf that share x and y, all but the
 /// first.
 ///
-/// KEPT: heights are not compared, and points of different leaves never meet.
+/// KEPT: heights are not compared, and points of different leaves never meet
+/// (SamePlace_FirstStaysWhateverTheHeight_Kept, SamePlaceInTwoLeaves_BothStay_Kept).
 template <class T>
 class CDuplicateOcTreeListener final : public IOcTreeListener<T>
 {

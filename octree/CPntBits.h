@@ -11,7 +11,7 @@ namespace CPntBits
 {
 
 /// Bytes of a set of `nNumPnts` points.
-/// KEPT: one more than needed when the count is a multiple of 8.
+/// KEPT: one more than needed when the count is a multiple of 8 (GetNumBytes_EighthAndOneMore_Kept).
 inline std::size_t GetNumBytes(std::int32_t nNumPnts) noexcept
 {
     return static_cast<std::size_t>(nNumPnts) / 8 + 1;

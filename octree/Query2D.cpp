@@ -69,7 +69,8 @@ void CQuery2D<T>::GetPnts2D(double xmin, double ymin, double xmax, double ymax) 
 }
 
 // KEPT: a point at an end of the line is delivered by the end search and again by the corridor, and the
-// corridor, a query of its own, tells the colour listener the height range a second time.
+// corridor, a query of its own, tells the colour listener the height range a second time
+// (NearLine_EndsInTheCorridorComeTwice_Kept, NearLine_SecondSetZRangeForTheCorridor_Kept).
 template <class T>
 void CQuery2D<T>::FindPnts2D_NearLine(const PNT_2D& p1, const PNT_2D& p2, double dist, bool bStart,
                                       bool bEnd) const
@@ -103,16 +104,16 @@ void CQuery2D<T>::FindCorridor(const PNT_2D& p1, const PNT_2D& p2, double dist) 
     CQuery3D<T>(m_store, m_pListener, c_nBatch).GetPnts_Clip(vecPlanes);
 }
 
-// KEPT: in straddling leaves the test is the other way round: squares inside the contour deliver all, and
-// of the leaves on it come the points outside.
+// KEPT: in straddling leaves the test is the other way round: squares inside the contour deliver all, and of
+// the leaves on it come the points outside (IntCnt_DeliversTheOutsideOfStraddlingLeaves_Kept).
 template <class T>
 void CQuery2D<T>::FindPnts2D_IntCnt(const std::vector<PNT_2D>& contour) const
 {
     FindContour(m_store, m_pListener, {contour, {}}, enumContourLeaf::OutsideRing);
 }
 
-// KEPT: with holes given, a point of a straddling leaf that lies in the outer ring is taken to lie in a
-// hole: such leaves deliver nothing.
+// KEPT: with holes given, a point of a straddling leaf that lies in the outer ring is taken to lie in a hole:
+// such leaves deliver nothing (Cnts_HoleDropsEveryStraddlingLeaf_Kept).
 template <class T>
 void CQuery2D<T>::FindPnts2D_Cnts(const std::vector<PNT_2D>& outer,
                                   const std::vector<std::vector<PNT_2D>>& holes) const

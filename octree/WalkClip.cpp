@@ -51,7 +51,8 @@ void CWalkClip<T>::DeliverWhole(const COcTreeNode& node)
     m_tree.CountLeaves(run.m_nNumLeaves);
 }
 
-// KEPT: the point is not tested against the planes; that its leaf's cube is not outside is enough.
+// KEPT: the point is not tested against the planes; that its leaf's cube is not outside is enough
+// (LodClip_PointOfALeafIsNotTested_Kept).
 template <class T>
 void CWalkClip<T>::DeliverFirst(const COcTreeLeaf& leaf)
 {

@@ -14,8 +14,8 @@ template <class T>
 class CWalkLod
 {
 public:
-    /// @param nLimit  depth at which cubes give one point. KEPT: a value below 0 is never met, so that
-    ///                every live point is delivered.
+    /// @param nLimit  depth at which cubes give one point. KEPT: a value below 0 is never met, so that every
+    ///                live point is delivered (Lod_LargerThanTheTreeGivesEverything_Kept).
     CWalkLod(COcTreeIndex& tree, COcTreeListener<T>& listener, std::int64_t nLimit)
         : m_tree(tree), m_listener(listener), m_nLimit(nLimit)
     {

@@ -25,8 +25,9 @@ public:
         return IsRoot(nParent) ? nParent : Compress(nIndex);
     }
 
-    /// Joins the clusters of two points. The first one's root becomes the root of both, whatever their
-    /// sizes: the outcome does not depend on how a cluster grew.
+    /// Joins the clusters of two points.
+    /// KEPT: the first one's root becomes the root of both, whatever their sizes: the outcome does not depend
+    /// on how a cluster grew (Join_FirstRootWins_Kept).
     void Join(std::int32_t nFirst, std::int32_t nSecond) noexcept
     {
         const std::int32_t nRoot = FindRoot(nFirst);

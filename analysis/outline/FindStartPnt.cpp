@@ -25,7 +25,8 @@ public:
     std::int32_t FindPnt(const T* pPnts) const
     {
         std::int32_t nStart = -1;
-        // KEPT: a point on the limit itself does not count.
+        // KEPT: a point on the limit itself does not count (PntsOnTheLimitDoNotCount_Kept,
+        // NoneWithoutExtent_Kept).
         std::int64_t nBest = m_nLimit;
         for (const CFoundLeaf& found : m_vecFound)
         {
@@ -78,7 +79,8 @@ void CStartSearch::WalkNode(const COcTreeNode& node, const COcTreeCube& cube)
     bool bFoundWestern = false;
     for (const COcTreeChild child : node.GetChildren())
     {
-        // KEPT: leaves found deeper down do not keep the search from the eastern children.
+        // Leaves found deeper down do not end the search here, but have moved the limit to where the eastern
+        // children begin, or farther west.
         if (bFoundWestern && child.GetOctant() >= c_nFirstEastern)
             return;
         const COcTreeCube childCube = cube.GetChild(child.GetOctant());

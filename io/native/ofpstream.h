@@ -31,7 +31,8 @@ public:
     ofpstream& operator=(const ofpstream&) = delete;
 
     /// @return whether the file could not be opened.
-    /// KEPT: whether the bytes arrive is not told. After the first that did not, nothing more is written.
+    /// KEPT: whether the bytes arrive is not told. After the first that did not, nothing more is written
+    /// (FullDisk_Kept, WriteToFile_FullDisk_Kept).
     bool IsFailed() const noexcept { return m_pFile == nullptr; }
 
     void Write(const void* pBytes, std::size_t nNumBytes) noexcept;

@@ -47,7 +47,8 @@ private:
     void Deliver(IPntCldReadListener& listener, const unsigned char* pBytes) const
     {
         const auto Coord = [&](enumPlyRole eRole) { return CoordFromBytes(pBytes + m_anOffset[eRole]); };
-        // KEPT: the first byte, whatever type the property has: only a "uchar" gives its value.
+        // KEPT: the first byte, whatever type the property has: only a "uchar" gives its value
+        // (Read_ColorsAreTheFirstByte_Kept).
         const auto Channel = [&](enumPlyRole eRole) { return pBytes[m_anOffset[eRole]]; };
         if constexpr (WithColor)
             listener.OnReadPnt(Coord(PlyRole_X), Coord(PlyRole_Y), Coord(PlyRole_Z), Channel(PlyRole_Red),
@@ -56,7 +57,8 @@ private:
             listener.OnReadPnt(Coord(PlyRole_X), Coord(PlyRole_Y), Coord(PlyRole_Z));
     }
 
-    // KEPT: four bytes as a 32-bit float, whatever type the property has: only a "float" gives its value.
+    // KEPT: four bytes as a 32-bit float, whatever type the property has: only a "float" gives its value
+    // (Read_DoubleCoordinatesAreTakenAsFloats_Kept, Read_IntegerCoordinatesAreTakenAsFloats_Kept).
     static float CoordFromBytes(const unsigned char* pBytes)
     {
         float f = 0.0F;

@@ -12,7 +12,9 @@ using zor::geom::TMultiPartPolygon;
 namespace
 {
 
-constexpr double c_dNearSquared = 0.1;     // KEPT: a squared distance, coordinate units squared
+// KEPT: a squared distance, coordinate units squared (Cnts_CutNearTheCornersCountsAsNone_Kept,
+// Cnts_SmallCloudIsOutsideWhateverIsCut_Kept)
+constexpr double c_dNearSquared = 0.1;
 constexpr double c_dSurelyFar = 0.34;      // farther than its root, with room for rounding
 constexpr std::size_t c_nSmallRegion = 64; // points up to which clipping a region down does not pay
 
