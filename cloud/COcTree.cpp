@@ -31,12 +31,11 @@ bool COcTree<T>::Init(std::int32_t nNumPnts)
 template <class T>
 bool COcTree<T>::ComputeTree()
 {
-    // KEPT: slots not filled yet are points at the origin, and the marks of all points stay where they are
-    // while the points move (ComputeTree_CountsUnfilledSlotsAsTheOrigin_Kept,
-    // ComputeTree_LeavesTheMarks_Kept).
+    // KEPT: slots not filled yet are points at the origin, and the points move (L5) while the marks stay
+    // where they are (ComputeTree_CountsUnfilledSlotsAsTheOrigin_Kept, ComputeTree_LeavesTheMarks_Kept).
     COcTreeIndex tree = BuildTree(this->m_pPnts.get(), this->m_nNumPnts);
     const bool bHasRoot = tree.m_pRoot != nullptr;
-    // Copies share the array that was just reordered: they must see the tree that goes with it. A tree
+    // L9: copies share the array that was just reordered, and must see the tree that goes with it. A tree
     // without a root goes with no array, so that copies may by now hold arrays of their own.
     if (this->m_pTree != nullptr && this->m_pTree->m_pRoot != nullptr)
         *this->m_pTree = std::move(tree);
@@ -69,7 +68,7 @@ void COcTree<T>::FinishReading()
 template <class T>
 std::int32_t COcTree<T>::GetNumPnts() const noexcept
 {
-    // KEPT: slots announced to Init count whether they have been filled or not
+    // KEPT: slots announced to Init count, whether they have been filled or not
     // (GetNumPnts_IsTheNumberAnnounced_Kept).
     if (!this->m_bHasDel)
         return this->m_nNumPnts;
@@ -107,7 +106,7 @@ static std::vector<int> ListIndices(std::int32_t nNumPnts, F isKept)
     return vecIndices;
 }
 
-// The marks themselves are not set on the way: should memory run out, nothing has changed.
+// No point is marked deleted on the way: should memory run out, nothing has changed.
 template <class T>
 void COcTree<T>::DelSelPnts()
 {
@@ -134,7 +133,7 @@ void COcTree<T>::KeepPnts(const std::vector<int>& vecIndices)
         pPnts[static_cast<std::ptrdiff_t>(i)] = this->m_pPnts[vecIndices[i]];
     auto pSelBits = CPntBits::MakeClear(nNumPnts);
     auto pDelBits = CPntBits::MakeClear(nNumPnts);
-    // A tree of its own, not the old one's contents replaced: copies keep the old array and its tree.
+    // L9: the tree is a new one, not the old one with new contents: copies keep the old array and its tree.
     auto pTree = std::make_shared<COcTreeIndex>(BuildTree(pPnts.get(), nNumPnts));
 
     this->m_pPnts = std::move(pPnts);

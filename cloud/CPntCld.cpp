@@ -16,7 +16,7 @@ CPntCld::~CPntCld() = default;
 
 CPntCld& CPntCld::operator=(const CPntCld& other)
 {
-    zor::String sFilePath = other.m_sFilePath; // the only part that can fail comes first
+    zor::String sFilePath = other.m_sFilePath; // the only copy that can fail is made first
     m_eType = other.m_eType;
     m_cld = other.m_cld;
     m_cldColor = other.m_cldColor;

@@ -18,7 +18,7 @@ class CDuplicateOcTreeListener final : public IOcTreeListener<T>
 public:
     explicit CDuplicateOcTreeListener(COcTreeData<T>& store) : m_store(store) {}
 
-    /// The points of a leaf are a run of the array: its first one and their number say them all.
+    /// L1: the points of a leaf are one run of the array, so that its first point and its length are enough.
     void OnPnt(std::int32_t nIndex) override
     {
         if (m_nCount++ == 0)

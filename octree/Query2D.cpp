@@ -26,7 +26,7 @@ void FindContour(const COcTreeData<T>& store, IPntCldListener* pListener, const 
                  enumContourLeaf eLeaf)
 {
     if (store.m_pTree == nullptr)
-        return; // nothing at all, not even the height range
+        return; // no call at all, not even of SetZRange
     COcTreeListener<T> listener(pListener, store, c_nBatch);
     if (store.m_pTree->m_pRoot != nullptr)
         CWalkContour<T>(store, listener, polygon, eLeaf).Walk();
@@ -46,7 +46,8 @@ void FindEnd(const COcTreeData<T>& store, COcTreeListener<T>& listener, const PN
         listener.OnPnt(nFound);
 }
 
-/// The two places at parameters ±t of the line from `from` to `to` after a quarter turn about `from`.
+/// Calculates the two places at parameters ±t of the line from `from` to `to` after a quarter turn about
+/// `from`.
 void CalcAcross(const PNT_2D& from, const PNT_2D& to, double t, PNT_3D& plus, PNT_3D& minus)
 {
     PAR_LINE_2D line(from, to);
@@ -85,8 +86,8 @@ void CQuery2D<T>::FindPnts2D_NearLine(const PNT_2D& p1, const PNT_2D& p2, double
     listener.OnLeafEnd();
 }
 
-/// The points in the rectangle that reaches `dist` to either side of the segment and ends with it. A line
-/// without length has no corridor, one whose corners are no finite numbers an empty one.
+/// Delivers the points in the rectangle that reaches `dist` to either side of the segment and ends with it. A
+/// line without length has no corridor; a corridor whose corners are not finite numbers holds nothing.
 template <class T>
 void CQuery2D<T>::FindCorridor(const PNT_2D& p1, const PNT_2D& p2, double dist) const
 {

@@ -47,7 +47,7 @@ private:
     COcTreeListener<T>& m_listener;
     std::int64_t m_nLimit;
     CSearch m_aSearches[c_nNumSearches] = {};
-    unsigned m_nNumBegun = 0; // counts on past its end
+    unsigned m_nNumBegun = 0; // wraps around, which differences and remainders allow
     unsigned m_nNumEnded = 0;
 };
 

@@ -26,7 +26,7 @@ public:
         ++m_pStart;
     }
 
-    // from_chars takes a minus of its own: a second sign ends the text instead.
+    // A second sign ends the text: from_chars alone would take it for the number's own.
     bool HasSecondSign() const { return m_pStart != m_pEnd && *m_pStart == '-'; }
 
     const char* m_pStart;
@@ -77,7 +77,7 @@ long LongDaStringNullZero(const std::string& sText)
     const CUnsignedText text(sText);
     if (text.HasSecondSign())
         return 0;
-    // With its sign: the lowest long has no positive counterpart.
+    // The sign is read with the digits: the lowest long has no positive counterpart.
     const char* const pStart = text.m_bNegative ? text.m_pStart - 1 : text.m_pStart;
     long n = 0;
     if (std::from_chars(pStart, text.m_pEnd, n).ec != std::errc::result_out_of_range)

@@ -40,7 +40,7 @@ inline int CalcLasProgress(std::int64_t nDelivered, std::int32_t nAnnounced) noe
 /// Delivers the points that `reader` gives, before each of them the progress.
 ///
 /// @param reader     a LASreader before its first point, or what has its members.
-/// @param bColor     the form of all points.
+/// @param bColor     whether the points are delivered with colour.
 /// @param nMax       points that the file can hold: behind them the library would take other bytes for
 ///                   points.
 /// @param pProgress  null: no calls.

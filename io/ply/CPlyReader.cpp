@@ -51,7 +51,7 @@ bool CPlyReader::Read(IDlgProgress* pProgress, const zor::String& sPath)
         return false;
     if (!ReadElements(m_listener, pProgress, header, sPath))
         return false;
-    // KEPT: of a file without vertices the only call (Read_WithoutVertexElementOnlyEnds_Kept)
+    // KEPT: the only call for a file without vertices (Read_WithoutVertexElementOnlyEnds_Kept)
     m_listener.OnReadEnd();
     return true;
 }
