@@ -20,7 +20,7 @@ template class pcl::ProgressiveMorphologicalFilter<pcl::PointXYZ>;
 namespace
 {
 
-// Progress of longer series is told as if the rest came with the last of these.
+// A series of more windows tells its progress as if the rest of them belonged to the last of these.
 constexpr int c_nMaxCounted = 10000;
 
 int CountWindows(CMorphWindowSeries series) noexcept

@@ -30,9 +30,9 @@ public:
         std::int64_t nBest = m_nLimit;
         for (const CFoundLeaf& found : m_vecFound)
         {
-            if (found.m_nXMin > m_nLimit)
+            if (found.nXMin > m_nLimit)
                 continue;
-            for (std::int32_t i = found.m_leaf.m_nFirst; i < GetEnd(found.m_leaf); ++i)
+            for (std::int32_t i = found.leaf.m_nFirst; i < GetEnd(found.leaf); ++i)
             {
                 if (!CPntBits::IsSet(m_pBits, i) || pPnts[i].m_nX >= nBest)
                     continue;
@@ -46,8 +46,8 @@ public:
 private:
     struct CFoundLeaf
     {
-        std::int64_t m_nXMin; // western edge of its square
-        COcTreeLeaf m_leaf;
+        std::int64_t nXMin; // western edge of its square
+        COcTreeLeaf leaf;
     };
 
     static std::int32_t GetEnd(const COcTreeLeaf& leaf) noexcept { return leaf.m_nFirst + leaf.m_nCount; }

@@ -108,7 +108,7 @@ void FindDeepColors(const CSourceFacts& facts, std::vector<CFinding>& vecFinding
 std::string TryLoad(const CInputOptions& input, std::vector<CFinding>& vecFindings)
 {
     CConsole quiet;
-    quiet.m_bQuiet = true;
+    quiet.SetQuiet();
     CFileColors colors;
     CPntCld cloud(&colors);
     try

@@ -46,7 +46,7 @@ std::vector<CTruncPnt> MakePnts(std::mt19937& random, int nNum, int nStep)
 } // namespace
 
 // However the path grew and shrank, a candidate is refused exactly if one of the segments refuses it.
-TEST(CContourPath_Prop, IsCrossedBy_SameAsAllSegments)
+TEST(COutlinePath_Prop, IsCrossedBy_SameAsAllSegments)
 {
     std::mt19937 random(1);
     int nNumCrossed = 0;

@@ -1,5 +1,5 @@
-#ifndef HOST_PICTURE_SURROUND_H
-#define HOST_PICTURE_SURROUND_H
+#ifndef HOST_PICTURE_FINDSURROUND_H
+#define HOST_PICTURE_FINDSURROUND_H
 
 #include <host/picture/CPntRaster.h>
 
