@@ -4,6 +4,7 @@
 #include <octree/CDuplicateOcTreeListener.h>
 #include <octree/CTruncPnt.h>
 #include <octree/CTruncPnt_Color.h>
+#include <octree/HasRoot.h>
 #include <octree/WalkAll.h>
 #include <octree/ZeroedArray.h>
 
@@ -37,7 +38,7 @@ bool COcTree<T>::ComputeTree()
     const bool bHasRoot = tree.m_pRoot != nullptr;
     // L9: copies share the array that was just reordered, and must see the tree that goes with it. A tree
     // without a root goes with no array, so that copies may by now hold arrays of their own.
-    if (this->m_pTree != nullptr && this->m_pTree->m_pRoot != nullptr)
+    if (HasRoot(*this))
         *this->m_pTree = std::move(tree);
     else
         this->m_pTree = std::make_shared<COcTreeIndex>(std::move(tree));

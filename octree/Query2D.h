@@ -3,16 +3,13 @@
 
 #include <octree/COcTreeData.h>
 #include <zor3geom/PNT_2D.h>
-#include <zor3geom/TMultiPartPolygon.h>
-
-#include <vector>
 
 class CTruncPnt;
 class CTruncPnt_Color;
 class IPntCldListener;
 
-/// The queries in plan view, on one store: heights are not looked at, one record a call. Without a tree,
-/// or with one without a root, they deliver nothing.
+/// The queries of rectangles and lines in plan view, on one store: heights are not looked at, one record a
+/// call. Without a tree, or with one without a root, they deliver nothing.
 template <class T>
 class CQuery2D
 {
@@ -28,10 +25,6 @@ public:
 
     /// Delivers the points along a segment and, on request, those exactly at its ends.
     void FindPnts2D_NearLine(const PNT_2D& p1, const PNT_2D& p2, double dist, bool bStart, bool bEnd) const;
-
-    void FindPnts2D_IntCnt(const std::vector<PNT_2D>& contour) const;
-    void FindPnts2D_Cnts(const std::vector<PNT_2D>& outer,
-                         const std::vector<std::vector<PNT_2D>>& holes) const;
 
 private:
     void FindCorridor(const PNT_2D& p1, const PNT_2D& p2, double dist) const;

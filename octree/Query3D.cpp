@@ -1,5 +1,6 @@
 #include <octree/Query3D.h>
 
+#include <octree/HasRoot.h>
 #include <octree/LodDepth.h>
 #include <octree/WalkClip.h>
 #include <octree/WalkLod.h>
@@ -7,12 +8,6 @@
 
 namespace
 {
-
-template <class T>
-bool HasRoot(const COcTreeData<T>& store) noexcept
-{
-    return store.m_pTree != nullptr && store.m_pTree->m_pRoot != nullptr;
-}
 
 void ResetCounters(COcTreeIndex& tree) noexcept
 {

@@ -19,10 +19,11 @@ void COutlineWalk<T>::VisitNear(double dRadius, double dTried, OnPnt onPnt) cons
     const double x = static_cast<double>(m_pPnts[m_path.GetLast()].m_nX);
     const double y = static_cast<double>(m_pPnts[m_path.GetLast()].m_nY);
     const double dRadiusSquare = dRadius * dRadius;
-    const CSearchBox boxTried({x - dTried, y - dTried, x + dTried, y + dTried});
+    const zor::geom::TPlanBox<std::int64_t> boxTried =
+        RoundInwards({x - dTried, y - dTried, x + dTried, y + dTried});
     const auto onLeaf = [&](const COcTreeLeaf& leaf, const CPlanSquare& square)
     {
-        const double dTriedSquare = boxTried.Meets(square) ? dTried * dTried : 0.0;
+        const double dTriedSquare = boxTried.Meets(square.GetBox()) ? dTried * dTried : 0.0;
         for (std::int32_t k = leaf.m_nFirst; k < leaf.m_nFirst + leaf.m_nCount; ++k)
         {
             const double dx = static_cast<double>(m_pPnts[k].m_nX) - x;
