@@ -21,13 +21,17 @@ CMorphRegion::TBox CalcReached(const CMorphRegion::TBox& box, float fHalf) noexc
 
 CMorphRegion::CMorphRegion(const CMorphPnts& pnts) : m_pPnts(&pnts)
 {
+    TBox box = TBox::GetEmpty(); // a variable of its own can stay in registers
+    std::uint32_t nNumPnts = 0;
     ForEachPnt(
-        [this](const pcl::PointXYZ& pnt, std::uint32_t)
+        [&](const pcl::PointXYZ& pnt, std::uint32_t)
         {
-            m_box.Add(pnt.x, pnt.y);
-            ++m_nNumPnts;
+            box.Add(pnt.x, pnt.y);
+            ++nNumPnts;
         });
-    m_boxOwn = m_box;
+    m_box = box;
+    m_boxOwn = box;
+    m_nNumPnts = nNumPnts;
 }
 
 CMorphRegion::CMorphRegion(const CMorphRegion& parent, const TBox& boxOwn, float fHalf)
