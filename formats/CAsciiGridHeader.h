@@ -18,8 +18,10 @@ public:
     /// Reads lines of key and value until the header is complete, and leaves `text` behind the last.
     /// Complete: rows, columns, cell size, corner or centre, no-data value; of a key given twice the last.
     ///
-    /// KEPT: the corner is derived from the centre only where the file gives it as 0, 0 and the centre is
-    /// not 0, 0. Without corner keys it stays undefined; without centre keys a corner of 0, 0 becomes so.
+    /// KEPT: the corner is derived from the centre only where the file gives it as 0, 0 and the centre is not
+    /// 0, 0. Without corner keys it stays undefined; without centre keys a corner of 0, 0 becomes so
+    /// (Read_CornerFromCentreWhereItIsZero_Kept, Read_CentreAloneLeavesTheCornerUndefined_Kept,
+    /// Read_ZeroCornerWithoutCentreBecomesUndefined_Kept).
     ///
     /// @return false at an unknown key, a key without a value, or the end of the file.
     bool Read(CAsciiGridText& text);

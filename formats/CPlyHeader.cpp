@@ -41,8 +41,9 @@ std::string_view BehindBlank(std::string_view sText)
     return nBlank == std::string_view::npos ? std::string_view() : sText.substr(nBlank + 1);
 }
 
-/// KEPT: types are told by the start of their name, in the order of the table, so that "int8" is an "int"
-/// of four bytes and "float64" a "float" of four.
+/// KEPT: types are told by the start of their name, in the order of the table, so that "int8" is an "int" of
+/// four bytes and "float64" a "float" of four (Property_SizedTypesGoByPrefix_Kept,
+/// Read_SizedTypesGoByPrefix_Kept).
 ///
 /// @param sType  type and name of the property; its type is taken off, except what follows the prefix.
 /// @return the type's code; 0 when it is none of them, and nothing is taken off.
@@ -138,7 +139,8 @@ bool CPlyHeader::Read(std::FILE* pFile)
             return true;
         }
     }
-    // KEPT: a header that the end of the file cuts off is taken as far as it goes.
+    // KEPT: a header that the end of the file cuts off is taken as far as it goes
+    // (EndOfFile_DropsTheOpenElement_Kept, Read_CutOffHeaderWithNothingToReadSucceeds_Kept).
     return true;
 }
 
@@ -160,8 +162,9 @@ void CPlyHeader::CompleteElement()
         m_open.m_nNumProps = m_vecProps.size() - m_open.m_nFirstProp;
         m_vecElements.push_back(m_open);
         m_open.m_nFirstProp = m_vecProps.size();
-        // KEPT: the vertex mark is cleared only here. An element without items leaves it behind, so that
-        // the element after an empty vertex element is taken for the vertices.
+        // KEPT: the vertex mark is cleared only here. An element without items leaves it behind, so that the
+        // element after an empty vertex element is taken for the vertices
+        // (Element_AfterEmptyVertexIsVertex_Kept, FacesBehindNoVertices_Fail_Kept).
         m_open.m_bVertex = false;
     }
     else

@@ -15,8 +15,8 @@ namespace
 
 constexpr std::int32_t c_nMaxLeafAlways = 10;     // a child of so many points is always a leaf
 constexpr std::int32_t c_nMinSplitAlways = 1000;  // from here on a child is divided whatever its size
-constexpr std::int64_t c_nMaxEdgeOfLeaves = 1000; // a smaller parent's children are leaves below that
-constexpr std::int32_t c_nMinTail = 1000;         // equal records at the end that are worth a thought
+constexpr std::int64_t c_nMaxEdgeOfLeaves = 1000; // a parent no larger has leaves of up to 999 points
+constexpr std::int32_t c_nMinTail = 1000;         // fewer equal records at the end are no tail
 
 constexpr std::int64_t c_nMinInt32 = std::numeric_limits<std::int32_t>::min();
 constexpr std::int64_t c_nMaxInt32 = std::numeric_limits<std::int32_t>::max();
@@ -47,7 +47,7 @@ private:
 };
 
 /// @return the first of the equal records that the array ends with: slots that a file announced and never
-///         filled. The number of records where they are too few to matter.
+///         filled. `nNumPnts`, for no tail, where they are too few to matter.
 template <class T>
 std::int32_t FindTail(const T* pPnts, std::int32_t nNumPnts) noexcept
 {
@@ -80,9 +80,10 @@ void CalcBox(const T* pPnts, std::int32_t nNumPnts, COcTreeIndex& tree) noexcept
 
 /// Builds the nodes of one tree. `m_pPnts` is the whole array: runs are given by their indices in it.
 ///
-/// Equal records at the end of a run, the tail, stay together and at the end of their run at every level:
-/// above the plane they are not moved, and below it all records above it pass over them. So they are
-/// moved as a whole, and a tail of any length costs no more than the other records do.
+/// Equal records at the end of a run, the tail, stay together and at the end of their run at every level: a
+/// tail above the splitting plane is not moved, and a tail below it changes places with all records above the
+/// plane. So the tail is moved as a whole, and a tail of any length costs no more than the other
+/// records of the run do.
 template <class T>
 class CTreeBuilder
 {
@@ -211,7 +212,7 @@ void CTreeBuilder<T>::AddChildren(COcTreeNode& node, const TOctantBounds& bounds
     }
 }
 
-// Bounded: a child of a node at depth c_nMaxDepth is a leaf.
+// L8: the recursion is bounded, since a child of a node at depth c_nMaxDepth is a leaf.
 template <class T>
 void CTreeBuilder<T>::BuildNode(COcTreeNode& node, std::int32_t nDepth, const COcTreeCube& cube,
                                 std::int32_t nFirst, std::int32_t nNumPnts)

@@ -11,9 +11,9 @@
 
 /// The buffer of one query: gathers records and hands them to the host's listener batch by batch.
 ///
-/// KEPT: a record starts from its defaults at its first use and from what it held before at every later one.
-/// Records are made when they are first used, so that a query of few points with a large batch does
-/// not pay for the whole buffer.
+/// KEPT: a record starts from its defaults at its first use and from what it held before at every later one
+/// (Records_AreNotResetBetweenBatches_Kept). Records are made when they are first used, so that a query of
+/// few points with a large batch does not pay for the whole buffer.
 class CCadPntBatch
 {
 public:

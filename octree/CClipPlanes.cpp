@@ -57,7 +57,7 @@ CClipPlanes::CClipPlanes(const std::vector<zor::geom::PLANE_3D>& vecPlanes, floa
                          float fOrgZ)
 {
     m_vecPlanes.reserve(vecPlanes.size());
-    // All planes, and at the most all of them again for every level of the tree and its leaves.
+    // Room for all planes and, L8, at the most all of them again for every level of the tree and its leaves.
     m_vecStack.reserve(vecPlanes.size() * (c_nMaxDepth + 3));
     for (const zor::geom::PLANE_3D& plane : vecPlanes)
     {

@@ -12,8 +12,8 @@
 enum class enumSide
 {
     Inside,     ///< no corner is in front
-    Straddling, ///< some are
-    Outside     ///< all are
+    Straddling, ///< some corners are in front
+    Outside     ///< all corners are in front
 };
 
 /// A plane in the frame of a store: compact units, relative to the store's origin.
@@ -22,10 +22,10 @@ class CClipPlane
 public:
     CClipPlane(const zor::geom::PLANE_3D& plane, float fOrgX, float fOrgY, float fOrgZ) noexcept;
 
-    /// Does the plane keep a point away? Compact units.
+    /// @return whether a point lies in front of the plane, which keeps it away. Compact units.
     bool IsInFrontOf(double x, double y, double z) const noexcept { return m_plane.IsInFrontOf(x, y, z); }
 
-    /// The answer of the cube's eight corners.
+    /// @return how the cube lies to the plane, as its eight corners tell.
     enumSide ClassifyCube(const COcTreeCube& cube) const noexcept;
 
 private:

@@ -97,7 +97,7 @@ public:
     const COcTreeLeaf& GetFirstLeaf() const noexcept
     {
         const unsigned nLeaves = static_cast<unsigned>(m_node.m_ucExist) & m_node.m_ucLeaf;
-        const unsigned nBelow = (nLeaves & (0U - nLeaves)) - 1U; // octants that come before it: inner nodes
+        const unsigned nBelow = (nLeaves & (0U - nLeaves)) - 1U; // octants before the leaf: inner nodes
         unsigned char* const pRecord =
             m_node.m_pChildren +
             CountBits(static_cast<int>(m_node.m_ucExist & nBelow)) * std::size_t{c_nNodeSize};
@@ -134,7 +134,8 @@ public:
     }
 
 private:
-    /// Bits set of eight, without the call that the compiler makes of it for the oldest processors.
+    /// @return how many of eight bits are set, without the call that the compiler makes of the builtin for
+    /// the oldest processors.
     static unsigned CountBits(int nMask) noexcept
     {
         unsigned n = static_cast<unsigned>(nMask) & 0xFFU;

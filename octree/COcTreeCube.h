@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-/// Nominal cube of a node, compact units. Held in 64 bits: the centre of a child may lie outside the
-/// int32 span where the points reach the end of it.
+/// Nominal cube of a node, compact units; L4: the walks decide by it. Held in 64 bits: the centre of a child
+/// may lie outside the int32 span where the points reach the end of it.
 struct COcTreeCube
 {
     std::int64_t nX; ///< centre

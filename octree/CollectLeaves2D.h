@@ -25,12 +25,13 @@ void CollectLeaves2D(const COcTreeNode& node, const CPlanSquare& square,
     }
 }
 
-/// Hands `onLeaf(const COcTreeLeaf&, const CPlanSquare&)` every leaf of a tree whose plan square meets
-/// the rectangle, compact units; a square that only touches it counts. Depth first, octants 0 to 7.
-/// Squares are the nominal ones: a point a few units outside its own square is found by its square,
-/// not by its place.
+/// Hands `onLeaf(const COcTreeLeaf&, const CPlanSquare&)` every leaf of a tree whose plan square meets the
+/// rectangle, compact units; a square that only touches it counts. Depth first, octants 0 to 7. L4: the
+/// squares are the nominal ones, and a point a few units outside its own square is found by its square, not
+/// by its place.
 ///
-/// A rectangle turned inside out meets the squares that reach over all of it. Nothing without a root.
+/// A rectangle turned inside out meets the squares that reach over all of it. A tree without a root has no
+/// leaves.
 /// Cost: the nodes whose squares meet the rectangle; no memory.
 template <class OnLeaf>
 void CollectLeaves2D(const COcTreeIndex& tree, const zor::geom::TPlanBox<double>& rect, OnLeaf onLeaf)

@@ -33,7 +33,8 @@ void FindEnd(const COcTreeData<T>& store, COcTreeListener<T>& listener, const PN
         listener.OnPnt(nFound);
 }
 
-/// The two places at parameters ±t of the line from `from` to `to` after a quarter turn about `from`.
+/// Calculates the two places at parameters ±t of the line from `from` to `to` after a quarter turn about
+/// `from`.
 void CalcAcross(const PNT_2D& from, const PNT_2D& to, double t, PNT_3D& plus, PNT_3D& minus)
 {
     PAR_LINE_2D line(from, to);
@@ -56,7 +57,8 @@ void CQuery2D<T>::GetPnts2D(double xmin, double ymin, double xmax, double ymax) 
 }
 
 // KEPT: a point at an end of the line is delivered by the end search and again by the corridor, and the
-// corridor, a query of its own, tells the colour listener the height range a second time.
+// corridor, a query of its own, tells the colour listener the height range a second time
+// (NearLine_EndsInTheCorridorComeTwice_Kept, NearLine_SecondSetZRangeForTheCorridor_Kept).
 template <class T>
 void CQuery2D<T>::FindPnts2D_NearLine(const PNT_2D& p1, const PNT_2D& p2, double dist, bool bStart,
                                       bool bEnd) const
@@ -71,8 +73,8 @@ void CQuery2D<T>::FindPnts2D_NearLine(const PNT_2D& p1, const PNT_2D& p2, double
     listener.OnLeafEnd();
 }
 
-/// The points in the rectangle that reaches `dist` to either side of the segment and ends with it. A line
-/// without length has no corridor, one whose corners are no finite numbers an empty one.
+/// Delivers the points in the rectangle that reaches `dist` to either side of the segment and ends with it. A
+/// line without length has no corridor; a corridor whose corners are not finite numbers holds nothing.
 template <class T>
 void CQuery2D<T>::FindCorridor(const PNT_2D& p1, const PNT_2D& p2, double dist) const
 {

@@ -20,10 +20,10 @@ public:
     {
     }
 
-    /// The points in a rectangle, its edges included. Coordinate units.
+    /// Delivers the points in a rectangle, its edges included. Coordinate units.
     void GetPnts2D(double xmin, double ymin, double xmax, double ymax) const;
 
-    /// The points along a segment and, on request, those exactly at its ends.
+    /// Delivers the points along a segment and, on request, those exactly at its ends.
     void FindPnts2D_NearLine(const PNT_2D& p1, const PNT_2D& p2, double dist, bool bStart, bool bEnd) const;
 
 private:
@@ -33,8 +33,8 @@ private:
     IPntCldListener* m_pListener;
 };
 
-/// Five times the mean plan spacing of a store's points, at least 1, coordinate units; 1.7e200, no limit,
-/// without a tree or without points; 1 for points on a line along x or y.
+/// @return five times the mean plan spacing of a store's points, at least 1, coordinate units; 1.7e200, no
+/// limit, without a tree or without points; 1 for points on a line along x or y.
 template <class T>
 double CalcMaxSearchDist(const COcTreeData<T>& store) noexcept;
 

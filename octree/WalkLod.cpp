@@ -31,7 +31,8 @@ void CWalkLod<T>::WalkNode(const COcTreeNode& node, std::int64_t nDepth)
     }
 }
 
-// Inlined, and the rare ways out of it not: called, it would take a quarter longer where leaves are small.
+// This function is inlined and the rare ways out of it are not: a call of it would take a quarter longer
+// where leaves are small.
 template <class T>
 [[gnu::always_inline]] inline void CWalkLod<T>::WalkLeaf(const COcTreeLeaf& leaf, bool bOnePnt)
 {
@@ -63,7 +64,7 @@ template <class T>
     m_aSearches[m_nNumBegun++ % c_nNumSearches] = search;
 }
 
-/// One level down, where the search has not ended.
+/// Takes a search one level down, unless it has ended.
 template <class T>
 void CWalkLod<T>::Step(CSearch& search) const noexcept
 {
@@ -86,7 +87,7 @@ void CWalkLod<T>::EndFirst()
     DeliverFirst(search.pLeaf);
 }
 
-/// Delivers the first live point of a leaf; nothing when there is no leaf or no such point.
+/// Delivers the first live point of a leaf, if there are a leaf and such a point.
 template <class T>
 [[gnu::noinline]] void CWalkLod<T>::DeliverFirst(const COcTreeLeaf* pLeaf)
 {

@@ -26,7 +26,7 @@ struct CUnsignedText
         ++pStart;
     }
 
-    /// from_chars takes a minus of its own: a second sign ends the text instead.
+    /// A second sign ends the text: from_chars alone would take it for the number's own.
     bool HasSecondSign() const { return pStart != pEnd && *pStart == '-'; }
 };
 

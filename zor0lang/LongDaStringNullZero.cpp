@@ -14,7 +14,7 @@ long LongDaStringNullZero(const std::string& sText)
     const CUnsignedText text(sText);
     if (text.HasSecondSign())
         return 0;
-    // With its sign: the lowest long has no positive counterpart.
+    // The sign is read with the digits: the lowest long has no positive counterpart.
     const char* const pStart = text.bNegative ? text.pStart - 1 : text.pStart;
     long n = 0;
     if (std::from_chars(pStart, text.pEnd, n).ec != std::errc::result_out_of_range)

@@ -40,7 +40,7 @@ CRingIndex::CRingIndex(const std::vector<PNT_2D>& ring) : m_box(1.0, 1.0, -1.0, 
             m_vecInBands[vecNext[n]++] = static_cast<std::uint32_t>(i);
 }
 
-/// Halves, so that no difference overflows.
+/// @return the band of a height. The heights are halved, so that no difference overflows.
 std::size_t CRingIndex::FindBand(double y) const noexcept
 {
     const double dHeight = m_box.ymax / 2.0 - m_box.ymin / 2.0;
@@ -60,7 +60,7 @@ std::size_t CRingIndex::FindLast(const CEdge& edge) const noexcept
     return FindBand(std::max(edge.a.y, edge.b.y));
 }
 
-/// As many bands as edges, or fewer where many edges reach through many bands.
+/// Chooses as many bands as edges, or fewer where many edges reach through many bands.
 /// @return how many entries the bands have together.
 std::size_t CRingIndex::ChooseNumBands()
 {

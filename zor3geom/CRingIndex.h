@@ -32,7 +32,7 @@ public:
 
     enumPlace Find(const PNT_2D& pnt) const noexcept;
 
-    /// What the ring takes up; inside out, so that it holds nothing, where everything is outside.
+    /// @return the box of the ring; where everything is outside, a box that holds nothing.
     const RECT_2D& GetBox() const noexcept { return m_box; }
 
 private:
@@ -50,7 +50,7 @@ private:
     std::vector<CEdge> m_vecEdges;
     RECT_2D m_box;
     std::size_t m_nNumBands = 1;
-    std::vector<std::size_t> m_vecBegin;     // of each band, and the end of the last
+    std::vector<std::size_t> m_vecBegin;     // where each band begins, and where the last one ends
     std::vector<std::uint32_t> m_vecInBands; // edges, band after band
 };
 

@@ -9,8 +9,8 @@
 /// Looks at a LAS or LAZ file before the reading library does, which takes positions, counts and sizes in
 /// the file as they stand. Call `Check`, then ask.
 ///
-/// It does not judge whether a header makes sense, nor the points: only whether what is pointed at lies
-/// inside the file.
+/// It judges neither the points nor whether the header makes sense, only whether all that the file points at
+/// lies inside it.
 class CLasGuard
 {
 public:

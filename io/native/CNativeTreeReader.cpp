@@ -31,8 +31,8 @@ void CNativeTreeReader::ReadHeader(COcTreeIndex& tree)
         *pField = m_stream.ReadNumber<std::int32_t>();
 }
 
-// Bounded: the tree ends at a node that would lie below c_nMaxDepth, where a build has leaves only, and
-// every call takes bytes from the file.
+// L8: the recursion is bounded, since the tree ends at a node that would lie below c_nMaxDepth, where a build
+// has leaves only, and every call takes bytes from the file.
 void CNativeTreeReader::ReadNode(COcTreeNode& node, int nDepth, COcTreeArena& arena)
 {
     const unsigned char* const pMasks = nDepth > c_nMaxDepth ? nullptr : Take(c_nNativeNodeSize);
@@ -48,8 +48,8 @@ void CNativeTreeReader::ReadNode(COcTreeNode& node, int nDepth, COcTreeArena& ar
     unsigned char* pRecord = node.m_pChildren;
     for (; nToCome != 0 && !m_bEnded; nToCome &= nToCome - 1U)
     {
-        // Invariant: pRecord is where the record of the next child goes; one that comes to nothing leaves
-        // no bit in nExist, and its room to the next.
+        // Invariant: pRecord is where the record of the next child goes; a child that is dropped sets no bit
+        // in nExist and leaves its room to the next.
         const unsigned nBit = nToCome & (0U - nToCome);
         unsigned char* pNext = pRecord;
         if ((node.m_ucLeaf & nBit) != 0)
@@ -83,16 +83,16 @@ inline unsigned char* CNativeTreeReader::ReadLeaf(unsigned char* pRecord)
                                     static_cast<std::int32_t>(nFirst));
 }
 
-/// Does the run lie inside the array and behind all runs before it? In a tree that was built it does,
-/// since the runs tile the array in the order of the walk. Otherwise a query could find points twice, as
-/// often as the file has leaves: its time would have no bound in the number of points.
+/// Does the run lie inside the array and behind all runs before it? In a tree that was built it does, L1.
+/// Otherwise a query could find points twice, as often as the file has leaves: its time would have no bound
+/// in the number of points.
 inline bool CNativeTreeReader::IsNewRun(std::uint32_t nCount, std::uint32_t nFirst) const noexcept
 {
     return nCount > 0 && nFirst >= m_nEnd && std::uint64_t{nFirst} + nCount <= m_nNumPnts;
 }
 
-/// @return the next bytes of the file, valid until the next call; null, and the tree has ended, when the
-///         file does not hold so many.
+/// @return the next bytes of the file, valid until the next call; null when the file does not hold so many,
+///         and the tree has then ended.
 inline const unsigned char* CNativeTreeReader::Take(std::size_t nNumBytes)
 {
     if (static_cast<std::size_t>(m_pBlockEnd - m_pPos) < nNumBytes && !Fill(nNumBytes))
@@ -102,7 +102,7 @@ inline const unsigned char* CNativeTreeReader::Take(std::size_t nNumBytes)
     return p;
 }
 
-/// Moves what is left of the block to its front and reads on behind it.
+/// Moves what is left of the block to its front and reads more of the file behind it.
 bool CNativeTreeReader::Fill(std::size_t nNumBytes)
 {
     const std::size_t nNumLeft = static_cast<std::size_t>(m_pBlockEnd - m_pPos);

@@ -10,9 +10,9 @@
 
 /// Reads the octree of a native file, block by block, straight into the tree's arena.
 ///
-/// Masks and runs are the file's: nothing is believed that the array, the depth limit or the rest of the
-/// file does not bear out. What is dropped on the way takes no part in the tree; a well-formed tree loses
-/// nothing.
+/// Masks and runs are the file's: the reader believes only what the array, the depth limit (L8) and the rest
+/// of the file bear out. What it drops has no part in the tree; a well-formed tree loses nothing, and L1
+/// holds in it.
 class CNativeTreeReader
 {
 public:
@@ -33,8 +33,8 @@ private:
 
     ifpstream& m_stream;
     std::uint64_t m_nNumPnts;
-    std::uint64_t m_nEnd = 0; // end of the last run taken: the runs so far lie below
-    bool m_bTiled = true;     // the runs so far tile the array below m_nEnd
+    std::uint64_t m_nEnd = 0; // end of the last run taken; all runs so far lie below it
+    bool m_bTiled = true;     // L1: the runs so far tile the array below m_nEnd
     bool m_bEnded = false;    // nothing more is to be taken from the file
 
     std::unique_ptr<unsigned char[]> m_pBlock;

@@ -11,8 +11,8 @@
 namespace
 {
 
-/// Reads the number of points. A negative count is none; of a file that ends before its last point those
-/// count that it holds whole.
+/// Reads the number of points. A negative count means no points; of a file that ends before its last point,
+/// the points count that it holds whole.
 template <class T>
 std::int32_t ReadNumPnts(ifpstream& stream)
 {
@@ -54,7 +54,8 @@ void ReadPnts(ifpstream& stream, T* pPnts, std::size_t nNumPnts)
 template <class T>
 bool ReadNative(ifpstream& stream, COcTreeData<T>& store)
 {
-    // KEPT: a store with a tree or an array is not overwritten, and the host is not told.
+    // KEPT: a store with a tree or an array is not overwritten, and nothing tells the host
+    // (ReadFromFile_IntoAStoreBeingFilled_Kept, ReadFromFile_IntoAnEmptyStoreWithATree_Kept).
     if (store.m_pTree != nullptr || store.m_pPnts != nullptr)
         return false;
     const float fOrgX = stream.ReadNumber<float>();
@@ -72,7 +73,8 @@ bool ReadNative(ifpstream& stream, COcTreeData<T>& store)
         store.m_pSelBits = std::move(pSelBits);
         store.m_pDelBits = std::move(pDelBits);
         store.m_bHasDel = false;
-        // KEPT: no point counts as stored one by one, as if all slots were free.
+        // KEPT: no slot counts as filled: the next point stored takes the first one
+        // (AddPnt_AfterLoadingOverwritesTheFirst_Kept).
         store.m_nNumAdded = 0;
     }
     store.m_fOrgX = fOrgX;

@@ -9,7 +9,9 @@ using zor::geom::TPlanBox;
 namespace
 {
 
-constexpr double c_dNearSquared = 0.1; // KEPT: a squared distance, coordinate units squared
+// KEPT: a squared distance, coordinate units squared (Cnts_CutNearTheCornersCountsAsNone_Kept,
+// Cnts_SmallCloudIsOutsideWhateverIsCut_Kept)
+constexpr double c_dNearSquared = 0.1;
 
 /// Pairs of an edge and a place that are looked at for each point of the whole region: beyond that,
 /// subtracting the whole region costs less.

@@ -23,16 +23,16 @@ void FindContour(const COcTreeData<T>& store, IPntCldListener* pListener, const 
 
 } // namespace
 
-// KEPT: in straddling leaves the test is the other way round: squares inside the contour deliver all, and
-// of the leaves on it come the points outside.
+// KEPT: in straddling leaves the test is the other way round: squares inside the contour deliver all, and of
+// the leaves on it come the points outside (IntCnt_DeliversTheOutsideOfStraddlingLeaves_Kept).
 template <class T>
 void CQueryContour<T>::FindPnts2D_IntCnt(const std::vector<PNT_2D>& contour) const
 {
     FindContour(m_store, m_pListener, {contour, {}}, enumContourLeaf::OutsideRing);
 }
 
-// KEPT: with holes given, a point of a straddling leaf that lies in the outer ring is taken to lie in a
-// hole: such leaves deliver nothing.
+// KEPT: with holes given, a point of a straddling leaf that lies in the outer ring is taken to lie in a hole:
+// such leaves deliver nothing (Cnts_HoleDropsEveryStraddlingLeaf_Kept).
 template <class T>
 void CQueryContour<T>::FindPnts2D_Cnts(const std::vector<PNT_2D>& outer,
                                        const std::vector<std::vector<PNT_2D>>& holes) const
