@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 namespace zorcld
 {
@@ -48,6 +49,12 @@ bool CByteReader::ReadBlockAt(std::int64_t nPos)
         return Fill();
     OfferBlock();
     return true;
+}
+
+void CByteReader::SetOnBlock(TOnBlock onBlock)
+{
+    m_onBlock = std::move(onBlock);
+    OfferBlock();
 }
 
 void CByteReader::OfferBlock() const

@@ -7,7 +7,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace zorcld
@@ -33,8 +32,10 @@ public:
     /// the file.
     bool ReadBlockAt(std::int64_t nPos);
 
-    /// @param onBlock  gets each block that is read from now on, whole, and where it stands in the file.
-    void SetOnBlock(TOnBlock onBlock) { m_onBlock = std::move(onBlock); }
+    /// @param onBlock  gets the block at hand and each that is read from now on, whole, and where it stands
+    /// in
+    ///                 the file.
+    void SetOnBlock(TOnBlock onBlock);
 
     /// @return the next byte without taking it; -1 at the end of the file.
     int Peek()
