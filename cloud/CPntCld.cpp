@@ -96,9 +96,9 @@ void CPntCld::GetPnt(int nIndex, zor::geom::PNT_3D& pnt) const
              [&](const auto& store)
              {
                  const auto& rec = store.m_pPnts.get()[nIndex];
-                 pnt.x = CoordDaCompact(rec.m_nX, store.m_fOrgX);
-                 pnt.y = CoordDaCompact(rec.m_nY, store.m_fOrgY);
-                 pnt.z = CoordDaCompact(rec.m_nZ, store.m_fOrgZ);
+                 pnt.x = CoordFromCompact(rec.m_nX, store.m_fOrgX);
+                 pnt.y = CoordFromCompact(rec.m_nY, store.m_fOrgY);
+                 pnt.z = CoordFromCompact(rec.m_nZ, store.m_fOrgZ);
              });
 }
 

@@ -58,13 +58,13 @@ inline double CompactUnits(double d, float fOrg) noexcept
 }
 
 /// Coordinate → compact offset from the origin.
-inline std::int32_t CompactDaCoord(double d, float fOrg) noexcept
+inline std::int32_t CompactFromCoord(double d, float fOrg) noexcept
 {
     return SaturateToInt32(CompactUnits(d, fOrg));
 }
 
 /// Compact offset from the origin → coordinate.
-inline double CoordDaCompact(std::int32_t n, float fOrg) noexcept
+inline double CoordFromCompact(std::int32_t n, float fOrg) noexcept
 {
     return static_cast<double>(n) / c_dCompactScale + static_cast<double>(fOrg);
 }

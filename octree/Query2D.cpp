@@ -40,8 +40,8 @@ void FindEnd(const COcTreeData<T>& store, COcTreeListener<T>& listener, const PN
         return;
     const COcTreeIndex& tree = *store.m_pTree;
     const std::int32_t nFound =
-        FindExactPnt(*tree.m_pRoot, tree.GetRootCube(), listener, CompactDaCoord(pnt.x, store.m_fOrgX),
-                     CompactDaCoord(pnt.y, store.m_fOrgY));
+        FindExactPnt(*tree.m_pRoot, tree.GetRootCube(), listener, CompactFromCoord(pnt.x, store.m_fOrgX),
+                     CompactFromCoord(pnt.y, store.m_fOrgY));
     if (nFound != -1)
         listener.OnPnt(nFound);
 }

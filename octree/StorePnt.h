@@ -75,9 +75,9 @@ template <class T>
         store.m_fOrgY = SaturateToFloat(y);
         store.m_fOrgZ = SaturateToFloat(z);
     }
-    slot.m_nX = CompactDaCoord(x, store.m_fOrgX);
-    slot.m_nY = CompactDaCoord(y, store.m_fOrgY);
-    slot.m_nZ = CompactDaCoord(z, store.m_fOrgZ);
+    slot.m_nX = CompactFromCoord(x, store.m_fOrgX);
+    slot.m_nY = CompactFromCoord(y, store.m_fOrgY);
+    slot.m_nZ = CompactFromCoord(z, store.m_fOrgZ);
 }
 
 /// Stores the offsets of a point in the slot that was taken last; the first point sets the origin.

@@ -29,7 +29,7 @@ bool Announce(const LASreader& reader, bool bColor, const CLasGuard& guard, IPnt
     listener.OnReadType(bColor ? PntCldType_PntColor : PntCldType_Pnt);
     try
     {
-        listener.OnReadNumPnts(CountDaNumPnts(reader.npoints));
+        listener.OnReadNumPnts(CountFromNumPnts(reader.npoints));
     }
     catch (const std::bad_alloc&)
     {

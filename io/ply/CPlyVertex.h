@@ -46,7 +46,7 @@ private:
     template <bool WithColor>
     void Deliver(IPntCldReadListener& listener, const unsigned char* pBytes) const
     {
-        const auto Coord = [&](enumPlyRole eRole) { return CoordDaBytes(pBytes + m_anOffset[eRole]); };
+        const auto Coord = [&](enumPlyRole eRole) { return CoordFromBytes(pBytes + m_anOffset[eRole]); };
         // KEPT: the first byte, whatever type the property has: only a "uchar" gives its value.
         const auto Channel = [&](enumPlyRole eRole) { return pBytes[m_anOffset[eRole]]; };
         if constexpr (WithColor)
@@ -57,7 +57,7 @@ private:
     }
 
     // KEPT: four bytes as a 32-bit float, whatever type the property has: only a "float" gives its value.
-    static float CoordDaBytes(const unsigned char* pBytes)
+    static float CoordFromBytes(const unsigned char* pBytes)
     {
         float f = 0.0F;
         std::memcpy(&f, pBytes, sizeof f);

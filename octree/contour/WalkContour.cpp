@@ -102,8 +102,8 @@ template <class T>
 bool CWalkContour<T>::IsWanted(std::int32_t nIndex, const CPlanBox& box, const Frame& ring) const
 {
     const T& rec = m_listener.GetRecord(nIndex);
-    const zor::geom::PNT_2D pnt(CoordDaCompact(rec.m_nX, m_store.m_fOrgX),
-                                CoordDaCompact(rec.m_nY, m_store.m_fOrgY));
+    const zor::geom::PNT_2D pnt(CoordFromCompact(rec.m_nX, m_store.m_fOrgX),
+                                CoordFromCompact(rec.m_nY, m_store.m_fOrgY));
     const bool bInside = box.Contains(pnt) ? m_ring.IsInsideOrOn(ring, pnt)
                                            : zor::geom::IsPntInsidePolygon(m_polygon.outer, pnt);
     return bInside == (m_eLeaf == enumContourLeaf::InsideRing);
