@@ -19,6 +19,8 @@ public:
             m_nSize = static_cast<std::int64_t>(ftello(m_pFile.get()));
     }
 
+    bool IsOpen() const noexcept { return m_pFile != nullptr; }
+
     std::int64_t GetSize() const noexcept { return m_nSize; }
 
     /// Reads the `nNum` values that stand at `nPos`.

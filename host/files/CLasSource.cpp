@@ -1,4 +1,4 @@
-#include <formats/LasHeader.h>
+#include <formats/CLasGuard.h>
 #include <host/files/CByteReader.h>
 #include <host/files/IPntSource.h>
 #include <host/output/CFailure.h>
@@ -11,9 +11,6 @@ namespace zorcld
 
 namespace
 {
-
-/// Where the colour stands in a point, by format; 0: nowhere.
-constexpr std::array<std::size_t, 11> c_anPosColor = {0, 0, 20, 28, 0, 28, 0, 30, 30, 0, 30};
 
 template <class T>
 T Load(const std::vector<char>& vecBytes, std::size_t nPos)
@@ -29,9 +26,10 @@ class CLasSource final : public IPntSource
 public:
     explicit CLasSource(const std::string& sPath) : m_sPath(sPath)
     {
-        const std::string sCause = ReadLasHeader(sPath, m_header);
-        if (!sCause.empty())
-            throw CFailure(sPath, sCause);
+        CLasGuard guard(sPath.c_str());
+        if (!guard.Check())
+            throw CFailure(sPath, guard.GetCause());
+        m_header = guard.GetHeader();
     }
 
     bool HasColor() const override { return m_header.HasColor(); }
@@ -42,7 +40,8 @@ public:
     {
         CByteReader reader(m_sPath);
         reader.SetPos(m_header.nPosPnts);
-        const std::size_t nPosColor = c_anPosColor.at(static_cast<std::size_t>(m_header.nFormat));
+        const std::size_t nPosColor =
+            LasLayout::c_aFormats.at(static_cast<std::size_t>(m_header.nFormat)).nPosColor;
         std::vector<char> vecBytes(static_cast<std::size_t>(m_header.nPntSize));
         const std::int64_t nNumPnts = std::min(m_header.nNumPnts, m_header.CalcNumHeld());
         for (std::int64_t i = 0; i < nNumPnts && reader.Read(vecBytes.data(), vecBytes.size()); ++i)

@@ -1,4 +1,4 @@
-#include <formats/LasHeader.h>
+#include <formats/CLasGuard.h>
 #include <host/files/LasFacts.h>
 #include <host/output/GroupDigits.h>
 
@@ -14,6 +14,9 @@ namespace
 {
 
 using TJson = nlohmann::ordered_json;
+
+/// Records up to which they are told.
+constexpr std::size_t c_nMaxRecords = 1000;
 
 /// The first returns up to the last of which there is one.
 std::vector<std::int64_t> TrimReturns(std::vector<std::int64_t> vecNumByReturn)
@@ -58,9 +61,10 @@ void PrintReturns(const TJson& returns)
 
 TJson CollectLasFacts(const std::string& sPath)
 {
-    CLasHeader header;
-    if (!ReadLasHeader(sPath, header).empty())
+    CLasGuard guard(sPath.c_str());
+    if (!guard.Check())
         return {};
+    const CLasHeader& header = guard.GetHeader();
     TJson facts;
     facts["version"] = fmt::format("{}.{}", header.nMajor, header.nMinor);
     facts["point_format"] = header.nFormat;
@@ -75,11 +79,12 @@ TJson CollectLasFacts(const std::string& sPath)
     facts["generating_software"] = header.sSoftware;
     facts["created"] = header.GetDate();
     facts["records"] = TJson::array();
-    for (const CLasRecord& record : header.vecRecords)
-        facts["records"].push_back({{"user", record.sUser},
-                                    {"id", record.nId},
-                                    {"bytes", record.nSize},
-                                    {"description", record.sDescription}});
+    CLasRecords records = guard.GetRecords();
+    for (CLasRecord record; facts["records"].size() < c_nMaxRecords && records.Next(record);)
+        facts["records"].push_back({{"user", record.GetUser()},
+                                    {"id", record.GetId()},
+                                    {"bytes", record.GetSize()},
+                                    {"description", record.GetDescription()}});
     return facts;
 }
 

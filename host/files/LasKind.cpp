@@ -1,4 +1,4 @@
-#include <formats/LasHeader.h>
+#include <formats/CLasGuard.h>
 #include <host/files/FileKinds.h>
 
 #include <fmt/format.h>
@@ -14,8 +14,9 @@ namespace
 std::string FindLasCause(const std::string& sPath)
 {
 #if ZORCLD_HAS_LAS
-    CLasHeader header;
-    return ReadLasHeader(sPath, header);
+    CLasGuard guard(sPath.c_str());
+    guard.Check();
+    return guard.GetCause();
 #else
     static_cast<void>(sPath);
     return "this zorcld was built without a library that reads LAS (ZOR4DATA_LAS)";
@@ -44,9 +45,10 @@ void FindCountFindings(const CLasHeader& header, std::vector<CFinding>& vecFindi
 CFileFacts FindLasFacts(const std::string& sPath)
 {
     CFileFacts facts;
-    CLasHeader header;
-    if (!ReadLasHeader(sPath, header).empty())
+    CLasGuard guard(sPath.c_str());
+    if (!guard.Check())
         return facts;
+    const CLasHeader& header = guard.GetHeader();
     facts.nAnnounced = header.nNumPnts;
     facts.nHeld = header.CalcNumHeld();
     FindCountFindings(header, facts.vecFindings);

@@ -1,4 +1,4 @@
-#include <formats/LasHeader.h>
+#include <formats/CLasGuard.h>
 #include <host/files/CloudSteps.h>
 #include <host/files/FileKinds.h>
 #include <host/files/LoadCloud.h>
@@ -84,11 +84,11 @@ bool HasPlace(const CPntCld& cloud)
 void FindMovedPnts(const CPntCld& cloud, const std::string& sPath, CLoadFacts& facts)
 {
     constexpr double c_dNearEnd = c_dReach - 0.0001;
-    CLasHeader header;
-    if (facts.pKind->eFile != PntCldFile_Las || !ReadLasHeader(sPath, header).empty())
+    CLasGuard guard(sPath.c_str());
+    if (facts.pKind->eFile != PntCldFile_Las || !guard.Check())
         return;
-    const auto calcDist = [&](double d, std::size_t k)
-    { return std::fabs(d - CalcOrigin(header.adFirst[k])); };
+    const std::array<double, 3> adFirst = guard.ReadFirstPnt();
+    const auto calcDist = [&](double d, std::size_t k) { return std::fabs(d - CalcOrigin(adFirst[k])); };
     double dReach = 0.0;
     for (int i = 0; i < cloud.GetNumPnts() && dReach < c_dNearEnd; ++i)
     {
@@ -101,8 +101,8 @@ void FindMovedPnts(const CPntCld& cloud, const std::string& sPath, CLoadFacts& f
             {"span",
              fmt::format("points lie more than 214748 units from the first one ({:.10g} {:.10g} {:.10g}) and "
                          "are moved to that distance",
-                         header.adFirst[0], header.adFirst[1], header.adFirst[2]),
-             false, header.bCompressed ? "unpack it to .las and check that" : ""});
+                         adFirst[0], adFirst[1], adFirst[2]),
+             false, guard.GetHeader().bCompressed ? "unpack it to .las and check that" : ""});
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include <formats/LasHeader.h>
+#include <formats/CLasGuard.h>
 #include <host/files/FileKinds.h>
 #include <host/files/IPntSource.h>
 #include <host/files/LoadCloud.h>
@@ -13,8 +13,10 @@ std::unique_ptr<IPntSource> MakePntSource(const CInputOptions& input)
         return MakePlySource(input.sPath);
     if (kind.eFile == PntCldFile_AsciiGrid)
         return MakeGridSource(input.sPath);
-    CLasHeader header;
-    if (kind.eFile == PntCldFile_Las && (!ReadLasHeader(input.sPath, header).empty() || !header.bCompressed))
+    if (kind.eFile != PntCldFile_Las)
+        return nullptr;
+    CLasGuard guard(input.sPath.c_str());
+    if (!guard.Check() || !guard.GetHeader().bCompressed)
         return MakeLasSource(input.sPath);
     return nullptr;
 }

@@ -1,4 +1,4 @@
-#include <CLazFile.h>
+#include <formats/CLazFile.h>
 
 #include <algorithm>
 #include <cstring>

@@ -1,5 +1,5 @@
-#ifndef IO_LAS_LASLIB_CLAZFILE_H
-#define IO_LAS_LASLIB_CLAZFILE_H
+#ifndef FORMATS_CLAZFILE_H
+#define FORMATS_CLAZFILE_H
 
 #include <cstddef>
 #include <cstdint>
