@@ -38,6 +38,9 @@ public:
     /// The records before the points, from the first on. REQUIRES: Check has returned true.
     CLasRecords GetRecords() { return {m_file, m_header}; }
 
+    /// The file for LASzip, see CLazFile; null when it could not be opened. Not owned.
+    std::FILE* GetStream() noexcept { return m_file.GetStream(); }
+
     /// @return x, y and z of the first point; where the file holds none, numbers that mean nothing.
     /// REQUIRES: Check has returned true.
     std::array<double, 3> ReadFirstPnt();

@@ -44,6 +44,13 @@ public:
         return ReadAt(nPos, &value, 1);
     }
 
+    /// The file for another reader, which may move its position; null when it could not be opened. Not owned.
+    std::FILE* GetStream() noexcept
+    {
+        m_nPos = c_nNowhere;
+        return m_pFile.get();
+    }
+
 private:
     static constexpr std::int64_t c_nNowhere = -1;
 
