@@ -1,4 +1,5 @@
-#include <formats/CLasGuard.h>
+#include <formats/CLasHeader.h>
+#include <formats/CLasRecords.h>
 #include <host/files/LasFacts.h>
 #include <host/output/GroupDigits.h>
 
@@ -14,9 +15,6 @@ namespace
 {
 
 using TJson = nlohmann::ordered_json;
-
-/// Records up to which they are told.
-constexpr std::size_t c_nMaxRecords = 1000;
 
 /// The first returns up to the last of which there is one.
 std::vector<std::int64_t> TrimReturns(std::vector<std::int64_t> vecNumByReturn)
@@ -59,12 +57,8 @@ void PrintReturns(const TJson& returns)
 
 } // namespace
 
-TJson CollectLasFacts(const std::string& sPath)
+TJson CollectLasFacts(const CLasHeader& header, const std::vector<CLasRecord>& vecRecords)
 {
-    CLasGuard guard(sPath.c_str());
-    if (!guard.Check())
-        return {};
-    const CLasHeader& header = guard.GetHeader();
     TJson facts;
     facts["version"] = fmt::format("{}.{}", header.nMajor, header.nMinor);
     facts["point_format"] = header.nFormat;
@@ -79,8 +73,7 @@ TJson CollectLasFacts(const std::string& sPath)
     facts["generating_software"] = header.sSoftware;
     facts["created"] = header.GetDate();
     facts["records"] = TJson::array();
-    CLasRecords records = guard.GetRecords();
-    for (CLasRecord record; facts["records"].size() < c_nMaxRecords && records.Next(record);)
+    for (const CLasRecord& record : vecRecords)
         facts["records"].push_back({{"user", record.GetUser()},
                                     {"id", record.GetId()},
                                     {"bytes", record.GetSize()},
