@@ -9,8 +9,6 @@
 #include <string>
 #include <vector>
 
-struct CLasHeader;
-
 namespace zorcld
 {
 
@@ -61,8 +59,6 @@ std::unique_ptr<IPntSource> MakePlySource(const std::string& sPath, const CPlyLa
                                           const std::string& sCause, CByteReader& reader);
 std::unique_ptr<IPntSource> MakeGridSource(const std::string& sPath, const CGridHeader& header,
                                            CByteReader& reader);
-std::unique_ptr<IPntSource> MakeLasSource(const std::string& sPath, const CLasHeader& header,
-                                          const std::string& sCause, CByteReader& reader);
 
 /// Loads the file through the library: coordinates come to 1/10000 and points at one x and y may come once.
 std::unique_ptr<IPntSource> MakeCloudSource(CInputFile& file, const CConsole& console);

@@ -7,14 +7,6 @@
 
 #include <cstdint>
 
-/// Whether points of this format are taken with their colour.
-/// KEPT: formats 7, 8 and 10 have colours too, and are taken without
-/// (IsLasColorFormat_LaterFormatsAreNot_Kept, Read_LaterFormatsWithoutTheirColor_Kept).
-inline bool IsLasColorFormat(unsigned nFormat) noexcept
-{
-    return nFormat == 2 || nFormat == 3 || nFormat == 5;
-}
-
 /// The number of points of a file as the listener gets it: the lower 32 bits, negative where the highest of
 /// them is set.
 inline std::int32_t CountFromNumPnts(std::int64_t nNumPnts) noexcept

@@ -1,12 +1,12 @@
-#ifndef IO_LAS_CLAZTABLE_H
-#define IO_LAS_CLAZTABLE_H
+#ifndef FORMATS_CLAZTABLE_H
+#define FORMATS_CLAZTABLE_H
 
-#include <io/las/CLazCode.h>
+#include <formats/CLazCode.h>
 
 struct CLazChunk
 {
-    std::uint32_t m_nNumPnts; ///< 0 in a table that does not have it
-    std::uint32_t m_nNumBytes;
+    std::uint32_t nNumPnts; ///< 0 in a table that does not have it
+    std::uint32_t nNumBytes;
 };
 
 /// The entries of a LAZ file's table of chunks: how many points and how many bytes each chunk has. Only the

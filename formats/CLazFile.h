@@ -1,5 +1,7 @@
-#ifndef IO_LAS_LASLIB_CLAZFILE_H
-#define IO_LAS_LASLIB_CLAZFILE_H
+#ifndef FORMATS_CLAZFILE_H
+#define FORMATS_CLAZFILE_H
+
+#include <formats/CFilePtr.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -16,12 +18,8 @@
 class CLazBuf final : public std::streambuf
 {
 public:
-    /// @param sPath  not null. A file that cannot be opened has no bytes.
-    explicit CLazBuf(const char* sPath);
-    ~CLazBuf() override;
-
-    CLazBuf(const CLazBuf&) = delete;
-    CLazBuf& operator=(const CLazBuf&) = delete;
+    /// @param pFile  null: no bytes. Not owned; nobody else moves its position while this object is used.
+    explicit CLazBuf(std::FILE* pFile);
 
     /// Depth counts from the caller on. Before the first call it counts from the constructor.
     void StartHere() noexcept { m_nStart = GetStackPos(); }
@@ -55,12 +53,20 @@ private:
 class CLazFile final : public std::istream
 {
 public:
-    /// @param sPath  not null.
-    explicit CLazFile(const char* sPath) : std::istream(nullptr), m_buf(sPath) { rdbuf(&m_buf); }
+    /// @param pPath  not null. A file that cannot be opened has no bytes.
+    explicit CLazFile(const char* pPath)
+        : std::istream(nullptr), m_pOwned(std::fopen(pPath, "rb")), m_buf(m_pOwned.get())
+    {
+        rdbuf(&m_buf);
+    }
+
+    /// @param pFile  as of CLazBuf.
+    explicit CLazFile(std::FILE* pFile) : std::istream(nullptr), m_buf(pFile) { rdbuf(&m_buf); }
 
     void StartHere() noexcept { m_buf.StartHere(); }
 
 private:
+    CFilePtr m_pOwned; // of a file that it has opened itself
     CLazBuf m_buf;
 };
 

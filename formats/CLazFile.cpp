@@ -1,4 +1,4 @@
-#include <CLazFile.h>
+#include <formats/CLazFile.h>
 
 #include <algorithm>
 #include <cstring>
@@ -16,23 +16,15 @@ constexpr std::uintptr_t c_nMaxDepth = std::uintptr_t{1} << 16U;
 
 } // namespace
 
-CLazBuf::CLazBuf(const char* sPath)
-    : m_pFile(std::fopen(sPath, "rb")), m_nStart(GetStackPos()), m_vecBlock(c_nBlockSize),
-      m_pEnd(m_vecBlock.data())
+CLazBuf::CLazBuf(std::FILE* pFile)
+    : m_pFile(pFile), m_nStart(GetStackPos()), m_vecBlock(c_nBlockSize), m_pEnd(m_vecBlock.data())
 {
     setg(m_pEnd, m_pEnd, m_pEnd);
     if (m_pFile == nullptr)
         return;
-    static_cast<void>(std::setvbuf(m_pFile, nullptr, _IONBF, 0)); // the block is the buffer
     if (fseeko(m_pFile, 0, SEEK_END) == 0)
         m_nSize = static_cast<std::int64_t>(ftello(m_pFile));
     static_cast<void>(fseeko(m_pFile, 0, SEEK_SET));
-}
-
-CLazBuf::~CLazBuf()
-{
-    if (m_pFile != nullptr)
-        static_cast<void>(std::fclose(m_pFile));
 }
 
 bool CLazBuf::IsTooDeep() const noexcept

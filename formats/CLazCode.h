@@ -1,5 +1,5 @@
-#ifndef IO_LAS_CLAZCODE_H
-#define IO_LAS_CLAZCODE_H
+#ifndef FORMATS_CLAZCODE_H
+#define FORMATS_CLAZCODE_H
 
 #include <formats/CSizedFile.h>
 

@@ -1,4 +1,4 @@
-#include <io/las/CLazTable.h>
+#include <formats/CLazTable.h>
 
 #include <algorithm>
 
@@ -22,8 +22,8 @@ CLazTable::CLazTable(CSizedFile& file, std::int64_t nPos, bool bHasPnts)
 bool CLazTable::ReadEntry(CLazChunk& chunk)
 {
     if (m_bHasPnts)
-        m_chunk.m_nNumPnts += ReadDifference(m_modelNumBitsPnts);
-    m_chunk.m_nNumBytes += ReadDifference(m_modelNumBitsBytes);
+        m_chunk.nNumPnts += ReadDifference(m_modelNumBitsPnts);
+    m_chunk.nNumBytes += ReadDifference(m_modelNumBitsBytes);
     chunk = m_chunk;
     return m_code.IsGood();
 }

@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 
-#include <io/las/CLasGuard.h>
-#include <tests/io/las/ReadLas.h>
+#include <formats/CLasGuard.h>
+#include <tests/io/CMemFile.h>
+#include <tests/support/LasBytes.h>
+#include <tests/support/RealFiles.h>
 
 #include <cstring>
+#include <filesystem>
 #include <limits>
 
 namespace
@@ -21,6 +24,18 @@ bool IsLetWith(std::string sBytes, std::size_t nPos, T value)
 {
     std::memcpy(sBytes.data() + nPos, &value, sizeof value);
     return IsLet(sBytes);
+}
+
+/// @return why it is not.
+template <class T>
+std::string FindCauseWith(std::string sBytes, std::size_t nPos, T value)
+{
+    std::memcpy(sBytes.data() + nPos, &value, sizeof value);
+    const CMemFile file(sBytes);
+    CLasGuard guard(file.GetPath());
+    const bool bLet = guard.Check();
+    EXPECT_EQ(bLet, guard.GetCause().empty());
+    return guard.GetCause();
 }
 
 using U8 = std::uint8_t;
@@ -104,15 +119,6 @@ TEST(CLasGuard, Check_RecordsFitBeforeThePnts)
     EXPECT_FALSE(IsLetWith(sBytes, nFirst, U16{65535}));
 }
 
-// The library stops reading records where none fits any more.
-TEST(CLasGuard, Check_MoreRecordsAnnouncedThanThereAre)
-{
-    CLasFile file = LasOf(0, 2);
-    file.vecRecords = {std::string(60, 'x')};
-    EXPECT_TRUE(IsLetWith(file.GetBytes(), c_nNumRecordsAt, U32{2}));
-    EXPECT_EQ(LasCalls(file), ReadLas(file.GetBytes()).m_vecCalls);
-}
-
 TEST(CLasGuard, Check_CompressionIsMarkedAndDescribed)
 {
     CLasFile file = LasOf(0, 2);
@@ -122,6 +128,8 @@ TEST(CLasGuard, Check_CompressionIsMarkedAndDescribed)
     sBytes.replace(file.GetHeaderSize() + 2, 14, "laszip encoded");
     EXPECT_FALSE(IsLet(sBytes));                                            // described, not marked
     EXPECT_FALSE(IsLetWith(LasOf(0, 2).GetBytes(), c_nFormatAt, U8{0x80})); // marked, not described
+    EXPECT_EQ("it is marked as compressed, but does not say how",
+              FindCauseWith(LasOf(0, 2).GetBytes(), c_nFormatAt, U8{0x80}));
 }
 
 TEST(CLasGuard, GetMaxNumPnts_WholePnts)
@@ -136,10 +144,88 @@ TEST(CLasGuard, GetMaxNumPnts_WholePnts)
     EXPECT_EQ(6, guard.GetMaxNumPnts());
 }
 
+TEST(CLasGuard, GetHeader_AlsoOfWhatIsRefused)
+{
+    CLasFile file = LasOf(7, 3);
+    file.vecRecords = {"abc"};
+    std::string sBytes = file.GetBytes();
+    sBytes[file.GetHeaderSize() + 21] = 1; // the record is longer than the room for it
+    const CMemFile memFile(sBytes);
+    CLasGuard guard(memFile.GetPath());
+    EXPECT_FALSE(guard.Check());
+    EXPECT_EQ("its header is damaged: one of its records does not end before the points", guard.GetCause());
+    EXPECT_EQ(7, guard.GetHeader().nFormat);
+    EXPECT_EQ(3, guard.GetHeader().nNumPnts);
+}
+
+TEST(CLasGuard, GetRecords_InTheirOrder)
+{
+    CLasFile file = LasOf(0, 1);
+    file.vecRecords = {"abc", ""};
+    const CMemFile memFile(file.GetBytes());
+    CLasGuard guard(memFile.GetPath());
+    ASSERT_TRUE(guard.Check());
+    CLasRecords records = guard.GetRecords();
+    CLasRecord record;
+    ASSERT_TRUE(records.Next(record));
+    EXPECT_EQ("test", record.GetUser());
+    EXPECT_EQ(7, record.GetId());
+    EXPECT_EQ(3, record.GetSize());
+    EXPECT_EQ(227 + 54, record.GetPos());
+    EXPECT_EQ("", record.GetDescription());
+    ASSERT_TRUE(records.Next(record));
+    EXPECT_EQ(0, record.GetSize());
+    EXPECT_FALSE(records.Next(record));
+    EXPECT_TRUE(records.IsGood());
+}
+
+TEST(CLasGuard, ReadFirstPnt)
+{
+    CLasFile file = LasOf(3, 2);
+    file.vecPnts[0] = {-7, 8, 9, {}};
+    file.adScale = {0.5, 0.25, 2.0};
+    file.adOffset = {100.0, 0.0, -1.0};
+    file.sGap = "gap";
+    const CMemFile memFile(file.GetBytes());
+    CLasGuard guard(memFile.GetPath());
+    ASSERT_TRUE(guard.Check());
+    EXPECT_EQ((std::array<double, 3>{96.5, 2.0, 17.0}), guard.ReadFirstPnt());
+}
+
+struct CRealFile
+{
+    const char* sName;
+    const char* sCause; ///< a part of it; empty: none
+};
+
+TEST(CLasGuard, RealFiles)
+{
+    const std::filesystem::path folder = GetRealFolder();
+    if (!std::filesystem::exists(folder / "las"))
+        GTEST_SKIP() << "no " << folder << "; ZOR4DATA_TEST_DATA says where real files are";
+    for (const CRealFile& file : {CRealFile{"ahn3_delft.laz", ""},
+                                  {"fullwave.laz", ""},
+                                  {"laszip-1.2r0.laz", ""},
+                                  {"1.2-with-color.copc.laz", ""},
+                                  {"pdrf10-1.5.las", ""},
+                                  {"bad/bad_vlr_count.las", ""},
+                                  {"bad/lots_of_vlr.las", ""},
+                                  {"bad/1.2-no-points.las", ""},
+                                  {"bad/garbage_nVariableLength.las", "1069128089 records"},
+                                  {"bad/broken_compressor.laz", "unknown way (16)"},
+                                  {"bad/header_size_0.laz", "never finished"}})
+    {
+        CLasGuard guard((folder / "las" / file.sName).c_str());
+        EXPECT_EQ(*file.sCause == '\0', guard.Check()) << file.sName << ": " << guard.GetCause();
+        EXPECT_NE(std::string::npos, guard.GetCause().find(file.sCause)) << guard.GetCause();
+    }
+}
+
 TEST(CLasGuard, Check_NoFile)
 {
     for (const char* sPath : {"", "/no/such/file.las", "/", "/dev/null"})
         EXPECT_FALSE(CLasGuard(sPath).Check()) << sPath;
+    EXPECT_EQ("cannot be opened: No such file or directory", CLasGuard("/no/such/file.las").GetCause());
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include <io/las/CLazCode.h>
+#include <formats/CLazCode.h>
 
 #include <algorithm>
 
