@@ -23,8 +23,10 @@ struct CAsciiGridHeader
     /// `bComplete` with the last one that is needed: rows, columns, cell size, corner or centre, no-data
     /// value. Of a key given twice the last counts. REQUIRES: not complete.
     ///
-    /// KEPT: the corner is derived from the centre only where the file gives it as 0, 0 and the centre is
-    /// not 0, 0. Without corner keys it stays undefined; without centre keys a corner of 0, 0 becomes so.
+    /// KEPT: the corner is derived from the centre only where the file gives it as 0, 0 and the centre is not
+    /// 0, 0. Without corner keys it stays undefined; without centre keys a corner of 0, 0 becomes so
+    /// (Read_CornerFromCentreWhereItIsZero_Kept, Read_CentreAloneLeavesTheCornerUndefined_Kept,
+    /// Read_ZeroCornerWithoutCentreBecomesUndefined_Kept).
     ///
     /// @return false at an unknown key or a key without a value.
     bool TakeLine(std::string sLine);

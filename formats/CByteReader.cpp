@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace
 {
@@ -40,6 +41,12 @@ bool CByteReader::ReadBlockAt(std::int64_t nPos)
         return Fill();
     OfferBlock();
     return true;
+}
+
+void CByteReader::SetOnBlock(TOnBlock onBlock)
+{
+    m_onBlock = std::move(onBlock);
+    OfferBlock();
 }
 
 void CByteReader::OfferBlock() const

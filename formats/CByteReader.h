@@ -8,7 +8,6 @@
 #include <functional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 /// A file read from front to back in blocks: as bytes or words. Memory: one block and the longest word that
@@ -39,8 +38,10 @@ public:
     /// the file.
     bool ReadBlockAt(std::int64_t nPos);
 
-    /// @param onBlock  gets each block that is read from now on, whole, and where it stands in the file.
-    void SetOnBlock(TOnBlock onBlock) { m_onBlock = std::move(onBlock); }
+    /// @param onBlock  gets the block at hand and each that is read from now on, whole, and where it stands
+    /// in
+    ///                 the file.
+    void SetOnBlock(TOnBlock onBlock);
 
     /// @return the next byte without taking it; -1 at the end of the file.
     int Peek()

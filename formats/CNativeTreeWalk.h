@@ -13,9 +13,9 @@
 /// Walks over the octree of a native file, block by block: the one place that reads masks and leaves, and
 /// that decides what of them is usable.
 ///
-/// Masks and runs are the file's: nothing is believed that the array, the depth limit or the rest of the
-/// file does not bear out. What is dropped on the way is not told to the one who walks; of a well-formed tree
-/// nothing is dropped.
+/// Masks and runs are the file's: the walk believes only what the array, the depth limit (L8) and the rest of
+/// the file bear out. The builder is not told of what it drops; of a well-formed tree it drops nothing, and
+/// L1 holds in it.
 ///
 /// @tparam Source   `std::size_t Read(void*, std::size_t)` takes the next bytes: fewer only at the end.
 /// @tparam Builder  has a type `CChildren`, made once a node from the node and its two masks. It is told of
@@ -50,8 +50,8 @@ public:
     std::size_t GetNumBehind() const noexcept { return static_cast<std::size_t>(m_pBlockEnd - m_pPos); }
 
 private:
-    // Bounded: the tree ends at a node that would lie below c_nMaxDepth, where a build has leaves only, and
-    // every call takes bytes from the file.
+    // L8: the recursion is bounded, since the tree ends at a node that would lie below c_nMaxDepth, where a
+    // build has leaves only, and every call takes bytes from the file.
     template <class Node>
     void WalkNode(Node& node, int nDepth)
     {
@@ -93,16 +93,17 @@ private:
         children.AddLeaf(nBit, static_cast<std::int32_t>(nCount), static_cast<std::int32_t>(nFirst));
     }
 
-    /// Does the run lie inside the array and behind all runs before it? In a tree that was built it does,
-    /// since the runs tile the array in the order of the walk. Otherwise a query could find points twice, as
-    /// often as the file has leaves: its time would have no bound in the number of points.
+    /// Does the run lie inside the array and behind all runs before it? In a tree that was built it does, L1.
+    /// Otherwise a query could find points twice, as often as the file has leaves: its time would have no
+    /// bound in the number of points.
     bool IsNewRun(std::uint32_t nCount, std::uint32_t nFirst) const noexcept
     {
         return nCount > 0 && nFirst >= m_nEnd && std::uint64_t{nFirst} + nCount <= m_nNumPnts;
     }
 
-    /// @return the next bytes of the file, valid until the next call; null, and the tree has ended, when the
-    ///         file does not hold so many.
+    /// @return the next bytes of the file, valid until the next call; null when the file does not hold so
+    /// many,
+    ///         and the tree has then ended.
     const unsigned char* Take(std::size_t nNumBytes)
     {
         if (static_cast<std::size_t>(m_pBlockEnd - m_pPos) < nNumBytes && !Fill(nNumBytes))
@@ -112,7 +113,7 @@ private:
         return p;
     }
 
-    /// Moves what is left of the block to its front and reads on behind it.
+    /// Moves what is left of the block to its front and reads more of the file behind it.
     [[gnu::noinline]] bool Fill(std::size_t nNumBytes)
     {
         const std::size_t nNumLeft = static_cast<std::size_t>(m_pBlockEnd - m_pPos);
@@ -127,8 +128,8 @@ private:
     Source& m_source;
     Builder& m_builder;
     std::uint64_t m_nNumPnts;
-    std::uint64_t m_nEnd = 0; // end of the last run taken: the runs so far lie below
-    bool m_bTiled = true;     // the runs so far tile the array below m_nEnd
+    std::uint64_t m_nEnd = 0; // end of the last run taken; all runs so far lie below it
+    bool m_bTiled = true;     // L1: the runs so far tile the array below m_nEnd
     bool m_bEnded = false;    // nothing more is to be taken from the file
 
     std::unique_ptr<unsigned char[]> m_pBlock;

@@ -91,7 +91,8 @@ bool CPlyHeader::Read(CByteReader& reader, CPlyMeaning* pMeaning)
             bMeant = pMeaning->TakeLine(lines);
         m_nDataOffset = lines.GetPos();
     }
-    // KEPT: a header that the end of the file cuts off is taken as far as it goes.
+    // KEPT: a header that the end of the file cuts off is taken as far as it goes
+    // (EndOfFile_DropsTheOpenElement_Kept, Read_CutOffHeaderWithNothingToReadSucceeds_Kept).
     return m_eState >= State_Inside;
 }
 
@@ -148,8 +149,9 @@ void CPlyHeader::CompleteElement()
         m_open.nNumProps = m_vecProps.size() - m_open.nFirstProp;
         m_vecElements.push_back(m_open);
         m_open.nFirstProp = m_vecProps.size();
-        // KEPT: the vertex mark is cleared only here. An element without items leaves it behind, so that
-        // the element after an empty vertex element is taken for the vertices.
+        // KEPT: the vertex mark is cleared only here. An element without items leaves it behind, so that the
+        // element after an empty vertex element is taken for the vertices
+        // (Element_AfterEmptyVertexIsVertex_Kept, FacesBehindNoVertices_Fail_Kept).
         m_open.bVertex = false;
     }
     else

@@ -11,7 +11,8 @@ const CPlyType* FindPlyType(std::string_view sWord) noexcept
 }
 
 // KEPT: types are told by the start of their name, in the order of the table: of the sized names every
-// integer is one of four bytes, and so is every floating number.
+// integer is one of four bytes, and so is every floating number (Property_SizedTypesGoByPrefix_Kept,
+// Read_SizedTypesGoByPrefix_Kept).
 const CPlyType* FindTakenPlyType(std::string_view sText) noexcept
 {
     const auto* const pEnd = c_aPlyTypes.begin() + c_nNumTakenPlyTypes;

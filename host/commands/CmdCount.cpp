@@ -2,7 +2,6 @@
 #include <host/files/CFileColors.h>
 #include <host/files/LoadCloud.h>
 #include <host/query/PlanQuery.h>
-
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>

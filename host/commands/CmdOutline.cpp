@@ -4,15 +4,17 @@
 #include <host/output/CFailure.h>
 #include <host/output/COutFile.h>
 #include <host/output/CProgressBar.h>
+#include <host/output/FormatCount.h>
 #include <host/output/GetExtension.h>
 #include <host/output/PntWriter.h>
+#include <host/picture/CViewColors.h>
 #include <host/picture/PictureOptions.h>
 #include <host/picture/RenderView.h>
+#include <host/query/CEachPnt.h>
 #include <host/query/CalcDensity.h>
 #include <host/query/ParseNumbers.h>
 #include <host/query/Query.h>
-#include <host/shapes/Shapes.h>
-
+#include <host/shapes/WriteShapes.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -67,7 +69,7 @@ double ParseDistance(const std::string& sDistance)
         return 0.0;
     const double dDistance = ParseNumbers(sDistance, ',', 1, "--distance").front();
     if (!(dDistance > 0.0))
-        throw CUsageError("--distance: not above 0");
+        throw CUsageError("--distance: the distance is not above 0");
     return dDistance;
 }
 
@@ -103,18 +105,21 @@ COutline FindOutline(const CPntCld& cloud, const COptions& options, const CConso
     if (!(dSpacing > 0.0))
         throw CFailure(options.input.sPath, "covers no area: --distance auto has nothing to go by");
     double dFactor = c_dSpacings;
-    for (int i = 0; i < c_nTries; ++i, dFactor *= 2.0)
+    for (int i = 0; i < c_nTries; ++i)
+    {
         if (WalkOutline(cloud, console, RoundToThreeDigits(dFactor * dSpacing), outline))
         {
             outline.sHow = fmt::format(" ({:g} times the mean plan spacing of {:.4g})", dFactor, dSpacing);
             return outline;
         }
+        dFactor *= 2.0;
+    }
     throw CFailure(options.input.sPath,
                    fmt::format("has no closed outline at distances from {:.4g} to {:.4g}",
                                c_dSpacings * dSpacing, outline.dDistance));
 }
 
-/// To hundredths, and small ones, in degrees for example, to five digits.
+/// Sizes are shown to hundredths; small ones, of degrees for example, to five digits.
 std::string FormatSize(double d)
 {
     return d < 100.0 ? fmt::format("{:.5g}", d) : fmt::format("{:.2f}", d);
@@ -176,8 +181,9 @@ void MakeOutline(const COptions& options, const CConsole& console)
     else
         DrawOutline(options, cloud, colors, outline, out);
     out.Commit();
-    fmt::print("{}: {} corners, length {}, area {}, distance {:.10g}{}\n", options.sOutPath, ring.size(),
-               FormatSize(dLength), FormatSize(dArea), outline.dDistance, outline.sHow);
+    fmt::print("{}: {} {}, length {}, area {}, distance {:.10g}{}\n", options.sOutPath, ring.size(),
+               WithPlural("corner", static_cast<std::int64_t>(ring.size())), FormatSize(dLength),
+               FormatSize(dArea), outline.dDistance, outline.sHow);
 }
 
 } // namespace

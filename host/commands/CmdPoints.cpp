@@ -6,7 +6,6 @@
 #include <host/output/COutFile.h>
 #include <host/query/Query.h>
 #include <host/query/WritePnts.h>
-
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>

@@ -1,4 +1,5 @@
 #include <host/files/CNativeFile.h>
+
 #include <host/files/IPntSource.h>
 
 #include <zor4data/CPntCld.h>

@@ -1,4 +1,5 @@
 #include <host/files/CPlyFile.h>
+
 #include <host/files/IPntSource.h>
 #include <host/files/PlyFindings.h>
 

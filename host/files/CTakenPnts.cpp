@@ -74,8 +74,10 @@ bool CTakenPnts::CanTake(const CSourceFacts& facts)
 {
     const CSourcePnt first = facts.nNumFar > 0 ? ChooseFirst(facts) : facts.first;
     const auto nNumSample = static_cast<std::int64_t>(facts.vecSample.size());
-    const std::int64_t nNumNear = std::count_if(facts.vecSample.begin(), facts.vecSample.end(),
-                                                [&](const CSourcePnt& pnt) { return IsInReach(pnt, first); });
+    const std::int64_t nNumNear =
+        std::count_if(facts.vecSample.begin(), facts.vecSample.end(),
+                      [&](const CSourcePnt& pnt) { return IsInReach(pnt, first); }) +
+        (IsInReach(first, first) ? 0 : 1); // it is taken all the same
     const double dNear = static_cast<double>(facts.summary.nNumPnts) * static_cast<double>(nNumNear) /
                          static_cast<double>(std::max<std::int64_t>(nNumSample, 1));
     return nNumSample - nNumNear <= nNumSample / 2 && dNear > 0.0 &&

@@ -84,7 +84,7 @@ void FindStackedPnts(CStackedPnts& stacked, const CSourceFacts& facts, std::vect
 std::string TryLoad(CInputFile& file, std::vector<CFinding>& vecFindings)
 {
     CConsole quiet;
-    quiet.m_bQuiet = true;
+    quiet.SetQuiet();
     CFileColors colors;
     CPntCld cloud(&colors);
     try

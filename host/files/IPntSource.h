@@ -11,7 +11,6 @@
 
 struct CAsciiGridMeaning;
 class CByteReader;
-struct CLasHeader;
 class CPlyMeaning;
 
 namespace zorcld
@@ -61,8 +60,6 @@ std::unique_ptr<IPntSource> MakePlySource(const std::string& sPath, const CPlyMe
                                           CByteReader& reader);
 std::unique_ptr<IPntSource> MakeGridSource(const std::string& sPath, const CAsciiGridMeaning& meaning,
                                            CByteReader& reader);
-std::unique_ptr<IPntSource> MakeLasSource(const std::string& sPath, const CLasHeader& header,
-                                          const std::string& sCause, CByteReader& reader);
 
 /// Loads the file through the library: coordinates come to 1/10000 and points at one x and y may come once.
 std::unique_ptr<IPntSource> MakeCloudSource(CInputFile& file, const CConsole& console);

@@ -63,8 +63,9 @@ void RefuseMovedPnts(const CLoadFacts& facts, const std::string& sPath)
 {
     for (const CFinding& finding : facts.vecFindings)
         if (finding.pCode == std::string_view("span"))
-            throw CFailure(sPath, "its points lie more than 214748 units from the first one; unpacked to "
-                                  ".las it may be converted");
+            throw CFailure(sPath,
+                           "its points lie more than 214748 units from the first one; a zorcld that is "
+                           "built with LASzip may convert it");
 }
 
 CLoadFacts LoadCloud(CPntCld& cloud, const CInputOptions& input, const CConsole& console)

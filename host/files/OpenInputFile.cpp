@@ -1,3 +1,5 @@
+#include <host/files/OpenInputFile.h>
+
 #include <host/files/CFileKind.h>
 #include <host/files/CGridFile.h>
 #include <host/files/CLasFile.h>
@@ -5,7 +7,6 @@
 #include <host/files/CPlyFile.h>
 #include <host/files/InputOptions.h>
 #include <host/files/OpenByteReader.h>
-#include <host/files/OpenInputFile.h>
 #include <host/output/CFailure.h>
 #include <host/output/GetExtension.h>
 

@@ -1,6 +1,7 @@
+#include <host/files/SaveCloud.h>
+
 #include <formats/NativeFacts.h>
 #include <host/files/OpenByteReader.h>
-#include <host/files/SaveCloud.h>
 #include <host/output/CFailure.h>
 #include <host/output/CTempFile.h>
 

@@ -1,7 +1,9 @@
+#include <host/output/PntWriter.h>
+
 #include <formats/MakePlyHead.h>
+#include <host/output/ByteFromShare.h>
 #include <host/output/CFailure.h>
 #include <host/output/GetExtension.h>
-#include <host/output/PntWriter.h>
 
 #include <fmt/format.h>
 
@@ -19,11 +21,6 @@ namespace
 {
 
 constexpr std::size_t c_nChunk = 65536;
-
-int ToByte(float f)
-{
-    return static_cast<int>(std::lround(std::clamp(f, 0.0F, 1.0F) * 255.0F));
-}
 
 /// Gathers bytes so that the file is written in large pieces.
 class CChunk
@@ -75,7 +72,8 @@ public:
     {
         m_chunk.Format("{:.4f},{:.4f},{:.4f}", pnt.m_pnt.x, pnt.m_pnt.y, pnt.m_pnt.z);
         if (m_bColor)
-            m_chunk.Format(",{},{},{}\n", ToByte(pnt.m_fR), ToByte(pnt.m_fG), ToByte(pnt.m_fB));
+            m_chunk.Format(",{},{},{}\n", ByteFromShare(pnt.m_fR), ByteFromShare(pnt.m_fG),
+                           ByteFromShare(pnt.m_fB));
         else
             m_chunk.Format("\n");
     }
@@ -87,8 +85,8 @@ private:
     bool m_bColor;
 };
 
-/// How much of a coordinate between the two is to be taken off so that a float holds what is left to
-/// half a millimetre of a metre: a round number near the smaller one, or 0.
+/// What is to be taken off coordinates between the two so that floats hold the rest to 1/2000 of a unit: a
+/// round number near the smaller one, or 0.
 double CalcShift(double dMin, double dMax)
 {
     constexpr double c_dFloatReach = 8192.0; // floats lie less than 1/1000 apart up to here
@@ -121,7 +119,7 @@ public:
         m_chunk.PutFloat(pnt.m_pnt.z - m_dShift[2]);
         if (m_bColor)
             for (const float f : {pnt.m_fR, pnt.m_fG, pnt.m_fB})
-                m_chunk.PutByte(ToByte(f));
+                m_chunk.PutByte(ByteFromShare(f));
     }
 
     void Finish() override { m_chunk.Flush(); }

@@ -1,7 +1,7 @@
-#include <host/output/CFailure.h>
-#include <host/query/ParseNumbers.h>
 #include <host/query/Query.h>
 
+#include <host/output/CFailure.h>
+#include <host/query/ParseNumbers.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -26,6 +26,9 @@ class CCounter final : public IPntCldListener
 public:
     void OnPnts(int nNumPnts, CCldCadPnt*) override { m_nNumPnts += nNumPnts; }
 
+    std::int64_t GetNumPnts() const { return m_nNumPnts; }
+
+private:
     std::int64_t m_nNumPnts = 0;
 };
 
@@ -182,7 +185,7 @@ std::int64_t CountPnts(const CPntCld& cloud, const CQuery& query)
 {
     CCounter counter;
     RunQuery(cloud, query, counter);
-    return counter.m_nNumPnts;
+    return counter.GetNumPnts();
 }
 
 } // namespace zorcld

@@ -26,7 +26,8 @@ bool CAsciiGridReader::Read(const zor::String& sPath)
 
     m_listener.OnReadType(PntCldType_Pnt);
     m_listener.OnReadNumPnts(SaturateToInt32(cells.GetNumCells()));
-    // KEPT: the point is the upper left corner of the cell, not its centre.
+    // KEPT: the point is the upper left corner of the cell, not its centre
+    // (Read_PointsOnUpperLeftCorners_Kept).
     cells.Take(
         [&](std::int32_t nRow, std::int32_t nCol, double dValue)
         {

@@ -51,7 +51,8 @@ CNativeHeader ReadNativeHeader(ifpstream& stream)
 template <class T>
 bool ReadNative(ifpstream& stream, const CNativeHeader& header, COcTreeData<T>& store)
 {
-    // KEPT: a store with a tree or an array is not overwritten, and the host is not told.
+    // KEPT: a store with a tree or an array is not overwritten, and nothing tells the host
+    // (ReadFromFile_IntoAStoreBeingFilled_Kept, ReadFromFile_IntoAnEmptyStoreWithATree_Kept).
     if (store.m_pTree != nullptr || store.m_pPnts != nullptr)
         return false;
     const std::int32_t nNumPnts = header.CalcNumHeld(stream.GetNumLeft());
@@ -66,7 +67,8 @@ bool ReadNative(ifpstream& stream, const CNativeHeader& header, COcTreeData<T>& 
         store.m_pSelBits = std::move(pSelBits);
         store.m_pDelBits = std::move(pDelBits);
         store.m_bHasDel = false;
-        // KEPT: no point counts as stored one by one, as if all slots were free.
+        // KEPT: no slot counts as filled: the next point stored takes the first one
+        // (AddPnt_AfterLoadingOverwritesTheFirst_Kept).
         store.m_nNumAdded = 0;
     }
     store.m_fOrgX = header.afOrg[0];

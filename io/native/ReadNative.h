@@ -17,9 +17,9 @@ CNativeHeader ReadNativeHeader(ifpstream& stream);
 /// @return false when the store has an array or a tree already, and nothing changes; false, with the
 ///         origin read, when there is no point: the store stays empty.
 ///
-/// Of a damaged file it takes what can be used safely, and tells nothing; docs/native-format.md says how.
-/// Afterwards the runs of the leaves lie inside the array, rise in the order of the walk and never
-/// overlap; no node lies deeper than a build would put it, and none is without points.
+/// Of a damaged file it takes what can be used safely, without telling so; docs/native-format.md says how.
+/// Afterwards the runs of the leaves lie inside the array, rise in the order of the walk and never overlap;
+/// no node lies deeper than a build would put it, and none is without points.
 ///
 /// Cost: about that of reading the bytes. Throws std::bad_alloc; the store is then as before.
 template <class T>

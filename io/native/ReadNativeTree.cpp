@@ -14,8 +14,8 @@ class CTreeBuilder
 public:
     explicit CTreeBuilder(COcTreeArena& arena) : m_arena(arena) {}
 
-    /// The children of one node. Invariant: m_pRecord is where the record of the next child goes; one that
-    /// comes to nothing leaves no bit in m_nExist, and its room to the next.
+    /// The children of one node. Invariant: m_pRecord is where the record of the next child goes; a child
+    /// that is dropped sets no bit in m_nExist and leaves its room to the next.
     class CChildren
     {
     public:

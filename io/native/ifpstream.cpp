@@ -9,7 +9,7 @@
 namespace
 {
 
-/// @return size in bytes, 0 for what has no size of its own, as pipes and directories.
+/// @return size in bytes; 0 for a file that has no size of its own, such as a pipe or a directory.
 std::uint64_t GetFileSize(std::FILE* pFile)
 {
     struct stat status = {};

@@ -102,7 +102,9 @@ bool CPlyElementReader::ReadValue(const CPlyProperty& prop)
         return false;
     if (prop.IsList())
     {
-        m_buffer.Skip(1 + *m_buffer.GetPos() * nSize); // its entries are never looked at
+        // KEPT: the entries of a list are never looked at: a list called "x" leaves x at 0
+        // (Read_ListNamedXIsZero_Kept).
+        m_buffer.Skip(1 + *m_buffer.GetPos() * nSize);
         return true;
     }
     m_slots.Set(prop.eRole, m_buffer.GetPos(), nSize);

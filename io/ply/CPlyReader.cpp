@@ -45,6 +45,7 @@ bool CPlyReader::Read(IDlgProgress* pProgress, const zor::String& sPath)
         return false;
     if (!ReadElements(m_listener, pProgress, header, reader.GetFile()))
         return false;
-    m_listener.OnReadEnd(); // KEPT: of a file without vertices the only call
+    // KEPT: the only call for a file without vertices (Read_WithoutVertexElementOnlyEnds_Kept)
+    m_listener.OnReadEnd();
     return true;
 }

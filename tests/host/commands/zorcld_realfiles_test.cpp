@@ -14,7 +14,7 @@ struct CRealFile
 {
     const char* pName;
     int nInfo;  ///< exit status: 0 it loads, 1 it is refused
-    int nCheck; ///< 0 nothing to say, 3 warnings, 1 it is refused
+    int nCheck; ///< 0 no problems found, 3 warnings, 1 it is refused
 };
 
 constexpr CRealFile c_files[] = {
