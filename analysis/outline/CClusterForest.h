@@ -26,9 +26,8 @@ public:
     }
 
     /// Joins the clusters of two points.
-    ///
-    /// KEPT: the first one's root becomes the root of both, whatever their sizes; the root of a cluster does
-    /// not depend on how the cluster grew.
+    /// KEPT: the first one's root becomes the root of both, whatever their sizes: the outcome does not depend
+    /// on how a cluster grew (Join_FirstRootWins_Kept).
     void Join(std::int32_t nFirst, std::int32_t nSecond) noexcept
     {
         const std::int32_t nRoot = FindRoot(nFirst);

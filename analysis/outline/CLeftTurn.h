@@ -37,8 +37,8 @@ public:
     }
 
     /// @return whether the turn is sharper than the best.
-    ///
-    /// KEPT: straight back is refused where the angles give -π, and is the worst turn where they give π.
+    /// KEPT: straight back is refused only where the angles give -π exactly; where they give π, it is the
+    /// widest turn to the right (IsSharper_StraightBackDependsOnTheSign_Kept).
     bool IsSharper(double dTurn) const noexcept { return dTurn != -c_dPi && dTurn < m_dBest; }
 
     void SetBest(double dTurn, double dx, double dy) noexcept

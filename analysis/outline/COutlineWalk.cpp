@@ -36,7 +36,8 @@ void COutlineWalk<T>::VisitNear(double dRadius, double dTried, OnPnt onPnt) cons
     CollectLeaves2D(m_tree, {x - dRadius, y - dRadius, x + dRadius, y + dRadius}, onLeaf);
 }
 
-/// KEPT: the first step leads to a point strictly north of the start point, or the walk does not begin.
+/// KEPT: the first step leads strictly north of the start point, or there is none
+/// (FirstStepIsStrictlyNorth_Kept).
 template <class T>
 std::int32_t COutlineWalk<T>::FindFirst(double dRadius, double dTried) const
 {

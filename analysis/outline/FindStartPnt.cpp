@@ -29,7 +29,8 @@ public:
     std::int32_t FindPnt(const T* pPnts) const
     {
         std::int32_t nStart = -1;
-        // KEPT: a point on the limit itself does not count.
+        // KEPT: a point on the limit itself does not count (PntsOnTheLimitDoNotCount_Kept,
+        // NoneWithoutExtent_Kept).
         std::int64_t nBest = m_nLimit;
         for (const CFoundLeaf& found : m_vecFound)
         {
