@@ -141,12 +141,16 @@ constexpr std::array<CLazItemType, 15> c_aItemTypes = {{
 }};
 
 /// @param nFormat  without the marks of compression.
-/// @return whether the points of a format have colours, and whether the library takes these.
-/// KEPT: formats 7, 8 and 10 have colours too, and are taken without.
+/// @return whether the points of a format have colours.
 constexpr bool HasColor(unsigned nFormat) noexcept
 {
     return nFormat < c_aFormats.size() && c_aFormats[nFormat].nPosColor != 0;
 }
+
+/// @param nFormat  without the marks of compression.
+/// @return whether the library takes the colours of a format.
+/// KEPT: formats 7, 8 and 10 have colours too, and are taken without
+/// (IsColorTaken_LaterFormatsAreNot_Kept, Read_LaterFormatsWithoutTheirColor_Kept).
 constexpr bool IsColorTaken(unsigned nFormat) noexcept
 {
     return nFormat == 2 || nFormat == 3 || nFormat == 5;

@@ -12,9 +12,9 @@ namespace
 
 /// Search of a tree for the leaves that may hold the westernmost point of a set.
 ///
-/// Each leaf found holds a point of the set, by its square none farther east than the square's eastern
-/// edge. So no square that begins at that edge or farther east is searched: the least such edge is the
-/// limit. A leaf found in the western half of a cube thus keeps the search from the eastern half.
+/// Each leaf found holds a point of the set, by its square (L4) none farther east than the square's eastern
+/// edge. So no square that begins at that edge or farther east is searched: the least such edge is the limit.
+/// A leaf found in the western half of a cube thus keeps the search from the eastern half.
 class CStartSearch
 {
 public:

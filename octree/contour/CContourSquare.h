@@ -14,7 +14,7 @@ struct CContourSquare
     zor::geom::TPlanBox<double> box;
     zor::geom::PNT_2D centre;
 
-    /// Room around the square in which the edges that matter to it are looked for: points may lie a few
+    /// Room around the square in which the edges that matter to it are looked for: L4: points may lie a few
     /// compact units outside the square of their node.
     zor::geom::TPlanBox<double> around;
 

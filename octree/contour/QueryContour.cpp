@@ -14,7 +14,7 @@ void FindContour(const COcTreeData<T>& store, IPntCldListener* pListener, const 
                  enumContourLeaf eLeaf)
 {
     if (store.m_pTree == nullptr)
-        return; // nothing at all, not even the height range
+        return; // no call at all, not even of SetZRange
     COcTreeListener<T> listener(pListener, store, 1);
     if (HasRoot(store))
         CWalkContour<T>(store, listener, polygon, eLeaf).Walk();

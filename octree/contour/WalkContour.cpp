@@ -31,6 +31,7 @@ void CWalkContour<T>::WalkNode(const COcTreeNode& node, const COcTreeCube& cube,
         DeliverWhole(node);
 }
 
+/// Delivers everything under the node. L2: it is one run of the array.
 template <class T>
 void CWalkContour<T>::DeliverWhole(const COcTreeNode& node)
 {
