@@ -1,5 +1,4 @@
 #include <host/files/CLasFile.h>
-#include <host/files/CloudSteps.h>
 #include <host/files/IPntSource.h>
 #include <host/files/LasFacts.h>
 #include <host/files/SourceFacts.h>
@@ -12,7 +11,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace zorcld
 {
@@ -57,12 +55,11 @@ void CLasFile::FindCountFindings()
              m_facts.nHeld > 0, ""});
     if (m_facts.nAnnounced == 0)
         m_facts.vecFindings.push_back({"las-empty", "it holds no points", false, ""});
-    if (m_facts.nAnnounced > std::numeric_limits<std::int32_t>::max())
-        m_facts.vecFindings.push_back(
-            {"las-too-many",
-             fmt::format("its header announces {} points, a cloud holds 2147483647 at most",
-                         m_facts.nAnnounced),
-             false, "split it into tiles"});
+    if (m_facts.nAnnounced > c_nMaxCloudPnts)
+        m_facts.vecFindings.push_back({"las-too-many",
+                                       fmt::format("its header announces {} points, a cloud holds {} at most",
+                                                   m_facts.nAnnounced, c_nMaxCloudPnts),
+                                       false, "split it into tiles"});
 }
 
 std::unique_ptr<IPntSource> CLasFile::MakeSource()
@@ -87,11 +84,11 @@ void CLasFile::FindInPnts(const CSourceFacts& facts, std::vector<CFinding>& vecF
 /// not tell: they are those of its octree.)
 void CLasFile::FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindings) const
 {
-    constexpr double c_dNearEnd = c_dReach - 0.0001;
+    constexpr double c_dNearEnd = c_dReach - 1.0 / c_dCompactScale;
     if (!m_sHeaderCause.empty())
         return;
     const auto calcDist = [&](double d, std::size_t k)
-    { return std::fabs(d - CalcOrigin(m_header.adFirst[k])); };
+    { return std::fabs(d - static_cast<double>(SaturateToFloat(m_header.adFirst[k]))); };
     double dReach = 0.0;
     for (int i = 0; i < cloud.GetNumPnts() && dReach < c_dNearEnd; ++i)
     {
@@ -102,9 +99,9 @@ void CLasFile::FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindi
     if (dReach >= c_dNearEnd)
         vecFindings.push_back(
             {"span",
-             fmt::format("points lie more than 214748 units from the first one ({:.10g} {:.10g} {:.10g}) and "
+             fmt::format("points lie more than {} units from the first one ({:.10g} {:.10g} {:.10g}) and "
                          "are moved to that distance",
-                         m_header.adFirst[0], m_header.adFirst[1], m_header.adFirst[2]),
+                         c_nReach, m_header.adFirst[0], m_header.adFirst[1], m_header.adFirst[2]),
              false, m_header.bCompressed ? "unpack it to .las and check that" : ""});
 }
 
