@@ -1,6 +1,5 @@
 #include <host/files/CLasFile.h>
 #include <host/files/CLasSource.h>
-#include <host/files/CloudSteps.h>
 #include <host/files/FindUnreadPnts.h>
 #include <host/files/LasFacts.h>
 #include <host/files/SourceFacts.h>
@@ -13,7 +12,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace zorcld
 {
@@ -73,12 +71,11 @@ void CLasFile::FindCountFindings()
              c_bHasSource && m_facts.nHeld > 0, ""});
     if (m_facts.nAnnounced == 0)
         m_facts.vecFindings.push_back({"las-empty", "it holds no points", false, ""});
-    if (m_facts.nAnnounced > std::numeric_limits<std::int32_t>::max())
-        m_facts.vecFindings.push_back(
-            {"las-too-many",
-             fmt::format("its header announces {} points, a cloud holds 2147483647 at most",
-                         m_facts.nAnnounced),
-             false, "split it into tiles"});
+    if (m_facts.nAnnounced > c_nMaxCloudPnts)
+        m_facts.vecFindings.push_back({"las-too-many",
+                                       fmt::format("its header announces {} points, a cloud holds {} at most",
+                                                   m_facts.nAnnounced, c_nMaxCloudPnts),
+                                       false, "split it into tiles"});
 }
 
 std::unique_ptr<IPntSource> CLasFile::MakeSource()
@@ -101,10 +98,11 @@ void CLasFile::FindInPnts(const CSourceFacts& facts, std::vector<CFinding>& vecF
 /// not tell: they are those of its octree.)
 void CLasFile::FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindings) const
 {
-    constexpr double c_dNearEnd = c_dReach - 0.0001;
+    constexpr double c_dNearEnd = c_dReach - 1.0 / c_dCompactScale;
     if (!m_guard.GetCause().empty())
         return;
-    const auto calcDist = [&](double d, std::size_t k) { return std::fabs(d - CalcOrigin(m_adFirst[k])); };
+    const auto calcDist = [&](double d, std::size_t k)
+    { return std::fabs(d - static_cast<double>(SaturateToFloat(m_adFirst[k]))); };
     double dReach = 0.0;
     for (int i = 0; i < cloud.GetNumPnts() && dReach < c_dNearEnd; ++i)
     {
@@ -115,9 +113,9 @@ void CLasFile::FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindi
     if (dReach >= c_dNearEnd)
         vecFindings.push_back(
             {"span",
-             fmt::format("points lie more than 214748 units from the first one ({:.10g} {:.10g} {:.10g}) and "
+             fmt::format("points lie more than {} units from the first one ({:.10g} {:.10g} {:.10g}) and "
                          "are moved to that distance",
-                         m_adFirst[0], m_adFirst[1], m_adFirst[2]),
+                         c_nReach, m_adFirst[0], m_adFirst[1], m_adFirst[2]),
              false, ""});
 }
 

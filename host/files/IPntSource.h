@@ -2,6 +2,7 @@
 #define HOST_FILES_IPNTSOURCE_H
 
 #include <host/files/CFinding.h>
+#include <host/files/CSourcePnt.h>
 
 #include <cstdint>
 #include <functional>
@@ -18,17 +19,6 @@ namespace zorcld
 
 class CConsole;
 class CInputFile;
-
-/// A point as its file has it, coordinates in double precision.
-struct CSourcePnt
-{
-    double x = 0.0;
-    double y = 0.0;
-    double z = 0.0;
-    std::uint16_t r = 0; ///< 0 to 255, or of a file with colours of 16 bits to 65535
-    std::uint16_t g = 0;
-    std::uint16_t b = 0;
-};
 
 /// The points of a file as the host itself reads them: more kinds of files than the library takes, nothing
 /// rounded or removed. May be asked for them several times; memory does not grow with the file where the

@@ -140,14 +140,6 @@ private:
 
 } // namespace
 
-void CPntSummary::Add(const zor::geom::PNT_3D& pnt)
-{
-    if (nNumPnts++ == 0)
-        box = zor::geom::RECT_3D(pnt.x, pnt.y, pnt.z, pnt.x, pnt.y, pnt.z);
-    box = zor::geom::RECT_3D(std::min(box.xmin, pnt.x), std::min(box.ymin, pnt.y), std::min(box.zmin, pnt.z),
-                             std::max(box.xmax, pnt.x), std::max(box.ymax, pnt.y), std::max(box.zmax, pnt.z));
-}
-
 std::unique_ptr<IPntWriter> MakeCsvWriter(COutFile& out, const CPntSummary& summary)
 {
     return std::make_unique<CCsvWriter>(out, summary);
