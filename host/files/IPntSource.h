@@ -16,8 +16,6 @@ namespace zorcld
 {
 
 class CByteReader;
-class CConsole;
-class CInputFile;
 struct CGridHeader;
 struct CPlyLayout;
 
@@ -53,9 +51,6 @@ std::unique_ptr<IPntSource> MakeGridSource(const std::string& sPath, const CGrid
                                            CByteReader& reader);
 std::unique_ptr<IPntSource> MakeLasSource(const std::string& sPath, const CLasHeader& header,
                                           const std::string& sCause, CByteReader& reader);
-
-/// Loads the file through the library: coordinates come to 1/10000 and points at one x and y may come once.
-std::unique_ptr<IPntSource> MakeCloudSource(CInputFile& file, const CConsole& console);
 
 } // namespace zorcld
 

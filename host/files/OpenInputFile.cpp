@@ -1,10 +1,11 @@
+#include <host/files/OpenInputFile.h>
+
 #include <host/files/CFileKind.h>
 #include <host/files/CGridFile.h>
 #include <host/files/CLasFile.h>
 #include <host/files/CNativeFile.h>
 #include <host/files/CPlyFile.h>
 #include <host/files/InputOptions.h>
-#include <host/files/OpenInputFile.h>
 #include <host/output/CFailure.h>
 #include <host/output/GetExtension.h>
 
