@@ -2,6 +2,7 @@
 #include <host/files/CCloudSource.h>
 #include <host/files/CFileColors.h>
 #include <host/files/CTakenPnts.h>
+#include <host/files/InputOptions.h>
 #include <host/files/LoadCloud.h>
 #include <host/files/OpenInputFile.h>
 #include <host/files/SaveCloud.h>

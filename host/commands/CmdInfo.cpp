@@ -1,6 +1,7 @@
 #include <host/commands/Commands.h>
 #include <host/files/CFileColors.h>
 #include <host/files/CFileKind.h>
+#include <host/files/InputOptions.h>
 #include <host/files/LoadCloud.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>

@@ -1,4 +1,5 @@
 #include <host/commands/Commands.h>
+#include <host/files/InputOptions.h>
 #include <host/files/LoadCloud.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
