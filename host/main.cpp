@@ -27,7 +27,8 @@ constexpr std::array c_commands = {AddInfoCommand,    AddViewCommand,      AddPo
                                    AddOutlineCommand, AddProfileCommand,   AddGroundCommand, AddCheckCommand,
                                    AddConvertCommand, AddMakeSampleCommand};
 
-/// One line whatever the message holds: file names may hold line feeds.
+/// Prints one line whatever the message holds: file names may hold line feeds.
+/// @return `nStatus`.
 int Report(std::string sMessage, int nStatus)
 {
     std::replace_if(
@@ -36,26 +37,32 @@ int Report(std::string sMessage, int nStatus)
     return nStatus;
 }
 
-int Run(int nNumArgs, char** pArgs)
+void AddCommands(CLI::App& app, CConsole& console)
 {
-    CConsole console;
-    CLI::App app("Reads clouds of measured points, tells what is in them and shows them.", "zorcld");
     app.set_version_flag("--version", "zorcld " ZORCLD_VERSION);
     app.require_subcommand(1);
     app.footer("Exit status: 0 done, 1 a file could not be read or written, 2 wrong usage;\n"
-               "of check also 3, there are warnings.\n"
+               "check also ends with 3 when there are warnings.\n"
                "'zorcld COMMAND --help' tells the options of a command.");
     for (const auto& pAddCommand : c_commands)
         pAddCommand(app, console);
     for (CLI::App* pCommand : app.get_subcommands(nullptr))
-        pCommand->add_flag("-q,--quiet", console.m_bQuiet, "No progress bar, no notes: failures only");
+        pCommand->add_flag_callback(
+            "-q,--quiet", [&console] { console.SetQuiet(); },
+            "Show no progress bar and no notes, failures only");
+}
 
-    const auto isCommand = [&app](const std::string& sName)
-    {
-        const auto vecCommands = app.get_subcommands([&](const CLI::App* p) { return p->check_name(sName); });
-        return !vecCommands.empty();
-    };
-    if (nNumArgs > 1 && pArgs[1][0] != '-' && !isCommand(pArgs[1]))
+bool IsCommand(const CLI::App& app, const std::string& sName)
+{
+    return !app.get_subcommands([&](const CLI::App* p) { return p->check_name(sName); }).empty();
+}
+
+int Run(int nNumArgs, char** pArgs)
+{
+    CConsole console;
+    CLI::App app("Reads clouds of measured points, tells what is in them and shows them.", "zorcld");
+    AddCommands(app, console);
+    if (nNumArgs > 1 && pArgs[1][0] != '-' && !IsCommand(app, pArgs[1]))
         return Report(fmt::format("unknown command '{}' (zorcld --help tells the commands)", pArgs[1]),
                       c_nWrongUsage);
 
@@ -78,10 +85,11 @@ int Run(int nNumArgs, char** pArgs)
 
 } // namespace
 
-/// The program: its exit status. Nothing is thrown.
+/// Runs the program and returns its exit status. Nothing is thrown.
 static int RunProgram(int nNumArgs, char** pArgs)
 {
-    std::signal(SIGXFSZ, SIG_IGN); // a file beyond its allowed size is an error of writing like any other
+    static_cast<void>(std::signal(
+        SIGXFSZ, SIG_IGN)); // a file beyond its allowed size is an error of writing like any other
     try
     {
         const int nStatus = Run(nNumArgs, pArgs);

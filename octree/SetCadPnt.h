@@ -7,7 +7,8 @@
 #include <zor4data/CCldCadPnt.h>
 #include <zor4data/ICldColorListener.h>
 
-/// KEPT: a point without colour leaves the record's colour as it is.
+/// KEPT: a point without colour leaves the record's colour as it is
+/// (Set_WithoutColourKeepsWhatTheRecordHeld_Kept).
 inline void SetCadPntColor(CCldCadPnt&, const CTruncPnt&) noexcept {}
 
 inline void SetCadPntColor(CCldCadPnt& cadPnt, const CTruncPnt_Color& pnt) noexcept

@@ -1,9 +1,9 @@
 #include <host/commands/Commands.h>
+#include <host/files/AddInputOptions.h>
 #include <host/files/CFileKind.h>
 #include <host/files/CheckFile.h>
-#include <host/files/InputOptions.h>
 #include <host/output/CConsole.h>
-#include <host/output/GroupDigits.h>
+#include <host/output/FormatCount.h>
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -31,10 +31,10 @@ struct COptions
     bool bJson = false;
 };
 
-/// As a shell takes it for one word, and a command for a file's name.
+/// The name as a shell takes it for one word, and a command for the name of a file.
 std::string Quote(const std::string& sName)
 {
-    const std::string sText = !sName.empty() && sName.front() == '-' ? "./" + sName : sName;
+    std::string sText = !sName.empty() && sName.front() == '-' ? "./" + sName : sName;
     const bool bPlain = std::all_of(sText.begin(), sText.end(),
                                     [](unsigned char c)
                                     {
@@ -96,12 +96,13 @@ void Print(const CCheckResult& result)
 {
     std::string sFacts = result.pKind == nullptr ? "" : result.pKind->pTitle;
     if (result.nNumPnts >= 0 && result.sCause.empty())
-        sFacts += fmt::format(", {} point{}", GroupDigits(result.nNumPnts), result.nNumPnts == 1 ? "" : "s");
+        sFacts += ", " + FormatCount(result.nNumPnts, "point");
     bool bConvert = result.bConvert;
     if (!result.sCause.empty())
         fmt::print("{}: cannot be loaded: {}\n", result.sPath, result.sCause);
     else
-        fmt::print("{}: {}{}\n", result.sPath, sFacts, result.vecFindings.empty() ? ": nothing to say" : "");
+        fmt::print("{}: {}{}\n", result.sPath, sFacts,
+                   result.vecFindings.empty() ? ": no problems found" : "");
     for (const CFinding& finding : result.vecFindings)
     {
         fmt::print("    {}\n", finding.sText);
@@ -143,9 +144,10 @@ void AddCheckCommand(CLI::App& app, const CConsole& console)
         "check", "Tells what would go wrong or be lost if files were loaded, and what helps");
     pCommand->add_option("FILE", pOptions->vecPaths, "Files to look at")->required();
     AddTypeOption(*pCommand, pOptions->sType);
-    pCommand->add_flag("--json", pOptions->bJson, "As JSON");
-    pCommand->footer("Exit status: 0 nothing to say, 3 warnings, 1 a file cannot be loaded; of several files "
-                     "1 goes before 3.");
+    pCommand->add_flag("--json", pOptions->bJson, "Print the result as JSON");
+    pCommand->footer(
+        "Exit status: 0 no problems found, 3 warnings, 1 a file cannot be loaded; of several files "
+        "1 goes before 3.");
     pCommand->callback([pOptions, &console] { Check(*pOptions, console); });
 }
 

@@ -1,4 +1,5 @@
 #include <host/commands/Commands.h>
+#include <host/files/AddInputOptions.h>
 #include <host/files/CCloudSource.h>
 #include <host/files/CFileColors.h>
 #include <host/files/CTakenPnts.h>
@@ -9,10 +10,9 @@
 #include <host/output/CFailure.h>
 #include <host/output/COutFile.h>
 #include <host/output/CProgressBar.h>
+#include <host/output/FormatCount.h>
 #include <host/output/GetExtension.h>
-#include <host/output/GroupDigits.h>
 #include <host/output/PntWriter.h>
-
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -42,14 +42,13 @@ unsigned char ToByte(std::uint16_t n)
 
 std::string FormatResult(std::int64_t nNumPnts, bool bColor, std::int64_t nRemoved)
 {
-    std::string sText = fmt::format("{} point{}{}", GroupDigits(nNumPnts), nNumPnts == 1 ? "" : "s",
-                                    bColor ? " with colour" : "");
+    std::string sText = FormatCount(nNumPnts, "point") + (bColor ? " with colour" : "");
     if (nRemoved > 0)
-        sText += fmt::format(", {} removed at the x and y of another", GroupDigits(nRemoved));
+        sText += fmt::format(", {} removed at the x and y of another point", GroupDigits(nRemoved));
     return sText;
 }
 
-/// PLY holds floats: says so where they are coarser than thousandths even when shifted.
+/// PLY holds floats: the user is told where they are coarser than thousandths even when shifted.
 void TellCoarseness(const CPntSummary& summary, const COptions& options, const CConsole& console)
 {
     constexpr double c_dRound = 1000.0; // to which coordinates are shifted
@@ -136,10 +135,10 @@ std::string ConvertPnts(IPntSource& source, const COptions& options, const CCons
 {
     const CTakenPnts pnts(source, options.input.sPath, console);
     for (const CFinding& finding : source.GetFindings())
-        if (!finding.bConvert) // else it goes wrong for others only
+        if (!finding.bConvert) // what converting mends goes wrong for other commands only
             console.Note(fmt::format("{}: {}", options.input.sPath, finding.sText));
-    const std::string sResult = GetExtension(options.sOutPath) == ".cld" ? WriteNative(pnts, options, console)
-                                                                         : WritePly(pnts, options, console);
+    std::string sResult = GetExtension(options.sOutPath) == ".cld" ? WriteNative(pnts, options, console)
+                                                                   : WritePly(pnts, options, console);
     for (const std::string& sNote : pnts.GetNotes())
         console.Note(fmt::format("{}: {}", options.sOutPath, sNote));
     return sResult;

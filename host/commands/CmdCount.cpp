@@ -1,8 +1,8 @@
 #include <host/commands/Commands.h>
+#include <host/files/AddInputOptions.h>
 #include <host/files/CFileColors.h>
 #include <host/files/LoadCloud.h>
 #include <host/query/PlanQuery.h>
-
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>

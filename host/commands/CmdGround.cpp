@@ -1,24 +1,25 @@
 #include <host/commands/Commands.h>
+#include <host/files/AddInputOptions.h>
 #include <host/files/LoadCloud.h>
 #include <host/files/SaveCloud.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
 #include <host/output/COutFile.h>
 #include <host/output/CProgressBar.h>
+#include <host/output/FormatCount.h>
 #include <host/output/GetExtension.h>
+#include <host/output/GetFileName.h>
 #include <host/picture/CGroundPicture.h>
+#include <host/picture/CViewColors.h>
 #include <host/picture/PictureOptions.h>
-#include <host/picture/RenderView.h>
 #include <host/query/Query.h>
 #include <host/query/WritePnts.h>
-
 #include <zor4data/CPntCld.h>
 #include <zor4data/IPclProgressListener.h>
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
-#include <filesystem>
 #include <memory>
 #include <optional>
 
@@ -58,7 +59,7 @@ CGroundPicture::COptions ParsePicture(const COptions& options)
 {
     CGroundPicture::COptions picture;
     ParseSize(options.picture.sSize, picture.nWidth, picture.nHeight);
-    picture.sTitle = std::filesystem::path(options.input.sPath).filename().string();
+    picture.sTitle = GetFileName(options.input.sPath);
     picture.sUnit = options.picture.sUnit;
     return picture;
 }
@@ -81,7 +82,7 @@ void SaveGround(CPntCld& cloud, const std::string& sPath, const CConsole& consol
     {
         if (cloud.GetNumPnts() == 0)
             throw CFailure(sPath,
-                           "is not written: there is no ground, and a native file holds a point at least");
+                           "is not written: there is no ground, and a native file holds at least one point");
         SaveCloud(cloud, sPath);
         return;
     }
@@ -110,7 +111,7 @@ void FindGround(const COptions& options, const CConsole& console)
     FilterGround(cloud, console);
     const int nNumGround = cloud.GetNumPnts();
 
-    // The picture takes its name only after the points have theirs.
+    // The picture's file takes its name only after the points' file has its own.
     std::optional<COutFile> pictureFile;
     if (!options.sPicturePath.empty())
     {
@@ -121,7 +122,8 @@ void FindGround(const COptions& options, const CConsole& console)
         SaveGround(cloud, options.sOutPath, console);
     if (pictureFile)
         pictureFile->Commit();
-    fmt::print("{}: {} of {} points are ground ({:.1f} %)\n", options.input.sPath, nNumGround, nNumAll,
+    fmt::print("{}: {} of {} {} {} ground ({:.1f} %)\n", options.input.sPath, nNumGround, nNumAll,
+               WithPlural("point", nNumAll), nNumGround == 1 ? "is" : "are",
                nNumAll > 0 ? 100.0 * nNumGround / nNumAll : 0.0);
 }
 

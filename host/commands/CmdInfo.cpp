@@ -1,13 +1,15 @@
 #include <host/commands/Commands.h>
+#include <host/files/AddInputOptions.h>
 #include <host/files/CFileColors.h>
 #include <host/files/CFileKind.h>
 #include <host/files/LoadCloud.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
+#include <host/output/FormatCount.h>
 #include <host/output/GroupDigits.h>
+#include <host/output/PrintLine.h>
 #include <host/query/CalcDensity.h>
 #include <host/query/Query.h>
-
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -16,7 +18,6 @@
 
 #include <array>
 #include <memory>
-
 #include <sys/resource.h>
 
 namespace zorcld
@@ -42,7 +43,7 @@ std::int64_t GetPeakMemory()
     return static_cast<std::int64_t>(usage.ru_maxrss) * 1024;
 }
 
-/// Everything that is told, in the order in which it is told.
+/// Everything that the command tells, in the order in which it tells it.
 TJson CollectInfo(const CPntCld& cloud, const CInputFile& file, const CLoadFacts& facts)
 {
     TJson info;
@@ -81,19 +82,14 @@ TJson CollectInfo(const CPntCld& cloud, const CInputFile& file, const CLoadFacts
     return info;
 }
 
-void PrintLine(const char* pLabel, const std::string& sValue)
-{
-    fmt::print("{:<20}{}\n", pLabel, sValue);
-}
-
 void PrintDuplicates(const CInputFile& file, const CLoadFacts& facts)
 {
     std::string sText = "not known";
     if (!file.GetFacts().bDuplicates)
-        sText = "before it was saved";
+        sText = "before the file was saved";
     else if (facts.nDuplicates >= 0)
-        sText = GroupDigits(facts.nDuplicates) + " of " + GroupDigits(facts.nAnnounced) +
-                " announced (at the x and y of another)";
+        sText = GroupDigits(facts.nDuplicates) + " of " + FormatCount(facts.nAnnounced, "announced point") +
+                " (each at the x and y of another)";
     PrintLine("Duplicates removed", sText);
 }
 
@@ -128,8 +124,9 @@ void PrintInfo(const TJson& info, const CInputFile& file, const CLoadFacts& fact
     const char* pLabel = "Level of detail";
     for (const TJson& level : info["levels_of_detail"])
     {
-        PrintLine(pLabel, fmt::format("{:>6} {:>14} points", level["spacing"].get<double>(),
-                                      GroupDigits(level["points"].get<std::int64_t>())));
+        const auto nNumPnts = level["points"].get<std::int64_t>();
+        PrintLine(pLabel, fmt::format("{:>6} {:>14} {}", level["spacing"].get<double>(),
+                                      GroupDigits(nNumPnts), WithPlural("point", nNumPnts)));
         pLabel = "";
     }
     std::string sPhases;
@@ -162,7 +159,7 @@ void AddInfoCommand(CLI::App& app, const CConsole& console)
     CLI::App* const pCommand = app.add_subcommand(
         "info", "Tells what a file holds: points, bounds, density, levels of detail, load time");
     AddInputOptions(*pCommand, pOptions->input);
-    pCommand->add_flag("--json", pOptions->bJson, "As JSON");
+    pCommand->add_flag("--json", pOptions->bJson, "Print the result as JSON");
     pCommand->callback([pOptions, &console] { ShowInfo(*pOptions, console); });
 }
 

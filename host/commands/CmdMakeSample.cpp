@@ -46,7 +46,7 @@ void AddMakeSampleCommand(CLI::App& app, const CConsole& console)
         ->check(CLI::Range(std::int64_t{1}, std::int64_t{1000000000}))
         ->capture_default_str()
         ->type_name("N");
-    pCommand->add_option("--seed", pOptions->nSeed, "Another seed is another landscape")
+    pCommand->add_option("--seed", pOptions->nSeed, "Number of the landscape: another seed gives another one")
         ->capture_default_str()
         ->type_name("S");
     pCommand->callback([pOptions, &console] { MakeSample(*pOptions, console); });

@@ -1,18 +1,22 @@
 #include <host/commands/Commands.h>
+#include <host/files/AddInputOptions.h>
 #include <host/files/LoadCloud.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
 #include <host/output/COutFile.h>
 #include <host/output/CProgressBar.h>
+#include <host/output/FormatCount.h>
 #include <host/output/GetExtension.h>
+#include <host/output/GetFileName.h>
 #include <host/output/PntWriter.h>
+#include <host/picture/CViewColors.h>
 #include <host/picture/PictureOptions.h>
 #include <host/picture/RenderView.h>
+#include <host/query/CEachPnt.h>
 #include <host/query/CalcDensity.h>
 #include <host/query/ParseNumbers.h>
 #include <host/query/Query.h>
-#include <host/shapes/Shapes.h>
-
+#include <host/shapes/WriteShapes.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -20,7 +24,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <memory>
 
 namespace zorcld
@@ -67,7 +70,7 @@ double ParseDistance(const std::string& sDistance)
         return 0.0;
     const double dDistance = ParseNumbers(sDistance, ',', 1, "--distance").front();
     if (!(dDistance > 0.0))
-        throw CUsageError("--distance: not above 0");
+        throw CUsageError("--distance: the distance is not above 0");
     return dDistance;
 }
 
@@ -103,18 +106,21 @@ COutline FindOutline(const CPntCld& cloud, const COptions& options, const CConso
     if (!(dSpacing > 0.0))
         throw CFailure(options.input.sPath, "covers no area: --distance auto has nothing to go by");
     double dFactor = c_dSpacings;
-    for (int i = 0; i < c_nTries; ++i, dFactor *= 2.0)
+    for (int i = 0; i < c_nTries; ++i)
+    {
         if (WalkOutline(cloud, console, RoundToThreeDigits(dFactor * dSpacing), outline))
         {
             outline.sHow = fmt::format(" ({:g} times the mean plan spacing of {:.4g})", dFactor, dSpacing);
             return outline;
         }
+        dFactor *= 2.0;
+    }
     throw CFailure(options.input.sPath,
                    fmt::format("has no closed outline at distances from {:.4g} to {:.4g}",
                                c_dSpacings * dSpacing, outline.dDistance));
 }
 
-/// To hundredths, and small ones, in degrees for example, to five digits.
+/// Sizes are shown to hundredths; small ones, of degrees for example, to five digits.
 std::string FormatSize(double d)
 {
     return d < 100.0 ? fmt::format("{:.5g}", d) : fmt::format("{:.2f}", d);
@@ -134,7 +140,7 @@ void DrawOutline(const COptions& options, const CPntCld& cloud, CViewColors& col
     CView view;
     ParseSize(options.picture.sSize, view.nWidth, view.nHeight);
     view.bPlan = true;
-    view.sTitle = std::filesystem::path(options.input.sPath).filename().string();
+    view.sTitle = GetFileName(options.input.sPath);
     view.sUnit = options.picture.sUnit;
     view.sNote = fmt::format("outline at distance {:.10g}", outline.dDistance);
     view.overlay.vecPolygons.push_back({outline.GetRing(), {}});
@@ -144,8 +150,7 @@ void DrawOutline(const COptions& options, const CPntCld& cloud, CViewColors& col
 void MakeOutline(const COptions& options, const CConsole& console)
 {
     const std::string sExtension = GetExtension(options.sOutPath);
-    const bool bJson = sExtension == ".geojson" || sExtension == ".json";
-    if (!bJson && sExtension != ".wkt" && sExtension != ".csv" && sExtension != ".png")
+    if (!IsShapeExtension(sExtension) && sExtension != ".csv" && sExtension != ".png")
         throw CUsageError(
             fmt::format("--output: '{}' ends in none of .geojson, .wkt, .csv and .png", options.sOutPath));
     ParseDistance(options.sDistance);
@@ -163,21 +168,20 @@ void MakeOutline(const COptions& options, const CConsole& console)
     const double dArea = std::fabs(CalcSignedArea(ring));
 
     COutFile out(options.sOutPath);
-    if (bJson)
-        WriteGeoJson(out, ring,
-                     {{"distance", outline.dDistance},
-                      {"corners", static_cast<double>(ring.size())},
-                      {"length", dLength},
-                      {"area", dArea}});
-    else if (sExtension == ".wkt")
-        WriteWkt(out, ring);
-    else if (sExtension == ".csv")
+    if (sExtension == ".csv")
         WriteCsv(outline, out);
-    else
+    else if (sExtension == ".png")
         DrawOutline(options, cloud, colors, outline, out);
+    else
+        WriteShape(out, ring,
+                   {{"distance", outline.dDistance},
+                    {"corners", static_cast<double>(ring.size())},
+                    {"length", dLength},
+                    {"area", dArea}});
     out.Commit();
-    fmt::print("{}: {} corners, length {}, area {}, distance {:.10g}{}\n", options.sOutPath, ring.size(),
-               FormatSize(dLength), FormatSize(dArea), outline.dDistance, outline.sHow);
+    fmt::print("{}: {} {}, length {}, area {}, distance {:.10g}{}\n", options.sOutPath, ring.size(),
+               WithPlural("corner", static_cast<std::int64_t>(ring.size())), FormatSize(dLength),
+               FormatSize(dArea), outline.dDistance, outline.sHow);
 }
 
 } // namespace

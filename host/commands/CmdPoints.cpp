@@ -1,4 +1,5 @@
 #include <host/commands/Commands.h>
+#include <host/files/AddInputOptions.h>
 #include <host/files/CFileColors.h>
 #include <host/files/LoadCloud.h>
 #include <host/output/CConsole.h>
@@ -6,7 +7,6 @@
 #include <host/output/COutFile.h>
 #include <host/query/Query.h>
 #include <host/query/WritePnts.h>
-
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>

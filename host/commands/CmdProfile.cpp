@@ -1,17 +1,20 @@
 #include <host/commands/Commands.h>
+#include <host/files/AddInputOptions.h>
 #include <host/files/LoadCloud.h>
+#include <host/output/ByteFromShare.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
 #include <host/output/COutFile.h>
+#include <host/output/FormatCount.h>
 #include <host/output/GetExtension.h>
+#include <host/output/GetFileName.h>
+#include <host/picture/CViewColors.h>
 #include <host/picture/PictureOptions.h>
 #include <host/picture/RenderProfile.h>
-#include <host/picture/RenderView.h>
+#include <host/query/CEachPnt.h>
 #include <host/query/FormatPlan.h>
 #include <host/query/PlanQuery.h>
-#include <host/query/Query.h>
-#include <host/shapes/Shapes.h>
-
+#include <host/shapes/WriteShapes.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -19,7 +22,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <memory>
 
 namespace zorcld
@@ -42,7 +44,7 @@ CPlanLine ParseCorridor(const std::string& sLine)
     if (!(line.dWidth > 0.0))
         throw CUsageError("--line: the width is not above 0");
     if (line.p1.x == line.p2.x && line.p1.y == line.p2.y)
-        throw CUsageError("--line: begins and ends at one place");
+        throw CUsageError("--line: the line begins and ends at one place");
     return line;
 }
 
@@ -71,13 +73,13 @@ void WriteCsv(const CProfile& profile, bool bColor, COutFile& out)
 {
     std::string sText =
         bColor ? "distance,height,offset,x,y,red,green,blue\n" : "distance,height,offset,x,y\n";
-    const auto byte = [](float f) { return std::lround(std::clamp(f, 0.0F, 1.0F) * 255.0F); };
     for (const CProfilePnt& pnt : profile.vecPnts)
     {
         sText += fmt::format("{:.4f},{:.4f},{:.4f},{:.4f},{:.4f}", pnt.dAlong, pnt.pnt.m_pnt.z, pnt.dAcross,
                              pnt.pnt.m_pnt.x, pnt.pnt.m_pnt.y);
         if (bColor)
-            sText += fmt::format(",{},{},{}", byte(pnt.pnt.m_fR), byte(pnt.pnt.m_fG), byte(pnt.pnt.m_fB));
+            sText += fmt::format(",{},{},{}", ByteFromShare(pnt.pnt.m_fR), ByteFromShare(pnt.pnt.m_fG),
+                                 ByteFromShare(pnt.pnt.m_fB));
         sText += '\n';
     }
     out.Write(sText);
@@ -99,7 +101,7 @@ void DrawProfile(const COptions& options, const CProfile& profile, CViewColors& 
 {
     CProfileView view;
     ParseSize(options.picture.sSize, view.nWidth, view.nHeight);
-    view.sTitle = std::filesystem::path(options.input.sPath).filename().string();
+    view.sTitle = GetFileName(options.input.sPath);
     view.sUnit = options.picture.sUnit;
     RenderProfile(profile, colors.IsByHeight() ? &colors.GetHeightColors() : nullptr, view, out);
 }
@@ -107,8 +109,7 @@ void DrawProfile(const COptions& options, const CProfile& profile, CViewColors& 
 void MakeProfile(const COptions& options, const CConsole& console)
 {
     const std::string sExtension = GetExtension(options.sOutPath);
-    const bool bJson = sExtension == ".geojson" || sExtension == ".json";
-    if (!bJson && sExtension != ".wkt" && sExtension != ".csv" && sExtension != ".png")
+    if (!IsShapeExtension(sExtension) && sExtension != ".csv" && sExtension != ".png")
         throw CUsageError(
             fmt::format("--output: '{}' ends in none of .png, .csv, .geojson and .wkt", options.sOutPath));
     const CPlanLine line = ParseCorridor(options.sLine);
@@ -123,19 +124,19 @@ void MakeProfile(const COptions& options, const CConsole& console)
     const CProfile profile = CutProfile(cloud, line);
 
     COutFile out(options.sOutPath);
-    if (bJson)
-        WriteGeoJson(out, MakeCorridor(line), {{"width", line.dWidth}, {"length", profile.dLength}});
-    else if (sExtension == ".wkt")
-        WriteWkt(out, MakeCorridor(line));
-    else if (sExtension == ".csv")
+    if (sExtension == ".csv")
         WriteCsv(profile, cloud.IsWithColor(), out);
-    else
+    else if (sExtension == ".png")
         DrawProfile(options, profile, colors, out);
+    else
+        WriteShape(out, MakeCorridor(line), {{"width", line.dWidth}, {"length", profile.dLength}});
     out.Commit();
-    if (profile.vecPnts.empty())
+    const auto nNumPnts = static_cast<std::int64_t>(profile.vecPnts.size());
+    if (nNumPnts == 0)
         console.Note(
             fmt::format("{}: no point lies along the line: {}", options.input.sPath, FormatPlan(cloud)));
-    fmt::print("{}: {} points along {:.6g}\n", options.sOutPath, profile.vecPnts.size(), profile.dLength);
+    fmt::print("{}: {} {} along {:.6g}\n", options.sOutPath, nNumPnts, WithPlural("point", nNumPnts),
+               profile.dLength);
 }
 
 } // namespace

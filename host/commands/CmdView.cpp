@@ -1,24 +1,26 @@
 #include <host/commands/Commands.h>
+#include <host/files/AddInputOptions.h>
 #include <host/files/CFileColors.h>
 #include <host/files/LoadCloud.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
 #include <host/output/COutFile.h>
+#include <host/output/FormatCount.h>
 #include <host/output/GetExtension.h>
+#include <host/output/GetFileName.h>
+#include <host/picture/CViewColors.h>
 #include <host/picture/PictureOptions.h>
 #include <host/picture/RenderView.h>
 #include <host/query/FormatPlan.h>
 #include <host/query/ParseNumbers.h>
 #include <host/query/Query.h>
-#include <host/shapes/Shapes.h>
-
+#include <host/shapes/ReadShapes.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <memory>
 
 namespace zorcld
@@ -86,7 +88,7 @@ void MakeView(const COptions& options, const CConsole& console)
             throw CFailure(options.sOverlayPath, "holds neither a polygon nor a line");
     }
     view.nMaxPnts = options.query.nMaxPnts;
-    view.sTitle = std::filesystem::path(options.input.sPath).filename().string();
+    view.sTitle = GetFileName(options.input.sPath);
     view.sUnit = options.picture.sUnit;
 
     CViewColors colors;
@@ -101,7 +103,8 @@ void MakeView(const COptions& options, const CConsole& console)
     COutFile out(options.sOutPath);
     const CViewResult result = RenderView(cloud, colors, view, out);
     out.Commit();
-    fmt::print("{}: {} x {}, {} points{}\n", options.sOutPath, view.nWidth, view.nHeight, result.nNumPnts,
+    fmt::print("{}: {} x {}, {} {}{}\n", options.sOutPath, view.nWidth, view.nHeight, result.nNumPnts,
+               WithPlural("point", result.nNumPnts),
                result.dLod > 0.0 ? fmt::format(", level of detail {:.4g}", result.dLod) : std::string());
 }
 
@@ -117,7 +120,7 @@ void AddViewCommand(CLI::App& app, const CConsole& console)
     pCommand
         ->add_option(
             "--from", pOptions->sFrom,
-            "From above with north up, or from where the viewer stands: degrees clockwise from north, "
+            "Look from above with north up, or from where the viewer stands: degrees clockwise from north, "
             "degrees above the horizon")
         ->capture_default_str()
         ->type_name("plan|AZIMUTH,ELEVATION");

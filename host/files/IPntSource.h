@@ -10,14 +10,8 @@
 #include <string>
 #include <vector>
 
-struct CLasHeader;
-
 namespace zorcld
 {
-
-class CByteReader;
-struct CGridHeader;
-struct CPlyLayout;
 
 /// The points of a file as the host itself reads them: more kinds of files than the library takes, nothing
 /// rounded or removed. May be asked for them several times; memory does not grow with the file where the
@@ -41,16 +35,6 @@ public:
     /// What the last `ForEach` saw beside the points.
     virtual std::vector<CFinding> GetFindings() const { return {}; }
 };
-
-// Each keeps the parsed head and the reader it is lent, and throws CFailure with the cause when the head
-// tells that the points cannot be read.
-
-std::unique_ptr<IPntSource> MakePlySource(const std::string& sPath, const CPlyLayout& layout,
-                                          const std::string& sCause, CByteReader& reader);
-std::unique_ptr<IPntSource> MakeGridSource(const std::string& sPath, const CGridHeader& header,
-                                           CByteReader& reader);
-std::unique_ptr<IPntSource> MakeLasSource(const std::string& sPath, const CLasHeader& header,
-                                          const std::string& sCause, CByteReader& reader);
 
 } // namespace zorcld
 

@@ -1,6 +1,9 @@
-#include <formats/LasHeader.h>
 #include <host/files/LasFacts.h>
+
+#include <formats/CLasHeader.h>
+#include <formats/CLasRecords.h>
 #include <host/output/GroupDigits.h>
+#include <host/output/PrintLine.h>
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
@@ -21,11 +24,6 @@ std::vector<std::int64_t> TrimReturns(std::vector<std::int64_t> vecNumByReturn)
     while (!vecNumByReturn.empty() && vecNumByReturn.back() == 0)
         vecNumByReturn.pop_back();
     return vecNumByReturn;
-}
-
-void PrintLine(const char* pLabel, const std::string& sValue)
-{
-    fmt::print("{:<20}{}\n", pLabel, sValue);
 }
 
 std::string FormatAxes(const TJson& values)
@@ -56,7 +54,7 @@ void PrintReturns(const TJson& returns)
 
 } // namespace
 
-TJson CollectLasFacts(const CLasHeader& header)
+TJson CollectLasFacts(const CLasHeader& header, const std::vector<CLasRecord>& vecRecords)
 {
     TJson facts;
     facts["version"] = fmt::format("{}.{}", header.nMajor, header.nMinor);
@@ -72,11 +70,11 @@ TJson CollectLasFacts(const CLasHeader& header)
     facts["generating_software"] = header.sSoftware;
     facts["created"] = header.GetDate();
     facts["records"] = TJson::array();
-    for (const CLasRecord& record : header.vecRecords)
-        facts["records"].push_back({{"user", record.sUser},
-                                    {"id", record.nId},
-                                    {"bytes", record.nSize},
-                                    {"description", record.sDescription}});
+    for (const CLasRecord& record : vecRecords)
+        facts["records"].push_back({{"user", record.GetUser()},
+                                    {"id", record.GetId()},
+                                    {"bytes", record.GetSize()},
+                                    {"description", record.GetDescription()}});
     return facts;
 }
 

@@ -16,6 +16,9 @@ public:
     /// Standard error is a terminal and the user does not want quiet.
     bool HasProgressBar() const;
 
+    void SetQuiet() { m_bQuiet = true; }
+
+private:
     bool m_bQuiet = false;
 };
 

@@ -1,5 +1,6 @@
-#include <host/output/CFailure.h>
 #include <host/output/COutFile.h>
+
+#include <host/output/CFailure.h>
 
 #include <cerrno>
 #include <cstring>
@@ -27,7 +28,7 @@ COutFile::COutFile(std::string sPath) : m_sPath(std::move(sPath))
 COutFile::~COutFile()
 {
     if (m_pFile != nullptr)
-        std::fclose(m_pFile);
+        static_cast<void>(std::fclose(m_pFile)); // the file is given up
 }
 
 void COutFile::Write(const void* pBytes, std::size_t nBytes)

@@ -27,7 +27,7 @@ public:
 
     std::FILE* GetFile() const { return m_pFile; }
 
-    /// As the user named it.
+    /// The path as the user named it.
     const std::string& GetPath() const { return m_sPath; }
 
     /// @throws CFailure when not every byte could be written.

@@ -1,5 +1,6 @@
-#include <host/output/CConsole.h>
 #include <host/output/CProgressBar.h>
+
+#include <host/output/CConsole.h>
 
 #include <fmt/format.h>
 
@@ -46,8 +47,6 @@ bool CProgressBar::SetPos(int nPos)
     if (nPos == m_nPos && nPos < c_nAlmostDone)
         return true;
     m_timeLast = TClock::now();
-    if (m_nPos < 0)
-        m_timeFirst = m_timeLast;
     const bool bChanged = nPos != m_nPos;
     m_nPos = nPos;
     if (bChanged)
@@ -63,7 +62,7 @@ void CProgressBar::Draw() const
     const auto nDone = static_cast<std::size_t>(nPos * c_nWidth / 100);
     fmt::print(stderr, "\r\033[K{} [{}{}] {:3} %", m_sLabel, std::string(nDone, '#'),
                std::string(c_nWidth - nDone, '.'), nPos);
-    std::fflush(stderr);
+    static_cast<void>(std::fflush(stderr)); // a bar that is not seen harms nothing
 }
 
 } // namespace zorcld

@@ -12,7 +12,7 @@ namespace zorcld
 
 class CConsole;
 
-/// Progress bar on standard error, which also notes when a load reached its first and its last point.
+/// Progress bar on standard error, which also notes when a load reached its last point.
 ///
 /// Drawn only where the console allows it, and taken away when it goes.
 class CProgressBar final : public IDlgProgress
@@ -35,7 +35,6 @@ public:
     /// Has SetPos been called?
     bool HasPos() const { return m_nPos >= 0; }
     std::int64_t GetNumCalls() const { return m_nNumCalls; }
-    TClock::time_point GetFirstTime() const { return m_timeFirst; }
     TClock::time_point GetLastTime() const { return m_timeLast; }
 
 private:
@@ -45,7 +44,6 @@ private:
     bool m_bShown;
     int m_nPos = -1;
     std::int64_t m_nNumCalls = 0;
-    TClock::time_point m_timeFirst;
     TClock::time_point m_timeLast;
 };
 

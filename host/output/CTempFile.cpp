@@ -1,16 +1,16 @@
-#include <host/output/CFailure.h>
 #include <host/output/CTempFile.h>
+
+#include <host/output/CFailure.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <climits>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-
-#include <climits>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -25,8 +25,8 @@ namespace
 // What a signal handler may look at: plain bytes, complete before the flag is set.
 struct CWatched
 {
-    char m_acPath[PATH_MAX];
-    volatile std::sig_atomic_t m_bSet;
+    char acPath[PATH_MAX];
+    volatile std::sig_atomic_t bSet;
 };
 
 std::array<CWatched, CTempFile::c_nMaxAtOnce> g_watched;
@@ -36,31 +36,32 @@ constexpr std::array c_signals = {SIGINT, SIGTERM, SIGHUP, SIGQUIT};
 extern "C" void RemoveAndEnd(int nSignal)
 {
     for (const CWatched& watched : g_watched)
-        if (watched.m_bSet != 0)
-            unlink(watched.m_acPath);
-    std::signal(nSignal, SIG_DFL);
+        if (watched.bSet != 0)
+            unlink(watched.acPath);
+    static_cast<void>(std::signal(nSignal, SIG_DFL));
     static_cast<void>(std::raise(nSignal));
 }
 
-/// A signal that the caller ignores, as nohup does, stays ignored.
+/// Has a signal that ends the program remove the file; one that the caller ignores, as nohup does, stays
+/// ignored.
 void Watch(const std::string& sPath)
 {
     const auto pFree = std::find_if(g_watched.begin(), g_watched.end(),
-                                    [](const CWatched& watched) { return watched.m_bSet == 0; });
-    if (pFree == g_watched.end() || sPath.size() >= sizeof pFree->m_acPath)
+                                    [](const CWatched& watched) { return watched.bSet == 0; });
+    if (pFree == g_watched.end() || sPath.size() >= sizeof pFree->acPath)
         return;
-    std::memcpy(pFree->m_acPath, sPath.c_str(), sPath.size() + 1);
-    pFree->m_bSet = 1;
+    std::memcpy(pFree->acPath, sPath.c_str(), sPath.size() + 1);
+    pFree->bSet = 1;
     for (const int nSignal : c_signals)
         if (std::signal(nSignal, RemoveAndEnd) == SIG_IGN)
-            std::signal(nSignal, SIG_IGN);
+            static_cast<void>(std::signal(nSignal, SIG_IGN));
 }
 
 void Unwatch(const std::string& sPath)
 {
     for (CWatched& watched : g_watched)
-        if (watched.m_bSet != 0 && sPath == watched.m_acPath)
-            watched.m_bSet = 0;
+        if (watched.bSet != 0 && sPath == watched.acPath)
+            watched.bSet = 0;
 }
 
 /// The rights of the file that will be replaced; of a new one those that the user's mask leaves.
@@ -94,7 +95,7 @@ CTempFile::~CTempFile()
 {
     if (m_sTemp.empty())
         return;
-    std::remove(m_sTemp.c_str());
+    static_cast<void>(std::remove(m_sTemp.c_str())); // if that fails, it is left behind
     Unwatch(m_sTemp);
 }
 

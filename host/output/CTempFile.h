@@ -15,7 +15,7 @@ class CTempFile
 public:
     static constexpr int c_nMaxAtOnce = 4;
 
-    /// @param sTarget  where it is to be; symbolic links in it are followed.
+    /// @param sTarget  where the file is to be; symbolic links in it are followed.
     /// @throws CFailure, in the name of `sTarget`, when it cannot be created.
     explicit CTempFile(const std::string& sTarget);
     ~CTempFile();
@@ -24,8 +24,8 @@ public:
 
     const std::string& GetPath() const { return m_sTemp; }
 
-    /// Puts it in its place, where it replaces a file that is there.
-    /// @return false, with errno, when that fails; it is removed with this object then.
+    /// Puts the file in its place; a file that is there is replaced.
+    /// @return false, with errno, when that fails; the file is then removed with this object.
     bool Rename();
 
 private:
@@ -33,7 +33,7 @@ private:
     std::string m_sTemp; // empty: renamed
 };
 
-/// The path with the symbolic link followed that it may be.
+/// The path that a symbolic link leads to; of anything else the path itself.
 std::string FollowLink(const std::string& sPath);
 
 } // namespace zorcld

@@ -1,6 +1,9 @@
+#include <host/output/PntWriter.h>
+
+#include <formats/MakePlyHead.h>
+#include <host/output/ByteFromShare.h>
 #include <host/output/CFailure.h>
 #include <host/output/GetExtension.h>
-#include <host/output/PntWriter.h>
 
 #include <fmt/format.h>
 
@@ -8,6 +11,8 @@
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <string>
+#include <vector>
 
 namespace zorcld
 {
@@ -16,11 +21,6 @@ namespace
 {
 
 constexpr std::size_t c_nChunk = 65536;
-
-int ToByte(float f)
-{
-    return static_cast<int>(std::lround(std::clamp(f, 0.0F, 1.0F) * 255.0F));
-}
 
 /// Gathers bytes so that the file is written in large pieces.
 class CChunk
@@ -72,7 +72,8 @@ public:
     {
         m_chunk.Format("{:.4f},{:.4f},{:.4f}", pnt.m_pnt.x, pnt.m_pnt.y, pnt.m_pnt.z);
         if (m_bColor)
-            m_chunk.Format(",{},{},{}\n", ToByte(pnt.m_fR), ToByte(pnt.m_fG), ToByte(pnt.m_fB));
+            m_chunk.Format(",{},{},{}\n", ByteFromShare(pnt.m_fR), ByteFromShare(pnt.m_fG),
+                           ByteFromShare(pnt.m_fB));
         else
             m_chunk.Format("\n");
     }
@@ -84,8 +85,8 @@ private:
     bool m_bColor;
 };
 
-/// How much of a coordinate between the two is to be taken off so that a float holds what is left to
-/// half a millimetre of a metre: a round number near the smaller one, or 0.
+/// What is to be taken off coordinates between the two so that floats hold the rest to 1/2000 of a unit: a
+/// round number near the smaller one, or 0.
 double CalcShift(double dMin, double dMax)
 {
     constexpr double c_dFloatReach = 8192.0; // floats lie less than 1/1000 apart up to here
@@ -105,14 +106,10 @@ public:
             m_dShift = {CalcShift(summary.box.xmin, summary.box.xmax),
                         CalcShift(summary.box.ymin, summary.box.ymax),
                         CalcShift(summary.box.zmin, summary.box.zmax)};
-        m_chunk.Format("ply\nformat binary_little_endian 1.0\n");
+        std::vector<std::string> vecComments;
         if (!GetNote().empty())
-            m_chunk.Format("comment {}\n", GetNote());
-        m_chunk.Format("element vertex {}\nproperty float x\nproperty float y\nproperty float z\n",
-                       summary.nNumPnts);
-        if (m_bColor)
-            m_chunk.Format("property uchar red\nproperty uchar green\nproperty uchar blue\n");
-        m_chunk.Format("end_header\n");
+            vecComments.push_back(GetNote());
+        m_chunk.Format("{}", MakePlyHead(summary.nNumPnts, m_bColor, vecComments));
     }
 
     void Add(const CCldCadPnt& pnt) override
@@ -122,7 +119,7 @@ public:
         m_chunk.PutFloat(pnt.m_pnt.z - m_dShift[2]);
         if (m_bColor)
             for (const float f : {pnt.m_fR, pnt.m_fG, pnt.m_fB})
-                m_chunk.PutByte(ToByte(f));
+                m_chunk.PutByte(ByteFromShare(f));
     }
 
     void Finish() override { m_chunk.Flush(); }

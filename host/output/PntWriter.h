@@ -3,7 +3,7 @@
 
 #include <host/output/COutFile.h>
 #include <host/output/CPntSummary.h>
-
+#include <zor3geom/PNT_3D.h>
 #include <zor4data/CCldCadPnt.h>
 
 #include <functional>
@@ -20,7 +20,7 @@ public:
     virtual ~IPntWriter() = default;
     virtual void Add(const CCldCadPnt& pnt) = 0;
 
-    /// After the last point.
+    /// To be called after the last point.
     virtual void Finish() = 0;
 
     /// What the user should know of the file, or nothing.
@@ -29,10 +29,11 @@ public:
 
 using TMakePntWriter = std::function<std::unique_ptr<IPntWriter>(COutFile&, const CPntSummary&)>;
 
-/// Chosen by the extension.
+/// Finds the writer for the extension of a path.
 /// @throws CUsageError for an unknown one.
 TMakePntWriter FindPntWriter(const std::string& sPath);
 
+/// Both write what stands before the points at once, and the points in large pieces.
 std::unique_ptr<IPntWriter> MakeCsvWriter(COutFile& out, const CPntSummary& summary);
 std::unique_ptr<IPntWriter> MakePlyWriter(COutFile& out, const CPntSummary& summary);
 

@@ -1,14 +1,17 @@
-#include <host/output/COutFile.h>
-#include <host/output/GroupDigits.h>
 #include <host/picture/CGroundPicture.h>
-#include <host/picture/CPicture.h>
-#include <host/picture/HeightRamp.h>
 
+#include <host/output/COutFile.h>
+#include <host/output/FormatCount.h>
+#include <host/output/GroupDigits.h>
+#include <host/picture/CPicture.h>
+#include <host/picture/DrawOverlay.h>
+#include <host/picture/HeightRamp.h>
 #include <zor4data/CPntCld.h>
 
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace zorcld
 {
@@ -52,9 +55,9 @@ void CGroundPicture::FitParts()
     const int h = m_options.nHeight;
     const double m = CalcZoom(w, h);
     const double dMargin = 0.025 * std::min(w, h);
-    const double dRight = dMargin + (m_options.bByHeight ? CPicture::GetLegendWidth(w, h) : 0);
-    const double dTop = CPicture::GetTitleHeight(w, h);
-    const CArea all{dMargin, dTop, w - dMargin - dRight, h - dTop - CPicture::GetScaleBarHeight(w, h)};
+    const double dRight = dMargin + (m_options.bByHeight ? CalcLegendWidth(w, h) : 0);
+    const double dTop = CalcTitleHeight(w, h);
+    const CArea all{dMargin, dTop, w - dMargin - dRight, h - dTop - CalcScaleBarHeight(w, h)};
     const CArea beside{0.0, c_dCaption * m, (all.dWidth - c_dGap * m) / 2.0, all.dHeight - c_dCaption * m};
     const CArea below{0.0, c_dCaption * m, all.dWidth, (all.dHeight - c_dGap * m) / 2.0 - c_dCaption * m};
 
@@ -85,7 +88,7 @@ void CGroundPicture::AddPnts(const CPntCld& cloud, std::size_t nPart)
 void CGroundPicture::ColorByHeight()
 {
     const double dRange = m_overview.zMax - m_overview.zMin;
-    const auto byte = [](float f) { return static_cast<unsigned char>(f + 0.5F); };
+    const auto byte = [](float f) { return static_cast<unsigned char>(std::lround(f)); };
     for (CScreenPnt& pnt : m_vecPnts)
     {
         const double z = -(pnt.fDepth / m_frames[0].dPerUnit + m_overview.dNear);
@@ -101,8 +104,8 @@ std::string CGroundPicture::FormatShare() const
     const double dShare =
         m_nNumPnts[0] > 0 ? 100.0 * static_cast<double>(m_nNumPnts[1]) / static_cast<double>(m_nNumPnts[0])
                           : 0.0;
-    return fmt::format("{} of {} points are ground ({:.1f} %)", GroupDigits(m_nNumPnts[1]),
-                       GroupDigits(m_nNumPnts[0]), dShare);
+    return fmt::format("{} of {} {} ground ({:.1f} %)", GroupDigits(m_nNumPnts[1]),
+                       FormatCount(m_nNumPnts[0], "point"), m_nNumPnts[1] == 1 ? "is" : "are", dShare);
 }
 
 void CGroundPicture::Write(COutFile& out)
@@ -125,7 +128,7 @@ void CGroundPicture::Write(COutFile& out)
         overlay.vecCaptions = {{m_captions[0].x, m_captions[0].y, "All points"},
                                {m_captions[1].x, m_captions[1].y, "Ground"}};
     CPicture picture(raster, nScale);
-    picture.DrawOverlay(overlay);
+    DrawOverlay(picture, overlay);
     picture.WritePng(out);
 }
 

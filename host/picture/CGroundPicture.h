@@ -1,6 +1,7 @@
 #ifndef HOST_PICTURE_CGROUNDPICTURE_H
 #define HOST_PICTURE_CGROUNDPICTURE_H
 
+#include <host/picture/CScreenPnt.h>
 #include <host/picture/ViewRaster.h>
 
 #include <cstdint>
@@ -19,7 +20,7 @@ class COutFile;
 class CGroundPicture
 {
 public:
-    /// How it is wanted.
+    /// How the picture is wanted.
     struct COptions
     {
         int nWidth = 0; ///< pixels
@@ -31,12 +32,13 @@ public:
 
     explicit CGroundPicture(const COptions& options) : m_options(options) {}
 
+    /// Takes the points of the first part, and the extent of both.
     void AddBefore(const CPntCld& cloud);
 
-    /// The same cloud, with fewer points.
+    /// Takes the points of the second part from the same cloud, which has fewer now.
     void AddAfter(const CPntCld& cloud);
 
-    /// Draws it and writes it as PNG, not yet committed.
+    /// Draws the picture and writes it as PNG, not yet committed.
     /// @throws CFailure
     void Write(COutFile& out);
 

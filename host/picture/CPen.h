@@ -1,7 +1,7 @@
 #ifndef HOST_PICTURE_CPEN_H
 #define HOST_PICTURE_CPEN_H
 
-#include <host/picture/CPntRaster.h>
+#include <host/picture/CRgb.h>
 
 #include <cairo.h>
 
@@ -11,22 +11,10 @@
 namespace zorcld
 {
 
-/// Sizes of labels follow the picture's: how many times their common size they have.
+/// How many times their common size labels have on a picture of this size, pixels.
 double CalcZoom(int nWidth, int nHeight);
 
-/// The largest of 1, 2, 5, 10, 20, 50... that is at most `d`.
-double RoundDown(double d);
-
-/// A mark on a scale.
-struct CTick
-{
-    double dValue;
-    std::string sLabel;
-};
-
-/// Marks at the multiples of `dStep` from `dMin` to `dMax`.
-std::vector<CTick> MakeTicks(double dMin, double dMax, double dStep);
-
+/// The number with the unit behind it, where there is one.
 std::string WithUnit(const std::string& sNumber, const std::string& sUnit);
 
 /// A place on a picture, pixels.
@@ -50,18 +38,19 @@ public:
     void SetFont(double dSize, bool bBold);
     double CalcTextWidth(const std::string& sText) const;
 
+    /// Writes a line of text whose foot lies at y.
     /// @param dAlign  0: the text begins at x, 0.5: its middle lies there, 1: it ends there.
     void Text(double x, double y, double dAlign, const std::string& sText, double dAlpha = 0.95);
 
-    /// Upwards, with its middle at y.
+    /// Writes upwards; the middle of the text lies at y.
     void TextUpwards(double x, double y, const std::string& sText, double dAlpha = 0.95);
 
     void Rect(double x, double y, double dWidth, double dHeight, const CRgb& color, double dAlpha = 1.0);
 
-    /// Dark, half transparent, with round corners.
+    /// Draws a dark, half transparent rectangle with round corners.
     void Panel(double x, double y, double dWidth, double dHeight);
 
-    /// Lines from place to place of each path.
+    /// Draws lines from place to place of each path.
     void Paths(const std::vector<std::vector<CPixel>>& vecPaths, double dWidth, const CRgb& color,
                double dAlpha = 1.0);
 

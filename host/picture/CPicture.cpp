@@ -1,5 +1,6 @@
-#include <host/output/COutFile.h>
 #include <host/picture/CPicture.h>
+
+#include <host/output/COutFile.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -75,6 +76,11 @@ CPicture::CPicture(const CPntRaster& raster, int nScale)
             pRow[x] = Pack(CalcMean(raster, x, y, nScale));
     }
     cairo_surface_mark_dirty(m_pSurface.get());
+}
+
+CPen CPicture::MakePen()
+{
+    return {m_pSurface.get(), CalcZoom(m_nWidth, m_nHeight)};
 }
 
 void CPicture::WritePng(COutFile& out) const

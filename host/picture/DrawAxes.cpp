@@ -1,5 +1,8 @@
+#include <host/picture/DrawAxes.h>
+
 #include <host/picture/CPen.h>
 #include <host/picture/CPicture.h>
+#include <host/picture/Ticks.h>
 
 #include <algorithm>
 #include <cmath>
@@ -49,9 +52,9 @@ void DrawScaleY(CPen& pen, const CAxes& axes)
 
 } // namespace
 
-void CPicture::DrawAxes(const CAxes& axes)
+void DrawAxes(CPicture& picture, const CAxes& axes)
 {
-    CPen pen(m_pSurface.get(), CalcZoom(m_nWidth, m_nHeight));
+    CPen pen = picture.MakePen();
     const double m = pen.GetZoom();
     pen.SetFont(18.0, true);
     pen.Text(axes.x, 34.0 * m, 0.0, axes.sTitle);

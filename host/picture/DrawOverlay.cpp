@@ -1,6 +1,9 @@
+#include <host/picture/DrawOverlay.h>
+
 #include <host/picture/CPen.h>
 #include <host/picture/CPicture.h>
 #include <host/picture/HeightRamp.h>
+#include <host/picture/Ticks.h>
 
 #include <fmt/format.h>
 
@@ -45,7 +48,7 @@ void DrawScaleBar(CPen& pen, const COverlay& overlay, int nWidth, int nHeight)
 void DrawLegend(CPen& pen, const COverlay& overlay, int nWidth, int nHeight)
 {
     const double m = pen.GetZoom();
-    const double dPanel = CPicture::GetLegendWidth(nWidth, nHeight) - 12.0 * m;
+    const double dPanel = CalcLegendWidth(nWidth, nHeight) - 12.0 * m;
     const double dHeight = std::min(420.0 * m, nHeight * 0.62);
     const double xPanel = nWidth - dPanel - 14.0 * m;
     const double yPanel = (nHeight - dHeight) / 2.0 - 24.0 * m;
@@ -77,32 +80,32 @@ void DrawLegend(CPen& pen, const COverlay& overlay, int nWidth, int nHeight)
 
 } // namespace
 
-int CPicture::GetLegendWidth(int nWidth, int nHeight)
+int CalcLegendWidth(int nWidth, int nHeight)
 {
     return static_cast<int>(std::ceil(126.0 * CalcZoom(nWidth, nHeight)));
 }
 
-int CPicture::GetTitleHeight(int nWidth, int nHeight)
+int CalcTitleHeight(int nWidth, int nHeight)
 {
     return static_cast<int>(std::ceil(72.0 * CalcZoom(nWidth, nHeight)));
 }
 
-int CPicture::GetScaleBarHeight(int nWidth, int nHeight)
+int CalcScaleBarHeight(int nWidth, int nHeight)
 {
     return static_cast<int>(std::ceil(62.0 * CalcZoom(nWidth, nHeight)));
 }
 
-void CPicture::DrawOverlay(const COverlay& overlay)
+void DrawOverlay(CPicture& picture, const COverlay& overlay)
 {
-    CPen pen(m_pSurface.get(), CalcZoom(m_nWidth, m_nHeight));
+    CPen pen = picture.MakePen();
     DrawTitle(pen, overlay);
     pen.SetFont(15.0, true);
     for (const CCaption& caption : overlay.vecCaptions)
         pen.Text(caption.x, caption.y, 0.0, caption.sText);
     if (overlay.bLegend)
-        DrawLegend(pen, overlay, m_nWidth, m_nHeight);
+        DrawLegend(pen, overlay, picture.GetWidth(), picture.GetHeight());
     if (overlay.dUnitsPerPixel > 0.0)
-        DrawScaleBar(pen, overlay, m_nWidth, m_nHeight);
+        DrawScaleBar(pen, overlay, picture.GetWidth(), picture.GetHeight());
 }
 
 } // namespace zorcld

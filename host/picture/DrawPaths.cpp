@@ -1,4 +1,5 @@
-#include <host/picture/CPen.h>
+#include <host/picture/DrawPaths.h>
+
 #include <host/picture/CPicture.h>
 
 #include <algorithm>
@@ -44,10 +45,10 @@ bool ClipSegment(CPixel& a, CPixel& b, const CPixel& low, const CPixel& high)
 } // namespace
 
 // What lies far outside is cut off before it is drawn: the drawing library counts pixels in few bits.
-void CPicture::DrawPaths(const std::vector<std::vector<CPixel>>& vecPaths)
+void DrawPaths(CPicture& picture, const std::vector<std::vector<CPixel>>& vecPaths)
 {
-    const CPixel low{-1.0 * m_nWidth, -1.0 * m_nHeight};
-    const CPixel high{2.0 * m_nWidth, 2.0 * m_nHeight};
+    const CPixel low{-1.0 * picture.GetWidth(), -1.0 * picture.GetHeight()};
+    const CPixel high{2.0 * picture.GetWidth(), 2.0 * picture.GetHeight()};
     std::vector<std::vector<CPixel>> vecClipped;
     for (const std::vector<CPixel>& vecPath : vecPaths)
         for (std::size_t i = 1; i < vecPath.size(); ++i)
@@ -62,7 +63,7 @@ void CPicture::DrawPaths(const std::vector<std::vector<CPixel>>& vecPaths)
                 vecClipped.push_back({a});
             vecClipped.back().push_back(b);
         }
-    CPen pen(m_pSurface.get(), CalcZoom(m_nWidth, m_nHeight));
+    CPen pen = picture.MakePen();
     pen.Paths(vecClipped, 5.0 * pen.GetZoom(), c_halo, 0.6);
     pen.Paths(vecClipped, 2.2 * pen.GetZoom(), c_line);
 }

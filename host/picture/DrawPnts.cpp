@@ -1,4 +1,4 @@
-#include <host/picture/CPntRaster.h>
+#include <host/picture/DrawPnts.h>
 
 #include <algorithm>
 #include <cmath>
@@ -9,7 +9,7 @@ namespace zorcld
 namespace
 {
 
-/// Not so for a place that is no number, or so far off that pixels cannot be counted.
+/// Does the point lie so near that its distance can be counted in pixels? A place that is no number does not.
 bool IsNearPicture(const CScreenPnt& pnt)
 {
     constexpr float c_fFar = 1e6F;

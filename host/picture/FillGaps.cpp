@@ -1,5 +1,6 @@
-#include <host/picture/CPntRaster.h>
-#include <host/picture/Surround.h>
+#include <host/picture/FillGaps.h>
+
+#include <host/picture/FindSurround.h>
 
 namespace zorcld
 {

@@ -1,4 +1,4 @@
-#include <host/picture/Surround.h>
+#include <host/picture/FindSurround.h>
 
 #include <array>
 

@@ -1,8 +1,7 @@
 #ifndef HOST_PICTURE_HEIGHTRAMP_H
 #define HOST_PICTURE_HEIGHTRAMP_H
 
-#include <host/picture/CPntRaster.h>
-
+#include <host/picture/CRgb.h>
 #include <zor4data/ICldColorListener.h>
 
 namespace zorcld

@@ -1,8 +1,8 @@
-#include <host/output/CFailure.h>
 #include <host/picture/PictureOptions.h>
-#include <host/picture/RenderView.h>
-#include <host/query/ParseNumbers.h>
 
+#include <host/output/CFailure.h>
+#include <host/picture/CViewColors.h>
+#include <host/query/ParseNumbers.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -16,7 +16,9 @@ void AddPictureOptions(CLI::App& command, CPictureOptions& options)
     command.add_option("--size", options.sSize, "Size of the picture, pixels")
         ->capture_default_str()
         ->type_name("WxH");
-    command.add_option("--color", options.sColor, "By the colours of the file, by height, or what there is")
+    command
+        .add_option("--color", options.sColor,
+                    "Colours of the file, by height, or (auto) of the file where it has any")
         ->check(CLI::IsMember({"auto", "file", "height"}))
         ->capture_default_str();
     command.add_option("--unit", options.sUnit, "Name of the coordinate unit for scales and legend, as m");

@@ -25,6 +25,7 @@ struct CPictureOptions
 /// Adds --size, --color and --unit.
 void AddPictureOptions(CLI::App& command, CPictureOptions& options);
 
+/// The size that --size gives, pixels.
 /// @throws CUsageError
 void ParseSize(const std::string& sSize, int& nWidth, int& nHeight);
 

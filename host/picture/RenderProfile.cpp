@@ -1,9 +1,14 @@
+#include <host/picture/RenderProfile.h>
+
 #include <host/output/COutFile.h>
-#include <host/output/GroupDigits.h>
+#include <host/output/FormatCount.h>
 #include <host/picture/CPen.h>
 #include <host/picture/CPicture.h>
+#include <host/picture/DrawAxes.h>
+#include <host/picture/DrawPnts.h>
 #include <host/picture/HeightRamp.h>
-#include <host/picture/RenderProfile.h>
+#include <host/picture/Ticks.h>
+#include <host/picture/ViewRaster.h>
 
 #include <fmt/format.h>
 
@@ -19,8 +24,7 @@ namespace
 
 constexpr double c_dMaxExaggeration = 100.0;
 constexpr double c_dRoomAbove = 1.08; // of the range of heights: points do not touch the frame
-constexpr std::int64_t c_nFinePixels = 12000000;
-constexpr float c_fMaxRadius = 3.2F; // picture pixels at common size
+constexpr float c_fMaxRadius = 3.2F;  // picture pixels at common size
 
 struct CRange
 {
@@ -61,31 +65,28 @@ double FitAxes(const CProfile& profile, const CRange& heights, const CProfileVie
 std::vector<CScreenPnt> PlacePnts(const CProfile& profile, CHeightColors* pColors, const CAxes& axes,
                                   int nScale)
 {
-    const auto byte = [](float f)
-    { return static_cast<unsigned char>(std::clamp(f, 0.0F, 1.0F) * 255.0F + 0.5F); };
     std::vector<CScreenPnt> vecPnts;
     vecPnts.reserve(profile.vecPnts.size());
     const double dPerX = axes.dWidth / (axes.dMaxX - axes.dMinX) * nScale;
     const double dPerY = axes.dHeight / (axes.dMaxY - axes.dMinY) * nScale;
     for (const CProfilePnt& pnt : profile.vecPnts)
     {
-        float r = pnt.pnt.m_fR;
-        float g = pnt.pnt.m_fG;
-        float b = pnt.pnt.m_fB;
+        CCldCadPnt colored = pnt.pnt;
         if (pColors != nullptr)
-            pColors->GetColor(pnt.pnt.m_pnt.z, r, g, b);
-        vecPnts.push_back({static_cast<float>(axes.x * nScale + (pnt.dAlong - axes.dMinX) * dPerX),
-                           static_cast<float>(axes.y * nScale + (axes.dMaxY - pnt.pnt.m_pnt.z) * dPerY),
-                           static_cast<float>((pnt.dAcross + 0.5 * profile.dWidth) * dPerX), byte(r), byte(g),
-                           byte(b)});
+            pColors->GetColor(colored.m_pnt.z, colored.m_fR, colored.m_fG, colored.m_fB);
+        CScreenPnt& screenPnt = vecPnts.emplace_back();
+        screenPnt.x = static_cast<float>(axes.x * nScale + (pnt.dAlong - axes.dMinX) * dPerX);
+        screenPnt.y = static_cast<float>(axes.y * nScale + (axes.dMaxY - colored.m_pnt.z) * dPerY);
+        screenPnt.fDepth = static_cast<float>((pnt.dAcross + 0.5 * profile.dWidth) * dPerX);
+        screenPnt.SetColor(colored);
     }
     return vecPnts;
 }
 
 std::string FormatSubtitle(const CProfile& profile, double dExaggeration, const std::string& sUnit)
 {
-    std::string sText = fmt::format("{} points up to {} beside the line",
-                                    GroupDigits(static_cast<std::int64_t>(profile.vecPnts.size())),
+    std::string sText = fmt::format("{} up to {} beside the line",
+                                    FormatCount(static_cast<std::int64_t>(profile.vecPnts.size()), "point"),
                                     WithUnit(fmt::format("{:.6g}", 0.5 * profile.dWidth), sUnit));
     if (dExaggeration != 1.0)
         sText += fmt::format(", heights drawn {:g} times as large", dExaggeration);
@@ -106,12 +107,12 @@ double RenderProfile(const CProfile& profile, CHeightColors* pColors, const CPro
     if (pColors != nullptr)
         pColors->SetRange(heights.dMin, heights.dMax);
 
-    const int nScale = static_cast<std::int64_t>(view.nWidth) * view.nHeight <= c_nFinePixels ? 2 : 1;
+    const int nScale = ChooseScale(view.nWidth, view.nHeight);
     CPntRaster raster(view.nWidth * nScale, view.nHeight * nScale);
     const float fRadius = c_fMaxRadius * static_cast<float>(nScale * CalcZoom(view.nWidth, view.nHeight));
     DrawPnts(PlacePnts(profile, pColors, axes, nScale), fRadius, raster);
     CPicture picture(raster, nScale);
-    picture.DrawAxes(axes);
+    DrawAxes(picture, axes);
     picture.WritePng(out);
     return dExaggeration;
 }

@@ -29,7 +29,7 @@ struct CProfile
     std::vector<CProfilePnt> vecPnts;
 };
 
-/// How its picture is wanted.
+/// How the picture of a cross-section is wanted.
 struct CProfileView
 {
     int nWidth = 0; ///< pixels

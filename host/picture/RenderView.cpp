@@ -1,9 +1,12 @@
-#include <host/output/COutFile.h>
-#include <host/output/GroupDigits.h>
-#include <host/picture/CPicture.h>
 #include <host/picture/RenderView.h>
-#include <host/picture/ViewRaster.h>
 
+#include <host/output/COutFile.h>
+#include <host/output/FormatCount.h>
+#include <host/picture/CPicture.h>
+#include <host/picture/CViewColors.h>
+#include <host/picture/DrawOverlay.h>
+#include <host/picture/DrawPaths.h>
+#include <host/picture/ViewRaster.h>
 #include <zor4data/CPntCld.h>
 
 #include <algorithm>
@@ -18,10 +21,10 @@ namespace
 CArea FindArea(const CView& view, bool bLegend)
 {
     const double dMargin = 0.025 * std::min(view.nWidth, view.nHeight);
-    const double dTop = std::max<double>(dMargin, CPicture::GetTitleHeight(view.nWidth, view.nHeight));
+    const double dTop = std::max<double>(dMargin, CalcTitleHeight(view.nWidth, view.nHeight));
     const double dBottom =
-        std::max<double>(dMargin, view.bPlan ? CPicture::GetScaleBarHeight(view.nWidth, view.nHeight) : 0);
-    const double dRight = dMargin + (bLegend ? CPicture::GetLegendWidth(view.nWidth, view.nHeight) : 0);
+        std::max<double>(dMargin, view.bPlan ? CalcScaleBarHeight(view.nWidth, view.nHeight) : 0);
+    const double dRight = dMargin + (bLegend ? CalcLegendWidth(view.nWidth, view.nHeight) : 0);
     return {dMargin, dTop, view.nWidth - dMargin - dRight, view.nHeight - dTop - dBottom};
 }
 
@@ -56,8 +59,8 @@ std::vector<std::vector<CPixel>> PlaceShapes(const CShapes& shapes, const CView&
 std::string FormatSubtitle(const CPntCld& cloud, const CViewResult& result)
 {
     if (result.nNumPnts == cloud.GetNumPnts())
-        return GroupDigits(result.nNumPnts) + " points";
-    return GroupDigits(result.nNumPnts) + " of " + GroupDigits(cloud.GetNumPnts()) + " points";
+        return FormatCount(result.nNumPnts, "point");
+    return GroupDigits(result.nNumPnts) + " of " + FormatCount(cloud.GetNumPnts(), "point");
 }
 
 } // namespace
@@ -95,8 +98,8 @@ CViewResult RenderView(const CPntCld& cloud, CViewColors& colors, const CView& v
     overlay.dUnitsPerPixel = view.bPlan && !overview.bEmpty ? frame.GetUnitsPerPixel() : 0.0;
     CPicture picture(raster, frame.nScale);
     if (!overview.bEmpty)
-        picture.DrawPaths(PlaceShapes(view.overlay, view, frame));
-    picture.DrawOverlay(overlay);
+        DrawPaths(picture, PlaceShapes(view.overlay, view, frame));
+    DrawOverlay(picture, overlay);
     picture.WritePng(out);
     return result;
 }

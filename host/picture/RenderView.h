@@ -2,9 +2,8 @@
 #define HOST_PICTURE_RENDERVIEW_H
 
 #include <host/picture/CCamera.h>
-#include <host/picture/HeightRamp.h>
 #include <host/query/Query.h>
-#include <host/shapes/Shapes.h>
+#include <host/shapes/CShapes.h>
 
 #include <cstdint>
 #include <string>
@@ -15,26 +14,7 @@ namespace zorcld
 {
 
 class COutFile;
-
-/// Colours of a picture: the file's, or by height.
-class CViewColors final : public ICldColorListener
-{
-public:
-    void SetByHeight(bool bByHeight) { m_bByHeight = bByHeight; }
-    bool IsByHeight() const { return m_bByHeight; }
-    CHeightColors& GetHeightColors() { return m_heights; }
-
-    void GetColor(double z, float& r, float& g, float& b) override
-    {
-        if (m_bByHeight)
-            m_heights.GetColor(z, r, g, b);
-    }
-    void SetZRange(double, double) override {}
-
-private:
-    bool m_bByHeight = false;
-    CHeightColors m_heights;
-};
+class CViewColors;
 
 /// What picture is wanted.
 struct CView

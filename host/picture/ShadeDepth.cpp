@@ -1,4 +1,4 @@
-#include <host/picture/CPntRaster.h>
+#include <host/picture/ShadeDepth.h>
 
 #include <algorithm>
 #include <array>

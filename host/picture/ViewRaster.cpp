@@ -1,6 +1,10 @@
 #include <formats/Compact.h>
 #include <host/picture/ViewRaster.h>
 
+#include <host/picture/CloseHoles.h>
+#include <host/picture/DrawPnts.h>
+#include <host/picture/FillGaps.h>
+#include <host/picture/ShadeDepth.h>
 #include <zor4data/CPntCld.h>
 
 #include <algorithm>
@@ -50,14 +54,12 @@ COverview LookOver(const CPntCld& cloud, CQuery query, const CCamera& camera)
 
 CScreenPnt CFrame::Place(const CViewPnt& pnt, const CCldCadPnt& cadPnt) const
 {
-    const auto byte = [](float f)
-    { return static_cast<unsigned char>(std::clamp(f, 0.0F, 1.0F) * 255.0F + 0.5F); };
-    return {static_cast<float>((pnt.x - xOrg) * dPerUnit),
-            static_cast<float>((yOrg - pnt.y) * dPerUnit),
-            static_cast<float>((pnt.dDepth - dNear) * dPerUnit),
-            byte(cadPnt.m_fR),
-            byte(cadPnt.m_fG),
-            byte(cadPnt.m_fB)};
+    CScreenPnt screenPnt{};
+    screenPnt.x = static_cast<float>((pnt.x - xOrg) * dPerUnit);
+    screenPnt.y = static_cast<float>((yOrg - pnt.y) * dPerUnit);
+    screenPnt.fDepth = static_cast<float>((pnt.dDepth - dNear) * dPerUnit);
+    screenPnt.SetColor(cadPnt);
+    return screenPnt;
 }
 
 int ChooseScale(int nWidth, int nHeight)

@@ -3,6 +3,7 @@
 
 #include <host/picture/CCamera.h>
 #include <host/picture/CPntRaster.h>
+#include <host/picture/CScreenPnt.h>
 #include <host/query/Query.h>
 
 #include <cstdint>
@@ -26,6 +27,7 @@ struct COverview
     bool bEmpty = true;
 };
 
+/// Looks at a coarse level of detail of what the query delivers.
 COverview LookOver(const CPntCld& cloud, CQuery query, const CCamera& camera);
 
 /// Where on a picture the points are to lie, pixels from the upper left corner.
@@ -51,7 +53,7 @@ struct CFrame
     double GetUnitsPerPixel() const { return nScale / dPerUnit; }
 };
 
-/// As large as it fits, in the middle of the area.
+/// The frame that shows the overview as large as it fits, in the middle of the area.
 CFrame FitFrame(const COverview& overview, const CArea& area, int nScale);
 
 /// How many raster pixels there are a picture pixel, each way: fewer for very large pictures.
@@ -61,7 +63,7 @@ int ChooseScale(int nWidth, int nHeight);
 std::int64_t CollectPnts(const CPntCld& cloud, const CQuery& query, const CCamera& camera,
                          const CFrame& frame, std::vector<CScreenPnt>& vecPnts);
 
-/// Draws and shades them.
+/// Draws the points and shades them.
 /// @param bPhoto  they have the colours of photographs, which show form of their own: shaded less.
 /// @param bKeepHoles  holes tell something: only small ones are closed.
 void Rasterize(const std::vector<CScreenPnt>& vecPnts, int nScale, bool bPhoto, bool bKeepHoles,

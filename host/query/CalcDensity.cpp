@@ -1,6 +1,6 @@
 #include <host/query/CalcDensity.h>
-#include <host/query/Query.h>
 
+#include <host/query/Query.h>
 #include <zor4data/CPntCld.h>
 
 #include <algorithm>

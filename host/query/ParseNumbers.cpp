@@ -1,5 +1,6 @@
-#include <host/output/CFailure.h>
 #include <host/query/ParseNumbers.h>
+
+#include <host/output/CFailure.h>
 
 #include <fmt/format.h>
 

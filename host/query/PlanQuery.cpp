@@ -1,10 +1,10 @@
+#include <host/query/PlanQuery.h>
+
 #include <host/output/CFailure.h>
+#include <host/query/CEachPnt.h>
 #include <host/query/CPlanRegion.h>
 #include <host/query/ParseNumbers.h>
-#include <host/query/PlanQuery.h>
-#include <host/query/Query.h>
-#include <host/shapes/Shapes.h>
-
+#include <host/shapes/ReadShapes.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -56,7 +56,8 @@ void AddPlanOptions(CLI::App& command, CPlanOptions& options)
             .add_option("--line", options.sLine, "Keep what is at most DIST beside a line, seen from above")
             ->type_name("x1,y1,x2,y2,DIST")
             ->excludes(pRect);
-    command.add_flag("--ends", options.bEnds, "With --line: and what is exactly at its ends")->needs(pLine);
+    command.add_flag("--ends", options.bEnds, "With --line: keep what is exactly at its ends too")
+        ->needs(pLine);
     CLI::Option* const pContour = command
                                       .add_option("--contour", options.sContour,
                                                   "Keep what is inside the polygons of a file, seen from "
@@ -64,7 +65,7 @@ void AddPlanOptions(CLI::App& command, CPlanOptions& options)
                                       ->type_name("FILE")
                                       ->excludes(pRect)
                                       ->excludes(pLine);
-    command.add_flag("--outside", options.bOutside, "With --contour: what is outside instead")
+    command.add_flag("--outside", options.bOutside, "With --contour: keep what is outside instead")
         ->needs(pContour);
 }
 

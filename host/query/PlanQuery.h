@@ -30,6 +30,7 @@ struct CPlanOptions
 /// Adds --rect, --line, --ends, --contour and --outside.
 void AddPlanOptions(CLI::App& command, CPlanOptions& options);
 
+/// The rectangle that --rect gives, coordinate units.
 /// @throws CUsageError
 zor::geom::RECT_2D ParseRect(const std::string& sRect);
 
@@ -41,6 +42,7 @@ struct CPlanLine
     double dWidth = 0.0;
 };
 
+/// The line that --line gives.
 /// @throws CUsageError for a width below 0.
 CPlanLine ParseLine(const std::string& sLine);
 

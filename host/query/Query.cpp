@@ -1,7 +1,7 @@
-#include <host/output/CFailure.h>
-#include <host/query/ParseNumbers.h>
 #include <host/query/Query.h>
 
+#include <host/output/CFailure.h>
+#include <host/query/ParseNumbers.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -26,6 +26,9 @@ class CCounter final : public IPntCldListener
 public:
     void OnPnts(int nNumPnts, CCldCadPnt*) override { m_nNumPnts += nNumPnts; }
 
+    std::int64_t GetNumPnts() const { return m_nNumPnts; }
+
+private:
     std::int64_t m_nNumPnts = 0;
 };
 
@@ -165,8 +168,8 @@ double FindLod(const CPntCld& cloud, CQuery query, std::int64_t nMaxPnts)
     // One point for the whole cloud at about its extent; with a spacing beyond that, every point.
     double dFound = dExtent;
     bool bFound = false;
-    for (query.dLod = c_dFinest * std::exp2(std::ceil(std::log2(dExtent / c_dFinest)) + 1.0);
-         query.dLod >= c_dFinest; query.dLod /= 2.0)
+    query.dLod = c_dFinest * std::exp2(std::ceil(std::log2(dExtent / c_dFinest)) + 1.0);
+    while (query.dLod >= c_dFinest)
     {
         const bool bFits = CountPnts(cloud, query) <= nMaxPnts;
         if (bFits)
@@ -174,6 +177,7 @@ double FindLod(const CPntCld& cloud, CQuery query, std::int64_t nMaxPnts)
         else if (bFound || query.dLod < 0.25 * dExtent)
             break;
         bFound = bFound || bFits;
+        query.dLod /= 2.0;
     }
     return dFound;
 }
@@ -182,7 +186,7 @@ std::int64_t CountPnts(const CPntCld& cloud, const CQuery& query)
 {
     CCounter counter;
     RunQuery(cloud, query, counter);
-    return counter.m_nNumPnts;
+    return counter.GetNumPnts();
 }
 
 } // namespace zorcld

@@ -1,8 +1,8 @@
 #ifndef HOST_QUERY_QUERY_H
 #define HOST_QUERY_QUERY_H
 
+#include <host/query/CEachPnt.h>
 #include <host/query/PlanQuery.h>
-
 #include <zor3geom/PLANE_3D.h>
 #include <zor4data/CCldCadPnt.h>
 #include <zor4data/IPntCldListener.h>
@@ -59,23 +59,6 @@ void RunQuery(const CPntCld& cloud, const CQuery& query, IPntCldListener& listen
 /// @return the smallest spacing, of those that are a power of two of the cloud's smallest step, with
 ///         which the query delivers at most `nMaxPnts` points; 0 when without one it delivers no more.
 double FindLod(const CPntCld& cloud, CQuery query, std::int64_t nMaxPnts);
-
-/// Listener that hands point by point to a function, which outlives it.
-template <class TFn>
-class CEachPnt final : public IPntCldListener
-{
-public:
-    explicit CEachPnt(TFn& fn) : m_fn(fn) {}
-
-    void OnPnts(int nNumPnts, CCldCadPnt* pPnts) override
-    {
-        for (int i = 0; i < nNumPnts; ++i)
-            m_fn(pPnts[i]);
-    }
-
-private:
-    TFn& m_fn;
-};
 
 /// Calls `fn(const CCldCadPnt&)` for every point that the query delivers.
 template <class TFn>

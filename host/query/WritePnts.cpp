@@ -1,7 +1,7 @@
-#include <host/output/CConsole.h>
-#include <host/query/Query.h>
 #include <host/query/WritePnts.h>
 
+#include <host/output/CConsole.h>
+#include <host/query/Query.h>
 #include <zor4data/CPntCld.h>
 
 #include <fmt/format.h>

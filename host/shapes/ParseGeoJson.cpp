@@ -1,4 +1,4 @@
-#include <host/shapes/Shapes.h>
+#include <host/shapes/ParseGeoJson.h>
 
 #include <nlohmann/json.hpp>
 

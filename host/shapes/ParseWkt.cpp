@@ -1,4 +1,4 @@
-#include <host/shapes/Shapes.h>
+#include <host/shapes/ParseWkt.h>
 
 #include <algorithm>
 #include <cctype>

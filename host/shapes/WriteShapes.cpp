@@ -1,6 +1,8 @@
+#include <host/shapes/WriteShapes.h>
+
 #include <formats/Compact.h>
 #include <host/output/COutFile.h>
-#include <host/shapes/Shapes.h>
+#include <host/output/GetExtension.h>
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
@@ -21,35 +23,7 @@ double Round(double d)
     return std::round(d * c_dCompactScale) / c_dCompactScale + 0.0; // no negative zero
 }
 
-/// The ring with its first corner again at the end.
-TRing MakeClosed(TRing ring)
-{
-    if (!ring.empty() && (ring.front().x != ring.back().x || ring.front().y != ring.back().y))
-        ring.push_back(ring.front());
-    return ring;
-}
-
 } // namespace
-
-double CalcLength(const TRing& ring)
-{
-    double dLength = 0.0;
-    for (std::size_t i = 0; i < ring.size(); ++i)
-    {
-        const zor::geom::PNT_2D& next = ring[(i + 1) % ring.size()];
-        dLength += std::hypot(next.x - ring[i].x, next.y - ring[i].y);
-    }
-    return dLength;
-}
-
-double CalcSignedArea(const TRing& ring)
-{
-    double dTwice = 0.0;
-    for (std::size_t i = 1; i + 1 < ring.size(); ++i) // against the first corner: small numbers
-        dTwice += (ring[i].x - ring[0].x) * (ring[i + 1].y - ring[0].y) -
-                  (ring[i + 1].x - ring[0].x) * (ring[i].y - ring[0].y);
-    return dTwice / 2.0;
-}
 
 void WriteGeoJson(COutFile& out, const TRing& ring, const std::vector<TProperty>& vecProperties)
 {
@@ -83,6 +57,19 @@ void WriteWkt(COutFile& out, const TRing& ring)
         pBetween = ", ";
     }
     out.Write(sText + "))\n");
+}
+
+bool IsShapeExtension(const std::string& sExtension)
+{
+    return sExtension == ".geojson" || sExtension == ".json" || sExtension == ".wkt";
+}
+
+void WriteShape(COutFile& out, const TRing& ring, const std::vector<TProperty>& vecProperties)
+{
+    if (GetExtension(out.GetPath()) == ".wkt")
+        WriteWkt(out, ring);
+    else
+        WriteGeoJson(out, ring, vecProperties);
 }
 
 } // namespace zorcld

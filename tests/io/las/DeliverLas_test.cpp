@@ -132,10 +132,4 @@ TEST(DeliverLas, ByteFromChannel_EachChannelByItsOwnSize_Kept)
         ASSERT_EQ(n > 255 ? n / 256 : n, ByteFromChannel(static_cast<std::uint16_t>(n))) << n;
 }
 
-TEST(DeliverLas, IsLasColorFormat_LaterFormatsAreNot_Kept)
-{
-    for (unsigned n = 0; n < 256; ++n)
-        EXPECT_EQ(n == 2 || n == 3 || n == 5, IsLasColorFormat(n)) << n;
-}
-
 } // namespace

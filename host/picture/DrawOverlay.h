@@ -1,0 +1,45 @@
+#ifndef HOST_PICTURE_DRAWOVERLAY_H
+#define HOST_PICTURE_DRAWOVERLAY_H
+
+#include <string>
+#include <vector>
+
+namespace zorcld
+{
+
+class CPicture;
+
+/// A line of text that begins at a place on the picture, pixels.
+struct CCaption
+{
+    double x;
+    double y;
+    std::string sText;
+};
+
+/// What is written and drawn around the points.
+struct COverlay
+{
+    std::string sTitle;
+    std::string sSubtitle;
+    std::string sUnit;    ///< behind lengths and heights; may be empty
+    bool bLegend = false; ///< ramp of heights from zMin to zMax
+    double zMin = 0.0;
+    double zMax = 0.0;
+    double dUnitsPerPixel = 0.0; ///< for the scale bar; 0: none
+    std::vector<CCaption> vecCaptions;
+};
+
+/// Draws title, captions, legend and scale bar over a picture.
+void DrawOverlay(CPicture& picture, const COverlay& overlay);
+
+/// Space to the right that the legend takes, for pictures of this size, pixels.
+int CalcLegendWidth(int nWidth, int nHeight);
+
+/// Space above and below that title and scale bar take, pixels.
+int CalcTitleHeight(int nWidth, int nHeight);
+int CalcScaleBarHeight(int nWidth, int nHeight);
+
+} // namespace zorcld
+
+#endif

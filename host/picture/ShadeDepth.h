@@ -1,0 +1,19 @@
+#ifndef HOST_PICTURE_SHADEDEPTH_H
+#define HOST_PICTURE_SHADEDEPTH_H
+
+#include <host/picture/CPntRaster.h>
+
+namespace zorcld
+{
+
+/// Darkens what lies behind its surroundings (eye-dome lighting, measured against the plane of the
+/// neighbours so that slopes stay even) and adds soft light from the upper left.
+///
+/// @param nScale     raster pixels a picture pixel.
+/// @param fSpacing   distance between neighbouring points, raster pixels.
+/// @param fStrength  1 for colours that show no form of their own, less for photographed ones.
+void ShadeDepth(CPntRaster& raster, int nScale, float fSpacing, float fStrength);
+
+} // namespace zorcld
+
+#endif

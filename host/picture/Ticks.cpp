@@ -1,0 +1,42 @@
+#include <host/picture/Ticks.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace zorcld
+{
+
+namespace
+{
+
+constexpr int c_nMaxTicks = 1000; // a step lost in the size of the numbers would never arrive
+
+} // namespace
+
+std::vector<CTick> MakeTicks(double dMin, double dMax, double dStep)
+{
+    const int nDecimals = std::clamp(static_cast<int>(-std::floor(std::log10(dStep) + 1e-9)), 0, 4);
+    const double dFirst = std::ceil(dMin / dStep - 1e-9);
+    std::vector<CTick> vecTicks;
+    for (int i = 0; i < c_nMaxTicks; ++i)
+    {
+        const double dValue = (dFirst + i) * dStep + 0.0; // no negative zero
+        if (dValue > dMax + 1e-9 * dStep)
+            break;
+        vecTicks.push_back({dValue, fmt::format("{:.{}f}", dValue, nDecimals)});
+    }
+    return vecTicks;
+}
+
+double RoundDown(double d)
+{
+    const double dPower = std::pow(10.0, std::floor(std::log10(d)));
+    for (const double dStep : {5.0, 2.0})
+        if (dStep * dPower <= d * (1.0 + 1e-9))
+            return dStep * dPower;
+    return dPower;
+}
+
+} // namespace zorcld

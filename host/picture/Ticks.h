@@ -1,0 +1,26 @@
+#ifndef HOST_PICTURE_TICKS_H
+#define HOST_PICTURE_TICKS_H
+
+#include <string>
+#include <vector>
+
+namespace zorcld
+{
+
+/// A mark on a scale.
+struct CTick
+{
+    double dValue;
+    std::string sLabel;
+};
+
+/// Marks at the multiples of `dStep` from `dMin` to `dMax`, a thousand at most.
+/// @param dStep  above 0; its decimals, four at most, are those of the labels.
+std::vector<CTick> MakeTicks(double dMin, double dMax, double dStep);
+
+/// The largest of 1, 2, 5, 10, 20, 50... and of their tenths that is at most `d`, which is above 0.
+double RoundDown(double d);
+
+} // namespace zorcld
+
+#endif
