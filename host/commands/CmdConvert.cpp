@@ -1,8 +1,8 @@
 #include <host/commands/Commands.h>
+#include <host/files/AddInputOptions.h>
 #include <host/files/CCloudSource.h>
 #include <host/files/CFileColors.h>
 #include <host/files/CTakenPnts.h>
-#include <host/files/InputOptions.h>
 #include <host/files/LoadCloud.h>
 #include <host/files/OpenInputFile.h>
 #include <host/files/SaveCloud.h>

@@ -1,6 +1,6 @@
 #include <host/commands/Commands.h>
+#include <host/files/AddInputOptions.h>
 #include <host/files/CFileColors.h>
-#include <host/files/InputOptions.h>
 #include <host/files/LoadCloud.h>
 #include <host/query/PlanQuery.h>
 #include <zor4data/CPntCld.h>

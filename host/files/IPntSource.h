@@ -10,10 +10,6 @@
 #include <string>
 #include <vector>
 
-struct CAsciiGridMeaning;
-class CByteReader;
-class CPlyMeaning;
-
 namespace zorcld
 {
 
@@ -39,14 +35,6 @@ public:
     /// What the last `ForEach` saw beside the points.
     virtual std::vector<CFinding> GetFindings() const { return {}; }
 };
-
-// Each keeps the parsed head and the reader it is lent, and throws CFailure with the cause when the head
-// tells that the points cannot be read.
-
-std::unique_ptr<IPntSource> MakePlySource(const std::string& sPath, const CPlyMeaning& meaning,
-                                          CByteReader& reader);
-std::unique_ptr<IPntSource> MakeGridSource(const std::string& sPath, const CAsciiGridMeaning& meaning,
-                                           CByteReader& reader);
 
 } // namespace zorcld
 

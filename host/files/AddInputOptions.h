@@ -1,9 +1,7 @@
-#ifndef HOST_FILES_INPUTOPTIONS_H
-#define HOST_FILES_INPUTOPTIONS_H
+#ifndef HOST_FILES_ADDINPUTOPTIONS_H
+#define HOST_FILES_ADDINPUTOPTIONS_H
 
 #include <host/files/CInputOptions.h>
-
-#include <string>
 
 namespace CLI
 {

@@ -1,4 +1,4 @@
-#include <host/files/InputOptions.h>
+#include <host/files/AddInputOptions.h>
 
 #include <host/files/CFileKind.h>
 #include <host/files/OpenInputFile.h>
