@@ -1,4 +1,5 @@
 #include <host/files/CTakenPnts.h>
+
 #include <host/output/CFailure.h>
 #include <host/output/GroupDigits.h>
 

@@ -1,14 +1,14 @@
+#include <host/files/CheckFile.h>
+
 #include <host/files/CFileColors.h>
 #include <host/files/CStackedPnts.h>
 #include <host/files/CTakenPnts.h>
-#include <host/files/CheckFile.h>
 #include <host/files/IPntSource.h>
 #include <host/files/LoadCloud.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
 #include <host/output/GroupDigits.h>
-
 #include <zor4data/CPntCld.h>
 
 #include <fmt/format.h>

@@ -17,9 +17,6 @@ class CPlyMeaning;
 namespace zorcld
 {
 
-class CConsole;
-class CInputFile;
-
 /// The points of a file as the host itself reads them: more kinds of files than the library takes, nothing
 /// rounded or removed. May be asked for them several times; memory does not grow with the file where the
 /// file can be read from front to back.
@@ -50,9 +47,6 @@ std::unique_ptr<IPntSource> MakePlySource(const std::string& sPath, const CPlyMe
                                           CByteReader& reader);
 std::unique_ptr<IPntSource> MakeGridSource(const std::string& sPath, const CAsciiGridMeaning& meaning,
                                            CByteReader& reader);
-
-/// Loads the file through the library: coordinates come to 1/10000 and points at one x and y may come once.
-std::unique_ptr<IPntSource> MakeCloudSource(CInputFile& file, const CConsole& console);
 
 } // namespace zorcld
 

@@ -1,6 +1,8 @@
 #ifndef HOST_FILES_INPUTOPTIONS_H
 #define HOST_FILES_INPUTOPTIONS_H
 
+#include <host/files/CInputOptions.h>
+
 #include <string>
 
 namespace CLI
@@ -10,13 +12,6 @@ class App;
 
 namespace zorcld
 {
-
-/// The file that a command reads, as the command line gives it.
-struct CInputOptions
-{
-    std::string sPath;
-    std::string sType; ///< empty: found out
-};
 
 /// Adds --type.
 void AddTypeOption(CLI::App& command, std::string& sType);

@@ -1,11 +1,11 @@
+#include <host/files/LoadCloud.h>
+
 #include <formats/CloudLimits.h>
 #include <host/files/CFileKind.h>
-#include <host/files/LoadCloud.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
 #include <host/output/CProgressBar.h>
-
 #include <zor4data/CPntCld.h>
 
 #include <fmt/format.h>
