@@ -28,7 +28,7 @@ public:
 
     std::int64_t GetNumAnnounced() const override { return m_cloud.GetNumPnts(); }
 
-    void ForEach(const TOnPnt& onPnt) override
+    std::string ForEach(const TOnPnt& onPnt) override
     {
         for (int i = 0; i < m_cloud.GetNumPnts(); ++i)
         {
@@ -40,6 +40,7 @@ public:
             static_cast<void>(m_cloud.GetPntColor(i, r, g, b)); // black without colours
             onPnt({pnt.x, pnt.y, pnt.z, r, g, b});
         }
+        return {};
     }
 
     std::vector<CFinding> GetFindings() const override

@@ -1,7 +1,6 @@
 #include <host/files/CLasFile.h>
 
-#include <host/files/CLasSource.h>
-#include <host/files/FindUnreadPnts.h>
+#include <formats/LasFindings.h>
 #include <host/files/LasFacts.h>
 #include <host/files/SourceFacts.h>
 #include <host/output/GroupDigits.h>
@@ -22,9 +21,6 @@ namespace
 
 /// Records up to which they are told.
 constexpr std::size_t c_nMaxRecords = 1000;
-
-/// `zorcld convert` reads the points itself.
-constexpr bool c_bHasSource = ZORCLD_HAS_LASZIP;
 
 } // namespace
 
@@ -51,37 +47,7 @@ CLasFile::CLasFile(const std::string& sPath, CByteReader&& reader)
         m_vecRecords.push_back(record);
     m_facts.nAnnounced = m_header.nNumPnts;
     m_facts.nHeld = m_header.CalcNumHeld();
-    FindCountFindings();
-    if (m_header.HasColor() && !m_header.IsColorTaken())
-        m_facts.vecFindings.push_back(
-            {"las-color",
-             fmt::format("its colours are not taken, since its point format is {}: those of formats 2, 3 and "
-                         "5 are",
-                         m_header.nFormat),
-             c_bHasSource, ""});
-}
-
-void CLasFile::FindCountFindings()
-{
-    if (m_facts.nHeld >= 0 && m_facts.nHeld < m_facts.nAnnounced)
-        m_facts.vecFindings.push_back(
-            {"las-count",
-             fmt::format("its header announces {} points, but {} are there: it is cut off, and "
-                         "a point at the first one's place comes for the missing ones",
-                         m_facts.nAnnounced, m_facts.nHeld),
-             c_bHasSource && m_facts.nHeld > 0, ""});
-    if (m_facts.nAnnounced == 0)
-        m_facts.vecFindings.push_back({"las-empty", "it holds no points", false, ""});
-    if (m_facts.nAnnounced > c_nMaxCloudPnts)
-        m_facts.vecFindings.push_back({"las-too-many",
-                                       fmt::format("its header announces {} points, a cloud holds {} at most",
-                                                   m_facts.nAnnounced, c_nMaxCloudPnts),
-                                       false, "split it into tiles"});
-}
-
-std::unique_ptr<IPntSource> CLasFile::MakeSource()
-{
-    return MakeLasSource(GetPath(), m_guard);
+    m_facts.vecFindings = FindLasFindings(m_header, ZORCLD_HAS_LASZIP);
 }
 
 void CLasFile::FindInPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFindings) const
