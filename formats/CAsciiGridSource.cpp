@@ -2,6 +2,7 @@
 
 #include <formats/CAsciiGridMeaning.h>
 #include <formats/CByteReader.h>
+#include <formats/CountOf.h>
 #include <formats/ParseDouble.h>
 
 #include <cmath>
@@ -127,28 +128,29 @@ std::vector<CFinding> CAsciiGridSource::GetFindings() const
     const auto add = [&](const char* pCode, const std::string& sText, bool bConvert = false) {
         vecFindings.push_back({pCode, sText, bConvert, ""});
     };
-    const std::string sColumns =
-        " values than the " + std::to_string(m_meaning.nNumCols) + " columns announced: ";
+    const std::string sColumns = " values than the " + CountOf(m_meaning.nNumCols, "column") + " announced: ";
     if (m_nNumRows < m_meaning.nNumRows)
     {
-        std::string sText = "its header announces " + std::to_string(m_meaning.nNumRows) + " rows of " +
-                            std::to_string(m_meaning.nNumCols) + " cells, " + std::to_string(m_nNumRows) +
-                            " rows are there";
+        std::string sText = "its header announces " + CountOf(m_meaning.nNumRows, "row") + " of " +
+                            CountOf(m_meaning.nNumCols, "cell") + ", " + CountOf(m_nNumRows, "row") +
+                            OneOrMany(m_nNumRows, " is", " are") + " there";
         if (GetNumAnnounced() > m_nNumHeld)
-            sText += "; the file has no room for more than " + std::to_string(m_nNumHeld) + " values";
+            sText += "; the file has no room for more than " + CountOf(m_nNumHeld, "value");
         add("grid-rows", sText);
     }
     if (m_nNumShort > 0)
-        add("grid-short-rows", std::to_string(m_nNumShort) + " rows have fewer" + sColumns +
-                                   "the cells at their right end are missing");
+        add("grid-short-rows", CountOf(m_nNumShort, "row") + OneOrMany(m_nNumShort, " has", " have") +
+                                   " fewer" + sColumns + "the cells at " +
+                                   OneOrMany(m_nNumShort, "its", "their") + " right end are missing");
     if (m_nNumLong > 0)
-        add("grid-long-rows",
-            std::to_string(m_nNumLong) + " rows have more" + sColumns + "the rest is not taken");
+        add("grid-long-rows", CountOf(m_nNumLong, "row") + OneOrMany(m_nNumLong, " has", " have") + " more" +
+                                  sColumns + "the rest is not taken");
     if (m_bTabs)
         add("grid-tabs", "tabs separate its values: only the first value of such a run is taken", true);
     if (m_nNumOdd > 0)
-        add("grid-not-numbers", std::to_string(m_nNumOdd) + " values are no plain numbers, the first is '" +
-                                    m_sOddWord +
+        add("grid-not-numbers", CountOf(m_nNumOdd, "value") +
+                                    OneOrMany(m_nNumOdd, " is no plain number", " are no plain numbers") +
+                                    ", the first is '" + m_sOddWord +
                                     "': what stands behind a number is dropped, what is none counts as 0");
     return vecFindings;
 }

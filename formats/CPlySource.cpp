@@ -133,8 +133,8 @@ private:
         const std::int64_t nMost = (nBytes + 1) / nLeast;
         if (m_pVertices->nCount <= nMost)
             return {};
-        return "announces " + std::to_string(m_pVertices->nCount) + " vertices, but its data have room for " +
-               std::to_string(nMost) + " at most";
+        return "announces " + FormatPlyItems(m_pVertices->nCount, m_pVertices->sName, true) +
+               ", but its data have room for " + std::to_string(nMost) + " at most";
     }
 
     bool ReadValue(const CPlyType& type, double& d)
@@ -193,8 +193,7 @@ private:
         {
             if (!ReadItem(elem, adValues))
                 return "truncated or damaged after " + std::to_string(i) + " of " +
-                       std::to_string(elem.nCount) +
-                       (&elem == m_pVertices ? " vertices" : " items of element " + elem.sName);
+                       FormatPlyItems(elem.nCount, elem.sName, &elem == m_pVertices);
             if (&elem == m_pVertices)
                 onPnt({adValues[0], adValues[1], adValues[2], channel(adValues[3]), channel(adValues[4]),
                        channel(adValues[5])});

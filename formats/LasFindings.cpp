@@ -2,17 +2,18 @@
 
 #include <formats/CLasHeader.h>
 #include <formats/CloudLimits.h>
+#include <formats/CountOf.h>
 
 std::vector<CFinding> FindLasFindings(const CLasHeader& header, bool bAsMeant)
 {
     std::vector<CFinding> vecFindings;
     const std::int64_t nHeld = header.CalcNumHeld();
-    const std::string sAnnounces = "its header announces " + std::to_string(header.nNumPnts) + " points, ";
+    const std::string sAnnounces = "its header announces " + CountOf(header.nNumPnts, "point") + ", ";
     if (nHeld >= 0 && nHeld < header.nNumPnts)
         vecFindings.push_back(
             {"las-count",
-             sAnnounces + "but " + std::to_string(nHeld) +
-                 " are there: it is cut off, and a point at the first one's place comes for the "
+             sAnnounces + "but " + std::to_string(nHeld) + OneOrMany(nHeld, " is", " are") +
+                 " there: it is cut off, and a point at the first one's place comes for the "
                  "missing ones",
              bAsMeant && nHeld > 0, ""});
     if (header.nNumPnts == 0)
@@ -32,7 +33,7 @@ std::vector<CFinding> FindLasFindings(const CLasHeader& header, bool bAsMeant)
 CFinding FindUnreadPnts(std::int64_t nAnnounced, std::int64_t nNumRead)
 {
     return {"las-count",
-            "its header announces " + std::to_string(nAnnounced) + " points, but " +
-                std::to_string(nNumRead) + " could be read: it is damaged or cut off",
+            "its header announces " + CountOf(nAnnounced, "point") + ", but " + std::to_string(nNumRead) +
+                " could be read: it is damaged or cut off",
             false, ""};
 }

@@ -1,6 +1,7 @@
 #include <formats/PlyFindings.h>
 
 #include <formats/CPlyMeaning.h>
+#include <formats/CountOf.h>
 
 namespace
 {
@@ -33,12 +34,12 @@ void FindWrongSizes(const std::vector<CPlyMeantElement>& vecElems, std::vector<C
             const CPlyType* const pRead = prop.FindTaken();
             if (pRead == nullptr || prop.pType == nullptr || prop.pType->nSize == pRead->nSize)
                 continue;
-            vecFindings.push_back({"ply-sized-types",
-                                   "type '" + prop.sType + "' of " + prop.sName + " is read as '" +
-                                       std::string(pRead->sName) + "' of " + std::to_string(pRead->nSize) +
-                                       " bytes, but has " + std::to_string(prop.pType->nSize) +
-                                       ": what follows comes out wrong",
-                                   true, ""});
+            vecFindings.push_back(
+                {"ply-sized-types",
+                 "type '" + prop.sType + "' of " + prop.sName + " is read as '" + std::string(pRead->sName) +
+                     "' of " + CountOf(static_cast<std::int64_t>(pRead->nSize), "byte") + ", but has " +
+                     std::to_string(prop.pType->nSize) + ": what follows comes out wrong",
+                 true, ""});
             return;
         }
     }

@@ -3,7 +3,7 @@
 #include <formats/LasFindings.h>
 #include <host/files/LasFacts.h>
 #include <host/files/SourceFacts.h>
-#include <host/output/GroupDigits.h>
+#include <host/output/FormatCount.h>
 
 #include <zor4data/CPntCld.h>
 
@@ -55,9 +55,9 @@ void CLasFile::FindInPnts(const CSourceFacts& facts, std::vector<CFinding>& vecF
     if (facts.HasDeepColor() && facts.nNumLowColors > 0)
         vecFindings.push_back(
             {"color-16-bit",
-             fmt::format("its colours have 16 bits (up to {}), and of {} points a channel from 1 to 255 is "
+             fmt::format("its colours have 16 bits (up to {}), and of {} a channel from 1 to 255 is "
                          "taken as one of 8 bits: far too bright",
-                         facts.nMaxColor, GroupDigits(facts.nNumLowColors)),
+                         facts.nMaxColor, FormatCount(facts.nNumLowColors, "point")),
              true, ""});
 }
 

@@ -1,7 +1,7 @@
 #include <host/files/CTakenPnts.h>
 
 #include <host/output/CFailure.h>
-#include <host/output/GroupDigits.h>
+#include <host/output/FormatCount.h>
 
 #include <fmt/format.h>
 
@@ -100,17 +100,20 @@ void CTakenPnts::Check(const CSourceFacts& facts)
     if (nNumLeftOut > nNumPnts / 2)
         throw CFailure(
             m_sPath,
-            fmt::format("its points lie too far apart: of {} only {} lie within {} units of one of them",
-                        nNumPnts, m_summary.nNumPnts, c_nReach));
+            fmt::format("its points lie too far apart: of {} only {} {} within {} units of one of them",
+                        nNumPnts, m_summary.nNumPnts, OneOrMany(m_summary.nNumPnts, "lies", "lie"),
+                        c_nReach));
     if (m_summary.nNumPnts > c_nMaxCloudPnts)
         throw CFailure(
             m_sPath, fmt::format("holds {} points, a cloud {} at most", m_summary.nNumPnts, c_nMaxCloudPnts));
     if (facts.nNumNotFinite > 0)
-        m_vecNotes.push_back(fmt::format("{} points whose coordinates are no numbers are left out",
-                                         GroupDigits(facts.nNumNotFinite)));
+        m_vecNotes.push_back(fmt::format("{} whose coordinates are no numbers {} left out",
+                                         FormatCount(facts.nNumNotFinite, "point"),
+                                         OneOrMany(facts.nNumNotFinite, "is", "are")));
     if (nNumLeftOut > 0)
-        m_vecNotes.push_back(fmt::format("{} points more than {} units from the others are left out",
-                                         GroupDigits(nNumLeftOut), c_nReach));
+        m_vecNotes.push_back(fmt::format("{} more than {} units from the others {} left out",
+                                         FormatCount(nNumLeftOut, "point"), c_nReach,
+                                         OneOrMany(nNumLeftOut, "is", "are")));
     if (m_bMoveFirst)
         m_vecNotes.push_back(
             fmt::format("another point comes first, so that the others lie within {} units of it", c_nReach));
