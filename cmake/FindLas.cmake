@@ -1,6 +1,6 @@
 # What LAS and LAZ files are read with: LASlib where it is installed, else io/las/laslib/, which stands in for it on
 # top of LASzip, else nothing. Defines ZOR4DATA_LAS_FOUND (LASlib, LASzip or empty), the interface target zor4data_las,
-# which the library links, and with LASzip zor4data_laszip, which the host links too.
+# which the library links, and with LASzip zor4data_laszip, which `formats/` links too.
 set(ZOR4DATA_LAS AUTO CACHE STRING "What reads LAS files: AUTO, LASlib, LASzip or OFF")
 set_property(CACHE ZOR4DATA_LAS PROPERTY STRINGS AUTO LASlib LASzip OFF)
 if(NOT ZOR4DATA_LAS MATCHES "^(AUTO|LASlib|LASzip|OFF)$")

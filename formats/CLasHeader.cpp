@@ -55,8 +55,9 @@ void CLasHeader::TakeFacts(const unsigned char* pBytes)
     nHeaderSize = Get(pBytes, c_nHeaderSize);
     nPosPnts = Get(pBytes, c_nPosPnts);
     nNumRecords = Get(pBytes, c_nNumRecords);
-    nFormat = Get(pBytes, c_nFormat) & c_nFormatMask;
-    bCompressed = nFormat != Get(pBytes, c_nFormat);
+    const unsigned nMarked = Get(pBytes, c_nFormat);
+    nFormat = static_cast<int>(nMarked & c_nFormatMask);
+    bCompressed = (nMarked & c_nFormatMask) != nMarked;
     nPntSize = Get(pBytes, c_nPntSize);
     nNumLegacy = Get(pBytes, c_nNumLegacy);
     nNumPnts = nNumLegacy;

@@ -7,7 +7,7 @@
 
 bool CLasRecord::IsCompressor() const
 {
-    constexpr CLasTextField field = LasLayout::c_sRecordUser;
+    const CLasTextField& field = LasLayout::c_sRecordUser;
     return std::strncmp(reinterpret_cast<const char*>(m_acHead.data() + field.nPos),
                         LasLayout::c_acCompressor, field.nSize) == 0;
 }

@@ -1,5 +1,6 @@
 #include <formats/CNativeHeader.h>
 
+#include <formats/CountOf.h>
 #include <formats/LittleEndian.h>
 
 #include <algorithm>
@@ -36,7 +37,8 @@ bool CNativeHeader::IsOriginFinite() const noexcept
 std::string CNativeHeader::FindCause() const
 {
     if (nSize < c_acNativePrologue.size())
-        return "not a native cloud file: it has " + std::to_string(nSize) + " bytes only";
+        return "not a native cloud file: it has " + CountOf(static_cast<std::int64_t>(nSize), "byte") +
+               " only";
     if (!IsTypeKnown())
         return (bPrologue ? "cannot be read" : "not a native cloud file") +
                std::string(": its point type is ") + std::to_string(nType) + ", 0 and 1 are known";

@@ -98,10 +98,8 @@ bool CPlyWalk::AdvanceLists(const CPlyElement& element)
 void CPlyWalk::FinishCutOff()
 {
     const CPlyElement& element = GetElement();
-    const std::string sItems =
-        element.bVertex ? "vertices" : "items of element " + std::string(m_header.GetName(element));
-    Finish("truncated after " + std::to_string(m_nItem) + " of " + std::to_string(element.nAnnounced) + ' ' +
-           sItems);
+    Finish("truncated after " + std::to_string(m_nItem) + " of " +
+           FormatPlyItems(element.nAnnounced, m_header.GetName(element), element.bVertex));
 }
 
 void CPlyWalk::Finish(const std::string& sCause)

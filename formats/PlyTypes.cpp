@@ -1,6 +1,15 @@
 #include <formats/PlyTypes.h>
 
+#include <formats/CountOf.h>
+
 #include <algorithm>
+
+std::string FormatPlyItems(std::int64_t nCount, std::string_view sElement, bool bVertices)
+{
+    if (bVertices)
+        return std::to_string(nCount) + OneOrMany(nCount, " vertex", " vertices");
+    return CountOf(nCount, "item") + " of element " + std::string(sElement);
+}
 
 const CPlyType* FindPlyType(std::string_view sWord) noexcept
 {

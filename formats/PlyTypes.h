@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 /// The first two lines of the files that the library takes.
@@ -70,6 +71,9 @@ inline constexpr std::size_t c_nNumPlyCoords = 3; ///< names of coordinates; tho
 /// Other names of the colours, which the library does not take.
 inline constexpr std::array<std::string_view, 3> c_asPlyOtherColors = {"diffuse_red", "diffuse_green",
                                                                        "diffuse_blue"};
+
+/// A number of items for messages: "1 vertex", "2 items of element face".
+std::string FormatPlyItems(std::int64_t nCount, std::string_view sElement, bool bVertices);
 
 /// The type that a word means, by either name. @return null when it is none.
 const CPlyType* FindPlyType(std::string_view sWord) noexcept;

@@ -3,7 +3,7 @@
 #include <host/files/CFileColors.h>
 #include <host/files/CInputFile.h>
 #include <host/files/LoadCloud.h>
-#include <host/output/GroupDigits.h>
+#include <host/output/FormatCount.h>
 #include <zor4data/CPntCld.h>
 
 #include <fmt/format.h>
@@ -28,7 +28,7 @@ public:
 
     std::int64_t GetNumAnnounced() const override { return m_cloud.GetNumPnts(); }
 
-    void ForEach(const TOnPnt& onPnt) override
+    std::string ForEach(const TOnPnt& onPnt) override
     {
         for (int i = 0; i < m_cloud.GetNumPnts(); ++i)
         {
@@ -40,6 +40,7 @@ public:
             static_cast<void>(m_cloud.GetPntColor(i, r, g, b)); // black without colours
             onPnt({pnt.x, pnt.y, pnt.z, r, g, b});
         }
+        return {};
     }
 
     std::vector<CFinding> GetFindings() const override
@@ -47,8 +48,9 @@ public:
         if (m_nDuplicates <= 0)
             return {};
         return {{"duplicates",
-                 fmt::format("{} points at the x and y of another, whatever their height, were removed",
-                             GroupDigits(m_nDuplicates)),
+                 fmt::format("{} at the x and y of another, whatever {} height, {} removed",
+                             FormatCount(m_nDuplicates, "point"), OneOrMany(m_nDuplicates, "its", "their"),
+                             OneOrMany(m_nDuplicates, "was", "were")),
                  false, ""}};
     }
 

@@ -1,7 +1,7 @@
 #ifndef HOST_FILES_CCLOUDSOURCE_H
 #define HOST_FILES_CCLOUDSOURCE_H
 
-#include <host/files/IPntSource.h>
+#include <formats/IPntSource.h>
 
 namespace zorcld
 {

@@ -2,6 +2,7 @@
 #define HOST_FILES_CGRIDFILE_H
 
 #include <formats/CAsciiGridMeaning.h>
+#include <formats/CAsciiGridSource.h>
 #include <host/files/CFileKind.h>
 #include <host/files/CInputFile.h>
 
@@ -16,9 +17,8 @@ public:
 
     CGridFile(const std::string& sPath, CByteReader&& reader);
 
-    std::unique_ptr<IPntSource> MakeSource() override;
-
 private:
+    CMadeSource TryMakeSource() override { return MakeAsciiGridSource(m_meaning, m_reader); }
     std::string CalcDataCause(std::int64_t nNumRead) override;
 
     CAsciiGridMeaning m_meaning; // of its header

@@ -1,6 +1,5 @@
 #include <host/files/CInputFile.h>
 
-#include <host/files/IPntSource.h>
 #include <host/output/CFailure.h>
 
 #include <algorithm>
@@ -31,19 +30,21 @@ std::string CInputFile::CalcDataCause(std::int64_t)
     return {};
 }
 
+std::unique_ptr<IPntSource> CInputFile::MakeSource()
+{
+    CMadeSource made = TryMakeSource();
+    if (!made.sCause.empty())
+        throw CFailure(m_sPath, made.sCause);
+    return std::move(made.pSource);
+}
+
 std::int64_t CInputFile::CountByReading()
 {
     std::int64_t nNumPnts = 0;
-    try
-    {
-        if (const std::unique_ptr<IPntSource> pSource = MakeSource())
-            pSource->ForEach([&](const CSourcePnt&) { ++nNumPnts; });
-    }
-    catch (const CFailure&)
-    {
-        return 0;
-    }
-    return nNumPnts;
+    const CMadeSource made = TryMakeSource();
+    const bool bRead =
+        made.pSource != nullptr && made.pSource->ForEach([&](const CSourcePnt&) { ++nNumPnts; }).empty();
+    return bRead ? nNumPnts : 0;
 }
 
 std::int64_t CInputFile::CountRead(std::int64_t, std::vector<CFinding>&) const

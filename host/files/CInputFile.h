@@ -2,7 +2,7 @@
 #define HOST_FILES_CINPUTFILE_H
 
 #include <formats/CByteReader.h>
-#include <host/files/CFinding.h>
+#include <formats/IPntSource.h>
 
 #include <nlohmann/json_fwd.hpp>
 
@@ -17,7 +17,6 @@ class CPntCld;
 namespace zorcld
 {
 
-class IPntSource;
 struct CFileKind;
 struct CSourceFacts;
 
@@ -65,7 +64,7 @@ public:
     /// one pass at a time, and none after the file is gone.
     /// @return null where only the library reads the points.
     /// @throws CFailure with the cause when the file cannot be read.
-    virtual std::unique_ptr<IPntSource> MakeSource() = 0;
+    std::unique_ptr<IPntSource> MakeSource();
 
     /// Where there is no source: does only loading it tell whether the file is whole?
     virtual bool IsCheckedByLoading() const { return false; }
@@ -95,7 +94,7 @@ public:
 protected:
     CInputFile(const CFileKind& kind, const std::string& sPath, CByteReader&& reader);
 
-    /// @return the points that the file's source delivers; 0 where it has none or cannot be read.
+    /// @return the points that the file's source delivers; 0 where it has none or fails.
     std::int64_t CountByReading();
 
     CByteReader m_reader;
@@ -103,6 +102,8 @@ protected:
     std::string m_sHeadCause; // this too
 
 private:
+    virtual CMadeSource TryMakeSource() = 0;
+
     /// As `FindCause`, where the head has nothing against the file.
     virtual std::string CalcDataCause(std::int64_t nNumRead);
 

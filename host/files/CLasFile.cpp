@@ -1,11 +1,9 @@
 #include <host/files/CLasFile.h>
 
-#include <host/files/CLasSource.h>
-#include <host/files/FindUnreadPnts.h>
-#include <host/files/LasFacts.h>
+#include <formats/LasFindings.h>
 #include <host/files/SourceFacts.h>
-#include <host/output/GroupDigits.h>
-
+#include <host/output/FormatCount.h>
+#include <host/output/PrintLine.h>
 #include <zor4data/CPntCld.h>
 
 #include <fmt/format.h>
@@ -20,11 +18,89 @@ namespace zorcld
 namespace
 {
 
+using TJson = nlohmann::ordered_json;
+
 /// Records up to which they are told.
 constexpr std::size_t c_nMaxRecords = 1000;
 
-/// `zorcld convert` reads the points itself.
-constexpr bool c_bHasSource = ZORCLD_HAS_LASZIP;
+/// The first returns up to the last of which there is one.
+std::vector<std::int64_t> TrimReturns(std::vector<std::int64_t> vecNumByReturn)
+{
+    while (!vecNumByReturn.empty() && vecNumByReturn.back() == 0)
+        vecNumByReturn.pop_back();
+    return vecNumByReturn;
+}
+
+std::string FormatAxes(const TJson& values)
+{
+    return fmt::format("{} {} {}", values[0].get<double>() + 0.0, values[1].get<double>() + 0.0,
+                       values[2].get<double>() + 0.0); // no minus before 0
+}
+
+/// Damaged headers have numbers of hundreds of digits.
+std::string FormatBound(double d)
+{
+    return std::fabs(d) < 1e15 ? fmt::format("{:14.4f}", d) : fmt::format("{:14.6g}", d);
+}
+
+std::string TextOrNone(const TJson& text)
+{
+    const std::string sText = text.get<std::string>();
+    return sText.empty() ? "not given" : sText;
+}
+
+void PrintReturns(const TJson& returns)
+{
+    std::string sText;
+    for (const TJson& count : returns)
+        sText += (sText.empty() ? "" : ", ") + GroupDigits(count.get<std::int64_t>());
+    PrintLine("Points by return", sText.empty() ? "not given" : sText);
+}
+
+/// What the header of a LAS or LAZ file says, for `info --json`.
+TJson CollectLasFacts(const CLasHeader& header, const std::vector<CLasRecord>& vecRecords)
+{
+    TJson facts;
+    facts["version"] = fmt::format("{}.{}", header.nMajor, header.nMinor);
+    facts["point_format"] = header.nFormat;
+    facts["point_bytes"] = header.nPntSize;
+    facts["compressed"] = header.bCompressed;
+    facts["points"] = header.nNumPnts;
+    facts["points_by_return"] = TrimReturns(header.vecNumByReturn);
+    facts["scale"] = header.adScale;
+    facts["offset"] = header.adOffset;
+    facts["bounds"] = {{"min", header.adMin}, {"max", header.adMax}};
+    facts["system_identifier"] = header.sSystem;
+    facts["generating_software"] = header.sSoftware;
+    facts["created"] = header.GetDate();
+    facts["records"] = TJson::array();
+    for (const CLasRecord& record : vecRecords)
+        facts["records"].push_back({{"user", record.GetUser()},
+                                    {"id", record.GetId()},
+                                    {"bytes", record.GetSize()},
+                                    {"description", record.GetDescription()}});
+    return facts;
+}
+
+/// The same for people, on standard output, a label of 20 characters before each.
+void PrintLasFacts(const TJson& facts)
+{
+    PrintLine("LAS version", fmt::format("{}{}", facts["version"].get<std::string>(),
+                                         facts["compressed"].get<bool>() ? ", compressed (LAZ)" : ""));
+    PrintLine("Point format", fmt::format("{} ({} bytes a point)", facts["point_format"].get<int>(),
+                                          facts["point_bytes"].get<int>()));
+    PrintReturns(facts["points_by_return"]);
+    PrintLine("Scale", FormatAxes(facts["scale"]));
+    PrintLine("Offset", FormatAxes(facts["offset"]));
+    const char* pLabel = "Bounds in header";
+    for (std::size_t k = 0; k < 3; ++k, pLabel = "")
+        PrintLine(pLabel,
+                  fmt::format("{} {} to {}", "xyz"[k], FormatBound(facts["bounds"]["min"][k].get<double>()),
+                              FormatBound(facts["bounds"]["max"][k].get<double>())));
+    PrintLine("System identifier", TextOrNone(facts["system_identifier"]));
+    PrintLine("Generating software", TextOrNone(facts["generating_software"]));
+    PrintLine("Created", TextOrNone(facts["created"]));
+}
 
 } // namespace
 
@@ -51,37 +127,7 @@ CLasFile::CLasFile(const std::string& sPath, CByteReader&& reader)
         m_vecRecords.push_back(record);
     m_facts.nAnnounced = m_header.nNumPnts;
     m_facts.nHeld = m_header.CalcNumHeld();
-    FindCountFindings();
-    if (m_header.HasColor() && !m_header.IsColorTaken())
-        m_facts.vecFindings.push_back(
-            {"las-color",
-             fmt::format("its colours are not taken, since its point format is {}: those of formats 2, 3 and "
-                         "5 are",
-                         m_header.nFormat),
-             c_bHasSource, ""});
-}
-
-void CLasFile::FindCountFindings()
-{
-    if (m_facts.nHeld >= 0 && m_facts.nHeld < m_facts.nAnnounced)
-        m_facts.vecFindings.push_back(
-            {"las-count",
-             fmt::format("its header announces {} points, but {} are there: it is cut off, and "
-                         "a point at the first one's place comes for the missing ones",
-                         m_facts.nAnnounced, m_facts.nHeld),
-             c_bHasSource && m_facts.nHeld > 0, ""});
-    if (m_facts.nAnnounced == 0)
-        m_facts.vecFindings.push_back({"las-empty", "it holds no points", false, ""});
-    if (m_facts.nAnnounced > c_nMaxCloudPnts)
-        m_facts.vecFindings.push_back({"las-too-many",
-                                       fmt::format("its header announces {} points, a cloud holds {} at most",
-                                                   m_facts.nAnnounced, c_nMaxCloudPnts),
-                                       false, "split it into tiles"});
-}
-
-std::unique_ptr<IPntSource> CLasFile::MakeSource()
-{
-    return MakeLasSource(GetPath(), m_guard);
+    m_facts.vecFindings = FindLasFindings(m_header, ZORCLD_HAS_LASZIP);
 }
 
 void CLasFile::FindInPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFindings) const
@@ -89,9 +135,9 @@ void CLasFile::FindInPnts(const CSourceFacts& facts, std::vector<CFinding>& vecF
     if (facts.HasDeepColor() && facts.nNumLowColors > 0)
         vecFindings.push_back(
             {"color-16-bit",
-             fmt::format("its colours have 16 bits (up to {}), and of {} points a channel from 1 to 255 is "
+             fmt::format("its colours have 16 bits (up to {}), and of {} a channel from 1 to 255 is "
                          "taken as one of 8 bits: far too bright",
-                         facts.nMaxColor, GroupDigits(facts.nNumLowColors)),
+                         facts.nMaxColor, FormatCount(facts.nNumLowColors, "point")),
              true, ""});
 }
 
@@ -131,13 +177,13 @@ std::int64_t CLasFile::CountRead(std::int64_t nNumCalls, std::vector<CFinding>& 
 
 void CLasFile::Describe(nlohmann::ordered_json& info) const
 {
-    info["las"] =
-        m_guard.GetCause().empty() ? CollectLasFacts(m_header, m_vecRecords) : nlohmann::ordered_json();
+    info["las"] = m_guard.GetCause().empty() ? CollectLasFacts(m_header, m_vecRecords) : TJson();
 }
 
 void CLasFile::Print(const nlohmann::ordered_json& info) const
 {
-    PrintLasFacts(info["las"]);
+    if (!info["las"].is_null())
+        PrintLasFacts(info["las"]);
 }
 
 } // namespace zorcld

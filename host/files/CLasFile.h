@@ -2,6 +2,7 @@
 #define HOST_FILES_CLASFILE_H
 
 #include <formats/CLasGuard.h>
+#include <formats/CLasSource.h>
 #include <host/files/CFileKind.h>
 #include <host/files/CInputFile.h>
 
@@ -16,8 +17,6 @@ public:
 
     CLasFile(const std::string& sPath, CByteReader&& reader);
 
-    /// Null in a build without LASzip.
-    std::unique_ptr<IPntSource> MakeSource() override;
     bool IsCheckedByLoading() const override { return true; }
 
     void FindInPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFindings) const override;
@@ -27,7 +26,7 @@ public:
     void Print(const nlohmann::ordered_json& info) const override;
 
 private:
-    void FindCountFindings();
+    CMadeSource TryMakeSource() override { return MakeLasSource(m_guard); }
 
     CLasGuard m_guard;
     const CLasHeader& m_header;           // the guard's

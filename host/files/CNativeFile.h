@@ -16,13 +16,11 @@ public:
 
     CNativeFile(const std::string& sPath, CByteReader&& reader);
 
-    std::unique_ptr<IPntSource> MakeSource() override;
-
     /// Builds the octree anew where the one of the file misses points.
     void Mend(CPntCld& cloud) const override;
 
 private:
-    void FindCountFindings();
+    CMadeSource TryMakeSource() override { return {}; }
 
     CNativeFacts m_native;
 };

@@ -1,7 +1,6 @@
 #include <host/files/CPlyFile.h>
 
-#include <host/files/CPlySource.h>
-#include <host/files/PlyFindings.h>
+#include <formats/PlyFindings.h>
 
 #include <algorithm>
 
@@ -46,11 +45,6 @@ CPlyFile::CPlyFile(const std::string& sPath, CByteReader&& reader)
     if (m_meaning.GetCause().empty())
         m_facts.vecFindings = FindPlyFindings(m_meaning);
     m_reader.SetOnBlock([this](std::int64_t nPos, std::string_view sBlock) { m_walk.Take(nPos, sBlock); });
-}
-
-std::unique_ptr<IPntSource> CPlyFile::MakeSource()
-{
-    return MakePlySource(GetPath(), m_meaning, m_reader);
 }
 
 /// What the walk has missed: mostly the lists behind the vertices.

@@ -3,6 +3,7 @@
 
 #include <formats/CPlyHeader.h>
 #include <formats/CPlyMeaning.h>
+#include <formats/CPlySource.h>
 #include <formats/CPlyWalk.h>
 #include <host/files/CFileKind.h>
 #include <host/files/CInputFile.h>
@@ -18,9 +19,8 @@ public:
 
     CPlyFile(const std::string& sPath, CByteReader&& reader);
 
-    std::unique_ptr<IPntSource> MakeSource() override;
-
 private:
+    CMadeSource TryMakeSource() override { return MakePlySource(m_meaning, m_reader); }
     std::string CalcDataCause(std::int64_t nNumRead) override;
 
     CPlyMeaning m_meaning;

@@ -1,8 +1,7 @@
 #include <host/files/CTakenPnts.h>
 
 #include <host/output/CFailure.h>
-#include <host/output/GetFileName.h>
-#include <host/output/GroupDigits.h>
+#include <host/output/FormatCount.h>
 
 #include <fmt/format.h>
 
@@ -57,16 +56,15 @@ CSourcePnt ChooseFirst(const CSourceFacts& facts)
 } // namespace
 
 CTakenPnts::CTakenPnts(IPntSource& source, const std::string& sPath, const CConsole& console)
-    : m_source(source)
+    : m_source(source), m_sPath(sPath)
 {
-    const CSourceFacts facts =
-        CollectSourceFacts(source, console, fmt::format("looking at {}", GetFileName(sPath)));
+    const CSourceFacts facts = CollectSourceFacts(source, sPath, console, "looking at ");
     m_summary = facts.summary;
     m_first = facts.first;
     m_bDeepColor = facts.HasDeepColor();
     if (facts.nNumFar > 0)
         MoveFirst(facts);
-    Check(facts, sPath);
+    Check(facts);
 }
 
 bool CTakenPnts::CanTake(const CSourceFacts& facts)
@@ -92,27 +90,30 @@ void CTakenPnts::MoveFirst(const CSourceFacts& facts)
     ForEach([&](const CSourcePnt& pnt) { m_summary.Add({pnt.x, pnt.y, pnt.z}); });
 }
 
-void CTakenPnts::Check(const CSourceFacts& facts, const std::string& sPath)
+void CTakenPnts::Check(const CSourceFacts& facts)
 {
     const std::int64_t nNumPnts = facts.summary.nNumPnts;
     const std::int64_t nNumLeftOut = nNumPnts - m_summary.nNumPnts;
     if (nNumPnts == 0)
-        throw CFailure(sPath, facts.nNumNotFinite == 0 ? "holds no points"
-                                                       : "holds no point whose coordinates are numbers");
+        throw CFailure(m_sPath, facts.nNumNotFinite == 0 ? "holds no points"
+                                                         : "holds no point whose coordinates are numbers");
     if (nNumLeftOut > nNumPnts / 2)
         throw CFailure(
-            sPath,
-            fmt::format("its points lie too far apart: of {} only {} lie within {} units of one of them",
-                        nNumPnts, m_summary.nNumPnts, c_nReach));
+            m_sPath,
+            fmt::format("its points lie too far apart: of {} only {} {} within {} units of one of them",
+                        nNumPnts, m_summary.nNumPnts, OneOrMany(m_summary.nNumPnts, "lies", "lie"),
+                        c_nReach));
     if (m_summary.nNumPnts > c_nMaxCloudPnts)
         throw CFailure(
-            sPath, fmt::format("holds {} points, a cloud {} at most", m_summary.nNumPnts, c_nMaxCloudPnts));
+            m_sPath, fmt::format("holds {} points, a cloud {} at most", m_summary.nNumPnts, c_nMaxCloudPnts));
     if (facts.nNumNotFinite > 0)
-        m_vecNotes.push_back(fmt::format("{} points whose coordinates are no numbers are left out",
-                                         GroupDigits(facts.nNumNotFinite)));
+        m_vecNotes.push_back(fmt::format("{} whose coordinates are no numbers {} left out",
+                                         FormatCount(facts.nNumNotFinite, "point"),
+                                         OneOrMany(facts.nNumNotFinite, "is", "are")));
     if (nNumLeftOut > 0)
-        m_vecNotes.push_back(fmt::format("{} points more than {} units from the others are left out",
-                                         GroupDigits(nNumLeftOut), c_nReach));
+        m_vecNotes.push_back(fmt::format("{} more than {} units from the others {} left out",
+                                         FormatCount(nNumLeftOut, "point"), c_nReach,
+                                         OneOrMany(nNumLeftOut, "is", "are")));
     if (m_bMoveFirst)
         m_vecNotes.push_back(
             fmt::format("another point comes first, so that the others lie within {} units of it", c_nReach));
@@ -133,7 +134,7 @@ void CTakenPnts::ForEach(const TOnPnt& onPnt) const
     if (m_bMoveFirst)
         onPnt(WithByteColor(m_first));
     bool bSkipFirst = m_bMoveFirst;
-    m_source.ForEach(
+    const std::string sCause = m_source.ForEach(
         [&](const CSourcePnt& pnt)
         {
             if (!pnt.IsFinite() || !pnt.IsInReachOf(m_first))
@@ -143,6 +144,8 @@ void CTakenPnts::ForEach(const TOnPnt& onPnt) const
             else
                 onPnt(WithByteColor(pnt));
         });
+    if (!sCause.empty())
+        throw CFailure(m_sPath, sCause);
 }
 
 } // namespace zorcld

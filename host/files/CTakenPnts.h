@@ -3,7 +3,6 @@
 
 #include <host/files/SourceFacts.h>
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -15,7 +14,7 @@ namespace zorcld
 class CTakenPnts
 {
 public:
-    using TOnPnt = std::function<void(const CSourcePnt&)>; // channels up to 255
+    using TOnPnt = IPntSource::TOnPnt; // channels up to 255
 
     /// Looks at all points, up to three times.
     /// @param sPath  named in failures and on the progress bar.
@@ -31,14 +30,16 @@ public:
     /// What was done to them, a sentence each.
     const std::vector<std::string>& GetNotes() const { return m_vecNotes; }
 
+    /// @throws CFailure when the file turns out to be damaged on the way.
     void ForEach(const TOnPnt& onPnt) const;
 
 private:
     void MoveFirst(const CSourceFacts& facts);
-    void Check(const CSourceFacts& facts, const std::string& sPath);
+    void Check(const CSourceFacts& facts);
     CSourcePnt WithByteColor(CSourcePnt pnt) const;
 
     IPntSource& m_source;
+    std::string m_sPath;
     CPntSummary m_summary;
     CSourcePnt m_first;
     bool m_bMoveFirst = false; // it is not the first in the file

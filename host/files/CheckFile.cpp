@@ -1,15 +1,14 @@
 #include <host/files/CheckFile.h>
 
+#include <formats/IPntSource.h>
 #include <host/files/CFileColors.h>
 #include <host/files/CStackedPnts.h>
 #include <host/files/CTakenPnts.h>
-#include <host/files/IPntSource.h>
 #include <host/files/LoadCloud.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
-#include <host/output/GetFileName.h>
-#include <host/output/GroupDigits.h>
+#include <host/output/FormatCount.h>
 #include <zor4data/CPntCld.h>
 
 #include <fmt/format.h>
@@ -26,17 +25,20 @@ void FindFarPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFindings)
 {
     if (facts.nNumNotFinite > 0)
         vecFindings.push_back({"not-finite",
-                               fmt::format("{} points have coordinates that are no numbers, or infinite",
-                                           GroupDigits(facts.nNumNotFinite)),
+                               fmt::format("{} {} coordinates that are no numbers, or infinite",
+                                           FormatCount(facts.nNumNotFinite, "point"),
+                                           OneOrMany(facts.nNumNotFinite, "has", "have")),
                                true, ""});
     if (facts.nNumFar == 0)
         return;
     vecFindings.push_back(
         {"span",
-         fmt::format("{} of {} points lie more than {} units from the first one ({:.10g} {:.10g} "
-                     "{:.10g}) and are moved to that distance; the points span {:.6g} units",
-                     GroupDigits(facts.nNumFar), GroupDigits(facts.summary.nNumPnts), c_nReach, facts.first.x,
-                     facts.first.y, facts.first.z, facts.summary.CalcExtent()),
+         fmt::format(
+             "{} of {} {} more than {} units from the first one ({:.10g} {:.10g} {:.10g}) and {} moved "
+             "to that distance; the points span {:.6g} units",
+             GroupDigits(facts.nNumFar), FormatCount(facts.summary.nNumPnts, "point"),
+             OneOrMany(facts.nNumFar, "lies", "lie"), c_nReach, facts.first.x, facts.first.y, facts.first.z,
+             OneOrMany(facts.nNumFar, "is", "are"), facts.summary.CalcExtent()),
          true, ""});
 }
 
@@ -73,11 +75,13 @@ void FindStackedPnts(CStackedPnts& stacked, const CSourceFacts& facts, std::vect
     if (static_cast<double>(nNumLost) < c_dWorthTelling * static_cast<double>(facts.summary.nNumPnts) ||
         nNumLost == 0)
         return;
-    vecFindings.push_back({"stacked-points",
-                           fmt::format("{} of {} points lie above or below another, at its x and y, and are "
-                                       "removed: a cloud keeps only the first of such points near each other",
-                                       GroupDigits(nNumLost), GroupDigits(facts.summary.nNumPnts)),
-                           false, ""});
+    vecFindings.push_back(
+        {"stacked-points",
+         fmt::format("{} of {} {} above or below another, at its x and y, and {} removed: a cloud "
+                     "keeps only the first of such points near each other",
+                     GroupDigits(nNumLost), FormatCount(facts.summary.nNumPnts, "point"),
+                     OneOrMany(nNumLost, "lies", "lie"), OneOrMany(nNumLost, "is", "are")),
+         false, ""});
 }
 
 /// @return why it cannot be loaded; empty: it can.
@@ -150,9 +154,8 @@ void LookAtPnts(CCheckResult& result, CInputFile& file, const CConsole& console)
             return;
         }
         CStackedPnts stacked;
-        const CSourceFacts facts =
-            CollectSourceFacts(*pSource, console, "checking " + GetFileName(result.sPath),
-                               [&](const CSourcePnt& pnt) { stacked.Add(pnt); });
+        const CSourceFacts facts = CollectSourceFacts(*pSource, result.sPath, console, "checking ",
+                                                      [&](const CSourcePnt& pnt) { stacked.Add(pnt); });
         const std::int64_t nNumPnts = facts.summary.nNumPnts + facts.nNumNotFinite;
         result.sCause = file.FindCause(nNumPnts);
         if (!result.sCause.empty())

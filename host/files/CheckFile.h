@@ -1,7 +1,7 @@
 #ifndef HOST_FILES_CHECKFILE_H
 #define HOST_FILES_CHECKFILE_H
 
-#include <host/files/CFinding.h>
+#include <formats/CFinding.h>
 
 #include <cstdint>
 #include <string>

@@ -1,6 +1,7 @@
 #include <host/files/LoadCloud.h>
 
 #include <formats/CloudLimits.h>
+#include <formats/CountOf.h>
 #include <host/files/CFileKind.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
@@ -33,7 +34,7 @@ double CalcSeconds(CProgressBar::TClock::duration duration)
     std::string sCause = file.FindCause();
     const std::int64_t nAnnounced = file.GetFacts().nAnnounced;
     if (sCause.empty() && nAnnounced >= 0)
-        sCause = fmt::format("not enough memory for the {} points that it announces", nAnnounced);
+        sCause = fmt::format("not enough memory for the {} that it announces", CountOf(nAnnounced, "point"));
     throw CFailure(file.GetPath(), sCause.empty() ? "not enough memory" : sCause);
 }
 

@@ -1,7 +1,7 @@
 #ifndef HOST_FILES_LOADCLOUD_H
 #define HOST_FILES_LOADCLOUD_H
 
-#include <host/files/CFinding.h>
+#include <formats/CFinding.h>
 #include <host/files/CInputOptions.h>
 
 #include <cstdint>

@@ -4,7 +4,6 @@
 #include <host/files/OpenByteReader.h>
 #include <host/output/CFailure.h>
 #include <host/output/CTempFile.h>
-
 #include <zor4data/CPntCld.h>
 
 #include <cerrno>

@@ -1,7 +1,9 @@
 #include <host/files/SourceFacts.h>
 
 #include <host/output/CConsole.h>
+#include <host/output/CFailure.h>
 #include <host/output/CProgressBar.h>
+#include <host/output/GetFileName.h>
 
 #include <algorithm>
 #include <cmath>
@@ -58,16 +60,16 @@ double CSourceFacts::CalcShareMerged() const
     return 1.0 - std::exp(-static_cast<double>(summary.nNumPnts) / dCells);
 }
 
-CSourceFacts CollectSourceFacts(IPntSource& source, const CConsole& console, const std::string& sLabel,
-                                const IPntSource::TOnPnt& onPntNear)
+CSourceFacts CollectSourceFacts(IPntSource& source, const std::string& sPath, const CConsole& console,
+                                const char* pDoing, const IPntSource::TOnPnt& onPntNear)
 {
-    CProgressBar progress(console, sLabel);
+    CProgressBar progress(console, pDoing + GetFileName(sPath));
     progress.Start();
     const double dStep = 100.0 / static_cast<double>(std::max<std::int64_t>(source.GetNumAnnounced(), 1));
     CSourceFacts facts;
     facts.summary.bColor = source.HasColor();
     CSampler sampler(facts.vecSample);
-    source.ForEach(
+    const std::string sCause = source.ForEach(
         [&](const CSourcePnt& pnt)
         {
             progress.SetPos(static_cast<int>(static_cast<double>(facts.summary.nNumPnts) * dStep));
@@ -87,6 +89,8 @@ CSourceFacts CollectSourceFacts(IPntSource& source, const CConsole& console, con
             AddColor(facts, pnt);
             sampler.Add(pnt);
         });
+    if (!sCause.empty())
+        throw CFailure(sPath, sCause);
     return facts;
 }
 

@@ -1,7 +1,7 @@
 #ifndef HOST_FILES_SOURCEFACTS_H
 #define HOST_FILES_SOURCEFACTS_H
 
-#include <host/files/IPntSource.h>
+#include <formats/IPntSource.h>
 #include <host/output/CPntSummary.h>
 
 #include <vector>
@@ -30,10 +30,12 @@ struct CSourceFacts
     double CalcShareMerged() const;
 };
 
-/// @param sLabel      of the progress bar.
+/// @param sPath       named in failures and on the progress bar.
+/// @param pDoing      what is being done, with a blank behind it.
 /// @param onPntNear   gets the points within reach of the first one, itself included; may be empty.
-CSourceFacts CollectSourceFacts(IPntSource& source, const CConsole& console, const std::string& sLabel,
-                                const IPntSource::TOnPnt& onPntNear = {});
+/// @throws CFailure when the file turns out to be damaged on the way.
+CSourceFacts CollectSourceFacts(IPntSource& source, const std::string& sPath, const CConsole& console,
+                                const char* pDoing, const IPntSource::TOnPnt& onPntNear = {});
 
 } // namespace zorcld
 

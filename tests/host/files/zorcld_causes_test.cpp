@@ -73,7 +73,7 @@ TEST(ZorcldCauses, Truncated)
     const std::string sFace = "element face 2\nproperty list uchar int i\n";
     const std::string sVertex = "element vertex 1\n" + c_sXyz;
     const std::string sThree = "\3" + std::string(12, '\0');
-    expect(MakePlyHeader(sFace + sVertex) + sThree + sThree, "truncated after 0 of 1 vertices");
+    expect(MakePlyHeader(sFace + sVertex) + sThree + sThree, "truncated after 0 of 1 vertex");
     expect(MakePlyHeader(sVertex + sFace) + std::string(12, '\0') + sThree,
            "truncated after 1 of 2 items of element face");
 }

@@ -175,7 +175,7 @@ TEST(ZorcldConvert, Ply_Damaged)
     expect(
         "ply\nformat ascii 1.0\nelement face 1\nproperty list int int i\nelement vertex 1\nproperty float x\n"
         "property float y\nproperty float z\nend_header\n4000000000 1 2 3\n",
-        "items of element face");
+        "item of element face");
     expect("ply\nformat ascii 1.0\nelement vertex -3\nend_header\n", "has no vertices");
     expect("ply\nformat ascii 1.0\nelement vertex 3", "'end_header' is missing");
     expect("ply\nformat ascii 1.0\nelement vertex three\nend_header\n", "is no number");
@@ -220,9 +220,9 @@ TEST(ZorcldConvert, FarPnts_FirstChosenOrLeftOut)
     EXPECT_EQ(GetPnts(zorcld, sOut),
               "0.0000,0.0000,0.0000\n200000.0000,1.0000,1.0000\n400000.0000,2.0000,2.0000\n");
     const std::string sErr = convert("0 0 0\n600000 1 1\n600001 2 2\nnan 1 1\n", 4);
-    EXPECT_NE(sErr.find("1 points more than 214748 units from the others are left out"), std::string::npos)
+    EXPECT_NE(sErr.find("1 point more than 214748 units from the others is left out"), std::string::npos)
         << sErr;
-    EXPECT_NE(sErr.find("1 points whose coordinates are no numbers"), std::string::npos) << sErr;
+    EXPECT_NE(sErr.find("1 point whose coordinates are no numbers"), std::string::npos) << sErr;
     EXPECT_EQ(GetPnts(zorcld, sOut), "600000.0000,1.0000,1.0000\n600001.0000,2.0000,2.0000\n");
     ExpectCause(
         zorcld,

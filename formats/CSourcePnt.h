@@ -1,13 +1,10 @@
-#ifndef HOST_FILES_CSOURCEPNT_H
-#define HOST_FILES_CSOURCEPNT_H
+#ifndef FORMATS_CSOURCEPNT_H
+#define FORMATS_CSOURCEPNT_H
 
 #include <formats/CloudLimits.h>
 
 #include <cmath>
 #include <cstdint>
-
-namespace zorcld
-{
 
 /// A point as its file has it, coordinates in double precision.
 struct CSourcePnt
@@ -29,7 +26,5 @@ struct CSourcePnt
         return isNear(x, first.x) && isNear(y, first.y) && isNear(z, first.z);
     }
 };
-
-} // namespace zorcld
 
 #endif

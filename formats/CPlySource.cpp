@@ -1,19 +1,13 @@
-#include <host/files/CPlySource.h>
+#include <formats/CPlySource.h>
 
 #include <formats/CByteReader.h>
 #include <formats/CPlyMeaning.h>
 #include <formats/LittleEndian.h>
 #include <formats/ParseDouble.h>
-#include <host/output/CFailure.h>
-
-#include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-
-namespace zorcld
-{
 
 namespace
 {
@@ -58,34 +52,38 @@ using TValues = std::array<double, c_nNumRoles + 1>;
 class CPlySource final : public IPntSource
 {
 public:
-    CPlySource(const std::string& sPath, const CPlyMeaning& meaning, CByteReader& reader)
-        : m_sPath(sPath), m_meaning(meaning), m_reader(reader)
+    CPlySource(const CPlyMeaning& meaning, CByteReader& reader)
+        : m_meaning(meaning), m_reader(reader), m_pVertices(meaning.FindVertices())
     {
-        m_pVertices = m_meaning.FindVertices();
+    }
+
+    /// To be called before all others. @return why the vertices cannot be read; empty: they can.
+    std::string Prepare()
+    {
         if (m_pVertices == nullptr || m_pVertices->nCount <= 0)
-            throw CFailure(sPath, "has no vertices");
-        TakeRoles();
-        CheckTypes();
-        CheckCount(reader.GetSize() - m_meaning.GetDataOffset());
+            return "has no vertices";
+        std::string sCause = TakeRoles();
+        if (sCause.empty())
+            sCause = FindWrongType();
+        return sCause.empty() ? FindWrongCount() : sCause;
     }
 
     bool HasColor() const override { return m_bColor; }
 
     std::int64_t GetNumAnnounced() const override { return m_pVertices->nCount; }
 
-    void ForEach(const TOnPnt& onPnt) override
+    std::string ForEach(const TOnPnt& onPnt) override
     {
         m_reader.SetPos(m_meaning.GetDataOffset());
-        for (const CPlyMeantElement& elem : m_meaning.GetElements())
-        {
-            ReadElement(m_reader, elem, onPnt);
-            if (&elem == m_pVertices)
-                return;
-        }
+        std::string sCause;
+        const CPlyMeantElement* pElem = m_meaning.GetElements().data();
+        for (; sCause.empty() && pElem <= m_pVertices; ++pElem)
+            sCause = ReadElement(*pElem, onPnt);
+        return sCause;
     }
 
 private:
-    void TakeRoles()
+    std::string TakeRoles()
     {
         std::string sMissing;
         const auto& vecProps = m_pVertices->vecProps;
@@ -106,51 +104,51 @@ private:
                 sMissing += (sMissing.empty() ? "" : ", ") + std::string(c_asPlyRoleNames[i]);
         }
         if (!sMissing.empty())
-            throw CFailure(m_sPath, fmt::format("its vertices have no {}", sMissing));
+            return "its vertices have no " + sMissing;
         m_bColor = std::count(anProp.begin() + c_nNumPlyCoords, anProp.end(), vecProps.size()) == 0;
         m_vecRoles.assign(vecProps.size(), c_nOther);
         for (std::size_t i = 0; i < (m_bColor ? c_nNumRoles : c_nNumPlyCoords); ++i)
             m_vecRoles[anProp[i]] = i;
+        return {};
     }
 
     /// Up to the vertices everything has to be read.
-    void CheckTypes() const
+    std::string FindWrongType() const
     {
-        for (const CPlyMeantElement& elem : m_meaning.GetElements())
-        {
-            for (const CPlyMeantProperty& prop : elem.vecProps)
-                if (prop.pType == nullptr && elem.nCount > 0)
-                    throw CFailure(m_sPath, fmt::format("property type not known: '{}' of {} in element {}",
-                                                        prop.sType, prop.sName, elem.sName));
-            if (&elem == m_pVertices)
-                return;
-        }
+        for (const CPlyMeantElement* pElem = m_meaning.GetElements().data(); pElem <= m_pVertices; ++pElem)
+            for (const CPlyMeantProperty& prop : pElem->vecProps)
+                if (prop.pType == nullptr && pElem->nCount > 0)
+                    return "property type not known: '" + prop.sType + "' of " + prop.sName + " in element " +
+                           pElem->sName;
+        return {};
     }
 
     /// A count that the data cannot hold is told before they are read.
-    void CheckCount(std::int64_t nBytes) const
+    std::string FindWrongCount() const
     {
+        const std::int64_t nBytes = m_reader.GetSize() - m_meaning.GetDataOffset();
         const std::int64_t nItem = m_pVertices->CalcItemSize();
         const std::int64_t nLeast =
             m_meaning.GetFormat() == PlyFormat_Ascii ? 6 : std::max<std::int64_t>(nItem, 3);
-        if (m_pVertices->nCount > (nBytes + 1) / nLeast)
-            throw CFailure(m_sPath,
-                           fmt::format("announces {} vertices, but its data have room for {} at most",
-                                       m_pVertices->nCount, (nBytes + 1) / nLeast));
+        const std::int64_t nMost = (nBytes + 1) / nLeast;
+        if (m_pVertices->nCount <= nMost)
+            return {};
+        return "announces " + FormatPlyItems(m_pVertices->nCount, m_pVertices->sName, true) +
+               ", but its data have room for " + std::to_string(nMost) + " at most";
     }
 
-    bool ReadValue(CByteReader& reader, const CPlyType& type, double& d) const
+    bool ReadValue(const CPlyType& type, double& d)
     {
         if (m_meaning.GetFormat() == PlyFormat_Ascii)
         {
             std::string_view sWord;
             bool bWhole = false;
-            if (reader.ReadWord(sWord))
+            if (m_reader.ReadWord(sWord))
                 d = ParseDouble(sWord, bWhole);
             return bWhole;
         }
         std::array<unsigned char, c_nMaxPlySize> acBytes{};
-        if (!reader.Read(acBytes.data(), type.nSize))
+        if (!m_reader.Read(acBytes.data(), type.nSize))
             return false;
         if (m_meaning.GetFormat() == PlyFormat_Big)
             std::reverse(acBytes.begin(), acBytes.begin() + static_cast<std::ptrdiff_t>(type.nSize));
@@ -158,28 +156,28 @@ private:
         return true;
     }
 
-    bool SkipList(CByteReader& reader, const CPlyMeantProperty& prop) const
+    bool SkipList(const CPlyMeantProperty& prop)
     {
         double dCount = 0.0;
-        if (!ReadValue(reader, *prop.pCount, dCount) || !(dCount >= 0.0 && dCount < 4294967296.0))
+        if (!ReadValue(*prop.pCount, dCount) || !(dCount >= 0.0 && dCount < 4294967296.0))
             return false;
         const auto nCount = static_cast<std::int64_t>(dCount);
         if (m_meaning.GetFormat() != PlyFormat_Ascii)
-            return reader.Skip(nCount * static_cast<std::int64_t>(prop.pType->nSize));
+            return m_reader.Skip(nCount * static_cast<std::int64_t>(prop.pType->nSize));
         double d = 0.0;
         for (std::int64_t i = 0; i < nCount; ++i)
-            if (!ReadValue(reader, *prop.pType, d))
+            if (!ReadValue(*prop.pType, d))
                 return false;
         return true;
     }
 
-    bool ReadItem(CByteReader& reader, const CPlyMeantElement& elem, TValues& adValues) const
+    bool ReadItem(const CPlyMeantElement& elem, TValues& adValues)
     {
         for (std::size_t i = 0; i < elem.vecProps.size(); ++i)
         {
             const CPlyMeantProperty& prop = elem.vecProps[i];
             const std::size_t nRole = &elem == m_pVertices ? m_vecRoles[i] : c_nOther;
-            if (!(prop.bList ? SkipList(reader, prop) : ReadValue(reader, *prop.pType, adValues[nRole])))
+            if (!(prop.bList ? SkipList(prop) : ReadValue(*prop.pType, adValues[nRole])))
                 return false;
             if (nRole >= c_nNumPlyCoords && nRole < c_nOther)
                 adValues[nRole] = ToColor(adValues[nRole], *prop.pType);
@@ -187,38 +185,38 @@ private:
         return true;
     }
 
-    void ReadElement(CByteReader& reader, const CPlyMeantElement& elem, const TOnPnt& onPnt) const
+    std::string ReadElement(const CPlyMeantElement& elem, const TOnPnt& onPnt)
     {
         const auto channel = [](double d) { return static_cast<std::uint16_t>(d); };
         TValues adValues{};
         for (std::int64_t i = 0; i < elem.nCount && !elem.vecProps.empty(); ++i)
         {
-            if (!ReadItem(reader, elem, adValues))
-                throw CFailure(m_sPath, fmt::format("truncated or damaged after {} of {} {}", i, elem.nCount,
-                                                    &elem == m_pVertices ? "vertices"
-                                                                         : "items of element " + elem.sName));
+            if (!ReadItem(elem, adValues))
+                return "truncated or damaged after " + std::to_string(i) + " of " +
+                       FormatPlyItems(elem.nCount, elem.sName, &elem == m_pVertices);
             if (&elem == m_pVertices)
                 onPnt({adValues[0], adValues[1], adValues[2], channel(adValues[3]), channel(adValues[4]),
                        channel(adValues[5])});
         }
+        return {};
     }
 
-    std::string m_sPath;
     const CPlyMeaning& m_meaning;
     CByteReader& m_reader;
-    const CPlyMeantElement* m_pVertices = nullptr;
+    const CPlyMeantElement* m_pVertices;
     std::vector<std::size_t> m_vecRoles; // of each property of the vertices: its place in TValues
     bool m_bColor = false;
 };
 
 } // namespace
 
-std::unique_ptr<IPntSource> MakePlySource(const std::string& sPath, const CPlyMeaning& meaning,
-                                          CByteReader& reader)
+CMadeSource MakePlySource(const CPlyMeaning& meaning, CByteReader& reader)
 {
     if (!meaning.GetCause().empty())
-        throw CFailure(sPath, meaning.GetCause());
-    return std::make_unique<CPlySource>(sPath, meaning, reader);
+        return {nullptr, meaning.GetCause()};
+    auto pSource = std::make_unique<CPlySource>(meaning, reader);
+    std::string sCause = pSource->Prepare();
+    if (!sCause.empty())
+        return {nullptr, std::move(sCause)};
+    return {std::move(pSource), {}};
 }
-
-} // namespace zorcld

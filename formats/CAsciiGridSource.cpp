@@ -1,17 +1,12 @@
-#include <host/files/CGridSource.h>
+#include <formats/CAsciiGridSource.h>
 
 #include <formats/CAsciiGridMeaning.h>
 #include <formats/CByteReader.h>
+#include <formats/CountOf.h>
 #include <formats/ParseDouble.h>
-#include <host/output/CFailure.h>
-
-#include <fmt/format.h>
 
 #include <cmath>
 #include <limits>
-
-namespace zorcld
-{
 
 namespace
 {
@@ -51,10 +46,10 @@ private:
     bool m_bTabs = false;
 };
 
-class CGridSource final : public IPntSource
+class CAsciiGridSource final : public IPntSource
 {
 public:
-    CGridSource(const CAsciiGridMeaning& meaning, CByteReader& reader)
+    CAsciiGridSource(const CAsciiGridMeaning& meaning, CByteReader& reader)
         : m_meaning(meaning), m_reader(reader),
           m_nNumHeld((reader.GetSize() - meaning.nDataOffset + 1) / 2) // a digit and a blank a value
     {
@@ -69,7 +64,7 @@ public:
                    : m_meaning.nNumRows * m_meaning.nNumCols;
     }
 
-    void ForEach(const TOnPnt& onPnt) override
+    std::string ForEach(const TOnPnt& onPnt) override
     {
         m_reader.SetPos(m_meaning.nDataOffset);
         CRowReader rows(m_reader);
@@ -83,6 +78,7 @@ public:
                 ReadRow(rows, sWord, onPnt);
         }
         m_bTabs = rows.HasTabs();
+        return {};
     }
 
     std::vector<CFinding> GetFindings() const override;
@@ -126,50 +122,45 @@ private:
     bool m_bTabs = false;
 };
 
-std::vector<CFinding> CGridSource::GetFindings() const
+std::vector<CFinding> CAsciiGridSource::GetFindings() const
 {
     std::vector<CFinding> vecFindings;
+    const auto add = [&](const char* pCode, const std::string& sText, bool bConvert = false) {
+        vecFindings.push_back({pCode, sText, bConvert, ""});
+    };
+    const std::string sColumns = " values than the " + CountOf(m_meaning.nNumCols, "column") + " announced: ";
     if (m_nNumRows < m_meaning.nNumRows)
     {
-        std::string sText = fmt::format("its header announces {} rows of {} cells, {} rows are there",
-                                        m_meaning.nNumRows, m_meaning.nNumCols, m_nNumRows);
+        std::string sText = "its header announces " + CountOf(m_meaning.nNumRows, "row") + " of " +
+                            CountOf(m_meaning.nNumCols, "cell") + ", " + CountOf(m_nNumRows, "row") +
+                            OneOrMany(m_nNumRows, " is", " are") + " there";
         if (GetNumAnnounced() > m_nNumHeld)
-            sText += fmt::format("; the file has no room for more than {} values", m_nNumHeld);
-        vecFindings.push_back({"grid-rows", sText, false, ""});
+            sText += "; the file has no room for more than " + CountOf(m_nNumHeld, "value");
+        add("grid-rows", sText);
     }
     if (m_nNumShort > 0)
-        vecFindings.push_back({"grid-short-rows",
-                               fmt::format("{} rows have fewer values than the {} columns announced: the "
-                                           "cells at their right end are missing",
-                                           m_nNumShort, m_meaning.nNumCols),
-                               false, ""});
+        add("grid-short-rows", CountOf(m_nNumShort, "row") + OneOrMany(m_nNumShort, " has", " have") +
+                                   " fewer" + sColumns + "the cells at " +
+                                   OneOrMany(m_nNumShort, "its", "their") + " right end are missing");
     if (m_nNumLong > 0)
-        vecFindings.push_back({"grid-long-rows",
-                               fmt::format("{} rows have more values than the {} columns announced: the "
-                                           "rest is not taken",
-                                           m_nNumLong, m_meaning.nNumCols),
-                               false, ""});
+        add("grid-long-rows", CountOf(m_nNumLong, "row") + OneOrMany(m_nNumLong, " has", " have") + " more" +
+                                  sColumns + "the rest is not taken");
     if (m_bTabs)
-        vecFindings.push_back(
-            {"grid-tabs", "tabs separate its values: only the first value of such a run is taken", true, ""});
+        add("grid-tabs", "tabs separate its values: only the first value of such a run is taken", true);
     if (m_nNumOdd > 0)
-        vecFindings.push_back({"grid-not-numbers",
-                               fmt::format("{} values are no plain numbers, the first is '{}': what stands "
-                                           "behind a number is dropped, what is none counts as 0",
-                                           m_nNumOdd, m_sOddWord),
-                               false, ""});
+        add("grid-not-numbers", CountOf(m_nNumOdd, "value") +
+                                    OneOrMany(m_nNumOdd, " is no plain number", " are no plain numbers") +
+                                    ", the first is '" + m_sOddWord +
+                                    "': what stands behind a number is dropped, what is none counts as 0");
     return vecFindings;
 }
 
 } // namespace
 
-std::unique_ptr<IPntSource> MakeGridSource(const std::string& sPath, const CAsciiGridMeaning& meaning,
-                                           CByteReader& reader)
+CMadeSource MakeAsciiGridSource(const CAsciiGridMeaning& meaning, CByteReader& reader)
 {
-    const std::string sCause = meaning.FindCause();
+    std::string sCause = meaning.FindCause();
     if (!sCause.empty())
-        throw CFailure(sPath, sCause);
-    return std::make_unique<CGridSource>(meaning, reader);
+        return {nullptr, std::move(sCause)};
+    return {std::make_unique<CAsciiGridSource>(meaning, reader), {}};
 }
-
-} // namespace zorcld

@@ -1,14 +1,15 @@
-#include <host/files/PlyFindings.h>
+#include <formats/PlyFindings.h>
 
 #include <formats/CPlyMeaning.h>
-
-#include <fmt/format.h>
-
-namespace zorcld
-{
+#include <formats/CountOf.h>
 
 namespace
 {
+
+std::string FormatReading(const CPlyMeantProperty& prop, const CPlyType& read)
+{
+    return "declared '" + prop.sType + "' but read as '" + std::string(read.sName) + "': they come out wrong";
+}
 
 void FindWrongCoords(const CPlyMeantElement& vertices, std::vector<CFinding>& vecFindings)
 {
@@ -18,10 +19,7 @@ void FindWrongCoords(const CPlyMeantElement& vertices, std::vector<CFinding>& ve
         if (pProp == nullptr || pProp->bList || pProp->pType == &c_plyCoordType)
             continue;
         vecFindings.push_back(
-            {"ply-coordinates",
-             fmt::format("coordinates are declared '{}' but read as '{}': they come out wrong", pProp->sType,
-                         c_plyCoordType.sName),
-             true, ""});
+            {"ply-coordinates", "coordinates are " + FormatReading(*pProp, c_plyCoordType), true, ""});
         return;
     }
 }
@@ -38,9 +36,9 @@ void FindWrongSizes(const std::vector<CPlyMeantElement>& vecElems, std::vector<C
                 continue;
             vecFindings.push_back(
                 {"ply-sized-types",
-                 fmt::format("type '{}' of {} is read as '{}' of {} bytes, but has {}: what follows comes "
-                             "out wrong",
-                             prop.sType, prop.sName, pRead->sName, pRead->nSize, prop.pType->nSize),
+                 "type '" + prop.sType + "' of " + prop.sName + " is read as '" + std::string(pRead->sName) +
+                     "' of " + CountOf(static_cast<std::int64_t>(pRead->nSize), "byte") + ", but has " +
+                     std::to_string(prop.pType->nSize) + ": what follows comes out wrong",
                  true, ""});
             return;
         }
@@ -63,17 +61,14 @@ void FindWrongColors(const CPlyMeantElement& vertices, std::vector<CFinding>& ve
     if (!sPresent.empty() && !sMissing.empty())
         vecFindings.push_back(
             {"ply-color-missing",
-             fmt::format("its vertices have {}, but not {}: colour is not taken", sPresent, sMissing), false,
-             ""});
+             "its vertices have " + sPresent + ", but not " + sMissing + ": colour is not taken", false, ""});
     else if (pWrong != nullptr)
-        vecFindings.push_back({"ply-color-type",
-                               fmt::format("colours are declared '{}' but read as '{}': they come out wrong",
-                                           pWrong->sType, c_plyByteType.sName),
-                               true, ""});
+        vecFindings.push_back(
+            {"ply-color-type", "colours are " + FormatReading(*pWrong, c_plyByteType), true, ""});
     if (vertices.FindProp(c_asPlyOtherColors[0]) != nullptr && sPresent.empty())
         vecFindings.push_back(
             {"ply-color-name",
-             fmt::format("its colours are named {} and so on: they are not taken", c_asPlyOtherColors[0]),
+             "its colours are named " + std::string(c_asPlyOtherColors[0]) + " and so on: they are not taken",
              true, ""});
 }
 
@@ -92,5 +87,3 @@ std::vector<CFinding> FindPlyFindings(const CPlyMeaning& meaning)
     FindWrongSizes(meaning.GetElements(), vecFindings);
     return vecFindings;
 }
-
-} // namespace zorcld

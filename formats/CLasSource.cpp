@@ -1,16 +1,12 @@
-#include <host/files/CLasSource.h>
+#include <formats/CLasSource.h>
 
 #include <formats/CLasGuard.h>
 #include <formats/CLazFile.h>
-#include <host/files/FindUnreadPnts.h>
-#include <host/output/CFailure.h>
+#include <formats/LasFindings.h>
 
 #include <laszip/laszip_api.h>
 
 #include <algorithm>
-
-namespace zorcld
-{
 
 namespace
 {
@@ -59,24 +55,22 @@ private:
 class CLasSource final : public IPntSource
 {
 public:
-    CLasSource(const std::string& sPath, CLasGuard& guard)
-        : m_sPath(sPath), m_guard(guard), m_header(guard.GetHeader())
-    {
-    }
+    explicit CLasSource(CLasGuard& guard) : m_guard(guard), m_header(guard.GetHeader()) {}
 
     bool HasColor() const override { return m_header.HasColor(); }
 
     std::int64_t GetNumAnnounced() const override { return m_header.nNumPnts; }
 
-    void ForEach(const TOnPnt& onPnt) override
+    std::string ForEach(const TOnPnt& onPnt) override
     {
         CLaszipReader reader(m_guard);
         if (!reader.IsOpen())
-            throw CFailure(m_sPath, "its LAS data are damaged or cut off");
+            return "its LAS data are damaged or cut off";
         const std::int64_t nNumPnts = std::min(m_header.nNumPnts, m_guard.GetMaxNumPnts());
         const laszip_point_struct* pPnt = nullptr;
         for (m_nNumRead = 0; m_nNumRead < nNumPnts && (pPnt = reader.Read()) != nullptr; ++m_nNumRead)
             onPnt(SourceFromLasPnt(*pPnt));
+        return {};
     }
 
     /// Of a compressed file, only reading it tells how many points it holds.
@@ -102,7 +96,6 @@ private:
         return pnt;
     }
 
-    std::string m_sPath;
     CLasGuard& m_guard;
     const CLasHeader& m_header;
     std::int64_t m_nNumRead = 0;
@@ -110,11 +103,9 @@ private:
 
 } // namespace
 
-std::unique_ptr<IPntSource> MakeLasSource(const std::string& sPath, CLasGuard& guard)
+CMadeSource MakeLasSource(CLasGuard& guard)
 {
     if (!guard.GetCause().empty())
-        throw CFailure(sPath, guard.GetCause());
-    return std::make_unique<CLasSource>(sPath, guard);
+        return {nullptr, guard.GetCause()};
+    return {std::make_unique<CLasSource>(guard), {}};
 }
-
-} // namespace zorcld

@@ -1,0 +1,6 @@
+#include <formats/CLasSource.h>
+
+CMadeSource MakeLasSource(CLasGuard&)
+{
+    return {};
+}

@@ -1,0 +1,44 @@
+#ifndef FORMATS_IPNTSOURCE_H
+#define FORMATS_IPNTSOURCE_H
+
+#include <formats/CFinding.h>
+#include <formats/CSourcePnt.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// The points of a file as it means them: more kinds of files than the library takes, nothing rounded or
+/// removed. May be asked for them several times; memory does not grow with the file where the file can be
+/// read from front to back.
+class IPntSource
+{
+public:
+    using TOnPnt = std::function<void(const CSourcePnt&)>;
+
+    virtual ~IPntSource() = default;
+
+    virtual bool HasColor() const = 0;
+
+    /// @return points that the file announces, or its cells; -1: it does not say.
+    virtual std::int64_t GetNumAnnounced() const = 0;
+
+    /// One call a point, in the order of the file.
+    /// @return what turned out to be damaged on the way, so that the points behind it are missing, without a
+    ///         full stop; empty: nothing.
+    virtual std::string ForEach(const TOnPnt& onPnt) = 0;
+
+    /// What the last `ForEach` saw beside the points.
+    virtual std::vector<CFinding> GetFindings() const { return {}; }
+};
+
+/// A source, or why there is none.
+struct CMadeSource
+{
+    std::unique_ptr<IPntSource> pSource; ///< null: the file cannot be read so
+    std::string sCause;                  ///< why not, without a full stop; empty: it is not known
+};
+
+#endif

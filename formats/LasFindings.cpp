@@ -1,0 +1,39 @@
+#include <formats/LasFindings.h>
+
+#include <formats/CLasHeader.h>
+#include <formats/CloudLimits.h>
+#include <formats/CountOf.h>
+
+std::vector<CFinding> FindLasFindings(const CLasHeader& header, bool bAsMeant)
+{
+    std::vector<CFinding> vecFindings;
+    const std::int64_t nHeld = header.CalcNumHeld();
+    const std::string sAnnounces = "its header announces " + CountOf(header.nNumPnts, "point") + ", ";
+    if (nHeld >= 0 && nHeld < header.nNumPnts)
+        vecFindings.push_back(
+            {"las-count",
+             sAnnounces + "but " + std::to_string(nHeld) + OneOrMany(nHeld, " is", " are") +
+                 " there: it is cut off, and a point at the first one's place comes for the "
+                 "missing ones",
+             bAsMeant && nHeld > 0, ""});
+    if (header.nNumPnts == 0)
+        vecFindings.push_back({"las-empty", "it holds no points", false, ""});
+    if (header.nNumPnts > c_nMaxCloudPnts)
+        vecFindings.push_back({"las-too-many",
+                               sAnnounces + "a cloud holds " + std::to_string(c_nMaxCloudPnts) + " at most",
+                               false, "split it into tiles"});
+    if (header.HasColor() && !header.IsColorTaken())
+        vecFindings.push_back({"las-color",
+                               "its colours are not taken, since its point format is " +
+                                   std::to_string(header.nFormat) + ": those of formats 2, 3 and 5 are",
+                               bAsMeant, ""});
+    return vecFindings;
+}
+
+CFinding FindUnreadPnts(std::int64_t nAnnounced, std::int64_t nNumRead)
+{
+    return {"las-count",
+            "its header announces " + CountOf(nAnnounced, "point") + ", but " + std::to_string(nNumRead) +
+                " could be read: it is damaged or cut off",
+            false, ""};
+}

@@ -1,0 +1,19 @@
+#ifndef FORMATS_LASFINDINGS_H
+#define FORMATS_LASFINDINGS_H
+
+#include <formats/CFinding.h>
+
+#include <cstdint>
+#include <vector>
+
+struct CLasHeader;
+
+/// What the header of a LAS or LAZ file that the library takes tells of what will be lost or put in its
+/// place.
+/// @param bAsMeant  can this build read the points as they are meant?
+std::vector<CFinding> FindLasFindings(const CLasHeader& header, bool bAsMeant);
+
+/// @return that fewer points could be read from a LAZ file than its header announces.
+CFinding FindUnreadPnts(std::int64_t nAnnounced, std::int64_t nNumRead);
+
+#endif

@@ -1,0 +1,13 @@
+#ifndef FORMATS_NATIVEFINDINGS_H
+#define FORMATS_NATIVEFINDINGS_H
+
+#include <formats/CFinding.h>
+
+#include <vector>
+
+struct CNativeFacts;
+
+/// What is missing from a native file, or damaged in it, without keeping it from being loaded.
+std::vector<CFinding> FindNativeFindings(const CNativeFacts& native);
+
+#endif
