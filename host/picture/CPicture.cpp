@@ -28,8 +28,8 @@ CRgb CalcMean(const CPntRaster& raster, int x, int y, int nScale)
         for (int xFine = x * nScale; xFine < (x + 1) * nScale; ++xFine)
         {
             const std::size_t i = raster.GetIndex(xFine, yFine);
-            const CRgb& color =
-                raster.vecDepth[i] == CPntRaster::c_fEmpty ? c_background : raster.vecColor[i];
+            const CRgb color =
+                raster.vecDepth[i] == CPntRaster::c_fEmpty ? c_background : RgbFromBytes(raster.vecColor[i]);
             sum = {sum.r + color.r, sum.g + color.g, sum.b + color.b};
         }
     const float fShare = 1.0F / static_cast<float>(nScale * nScale);

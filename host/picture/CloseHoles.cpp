@@ -64,14 +64,14 @@ void CloseHoles(CPntRaster& raster, int nRadius)
     Invert(open); // centres of empty discs
     open = Grow(open, raster.nWidth, raster.nHeight, nRadius);
 
-    const CPntRaster before = raster;
+    const auto isSeen = [&mask](std::size_t iSide) { return mask[iSide] != 0; }; // closed ones are not
     std::size_t i = 0;
     for (int y = 0; y < raster.nHeight; ++y)
         for (int x = 0; x < raster.nWidth; ++x, ++i)
         {
             if (mask[i] != 0 || open[i] != 0)
                 continue;
-            const CSurround surround = FindSurround(before, x, y, 3 * nRadius, CPntRaster::c_fEmpty, 1);
+            const CSurround surround = FindSurround(raster, x, y, 3 * nRadius, isSeen);
             if (surround.GetNumSides() == 0)
                 continue;
             raster.vecDepth[i] = surround.GetDepth();

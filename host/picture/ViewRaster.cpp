@@ -96,12 +96,11 @@ void Rasterize(const std::vector<CScreenPnt>& vecPnts, int nScale, bool bPhoto, 
 {
     const float fMaxRadius =
         std::clamp(0.0045F * static_cast<float>(std::min(raster.nWidth, raster.nHeight)), 2.0F, 16.0F);
-    const float fSpacing = DrawPnts(vecPnts, fMaxRadius, raster);
-    const int nReach = std::clamp(static_cast<int>(std::ceil(1.6F * fSpacing)), 2 * nScale, 5 * nScale);
-    FillGaps(raster, nReach, 6);
+    const CSpacingMap spacing = DrawPnts(vecPnts, fMaxRadius, raster);
+    FillGaps(raster, spacing, nScale);
     const int nHole = bKeepHoles ? 4 * nScale : 6 * nScale;
-    CloseHoles(raster, std::clamp(static_cast<int>(std::lround(1.5F * fSpacing)), nHole, 8 * nScale));
-    ShadeDepth(raster, nScale, fSpacing, bPhoto ? c_fPhotoStrength : 1.0F);
+    CloseHoles(raster, std::clamp(static_cast<int>(std::lround(1.5F * spacing.fTypical)), nHole, 8 * nScale));
+    ShadeDepth(raster, spacing, nScale, bPhoto ? c_fPhotoStrength : 1.0F);
 }
 
 } // namespace zorcld
