@@ -37,10 +37,8 @@ int Report(std::string sMessage, int nStatus)
     return nStatus;
 }
 
-int Run(int nNumArgs, char** pArgs)
+void AddCommands(CLI::App& app, CConsole& console)
 {
-    CConsole console;
-    CLI::App app("Reads clouds of measured points, tells what is in them and shows them.", "zorcld");
     app.set_version_flag("--version", "zorcld " ZORCLD_VERSION);
     app.require_subcommand(1);
     app.footer("Exit status: 0 done, 1 a file could not be read or written, 2 wrong usage;\n"
@@ -52,13 +50,19 @@ int Run(int nNumArgs, char** pArgs)
         pCommand->add_flag_callback(
             "-q,--quiet", [&console] { console.SetQuiet(); },
             "Show no progress bar and no notes, failures only");
+}
 
-    const auto isCommand = [&app](const std::string& sName)
-    {
-        const auto vecCommands = app.get_subcommands([&](const CLI::App* p) { return p->check_name(sName); });
-        return !vecCommands.empty();
-    };
-    if (nNumArgs > 1 && pArgs[1][0] != '-' && !isCommand(pArgs[1]))
+bool IsCommand(const CLI::App& app, const std::string& sName)
+{
+    return !app.get_subcommands([&](const CLI::App* p) { return p->check_name(sName); }).empty();
+}
+
+int Run(int nNumArgs, char** pArgs)
+{
+    CConsole console;
+    CLI::App app("Reads clouds of measured points, tells what is in them and shows them.", "zorcld");
+    AddCommands(app, console);
+    if (nNumArgs > 1 && pArgs[1][0] != '-' && !IsCommand(app, pArgs[1]))
         return Report(fmt::format("unknown command '{}' (zorcld --help tells the commands)", pArgs[1]),
                       c_nWrongUsage);
 

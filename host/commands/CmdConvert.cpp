@@ -1,9 +1,8 @@
 #include <host/commands/Commands.h>
 #include <host/files/CFileColors.h>
 #include <host/files/CTakenPnts.h>
-#include <host/files/FileKinds.h>
 #include <host/files/LoadCloud.h>
-#include <host/files/NativeLayout.h>
+#include <host/files/OpenInputFile.h>
 #include <host/files/SaveCloud.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
@@ -119,16 +118,15 @@ std::string WritePly(const CTakenPnts& pnts, const COptions& options, const CCon
 
 /// A file that only the library reads, saved as loaded: the points of a native file are not weighed anew,
 /// but an octree that misses some of them is built again.
-std::string SaveLoaded(const COptions& options, const CConsole& console)
+std::string SaveLoaded(CInputFile& file, const COptions& options, const CConsole& console)
 {
     CFileColors colors;
     CPntCld cloud(&colors);
-    const CLoadFacts facts = LoadCloud(cloud, options.input, console);
-    RefuseMovedPnts(facts, options.input.sPath);
+    const CLoadFacts facts = LoadCloud(cloud, file, console);
+    RefuseMovedPnts(facts, file.GetPath());
     if (cloud.GetNumPnts() == 0)
-        throw CFailure(options.input.sPath, "holds no points");
-    if (facts.pKind->eFile == PntCldFile_Native && !ReadNativeLayout(options.input.sPath).IsWhole())
-        cloud.ComputeTree();
+        throw CFailure(file.GetPath(), "holds no points");
+    file.Mend(cloud);
     SaveCloud(cloud, options.sOutPath);
     return FormatResult(cloud.GetNumPnts(), cloud.IsWithColor(), facts.nDuplicates);
 }
@@ -151,16 +149,17 @@ void Convert(const COptions& options, const CConsole& console)
     const std::string sExtension = GetExtension(options.sOutPath);
     if (sExtension != ".ply" && sExtension != ".cld")
         throw CUsageError(fmt::format("OUT: '{}' ends neither in .ply nor in .cld", options.sOutPath));
-    std::unique_ptr<IPntSource> pSource = MakePntSource(options.input);
+    const std::unique_ptr<CInputFile> pFile = OpenInputFile(options.input);
+    std::unique_ptr<IPntSource> pSource = pFile->MakeSource();
     std::string sResult;
     if (pSource == nullptr && sExtension == ".cld")
     {
-        sResult = SaveLoaded(options, console);
+        sResult = SaveLoaded(*pFile, options, console);
     }
     else
     {
         if (pSource == nullptr)
-            pSource = MakeCloudSource(options.input, console);
+            pSource = MakeCloudSource(*pFile, console);
         sResult = ConvertPnts(*pSource, options, console);
     }
     console.Note(fmt::format("{}: {}", options.sOutPath, sResult));

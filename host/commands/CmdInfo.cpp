@@ -1,8 +1,8 @@
 #include <host/commands/Commands.h>
 #include <host/files/CFileColors.h>
-#include <host/files/FileKinds.h>
-#include <host/files/LasFacts.h>
+#include <host/files/CFileKind.h>
 #include <host/files/LoadCloud.h>
+#include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
 #include <host/output/FormatCount.h>
 #include <host/output/GroupDigits.h>
@@ -42,11 +42,11 @@ std::int64_t GetPeakMemory()
 }
 
 /// Everything that the command tells, in the order in which it tells it.
-TJson CollectInfo(const CPntCld& cloud, const std::string& sPath, const CLoadFacts& facts)
+TJson CollectInfo(const CPntCld& cloud, const CInputFile& file, const CLoadFacts& facts)
 {
     TJson info;
-    info["file"] = sPath;
-    info["type"] = facts.pKind->pName;
+    info["file"] = file.GetPath();
+    info["type"] = file.GetKind().pName;
     info["points"] = cloud.GetNumPnts();
     info["announced"] = facts.nAnnounced < 0 ? TJson() : TJson(facts.nAnnounced);
     info["duplicates_removed"] = facts.nDuplicates < 0 ? TJson() : TJson(facts.nDuplicates);
@@ -76,8 +76,7 @@ TJson CollectInfo(const CPntCld& cloud, const std::string& sPath, const CLoadFac
     info["warnings"] = TJson::array();
     for (const CFinding& finding : facts.vecFindings)
         info["warnings"].push_back(finding.sText);
-    if (facts.pKind->eFile == PntCldFile_Las)
-        info["las"] = CollectLasFacts(sPath);
+    file.Describe(info);
     return info;
 }
 
@@ -86,10 +85,10 @@ void PrintLine(const char* pLabel, const std::string& sValue)
     fmt::print("{:<20}{}\n", pLabel, sValue);
 }
 
-void PrintDuplicates(const CLoadFacts& facts)
+void PrintDuplicates(const CInputFile& file, const CLoadFacts& facts)
 {
     std::string sText = "not known";
-    if (facts.pKind->eFile == PntCldFile_Native)
+    if (!file.GetFacts().bDuplicates)
         sText = "before the file was saved";
     else if (facts.nDuplicates >= 0)
         sText = GroupDigits(facts.nDuplicates) + " of " + FormatCount(facts.nAnnounced, "announced point") +
@@ -111,12 +110,12 @@ void PrintBounds(const TJson& bounds)
     }
 }
 
-void PrintInfo(const TJson& info, const CLoadFacts& facts)
+void PrintInfo(const TJson& info, const CInputFile& file, const CLoadFacts& facts)
 {
     PrintLine("File", info["file"].get<std::string>());
-    PrintLine("Type", facts.pKind->pTitle);
+    PrintLine("Type", file.GetKind().pTitle);
     PrintLine("Points", GroupDigits(info["points"].get<std::int64_t>()));
-    PrintDuplicates(facts);
+    PrintDuplicates(file, facts);
     PrintLine("Colour", info["color"].get<bool>() ? "yes" : "no");
     PrintBounds(info["bounds"]);
     if (!info["plan_density"].is_null())
@@ -138,8 +137,7 @@ void PrintInfo(const TJson& info, const CLoadFacts& facts)
         sPhases = fmt::format(" (reading {:.3f} s, octree and duplicates {:.3f} s)", facts.dSecondsRead,
                               facts.dSecondsIndex);
     PrintLine("Load time", fmt::format("{:.3f} s{}", facts.dSeconds, sPhases));
-    if (info.contains("las"))
-        PrintLasFacts(info["las"]);
+    file.Print(info);
     PrintLine("Peak memory", fmt::format("{:.1f} MiB", info["peak_memory_bytes"].get<double>() / 1048576.0));
 }
 
@@ -147,12 +145,13 @@ void ShowInfo(const COptions& options, const CConsole& console)
 {
     CFileColors colors;
     CPntCld cloud(&colors);
-    const CLoadFacts facts = LoadCloud(cloud, options.input, console);
-    const TJson info = CollectInfo(cloud, options.input.sPath, facts);
+    const std::unique_ptr<CInputFile> pFile = OpenInputFile(options.input);
+    const CLoadFacts facts = LoadCloud(cloud, *pFile, console);
+    const TJson info = CollectInfo(cloud, *pFile, facts);
     if (options.bJson)
         fmt::print("{}\n", info.dump(2, ' ', false, TJson::error_handler_t::replace));
     else
-        PrintInfo(info, facts);
+        PrintInfo(info, *pFile, facts);
 }
 
 } // namespace

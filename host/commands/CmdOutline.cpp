@@ -149,8 +149,7 @@ void DrawOutline(const COptions& options, const CPntCld& cloud, CViewColors& col
 void MakeOutline(const COptions& options, const CConsole& console)
 {
     const std::string sExtension = GetExtension(options.sOutPath);
-    const bool bJson = sExtension == ".geojson" || sExtension == ".json";
-    if (!bJson && sExtension != ".wkt" && sExtension != ".csv" && sExtension != ".png")
+    if (!IsShapeExtension(sExtension) && sExtension != ".csv" && sExtension != ".png")
         throw CUsageError(
             fmt::format("--output: '{}' ends in none of .geojson, .wkt, .csv and .png", options.sOutPath));
     ParseDistance(options.sDistance);
@@ -168,18 +167,16 @@ void MakeOutline(const COptions& options, const CConsole& console)
     const double dArea = std::fabs(CalcSignedArea(ring));
 
     COutFile out(options.sOutPath);
-    if (bJson)
-        WriteGeoJson(out, ring,
-                     {{"distance", outline.dDistance},
-                      {"corners", static_cast<double>(ring.size())},
-                      {"length", dLength},
-                      {"area", dArea}});
-    else if (sExtension == ".wkt")
-        WriteWkt(out, ring);
-    else if (sExtension == ".csv")
+    if (sExtension == ".csv")
         WriteCsv(outline, out);
-    else
+    else if (sExtension == ".png")
         DrawOutline(options, cloud, colors, outline, out);
+    else
+        WriteShape(out, ring,
+                   {{"distance", outline.dDistance},
+                    {"corners", static_cast<double>(ring.size())},
+                    {"length", dLength},
+                    {"area", dArea}});
     out.Commit();
     fmt::print("{}: {} {}, length {}, area {}, distance {:.10g}{}\n", options.sOutPath, ring.size(),
                WithPlural("corner", static_cast<std::int64_t>(ring.size())), FormatSize(dLength),

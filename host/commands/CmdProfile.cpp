@@ -108,8 +108,7 @@ void DrawProfile(const COptions& options, const CProfile& profile, CViewColors& 
 void MakeProfile(const COptions& options, const CConsole& console)
 {
     const std::string sExtension = GetExtension(options.sOutPath);
-    const bool bJson = sExtension == ".geojson" || sExtension == ".json";
-    if (!bJson && sExtension != ".wkt" && sExtension != ".csv" && sExtension != ".png")
+    if (!IsShapeExtension(sExtension) && sExtension != ".csv" && sExtension != ".png")
         throw CUsageError(
             fmt::format("--output: '{}' ends in none of .png, .csv, .geojson and .wkt", options.sOutPath));
     const CPlanLine line = ParseCorridor(options.sLine);
@@ -124,14 +123,12 @@ void MakeProfile(const COptions& options, const CConsole& console)
     const CProfile profile = CutProfile(cloud, line);
 
     COutFile out(options.sOutPath);
-    if (bJson)
-        WriteGeoJson(out, MakeCorridor(line), {{"width", line.dWidth}, {"length", profile.dLength}});
-    else if (sExtension == ".wkt")
-        WriteWkt(out, MakeCorridor(line));
-    else if (sExtension == ".csv")
+    if (sExtension == ".csv")
         WriteCsv(profile, cloud.IsWithColor(), out);
-    else
+    else if (sExtension == ".png")
         DrawProfile(options, profile, colors, out);
+    else
+        WriteShape(out, MakeCorridor(line), {{"width", line.dWidth}, {"length", profile.dLength}});
     out.Commit();
     const auto nNumPnts = static_cast<std::int64_t>(profile.vecPnts.size());
     if (nNumPnts == 0)

@@ -24,14 +24,36 @@ CByteReader::CByteReader(const std::string& sPath)
     static_cast<void>(std::setvbuf(m_pFile.get(), nullptr, _IONBF, 0)); // the block is the buffer
     if (fseeko(m_pFile.get(), 0, SEEK_END) == 0)
         m_nSize = static_cast<std::int64_t>(ftello(m_pFile.get()));
-    SetPos(0);
+    std::rewind(m_pFile.get());
 }
 
 void CByteReader::SetPos(std::int64_t nPos)
 {
+    nPos = std::clamp<std::int64_t>(nPos, 0, m_nSize);
+    const std::int64_t nPosBlock = m_nFilePos - static_cast<std::int64_t>(m_nEnd);
+    if (nPos >= nPosBlock && nPos <= m_nFilePos)
+    {
+        m_nPos = static_cast<std::size_t>(nPos - nPosBlock);
+        return;
+    }
     m_nPos = m_nEnd = 0;
-    m_nFilePos = std::clamp<std::int64_t>(nPos, 0, m_nSize);
+    m_nFilePos = nPos;
     static_cast<void>(fseeko(m_pFile.get(), static_cast<off_t>(m_nFilePos), SEEK_SET));
+}
+
+bool CByteReader::ReadBlockAt(std::int64_t nPos)
+{
+    SetPos(nPos);
+    if (m_nPos == m_nEnd)
+        return Fill();
+    OfferBlock();
+    return true;
+}
+
+void CByteReader::OfferBlock() const
+{
+    if (m_onBlock)
+        m_onBlock(m_nFilePos - static_cast<std::int64_t>(m_nEnd), {m_vecBlock.data(), m_nEnd});
 }
 
 bool CByteReader::Fill()
@@ -39,6 +61,7 @@ bool CByteReader::Fill()
     m_nPos = 0;
     m_nEnd = std::fread(m_vecBlock.data(), 1, m_vecBlock.size(), m_pFile.get());
     m_nFilePos += static_cast<std::int64_t>(m_nEnd);
+    OfferBlock();
     return m_nEnd > 0;
 }
 
@@ -62,10 +85,7 @@ bool CByteReader::Skip(std::int64_t nBytes)
 {
     if (nBytes > m_nSize - GetPos())
         return false;
-    if (nBytes <= static_cast<std::int64_t>(m_nEnd - m_nPos))
-        m_nPos += static_cast<std::size_t>(nBytes);
-    else
-        SetPos(GetPos() + nBytes);
+    SetPos(GetPos() + nBytes);
     return true;
 }
 

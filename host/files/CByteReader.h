@@ -3,9 +3,11 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace zorcld
@@ -16,13 +18,23 @@ namespace zorcld
 class CByteReader
 {
 public:
+    using TOnBlock = std::function<void(std::int64_t nPos, std::string_view sBlock)>;
+
     /// @throws CFailure when the file cannot be opened.
     explicit CByteReader(const std::string& sPath);
 
     std::int64_t GetSize() const { return m_nSize; }
     std::int64_t GetPos() const { return m_nFilePos - static_cast<std::int64_t>(m_nEnd - m_nPos); }
 
+    /// Reads nothing again that lies in the block at hand.
     void SetPos(std::int64_t nPos);
+
+    /// Reads the block at the position, or offers it again where it is at hand. @return false at the end of
+    /// the file.
+    bool ReadBlockAt(std::int64_t nPos);
+
+    /// @param onBlock  gets each block that is read from now on, whole, and where it stands in the file.
+    void SetOnBlock(TOnBlock onBlock) { m_onBlock = std::move(onBlock); }
 
     /// @return the next byte without taking it; -1 at the end of the file.
     int Peek()
@@ -51,6 +63,7 @@ public:
 
 private:
     bool Fill();
+    void OfferBlock() const;
 
     struct CCloser
     {
@@ -64,6 +77,7 @@ private:
     std::size_t m_nPos = 0; // in the block
     std::size_t m_nEnd = 0;
     std::string m_sWord;
+    TOnBlock m_onBlock;
 };
 
 } // namespace zorcld

@@ -1,4 +1,5 @@
 #include <host/files/CFileColors.h>
+#include <host/files/CInputFile.h>
 #include <host/files/IPntSource.h>
 #include <host/files/LoadCloud.h>
 #include <host/output/GroupDigits.h>
@@ -16,10 +17,10 @@ namespace
 class CCloudSource final : public IPntSource
 {
 public:
-    CCloudSource(const CInputOptions& input, const CConsole& console) : m_cloud(&m_colors)
+    CCloudSource(CInputFile& file, const CConsole& console) : m_cloud(&m_colors)
     {
-        const CLoadFacts facts = LoadCloud(m_cloud, input, console);
-        RefuseMovedPnts(facts, input.sPath);
+        const CLoadFacts facts = LoadCloud(m_cloud, file, console);
+        RefuseMovedPnts(facts, file.GetPath());
         m_nDuplicates = facts.nDuplicates;
     }
 
@@ -59,9 +60,9 @@ private:
 
 } // namespace
 
-std::unique_ptr<IPntSource> MakeCloudSource(const CInputOptions& input, const CConsole& console)
+std::unique_ptr<IPntSource> MakeCloudSource(CInputFile& file, const CConsole& console)
 {
-    return std::make_unique<CCloudSource>(input, console);
+    return std::make_unique<CCloudSource>(file, console);
 }
 
 } // namespace zorcld

@@ -53,14 +53,10 @@ private:
 class CGridSource final : public IPntSource
 {
 public:
-    explicit CGridSource(const std::string& sPath) : m_sPath(sPath)
+    CGridSource(const CGridHeader& header, CByteReader& reader)
+        : m_header(header), m_reader(reader),
+          m_nNumHeld((reader.GetSize() - header.nPosData + 1) / 2) // a digit and a blank a value
     {
-        CByteReader reader(sPath);
-        m_header = ReadGridHeader(reader);
-        const std::string sCause = m_header.FindCause();
-        if (!sCause.empty())
-            throw CFailure(sPath, sCause);
-        m_nNumHeld = (reader.GetSize() - m_header.nPosData + 1) / 2; // a digit and a blank a value
     }
 
     bool HasColor() const override { return false; }
@@ -74,15 +70,14 @@ public:
 
     void ForEach(const TOnPnt& onPnt) override
     {
-        CByteReader reader(m_sPath);
-        reader.SetPos(m_header.nPosData);
-        CRowReader rows(reader);
+        m_reader.SetPos(m_header.nPosData);
+        CRowReader rows(m_reader);
         m_nNumRows = m_nNumShort = m_nNumLong = m_nNumOdd = 0;
         std::string sWord;
-        while (m_nNumRows < m_header.nNumRows && reader.Peek() >= 0)
+        while (m_nNumRows < m_header.nNumRows && m_reader.Peek() >= 0)
         {
-            if (reader.Peek() == '\n') // an empty line is no row, one of blanks is
-                static_cast<void>(reader.Get());
+            if (m_reader.Peek() == '\n') // an empty line is no row, one of blanks is
+                static_cast<void>(m_reader.Get());
             else
                 ReadRow(rows, sWord, onPnt);
         }
@@ -118,9 +113,9 @@ private:
              z});
     }
 
-    std::string m_sPath;
-    CGridHeader m_header;
-    std::int64_t m_nNumHeld = 0;
+    const CGridHeader& m_header;
+    CByteReader& m_reader;
+    std::int64_t m_nNumHeld;
     // of the last ForEach
     std::int64_t m_nNumRows = 0;
     std::int64_t m_nNumShort = 0;
@@ -167,9 +162,13 @@ std::vector<CFinding> CGridSource::GetFindings() const
 
 } // namespace
 
-std::unique_ptr<IPntSource> MakeGridSource(const std::string& sPath)
+std::unique_ptr<IPntSource> MakeGridSource(const std::string& sPath, const CGridHeader& header,
+                                           CByteReader& reader)
 {
-    return std::make_unique<CGridSource>(sPath);
+    const std::string sCause = header.FindCause();
+    if (!sCause.empty())
+        throw CFailure(sPath, sCause);
+    return std::make_unique<CGridSource>(header, reader);
 }
 
 } // namespace zorcld

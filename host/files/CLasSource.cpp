@@ -27,12 +27,7 @@ T Load(const std::vector<char>& vecBytes, std::size_t nPos)
 class CLasSource final : public IPntSource
 {
 public:
-    explicit CLasSource(const std::string& sPath) : m_sPath(sPath)
-    {
-        const std::string sCause = ReadLasHeader(sPath, m_header);
-        if (!sCause.empty())
-            throw CFailure(sPath, sCause);
-    }
+    CLasSource(const CLasHeader& header, CByteReader& reader) : m_header(header), m_reader(reader) {}
 
     bool HasColor() const override { return m_header.HasColor(); }
 
@@ -40,12 +35,11 @@ public:
 
     void ForEach(const TOnPnt& onPnt) override
     {
-        CByteReader reader(m_sPath);
-        reader.SetPos(m_header.nPosPnts);
+        m_reader.SetPos(m_header.nPosPnts);
         const std::size_t nPosColor = c_anPosColor.at(static_cast<std::size_t>(m_header.nFormat));
         std::vector<char> vecBytes(static_cast<std::size_t>(m_header.nPntSize));
         const std::int64_t nNumPnts = std::min(m_header.nNumPnts, m_header.CalcNumHeld());
-        for (std::int64_t i = 0; i < nNumPnts && reader.Read(vecBytes.data(), vecBytes.size()); ++i)
+        for (std::int64_t i = 0; i < nNumPnts && m_reader.Read(vecBytes.data(), vecBytes.size()); ++i)
         {
             CSourcePnt pnt;
             const auto coord = [&](std::size_t k)
@@ -67,15 +61,18 @@ public:
     }
 
 private:
-    std::string m_sPath;
-    CLasHeader m_header;
+    const CLasHeader& m_header;
+    CByteReader& m_reader;
 };
 
 } // namespace
 
-std::unique_ptr<IPntSource> MakeLasSource(const std::string& sPath)
+std::unique_ptr<IPntSource> MakeLasSource(const std::string& sPath, const CLasHeader& header,
+                                          const std::string& sCause, CByteReader& reader)
 {
-    return std::make_unique<CLasSource>(sPath);
+    if (!sCause.empty())
+        throw CFailure(sPath, sCause);
+    return std::make_unique<CLasSource>(header, reader);
 }
 
 } // namespace zorcld

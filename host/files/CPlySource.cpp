@@ -57,12 +57,9 @@ std::uint16_t ToColor(double d, const CPlyType& type)
 class CPlySource final : public IPntSource
 {
 public:
-    explicit CPlySource(const std::string& sPath) : m_sPath(sPath)
+    CPlySource(const std::string& sPath, const CPlyLayout& layout, CByteReader& reader)
+        : m_sPath(sPath), m_layout(layout), m_reader(reader)
     {
-        CByteReader reader(sPath);
-        const std::string sCause = ReadPlyLayout(reader, m_layout);
-        if (!sCause.empty())
-            throw CFailure(sPath, sCause);
         m_pVertices = m_layout.FindVertices();
         if (m_pVertices == nullptr || m_pVertices->nCount <= 0)
             throw CFailure(sPath, "has no vertices");
@@ -77,11 +74,10 @@ public:
 
     void ForEach(const TOnPnt& onPnt) override
     {
-        CByteReader reader(m_sPath);
-        reader.SetPos(m_layout.nPosData);
+        m_reader.SetPos(m_layout.nPosData);
         for (const CPlyElem& elem : m_layout.vecElems)
         {
-            ReadElement(reader, elem, onPnt);
+            ReadElement(m_reader, elem, onPnt);
             if (&elem == m_pVertices)
                 return;
         }
@@ -209,7 +205,8 @@ private:
     }
 
     std::string m_sPath;
-    CPlyLayout m_layout;
+    const CPlyLayout& m_layout;
+    CByteReader& m_reader;
     const CPlyElem* m_pVertices = nullptr;
     std::vector<int> m_vecRoles; // of each property of the vertices: place in c_names, or c_nOther
     bool m_bColor = false;
@@ -217,9 +214,12 @@ private:
 
 } // namespace
 
-std::unique_ptr<IPntSource> MakePlySource(const std::string& sPath)
+std::unique_ptr<IPntSource> MakePlySource(const std::string& sPath, const CPlyLayout& layout,
+                                          const std::string& sCause, CByteReader& reader)
 {
-    return std::make_unique<CPlySource>(sPath);
+    if (!sCause.empty())
+        throw CFailure(sPath, sCause);
+    return std::make_unique<CPlySource>(sPath, layout, reader);
 }
 
 } // namespace zorcld

@@ -42,6 +42,19 @@ CSourcePnt FindNearest(const std::vector<CSourcePnt>& vecSample, double x, doubl
                              { return calcDist(one) < calcDist(other); });
 }
 
+/// The first point of the file is a bad one to begin with: takes one in the middle of all, or where most are.
+CSourcePnt ChooseFirst(const CSourceFacts& facts)
+{
+    const zor::geom::RECT_3D& box = facts.summary.box;
+    const double dExtent = std::max({box.xmax - box.xmin, box.ymax - box.ymin, box.zmax - box.zmin});
+    const auto& vecSample = facts.vecSample;
+    if (dExtent <= 2.0 * c_dReach)
+        return FindNearest(vecSample, (box.xmin + box.xmax) / 2, (box.ymin + box.ymax) / 2,
+                           (box.zmin + box.zmax) / 2);
+    return FindNearest(vecSample, CalcMedian(vecSample, &CSourcePnt::x),
+                       CalcMedian(vecSample, &CSourcePnt::y), CalcMedian(vecSample, &CSourcePnt::z));
+}
+
 } // namespace
 
 CTakenPnts::CTakenPnts(IPntSource& source, const std::string& sPath, const CConsole& console)
@@ -53,21 +66,25 @@ CTakenPnts::CTakenPnts(IPntSource& source, const std::string& sPath, const CCons
     m_first = facts.first;
     m_bDeepColor = facts.HasDeepColor();
     if (facts.nNumFar > 0)
-        ChooseFirst(facts);
+        MoveFirst(facts);
     Check(facts, sPath);
 }
 
-/// The first point of the file is a bad one to begin with: takes one in the middle of all, or where most are.
-void CTakenPnts::ChooseFirst(const CSourceFacts& facts)
+bool CTakenPnts::CanTake(const CSourceFacts& facts)
 {
-    const zor::geom::RECT_3D& box = facts.summary.box;
-    const double dExtent = std::max({box.xmax - box.xmin, box.ymax - box.ymin, box.zmax - box.zmin});
-    const auto& vecSample = facts.vecSample;
-    m_first = dExtent <= 2.0 * c_dReach
-                  ? FindNearest(vecSample, (box.xmin + box.xmax) / 2, (box.ymin + box.ymax) / 2,
-                                (box.zmin + box.zmax) / 2)
-                  : FindNearest(vecSample, CalcMedian(vecSample, &CSourcePnt::x),
-                                CalcMedian(vecSample, &CSourcePnt::y), CalcMedian(vecSample, &CSourcePnt::z));
+    const CSourcePnt first = facts.nNumFar > 0 ? ChooseFirst(facts) : facts.first;
+    const auto nNumSample = static_cast<std::int64_t>(facts.vecSample.size());
+    const std::int64_t nNumNear = std::count_if(facts.vecSample.begin(), facts.vecSample.end(),
+                                                [&](const CSourcePnt& pnt) { return IsInReach(pnt, first); });
+    const double dNear = static_cast<double>(facts.summary.nNumPnts) * static_cast<double>(nNumNear) /
+                         static_cast<double>(std::max<std::int64_t>(nNumSample, 1));
+    return nNumSample - nNumNear <= nNumSample / 2 && dNear > 0.0 &&
+           dNear <= std::numeric_limits<std::int32_t>::max();
+}
+
+void CTakenPnts::MoveFirst(const CSourceFacts& facts)
+{
+    m_first = ChooseFirst(facts);
     m_bMoveFirst = true;
     m_summary = CPntSummary();
     m_summary.bColor = facts.summary.bColor;

@@ -22,6 +22,10 @@ public:
     /// @throws CFailure when there are none, or too many, or most would have to be left out.
     CTakenPnts(IPntSource& source, const std::string& sPath, const CConsole& console);
 
+    /// Would most of the points be taken? Judged without another pass: exact for less than 4096 points, of
+    /// more by the sample of them.
+    static bool CanTake(const CSourceFacts& facts);
+
     const CPntSummary& GetSummary() const { return m_summary; }
 
     /// What was done to them, a sentence each.
@@ -30,7 +34,7 @@ public:
     void ForEach(const TOnPnt& onPnt) const;
 
 private:
-    void ChooseFirst(const CSourceFacts& facts);
+    void MoveFirst(const CSourceFacts& facts);
     void Check(const CSourceFacts& facts, const std::string& sPath);
     CSourcePnt WithByteColor(CSourcePnt pnt) const;
 

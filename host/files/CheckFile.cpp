@@ -1,8 +1,9 @@
 #include <host/files/CFileColors.h>
 #include <host/files/CTakenPnts.h>
 #include <host/files/CheckFile.h>
-#include <host/files/FileKinds.h>
+#include <host/files/IPntSource.h>
 #include <host/files/LoadCloud.h>
+#include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
 #include <host/output/GroupDigits.h>
@@ -19,13 +20,6 @@ namespace zorcld
 
 namespace
 {
-
-/// Without the name of the file that a failure begins with.
-std::string GetCause(const CFailure& failure, const std::string& sPath)
-{
-    const std::string sText = failure.what();
-    return sText.rfind(sPath + ": ", 0) == 0 ? sText.substr(sPath.size() + 2) : sText;
-}
 
 void FindFarPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFindings)
 {
@@ -48,19 +42,12 @@ void FindFarPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFindings)
 }
 
 /// Where no point of the file has enough others within reach, nothing that is wrong with it can be mended.
-void TakeBackHelp(IPntSource& source, CCheckResult& result, const CConsole& console)
+void TakeBackHelp(std::vector<CFinding>& vecFindings)
 {
-    try
-    {
-        const CTakenPnts pnts(source, result.sPath, console);
-    }
-    catch (const CFailure&)
-    {
-        for (CFinding& finding : result.vecFindings)
-            finding.bConvert = false;
-        if (result.vecFindings.back().pCode == std::string_view("span"))
-            result.vecFindings.back().sHint = "a smaller part of it, or larger units";
-    }
+    for (CFinding& finding : vecFindings)
+        finding.bConvert = false;
+    if (vecFindings.back().pCode == std::string_view("span"))
+        vecFindings.back().sHint = "a smaller part of it, or larger units";
 }
 
 void FindMergedPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFindings)
@@ -93,19 +80,8 @@ void FindStackedPnts(CStackedPnts& stacked, const CSourceFacts& facts, std::vect
                            false, ""});
 }
 
-void FindDeepColors(const CSourceFacts& facts, std::vector<CFinding>& vecFindings)
-{
-    if (facts.HasDeepColor() && facts.nNumLowColors > 0)
-        vecFindings.push_back(
-            {"color-16-bit",
-             fmt::format("its colours have 16 bits (up to {}), and of {} points a channel from 1 to 255 is "
-                         "taken as one of 8 bits: far too bright",
-                         facts.nMaxColor, GroupDigits(facts.nNumLowColors)),
-             true, ""});
-}
-
 /// @return why it cannot be loaded; empty: it can.
-std::string TryLoad(const CInputOptions& input, std::vector<CFinding>& vecFindings)
+std::string TryLoad(CInputFile& file, std::vector<CFinding>& vecFindings)
 {
     CConsole quiet;
     quiet.SetQuiet();
@@ -113,38 +89,28 @@ std::string TryLoad(const CInputOptions& input, std::vector<CFinding>& vecFindin
     CPntCld cloud(&colors);
     try
     {
-        vecFindings = LoadCloud(cloud, input, quiet).vecFindings;
+        vecFindings = LoadCloud(cloud, file, quiet).vecFindings;
     }
     catch (const CFailure& failure)
     {
-        return GetCause(failure, input.sPath);
+        return failure.GetCause();
     }
     return {};
 }
 
-/// Only decoding it tells whether a compressed file is whole.
-void LoadCompressed(CCheckResult& result, const CInputOptions& input)
+bool IsSmall(const CInputFile& file)
 {
-    if (result.pKind->eFile != PntCldFile_Las)
-        return;
-    result.sCause = TryLoad(input, result.vecFindings);
-    result.bLoaded = true;
-}
-
-bool IsSmall(const CFileFacts& facts, std::int64_t nNumPnts, const std::string& sPath)
-{
-    constexpr std::uintmax_t c_nMaxBytes = 64U << 20U;
+    constexpr std::int64_t c_nMaxBytes = 64 << 20;
     constexpr std::int64_t c_nMaxPnts = 4000000;
-    std::error_code error;
-    const std::uintmax_t nBytes = std::filesystem::file_size(sPath, error);
-    return !error && nBytes <= c_nMaxBytes && nNumPnts <= c_nMaxPnts && !facts.bNoProgress;
+    return file.GetSize() <= c_nMaxBytes && file.GetFacts().CalcNumPnts() <= c_nMaxPnts &&
+           !file.GetFacts().bNoProgress;
 }
 
 /// The last word is the loader's: damaged files may look well, and the other way round.
-void AskLoader(CCheckResult& result, const CInputOptions& input)
+void AskLoader(CCheckResult& result, CInputFile& file)
 {
     std::vector<CFinding> vecFindings;
-    const std::string sCause = TryLoad(input, vecFindings);
+    const std::string sCause = TryLoad(file, vecFindings);
     if (!result.sCause.empty() && sCause.empty())
     {
         result.vecFindings = std::move(vecFindings);
@@ -160,43 +126,55 @@ void AskLoader(CCheckResult& result, const CInputOptions& input)
     result.sCause = sCause;
 }
 
-/// Findings of the points themselves, where the host can read them one by one.
-void LookAtPnts(CCheckResult& result, const CInputOptions& input, const CConsole& console)
+void FindInPnts(CInputFile& file, const CSourceFacts& facts, CStackedPnts& stacked, CCheckResult& result)
+{
+    FindMergedPnts(facts, result.vecFindings);
+    FindStackedPnts(stacked, facts, result.vecFindings);
+    file.FindInPnts(facts, result.vecFindings);
+    FindFarPnts(facts, result.vecFindings);
+    if (facts.nNumFar > 0 && !CTakenPnts::CanTake(facts))
+        TakeBackHelp(result.vecFindings);
+}
+
+/// Reads the points where the host can read them one by one: that pass tells the cause, too, of a file that
+/// the library refuses.
+void LookAtPnts(CCheckResult& result, CInputFile& file, const CConsole& console)
 {
     try
     {
-        const std::unique_ptr<IPntSource> pSource = MakePntSource(input);
+        const std::unique_ptr<IPntSource> pSource = file.MakeSource();
+        result.bLoaded = pSource == nullptr && file.IsCheckedByLoading();
         if (pSource == nullptr)
         {
-            LoadCompressed(result, input);
+            result.sCause = result.bLoaded ? TryLoad(file, result.vecFindings) : file.FindCause();
             return;
         }
-        const auto name = std::filesystem::path(input.sPath).filename().string();
+        const auto name = std::filesystem::path(result.sPath).filename().string();
         CStackedPnts stacked;
         const CSourceFacts facts = CollectSourceFacts(*pSource, console, "checking " + name, &stacked);
-        result.nNumPnts = facts.summary.nNumPnts + facts.nNumNotFinite;
+        const std::int64_t nNumPnts = facts.summary.nNumPnts + facts.nNumNotFinite;
+        result.sCause = file.FindCause(nNumPnts);
+        if (!result.sCause.empty())
+            return;
+        result.nNumPnts = nNumPnts;
         for (CFinding& finding : pSource->GetFindings())
             result.vecFindings.push_back(std::move(finding));
-        FindMergedPnts(facts, result.vecFindings);
-        FindStackedPnts(stacked, facts, result.vecFindings);
-        if (result.pKind->eFile == PntCldFile_Las)
-            FindDeepColors(facts, result.vecFindings);
-        FindFarPnts(facts, result.vecFindings);
-        if (facts.nNumFar > 0)
-            TakeBackHelp(*pSource, result, console);
+        FindInPnts(file, facts, stacked, result);
     }
     catch (const CFailure& failure) // the library takes it for something else than it is
     {
-        result.vecFindings.push_back(
-            {"misread", "by its header it cannot be read: " + GetCause(failure, input.sPath), false, ""});
+        result.sCause = file.FindCause();
+        if (result.sCause.empty())
+            result.vecFindings.push_back(
+                {"misread", "by its header it cannot be read: " + failure.GetCause(), false, ""});
     }
 }
 
-bool CanConvert(const CInputOptions& input)
+bool CanConvert(CInputFile& file)
 {
     try
     {
-        const std::unique_ptr<IPntSource> pSource = MakePntSource(input);
+        const std::unique_ptr<IPntSource> pSource = file.MakeSource();
         return pSource != nullptr && pSource->GetNumAnnounced() > 0;
     }
     catch (const CFailure&)
@@ -211,27 +189,26 @@ CCheckResult CheckFile(const CInputOptions& input, const CConsole& console)
 {
     CCheckResult result;
     result.sPath = input.sPath;
-    bool bSmall = false;
+    std::unique_ptr<CInputFile> pFile;
     try
     {
-        result.pKind = &FindFileKind(input.sPath, input.sType);
-        CFileFacts facts = result.pKind->pFindFacts(input.sPath);
-        result.nNumPnts = facts.nHeld < 0 ? facts.nAnnounced : std::min(facts.nHeld, facts.nAnnounced);
-        bSmall = IsSmall(facts, result.nNumPnts, input.sPath);
-        result.vecFindings = std::move(facts.vecFindings);
-        result.sCause = result.pKind->pFindCause(input.sPath);
+        pFile = OpenInputFile(input);
     }
     catch (const CFailure& failure)
     {
-        result.sCause = GetCause(failure, input.sPath);
+        result.sCause = failure.GetCause();
         return result;
     }
+    result.pKind = &pFile->GetKind();
+    result.nNumPnts = pFile->GetFacts().CalcNumPnts();
+    result.vecFindings = pFile->GetFacts().vecFindings;
+    result.sCause = pFile->GetHeadCause();
     if (result.sCause.empty())
-        LookAtPnts(result, input, console);
-    else
-        result.bConvert = CanConvert(input);
-    if (bSmall && !result.bLoaded)
-        AskLoader(result, input);
+        LookAtPnts(result, *pFile, console);
+    if (!result.sCause.empty() && !result.bLoaded)
+        result.bConvert = CanConvert(*pFile);
+    if (IsSmall(*pFile) && !result.bLoaded)
+        AskLoader(result, *pFile);
     return result;
 }
 

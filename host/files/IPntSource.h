@@ -9,11 +9,16 @@
 #include <string>
 #include <vector>
 
+struct CLasHeader;
+
 namespace zorcld
 {
 
+class CByteReader;
 class CConsole;
-struct CInputOptions;
+class CInputFile;
+struct CGridHeader;
+struct CPlyLayout;
 
 /// A point as its file has it, coordinates in double precision.
 struct CSourcePnt
@@ -49,17 +54,18 @@ public:
     virtual std::vector<CFinding> GetFindings() const { return {}; }
 };
 
-/// Reads the head of the file.
-/// @return null for a kind that only the library reads: native files, and LAS that is compressed.
-/// @throws CFailure with the cause when the file cannot be read.
-std::unique_ptr<IPntSource> MakePntSource(const CInputOptions& input);
+// Each keeps the parsed head and the reader it is lent, and throws CFailure with the cause when the head
+// tells that the points cannot be read.
 
-std::unique_ptr<IPntSource> MakePlySource(const std::string& sPath);
-std::unique_ptr<IPntSource> MakeGridSource(const std::string& sPath);
-std::unique_ptr<IPntSource> MakeLasSource(const std::string& sPath);
+std::unique_ptr<IPntSource> MakePlySource(const std::string& sPath, const CPlyLayout& layout,
+                                          const std::string& sCause, CByteReader& reader);
+std::unique_ptr<IPntSource> MakeGridSource(const std::string& sPath, const CGridHeader& header,
+                                           CByteReader& reader);
+std::unique_ptr<IPntSource> MakeLasSource(const std::string& sPath, const CLasHeader& header,
+                                          const std::string& sCause, CByteReader& reader);
 
 /// Loads the file through the library: coordinates come to 1/10000 and points at one x and y may come once.
-std::unique_ptr<IPntSource> MakeCloudSource(const CInputOptions& input, const CConsole& console);
+std::unique_ptr<IPntSource> MakeCloudSource(CInputFile& file, const CConsole& console);
 
 } // namespace zorcld
 

@@ -56,11 +56,8 @@ void PrintReturns(const TJson& returns)
 
 } // namespace
 
-TJson CollectLasFacts(const std::string& sPath)
+TJson CollectLasFacts(const CLasHeader& header)
 {
-    CLasHeader header;
-    if (!ReadLasHeader(sPath, header).empty())
-        return {};
     TJson facts;
     facts["version"] = fmt::format("{}.{}", header.nMajor, header.nMinor);
     facts["point_format"] = header.nFormat;

@@ -3,15 +3,15 @@
 
 #include <nlohmann/json_fwd.hpp>
 
-#include <string>
+struct CLasHeader;
 
 namespace zorcld
 {
 
-/// What the header of a LAS or LAZ file says, for `info --json`; null when it cannot be read.
-nlohmann::ordered_json CollectLasFacts(const std::string& sPath);
+/// What the header of a LAS or LAZ file says, for `info --json`.
+nlohmann::ordered_json CollectLasFacts(const CLasHeader& header);
 
-/// The same for people, on standard output, a label of 20 characters before each.
+/// The same for people, on standard output, a label of 20 characters before each; of null nothing.
 void PrintLasFacts(const nlohmann::ordered_json& facts);
 
 } // namespace zorcld

@@ -2,40 +2,23 @@
 #define HOST_FILES_LOADCLOUD_H
 
 #include <host/files/CFinding.h>
+#include <host/files/InputOptions.h>
 
 #include <cstdint>
 #include <string>
 #include <vector>
 
 class CPntCld;
-namespace CLI
-{
-class App;
-}
 
 namespace zorcld
 {
 
 class CConsole;
-struct CFileKind;
-
-/// The file that a command reads, as the command line gives it.
-struct CInputOptions
-{
-    std::string sPath;
-    std::string sType; ///< empty: found out
-};
-
-/// Adds --type.
-void AddTypeOption(CLI::App& command, std::string& sType);
-
-/// Adds FILE and --type.
-void AddInputOptions(CLI::App& command, CInputOptions& input);
+class CInputFile;
 
 /// What is known of a load beside the cloud itself.
 struct CLoadFacts
 {
-    const CFileKind* pKind = nullptr;
     std::int64_t nAnnounced = -1;  ///< -1: the file does not say
     std::int64_t nDuplicates = -1; ///< points removed for one at their x and y; -1: not known
     std::vector<CFinding> vecFindings;
@@ -46,6 +29,7 @@ struct CLoadFacts
 
 /// Loads the file with a progress bar; warnings go to the console.
 /// @throws CFailure with the cause when it cannot be read.
+CLoadFacts LoadCloud(CPntCld& cloud, CInputFile& file, const CConsole& console);
 CLoadFacts LoadCloud(CPntCld& cloud, const CInputOptions& input, const CConsole& console);
 
 /// @throws CFailure when points of a LAS file were moved, so that it is not worth saving.

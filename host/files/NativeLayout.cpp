@@ -66,10 +66,10 @@ private:
 
 } // namespace
 
-CNativeLayout ReadNativeLayout(const std::string& sPath)
+CNativeLayout ReadNativeLayout(CByteReader& reader)
 {
-    CByteReader reader(sPath);
     CNativeLayout layout;
+    reader.SetPos(0);
     layout.nFileSize = reader.GetSize();
     std::array<unsigned char, 5> acMarks{};
     static_cast<void>(reader.Read(acMarks.data(), acMarks.size()));

@@ -2,10 +2,11 @@
 #define HOST_FILES_NATIVELAYOUT_H
 
 #include <cstdint>
-#include <string>
 
 namespace zorcld
 {
+
+class CByteReader;
 
 /// What a native cloud file holds, by walking over it without loading it.
 struct CNativeLayout
@@ -29,8 +30,7 @@ struct CNativeLayout
 };
 
 /// Time and memory: those of reading the octree, bounded by the size of the file.
-/// @throws CFailure when it cannot be opened.
-CNativeLayout ReadNativeLayout(const std::string& sPath);
+CNativeLayout ReadNativeLayout(CByteReader& reader);
 
 } // namespace zorcld
 

@@ -1,4 +1,3 @@
-#include <host/files/CByteReader.h>
 #include <host/files/PlyFindings.h>
 #include <host/files/PlyLayout.h>
 
@@ -104,12 +103,10 @@ void FindWrongColors(const CPlyElem& vertices, std::vector<CFinding>& vecFinding
 
 } // namespace
 
-std::vector<CFinding> FindPlyFindings(const std::string& sPath)
+std::vector<CFinding> FindPlyFindings(const CPlyLayout& layout)
 {
     std::vector<CFinding> vecFindings;
-    CByteReader reader(sPath);
-    CPlyLayout layout;
-    if (!ReadPlyLayout(reader, layout).empty() || layout.eFormat != PlyFormat_Little)
+    if (layout.eFormat != PlyFormat_Little)
         return vecFindings;
     if (const CPlyElem* const pVertices = layout.FindVertices())
     {

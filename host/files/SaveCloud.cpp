@@ -1,3 +1,4 @@
+#include <host/files/CByteReader.h>
 #include <host/files/NativeLayout.h>
 #include <host/files/SaveCloud.h>
 #include <host/output/CFailure.h>
@@ -67,7 +68,8 @@ void SaveCloud(CPntCld& cloud, const std::string& sPath)
     if (!cloud.WriteToFile(zor::String(temp.GetPath()), 1))
         Fail(sPath, errno);
     // The library does not notice a full disk.
-    const CNativeLayout layout = ReadNativeLayout(temp.GetPath());
+    CByteReader reader(temp.GetPath());
+    const CNativeLayout layout = ReadNativeLayout(reader);
     if (!layout.IsWhole() || layout.nNumPnts != cloud.GetNumPnts())
         Fail(sPath, FindWriteError(temp.GetPath()));
     if (!Sync(temp.GetPath()) || !temp.Rename())

@@ -168,8 +168,8 @@ double FindLod(const CPntCld& cloud, CQuery query, std::int64_t nMaxPnts)
     // One point for the whole cloud at about its extent; with a spacing beyond that, every point.
     double dFound = dExtent;
     bool bFound = false;
-    for (query.dLod = c_dFinest * std::exp2(std::ceil(std::log2(dExtent / c_dFinest)) + 1.0);
-         query.dLod >= c_dFinest; query.dLod /= 2.0)
+    query.dLod = c_dFinest * std::exp2(std::ceil(std::log2(dExtent / c_dFinest)) + 1.0);
+    while (query.dLod >= c_dFinest)
     {
         const bool bFits = CountPnts(cloud, query) <= nMaxPnts;
         if (bFits)
@@ -177,6 +177,7 @@ double FindLod(const CPntCld& cloud, CQuery query, std::int64_t nMaxPnts)
         else if (bFound || query.dLod < 0.25 * dExtent)
             break;
         bFound = bFound || bFits;
+        query.dLod /= 2.0;
     }
     return dFound;
 }

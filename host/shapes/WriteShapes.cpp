@@ -1,6 +1,7 @@
 #include <host/shapes/WriteShapes.h>
 
 #include <host/output/COutFile.h>
+#include <host/output/GetExtension.h>
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
@@ -55,6 +56,19 @@ void WriteWkt(COutFile& out, const TRing& ring)
         pBetween = ", ";
     }
     out.Write(sText + "))\n");
+}
+
+bool IsShapeExtension(const std::string& sExtension)
+{
+    return sExtension == ".geojson" || sExtension == ".json" || sExtension == ".wkt";
+}
+
+void WriteShape(COutFile& out, const TRing& ring, const std::vector<TProperty>& vecProperties)
+{
+    if (GetExtension(out.GetPath()) == ".wkt")
+        WriteWkt(out, ring);
+    else
+        WriteGeoJson(out, ring, vecProperties);
 }
 
 } // namespace zorcld

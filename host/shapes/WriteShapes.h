@@ -24,6 +24,14 @@ void WriteGeoJson(COutFile& out, const TRing& ring, const std::vector<TProperty>
 /// @throws CFailure
 void WriteWkt(COutFile& out, const TRing& ring);
 
+/// Does the extension, with its dot and in lower case, name a file of shapes that can be written?
+bool IsShapeExtension(const std::string& sExtension);
+
+/// Writes one polygon as the file's extension asks for: GeoJSON with its properties, or well-known text.
+/// REQUIRES: an extension for which `IsShapeExtension` holds.
+/// @throws CFailure
+void WriteShape(COutFile& out, const TRing& ring, const std::vector<TProperty>& vecProperties);
+
 } // namespace zorcld
 
 #endif

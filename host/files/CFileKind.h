@@ -1,0 +1,35 @@
+#ifndef HOST_FILES_CFILEKIND_H
+#define HOST_FILES_CFILEKIND_H
+
+#include <zor4data/enumPntCldFile.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zorcld
+{
+
+class CByteReader;
+class CInputFile;
+
+/// A kind of file that the library reads: how it is called and how it is told from others.
+struct CFileKind
+{
+    enumPntCldFile eFile;
+    const char* pName;                           ///< for --type and in results
+    const char* pTitle;                          ///< for people
+    std::vector<std::string_view> vecExtensions; ///< lower case, without the dot
+
+    /// Do the first bytes of a file, up to 16 of them, say that it is of this kind?
+    bool (*pIsContent)(std::string_view sFirstBytes);
+
+    /// @param sPath   as the user named it.
+    /// @param reader  of that file, at its start; moved into the result.
+    std::unique_ptr<CInputFile> (*pMakeFile)(const std::string& sPath, CByteReader&& reader);
+};
+
+} // namespace zorcld
+
+#endif

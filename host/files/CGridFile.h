@@ -1,0 +1,29 @@
+#ifndef HOST_FILES_CGRIDFILE_H
+#define HOST_FILES_CGRIDFILE_H
+
+#include <host/files/CFileKind.h>
+#include <host/files/CInputFile.h>
+#include <host/files/GridHeader.h>
+
+namespace zorcld
+{
+
+/// An ESRI ASCII grid.
+class CGridFile final : public CInputFile
+{
+public:
+    static const CFileKind c_kind;
+
+    CGridFile(const std::string& sPath, CByteReader&& reader);
+
+    std::unique_ptr<IPntSource> MakeSource() override;
+
+private:
+    std::string CalcDataCause(std::int64_t nNumRead) override;
+
+    CGridHeader m_header;
+};
+
+} // namespace zorcld
+
+#endif

@@ -1,0 +1,116 @@
+#ifndef HOST_FILES_CINPUTFILE_H
+#define HOST_FILES_CINPUTFILE_H
+
+#include <host/files/CByteReader.h>
+#include <host/files/CFinding.h>
+
+#include <nlohmann/json_fwd.hpp>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+class CPntCld;
+
+namespace zorcld
+{
+
+class IPntSource;
+struct CFileKind;
+struct CSourceFacts;
+
+/// What a file says of itself before it is loaded.
+struct CFileFacts
+{
+    std::int64_t nAnnounced = -1; ///< points that it announces; -1: it does not say
+    std::int64_t nHeld = -1;      ///< points that it has room for; -1: not known
+    bool bDuplicates = true;      ///< points at one x and y are removed while it is loaded
+    std::vector<CFinding> vecFindings;
+    bool bNoProgress = false; ///< it announces items by the billion that take no bytes: no call for each
+
+    /// @return the points that it announces and has room for; -1: it does not say.
+    std::int64_t CalcNumPnts() const;
+};
+
+/// A file that a command reads: opened once, its head parsed once, then handed down. The library tells only
+/// that a load failed: what a file announces, and why it cannot be read, is found here.
+///
+/// The class of a kind parses the head in its constructor, which does not fail: a head in which anything is
+/// wrong gives facts as far as they go, and a cause.
+class CInputFile
+{
+public:
+    virtual ~CInputFile() = default;
+    CInputFile(const CInputFile&) = delete;
+    CInputFile& operator=(const CInputFile&) = delete;
+
+    const CFileKind& GetKind() const { return m_kind; }
+    const std::string& GetPath() const { return m_sPath; } ///< as the user named it
+    std::int64_t GetSize() const { return m_reader.GetSize(); }
+    const CFileFacts& GetFacts() const { return m_facts; }
+
+    /// @return why the library does not load the file, as far as its head tells, without a full stop; empty:
+    ///         nothing found.
+    const std::string& GetHeadCause() const { return m_sHeadCause; }
+
+    /// Why the library does not load the file, without a full stop; empty: nothing found. Found once and
+    /// kept; reads the data as far as that takes and the points have not been read before.
+    ///
+    /// @param nNumRead  points that the file's own source delivered; -1: they have not been read.
+    const std::string& FindCause(std::int64_t nNumRead = -1);
+
+    /// The points as the file means them; more than the library takes. The source uses this file's reader:
+    /// one pass at a time, and none after the file is gone.
+    /// @return null where only the library reads the points.
+    /// @throws CFailure with the cause when the file cannot be read.
+    virtual std::unique_ptr<IPntSource> MakeSource() = 0;
+
+    /// Where there is no source: does only loading it tell whether the file is whole?
+    virtual bool IsCheckedByLoading() const { return false; }
+
+    /// Adds what goes wrong with the points of this kind of file when they are loaded.
+    /// @param facts  from one pass over the file's source.
+    virtual void FindInPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFindings) const;
+
+    /// Adds what went wrong with the points while the file was loaded.
+    virtual void FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindings) const;
+
+    /// How many points the library has read.
+    /// @param nNumCalls    of the progress bar during the load.
+    /// @param vecFindings  gets what that count tells.
+    /// @return -1: not known.
+    virtual std::int64_t CountRead(std::int64_t nNumCalls, std::vector<CFinding>& vecFindings) const;
+
+    /// Makes good in the loaded cloud what was damaged in the file and can be found again.
+    virtual void Mend(CPntCld& cloud) const;
+
+    /// Adds what else the head says, for `info --json`.
+    virtual void Describe(nlohmann::ordered_json& info) const;
+
+    /// Prints the same for people, on standard output, a label of 20 characters before each.
+    virtual void Print(const nlohmann::ordered_json& info) const;
+
+protected:
+    CInputFile(const CFileKind& kind, const std::string& sPath, CByteReader&& reader);
+
+    /// @return the points that the file's source delivers; 0 where it has none or cannot be read.
+    std::int64_t CountByReading();
+
+    CByteReader m_reader;
+    CFileFacts m_facts;       // filled in by the constructor of the kind
+    std::string m_sHeadCause; // this too
+
+private:
+    /// As `FindCause`, where the head has nothing against the file.
+    virtual std::string CalcDataCause(std::int64_t nNumRead);
+
+    const CFileKind& m_kind;
+    std::string m_sPath;
+    std::optional<std::string> m_sCause; // once found
+};
+
+} // namespace zorcld
+
+#endif

@@ -1,0 +1,32 @@
+#ifndef HOST_FILES_CNATIVEFILE_H
+#define HOST_FILES_CNATIVEFILE_H
+
+#include <host/files/CFileKind.h>
+#include <host/files/CInputFile.h>
+#include <host/files/NativeLayout.h>
+
+namespace zorcld
+{
+
+/// A native cloud file.
+class CNativeFile final : public CInputFile
+{
+public:
+    static const CFileKind c_kind;
+
+    CNativeFile(const std::string& sPath, CByteReader&& reader);
+
+    std::unique_ptr<IPntSource> MakeSource() override;
+
+    /// Builds the octree anew where the one of the file misses points.
+    void Mend(CPntCld& cloud) const override;
+
+private:
+    void FindCountFindings();
+
+    CNativeLayout m_layout;
+};
+
+} // namespace zorcld
+
+#endif

@@ -1,0 +1,34 @@
+#ifndef HOST_FILES_CPLYFILE_H
+#define HOST_FILES_CPLYFILE_H
+
+#include <host/files/CFileKind.h>
+#include <host/files/CInputFile.h>
+#include <host/files/CPlyWalk.h>
+#include <host/files/PlyAsRead.h>
+#include <host/files/PlyLayout.h>
+
+namespace zorcld
+{
+
+/// A PLY file of any format.
+class CPlyFile final : public CInputFile
+{
+public:
+    static const CFileKind c_kind;
+
+    CPlyFile(const std::string& sPath, CByteReader&& reader);
+
+    std::unique_ptr<IPntSource> MakeSource() override;
+
+private:
+    std::string CalcDataCause(std::int64_t nNumRead) override;
+
+    CPlyAsRead m_asRead;
+    CPlyLayout m_asMeant;
+    std::string m_sMeantCause; // why the points cannot be read as they are meant
+    CPlyWalk m_walk;           // comes along with whatever reads the file
+};
+
+} // namespace zorcld
+
+#endif

@@ -1,0 +1,51 @@
+#ifndef HOST_FILES_CPLYWALK_H
+#define HOST_FILES_CPLYWALK_H
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace zorcld
+{
+
+struct CPlyAsRead;
+struct CPlyReadElem;
+
+/// Steps over the data of a PLY file as the library reads them, to find whether they are all there. Only the
+/// counts of lists are looked at. They may come along while others read the file: each block of it is
+/// offered, and what is missed is read afterwards.
+class CPlyWalk
+{
+public:
+    /// Steps up to the first list. @param header  outlives the walk.
+    CPlyWalk(const CPlyAsRead& header, std::int64_t nFileSize);
+
+    /// @return the place of the count that is wanted next; below 0: none, the walk is done.
+    std::int64_t GetPosWanted() const { return m_bDone ? -1 : m_nPos; }
+
+    /// Looks at the counts in a block of the file that stands at `nPosBlock`.
+    void Take(std::int64_t nPosBlock, std::string_view sBlock);
+
+    /// @return why the library does not read the file, without a full stop; empty: nothing found so far.
+    const std::string& GetCause() const { return m_sCause; }
+
+private:
+    void Advance();
+    bool AdvanceItems(const CPlyReadElem& element);
+    bool AdvanceLists(const CPlyReadElem& element);
+    void FinishCutOff();
+    void Finish(const std::string& sCause);
+
+    const CPlyAsRead& m_header;
+    std::int64_t m_nFileSize;
+    std::int64_t m_nPos;
+    std::size_t m_nElem = 0;
+    std::int64_t m_nItem = 0; // of the element
+    std::size_t m_nProp = 0;  // of the item
+    bool m_bDone = false;
+    std::string m_sCause;
+};
+
+} // namespace zorcld
+
+#endif

@@ -1,0 +1,79 @@
+#include <host/files/CFileKind.h>
+#include <host/files/CGridFile.h>
+#include <host/files/CLasFile.h>
+#include <host/files/CNativeFile.h>
+#include <host/files/CPlyFile.h>
+#include <host/files/InputOptions.h>
+#include <host/files/OpenInputFile.h>
+#include <host/output/CFailure.h>
+#include <host/output/GetExtension.h>
+
+#include <algorithm>
+#include <filesystem>
+
+namespace zorcld
+{
+
+namespace fs = std::filesystem;
+
+namespace
+{
+
+void RefuseIrregular(const std::string& sPath)
+{
+    std::error_code error;
+    const fs::file_status status = fs::status(sPath, error);
+    if (status.type() == fs::file_type::not_found)
+        throw CFailure(sPath, "not found");
+    if (error)
+        throw CFailure(sPath, error.message());
+    if (fs::is_directory(status))
+        throw CFailure(sPath, "is a directory");
+    if (!fs::is_regular_file(status)) // a pipe could be read once only
+        throw CFailure(sPath, "is not a regular file");
+}
+
+std::string ReadFirstBytes(CByteReader& reader)
+{
+    constexpr std::size_t c_nMaxBytes = 16;
+    std::string sBytes;
+    for (int c = 0; sBytes.size() < c_nMaxBytes && (c = reader.Get()) >= 0;)
+        sBytes += static_cast<char>(c);
+    reader.SetPos(0);
+    return sBytes;
+}
+
+const CFileKind& FindFileKind(const CInputOptions& input, const std::string& sFirstBytes)
+{
+    std::string sExtension = GetExtension(input.sPath);
+    sExtension.erase(0, 1); // the dot
+    for (const CFileKind* pKind : GetFileKinds())
+        if (!input.sType.empty() ? input.sType == pKind->pName : pKind->pIsContent(sFirstBytes))
+            return *pKind;
+    for (const CFileKind* pKind : GetFileKinds())
+        if (std::count(pKind->vecExtensions.begin(), pKind->vecExtensions.end(), sExtension) != 0)
+            return *pKind;
+    throw CFailure(input.sPath,
+                   "its first bytes and its extension belong to no known type of file (--type tells it)");
+}
+
+} // namespace
+
+const std::vector<const CFileKind*>& GetFileKinds()
+{
+    static const std::vector<const CFileKind*> c_kinds = {&CNativeFile::c_kind, &CPlyFile::c_kind,
+                                                          &CLasFile::c_kind, &CGridFile::c_kind};
+    return c_kinds;
+}
+
+std::unique_ptr<CInputFile> OpenInputFile(const CInputOptions& input)
+{
+    RefuseIrregular(input.sPath);
+    CByteReader reader(input.sPath);
+    const std::string sFirstBytes = ReadFirstBytes(reader);
+    if (sFirstBytes.empty())
+        throw CFailure(input.sPath, "is empty");
+    return FindFileKind(input, sFirstBytes).pMakeFile(input.sPath, std::move(reader));
+}
+
+} // namespace zorcld
