@@ -29,8 +29,8 @@ std::vector<CTruncPnt> MakeCompact(std::int64_t nNumPnts, bool bShuffled)
     std::vector<CTruncPnt> vecCompact;
     vecCompact.reserve(vecPnts.size());
     for (const CSamplePnt& pnt : vecPnts)
-        vecCompact.emplace_back(CompactDaCoord(pnt.x, fOrgX), CompactDaCoord(pnt.y, fOrgY),
-                                CompactDaCoord(pnt.z, fOrgZ));
+        vecCompact.emplace_back(CompactFromCoord(pnt.x, fOrgX), CompactFromCoord(pnt.y, fOrgY),
+                                CompactFromCoord(pnt.z, fOrgZ));
     if (bShuffled)
         std::shuffle(vecCompact.begin(), vecCompact.end(), std::mt19937(1));
     return vecCompact;

@@ -75,8 +75,8 @@ void CContourModel::WalkNode(const COcTreeNode& node, const COcTreeCube& cube, c
     const std::int64_t nHalf = cube.GetHalfEdge();
     const auto ToCoord = [](std::int64_t n, double dOrg)
     { return static_cast<double>(n) / c_dCompactScale + dOrg; };
-    const Envelope box(ToCoord(cube.m_nX - nHalf, m_dOrgX), ToCoord(cube.m_nX + nHalf, m_dOrgX),
-                       ToCoord(cube.m_nY - nHalf, m_dOrgY), ToCoord(cube.m_nY + nHalf, m_dOrgY));
+    const Envelope box(ToCoord(cube.nX - nHalf, m_dOrgX), ToCoord(cube.nX + nHalf, m_dOrgX),
+                       ToCoord(cube.nY - nHalf, m_dOrgY), ToCoord(cube.nY + nHalf, m_dOrgY));
     const std::unique_ptr<Geometry> pOutside = MakeRect(box)->difference(&area);
     if (pOutside->isEmpty())
         return TakeWhole(node);

@@ -1,7 +1,7 @@
 #ifndef BENCH_CROWRESULT_H
 #define BENCH_CROWRESULT_H
 
-#include <bench/BenchTable.h>
+#include <bench/CBenchRow.h>
 
 #include <cstdint>
 #include <deque>
@@ -9,9 +9,8 @@
 #include <vector>
 
 /// What the rounds of one row gave.
-class CRowResult
+struct CRowResult
 {
-public:
     /// The figure that the row's bar is about: a ratio of medians, nanoseconds a unit, or a value.
     double CalcFigure() const;
 

@@ -6,11 +6,11 @@
 namespace
 {
 
-using Kernel = CGAL::Simple_cartesian<double>;
+using TKernel = CGAL::Simple_cartesian<double>;
 
 std::uint64_t LodCgal(std::int64_t nNum, double dLod, CCpuTimer& timer)
 {
-    std::vector<Kernel::Point_3> vecPnts; // afresh: it is reordered
+    std::vector<TKernel::Point_3> vecPnts; // afresh: it is reordered
     vecPnts.reserve(static_cast<std::size_t>(nNum));
     for (const CSamplePnt& pnt : GetTerrain(nNum))
         vecPnts.emplace_back(pnt.x - CSampleTerrain::c_dOrgX, pnt.y - CSampleTerrain::c_dOrgY, pnt.z);

@@ -9,16 +9,16 @@
 namespace
 {
 
-using Kernel = CGAL::Exact_predicates_inexact_constructions_kernel;
-using Vertex = CGAL::Alpha_shape_vertex_base_2<Kernel>;
-using Face = CGAL::Alpha_shape_face_base_2<Kernel>;
-using Triangulation =
-    CGAL::Delaunay_triangulation_2<Kernel, CGAL::Triangulation_data_structure_2<Vertex, Face>>;
-using AlphaShape = CGAL::Alpha_shape_2<Triangulation>;
+using TKernel = CGAL::Exact_predicates_inexact_constructions_kernel;
+using TVertex = CGAL::Alpha_shape_vertex_base_2<TKernel>;
+using TFace = CGAL::Alpha_shape_face_base_2<TKernel>;
+using TTriangulation =
+    CGAL::Delaunay_triangulation_2<TKernel, CGAL::Triangulation_data_structure_2<TVertex, TFace>>;
+using TAlphaShape = CGAL::Alpha_shape_2<TTriangulation>;
 
 std::uint64_t OutlineCgal(std::int64_t nNum, CCpuTimer& timer)
 {
-    std::vector<Kernel::Point_2> vecPnts;
+    std::vector<TKernel::Point_2> vecPnts;
     for (const CSamplePnt& pnt : GetTerrain(nNum))
         vecPnts.emplace_back(pnt.x - CSampleTerrain::c_dOrgX, pnt.y - CSampleTerrain::c_dOrgY);
     std::size_t nNumEdges = 0;
@@ -26,12 +26,12 @@ std::uint64_t OutlineCgal(std::int64_t nNum, CCpuTimer& timer)
     timer.Measure(
         [&]
         {
-            AlphaShape shape(vecPnts.begin(), vecPnts.end(), c_dOutlineDistance * c_dOutlineDistance,
-                             AlphaShape::REGULARIZED);
+            TAlphaShape shape(vecPnts.begin(), vecPnts.end(), c_dOutlineDistance * c_dOutlineDistance,
+                              TAlphaShape::REGULARIZED);
             for (auto it = shape.alpha_shape_edges_begin(); it != shape.alpha_shape_edges_end(); ++it)
                 ++nNumEdges;
             for (auto it = shape.finite_faces_begin(); it != shape.finite_faces_end(); ++it)
-                if (shape.classify(it) == AlphaShape::INTERIOR)
+                if (shape.classify(it) == TAlphaShape::INTERIOR)
                     dArea += shape.triangle(it).area();
         });
     return nNumEdges > 0 ? CheckOutlineArea(nNum, dArea) : 2U;

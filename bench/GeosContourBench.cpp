@@ -28,19 +28,19 @@ using geos::geom::GeometryFactory;
 using geos::geom::Location;
 using zor::geom::PNT_2D;
 
-using CRing = std::vector<PNT_2D>;
+using TRing = std::vector<PNT_2D>;
 
 constexpr double c_dTau = 6.28318530717958647692;
 
 /// A ring about the middle of the terrain that no ray from there meets twice: it does not cross itself.
 /// Its radius swings by a tenth, and by half the way to the next vertex, so that it is nowhere smooth.
-CRing MakeRing(std::int64_t nNum, double dRadius, int nNumVertices)
+TRing MakeRing(std::int64_t nNum, double dRadius, int nNumVertices)
 {
     const double dMiddle = CSampleTerrain(nNum).GetSide() / 2.0;
     const double dStep = c_dTau * dRadius / nNumVertices;
     std::mt19937 random(1);
     std::uniform_real_distribution<double> draw(-0.5, 0.5);
-    CRing ring;
+    TRing ring;
     for (int i = 0; i < nNumVertices; ++i)
     {
         const double dAngle = c_dTau * i / nNumVertices;
@@ -54,12 +54,12 @@ CRing MakeRing(std::int64_t nNum, double dRadius, int nNumVertices)
 /// Outer ring and holes, for both sides.
 struct CContourCase
 {
-    CRing outer;
-    std::vector<CRing> vecHoles;
+    TRing outer;
+    std::vector<TRing> vecHoles;
     std::unique_ptr<geos::geom::Geometry> pArea;
 };
 
-std::unique_ptr<geos::geom::LinearRing> MakeGeosRing(const CRing& ring)
+std::unique_ptr<geos::geom::LinearRing> MakeGeosRing(const TRing& ring)
 {
     std::vector<Coordinate> vecCoords;
     for (const PNT_2D& pnt : ring)
@@ -80,7 +80,7 @@ const CContourCase& GetCase(std::int64_t nNum, int nNumVertices, bool bHole)
     if (bHole)
         contour.vecHoles.push_back(MakeRing(nNum, 0.1 * dSide, nNumVertices / 10));
     std::vector<std::unique_ptr<geos::geom::LinearRing>> vecHoles;
-    for (const CRing& ring : contour.vecHoles)
+    for (const TRing& ring : contour.vecHoles)
         vecHoles.push_back(MakeGeosRing(ring));
     contour.pArea = GeometryFactory::getDefaultInstance()->createPolygon(MakeGeosRing(contour.outer),
                                                                          std::move(vecHoles));

@@ -14,8 +14,8 @@
 namespace
 {
 
-using CCloud = pcl::PointCloud<pcl::PointXYZ>;
-using CMakeCloud = std::function<CCloud::Ptr(std::int64_t)>;
+using TCloud = pcl::PointCloud<pcl::PointXYZ>;
+using TMakeCloud = std::function<TCloud::Ptr(std::int64_t)>;
 
 /// Numbers in [0, 1) that are the same on every machine.
 class CNoise
@@ -36,9 +36,9 @@ pcl::PointXYZ MakePnt(double x, double y, double z)
     return {static_cast<float>(x), static_cast<float>(y), static_cast<float>(z)};
 }
 
-CCloud::Ptr MakeTerrain(std::int64_t nNum)
+TCloud::Ptr MakeTerrain(std::int64_t nNum)
 {
-    CCloud::Ptr pCloud(new CCloud);
+    TCloud::Ptr pCloud(new TCloud);
     pCloud->reserve(static_cast<std::size_t>(nNum));
     CSampleTerrain(nNum).ForEachPnt([&](const CSamplePnt& pnt)
                                     { pCloud->points.push_back(MakePnt(pnt.x, pnt.y, pnt.z)); });
@@ -48,11 +48,11 @@ CCloud::Ptr MakeTerrain(std::int64_t nNum)
 }
 
 // Points in rows, every other backwards, `dSpacing` apart; `calcZ` gives the height.
-CCloud::Ptr MakeRows(std::int64_t nNum, double dSpacing, double dJitter,
+TCloud::Ptr MakeRows(std::int64_t nNum, double dSpacing, double dJitter,
                      const std::function<double(double, double, CNoise&)>& calcZ)
 {
     CNoise noise;
-    CCloud::Ptr pCloud(new CCloud);
+    TCloud::Ptr pCloud(new TCloud);
     pCloud->reserve(static_cast<std::size_t>(nNum));
     const auto nRow = static_cast<std::int64_t>(std::ceil(std::sqrt(static_cast<double>(nNum))));
     for (std::int64_t i = 0; i < nNum; ++i)
@@ -81,12 +81,12 @@ double CalcRoughHeight(double x, double y, CNoise& noise)
     return z;
 }
 
-CCloud::Ptr MakeRough(std::int64_t nNum)
+TCloud::Ptr MakeRough(std::int64_t nNum)
 {
     return MakeRows(nNum, 1.0 / std::sqrt(CSampleTerrain::c_dDensity), 0.9, CalcRoughHeight);
 }
 
-CCloud::Ptr MakeSparse(std::int64_t nNum)
+TCloud::Ptr MakeSparse(std::int64_t nNum)
 {
     return MakeRows(nNum, 10.0, 0.0,
                     [](double x, double y, CNoise& noise)
@@ -94,10 +94,10 @@ CCloud::Ptr MakeSparse(std::int64_t nNum)
 }
 
 // A strip that runs through its rectangle from corner to corner and covers a hundredth of it.
-CCloud::Ptr MakeCorridor(std::int64_t nNum)
+TCloud::Ptr MakeCorridor(std::int64_t nNum)
 {
     CNoise noise;
-    CCloud::Ptr pCloud(new CCloud);
+    TCloud::Ptr pCloud(new TCloud);
     const double dLength = static_cast<double>(nNum) / (100.0 * CSampleTerrain::c_dDensity);
     for (std::int64_t i = 0; i < nNum; ++i)
     {
@@ -109,9 +109,9 @@ CCloud::Ptr MakeCorridor(std::int64_t nNum)
     return pCloud;
 }
 
-const CCloud::Ptr& GetCloud(const std::string& sKind, std::int64_t nNum, const CMakeCloud& makeCloud)
+const TCloud::Ptr& GetCloud(const std::string& sKind, std::int64_t nNum, const TMakeCloud& makeCloud)
 {
-    static std::map<std::string, CCloud::Ptr> mapLast; // one cloud at a time
+    static std::map<std::string, TCloud::Ptr> mapLast; // one cloud at a time
     const std::string sKey = sKind + std::to_string(nNum);
     if (mapLast.count(sKey) == 0)
     {
@@ -129,7 +129,7 @@ std::uint64_t SumIndices(const std::vector<int>& vecGround)
     return nSum;
 }
 
-void SetUp(CProgressMorphFilter& filter, const CCloud::Ptr& pCloud)
+void SetUp(CProgressMorphFilter& filter, const TCloud::Ptr& pCloud)
 {
     filter.setInputCloud(pCloud);
     filter.setMaxWindowSize(20);
@@ -138,7 +138,7 @@ void SetUp(CProgressMorphFilter& filter, const CCloud::Ptr& pCloud)
     filter.setInitialDistance(0.5F);
 }
 
-std::uint64_t ExtractProduct(const CCloud::Ptr& pCloud, CCpuTimer& timer)
+std::uint64_t ExtractProduct(const TCloud::Ptr& pCloud, CCpuTimer& timer)
 {
     CProgressMorphFilter filter;
     SetUp(filter, pCloud);
@@ -147,7 +147,7 @@ std::uint64_t ExtractProduct(const CCloud::Ptr& pCloud, CCpuTimer& timer)
     return SumIndices(vecGround);
 }
 
-std::uint64_t ExtractPublished(const CCloud::Ptr& pCloud, CCpuTimer& timer)
+std::uint64_t ExtractPublished(const TCloud::Ptr& pCloud, CCpuTimer& timer)
 {
     CProgressMorphFilter filter;
     SetUp(filter, pCloud);
@@ -157,7 +157,7 @@ std::uint64_t ExtractPublished(const CCloud::Ptr& pCloud, CCpuTimer& timer)
 }
 
 // From 100,000 points on the peer takes minutes: one round.
-void AddGroundRow(const std::string& sKind, std::int64_t nNum, CBenchBar bar, const CMakeCloud& makeCloud)
+void AddGroundRow(const std::string& sKind, std::int64_t nNum, CBenchBar bar, const TMakeCloud& makeCloud)
 {
     const int nRounds = nNum < 50000 ? 0 : 1;
     AddRow({"ground", "ground filter, " + sKind, nNum, "PCL's published filter", bar,
@@ -179,12 +179,12 @@ void AddGrowthRow(std::int64_t nNum)
             BenchResult_Ignored});
 }
 
-void AddMemoryRow(const std::string& sKind, std::int64_t nNum, const CMakeCloud& makeCloud)
+void AddMemoryRow(const std::string& sKind, std::int64_t nNum, const TMakeCloud& makeCloud)
 {
     AddValue({"ground", "ground filter, memory, " + sKind, nNum, "B/point", 48.0,
               [=]
               {
-                  const CCloud::Ptr pCloud = makeCloud(nNum);
+                  const TCloud::Ptr pCloud = makeCloud(nNum);
                   CCpuTimer timer;
                   const std::int64_t nPeak = MeasurePeak([&] { ExtractProduct(pCloud, timer); });
                   return static_cast<double>(nPeak) / static_cast<double>(nNum);

@@ -27,15 +27,15 @@ struct CPnts
     const std::vector<CTruncPnt>& vecPnts;
 };
 
-using CTree =
+using TTree =
     nanoflann::KDTreeSingleIndexAdaptor<nanoflann::L2_Simple_Adaptor<double, CPnts>, CPnts, 3, std::uint32_t>;
 
 std::uint64_t BuildNanoflann(std::int64_t nNum, bool bShuffled, CCpuTimer& timer)
 {
     const CPnts pnts{GetBuildPnts(nNum, bShuffled)};
-    std::unique_ptr<CTree> pTree;
+    std::unique_ptr<TTree> pTree;
     timer.Measure(
-        [&] { pTree = std::make_unique<CTree>(3, pnts, nanoflann::KDTreeSingleIndexAdaptorParams(10)); });
+        [&] { pTree = std::make_unique<TTree>(3, pnts, nanoflann::KDTreeSingleIndexAdaptorParams(10)); });
     return pTree->size(*pTree);
 }
 

@@ -7,11 +7,11 @@
 namespace
 {
 
-using CCloud = open3d::geometry::PointCloud;
+using TCloud = open3d::geometry::PointCloud;
 
-const CCloud& GetCloud(std::int64_t nNum)
+const TCloud& GetCloud(std::int64_t nNum)
 {
-    static CCloud cloud;
+    static TCloud cloud;
     if (static_cast<std::int64_t>(cloud.points_.size()) != nNum)
     {
         cloud.points_.clear();
@@ -24,7 +24,7 @@ const CCloud& GetCloud(std::int64_t nNum)
 
 std::uint64_t LodOpen3d(std::int64_t nNum, double dLod, CCpuTimer& timer)
 {
-    std::shared_ptr<CCloud> pThinned;
+    std::shared_ptr<TCloud> pThinned;
     timer.Measure([&] { pThinned = GetCloud(nNum).VoxelDownSample(dLod); });
     return pThinned->points_.size();
 }
@@ -32,7 +32,7 @@ std::uint64_t LodOpen3d(std::int64_t nNum, double dLod, CCpuTimer& timer)
 std::uint64_t LoadOpen3d(std::int64_t nNum, CCpuTimer& timer)
 {
     const std::string sPath = GetTerrainPly(nNum);
-    CCloud cloud;
+    TCloud cloud;
     timer.Measure([&] { open3d::io::ReadPointCloudFromPLY(sPath, cloud, {}); });
     CMmSum sum = MakeRelativeSum();
     for (const Eigen::Vector3d& pnt : cloud.points_)

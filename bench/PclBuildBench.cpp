@@ -9,15 +9,15 @@
 namespace
 {
 
-using CCloud = pcl::PointCloud<pcl::PointXYZ>;
-using CTree = pcl::octree::OctreePointCloudSearch<pcl::PointXYZ>;
+using TCloud = pcl::PointCloud<pcl::PointXYZ>;
+using TTree = pcl::octree::OctreePointCloudSearch<pcl::PointXYZ>;
 
 constexpr const char* c_pPeer = "PCL octree, resolution 1.2 m";
 constexpr double c_dResolution = 1.2; // leaves of about as many points as the product's
 
-CCloud::Ptr MakeCloud(std::int64_t nNum, bool bShuffled)
+TCloud::Ptr MakeCloud(std::int64_t nNum, bool bShuffled)
 {
-    CCloud::Ptr pCloud(new CCloud);
+    TCloud::Ptr pCloud(new TCloud);
     pCloud->reserve(static_cast<std::size_t>(nNum));
     for (const CTruncPnt& pnt : GetBuildPnts(nNum, bShuffled))
         pCloud->push_back({static_cast<float>(pnt.m_nX / c_dCompactScale),
@@ -28,7 +28,7 @@ CCloud::Ptr MakeCloud(std::int64_t nNum, bool bShuffled)
 
 std::uint64_t BuildPcl(std::int64_t nNum, bool bShuffled, CCpuTimer& timer)
 {
-    CTree tree(c_dResolution);
+    TTree tree(c_dResolution);
     tree.setInputCloud(MakeCloud(nNum, bShuffled));
     timer.Measure([&] { tree.addPointsFromInputCloud(); });
     std::uint64_t nSum = 0;
@@ -39,9 +39,9 @@ std::uint64_t BuildPcl(std::int64_t nNum, bool bShuffled, CCpuTimer& timer)
 
 double MeasurePclMemory(std::int64_t nNum)
 {
-    const CCloud::Ptr pCloud = MakeCloud(nNum, false);
+    const TCloud::Ptr pCloud = MakeCloud(nNum, false);
     const std::int64_t nBefore = GetHeapBytes();
-    CTree tree(c_dResolution);
+    TTree tree(c_dResolution);
     tree.setInputCloud(pCloud);
     tree.addPointsFromInputCloud();
     return static_cast<double>(GetHeapBytes() - nBefore) / static_cast<double>(nNum);

@@ -9,19 +9,19 @@
 namespace
 {
 
-using CCloud = pcl::PointCloud<pcl::PointXYZ>;
-using CTree = pcl::octree::OctreePointCloudSearch<pcl::PointXYZ>;
+using TCloud = pcl::PointCloud<pcl::PointXYZ>;
+using TTree = pcl::octree::OctreePointCloudSearch<pcl::PointXYZ>;
 using zor::geom::PLANE_3D;
 using zor::geom::RECT_2D;
 
 /// Floats hold millimetres only near the terrain's origin: the peer's points are relative to it, in the
 /// order of the scan.
-const CCloud::Ptr& GetCloud(std::int64_t nNum)
+const TCloud::Ptr& GetCloud(std::int64_t nNum)
 {
-    static CCloud::Ptr pCloud;
+    static TCloud::Ptr pCloud;
     if (pCloud != nullptr && static_cast<std::int64_t>(pCloud->size()) == nNum)
         return pCloud;
-    pCloud.reset(new CCloud);
+    pCloud.reset(new TCloud);
     pCloud->reserve(static_cast<std::size_t>(nNum));
     for (const CSamplePnt& pnt : GetTerrain(nNum))
         pCloud->push_back({static_cast<float>(pnt.x - CSampleTerrain::c_dOrgX),
@@ -29,13 +29,13 @@ const CCloud::Ptr& GetCloud(std::int64_t nNum)
     return pCloud;
 }
 
-const CTree& GetTree(std::int64_t nNum)
+const TTree& GetTree(std::int64_t nNum)
 {
     constexpr double c_dResolution = 1.2; // leaves of about as many points as the product's
-    static std::unique_ptr<CTree> pTree;
+    static std::unique_ptr<TTree> pTree;
     if (pTree == nullptr || pTree->getInputCloud() != GetCloud(nNum))
     {
-        pTree = std::make_unique<CTree>(c_dResolution);
+        pTree = std::make_unique<TTree>(c_dResolution);
         pTree->setInputCloud(GetCloud(nNum));
         pTree->addPointsFromInputCloud();
     }
@@ -44,8 +44,8 @@ const CTree& GetTree(std::int64_t nNum)
 
 std::uint64_t RectsPcl(std::int64_t nNum, const std::vector<RECT_2D>& vecRects, CCpuTimer& timer)
 {
-    const CTree& tree = GetTree(nNum);
-    const CCloud& cloud = *GetCloud(nNum);
+    const TTree& tree = GetTree(nNum);
+    const TCloud& cloud = *GetCloud(nNum);
     std::vector<pcl::PointXYZ> vecFound; // keeps its memory from rectangle to rectangle
     pcl::Indices indices;
     CMmSum sum = MakeRelativeSum();
@@ -73,7 +73,7 @@ std::uint64_t RectsPcl(std::int64_t nNum, const std::vector<RECT_2D>& vecRects, 
 /// One clipper a plane, each looking at the indices that the one before it left.
 std::uint64_t ClipPcl(std::int64_t nNum, double dShare, CCpuTimer& timer)
 {
-    const CCloud& cloud = *GetCloud(nNum);
+    const TCloud& cloud = *GetCloud(nNum);
     std::vector<Eigen::Vector4f, Eigen::aligned_allocator<Eigen::Vector4f>> vecPlanes;
     for (const PLANE_3D& plane : MakeClipBox(nNum, dShare)) // its normals point into the kept volume
     {
@@ -103,7 +103,7 @@ std::uint64_t ClipPcl(std::int64_t nNum, double dShare, CCpuTimer& timer)
 
 std::uint64_t LodPcl(std::int64_t nNum, double dLod, CCpuTimer& timer)
 {
-    CCloud thinned;
+    TCloud thinned;
     timer.Measure(
         [&]
         {

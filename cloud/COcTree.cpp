@@ -4,6 +4,7 @@
 #include <octree/CDuplicateOcTreeListener.h>
 #include <octree/CTruncPnt.h>
 #include <octree/CTruncPnt_Color.h>
+#include <octree/HasRoot.h>
 #include <octree/WalkAll.h>
 #include <octree/ZeroedArray.h>
 
@@ -31,13 +32,13 @@ bool COcTree<T>::Init(std::int32_t nNumPnts)
 template <class T>
 bool COcTree<T>::ComputeTree()
 {
-    // KEPT: slots not filled yet are points at the origin, and the marks of all points stay where they
-    // are while the points move.
+    // KEPT: slots not filled yet are points at the origin, and the points move (L5) while the marks stay
+    // where they are (ComputeTree_CountsUnfilledSlotsAsTheOrigin_Kept, ComputeTree_LeavesTheMarks_Kept).
     COcTreeIndex tree = BuildTree(this->m_pPnts.get(), this->m_nNumPnts);
     const bool bHasRoot = tree.m_pRoot != nullptr;
-    // Copies share the array that was just reordered: they must see the tree that goes with it. A tree
+    // L9: copies share the array that was just reordered, and must see the tree that goes with it. A tree
     // without a root goes with no array, so that copies may by now hold arrays of their own.
-    if (this->m_pTree != nullptr && this->m_pTree->m_pRoot != nullptr)
+    if (HasRoot(*this))
         *this->m_pTree = std::move(tree);
     else
         this->m_pTree = std::make_shared<COcTreeIndex>(std::move(tree));
@@ -46,6 +47,9 @@ bool COcTree<T>::ComputeTree()
 
 // The duplicates are marked on a copy that has deletion marks of its own: should memory run out nothing is
 // marked, and other copies of the store, which keep the array as it is, keep their marks too.
+//
+// KEPT: of points at one place in plan all but the first go, whatever their heights, but only within a leaf
+// (OnReadEnd_RemovesPlanDuplicatesOfALeaf_Kept, OnReadEnd_PairInTwoLeavesStays_Kept).
 template <class T>
 void COcTree<T>::FinishReading()
 {
@@ -65,7 +69,8 @@ void COcTree<T>::FinishReading()
 template <class T>
 std::int32_t COcTree<T>::GetNumPnts() const noexcept
 {
-    // KEPT: slots announced to Init count whether they have been filled or not.
+    // KEPT: slots announced to Init count, whether they have been filled or not
+    // (GetNumPnts_IsTheNumberAnnounced_Kept).
     if (!this->m_bHasDel)
         return this->m_nNumPnts;
     return this->m_nNumPnts - CPntBits::CountSet(this->m_pDelBits.get(), this->m_nNumPnts);
@@ -75,7 +80,8 @@ template <class T>
 void COcTree<T>::SelPnt(std::int32_t nIndex, bool bToggle) noexcept
 {
     unsigned char* const pBits = this->m_pSelBits.get();
-    if (nIndex < 0 || pBits == nullptr) // KEPT: a negative index has no bit, and nothing happens
+    // KEPT: a negative index has no bit, and nothing happens (SelPnt_NegativeIndexChangesNothing_Kept)
+    if (nIndex < 0 || pBits == nullptr)
         return;
     if (bToggle && CPntBits::IsSet(pBits, nIndex))
         CPntBits::Clear(pBits, nIndex);
@@ -101,7 +107,7 @@ static std::vector<int> ListIndices(std::int32_t nNumPnts, F isKept)
     return vecIndices;
 }
 
-// The marks themselves are not set on the way: should memory run out, nothing has changed.
+// No point is marked deleted on the way: should memory run out, nothing has changed.
 template <class T>
 void COcTree<T>::DelSelPnts()
 {
@@ -128,7 +134,7 @@ void COcTree<T>::KeepPnts(const std::vector<int>& vecIndices)
         pPnts[static_cast<std::ptrdiff_t>(i)] = this->m_pPnts[vecIndices[i]];
     auto pSelBits = CPntBits::MakeClear(nNumPnts);
     auto pDelBits = CPntBits::MakeClear(nNumPnts);
-    // A tree of its own, not the old one's contents replaced: copies keep the old array and its tree.
+    // L9: the tree is a new one, not the old one with new contents: copies keep the old array and its tree.
     auto pTree = std::make_shared<COcTreeIndex>(BuildTree(pPnts.get(), nNumPnts));
 
     this->m_pPnts = std::move(pPnts);
@@ -137,7 +143,8 @@ void COcTree<T>::KeepPnts(const std::vector<int>& vecIndices)
     this->m_pTree = std::move(pTree);
     this->m_nNumPnts = nNumPnts;
     this->m_bHasDel = false;
-    // KEPT: m_nNumAdded stays, so that a compacted store takes no further points until the next Init.
+    // KEPT: m_nNumAdded stays, so that a compacted store takes no further points until the next Init
+    // (DelSelPnts_ClosesTheStore_Kept).
     this->SetModified(true);
 }
 

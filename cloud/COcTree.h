@@ -7,10 +7,10 @@
 
 /// One store of compact points: its life from `Init` over filling, indexing and compactions to `Clear`.
 ///
-/// Point indices are positions in the current array; every build of the tree and every compaction
+/// L5: point indices are positions in the current array, and every build of the tree and every compaction
 /// changes them. Where an operation throws std::bad_alloc the store is as it was before, but for
-/// `ComputeTree` and `FinishReading`: the points may then stand in another order. A tree from before is
-/// still the right one, unless points were added since it was built.
+/// `ComputeTree` and `FinishReading`: the points may then stand in another order. A tree from before is still
+/// the right one, unless points were added since it was built.
 template <class T>
 class COcTree : public COcTreeData<T>
 {
@@ -32,7 +32,7 @@ public:
     /// @return points of the store that are not marked deleted.
     std::int32_t GetNumPnts() const noexcept;
 
-    /// Selects point `nIndex`, or turns its selection over when `bToggle`. A negative index: nothing.
+    /// Selects point `nIndex`, or turns its selection over when `bToggle`. A negative index changes nothing.
     void SelPnt(std::int32_t nIndex, bool bToggle) noexcept;
 
     void UnSelPnts() noexcept;

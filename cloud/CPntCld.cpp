@@ -16,7 +16,7 @@ CPntCld::~CPntCld() = default;
 
 CPntCld& CPntCld::operator=(const CPntCld& other)
 {
-    zor::String sFilePath = other.m_sFilePath; // the only part that can fail comes first
+    zor::String sFilePath = other.m_sFilePath; // the only copy that can fail is made first
     m_eType = other.m_eType;
     m_cld = other.m_cld;
     m_cldColor = other.m_cldColor;
@@ -44,7 +44,7 @@ void CPntCld::OnReadNumPnts(int nNumPnts)
 
 bool CPntCld::AddPnt(double x, double y, double z)
 {
-    // KEPT: on a cloud with colour the point becomes green.
+    // KEPT: on a cloud with colour the point becomes green (AddPnt_WithoutColourIsGreen_Kept).
     return AddPnt(x, y, z, 0, 255, 0);
 }
 
@@ -55,7 +55,7 @@ bool CPntCld::AddPnt(double x, double y, double z, unsigned char r, unsigned cha
     return m_eType == PntCldType_PntColor && StorePnt(m_cldColor, x, y, z, r, g, b);
 }
 
-// KEPT: unlike AddPnt, a point of the wrong kind is ignored.
+// KEPT: unlike AddPnt, a point of the wrong kind is ignored (OnReadPnt_OfTheWrongKindIsIgnored_Kept).
 void CPntCld::OnReadPnt(double x, double y, double z)
 {
     if (m_eType == PntCldType_Pnt)
@@ -96,9 +96,9 @@ void CPntCld::GetPnt(int nIndex, zor::geom::PNT_3D& pnt) const
              [&](const auto& store)
              {
                  const auto& rec = store.m_pPnts.get()[nIndex];
-                 pnt.x = CoordDaCompact(rec.m_nX, store.m_fOrgX);
-                 pnt.y = CoordDaCompact(rec.m_nY, store.m_fOrgY);
-                 pnt.z = CoordDaCompact(rec.m_nZ, store.m_fOrgZ);
+                 pnt.x = CoordFromCompact(rec.m_nX, store.m_fOrgX);
+                 pnt.y = CoordFromCompact(rec.m_nY, store.m_fOrgY);
+                 pnt.z = CoordFromCompact(rec.m_nZ, store.m_fOrgZ);
              });
 }
 

@@ -10,8 +10,8 @@ bool CPntCld::CalcCnt(IDlgProgress* pProgress, IPntCldListener* pListener, doubl
                     [=](const auto& store) { return ::CalcCnt(store, pProgress, pListener, d); });
 }
 
-// KEPT: the filter counts the live points, and its positions are taken as indices of the store: with points
-// marked deleted and not yet removed the two are not the same.
+// KEPT: the filter numbers the live points, and its numbers are taken as indices of the store: with points
+// marked deleted and not yet removed the two differ (Morph_PositionsAmongTheLiveAreIndicesOfAll_Kept).
 void CPntCld::Morph(IPclProgressListener* pListener)
 {
     CPclManager manager;

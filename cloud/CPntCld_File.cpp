@@ -9,7 +9,7 @@
 
 bool CPntCld::ReadFromFile(IDlgProgress* pProgress, enumPntCldFile eType, const zor::String& sPath)
 {
-    m_sFilePath = sPath; // first, since it can fail
+    m_sFilePath = sPath; // set first, since the copy can fail
     m_eFileType = eType;
     return eType == PntCldFile_Native ? ReadFromFile(sPath) : ReadForeign(*this, pProgress, eType, sPath);
 }
@@ -19,17 +19,19 @@ bool CPntCld::ReadFromFile(const zor::String& sPath)
     ifpstream stream(sPath);
     if (stream.IsFailed())
         return false;
-    const std::int32_t nVersion = stream.ReadNumber<std::int32_t>();
-    const enumPntCldType eType = static_cast<enumPntCldType>(stream.ReadNumber<std::int16_t>());
-    // KEPT: that the store took nothing, being loaded already or for want of points, is not told.
+    const CNativeHeader header = ReadNativeHeader(stream);
+    const auto eType = static_cast<enumPntCldType>(header.nType);
+    // KEPT: the result does not tell whether the store took the points: a loaded one takes none, and a file
+    // may have none (ReadFromFile_IntoALoadedStore_Kept).
     const bool bIsType = ForStore(eType, m_cld, m_cldColor, false,
                                   [&](auto& store)
                                   {
-                                      ReadNative(stream, store);
-                                      store.m_nVersion = nVersion;
+                                      ReadNative(stream, header, store);
+                                      store.m_nVersion = header.nVersion;
                                       return true;
                                   });
-    // KEPT: the type stays as read, one that does not exist included. Set last, should memory run out.
+    // KEPT: the type stays as read, even one that does not exist. It is set last, should memory run out
+    // (ReadFromFile_UnknownTypeStays_Kept).
     m_eType = eType;
     return bIsType;
 }
@@ -44,7 +46,8 @@ bool CPntCld::WriteToFile(const zor::String& sPath, short nVersion)
     return ForStore(m_eType, m_cld, m_cldColor, false,
                     [&](auto& store)
                     {
-                        // KEPT: a store that was never built leaves a file without points, and success.
+                        // KEPT: a store that was never built is saved as a file without points, and the
+                        // result is true (WriteToFile_WithoutATree_Kept).
                         if (store.m_pPnts != nullptr && store.m_pTree != nullptr)
                         {
                             store.PackDelPnts();

@@ -4,6 +4,7 @@
 #include <octree/CPntCldListener_NumPnts.h>
 #include <octree/Query2D.h>
 #include <octree/Query3D.h>
+#include <octree/contour/QueryContour.h>
 
 using zor::geom::PLANE_3D;
 using zor::geom::PNT_2D;
@@ -21,6 +22,12 @@ template <class T>
 CQuery2D<T> MakeQuery2D(const COcTree<T>& store, IPntCldListener* pListener)
 {
     return CQuery2D<T>(store, pListener);
+}
+
+template <class T>
+CQueryContour<T> MakeQueryContour(const COcTree<T>& store, IPntCldListener* pListener)
+{
+    return CQueryContour<T>(store, pListener);
 }
 
 } // namespace
@@ -91,14 +98,14 @@ void CPntCld::FindPnts2D_NearLine(IPntCldListener* pListener, const PNT_2D& p1, 
 void CPntCld::FindPnts2D_IntCnt(IPntCldListener* pListener, const std::vector<PNT_2D>& contour) const
 {
     ForStore(m_eType, m_cld, m_cldColor,
-             [&](const auto& store) { MakeQuery2D(store, pListener).FindPnts2D_IntCnt(contour); });
+             [&](const auto& store) { MakeQueryContour(store, pListener).FindPnts2D_IntCnt(contour); });
 }
 
 void CPntCld::FindPnts2D_Cnts(IPntCldListener* pListener, const std::vector<PNT_2D>& outer,
                               const std::vector<std::vector<PNT_2D>>& holes) const
 {
     ForStore(m_eType, m_cld, m_cldColor,
-             [&](const auto& store) { MakeQuery2D(store, pListener).FindPnts2D_Cnts(outer, holes); });
+             [&](const auto& store) { MakeQueryContour(store, pListener).FindPnts2D_Cnts(outer, holes); });
 }
 
 double CPntCld::CalcMaxSearchDist() const

@@ -1,6 +1,6 @@
 # What LAS and LAZ files are read with: LASlib where it is installed, else io/las/laslib/, which stands in for it on
-# top of LASzip, else nothing. Defines the interface target zor4data_las, which the library links, and
-# ZOR4DATA_LAS_FOUND: LASlib, LASzip or empty.
+# top of LASzip, else nothing. Defines ZOR4DATA_LAS_FOUND (LASlib, LASzip or empty), the interface target zor4data_las,
+# which the library links, and with LASzip zor4data_laszip, which the host links too.
 set(ZOR4DATA_LAS AUTO CACHE STRING "What reads LAS files: AUTO, LASlib, LASzip or OFF")
 set_property(CACHE ZOR4DATA_LAS PROPERTY STRINGS AUTO LASlib LASzip OFF)
 if(NOT ZOR4DATA_LAS MATCHES "^(AUTO|LASlib|LASzip|OFF)$")
@@ -29,8 +29,10 @@ if(NOT ZOR4DATA_LAS_FOUND AND ZOR4DATA_LAS MATCHES "AUTO|LASzip")
   mark_as_advanced(ZOR4DATA_LASZIP_INCLUDE ZOR4DATA_LASZIP_LIBRARY)
   if(ZOR4DATA_LASZIP_INCLUDE AND ZOR4DATA_LASZIP_LIBRARY)
     set(ZOR4DATA_LAS_FOUND LASzip)
-    target_link_libraries(zor4data_las INTERFACE ${ZOR4DATA_LASZIP_LIBRARY})
-    target_include_directories(zor4data_las SYSTEM INTERFACE ${ZOR4DATA_LASZIP_INCLUDE})
+    add_library(zor4data_laszip INTERFACE)
+    target_link_libraries(zor4data_laszip INTERFACE ${ZOR4DATA_LASZIP_LIBRARY})
+    target_include_directories(zor4data_laszip SYSTEM INTERFACE ${ZOR4DATA_LASZIP_INCLUDE})
+    target_link_libraries(zor4data_las INTERFACE zor4data_laszip)
     # Only here: LASlib's own header has the same name.
     target_include_directories(zor4data_las INTERFACE ${PROJECT_SOURCE_DIR}/io/las/laslib)
   endif()

@@ -1,5 +1,6 @@
 #include <formats/CAsciiGridHeader.h>
 
+#include <formats/AsciiGridKeys.h>
 #include <formats/CAsciiGridText.h>
 #include <formats/Compact.h>
 #include <zor0lang/DoubleDaString.h>
@@ -9,36 +10,40 @@
 namespace
 {
 
-/// The two spellings of a key; any other is unknown.
-template <class Field>
-class CKey
+/// Of the keys that are no counts.
+constexpr double CAsciiGridHeader::*c_apFields[] = {&CAsciiGridHeader::dCellSize, &CAsciiGridHeader::dXCentre,
+                                                    &CAsciiGridHeader::dYCentre,  &CAsciiGridHeader::dXCorner,
+                                                    &CAsciiGridHeader::dYCorner,  &CAsciiGridHeader::dNoData};
+
+void Set(CAsciiGridHeader& header, enumAsciiGridKey eKey, const std::string& sValue)
 {
-public:
-    bool Is(const std::string& sKey) const { return sKey == m_pLower || sKey == m_pOther; }
+    const auto count = [&] { return SaturateToInt32(std::int64_t{zor::LongDaStringNullZero(sValue)}); };
+    if (eKey == AsciiGridKey_NumRows)
+        header.nNumRows = count();
+    else if (eKey == AsciiGridKey_NumCols)
+        header.nNumCols = count();
+    else
+        header.*c_apFields[eKey - AsciiGridKey_CellSize] = zor::DoubleDaString(sValue);
+}
 
-    const char* m_pLower;
-    const char* m_pOther;
-    Field CAsciiGridHeader::*m_pField;
-};
-
-constexpr CKey<std::int32_t> c_aCountKeys[] = {
-    {"nrows", "NROWS", &CAsciiGridHeader::m_nNumRows},
-    {"ncols", "NCOLS", &CAsciiGridHeader::m_nNumCols},
-};
-
-constexpr CKey<double> c_aNumberKeys[] = {
-    {"cellsize", "CELLSIZE", &CAsciiGridHeader::m_dCellSize},
-    {"xllcenter", "XLLCENTER", &CAsciiGridHeader::m_dXCentre},
-    {"yllcenter", "YLLCENTER", &CAsciiGridHeader::m_dYCentre},
-    {"xllcorner", "XLLCORNER", &CAsciiGridHeader::m_dXCorner},
-    {"yllcorner", "YLLCORNER", &CAsciiGridHeader::m_dYCorner},
-    {"NODATA_value", "NODATA_VALUE", &CAsciiGridHeader::m_dNoData},
-};
-
-/// False for the start value and for what is not a number.
-bool IsGiven(double d) noexcept
+bool HasAll(const CAsciiGridHeader& header) noexcept
 {
-    return d <= zor::geom::c_dUndefined / 2;
+    const auto isGiven = CAsciiGridHeader::IsGiven;
+    return header.nNumRows >= 1 && header.nNumCols >= 1 && header.dCellSize > 0.0 &&
+           isGiven(header.dCellSize) &&
+           ((isGiven(header.dXCentre) && isGiven(header.dYCentre)) ||
+            (isGiven(header.dXCorner) && isGiven(header.dYCorner))) &&
+           isGiven(header.dNoData);
+}
+
+void DeriveCorner(CAsciiGridHeader& header) noexcept
+{
+    const bool bCornerZero = header.dXCorner == 0.0 && header.dYCorner == 0.0;
+    const bool bCentreZero = header.dXCentre == 0.0 && header.dYCentre == 0.0;
+    if (!bCornerZero || bCentreZero)
+        return;
+    header.dXCorner = header.dXCentre - header.dCellSize * 0.5;
+    header.dYCorner = header.dYCentre - header.dCellSize * 0.5;
 }
 
 } // namespace
@@ -46,23 +51,16 @@ bool IsGiven(double d) noexcept
 bool CAsciiGridHeader::Read(CAsciiGridText& text)
 {
     std::string sLine;
-    while (text.GetLine(sLine))
-    {
-        if (sLine.empty())
-            continue;
-        if (!AddLine(sLine))
+    while (!bComplete && text.GetLine(sLine))
+        if (!TakeLine(sLine))
             return false;
-        if (IsComplete())
-        {
-            DeriveCorner();
-            return true;
-        }
-    }
-    return false;
+    return bComplete;
 }
 
-bool CAsciiGridHeader::AddLine(std::string& sLine)
+bool CAsciiGridHeader::TakeLine(std::string sLine)
 {
+    if (sLine.empty())
+        return true;
     zor::StringTrimBoth(sLine);
     const std::size_t nSpace = sLine.find(' ');
     if (nSpace == std::string::npos)
@@ -70,41 +68,12 @@ bool CAsciiGridHeader::AddLine(std::string& sLine)
     std::string sValue = sLine.substr(nSpace + 1);
     zor::StringTrimBoth(sValue);
     sLine.resize(nSpace);
-    return Set(sLine, sValue);
-}
-
-bool CAsciiGridHeader::Set(const std::string& sKey, const std::string& sValue)
-{
-    for (const CKey<std::int32_t>& key : c_aCountKeys)
-    {
-        if (!key.Is(sKey))
-            continue;
-        this->*key.m_pField = SaturateToInt32(std::int64_t{zor::LongDaStringNullZero(sValue)});
-        return true;
-    }
-    for (const CKey<double>& key : c_aNumberKeys)
-    {
-        if (!key.Is(sKey))
-            continue;
-        this->*key.m_pField = zor::DoubleDaString(sValue);
-        return true;
-    }
-    return false;
-}
-
-bool CAsciiGridHeader::IsComplete() const noexcept
-{
-    return m_nNumRows >= 1 && m_nNumCols >= 1 && m_dCellSize > 0.0 && IsGiven(m_dCellSize) &&
-           ((IsGiven(m_dXCentre) && IsGiven(m_dYCentre)) || (IsGiven(m_dXCorner) && IsGiven(m_dYCorner))) &&
-           IsGiven(m_dNoData);
-}
-
-void CAsciiGridHeader::DeriveCorner() noexcept
-{
-    const bool bCornerZero = m_dXCorner == 0.0 && m_dYCorner == 0.0;
-    const bool bCentreZero = m_dXCentre == 0.0 && m_dYCentre == 0.0;
-    if (!bCornerZero || bCentreZero)
-        return;
-    m_dXCorner = m_dXCentre - m_dCellSize * 0.5;
-    m_dYCorner = m_dYCentre - m_dCellSize * 0.5;
+    const enumAsciiGridKey eKey = FindTakenAsciiGridKey(sLine);
+    if (eKey == AsciiGridKey_None)
+        return false;
+    Set(*this, eKey, sValue);
+    bComplete = HasAll(*this);
+    if (bComplete)
+        DeriveCorner(*this);
+    return true;
 }

@@ -1,33 +1,15 @@
 #include <formats/CPlyHeader.h>
 
+#include <formats/CByteReader.h>
+#include <formats/CPlyLines.h>
+#include <formats/CPlyMeaning.h>
+#include <formats/Compact.h>
 #include <zor0lang/LongDaStringNullZero.h>
 
 #include <algorithm>
-#include <limits>
-#include <string_view>
 
 namespace
 {
-
-/// Longest line, its line feed included; a longer one counts as several lines.
-constexpr std::size_t c_nMaxLine = 511;
-
-struct CScalarType
-{
-    std::string_view m_sName;
-    std::size_t m_nSize;
-};
-
-/// In the order in which they are tried.
-constexpr CScalarType c_aScalarTypes[] = {{"char", 1}, {"uchar", 1}, {"short", 2}, {"ushort", 2},
-                                          {"int", 4},  {"uint", 4},  {"float", 4}, {"double", 8}};
-constexpr std::uint8_t c_nNumScalarTypes = 8;
-
-/// In the order of their roles, which start at 1. The line feed is part of the name: a blank behind it
-/// makes another name.
-constexpr std::string_view c_asRoleNames[] = {"x\n", "y\n", "z\n", "red\n", "green\n", "blue\n"};
-
-constexpr std::string_view c_sListPrefix = "list uchar ";
 
 bool StartsWith(std::string_view sText, std::string_view sPrefix)
 {
@@ -41,140 +23,207 @@ std::string_view BehindBlank(std::string_view sText)
     return nBlank == std::string_view::npos ? std::string_view() : sText.substr(nBlank + 1);
 }
 
-/// KEPT: types are told by the start of their name, in the order of the table, so that "int8" is an "int"
-/// of four bytes and "float64" a "float" of four.
-///
-/// @param sType  type and name of the property; its type is taken off, except what follows the prefix.
-/// @return the type's code; 0 when it is none of them, and nothing is taken off.
-std::uint8_t TakeType(std::string_view& sType)
+/// The text behind the last blank; all of it when there is none.
+std::string_view BehindLastBlank(std::string_view sText)
 {
-    const bool bList = StartsWith(sType, c_sListPrefix);
-    const std::string_view sScalar = bList ? sType.substr(c_sListPrefix.size()) : sType;
-    for (std::uint8_t i = 0; i < c_nNumScalarTypes; ++i)
+    return sText.substr(sText.rfind(' ') + 1);
+}
+
+/// Takes the start of a list with a one-byte count off a property. @return false when it is none.
+bool TakeList(std::string_view& sText)
+{
+    for (const std::string_view sPart :
+         {std::string_view("list "), c_plyByteType.sName, std::string_view(" ")})
     {
-        if (!StartsWith(sScalar, c_aScalarTypes[i].m_sName))
-            continue;
-        sType = sScalar.substr(c_aScalarTypes[i].m_sName.size());
-        return static_cast<std::uint8_t>(i + 1 + (bList ? c_nNumScalarTypes : 0));
+        if (!StartsWith(sText, sPart))
+            return false;
+        sText.remove_prefix(sPart.size());
     }
-    return 0;
+    return true;
 }
 
-enumPlyRole RoleDaName(std::string_view sName)
+/// @param sText  type and name of the property; its type is taken off, except what follows the prefix.
+/// @return the type's code; 0 when it is none of them, and nothing is taken off.
+std::uint8_t TakeType(std::string_view& sText)
 {
-    const auto* const pFound = std::find(std::begin(c_asRoleNames), std::end(c_asRoleNames), sName);
-    if (pFound == std::end(c_asRoleNames))
+    std::string_view sScalar = sText;
+    const bool bList = TakeList(sScalar);
+    const CPlyType* const pType = FindTakenPlyType(bList ? sScalar : sText);
+    if (pType == nullptr)
+        return 0;
+    sText = (bList ? sScalar : sText).substr(pType->sName.size());
+    return static_cast<std::uint8_t>(pType - c_aPlyTypes.data() + 1 + (bList ? c_nNumTakenPlyTypes : 0));
+}
+
+/// @param sName  the rest of the line. Its line feed is part of the name: a blank before it makes another
+/// one.
+enumPlyRole RoleFromName(std::string_view sName)
+{
+    if (sName.empty() || sName.back() != '\n')
         return PlyRole_None;
-    return static_cast<enumPlyRole>(pFound - std::begin(c_asRoleNames) + 1);
+    sName.remove_suffix(1);
+    const auto* const pFound = std::find(c_asPlyRoleNames.begin(), c_asPlyRoleNames.end(), sName);
+    if (pFound == c_asPlyRoleNames.end())
+        return PlyRole_None;
+    return static_cast<enumPlyRole>(pFound - c_asPlyRoleNames.begin() + PlyRole_X);
 }
 
-/// @return the integer at the start of `sText`, the nearest int32 where it is out of range.
-std::int32_t CountDaText(std::string_view sText)
+std::string FindFormatCause(std::string_view sPiece)
 {
-    const long n = zor::LongDaStringNullZero(std::string(sText));
-    return static_cast<std::int32_t>(std::clamp<long>(n, std::numeric_limits<std::int32_t>::min(),
-                                                      std::numeric_limits<std::int32_t>::max()));
+    if (StartsWith(sPiece, "format ascii"))
+        return "ASCII PLY is not supported, only binary little-endian";
+    if (StartsWith(sPiece, "format binary_big_endian"))
+        return "big-endian PLY is not supported, only binary little-endian";
+    return "its second line is not 'format binary_little_endian 1.0'";
 }
 
 } // namespace
 
-std::size_t CPlyProperty::GetSize() const noexcept
+bool CPlyHeader::Read(CByteReader& reader, CPlyMeaning* pMeaning)
 {
-    return c_aScalarTypes[(m_ucType - 1) % c_nNumScalarTypes].m_nSize;
-}
-
-/// Reads the next line, or the next part of a long one, into m_sLine.
-/// @return false at the end of the file.
-bool CPlyHeader::ReadLine(std::FILE* pFile)
-{
-    m_sLine.clear();
-    int c = 0;
-    while (m_sLine.size() < c_nMaxLine && c != '\n' && (c = std::getc(pFile)) != EOF)
+    CPlyLines lines(reader);
+    bool bTaken = true; // more pieces are wanted for the library's reading
+    bool bMeant = pMeaning != nullptr;
+    while ((bTaken || bMeant) && m_eState != State_End && lines.ReadPiece())
     {
-        ++m_nDataOffset;
-        m_sLine.push_back(static_cast<char>(c));
-        if (c != '\r')
-            continue;
-        // Carriage return and line feed make one line feed; a carriage return alone is a character.
-        c = std::getc(pFile);
-        if (c == '\n')
-        {
-            ++m_nDataOffset;
-            m_sLine.back() = '\n';
-        }
-        else
-        {
-            static_cast<void>(std::ungetc(c, pFile)); // of EOF it does nothing
-        }
+        bTaken = bTaken && TakePiece(lines.GetPiece());
+        if (bMeant && (lines.IsLineEnd() || lines.IsTooLong()))
+            bMeant = pMeaning->TakeLine(lines);
+        m_nDataOffset = lines.GetPos();
     }
-    const bool bRead = !m_sLine.empty();
-    m_sLine.resize(std::min(m_sLine.size(), m_sLine.find('\0')));
-    return bRead;
+    // KEPT: a header that the end of the file cuts off is taken as far as it goes
+    // (EndOfFile_DropsTheOpenElement_Kept, Read_CutOffHeaderWithNothingToReadSucceeds_Kept).
+    return m_eState >= State_Inside;
 }
 
-bool CPlyHeader::ReadMagic(std::FILE* pFile)
+bool CPlyHeader::TakePiece(const std::string& sPiece)
 {
-    return ReadLine(pFile) && m_sLine == "ply\n" && ReadLine(pFile) &&
-           m_sLine == "format binary_little_endian 1.0\n";
-}
-
-bool CPlyHeader::Read(std::FILE* pFile)
-{
-    if (!ReadMagic(pFile))
-        return false;
-    while (ReadLine(pFile))
+    if (m_eState == State_First)
     {
-        if (StartsWith(m_sLine, "element "))
-        {
-            OpenElement();
-        }
-        else if (StartsWith(m_sLine, "property "))
-        {
-            AddProperty();
-        }
-        else if (m_sLine == "end_header\n")
-        {
-            CompleteElement();
-            return true;
-        }
+        if (sPiece != c_sPlyFirstLine)
+            return false;
+        m_eState = State_Format;
     }
-    // KEPT: a header that the end of the file cuts off is taken as far as it goes.
+    else if (m_eState == State_Format)
+    {
+        m_sFormat = sPiece;
+        if (sPiece != c_sPlyFormatLine)
+            return false;
+        m_eState = State_Inside;
+    }
+    else if (StartsWith(sPiece, "element "))
+    {
+        OpenElement(sPiece);
+    }
+    else if (StartsWith(sPiece, "property "))
+    {
+        AddProperty(sPiece);
+    }
+    else if (sPiece == "end_header\n")
+    {
+        CompleteElement();
+        m_eState = State_End;
+    }
     return true;
 }
 
 /// Completes the open element and opens the one that the line announces.
-void CPlyHeader::OpenElement()
+void CPlyHeader::OpenElement(std::string_view sPiece)
 {
     CompleteElement();
-    const std::string_view sLine = m_sLine;
-    if (StartsWith(BehindBlank(sLine), "vertex "))
-        m_open.m_bVertex = true;
-    m_open.m_nCount = CountDaText(sLine.substr(sLine.rfind(' ') + 1)); // "element " has a blank
+    const std::string_view sText = BehindBlank(sPiece);
+    if (StartsWith(sText, "vertex "))
+        m_open.bVertex = true;
+    m_open.nAnnounced = zor::LongDaStringNullZero(std::string(BehindLastBlank(sPiece)));
+    m_open.nCount = SaturateToInt32(m_open.nAnnounced);
+    m_open.nText = m_sTexts.size();
+    m_open.nTextSize = static_cast<std::uint16_t>(sText.size());
+    m_sTexts += sText;
 }
 
 /// Appends the open element to the list when it has items; its properties go with it, or away.
 void CPlyHeader::CompleteElement()
 {
-    if (m_open.m_nCount > 0)
+    if (m_open.nCount > 0)
     {
-        m_open.m_nNumProps = m_vecProps.size() - m_open.m_nFirstProp;
+        m_open.nNumProps = m_vecProps.size() - m_open.nFirstProp;
         m_vecElements.push_back(m_open);
-        m_open.m_nFirstProp = m_vecProps.size();
-        // KEPT: the vertex mark is cleared only here. An element without items leaves it behind, so that
-        // the element after an empty vertex element is taken for the vertices.
-        m_open.m_bVertex = false;
+        m_open.nFirstProp = m_vecProps.size();
+        // KEPT: the vertex mark is cleared only here. An element without items leaves it behind, so that the
+        // element after an empty vertex element is taken for the vertices
+        // (Element_AfterEmptyVertexIsVertex_Kept, FacesBehindNoVertices_Fail_Kept).
+        m_open.bVertex = false;
     }
     else
     {
-        m_vecProps.resize(m_open.m_nFirstProp);
+        m_vecProps.resize(m_open.nFirstProp);
+        m_sTexts.resize(m_open.nText);
     }
 }
 
-void CPlyHeader::AddProperty()
+void CPlyHeader::AddProperty(std::string_view sPiece)
 {
-    std::string_view sRest = BehindBlank(m_sLine);
+    std::string_view sRest = BehindBlank(sPiece);
     CPlyProperty prop;
-    prop.m_ucType = TakeType(sRest);
-    prop.m_eRole = RoleDaName(BehindBlank(sRest));
+    prop.nText = m_sTexts.size();
+    prop.nTextSize = static_cast<std::uint16_t>(sRest.size());
+    m_sTexts += sRest;
+    prop.ucType = TakeType(sRest);
+    prop.eRole = RoleFromName(BehindBlank(sRest));
     m_vecProps.push_back(prop);
+}
+
+/// As written, without the line feed.
+std::string_view CPlyHeader::GetText(std::size_t nText, std::size_t nSize) const
+{
+    const std::string_view sText = std::string_view(m_sTexts).substr(nText, nSize);
+    return sText.substr(0, sText.find('\n'));
+}
+
+std::string_view CPlyHeader::GetName(const CPlyElement& element) const
+{
+    const std::string_view sText = GetText(element.nText, element.nTextSize);
+    return sText.substr(0, sText.find(' '));
+}
+
+const CPlyElement* CPlyHeader::FindVertices() const
+{
+    const auto found = std::find_if(m_vecElements.begin(), m_vecElements.end(),
+                                    [](const CPlyElement& element) { return element.bVertex; });
+    return found == m_vecElements.end() ? nullptr : &*found;
+}
+
+std::string CPlyHeader::FindCause() const
+{
+    if (m_eState == State_First)
+        return "not a PLY file";
+    if (m_eState == State_Format)
+        return FindFormatCause(m_sFormat);
+    if (m_eState != State_End)
+        return "its header has no end, 'end_header' is missing";
+    return m_vecElements.empty() ? "no element holds anything, every count is 0" : "";
+}
+
+std::string CPlyHeader::FindCause(const CPlyElement& element) const
+{
+    const CPlyProperty* const pProps = GetProperties(element);
+    const CPlyProperty* const pEnd = pProps + element.nNumProps;
+    std::string sMissing;
+    for (std::size_t i = 0; element.bVertex && i < c_nNumPlyCoords; ++i)
+        if (std::none_of(pProps, pEnd,
+                         [&](const CPlyProperty& prop)
+                         { return prop.eRole == PlyRole_X + static_cast<int>(i); }))
+            sMissing += (sMissing.empty() ? "" : ", ") + std::string(c_asPlyRoleNames[i]);
+    const std::string sName(GetName(element));
+    if (!sMissing.empty())
+        return (sName == "vertex" ? "its vertices have no "
+                                  : "its element " + sName + " is taken for the vertices and has no ") +
+               sMissing;
+    const CPlyProperty* const pOther =
+        std::find_if(pProps, pEnd, [](const CPlyProperty& prop) { return !prop.IsReadable(); });
+    if (pOther == pEnd)
+        return {};
+    const std::string sText(GetText(pOther->nText, pOther->nTextSize));
+    return "property type not supported: '" + sText.substr(0, sText.rfind(' ')) + "' of " +
+           std::string(BehindLastBlank(sText)) + " in element " + sName;
 }

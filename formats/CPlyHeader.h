@@ -1,53 +1,49 @@
 #ifndef FORMATS_CPLYHEADER_H
 #define FORMATS_CPLYHEADER_H
 
+#include <formats/PlyTypes.h>
+
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <string>
+#include <string_view>
 #include <vector>
 
-/// What a vertex property means to the reader, by its name.
-enum enumPlyRole : std::uint8_t
-{
-    PlyRole_None = 0, ///< read and ignored
-    PlyRole_X = 1,
-    PlyRole_Y = 2,
-    PlyRole_Z = 3,
-    PlyRole_Red = 4,
-    PlyRole_Green = 5,
-    PlyRole_Blue = 6,
-};
+class CByteReader;
+class CPlyMeaning;
 
-/// A property of an element: role and type. The types are 1 to 8 for char, uchar, short, ushort, int, uint,
-/// float and double, 9 to 16 for lists of them with a one-byte count, 0 for any other.
-class CPlyProperty
+/// A property of an element as the library takes it: role and type. The types are 1 to 8 for those of
+/// c_aPlyTypes, 9 to 16 for lists of them with a one-byte count, 0 for any other.
+struct CPlyProperty
 {
-public:
-    /// Bytes of the largest value.
-    static constexpr std::size_t c_nMaxSize = 8;
-
-    bool IsReadable() const noexcept { return m_ucType != 0; }
-    bool IsList() const noexcept { return m_ucType > 8; }
+    bool IsReadable() const noexcept { return ucType != 0; }
+    bool IsList() const noexcept { return ucType > c_nNumTakenPlyTypes; }
 
     /// Bytes of the value, of a list those of one of its entries. REQUIRES: IsReadable().
-    std::size_t GetSize() const noexcept;
+    std::size_t GetSize() const noexcept
+    {
+        return c_aPlyTypes[(ucType - std::size_t{1}) % c_nNumTakenPlyTypes].nSize;
+    }
 
-    enumPlyRole m_eRole = PlyRole_None;
-    std::uint8_t m_ucType = 0;
+    enumPlyRole eRole = PlyRole_None;
+    std::uint8_t ucType = 0;
+    std::uint16_t nTextSize = 0; ///< of its type and name as written, see CPlyHeader::GetText
+    std::size_t nText = 0;
 };
 
 /// A group of items of one layout: the vertices, the faces and so on.
-class CPlyElement
+struct CPlyElement
 {
-public:
-    bool m_bVertex = false;       ///< the items are the points
-    std::int32_t m_nCount = 0;    ///< number of items, above 0 in a list of elements
-    std::size_t m_nFirstProp = 0; ///< its properties are a run of the header's
-    std::size_t m_nNumProps = 0;
+    bool bVertex = false;        ///< the items are the points
+    std::int32_t nCount = 0;     ///< number of items, above 0 in a list of elements
+    std::int64_t nAnnounced = 0; ///< the same before it was cut to 32 bits
+    std::size_t nFirstProp = 0;  ///< its properties are a run of the header's
+    std::size_t nNumProps = 0;
+    std::uint16_t nTextSize = 0; ///< of its name and count as written, see CPlyHeader::GetName
+    std::size_t nText = 0;
 };
 
-/// The header of a binary little-endian PLY file. Fill it with `Read`, then ask.
+/// The header of a PLY file as the library takes it: binary, little-endian. Fill it with `Read`, then ask.
 ///
 /// It takes a few times the header's own bytes of memory: nothing in it is sized by a number that the file
 /// merely states.
@@ -56,35 +52,60 @@ class CPlyHeader
 public:
     /// Reads the header.
     ///
-    /// @param pFile  a binary stream at its start; not null. It is left somewhere behind the header.
+    /// @param reader    at the start of the file. It is left somewhere behind the header.
+    /// @param pMeaning  receives the same header as it is meant, also where the library refuses it; or null.
     /// @return false when the file is not a binary little-endian PLY of version 1.0. A header that ends
     ///         with the file is no failure: the element that it was in is dropped.
-    bool Read(std::FILE* pFile);
+    bool Read(CByteReader& reader, CPlyMeaning* pMeaning = nullptr);
 
     /// The elements of positive count, in their order.
     const std::vector<CPlyElement>& GetElements() const noexcept { return m_vecElements; }
 
-    /// The properties of `element`, which is one of `GetElements`, in their order: `m_nNumProps` of them.
+    /// The properties of `element`, which is one of `GetElements`, in their order: `nNumProps` of them.
     const CPlyProperty* GetProperties(const CPlyElement& element) const noexcept
     {
-        return m_vecProps.data() + element.m_nFirstProp;
+        return m_vecProps.data() + element.nFirstProp;
     }
 
     /// Position of the first byte behind the header, as the bytes of the file count.
-    long GetDataOffset() const noexcept { return m_nDataOffset; }
+    std::int64_t GetDataOffset() const noexcept { return m_nDataOffset; }
+
+    /// The name of one of `GetElements`, as written.
+    std::string_view GetName(const CPlyElement& element) const;
+
+    /// @return the element whose items become points first; null when there is none.
+    const CPlyElement* FindVertices() const;
+
+    /// @return why the library refuses the header, one line without a full stop; empty: it does not. A header
+    ///         without an end is a cause too, though the library takes the elements that stand whole in it.
+    std::string FindCause() const;
+
+    /// @return why the library gives up at one of `GetElements`, likewise.
+    std::string FindCause(const CPlyElement& element) const;
 
 private:
-    bool ReadLine(std::FILE* pFile);
-    bool ReadMagic(std::FILE* pFile);
-    void OpenElement();
-    void CompleteElement();
-    void AddProperty();
+    enum enumState : std::uint8_t
+    {
+        State_First,  ///< line 0 is to come, and when all is read, was wrong
+        State_Format, ///< the same of line 1
+        State_Inside,
+        State_End,
+    };
 
-    std::string m_sLine; // the line read last, its line end as a line feed, nothing from a zero byte on
-    long m_nDataOffset = 0;
+    /// @return false when no more lines are wanted.
+    bool TakePiece(const std::string& sPiece);
+    void OpenElement(std::string_view sPiece);
+    void CompleteElement();
+    void AddProperty(std::string_view sPiece);
+    std::string_view GetText(std::size_t nText, std::size_t nSize) const;
+
+    enumState m_eState = State_First;
+    std::string m_sFormat; // line 1 where it is refused
+    std::int64_t m_nDataOffset = 0;
     CPlyElement m_open; // the element that properties go to
     std::vector<CPlyElement> m_vecElements;
     std::vector<CPlyProperty> m_vecProps; // those of m_vecElements one after the other, then the open ones
+    std::string m_sTexts;                 // of all of them as written
 };
 
 #endif

@@ -19,6 +19,8 @@ public:
             m_nSize = static_cast<std::int64_t>(ftello(m_pFile.get()));
     }
 
+    bool IsOpen() const noexcept { return m_pFile != nullptr; }
+
     std::int64_t GetSize() const noexcept { return m_nSize; }
 
     /// Reads the `nNum` values that stand at `nPos`.
@@ -40,6 +42,13 @@ public:
     bool ReadAt(std::int64_t nPos, T& value)
     {
         return ReadAt(nPos, &value, 1);
+    }
+
+    /// The file for another reader, which may move its position; null when it could not be opened. Not owned.
+    std::FILE* GetStream() noexcept
+    {
+        m_nPos = c_nNowhere;
+        return m_pFile.get();
     }
 
 private:

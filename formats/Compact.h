@@ -8,14 +8,6 @@
 /// Compact units per coordinate unit.
 constexpr double c_dCompactScale = 10000.0;
 
-/// The rare side of the conversion below: the nearest int32, 0 for not-a-number.
-[[gnu::cold]] [[gnu::noinline]] inline std::int32_t SaturateFarOut(double d) noexcept
-{
-    if (d > 0.0)
-        return std::numeric_limits<std::int32_t>::max();
-    return d < 0.0 ? std::numeric_limits<std::int32_t>::min() : 0;
-}
-
 /// @return whether the number, truncated, is an int32; false for not-a-number.
 inline bool FitsInt32(double d) noexcept
 {
@@ -25,9 +17,11 @@ inline bool FitsInt32(double d) noexcept
 /// double → int32: truncates toward zero, saturates out of range, 0 for not-a-number.
 inline std::int32_t SaturateToInt32(double d) noexcept
 {
-    if (!FitsInt32(d))
-        return SaturateFarOut(d);
-    return static_cast<std::int32_t>(d);
+    if (FitsInt32(d))
+        return static_cast<std::int32_t>(d);
+    if (d > 0.0)
+        return std::numeric_limits<std::int32_t>::max();
+    return d < 0.0 ? std::numeric_limits<std::int32_t>::min() : 0;
 }
 
 /// int64 → int32, saturating.
@@ -58,13 +52,13 @@ inline double CompactUnits(double d, float fOrg) noexcept
 }
 
 /// Coordinate → compact offset from the origin.
-inline std::int32_t CompactDaCoord(double d, float fOrg) noexcept
+inline std::int32_t CompactFromCoord(double d, float fOrg) noexcept
 {
     return SaturateToInt32(CompactUnits(d, fOrg));
 }
 
 /// Compact offset from the origin → coordinate.
-inline double CoordDaCompact(std::int32_t n, float fOrg) noexcept
+inline double CoordFromCompact(std::int32_t n, float fOrg) noexcept
 {
     return static_cast<double>(n) / c_dCompactScale + static_cast<double>(fOrg);
 }

@@ -22,7 +22,7 @@ inline std::int32_t GetCoord(const T& pnt) noexcept
 
 #if defined(__SSE2__)
 
-/// One coordinate of four records of 12 bytes, which are three vectors.
+/// @return one coordinate of four records of 12 bytes, which are three vectors.
 template <int Axis>
 inline __m128i GatherCoords(const CTruncPnt* pPnts) noexcept
 {
@@ -42,7 +42,7 @@ inline __m128i GatherCoords(const CTruncPnt* pPnts) noexcept
             _mm_shuffle_ps(_mm_shuffle_ps(v0, v1, _MM_SHUFFLE(1, 1, 2, 2)), v2, _MM_SHUFFLE(3, 0, 2, 0)));
 }
 
-/// One coordinate of four records of 16 bytes, a vector each.
+/// @return one coordinate of four records of 16 bytes, a vector each.
 template <int Axis>
 inline __m128i GatherCoords(const CTruncPnt_Color* pPnts) noexcept
 {

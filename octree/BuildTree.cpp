@@ -15,8 +15,8 @@ namespace
 
 constexpr std::int32_t c_nMaxLeafAlways = 10;     // a child of so many points is always a leaf
 constexpr std::int32_t c_nMinSplitAlways = 1000;  // from here on a child is divided whatever its size
-constexpr std::int64_t c_nMaxEdgeOfLeaves = 1000; // a smaller parent's children are leaves below that
-constexpr std::int32_t c_nMinTail = 1000;         // equal records at the end that are worth a thought
+constexpr std::int64_t c_nMaxEdgeOfLeaves = 1000; // a parent no larger has leaves of up to 999 points
+constexpr std::int32_t c_nMinTail = 1000;         // fewer equal records at the end are no tail
 
 constexpr std::int64_t c_nMinInt32 = std::numeric_limits<std::int32_t>::min();
 constexpr std::int64_t c_nMaxInt32 = std::numeric_limits<std::int32_t>::max();
@@ -47,7 +47,7 @@ private:
 };
 
 /// @return the first of the equal records that the array ends with: slots that a file announced and never
-///         filled. The number of records where they are too few to matter.
+///         filled. `nNumPnts`, for no tail, where they are too few to matter.
 template <class T>
 std::int32_t FindTail(const T* pPnts, std::int32_t nNumPnts) noexcept
 {
@@ -80,9 +80,10 @@ void CalcBox(const T* pPnts, std::int32_t nNumPnts, COcTreeIndex& tree) noexcept
 
 /// Builds the nodes of one tree. `m_pPnts` is the whole array: runs are given by their indices in it.
 ///
-/// Equal records at the end of a run, the tail, stay together and at the end of their run at every level:
-/// above the plane they are not moved, and below it all records above it pass over them. So they are
-/// moved as a whole, and a tail of any length costs no more than the other records do.
+/// Equal records at the end of a run, the tail, stay together and at the end of their run at every level: a
+/// tail above the splitting plane is not moved, and a tail below it changes places with all records above the
+/// plane. So the tail is moved as a whole, and a tail of any length costs no more than the other
+/// records of the run do.
 template <class T>
 class CTreeBuilder
 {
@@ -99,16 +100,16 @@ public:
 
 private:
     /// Ends of the octants' runs: octant k reaches from bounds[k] to bounds[k + 1].
-    using COctantBounds = std::array<std::int32_t, 9>;
+    using TOctantBounds = std::array<std::int32_t, 9>;
 
-    COctantBounds PartitionOctants(const COcTreeCube& cube, std::int32_t nFirst,
+    TOctantBounds PartitionOctants(const COcTreeCube& cube, std::int32_t nFirst,
                                    std::int32_t nNumPnts) noexcept;
     template <int Axis>
     std::int32_t PartitionRun(std::int32_t nFirst, std::int32_t nEnd, std::int64_t nPlane) noexcept;
     template <int Axis>
     std::int32_t PartitionWithTail(std::int32_t nFirst, std::int32_t nPlane) noexcept;
     std::int32_t MoveTail(std::int32_t nUpper) noexcept;
-    void AddChildren(COcTreeNode& node, const COctantBounds& bounds, std::int32_t nDepth, std::int64_t nEdge);
+    void AddChildren(COcTreeNode& node, const TOctantBounds& bounds, std::int32_t nDepth, std::int64_t nEdge);
 
     static constexpr std::int32_t c_nNoTail = -1; // no run ends there
 
@@ -164,24 +165,24 @@ std::int32_t CTreeBuilder<T>::MoveTail(std::int32_t nUpper) noexcept
 }
 
 template <class T>
-typename CTreeBuilder<T>::COctantBounds CTreeBuilder<T>::PartitionOctants(const COcTreeCube& cube,
+typename CTreeBuilder<T>::TOctantBounds CTreeBuilder<T>::PartitionOctants(const COcTreeCube& cube,
                                                                           std::int32_t nFirst,
                                                                           std::int32_t nNumPnts) noexcept
 {
-    COctantBounds bounds{};
+    TOctantBounds bounds{};
     bounds[0] = nFirst;
     bounds[8] = nFirst + nNumPnts;
-    bounds[4] = PartitionRun<0>(bounds[0], bounds[8], cube.m_nX);
+    bounds[4] = PartitionRun<0>(bounds[0], bounds[8], cube.nX);
     for (const std::size_t i : {0U, 4U})
-        bounds[i + 2] = PartitionRun<1>(bounds[i], bounds[i + 4], cube.m_nY);
+        bounds[i + 2] = PartitionRun<1>(bounds[i], bounds[i + 4], cube.nY);
     for (const std::size_t i : {0U, 2U, 4U, 6U})
-        bounds[i + 1] = PartitionRun<2>(bounds[i], bounds[i + 2], cube.m_nZ);
+        bounds[i + 1] = PartitionRun<2>(bounds[i], bounds[i + 2], cube.nZ);
     return bounds;
 }
 
 /// Makes the node's children block and fills its leaves; inner children are left without children.
 template <class T>
-void CTreeBuilder<T>::AddChildren(COcTreeNode& node, const COctantBounds& bounds, std::int32_t nDepth,
+void CTreeBuilder<T>::AddChildren(COcTreeNode& node, const TOctantBounds& bounds, std::int32_t nDepth,
                                   std::int64_t nEdge)
 {
     const std::int32_t nMaxLeaf = nDepth == c_nMaxDepth         ? std::numeric_limits<std::int32_t>::max()
@@ -211,13 +212,13 @@ void CTreeBuilder<T>::AddChildren(COcTreeNode& node, const COctantBounds& bounds
     }
 }
 
-// Bounded: a child of a node at depth c_nMaxDepth is a leaf.
+// L8: the recursion is bounded, since a child of a node at depth c_nMaxDepth is a leaf.
 template <class T>
 void CTreeBuilder<T>::BuildNode(COcTreeNode& node, std::int32_t nDepth, const COcTreeCube& cube,
                                 std::int32_t nFirst, std::int32_t nNumPnts)
 {
-    const COctantBounds bounds = PartitionOctants(cube, nFirst, nNumPnts);
-    AddChildren(node, bounds, nDepth, cube.m_nEdge);
+    const TOctantBounds bounds = PartitionOctants(cube, nFirst, nNumPnts);
+    AddChildren(node, bounds, nDepth, cube.nEdge);
     for (const COcTreeChild child : node.GetChildren())
     {
         if (child.IsLeaf())

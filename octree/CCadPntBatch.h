@@ -11,16 +11,16 @@
 
 /// The buffer of one query: gathers records and hands them to the host's listener batch by batch.
 ///
-/// KEPT: a record starts from its defaults at its first use and from what it held before at every later one.
-/// Records are made when they are first used, so that a query of few points with a large batch does
-/// not pay for the whole buffer.
+/// KEPT: a record starts from its defaults at its first use and from what it held before at every later one
+/// (Records_AreNotResetBetweenBatches_Kept). Records are made when they are first used, so that a query of
+/// few points with a large batch does not pay for the whole buffer.
 class CCadPntBatch
 {
 public:
     /// @param nBatch  records a batch; below 1 counts as 1. Throws std::bad_alloc.
     CCadPntBatch(IPntCldListener* pListener, std::int32_t nBatch)
         : m_pListener(pListener), m_nCapacity(nBatch < 1 ? 1 : nBatch),
-          m_pBytes(new Record[static_cast<std::size_t>(m_nCapacity)])
+          m_pBytes(new TRecord[static_cast<std::size_t>(m_nCapacity)])
     {
     }
 
@@ -55,7 +55,7 @@ public:
 
 private:
     static_assert(std::is_trivially_destructible_v<CCldCadPnt>, "records are dropped with their buffer");
-    using Record = std::aligned_storage_t<sizeof(CCldCadPnt), alignof(CCldCadPnt)>;
+    using TRecord = std::aligned_storage_t<sizeof(CCldCadPnt), alignof(CCldCadPnt)>;
 
     CCldCadPnt* GetRecord(std::int32_t n) noexcept
     {
@@ -66,7 +66,7 @@ private:
     std::int32_t m_nCapacity;
     std::int32_t m_nNumFilled = 0; // records gathered since the last hand-over
     std::int32_t m_nNumMade = 0;   // records constructed so far
-    std::unique_ptr<Record[]> m_pBytes;
+    std::unique_ptr<TRecord[]> m_pBytes;
 };
 
 #endif

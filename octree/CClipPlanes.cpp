@@ -1,7 +1,7 @@
 #include <octree/CClipPlanes.h>
 
 #include <formats/Compact.h>
-#include <octree/MaxDepth.h>
+#include <formats/MaxDepth.h>
 
 #include <cmath>
 
@@ -28,11 +28,11 @@ enumSide CClipPlane::ClassifyCube(const COcTreeCube& cube) const noexcept
     const std::int64_t nX = m_plane.a < 0.0 ? -nHalf : nHalf;
     const std::int64_t nY = m_plane.b < 0.0 ? -nHalf : nHalf;
     const std::int64_t nZ = m_plane.c < 0.0 ? -nHalf : nHalf;
-    if (!IsInFrontOf(static_cast<double>(cube.m_nX + nX), static_cast<double>(cube.m_nY + nY),
-                     static_cast<double>(cube.m_nZ + nZ)))
+    if (!IsInFrontOf(static_cast<double>(cube.nX + nX), static_cast<double>(cube.nY + nY),
+                     static_cast<double>(cube.nZ + nZ)))
         return enumSide::Inside;
-    if (IsInFrontOf(static_cast<double>(cube.m_nX - nX), static_cast<double>(cube.m_nY - nY),
-                    static_cast<double>(cube.m_nZ - nZ)))
+    if (IsInFrontOf(static_cast<double>(cube.nX - nX), static_cast<double>(cube.nY - nY),
+                    static_cast<double>(cube.nZ - nZ)))
         return enumSide::Outside;
     return enumSide::Straddling;
 }
@@ -43,9 +43,9 @@ enumSide CClipPlane::ClassifyByAllCorners(const COcTreeCube& cube) const noexcep
     int nNumInFront = 0;
     for (int k = 0; k < 8; ++k)
     {
-        const double x = static_cast<double>(cube.m_nX + ((k & 4) != 0 ? nHalf : -nHalf));
-        const double y = static_cast<double>(cube.m_nY + ((k & 2) != 0 ? nHalf : -nHalf));
-        const double z = static_cast<double>(cube.m_nZ + ((k & 1) != 0 ? nHalf : -nHalf));
+        const double x = static_cast<double>(cube.nX + ((k & 4) != 0 ? nHalf : -nHalf));
+        const double y = static_cast<double>(cube.nY + ((k & 2) != 0 ? nHalf : -nHalf));
+        const double z = static_cast<double>(cube.nZ + ((k & 1) != 0 ? nHalf : -nHalf));
         nNumInFront += IsInFrontOf(x, y, z) ? 1 : 0;
     }
     if (nNumInFront == 0)
@@ -57,7 +57,7 @@ CClipPlanes::CClipPlanes(const std::vector<zor::geom::PLANE_3D>& vecPlanes, floa
                          float fOrgZ)
 {
     m_vecPlanes.reserve(vecPlanes.size());
-    // All planes, and at the most all of them again for every level of the tree and its leaves.
+    // Room for all planes and, L8, at the most all of them again for every level of the tree and its leaves.
     m_vecStack.reserve(vecPlanes.size() * (c_nMaxDepth + 3));
     for (const zor::geom::PLANE_3D& plane : vecPlanes)
     {
@@ -69,7 +69,7 @@ CClipPlanes::CClipPlanes(const std::vector<zor::geom::PLANE_3D>& vecPlanes, floa
 CStraddling::CStraddling(CClipPlanes& stack, CPlaneRange planes, const COcTreeCube& cube)
     : m_stack(stack), m_nBegin(stack.m_vecStack.size())
 {
-    for (std::size_t i = planes.m_nBegin; i < planes.m_nEnd; ++i)
+    for (std::size_t i = planes.nBegin; i < planes.nEnd; ++i)
     {
         const std::uint32_t nPlane = stack.m_vecStack[i];
         const enumSide eSide = stack.m_vecPlanes[nPlane].ClassifyCube(cube);

@@ -12,8 +12,8 @@
 enum class enumSide
 {
     Inside,     ///< no corner is in front
-    Straddling, ///< some are
-    Outside     ///< all are
+    Straddling, ///< some corners are in front
+    Outside     ///< all corners are in front
 };
 
 /// A plane in the frame of a store: compact units, relative to the store's origin.
@@ -22,10 +22,10 @@ class CClipPlane
 public:
     CClipPlane(const zor::geom::PLANE_3D& plane, float fOrgX, float fOrgY, float fOrgZ) noexcept;
 
-    /// Does the plane keep a point away? Compact units.
+    /// @return whether a point lies in front of the plane, which keeps it away. Compact units.
     bool IsInFrontOf(double x, double y, double z) const noexcept { return m_plane.IsInFrontOf(x, y, z); }
 
-    /// The answer of the cube's eight corners.
+    /// @return how the cube lies to the plane, as its eight corners tell.
     enumSide ClassifyCube(const COcTreeCube& cube) const noexcept;
 
 private:
@@ -38,10 +38,10 @@ private:
 /// A part of the stack of planes: those that the current cube still has to be tested against.
 struct CPlaneRange
 {
-    std::size_t m_nBegin;
-    std::size_t m_nEnd;
+    std::size_t nBegin;
+    std::size_t nEnd;
 
-    bool IsEmpty() const noexcept { return m_nBegin == m_nEnd; }
+    bool IsEmpty() const noexcept { return nBegin == nEnd; }
 };
 
 /// The planes of one clipped query, and the stack on which a walk narrows them down.
@@ -63,7 +63,7 @@ public:
         const double x = static_cast<double>(pnt.m_nX);
         const double y = static_cast<double>(pnt.m_nY);
         const double z = static_cast<double>(pnt.m_nZ);
-        for (std::size_t i = planes.m_nBegin; i < planes.m_nEnd; ++i)
+        for (std::size_t i = planes.nBegin; i < planes.nEnd; ++i)
             if (m_vecPlanes[m_vecStack[i]].IsInFrontOf(x, y, z))
                 return true;
         return false;

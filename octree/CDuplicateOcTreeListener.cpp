@@ -58,8 +58,9 @@ void CDuplicateOcTreeListener<T>::FindByPairs()
     }
 }
 
-/// Open addressing, at most half full: linear in the size of the leaf, memory in the number of its places.
-/// Long runs of one place, slots that were announced and never filled, are not looked up.
+/// The hash table uses open addressing and is at most half full: time grows with the points of the leaf,
+/// memory with their places. A point at the place of the one before it, as slots announced and never filled
+/// are, needs no look into the table.
 template <class T>
 void CDuplicateOcTreeListener<T>::FindByHash()
 {

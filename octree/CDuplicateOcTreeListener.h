@@ -10,14 +10,15 @@
 /// Visitor that marks duplicates deleted: of the points of one leaf that share x and y, all but the
 /// first.
 ///
-/// KEPT: heights are not compared, and points of different leaves never meet.
+/// KEPT: heights are not compared, and points of different leaves never meet
+/// (SamePlace_FirstStaysWhateverTheHeight_Kept, SamePlaceInTwoLeaves_BothStay_Kept).
 template <class T>
 class CDuplicateOcTreeListener final : public IOcTreeListener<T>
 {
 public:
     explicit CDuplicateOcTreeListener(COcTreeData<T>& store) : m_store(store) {}
 
-    /// The points of a leaf are a run of the array: its first one and their number say them all.
+    /// L1: the points of a leaf are one run of the array, so that its first point and its length are enough.
     void OnPnt(std::int32_t nIndex) override
     {
         if (m_nCount++ == 0)

@@ -50,10 +50,10 @@ private:
 class COcTreeChildren
 {
 public:
-    class Iterator
+    class CIterator
     {
     public:
-        Iterator(unsigned nExist, unsigned nLeaf, unsigned char* pRecord)
+        CIterator(unsigned nExist, unsigned nLeaf, unsigned char* pRecord)
             : m_nExist(nExist), m_nLeaf(nLeaf), m_pRecord(pRecord)
         {
         }
@@ -64,14 +64,14 @@ public:
             return COcTreeChild(nOctant, ((m_nLeaf >> nOctant) & 1U) != 0, m_pRecord);
         }
 
-        Iterator& operator++() noexcept
+        CIterator& operator++() noexcept
         {
             m_pRecord += (**this).IsLeaf() ? c_nLeafSize : c_nNodeSize;
             m_nExist &= m_nExist - 1U;
             return *this;
         }
 
-        bool operator!=(const Iterator& other) const noexcept { return m_nExist != other.m_nExist; }
+        bool operator!=(const CIterator& other) const noexcept { return m_nExist != other.m_nExist; }
 
     private:
         unsigned m_nExist; // octants still to come
@@ -81,8 +81,8 @@ public:
 
     explicit COcTreeChildren(const COcTreeNode& node) : m_node(node) {}
 
-    Iterator begin() const noexcept { return {m_node.m_ucExist, m_node.m_ucLeaf, m_node.m_pChildren}; }
-    Iterator end() const noexcept { return {0U, 0U, nullptr}; }
+    CIterator begin() const noexcept { return {m_node.m_ucExist, m_node.m_ucLeaf, m_node.m_pChildren}; }
+    CIterator end() const noexcept { return {0U, 0U, nullptr}; }
 
     /// The child in the highest present octant. REQUIRES: a child.
     COcTreeChild GetLast() const noexcept
@@ -97,7 +97,7 @@ public:
     const COcTreeLeaf& GetFirstLeaf() const noexcept
     {
         const unsigned nLeaves = static_cast<unsigned>(m_node.m_ucExist) & m_node.m_ucLeaf;
-        const unsigned nBelow = (nLeaves & (0U - nLeaves)) - 1U; // octants that come before it: inner nodes
+        const unsigned nBelow = (nLeaves & (0U - nLeaves)) - 1U; // octants before the leaf: inner nodes
         unsigned char* const pRecord =
             m_node.m_pChildren +
             CountBits(static_cast<int>(m_node.m_ucExist & nBelow)) * std::size_t{c_nNodeSize};
@@ -134,7 +134,8 @@ public:
     }
 
 private:
-    /// Bits set of eight, without the call that the compiler makes of it for the oldest processors.
+    /// @return how many of eight bits are set, without the call that the compiler makes of the builtin for
+    /// the oldest processors.
     static unsigned CountBits(int nMask) noexcept
     {
         unsigned n = static_cast<unsigned>(nMask) & 0xFFU;

@@ -34,7 +34,8 @@ bool COcTreeData<T>::GetBdry(zor::geom::RECT_3D& rect) const noexcept
     const auto calcCoord = [](std::int64_t nCentre, std::int64_t nOffset, float fOrg)
     { return static_cast<double>(nCentre + nOffset) / c_dCompactScale + static_cast<double>(fOrg); };
     const COcTreeIndex& tree = *m_pTree;
-    // KEPT: centre and half extents are whole units, truncated: a side may lie up to two units off.
+    // KEPT: centre and half extents are whole units, truncated: a side may lie up to two units off
+    // (GetBdry_HalvesWithTruncation_Kept).
     const std::int64_t nHalfX = tree.m_nExtentX / 2;
     const std::int64_t nHalfY = tree.m_nExtentY / 2;
     const std::int64_t nHalfZ = tree.m_nExtentZ / 2;

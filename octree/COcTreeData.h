@@ -12,9 +12,9 @@ class ICldColorListener;
 
 /// The fields of one store of points: what the walks, the visitors and the files work on.
 ///
-/// `T` is `CTruncPnt` or `CTruncPnt_Color`. Arrays, bit sets and tree are held by shared owners: a
-/// memberwise copy shares them, a change made through one copy is seen by the other, and they go away
-/// with their last owner.
+/// `T` is `CTruncPnt` or `CTruncPnt_Color`. Arrays, bit sets and tree are held by shared owners, L9: a
+/// memberwise copy shares them, the other copies see a change made through one, and they go away with their
+/// last owner.
 template <class T>
 class COcTreeData
 {
@@ -41,10 +41,10 @@ public:
     std::int32_t m_nNumPnts = 0;   ///< points of the store: as given to Init, later as kept by a compaction
     std::int32_t m_nNumAdded = 0;  ///< points stored since Init
     std::shared_ptr<T[]> m_pPnts;  ///< m_nNumPnts slots (at least one)
-    float m_fOrgX = 4027580416.0F; ///< origin, coordinate units; replaced by the first point stored
+    float m_fOrgX = 4027580416.0F; ///< origin, coordinate units; L6: the first point stored replaces it
     float m_fOrgY = 4027580416.0F;
     float m_fOrgZ = 4027580416.0F;
-    std::shared_ptr<unsigned char[]> m_pSelBits; ///< selection, m_nNumPnts / 8 + 1 bytes
+    std::shared_ptr<unsigned char[]> m_pSelBits; ///< selection, L7: m_nNumPnts / 8 + 1 bytes
     std::shared_ptr<unsigned char[]> m_pDelBits; ///< deleted points, the same size
     bool m_bHasDel = false;                      ///< a point has been marked deleted and not yet been removed
     std::shared_ptr<COcTreeIndex> m_pTree;

@@ -7,8 +7,8 @@
 #include <octree/COcTreeCube.h>
 #include <octree/COcTreeNode.h>
 
-/// The octree of one store: runs of the store's point array, no per-point storage. Created anew by
-/// every build; owns its nodes and leaves.
+/// The octree of one store: runs of the store's point array, no per-point storage. Every build creates it
+/// anew; it owns its nodes and leaves.
 class COcTreeIndex
 {
 public:
@@ -30,8 +30,8 @@ public:
     std::int32_t m_nNumPntsDelivered = 0;   ///< diagnostic, counted by the walks
     std::int32_t m_nNumLeavesDelivered = 0; ///< diagnostic: leaves delivered whole
 
-    /// The leaf runs tile the array. Not so in the tree of a damaged file that lost leaves on loading:
-    /// its runs still rise in the order of the walk, but the run of a subtree may have gaps.
+    /// L1 and L2 hold. They do not in the tree of a damaged file, which lost leaves on loading: its runs
+    /// still rise in the order of the walk, but there may be gaps between them.
     bool m_bTiled = true;
     COcTreeArena m_arena;
 };

@@ -33,7 +33,7 @@ public:
 
     const T& GetRecord(std::int32_t nIndex) const noexcept { return m_pPnts[nIndex]; }
 
-    /// Has a point's record fetched: it will be asked for soon.
+    /// Fetches a point's record ahead, for a call that will soon ask for it.
     void Prefetch(std::int32_t nIndex) const noexcept { __builtin_prefetch(m_pPnts + nIndex); }
 
     /// Delivers the live points of a run, in index order. @return how many there were.

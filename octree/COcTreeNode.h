@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-/// A run of points in the store's array: the end of a branch.
+/// The end of a branch: one run of points in the store's array, L1.
 class COcTreeLeaf
 {
 public:
@@ -13,8 +13,8 @@ public:
 
 class COcTreeChildren;
 
-/// An inner node. It has no points of its own: its children's runs, taken in octant order, tile one
-/// contiguous run of the store's array.
+/// An inner node. It has no points of its own: L2, the runs of its children, octants 0 to 7, are one run of
+/// the store's array.
 class COcTreeNode
 {
 public:

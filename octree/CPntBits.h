@@ -5,13 +5,13 @@
 #include <cstdint>
 #include <memory>
 
-/// Bit sets with one bit a point: the bit of point i is bit i % 8, least significant first, of byte
-/// i / 8. Held by shared owners, so that copies of a cloud see each other's marks.
+/// Bit sets with one bit a point: the bit of point i is bit i % 8, least significant first, of byte i / 8.
+/// The sets are held by shared owners, so that copies of a cloud see each other's marks (L9).
 namespace CPntBits
 {
 
-/// Bytes of a set of `nNumPnts` points.
-/// KEPT: one more than needed when the count is a multiple of 8.
+/// @return L7: bytes of a set of `nNumPnts` points.
+/// KEPT: one byte more than needed when the count is a multiple of 8 (GetNumBytes_EighthAndOneMore_Kept).
 inline std::size_t GetNumBytes(std::int32_t nNumPnts) noexcept
 {
     return static_cast<std::size_t>(nNumPnts) / 8 + 1;

@@ -7,12 +7,12 @@
 /// Finds the first live point, octants in order and then by index, at a plan position.
 ///
 /// @param nX, nY  compact units.
-/// @return its index, or -1. Cost: descends into one plan quarter of each node.
+/// @return its index, or -1. Cost: L3, the search descends into one plan quarter of each node.
 template <class T>
 std::int32_t FindExactPnt(const COcTreeNode& node, const COcTreeCube& cube,
                           const COcTreeListener<T>& listener, std::int32_t nX, std::int32_t nY)
 {
-    const int nQuarter = (nX >= cube.m_nX ? 4 : 0) + (nY >= cube.m_nY ? 2 : 0);
+    const int nQuarter = (nX >= cube.nX ? 4 : 0) + (nY >= cube.nY ? 2 : 0);
     for (const COcTreeChild child : node.GetChildren())
     {
         if ((child.GetOctant() & 6) != nQuarter)

@@ -2,8 +2,9 @@
 
 #include <octree/COcTreeChildren.h>
 
-// KEPT: the first leaf ends the search, but without one the last inner child is taken, and where the
-// leaf found has no live point no other is tried.
+// KEPT: the first leaf ends the search, but without one the last inner child is taken, and where the leaf
+// found has no live point no other is tried (Representative_OfTheLastInnerChild_Kept,
+// Representative_DeletedInItsLeafIsSkipped_Kept).
 const COcTreeLeaf* StepToRepresentative(const COcTreeNode*& pNode) noexcept
 {
     const COcTreeNode& node = *pNode;

@@ -10,7 +10,7 @@
 /// Cost: one step a level.
 const COcTreeLeaf* FindRepresentative(const COcTreeNode& node) noexcept;
 
-/// One step of that search, so that many can be under way while memory answers.
+/// Takes one step of that search, so that many can be under way while memory answers.
 ///
 /// @param pNode  not null; moved one level down, to null where the search ends.
 /// @return the leaf found, or null.

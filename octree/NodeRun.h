@@ -3,17 +3,16 @@
 
 #include <octree/COcTreeNode.h>
 
-/// The runs of the leaves under a node tile one run of the array, in walk order: that run, and the
-/// number of leaves.
+/// L2: what lies under a node is one run of the array. That run, and the number of leaves in it.
 struct CNodeRun
 {
-    std::int32_t m_nFirst = 0;
-    std::int32_t m_nCount = 0;
-    std::int32_t m_nNumLeaves = 0;
+    std::int32_t nFirst = 0;
+    std::int32_t nCount = 0;
+    std::int32_t nNumLeaves = 0;
 };
 
 /// Cost: one visit of each inner node, none of a leaf but the first and the last.
-/// REQUIRES: a tree whose leaf runs tile the array, COcTreeIndex::m_bTiled.
+/// REQUIRES: a tree for which L1 holds, COcTreeIndex::m_bTiled.
 CNodeRun CalcNodeRun(const COcTreeNode& node) noexcept;
 
 #endif

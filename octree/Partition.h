@@ -8,15 +8,15 @@
 
 /// Partitions a run in place by one coordinate against a splitting plane.
 ///
-/// The Lomuto scheme: going forward, a record below the plane is exchanged with the first record at or
-/// above it that precedes it. The records below come first and keep their relative order; the order of
-/// the others follows from the exchanges, and is the same on every machine.
+/// The Lomuto scheme: going forward, a record below the plane is exchanged with the first record at or above
+/// it that precedes it. The records below come first and keep their relative order; the exchanges alone give
+/// the order of the others, which is the same on every machine.
 ///
 /// The sides are found for 64 records at a time, as a bit mask, and only the records below are visited:
 /// no branch depends on a single record, whether the run lies in order or not.
 ///
 /// @tparam Axis    0 for x, 1 for y, 2 for z.
-/// @param nPlane   compact units; a record on the plane is above it.
+/// @param nPlane   compact units; L3: a record on the plane is above it.
 /// @return the number of records below.
 template <int Axis, class T>
 std::int32_t PartitionPnts(T* pPnts, std::int32_t nNumPnts, std::int32_t nPlane) noexcept

@@ -1,8 +1,8 @@
 #include <octree/Query2D.h>
 
 #include <octree/FindExactPnt.h>
+#include <octree/HasRoot.h>
 #include <octree/Query3D.h>
-#include <octree/contour/WalkContour.h>
 #include <zor3geom/CalcRectPlanes.h>
 #include <zor3geom/PAR_LINE_2D.h>
 
@@ -13,7 +13,6 @@ using zor::geom::PAR_LINE_2D;
 using zor::geom::PLANE_3D;
 using zor::geom::PNT_2D;
 using zor::geom::PNT_3D;
-using zor::geom::TMultiPartPolygon;
 
 namespace
 {
@@ -22,31 +21,20 @@ constexpr int c_nBatch = 1;
 constexpr double c_dQuarterTurn = -1.5707963267948966; // radians
 
 template <class T>
-void FindContour(const COcTreeData<T>& store, IPntCldListener* pListener, const TMultiPartPolygon& polygon,
-                 enumContourLeaf eLeaf)
-{
-    if (store.m_pTree == nullptr)
-        return; // nothing at all, not even the height range
-    COcTreeListener<T> listener(pListener, store, c_nBatch);
-    if (store.m_pTree->m_pRoot != nullptr)
-        CWalkContour<T>(store, listener, polygon, eLeaf).Walk();
-    listener.OnLeafEnd();
-}
-
-template <class T>
 void FindEnd(const COcTreeData<T>& store, COcTreeListener<T>& listener, const PNT_2D& pnt)
 {
-    if (store.m_pTree == nullptr || store.m_pTree->m_pRoot == nullptr)
+    if (!HasRoot(store))
         return;
     const COcTreeIndex& tree = *store.m_pTree;
     const std::int32_t nFound =
-        FindExactPnt(*tree.m_pRoot, tree.GetRootCube(), listener, CompactDaCoord(pnt.x, store.m_fOrgX),
-                     CompactDaCoord(pnt.y, store.m_fOrgY));
+        FindExactPnt(*tree.m_pRoot, tree.GetRootCube(), listener, CompactFromCoord(pnt.x, store.m_fOrgX),
+                     CompactFromCoord(pnt.y, store.m_fOrgY));
     if (nFound != -1)
         listener.OnPnt(nFound);
 }
 
-/// The two places at parameters ±t of the line from `from` to `to` after a quarter turn about `from`.
+/// Calculates the two places at parameters ±t of the line from `from` to `to` after a quarter turn about
+/// `from`.
 void CalcAcross(const PNT_2D& from, const PNT_2D& to, double t, PNT_3D& plus, PNT_3D& minus)
 {
     PAR_LINE_2D line(from, to);
@@ -69,7 +57,8 @@ void CQuery2D<T>::GetPnts2D(double xmin, double ymin, double xmax, double ymax) 
 }
 
 // KEPT: a point at an end of the line is delivered by the end search and again by the corridor, and the
-// corridor, a query of its own, tells the colour listener the height range a second time.
+// corridor, a query of its own, tells the colour listener the height range a second time
+// (NearLine_EndsInTheCorridorComeTwice_Kept, NearLine_SecondSetZRangeForTheCorridor_Kept).
 template <class T>
 void CQuery2D<T>::FindPnts2D_NearLine(const PNT_2D& p1, const PNT_2D& p2, double dist, bool bStart,
                                       bool bEnd) const
@@ -84,8 +73,8 @@ void CQuery2D<T>::FindPnts2D_NearLine(const PNT_2D& p1, const PNT_2D& p2, double
     listener.OnLeafEnd();
 }
 
-/// The points in the rectangle that reaches `dist` to either side of the segment and ends with it. A line
-/// without length has no corridor, one whose corners are no finite numbers an empty one.
+/// Delivers the points in the rectangle that reaches `dist` to either side of the segment and ends with it. A
+/// line without length has no corridor; a corridor whose corners are not finite numbers holds nothing.
 template <class T>
 void CQuery2D<T>::FindCorridor(const PNT_2D& p1, const PNT_2D& p2, double dist) const
 {
@@ -101,24 +90,6 @@ void CQuery2D<T>::FindCorridor(const PNT_2D& p1, const PNT_2D& p2, double dist) 
     std::vector<PLANE_3D> vecPlanes;
     zor::geom::CalcRectPlanes(a, b, c, d, vecPlanes);
     CQuery3D<T>(m_store, m_pListener, c_nBatch).GetPnts_Clip(vecPlanes);
-}
-
-// KEPT: in straddling leaves the test is the other way round: squares inside the contour deliver all, and
-// of the leaves on it come the points outside.
-template <class T>
-void CQuery2D<T>::FindPnts2D_IntCnt(const std::vector<PNT_2D>& contour) const
-{
-    FindContour(m_store, m_pListener, {contour, {}}, enumContourLeaf::OutsideRing);
-}
-
-// KEPT: with holes given, a point of a straddling leaf that lies in the outer ring is taken to lie in a
-// hole: such leaves deliver nothing.
-template <class T>
-void CQuery2D<T>::FindPnts2D_Cnts(const std::vector<PNT_2D>& outer,
-                                  const std::vector<std::vector<PNT_2D>>& holes) const
-{
-    FindContour(m_store, m_pListener, {outer, holes},
-                holes.empty() ? enumContourLeaf::InsideRing : enumContourLeaf::Nothing);
 }
 
 template <class T>

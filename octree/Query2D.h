@@ -3,16 +3,13 @@
 
 #include <octree/COcTreeData.h>
 #include <zor3geom/PNT_2D.h>
-#include <zor3geom/TMultiPartPolygon.h>
-
-#include <vector>
 
 class CTruncPnt;
 class CTruncPnt_Color;
 class IPntCldListener;
 
-/// The queries in plan view, on one store: heights are not looked at, one record a call. Without a tree,
-/// or with one without a root, they deliver nothing.
+/// The queries of rectangles and lines in plan view, on one store: heights are not looked at, one record a
+/// call. Without a tree, or with one without a root, they deliver nothing.
 template <class T>
 class CQuery2D
 {
@@ -23,15 +20,11 @@ public:
     {
     }
 
-    /// The points in a rectangle, its edges included. Coordinate units.
+    /// Delivers the points in a rectangle, its edges included. Coordinate units.
     void GetPnts2D(double xmin, double ymin, double xmax, double ymax) const;
 
-    /// The points along a segment and, on request, those exactly at its ends.
+    /// Delivers the points along a segment and, on request, those exactly at its ends.
     void FindPnts2D_NearLine(const PNT_2D& p1, const PNT_2D& p2, double dist, bool bStart, bool bEnd) const;
-
-    void FindPnts2D_IntCnt(const std::vector<PNT_2D>& contour) const;
-    void FindPnts2D_Cnts(const std::vector<PNT_2D>& outer,
-                         const std::vector<std::vector<PNT_2D>>& holes) const;
 
 private:
     void FindCorridor(const PNT_2D& p1, const PNT_2D& p2, double dist) const;
@@ -40,8 +33,8 @@ private:
     IPntCldListener* m_pListener;
 };
 
-/// Five times the mean plan spacing of a store's points, at least 1, coordinate units; 1.7e200, no limit,
-/// without a tree or without points; 1 for points on a line along x or y.
+/// @return five times the mean plan spacing of a store's points, at least 1, coordinate units; 1.7e200, no
+/// limit, without a tree or without points; 1 for points on a line along x or y.
 template <class T>
 double CalcMaxSearchDist(const COcTreeData<T>& store) noexcept;
 

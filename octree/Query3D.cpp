@@ -1,5 +1,6 @@
 #include <octree/Query3D.h>
 
+#include <octree/HasRoot.h>
 #include <octree/LodDepth.h>
 #include <octree/WalkClip.h>
 #include <octree/WalkLod.h>
@@ -7,12 +8,6 @@
 
 namespace
 {
-
-template <class T>
-bool HasRoot(const COcTreeData<T>& store) noexcept
-{
-    return store.m_pTree != nullptr && store.m_pTree->m_pRoot != nullptr;
-}
 
 void ResetCounters(COcTreeIndex& tree) noexcept
 {
@@ -38,7 +33,8 @@ void CQuery3D<T>::GetPnts_Lod(double dLod) const
         return;
     COcTreeIndex& tree = *m_store.m_pTree;
     const std::int64_t nLimit = IsLodSpacing(dLod) ? CalcLodDepth(tree.m_nEdge, dLod) : -1;
-    tree.m_nNumPntsDelivered = 0; // KEPT: set to 0 before and after, and the leaves go on counting
+    // KEPT: the count of points is set to 0 before and after; the count of leaves goes on (Lod_Counters_Kept)
+    tree.m_nNumPntsDelivered = 0;
     CWalkLod<T>(tree, listener, nLimit).Walk();
     listener.OnLeafEnd();
     tree.m_nNumPntsDelivered = 0;

@@ -21,16 +21,16 @@ public:
     {
     }
 
-    /// Every live point, in index order.
+    /// Delivers every live point, in index order.
     void GetPnts() const;
 
-    /// A level of detail. @param dLod  spacing, coordinate units.
+    /// Delivers a level of detail. @param dLod  spacing, coordinate units.
     void GetPnts_Lod(double dLod) const;
 
-    /// The points in front of none of the planes, coordinate units.
+    /// Delivers the points in front of none of the planes, coordinate units.
     void GetPnts_Clip(const std::vector<zor::geom::PLANE_3D>& vecPlanes) const;
 
-    /// Both at once.
+    /// Delivers a level of detail of the points in front of none of the planes.
     void GetPnts_LodClip(double dLod, const std::vector<zor::geom::PLANE_3D>& vecPlanes) const;
 
 private:

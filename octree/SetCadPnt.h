@@ -7,7 +7,8 @@
 #include <zor4data/CCldCadPnt.h>
 #include <zor4data/ICldColorListener.h>
 
-/// KEPT: a point without colour leaves the record's colour as it is.
+/// KEPT: a point without colour leaves the record's colour as it is
+/// (Set_WithoutColourKeepsWhatTheRecordHeld_Kept).
 inline void SetCadPntColor(CCldCadPnt&, const CTruncPnt&) noexcept {}
 
 inline void SetCadPntColor(CCldCadPnt& cadPnt, const CTruncPnt_Color& pnt) noexcept
@@ -22,9 +23,9 @@ template <class T>
 inline void SetCadPnt(CCldCadPnt& cadPnt, const T& pnt, float fOrgX, float fOrgY, float fOrgZ,
                       std::int32_t nIndex, ICldColorListener* pColorListener)
 {
-    cadPnt.m_pnt.x = CoordDaCompact(pnt.m_nX, fOrgX);
-    cadPnt.m_pnt.y = CoordDaCompact(pnt.m_nY, fOrgY);
-    cadPnt.m_pnt.z = CoordDaCompact(pnt.m_nZ, fOrgZ);
+    cadPnt.m_pnt.x = CoordFromCompact(pnt.m_nX, fOrgX);
+    cadPnt.m_pnt.y = CoordFromCompact(pnt.m_nY, fOrgY);
+    cadPnt.m_pnt.z = CoordFromCompact(pnt.m_nZ, fOrgZ);
     SetCadPntColor(cadPnt, pnt);
     cadPnt.m_nIndex = nIndex;
     if (pColorListener != nullptr)

@@ -25,8 +25,8 @@ inline T* TakeSlot(COcTreeData<T>& store) noexcept
 
 /// Writes the offsets of a point into its record.
 ///
-/// They are written straight into the slot: a record put together elsewhere and copied would make the
-/// processor wait for its parts.
+/// The offsets are written straight into the slot: the processor would have to wait for the parts of a record
+/// that is put together elsewhere and copied.
 ///
 /// @return false, and nothing is written, when one may have to be saturated.
 template <class T>
@@ -64,7 +64,8 @@ inline bool PutOffsets(T& slot, const COcTreeData<T>& store, double x, double y,
 
 #endif
 
-/// The rare side of StoreOffsets: the first point, which sets the origin, and what must be saturated.
+/// The rare side of StoreOffsets: it stores the first point, which sets the origin (L6), and offsets that
+/// must be saturated.
 template <class T>
 [[gnu::cold]] [[gnu::noinline]] void StoreOffsetsSlowly(COcTreeData<T>& store, T& slot, double x, double y,
                                                         double z) noexcept
@@ -75,15 +76,15 @@ template <class T>
         store.m_fOrgY = SaturateToFloat(y);
         store.m_fOrgZ = SaturateToFloat(z);
     }
-    slot.m_nX = CompactDaCoord(x, store.m_fOrgX);
-    slot.m_nY = CompactDaCoord(y, store.m_fOrgY);
-    slot.m_nZ = CompactDaCoord(z, store.m_fOrgZ);
+    slot.m_nX = CompactFromCoord(x, store.m_fOrgX);
+    slot.m_nY = CompactFromCoord(y, store.m_fOrgY);
+    slot.m_nZ = CompactFromCoord(z, store.m_fOrgZ);
 }
 
-/// Stores the offsets of a point in the slot that was taken last; the first point sets the origin.
+/// Stores the offsets of a point in the slot that was taken last; L6: the first point sets the origin.
 ///
-/// Whatever else the point carries is stored before: with nothing left to do behind the rare side, the
-/// usual one saves no registers for it.
+/// The caller stores whatever else the point carries before this call: with nothing left to do behind the
+/// rare side, the usual side need not save registers for it.
 ///
 /// @param x, y, z  coordinate units.
 template <class T>

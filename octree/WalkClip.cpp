@@ -42,16 +42,17 @@ void CWalkClip<T>::ClipLeaf(const COcTreeLeaf& leaf, const COcTreeCube& cube, CP
     m_tree.CountLeaves(1);
 }
 
-/// Everything under the node, without walking it: it is one run of the array.
+/// Delivers everything under the node without walking it. L2: it is one run of the array.
 template <class T>
 void CWalkClip<T>::DeliverWhole(const COcTreeNode& node)
 {
     const CNodeRun run = CalcNodeRun(node);
-    m_tree.CountPnts(m_listener.OnRun(run.m_nFirst, run.m_nCount));
-    m_tree.CountLeaves(run.m_nNumLeaves);
+    m_tree.CountPnts(m_listener.OnRun(run.nFirst, run.nCount));
+    m_tree.CountLeaves(run.nNumLeaves);
 }
 
-// KEPT: the point is not tested against the planes; that its leaf's cube is not outside is enough.
+// KEPT: the point is not tested against the planes; it is enough that its leaf's cube is not outside
+// (LodClip_PointOfALeafIsNotTested_Kept).
 template <class T>
 void CWalkClip<T>::DeliverFirst(const COcTreeLeaf& leaf)
 {

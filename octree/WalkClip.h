@@ -7,8 +7,9 @@
 
 /// Walk of the points that are in front of none of a set of planes.
 ///
-/// KEPT: the walk decides by the nominal cubes: a leaf whose cube lies inside delivers all its live points,
-/// one whose cube lies outside none, even where a point lies a few units outside its cube.
+/// KEPT: L4, the walk decides by the nominal cubes: a leaf whose cube lies inside delivers all its live
+/// points, one whose cube lies outside none, even where a point lies a few units outside its cube
+/// (Clip_DecidesByNominalCubes_Kept).
 template <class T>
 class CWalkClip
 {

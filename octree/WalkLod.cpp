@@ -31,7 +31,8 @@ void CWalkLod<T>::WalkNode(const COcTreeNode& node, std::int64_t nDepth)
     }
 }
 
-// Inlined, and the rare ways out of it not: called, it would take a quarter longer where leaves are small.
+// This function is inlined and the rare ways out of it are not: a call of it would take a quarter longer
+// where leaves are small.
 template <class T>
 [[gnu::always_inline]] inline void CWalkLod<T>::WalkLeaf(const COcTreeLeaf& leaf, bool bOnePnt)
 {
@@ -63,17 +64,17 @@ template <class T>
     m_aSearches[m_nNumBegun++ % c_nNumSearches] = search;
 }
 
-/// One level down, where the search has not ended.
+/// Takes a search one level down, unless it has ended.
 template <class T>
 void CWalkLod<T>::Step(CSearch& search) const noexcept
 {
-    if (search.m_pNode == nullptr)
+    if (search.pNode == nullptr)
         return;
-    search.m_pLeaf = StepToRepresentative(search.m_pNode);
-    if (search.m_pLeaf != nullptr)
-        m_listener.Prefetch(search.m_pLeaf->m_nFirst);
-    else if (search.m_pNode != nullptr)
-        __builtin_prefetch(search.m_pNode->m_pChildren);
+    search.pLeaf = StepToRepresentative(search.pNode);
+    if (search.pLeaf != nullptr)
+        m_listener.Prefetch(search.pLeaf->m_nFirst);
+    else if (search.pNode != nullptr)
+        __builtin_prefetch(search.pNode->m_pChildren);
 }
 
 /// Ends the search begun first and delivers what it found.
@@ -81,12 +82,12 @@ template <class T>
 void CWalkLod<T>::EndFirst()
 {
     CSearch& search = m_aSearches[m_nNumEnded++ % c_nNumSearches];
-    while (search.m_pNode != nullptr)
+    while (search.pNode != nullptr)
         Step(search);
-    DeliverFirst(search.m_pLeaf);
+    DeliverFirst(search.pLeaf);
 }
 
-/// Delivers the first live point of a leaf; nothing when there is no leaf or no such point.
+/// Delivers the first live point of a leaf, if there are a leaf and such a point.
 template <class T>
 [[gnu::noinline]] void CWalkLod<T>::DeliverFirst(const COcTreeLeaf* pLeaf)
 {

@@ -14,8 +14,8 @@ template <class T>
 class CWalkLod
 {
 public:
-    /// @param nLimit  depth at which cubes give one point. KEPT: a value below 0 is never met, so that
-    ///                every live point is delivered.
+    /// @param nLimit  depth at which cubes give one point. KEPT: a value below 0 is never met, so that every
+    ///                live point is delivered (Lod_LargerThanTheTreeGivesEverything_Kept).
     CWalkLod(COcTreeIndex& tree, COcTreeListener<T>& listener, std::int64_t nLimit)
         : m_tree(tree), m_listener(listener), m_nLimit(nLimit)
     {
@@ -28,8 +28,8 @@ private:
     /// A search under way: the node to look into, or the leaf found, or neither.
     struct CSearch
     {
-        const COcTreeNode* m_pNode;
-        const COcTreeLeaf* m_pLeaf;
+        const COcTreeNode* pNode;
+        const COcTreeLeaf* pLeaf;
     };
 
     static constexpr unsigned c_nNumSearches = 16; // a power of two
@@ -47,7 +47,7 @@ private:
     COcTreeListener<T>& m_listener;
     std::int64_t m_nLimit;
     CSearch m_aSearches[c_nNumSearches] = {};
-    unsigned m_nNumBegun = 0; // counts on past its end
+    unsigned m_nNumBegun = 0; // wraps around, which differences and remainders allow
     unsigned m_nNumEnded = 0;
 };
 

@@ -6,8 +6,10 @@ template <class T>
 void CWalkLodClip<T>::WalkNode(const COcTreeNode& node, const COcTreeCube& cube, CPlaneRange planes,
                                std::int64_t nDepth)
 {
-    // KEPT: before any plane is looked at, so that a cube of the wanted size gives its point even where
-    // only its parent reaches into the kept volume.
+    // KEPT: a cube of the wanted size gives its point before any plane is looked at, even where only its
+    // parent reaches into the kept volume (LodClip_NodeAtTheLimitIsNotTested_Kept).
+    // KEPT: where a cube has no representative, its children are walked
+    // (LodClip_WithoutRepresentativeGoesOnToTheChildren_Kept).
     if (nDepth == m_nLimit && DeliverRepresentative(node))
         return;
     const CStraddling straddling(m_stack, planes, cube);

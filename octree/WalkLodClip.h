@@ -8,8 +8,9 @@ template <class T>
 class CWalkLodClip
 {
 public:
-    /// @param nLimit  depth at which cubes give one point. KEPT: leaves from one level above it on give
-    ///                one point, so that a value below 0 takes one point of every leaf.
+    /// @param nLimit  depth at which cubes give one point. KEPT: leaves from one level above it on give one
+    ///                point, so that a value below 0 takes one point of every leaf
+    ///                (LodClip_LargerThanTheTreeGivesOnePointALeaf_Kept).
     CWalkLodClip(COcTreeIndex& tree, COcTreeListener<T>& listener, CClipPlanes& stack, std::int64_t nLimit)
         : m_tree(tree), m_listener(listener), m_stack(stack), m_nLimit(nLimit), m_clip(tree, listener, stack)
     {

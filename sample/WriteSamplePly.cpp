@@ -1,7 +1,10 @@
 #include <sample/WriteSamplePly.h>
 
-#include <cinttypes>
+#include <formats/MakePlyHead.h>
+
+#include <array>
 #include <cstring>
+#include <string>
 
 namespace
 {
@@ -27,20 +30,22 @@ void PutPnt(unsigned char* pTarget, const CSamplePnt& pnt)
     pTarget[14] = pnt.b;
 }
 
+std::string MakeShiftComment()
+{
+    std::array<char, 100> acText{};
+    static_cast<void>(std::snprintf(acText.data(), acText.size(), "coordinates are shifted: add %.0f %.0f 0",
+                                    CSampleTerrain::c_dOrgX, CSampleTerrain::c_dOrgY));
+    return acText.data();
+}
+
 } // namespace
 
 bool WriteSamplePly(const CSampleTerrain& terrain, std::FILE* pFile,
                     const std::function<void(int)>& onProgress)
 {
     const std::int64_t nNumPnts = terrain.GetNumPnts();
-    if (std::fprintf(pFile,
-                     "ply\nformat binary_little_endian 1.0\n"
-                     "comment synthetic terrain\n"
-                     "comment coordinates are shifted: add %.0f %.0f 0\n"
-                     "element vertex %" PRId64 "\n"
-                     "property float x\nproperty float y\nproperty float z\n"
-                     "property uchar red\nproperty uchar green\nproperty uchar blue\nend_header\n",
-                     CSampleTerrain::c_dOrgX, CSampleTerrain::c_dOrgY, nNumPnts) < 0)
+    const std::string sHead = MakePlyHead(nNumPnts, true, {"synthetic terrain", MakeShiftComment()});
+    if (std::fputs(sHead.c_str(), pFile) == EOF)
         return false;
 
     constexpr std::int64_t c_nChunk = 4096;

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <functional>
 
-/// Writes the terrain as binary little-endian PLY: float x, y, z and uchar red, green, blue.
+/// Writes the terrain as binary little-endian PLY: coordinates as floats, colours as bytes.
 ///
 /// A float cannot hold millimetres at (500000, 4000000): coordinates are written relative to
 /// (c_dOrgX, c_dOrgY, 0), which a comment in the header says.

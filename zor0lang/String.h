@@ -7,7 +7,7 @@
 namespace zor
 {
 
-/// Narrow-character string, used for paths. Holds bytes; it knows of no encoding.
+/// Narrow-character string, used for paths. It holds bytes and knows of no encoding.
 class String
 {
 public:

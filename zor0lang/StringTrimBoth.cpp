@@ -1,5 +1,6 @@
-#include <zor0lang/IsWhiteSpace.h>
 #include <zor0lang/StringTrimBoth.h>
+
+#include <zor0lang/IsWhiteSpace.h>
 
 #include <algorithm>
 

@@ -23,14 +23,13 @@ CRingIndex::CRingIndex(const std::vector<PNT_2D>& ring) : m_box(1.0, 1.0, -1.0, 
     m_vecEdges.reserve(ring.size());
     for (const PNT_2D& end : ring)
     {
-        m_box = RECT_2D(std::min(m_box.xmin, end.x), std::min(m_box.ymin, end.y), std::max(m_box.xmax, end.x),
-                        std::max(m_box.ymax, end.y));
+        m_box.Add(end.x, end.y);
         m_vecEdges.push_back({start, end});
         start = end;
     }
     m_vecInBands.resize(ChooseNumBands());
     m_vecBegin.assign(m_nNumBands + 1, 0);
-    for (const Edge& edge : m_vecEdges)
+    for (const CEdge& edge : m_vecEdges)
         for (std::size_t n = FindFirst(edge); n <= FindLast(edge); ++n)
             ++m_vecBegin[n + 1];
     for (std::size_t n = 0; n < m_nNumBands; ++n)
@@ -41,7 +40,7 @@ CRingIndex::CRingIndex(const std::vector<PNT_2D>& ring) : m_box(1.0, 1.0, -1.0, 
             m_vecInBands[vecNext[n]++] = static_cast<std::uint32_t>(i);
 }
 
-/// Halves, so that no difference overflows.
+/// @return the band of a height. The heights are halved, so that no difference overflows.
 std::size_t CRingIndex::FindBand(double y) const noexcept
 {
     const double dHeight = m_box.ymax / 2.0 - m_box.ymin / 2.0;
@@ -51,24 +50,24 @@ std::size_t CRingIndex::FindBand(double y) const noexcept
     return std::min(static_cast<std::size_t>(dShare * static_cast<double>(m_nNumBands)), m_nNumBands - 1);
 }
 
-std::size_t CRingIndex::FindFirst(const Edge& edge) const noexcept
+std::size_t CRingIndex::FindFirst(const CEdge& edge) const noexcept
 {
     return FindBand(std::min(edge.a.y, edge.b.y));
 }
 
-std::size_t CRingIndex::FindLast(const Edge& edge) const noexcept
+std::size_t CRingIndex::FindLast(const CEdge& edge) const noexcept
 {
     return FindBand(std::max(edge.a.y, edge.b.y));
 }
 
-/// As many bands as edges, or fewer where many edges reach through many bands.
+/// Chooses as many bands as edges, or fewer where many edges reach through many bands.
 /// @return how many entries the bands have together.
 std::size_t CRingIndex::ChooseNumBands()
 {
     for (m_nNumBands = m_vecEdges.size();; m_nNumBands = (m_nNumBands + 1) / 2)
     {
         std::size_t nTotal = 0;
-        for (const Edge& edge : m_vecEdges)
+        for (const CEdge& edge : m_vecEdges)
             nTotal += FindLast(edge) - FindFirst(edge) + 1;
         if (nTotal <= c_nMaxPerEdge * m_vecEdges.size() || m_nNumBands == 1)
             return nTotal;
@@ -77,13 +76,13 @@ std::size_t CRingIndex::ChooseNumBands()
 
 CRingIndex::enumPlace CRingIndex::Find(const PNT_2D& pnt) const noexcept
 {
-    if (!(pnt.x >= m_box.xmin && pnt.x <= m_box.xmax && pnt.y >= m_box.ymin && pnt.y <= m_box.ymax))
+    if (!m_box.Contains(pnt))
         return enumPlace::Outside;
     bool bInside = false;
     const std::size_t nBand = FindBand(pnt.y);
     for (std::size_t i = m_vecBegin[nBand]; i < m_vecBegin[nBand + 1]; ++i)
     {
-        const Edge& edge = m_vecEdges[m_vecInBands[i]];
+        const CEdge& edge = m_vecEdges[m_vecInBands[i]];
         if (pnt.y < std::min(edge.a.y, edge.b.y) || pnt.y > std::max(edge.a.y, edge.b.y) ||
             pnt.x > std::max(edge.a.x, edge.b.x))
             continue;

@@ -1,7 +1,6 @@
 #ifndef ZOR3GEOM_CRINGINDEX_H
 #define ZOR3GEOM_CRINGINDEX_H
 
-#include <zor0lang/Export.h>
 #include <zor3geom/PNT_2D.h>
 #include <zor3geom/RECT_2D.h>
 
@@ -29,29 +28,29 @@ public:
 
     /// @param ring  closing edge implied, either way round. Fewer than three points, or a coordinate that is
     ///              not finite: everything is outside.
-    ZOR_API explicit CRingIndex(const std::vector<PNT_2D>& ring);
+    explicit CRingIndex(const std::vector<PNT_2D>& ring);
 
-    ZOR_API enumPlace Find(const PNT_2D& pnt) const noexcept;
+    enumPlace Find(const PNT_2D& pnt) const noexcept;
 
-    /// What the ring takes up; inside out, so that it holds nothing, where everything is outside.
+    /// @return the box of the ring; where everything is outside, a box that holds nothing.
     const RECT_2D& GetBox() const noexcept { return m_box; }
 
 private:
-    struct Edge
+    struct CEdge
     {
         PNT_2D a;
         PNT_2D b;
     };
 
     std::size_t FindBand(double y) const noexcept;
-    std::size_t FindFirst(const Edge& edge) const noexcept;
-    std::size_t FindLast(const Edge& edge) const noexcept;
+    std::size_t FindFirst(const CEdge& edge) const noexcept;
+    std::size_t FindLast(const CEdge& edge) const noexcept;
     std::size_t ChooseNumBands();
 
-    std::vector<Edge> m_vecEdges;
+    std::vector<CEdge> m_vecEdges;
     RECT_2D m_box;
     std::size_t m_nNumBands = 1;
-    std::vector<std::size_t> m_vecBegin;     // of each band, and the end of the last
+    std::vector<std::size_t> m_vecBegin;     // where each band begins, and where the last one ends
     std::vector<std::uint32_t> m_vecInBands; // edges, band after band
 };
 

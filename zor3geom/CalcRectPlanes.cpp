@@ -17,9 +17,9 @@ PLANE_3D CalcPlane(const PNT_2D& normal, const PNT_3D& pnt)
     return {normal.x, normal.y, 0.0, -(normal.x * pnt.x + normal.y * pnt.y)};
 }
 
-/// The planes of a rectangle whose side ab is not the shorter one, in order ab, bc, cd, da. Its direction
-/// serves all four: that of a side almost without length would be rounding, and opposite planes must stay
-/// opposite.
+/// The planes of a rectangle whose side ab is not the shorter one, in order ab, bc, cd, da. The direction of
+/// ab gives all four: the direction of a side almost without length would be mere rounding, and opposite
+/// planes must stay opposite.
 std::array<PLANE_3D, 4> CalcPlanes(const PNT_3D& a, const PNT_3D& b, const PNT_3D& c, const PNT_3D& d)
 {
     const double dLength = std::hypot(b.x - a.x, b.y - a.y);

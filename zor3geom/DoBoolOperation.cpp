@@ -12,9 +12,7 @@ void DoBoolOperation(const TMultiPartPolygon& a, const TMultiPartPolygon& b, BOO
     if (op != BOOL_OP_SUB)
         return;
     const CGeos geos;
-    const CGeos::Geometry regionA = geos.MakeRegion(a);
-    const CGeos::Geometry regionB = geos.MakeRegion(b);
-    result = geos.GetParts(geos.CalcDifference(regionA.get(), regionB.get()).get());
+    result = geos.GetParts(geos.CalcDifference(geos.MakeRegion(a), geos.MakeRegion(b)));
 }
 
 } // namespace zor::geom

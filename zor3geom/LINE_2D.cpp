@@ -34,7 +34,7 @@ int CalcSign(double a, double b, double c, double d) noexcept
     return dErrorAB > dErrorCD ? 1 : -1;
 }
 
-/// 1 when (x, y) lies left of the line, -1 right of it, 0 on it.
+/// @return 1 when (x, y) lies left of the line, -1 right of it, 0 on it.
 int CalcSide(const LINE_2D& line, double x, double y) noexcept
 {
     return CalcSign(line.x2 - line.x1, y - line.y1, line.y2 - line.y1, x - line.x1);

@@ -1,6 +1,7 @@
 #ifndef ZOR3GEOM_LINE_2D_H
 #define ZOR3GEOM_LINE_2D_H
 
+#include <zor0lang/Export.h>
 #include <zor3geom/PNT_2D.h>
 
 namespace zor::geom
@@ -22,7 +23,7 @@ struct LINE_2D
     ///
     /// Exact for whole numbers of up to 52 bits, and wherever the differences of coordinates are exact
     /// and their products neither overflow nor vanish. Symmetric, and the same with ends exchanged.
-    bool intersect(const LINE_2D& line) const noexcept;
+    ZOR_API bool intersect(const LINE_2D& line) const noexcept;
 };
 
 } // namespace zor::geom

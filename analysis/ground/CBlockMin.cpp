@@ -9,7 +9,7 @@ namespace
 constexpr float c_fInfinity = std::numeric_limits<float>::infinity();
 
 // Replaces every value by the least of the block that begins with it, `nStride` apart. A block that would
-// go on beyond the end holds what there is.
+// go on beyond the end holds the least of the values up to there.
 void MakeBlocks(std::vector<float>& vecMin, int nBlock, std::size_t nStride)
 {
     for (int nHalf = 1; nHalf < nBlock; nHalf *= 2)

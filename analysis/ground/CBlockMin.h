@@ -22,7 +22,7 @@ public:
     float CalcRowMin(int nRow, int nColMin, int nColMax) const noexcept;
     float CalcColMin(int nCol, int nRowMin, int nRowMax) const noexcept;
 
-    /// Makes the blocks of one row and of one column, once.
+    /// Makes the blocks of single rows and of single columns, with the first call.
     void AddLines();
 
 private:

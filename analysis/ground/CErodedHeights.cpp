@@ -3,17 +3,19 @@
 #include <algorithm>
 #include <limits>
 
+using zor::geom::TPlanBox;
+
 namespace
 {
 
-// So many points are looked at without a branch sooner than in order of height.
+// It takes less time to look at up to so many points of a cell without a branch than to sort them.
 constexpr std::uint32_t c_nFewPnts = 4;
 
 } // namespace
 
 CErodedHeights::CErodedHeights(CWindowCells& cells, CBlockMin& blocks, CMorphBuffers& buffers)
     : m_cells(cells), m_blocks(blocks), m_vecDone(cells.GetNumCells(), 0),
-      m_pHeights(buffers.m_heights.Provide(cells.GetNumPnts()))
+      m_pHeights(buffers.heights.Provide(cells.GetNumPnts()))
 {
     blocks.AddLines();
 }
@@ -36,7 +38,7 @@ float CErodedHeights::CalcCell(std::size_t nCell)
 // nothing lower is dropped as a whole, then a cell, and only what is left is looked at point by point.
 float CErodedHeights::CalcHeight(const CCellPnt& pnt)
 {
-    const CWindowBox box = m_cells.CalcBox(pnt.x, pnt.y);
+    const TPlanBox<float> box = m_cells.CalcBox(pnt.x, pnt.y);
     const CWindowRing ring = m_cells.CalcRing(box);
     float fMin = pnt.z;
     if (ring.nRowMax - ring.nRowMin < 2 || ring.nColMax - ring.nColMin < 2) // nothing but ring
@@ -55,7 +57,7 @@ float CErodedHeights::CalcHeight(const CCellPnt& pnt)
     return fMin;
 }
 
-void CErodedHeights::ScanCells(const CWindowBox& box, const CWindowRing& ring, float& fMin)
+void CErodedHeights::ScanCells(const TPlanBox<float>& box, const CWindowRing& ring, float& fMin)
 {
     for (int nRow = ring.nRowMin; nRow <= ring.nRowMax; ++nRow)
         for (int nCol = ring.nColMin; nCol <= ring.nColMax; ++nCol)
@@ -66,19 +68,19 @@ void CErodedHeights::ScanCells(const CWindowBox& box, const CWindowRing& ring, f
         }
 }
 
-void CErodedHeights::ScanPnts(const CWindowBox& box, std::size_t nCell, float& fMin)
+void CErodedHeights::ScanPnts(const TPlanBox<float>& box, std::size_t nCell, float& fMin)
 {
     std::uint32_t i = m_cells.GetStart(nCell);
     const std::uint32_t nEnd = m_cells.GetStart(nCell + 1);
     if (nEnd - i <= c_nFewPnts)
     {
         for (; i < nEnd; ++i)
-            fMin = std::min(fMin, box.IsInside(m_cells.GetPnt(i)) ? m_cells.GetPnt(i).z : fMin);
+            fMin = std::min(fMin, box.Contains(m_cells.GetPnt(i)) ? m_cells.GetPnt(i).z : fMin);
         return;
     }
-    // The first one inside is the lowest one inside.
+    // In the order of their heights the first point inside the window is the lowest one inside.
     m_cells.SortByHeight(nCell);
-    while (i < nEnd && m_cells.GetPnt(i).z < fMin && !box.IsInside(m_cells.GetPnt(i)))
+    while (i < nEnd && m_cells.GetPnt(i).z < fMin && !box.Contains(m_cells.GetPnt(i)))
         ++i;
     if (i < nEnd)
         fMin = std::min(fMin, m_cells.GetPnt(i).z);

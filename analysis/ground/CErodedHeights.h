@@ -2,13 +2,14 @@
 #define ANALYSIS_GROUND_CERODEDHEIGHTS_H
 
 #include <analysis/ground/CBlockMin.h>
+#include <analysis/ground/CMorphBuffers.h>
 #include <analysis/ground/CWindowCells.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
-/// Eroded heights: the least height in the window of a point, exactly, of the cells that are asked for.
+/// Eroded heights, exact: for each point of the cells that are asked for, the least height in its window.
 class CErodedHeights
 {
 public:
@@ -17,8 +18,8 @@ public:
     /// @param buffers holds the heights; must outlive the object, which has them to itself.
     CErodedHeights(CWindowCells& cells, CBlockMin& blocks, CMorphBuffers& buffers);
 
-    /// Makes the eroded heights of all points of a cell, once.
-    /// @return the greatest of them; -infinity without points.
+    /// Sorts a cell by height and makes the eroded heights of all its points.
+    /// @return the greatest of them; -infinity without points. REQUIRES: not IsDone(nCell).
     float CalcCell(std::size_t nCell);
 
     bool IsDone(std::size_t nCell) const noexcept { return m_vecDone[nCell] != 0; }
@@ -28,8 +29,8 @@ public:
 
 private:
     float CalcHeight(const CCellPnt& pnt);
-    void ScanCells(const CWindowBox& box, const CWindowRing& ring, float& fMin);
-    void ScanPnts(const CWindowBox& box, std::size_t nCell, float& fMin);
+    void ScanCells(const zor::geom::TPlanBox<float>& box, const CWindowRing& ring, float& fMin);
+    void ScanPnts(const zor::geom::TPlanBox<float>& box, std::size_t nCell, float& fMin);
 
     CWindowCells& m_cells;
     const CBlockMin& m_blocks;

@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <limits>
 
-CGroundDecision::CGroundDecision(CWindowCells& cells, const CMorphRect& rectOwn, float fMaxDiff,
+using zor::geom::TPlanBox;
+
+CGroundDecision::CGroundDecision(CWindowCells& cells, const TPlanBox<float>& boxOwn, float fMaxDiff,
                                  CMorphBuffers& buffers)
-    : m_cells(cells), m_rectOwn(rectOwn), m_fMaxDiff(fMaxDiff), m_buffers(buffers), m_blocks(cells),
+    : m_cells(cells), m_boxOwn(boxOwn), m_fMaxDiff(fMaxDiff), m_buffers(buffers), m_blocks(cells),
       m_bounds(cells, m_blocks)
 {
 }
@@ -31,7 +33,6 @@ bool CGroundDecision::IsOpen(const CCellPnt& pnt, float fLow, float fHigh) const
     return !IsBelow(pnt.z, fLow) && IsBelow(pnt.z, fHigh);
 }
 
-// Returns how many of the cell's points it decided about.
 std::uint32_t CGroundDecision::DecideCell(std::size_t nCell, int nCol, float fLow, float fHigh,
                                           std::vector<unsigned char>& vecStays)
 {
@@ -40,7 +41,7 @@ std::uint32_t CGroundDecision::DecideCell(std::size_t nCell, int nCol, float fLo
     for (std::uint32_t i = m_cells.GetStart(nCell); i < m_cells.GetStart(nCell + 1); ++i)
     {
         const CCellPnt& pnt = m_cells.GetPnt(i);
-        if (!m_rectOwn.IsInside(pnt.x, pnt.y))
+        if (!m_boxOwn.Contains(pnt))
             continue;
         ++nNumDone;
         vecStays[pnt.nPos] = IsBelow(pnt.z, fLow) ? 1 : 0;
@@ -49,24 +50,29 @@ std::uint32_t CGroundDecision::DecideCell(std::size_t nCell, int nCol, float fLo
     if (!bOpen)
         return nNumDone;
 
-    // Looking for support sorts cells by height: this one first, so that the loop meets every point once.
-    m_cells.SortByHeight(nCell);
-    if (!m_heights)
-        m_heights.emplace(m_cells, m_blocks, m_buffers);
-    if (!m_heights->IsDone(nCell))
-        m_bounds.LowerErodedMax(nCell, m_heights->CalcCell(nCell));
+    // From here on the cell's points keep their order: the loop meets each of them once, whatever it asks
+    // for.
+    EnsureHeights(nCell);
     for (std::uint32_t i = m_cells.GetStart(nCell); i < m_cells.GetStart(nCell + 1); ++i)
     {
         const CCellPnt& pnt = m_cells.GetPnt(i);
-        if (m_rectOwn.IsInside(pnt.x, pnt.y) && IsOpen(pnt, fLow, fHigh))
-            vecStays[pnt.nPos] = IsBelow(pnt.z, m_heights->GetHeight(i)) || FindSupport(pnt, nCol) ? 1 : 0;
+        if (m_boxOwn.Contains(pnt) && IsOpen(pnt, fLow, fHigh))
+            vecStays[pnt.nPos] = (IsBelow(pnt.z, m_heights->GetHeight(i)) || FindSupport(pnt, nCol)) ? 1 : 0;
     }
     return nNumDone;
 }
 
+void CGroundDecision::EnsureHeights(std::size_t nCell)
+{
+    if (!m_heights)
+        m_heights.emplace(m_cells, m_blocks, m_buffers);
+    if (!m_heights->IsDone(nCell))
+        m_bounds.LowerErodedMax(nCell, m_heights->CalcCell(nCell));
+}
+
 bool CGroundDecision::FindSupport(const CCellPnt& pnt, int nCol)
 {
-    const CWindowBox box = m_cells.CalcBox(pnt.x, pnt.y);
+    const TPlanBox<float> box = m_cells.CalcBox(pnt.x, pnt.y);
     const CWindowRing ring = m_cells.CalcRing(box);
 
     // The row with the greatest bound first: on a slope the answer is mostly there.
@@ -82,8 +88,8 @@ bool CGroundDecision::FindSupport(const CCellPnt& pnt, int nCol)
     return false;
 }
 
-bool CGroundDecision::FindSupportInRow(const CCellPnt& pnt, const CWindowBox& box, const CWindowRing& ring,
-                                       int nRow, int nCol)
+bool CGroundDecision::FindSupportInRow(const CCellPnt& pnt, const TPlanBox<float>& box,
+                                       const CWindowRing& ring, int nRow, int nCol)
 {
     const CWindowReach& reach = m_cells.GetAxisX().GetReach(nCol);
     const bool bRowInside = nRow > ring.nRowMin && nRow < ring.nRowMax;
@@ -91,26 +97,29 @@ bool CGroundDecision::FindSupportInRow(const CCellPnt& pnt, const CWindowBox& bo
     for (int i = reach.nOuterMin; i <= reach.nOuterMax; ++i)
     {
         const std::size_t nCell = m_cells.GetCell(nRow, i);
-        if (i >= ring.nColMin && i <= ring.nColMax && IsBelow(pnt.z, m_bounds.GetErodedMax(nCell)) &&
-            !m_cells.IsEmpty(nCell) &&
-            FindSupportInCell(pnt, box, bRowInside && i > ring.nColMin && i < ring.nColMax, nCell))
-            return true;
+        const bool bTouched = i >= ring.nColMin && i <= ring.nColMax;
+        if (bTouched && IsBelow(pnt.z, m_bounds.GetErodedMax(nCell)))
+        {
+            const bool bInside = bRowInside && i > ring.nColMin && i < ring.nColMax;
+            if (FindSupportInCell(pnt, box, bInside, nCell))
+                return true;
+        }
         fReached = std::max(fReached, m_bounds.GetErodedMax(nCell));
     }
     m_bounds.LowerReachedMax(nRow, nCol, fReached);
     return false;
 }
 
-// `bInside`: the whole cell is in the window.
-bool CGroundDecision::FindSupportInCell(const CCellPnt& pnt, const CWindowBox& box, bool bInside,
+bool CGroundDecision::FindSupportInCell(const CCellPnt& pnt, const TPlanBox<float>& box, bool bInside,
                                         std::size_t nCell)
 {
-    if (!m_heights->IsDone(nCell))
-        m_bounds.LowerErodedMax(nCell, m_heights->CalcCell(nCell));
-    if (bInside || !IsBelow(pnt.z, m_bounds.GetErodedMax(nCell)))
-        return bInside && IsBelow(pnt.z, m_bounds.GetErodedMax(nCell));
+    EnsureHeights(nCell);
+    if (!IsBelow(pnt.z, m_bounds.GetErodedMax(nCell)))
+        return false; // the bound was close enough, the greatest height that is really there is not
+    if (bInside)
+        return true; // the point with that height is in the window, like every point of the cell
     for (std::uint32_t i = m_cells.GetStart(nCell); i < m_cells.GetStart(nCell + 1); ++i)
-        if (IsBelow(pnt.z, m_heights->GetHeight(i)) && box.IsInside(m_cells.GetPnt(i)))
+        if (IsBelow(pnt.z, m_heights->GetHeight(i)) && box.Contains(m_cells.GetPnt(i)))
             return true;
     return false;
 }

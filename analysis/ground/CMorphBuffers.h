@@ -1,40 +1,15 @@
 #ifndef ANALYSIS_GROUND_CMORPHBUFFERS_H
 #define ANALYSIS_GROUND_CMORPHBUFFERS_H
 
-#include <analysis/ground/CWindowBox.h>
-
-#include <cstddef>
-#include <memory>
-
-/// An array that is used again and again, each time for contents of its own. Its elements are not zeroed.
-template <class T>
-class TReusedArray
-{
-public:
-    /// @return room for `nNum` elements, good until the next call. Throws std::bad_alloc.
-    T* Provide(std::size_t nNum)
-    {
-        if (nNum > m_nNum)
-        {
-            m_nNum = 0;
-            m_pData.reset(); // before the new one: not both at a time
-            m_pData.reset(new T[nNum]);
-            m_nNum = nNum;
-        }
-        return m_pData.get();
-    }
-
-private:
-    std::unique_ptr<T[]> m_pData;
-    std::size_t m_nNum = 0;
-};
+#include <analysis/ground/CCellPnt.h>
+#include <analysis/ground/TReusedArray.h>
 
 /// The large arrays of the ground filter, one entry a point: fresh memory for each window would cost as much
 /// as a pass over the points. One window at a time uses them.
 struct CMorphBuffers
 {
-    TReusedArray<CCellPnt> m_pnts; ///< for CWindowCells
-    TReusedArray<float> m_heights; ///< for CErodedHeights
+    TReusedArray<CCellPnt> pnts; ///< for CWindowCells
+    TReusedArray<float> heights; ///< for CErodedHeights
 };
 
 #endif

@@ -10,39 +10,42 @@ float CalcMiddle(float fMin, float fMax) noexcept
     return fMiddle < fMax ? fMiddle : fMin;
 }
 
-// What windows reach from the rectangle, and windows from there. Float subtraction is monotone: rounding
-// included, no window of a point inside ends outside.
-CMorphRect CalcReached(const CMorphRect& rect, float fHalf) noexcept
+// What windows of points in the box reach, and windows of points there. Float addition and subtraction are
+// monotone: rounding included, no window of a point inside ends outside.
+CMorphRegion::TBox CalcReached(const CMorphRegion::TBox& box, float fHalf) noexcept
 {
-    return {rect.fMinX - fHalf - fHalf, rect.fMinY - fHalf - fHalf, rect.fMaxX + fHalf + fHalf,
-            rect.fMaxY + fHalf + fHalf};
+    return box.GetGrown(fHalf).GetGrown(fHalf);
 }
 
 } // namespace
 
 CMorphRegion::CMorphRegion(const CMorphPnts& pnts) : m_pPnts(&pnts)
 {
+    TBox box = TBox::GetEmpty(); // a variable of its own can stay in registers
+    std::uint32_t nNumPnts = 0;
     ForEachPnt(
-        [this](const pcl::PointXYZ& pnt, std::uint32_t)
+        [&](const pcl::PointXYZ& pnt, std::uint32_t)
         {
-            m_rect.Add(pnt.x, pnt.y);
-            ++m_nNumPnts;
+            box.Add(pnt.x, pnt.y);
+            ++nNumPnts;
         });
-    m_rectOwn = m_rect;
+    m_box = box;
+    m_boxOwn = box;
+    m_nNumPnts = nNumPnts;
 }
 
-CMorphRegion::CMorphRegion(const CMorphRegion& parent, const CMorphRect& rectOwn, float fHalf)
+CMorphRegion::CMorphRegion(const CMorphRegion& parent, const TBox& boxOwn, float fHalf)
     : m_pPnts(parent.m_pPnts), m_bAll(false), m_nDepth(parent.m_nDepth + 1)
 {
-    // The given rectangle covers half the parent; the points inside say how much of it is used.
+    // The given box covers half the parent; the points inside say how much of it is used.
     parent.ForEachPnt(
         [&](const pcl::PointXYZ& pnt, std::uint32_t)
         {
-            if (rectOwn.IsInside(pnt.x, pnt.y))
-                m_rectOwn.Add(pnt.x, pnt.y);
+            if (boxOwn.Contains(pnt))
+                m_boxOwn.Add(pnt.x, pnt.y);
         });
-    const CMorphRect rectReached = CalcReached(m_rectOwn, fHalf);
-    const auto isReached = [&](const pcl::PointXYZ& pnt) { return rectReached.IsInside(pnt.x, pnt.y); };
+    const TBox boxReached = CalcReached(m_boxOwn, fHalf);
+    const auto isReached = [&](const pcl::PointXYZ& pnt) { return boxReached.Contains(pnt); };
     parent.ForEachPnt([&](const pcl::PointXYZ& pnt, std::uint32_t)
                       { m_nNumPnts += isReached(pnt) ? 1U : 0U; });
     m_vecPos.reserve(m_nNumPnts);
@@ -52,25 +55,25 @@ CMorphRegion::CMorphRegion(const CMorphRegion& parent, const CMorphRect& rectOwn
             if (!isReached(pnt))
                 return;
             m_vecPos.push_back(nPos);
-            m_rect.Add(pnt.x, pnt.y);
+            m_box.Add(pnt.x, pnt.y);
         });
 }
 
 std::pair<CMorphRegion, CMorphRegion> CMorphRegion::Divide(float fHalf) const
 {
-    CMorphRect rectLow = m_rectOwn;
-    CMorphRect rectHigh = m_rectOwn;
-    const double dWidth = static_cast<double>(m_rectOwn.fMaxX) - static_cast<double>(m_rectOwn.fMinX);
-    const double dHeight = static_cast<double>(m_rectOwn.fMaxY) - static_cast<double>(m_rectOwn.fMinY);
+    TBox boxLow = m_boxOwn;
+    TBox boxHigh = m_boxOwn;
+    const double dWidth = static_cast<double>(m_boxOwn.xmax) - static_cast<double>(m_boxOwn.xmin);
+    const double dHeight = static_cast<double>(m_boxOwn.ymax) - static_cast<double>(m_boxOwn.ymin);
     if (dWidth >= dHeight)
     {
-        rectLow.fMaxX = CalcMiddle(m_rectOwn.fMinX, m_rectOwn.fMaxX);
-        rectHigh.fMinX = std::nextafter(rectLow.fMaxX, m_rectOwn.fMaxX);
+        boxLow.xmax = CalcMiddle(m_boxOwn.xmin, m_boxOwn.xmax);
+        boxHigh.xmin = std::nextafter(boxLow.xmax, m_boxOwn.xmax);
     }
     else
     {
-        rectLow.fMaxY = CalcMiddle(m_rectOwn.fMinY, m_rectOwn.fMaxY);
-        rectHigh.fMinY = std::nextafter(rectLow.fMaxY, m_rectOwn.fMaxY);
+        boxLow.ymax = CalcMiddle(m_boxOwn.ymin, m_boxOwn.ymax);
+        boxHigh.ymin = std::nextafter(boxLow.ymax, m_boxOwn.ymax);
     }
-    return {CMorphRegion(*this, rectLow, fHalf), CMorphRegion(*this, rectHigh, fHalf)};
+    return {CMorphRegion(*this, boxLow, fHalf), CMorphRegion(*this, boxHigh, fHalf)};
 }

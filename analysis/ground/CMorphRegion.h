@@ -2,49 +2,29 @@
 #define ANALYSIS_GROUND_CMORPHREGION_H
 
 #include <analysis/ground/CMorphPnts.h>
+#include <zor3geom/TPlanBox.h>
 
 #include <cstdint>
-#include <limits>
 #include <utility>
 #include <vector>
-
-/// Closed rectangle of floats; empty until points are added.
-struct CMorphRect
-{
-    float fMinX = std::numeric_limits<float>::infinity();
-    float fMinY = std::numeric_limits<float>::infinity();
-    float fMaxX = -std::numeric_limits<float>::infinity();
-    float fMaxY = -std::numeric_limits<float>::infinity();
-
-    void Add(float x, float y) noexcept
-    {
-        fMinX = x < fMinX ? x : fMinX;
-        fMinY = y < fMinY ? y : fMinY;
-        fMaxX = x > fMaxX ? x : fMaxX;
-        fMaxY = y > fMaxY ? y : fMaxY;
-    }
-    bool IsEmpty() const noexcept { return !(fMinX <= fMaxX); }
-    bool IsInside(float x, float y) const noexcept
-    {
-        return x >= fMinX && x <= fMaxX && y >= fMinY && y <= fMaxY;
-    }
-};
 
 /// A part of the plane that is filtered in one piece: its own points, which are decided about, and the
 /// points around it that their windows, and the windows of the points in these, reach.
 class CMorphRegion
 {
 public:
+    using TBox = zor::geom::TPlanBox<float>; ///< empty where there is no point
+
     /// All finite points of `pnts`, which must outlive the region.
     explicit CMorphRegion(const CMorphPnts& pnts);
 
-    const CMorphRect& GetOwnRect() const noexcept { return m_rectOwn; } ///< bounds of its own points
-    const CMorphRect& GetRect() const noexcept { return m_rect; }       ///< bounds of all its points
-    std::uint32_t GetNumPnts() const noexcept { return m_nNumPnts; }    ///< all its points
+    const TBox& GetOwnBox() const noexcept { return m_boxOwn; }      ///< bounds of its own points
+    const TBox& GetBox() const noexcept { return m_box; }            ///< bounds of all its points
+    std::uint32_t GetNumPnts() const noexcept { return m_nNumPnts; } ///< all its points
     bool HasAll() const noexcept { return m_nNumPnts == m_pPnts->GetNumPnts(); }
     int GetDepth() const noexcept { return m_nDepth; } ///< divisions that led to it
 
-    /// Divides at the middle of the longer edge of its own rectangle. Neither half is without points.
+    /// Divides at the middle of the longer edge of its own box. Neither half is without points.
     ///
     /// @param fHalf  half the window.
     /// REQUIRES: own points at two places at least.
@@ -66,13 +46,13 @@ public:
     }
 
 private:
-    CMorphRegion(const CMorphRegion& parent, const CMorphRect& rectOwn, float fHalf);
+    CMorphRegion(const CMorphRegion& parent, const TBox& boxOwn, float fHalf);
 
     const CMorphPnts* m_pPnts;
     bool m_bAll = true;                  // all finite points: no list
     std::vector<std::uint32_t> m_vecPos; // finite points of the region, ascending
-    CMorphRect m_rectOwn;
-    CMorphRect m_rect;
+    TBox m_boxOwn = TBox::GetEmpty();
+    TBox m_box = TBox::GetEmpty();
     std::uint32_t m_nNumPnts = 0;
     int m_nDepth = 0;
 };

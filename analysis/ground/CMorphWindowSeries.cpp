@@ -25,7 +25,7 @@ CMorphWindowSeries::CMorphWindowSeries(const CMorphParams& params) noexcept
 
 float CMorphWindowSeries::CalcSize() const noexcept
 {
-    // The power is one of doubles, the linear form one of floats: so is the published filter's.
+    // The published filter computes the power in doubles and the linear form in floats.
     if (m_params.bExponential)
         return static_cast<float>(static_cast<double>(m_params.fCellSize) *
                                   (2.0 * std::pow(static_cast<double>(m_params.fBase), m_nStep) + 1.0));

@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <vector>
 
-/// Between which heights the opened surface lies at the points of each cell, from whole cells alone.
+/// Bounds of the opened height, for all points of a cell at once, from whole cells alone.
 ///
 /// The opened height of a point is the greatest eroded height in its window, an eroded height the least
 /// height in a window. For the points of a cell, the cells that all their windows hold and the cells

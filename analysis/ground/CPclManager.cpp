@@ -8,7 +8,7 @@
 namespace
 {
 
-/// What is not finite, which only the origin of a damaged file can bring, stays so: the filter knows it.
+/// What is not finite, which only the origin of a damaged file can bring, stays so: the filter can take it.
 float NarrowToFloat(double d) noexcept
 {
     return std::isfinite(d) ? SaturateToFloat(d) : static_cast<float>(d);

@@ -20,7 +20,7 @@ template class pcl::ProgressiveMorphologicalFilter<pcl::PointXYZ>;
 namespace
 {
 
-// Progress of longer series is told as if the rest came with the last of these.
+// A series of more windows tells its progress as if the rest of them belonged to the last of these.
 constexpr int c_nMaxCounted = 10000;
 
 int CountWindows(CMorphWindowSeries series) noexcept
@@ -76,7 +76,8 @@ void CProgressMorphFilter::KeepGround(IPclProgressListener* pListener, std::vect
     {
         const auto nNumPnts = static_cast<std::uint32_t>(vecGround.size());
         progress.StartWindow(std::min(i, c_nMaxCounted - 1), nNumPnts);
-        // KEPT: a list as long as the cloud stands for the cloud as it is, whatever its order.
+        // KEPT: a list as long as the cloud stands for the cloud as it is, whatever its order
+        // (Extract_IndicesAsManyAsPoints_Kept).
         const int* pList = vecGround.size() == input_->size() ? nullptr : vecGround.data();
         KeepStaying(
             FilterWindow(CMorphPnts(input_->points.data(), pList, nNumPnts), window, buffers, progress),

@@ -14,9 +14,24 @@ extern template class pcl::ProgressiveMorphologicalFilter<pcl::PointXYZ>;
 /// PCL's progressive morphological filter, telling a listener how far it is, and sooner done.
 ///
 /// To fill and set up: as the published filter (`setInputCloud`, `setIndices`, its parameters). To run:
-/// `extract`. Both forms of it give the same indices in the same order. The published one looks at every
-/// point of the window of every point; this one at cells of points first, and at single points where the
-/// answer depends on them.
+/// `extract`. Both forms of it give the same indices in the same order.
+///
+/// **The idea: bounds first, exact heights only where they decide.** The filter lays a series of growing
+/// windows over the points that are left. With each window it erodes (the least height in the window of a
+/// point), opens (the greatest eroded height in that window), and drops the points that lie too far above
+/// their opened height. The published filter finds the opened height of every point, from every point of
+/// every window. But all that is asked is on which side of a limit a point lies. So the points are sorted
+/// into cells (`CWindowCells`). The cells that every window of a cell's points holds, and those that some
+/// of these windows touch, bound the opened heights of all points of the cell from both sides
+/// (`COpeningBounds`). A point that is close enough to the lower bound stays, one that is too far above the
+/// upper bound goes. Only for the few points between, eroded heights are made exactly (`CErodedHeights`),
+/// cell by cell, until one of them is close enough or none can be (`CGroundDecision`).
+///
+/// Why this gives the published result: a least or greatest height is one of the heights themselves,
+/// nothing is rounded, so it does not matter in which groups it is taken. The windows end where the
+/// published ones end, since their limits come from the same float operations. And float subtraction is
+/// monotone: a point that passes the published comparison with the lower bound passes it with every
+/// greater opened height, and one that fails it with the upper bound fails it with every lesser one.
 class CProgressMorphFilter final : public pcl::ProgressiveMorphologicalFilter<pcl::PointXYZ>
 {
 public:

@@ -18,7 +18,7 @@ struct CWindowReach
 ///
 /// The window of a coordinate f is the closed interval [f - half, f + half], both ends rounded to float.
 /// The cell of a coordinate never falls as the coordinate grows, so points of the cells strictly between
-/// the cells of both ends are in the window, points of the two end cells may be, all others are not:
+/// the cells of both ends are in the window, points of the two end cells may be in it, all others are not,
 /// whatever the rounding does.
 ///
 /// There are empty cells before the first and after the last; what lies beyond belongs to them.
@@ -33,7 +33,6 @@ public:
     CWindowAxis(float fMin, float fMax, double dCellSize, float fHalf);
 
     int GetNumCells() const noexcept { return m_nNumCells + 2 * m_nPad; } ///< empty ones counted
-    int GetPad() const noexcept { return m_nPad; }                        ///< empty cells at either end
 
     int GetCell(float f) const noexcept
     {
@@ -77,7 +76,7 @@ private:
     double m_dEnd = 0.0;
     float m_fHalf = 0.0F;
     int m_nNumCells = 0;
-    int m_nPad = 1;
+    int m_nPad = 1; // empty cells at either end
     int m_nEnd = 0; // last cell, an empty one
     int m_nBlock = 1;
     std::vector<CSpan> m_vecSpans;

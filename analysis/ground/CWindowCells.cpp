@@ -50,14 +50,14 @@ double CalcCellSize(const CExtent& extent, double dNumPnts, double dHalf)
 
 CWindowCells::CWindowCells(const CMorphRegion& region, float fHalf)
 {
-    const CMorphRect& rect = region.GetRect();
-    const CExtent extent{static_cast<double>(rect.fMaxX) - static_cast<double>(rect.fMinX),
-                         static_cast<double>(rect.fMaxY) - static_cast<double>(rect.fMinY)};
+    const zor::geom::TPlanBox<float>& box = region.GetBox();
+    const CExtent extent{static_cast<double>(box.xmax) - static_cast<double>(box.xmin),
+                         static_cast<double>(box.ymax) - static_cast<double>(box.ymin)};
     const double dHalf = static_cast<double>(fHalf);
     const double dSize = CalcCellSize(extent, static_cast<double>(region.GetNumPnts()), dHalf);
     m_bCoarse = dSize > 1.01 * dHalf / c_nCellsPerHalf;
-    m_axisX = CWindowAxis(rect.fMinX, rect.fMaxX, dSize, fHalf);
-    m_axisY = CWindowAxis(rect.fMinY, rect.fMaxY, dSize, fHalf);
+    m_axisX = CWindowAxis(box.xmin, box.xmax, dSize, fHalf);
+    m_axisY = CWindowAxis(box.ymin, box.ymax, dSize, fHalf);
     CountPnts(region);
 }
 
@@ -90,7 +90,7 @@ void CWindowCells::CountPnts(const CMorphRegion& region)
 
 void CWindowCells::SortPnts(const CMorphRegion& region, CMorphBuffers& buffers)
 {
-    m_pPnts = buffers.m_pnts.Provide(GetNumPnts());
+    m_pPnts = buffers.pnts.Provide(GetNumPnts());
     m_vecMin.assign(GetNumCells(), std::numeric_limits<float>::infinity());
     m_vecSorted.assign(GetNumCells(), 0);
 

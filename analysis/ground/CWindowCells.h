@@ -1,10 +1,12 @@
 #ifndef ANALYSIS_GROUND_CWINDOWCELLS_H
 #define ANALYSIS_GROUND_CWINDOWCELLS_H
 
+#include <analysis/ground/CCellPnt.h>
 #include <analysis/ground/CMorphBuffers.h>
 #include <analysis/ground/CMorphRegion.h>
 #include <analysis/ground/CWindowAxis.h>
-#include <analysis/ground/CWindowBox.h>
+#include <analysis/ground/CWindowRing.h>
+#include <zor3geom/TPlanBox.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -49,22 +51,24 @@ public:
     std::uint32_t GetStart(std::size_t nCell) const noexcept { return m_vecStart[nCell]; }
     const CCellPnt& GetPnt(std::uint32_t i) const noexcept { return m_pPnts[i]; }
 
-    CWindowBox CalcBox(float x, float y) const noexcept
+    /// The window of a point at this place.
+    zor::geom::TPlanBox<float> CalcBox(float x, float y) const noexcept
     {
-        return {m_axisX.GetWindowMin(x), m_axisX.GetWindowMax(x), m_axisY.GetWindowMin(y),
+        return {m_axisX.GetWindowMin(x), m_axisY.GetWindowMin(y), m_axisX.GetWindowMax(x),
                 m_axisY.GetWindowMax(y)};
     }
-    CWindowRing CalcRing(const CWindowBox& box) const noexcept
+    CWindowRing CalcRing(const zor::geom::TPlanBox<float>& box) const noexcept
     {
-        return {m_axisX.GetCell(box.fMinX), m_axisX.GetCell(box.fMaxX), m_axisY.GetCell(box.fMinY),
-                m_axisY.GetCell(box.fMaxY)};
+        return {m_axisX.GetCell(box.xmin), m_axisX.GetCell(box.xmax), m_axisY.GetCell(box.ymin),
+                m_axisY.GetCell(box.ymax)};
     }
 
     /// Least height of a cell; +infinity without points.
     float GetMin(std::size_t nCell) const noexcept { return m_vecMin[nCell]; }
     const std::vector<float>& GetMins() const noexcept { return m_vecMin; }
 
-    /// Brings the points of a cell into the order of their heights.
+    /// Brings the points of a cell into the order of their heights, with the first call: later calls leave
+    /// the order as it is.
     void SortByHeight(std::size_t nCell)
     {
         if (m_vecSorted[nCell] == 0)

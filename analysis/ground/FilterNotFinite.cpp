@@ -16,14 +16,14 @@ bool HasPlanPosition(const pcl::PointXYZ& pnt) noexcept
 
 bool HasPntInWindow(const CWindowCells& cells, float x, float y)
 {
-    const CWindowBox box = cells.CalcBox(x, y);
+    const zor::geom::TPlanBox<float> box = cells.CalcBox(x, y);
     const CWindowRing ring = cells.CalcRing(box);
     for (int nRow = ring.nRowMin; nRow <= ring.nRowMax; ++nRow)
         for (int nCol = ring.nColMin; nCol <= ring.nColMax; ++nCol)
         {
             const std::size_t nCell = cells.GetCell(nRow, nCol);
             for (std::uint32_t i = cells.GetStart(nCell); i < cells.GetStart(nCell + 1); ++i)
-                if (box.IsInside(cells.GetPnt(i)))
+                if (box.Contains(cells.GetPnt(i)))
                     return true;
         }
     return false;
@@ -65,7 +65,8 @@ void FilterNotFinite(const CMorphPnts& pnts, const CMorphWindow& window, std::ve
         if (CMorphPnts::IsFinite(pnt))
             continue;
         bool bStays = pnt.z - pnt.z < window.fMaxDiff; // empty window: the point keeps its height
-        // Below a finite surface lies minus infinity alone, and without one the difference is no number.
+        // Of the heights that are not finite, minus infinity alone lies below a finite surface. Where the
+        // window holds no finite point, the difference is not a number.
         if (HasPlanPosition(pnt))
         {
             bStays = pnt.z < 0.0F && pnt.z < window.fMaxDiff;

@@ -10,25 +10,28 @@
 namespace
 {
 
-// Enough to part any two floats of an axis that lie far from all others; beyond, cells stay crowded.
+// So many divisions part any two floats of an axis that lie far from all others. Cells that are still
+// crowded then stay so.
 constexpr int c_nMaxDepth = 96;
 
 // Below this a region is not worth dividing.
 constexpr std::uint32_t c_nMinPnts = 256;
 
-// Halves of a smaller region would mostly hold the points around them. In halves of a window.
+// A region worth dividing is longer than this, in halves of a window: the parts of a smaller one would
+// mostly hold points around their own.
 constexpr double c_dMinHalves = 16.0;
 
 bool IsWorthDividing(const CMorphRegion& region, float fHalf) noexcept
 {
-    const CMorphRect& rect = region.GetOwnRect();
+    const CMorphRegion::TBox& box = region.GetOwnBox();
     const double dMin = c_dMinHalves * static_cast<double>(fHalf);
     return region.GetDepth() < c_nMaxDepth && region.GetNumPnts() >= c_nMinPnts &&
-           (static_cast<double>(rect.fMaxX) - static_cast<double>(rect.fMinX) > dMin ||
-            static_cast<double>(rect.fMaxY) - static_cast<double>(rect.fMinY) > dMin);
+           (static_cast<double>(box.xmax) - static_cast<double>(box.xmin) > dMin ||
+            static_cast<double>(box.ymax) - static_cast<double>(box.ymin) > dMin);
 }
 
-// Regions still to do are kept in a list, not on the call stack: its length, like the depth, is bounded.
+/// Filters a region, divided where that helps. Regions still to do are kept in a list, not on the call
+/// stack; the bounded depth of the division bounds the list.
 class CRegionFilter
 {
 public:
@@ -63,7 +66,7 @@ private:
             return;
         }
         cells.SortPnts(region, m_buffers);
-        CGroundDecision(cells, region.GetOwnRect(), m_fMaxDiff, m_buffers).Decide(m_vecStays, m_progress);
+        CGroundDecision(cells, region.GetOwnBox(), m_fMaxDiff, m_buffers).Decide(m_vecStays, m_progress);
     }
 
     float m_fHalf;

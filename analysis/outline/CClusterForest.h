@@ -25,8 +25,9 @@ public:
         return IsRoot(nParent) ? nParent : Compress(nIndex);
     }
 
-    /// Joins the clusters of two points. The first one's root becomes the root of both, whatever their
-    /// sizes: the outcome does not depend on how a cluster grew.
+    /// Joins the clusters of two points.
+    /// KEPT: the first one's root becomes the root of both, whatever their sizes: the outcome does not depend
+    /// on how a cluster grew (Join_FirstRootWins_Kept).
     void Join(std::int32_t nFirst, std::int32_t nSecond) noexcept
     {
         const std::int32_t nRoot = FindRoot(nFirst);
@@ -40,9 +41,9 @@ public:
     /// @return points of a cluster. REQUIRES: IsRoot(nRoot).
     std::int32_t GetSize(std::int32_t nRoot) const noexcept { return -GetEntry(nRoot); }
 
-    /// @return the root of the cluster of most points; of equal ones, of that whose first point in
-    ///         index order comes first. -1 when there is no point. Every point's parent is a root
-    ///         afterwards.
+    /// @return the root of the cluster of most points; of several such clusters, of the one whose first
+    ///         point in index order comes first. -1 when there is no point. Every point's parent is a
+    ///         root afterwards.
     std::int32_t FindLargest() noexcept;
 
 private:

@@ -7,14 +7,18 @@
 ///
 /// A turn is the heading in minus the heading out, radians, within -π and π: negative to the left,
 /// just above -π nearly straight back. The best so far begins above all turns.
+///
+/// The angles decide, and they are costly. So a number that grows with the turn and needs no angle
+/// (`CalcOrder`) tells first whether a direction can be sharper than the best; where it comes near to a
+/// tie, and near the way back, it leaves the answer to the angles.
 class CLeftTurn
 {
 public:
     /// @param dx, dy  direction of arrival, whole numbers, not both 0; below 2^33.
     CLeftTurn(double dx, double dy) noexcept : m_dx(dx), m_dy(dy), m_dHeading(std::atan2(dy, dx)) {}
 
-    /// @return whether the direction may be sharper than the best. False only where it is not; true
-    ///         now and then where it is not. A few operations, without an angle.
+    /// @return whether the direction may be sharper than the best: false only if it is not, true now and
+    ///         then although it is not. Cost: a few operations, without an angle.
     bool CanBeat(double dx, double dy) const noexcept
     {
         const double dOrder = CalcOrder(dx, dy);
@@ -32,7 +36,9 @@ public:
         return dTurn;
     }
 
-    /// @return whether the turn is sharper than the best; straight back is not.
+    /// @return whether the turn is sharper than the best.
+    /// KEPT: straight back is refused only where the angles give -π exactly; where they give π, it is the
+    /// widest turn to the right (IsSharper_StraightBackDependsOnTheSign_Kept).
     bool IsSharper(double dTurn) const noexcept { return dTurn != -c_dPi && dTurn < m_dBest; }
 
     void SetBest(double dTurn, double dx, double dy) noexcept

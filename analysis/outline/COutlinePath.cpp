@@ -4,9 +4,11 @@
 #include <octree/CTruncPnt_Color.h>
 #include <zor3geom/LINE_2D.h>
 
+#include <algorithm>
 #include <cmath>
 
 using zor::geom::LINE_2D;
+using zor::geom::TPlanBox;
 
 namespace
 {
@@ -16,6 +18,12 @@ LINE_2D MakeLine(const T& a, const T& b) noexcept
 {
     return {static_cast<double>(a.m_nX), static_cast<double>(a.m_nY), static_cast<double>(b.m_nX),
             static_cast<double>(b.m_nY)};
+}
+
+template <class T>
+TPlanBox<std::int32_t> MakeBox(const T& a, const T& b) noexcept
+{
+    return TPlanBox<std::int32_t>::Around(a.m_nX, a.m_nY, b.m_nX, b.m_nY);
 }
 
 template <class T>
@@ -33,35 +41,35 @@ class COutlinePath<T>::CCandidate
 public:
     /// @param bCloses  whether it closes the path: it then ends at the path's first point.
     CCandidate(const T& from, const T& to, bool bCloses) noexcept
-        : m_line(MakeLine(from, to)), m_box(CPathBox::Around(from, to)), m_to(to), m_bCloses(bCloses),
+        : m_line(MakeLine(from, to)), m_box(MakeBox(from, to)), m_to(to), m_bCloses(bCloses),
           m_dx(m_line.x2 - m_line.x1), m_dy(m_line.y2 - m_line.y1)
     {
     }
 
     bool Meets(const LINE_2D& line) const noexcept { return m_line.intersect(line); }
-    bool MeetsBox(const CPathBox& box) const noexcept { return m_box.Meets(box); }
+    bool MeetsBox(const TBox& box) const noexcept { return m_box.Meets(box); }
 
     /// May it meet a segment that begins there?
     bool MayTouch(const T& begin) const noexcept { return m_bCloses && AreStacked(begin, m_to); }
 
     /// @return false only for a box in which nothing can meet the segment: one beside its box, or
     ///         wholly on one side of its line.
-    bool MayMeet(const CPathBox& box) const noexcept
+    bool MayMeet(const TBox& box) const noexcept
     {
         if (!m_box.Meets(box))
             return false;
         constexpr double c_dRounding = 1.0e-14;
-        const double dHalfX = (static_cast<double>(box.m_nXMax) - static_cast<double>(box.m_nXMin)) / 2.0;
-        const double dHalfY = (static_cast<double>(box.m_nYMax) - static_cast<double>(box.m_nYMin)) / 2.0;
-        const double a = m_dx * (static_cast<double>(box.m_nYMin) + dHalfY - m_line.y1);
-        const double b = m_dy * (static_cast<double>(box.m_nXMin) + dHalfX - m_line.x1);
+        const double dHalfX = (static_cast<double>(box.xmax) - static_cast<double>(box.xmin)) / 2.0;
+        const double dHalfY = (static_cast<double>(box.ymax) - static_cast<double>(box.ymin)) / 2.0;
+        const double a = m_dx * (static_cast<double>(box.ymin) + dHalfY - m_line.y1);
+        const double b = m_dy * (static_cast<double>(box.xmin) + dHalfX - m_line.x1);
         const double dReach = std::fabs(m_dx) * dHalfY + std::fabs(m_dy) * dHalfX;
         return std::fabs(a - b) <= dReach + c_dRounding * (std::fabs(a) + std::fabs(b) + dReach);
     }
 
 private:
     LINE_2D m_line;
-    CPathBox m_box;
+    TBox m_box;
     const T& m_to;
     bool m_bCloses;
     double m_dx;
@@ -70,9 +78,9 @@ private:
 
 /// Box of segment i (level 0), or box i of the level below.
 template <class T>
-CPathBox COutlinePath<T>::GetItem(std::size_t nLevel, std::size_t i) const noexcept
+typename COutlinePath<T>::TBox COutlinePath<T>::GetItem(std::size_t nLevel, std::size_t i) const noexcept
 {
-    return nLevel == 0 ? CPathBox::Around(GetPnt(i), GetPnt(i + 1)) : m_vecLevels[nLevel - 1][i];
+    return nLevel == 0 ? MakeBox(GetPnt(i), GetPnt(i + 1)) : m_vecLevels[nLevel - 1][i];
 }
 
 template <class T>
@@ -82,17 +90,19 @@ std::size_t COutlinePath<T>::GetNumItems(std::size_t nLevel) const noexcept
 }
 
 template <class T>
-CPathBox COutlinePath<T>::CalcBlock(std::size_t nLevel, std::size_t nBlock) const noexcept
+typename COutlinePath<T>::TBox COutlinePath<T>::CalcBlock(std::size_t nLevel,
+                                                          std::size_t nBlock) const noexcept
 {
     const std::size_t nBegin = nBlock * c_nFanOut;
     const std::size_t nEnd = std::min(nBegin + c_nFanOut, GetNumItems(nLevel));
-    CPathBox box = GetItem(nLevel, nBegin);
+    TBox box = GetItem(nLevel, nBegin);
     for (std::size_t i = nBegin + 1; i < nEnd; ++i)
         box.Extend(GetItem(nLevel, i));
     return box;
 }
 
-// A level above the first exists as long as it has two items or more, so the topmost has one box.
+// A level above the first exists as long as it has two items or more to stand around, so the topmost level
+// has one box.
 template <class T>
 void COutlinePath<T>::Push(std::int32_t nIndex)
 {
@@ -100,12 +110,12 @@ void COutlinePath<T>::Push(std::int32_t nIndex)
     if (m_vecPath.size() < 2)
         return;
     std::size_t i = m_vecPath.size() - 2;
-    const CPathBox box = GetItem(0, i);
+    const TBox box = GetItem(0, i);
     for (std::size_t nLevel = 0; nLevel == 0 || i != 0; ++nLevel)
     {
         if (nLevel == m_vecLevels.size())
             m_vecLevels.emplace_back();
-        std::vector<CPathBox>& vecBoxes = m_vecLevels[nLevel];
+        std::vector<TBox>& vecBoxes = m_vecLevels[nLevel];
         i /= c_nFanOut;
         if (i == vecBoxes.size())
             vecBoxes.push_back(CalcBlock(nLevel, i));
@@ -123,7 +133,7 @@ void COutlinePath<T>::Pop() noexcept
     std::size_t i = m_vecPath.size() - 1; // the segment, and on each level the item, that changes
     for (std::size_t nLevel = 0; nLevel < m_vecLevels.size(); ++nLevel)
     {
-        std::vector<CPathBox>& vecBoxes = m_vecLevels[nLevel];
+        std::vector<TBox>& vecBoxes = m_vecLevels[nLevel];
         if (nLevel > 0 && GetNumItems(nLevel) < 2)
         {
             m_vecLevels.pop_back();
@@ -143,12 +153,12 @@ bool COutlinePath<T>::MeetsSegment(const CCandidate& candidate, std::size_t i) c
 {
     const T& from = GetPnt(i);
     const T& to = GetPnt(i + 1);
-    return candidate.MeetsBox(CPathBox::Around(from, to)) && candidate.Meets(MakeLine(from, to)) &&
+    return candidate.MeetsBox(MakeBox(from, to)) && candidate.Meets(MakeLine(from, to)) &&
            !candidate.MayTouch(from);
 }
 
-/// Does the candidate meet a segment under a box? Bounded: eight levels hold more segments than there
-/// are indices.
+/// Does the candidate meet a segment under a box? The recursion is bounded: eight levels hold more
+/// segments than there are indices.
 template <class T>
 bool COutlinePath<T>::MeetsBlock(const CCandidate& candidate, std::size_t nLevel,
                                  std::size_t nBlock) const noexcept

@@ -9,9 +9,9 @@
 #include <cmath>
 
 /// Shows `onPnt(index, dx, dy)` the open points within a radius of the last point of the path that do
-/// not share its place, leaf by leaf; dx and dy lead to them.
+/// not share its place, leaf by leaf; dx and dy lead from that point to them.
 ///
-/// @param dTried  a smaller radius that has been tried from here: the points it showed are left out.
+/// @param dTried  a smaller radius that has been tried from here: the points within it are left out.
 template <class T>
 template <class OnPnt>
 void COutlineWalk<T>::VisitNear(double dRadius, double dTried, OnPnt onPnt) const
@@ -19,10 +19,11 @@ void COutlineWalk<T>::VisitNear(double dRadius, double dTried, OnPnt onPnt) cons
     const double x = static_cast<double>(m_pPnts[m_path.GetLast()].m_nX);
     const double y = static_cast<double>(m_pPnts[m_path.GetLast()].m_nY);
     const double dRadiusSquare = dRadius * dRadius;
-    const CSearchBox boxTried({x - dTried, y - dTried, x + dTried, y + dTried});
+    const zor::geom::TPlanBox<std::int64_t> boxTried =
+        RoundInwards({x - dTried, y - dTried, x + dTried, y + dTried});
     const auto onLeaf = [&](const COcTreeLeaf& leaf, const CPlanSquare& square)
     {
-        const double dTriedSquare = boxTried.Meets(square) ? dTried * dTried : 0.0;
+        const double dTriedSquare = boxTried.Meets(square.GetBox()) ? dTried * dTried : 0.0;
         for (std::int32_t k = leaf.m_nFirst; k < leaf.m_nFirst + leaf.m_nCount; ++k)
         {
             const double dx = static_cast<double>(m_pPnts[k].m_nX) - x;
@@ -36,7 +37,8 @@ void COutlineWalk<T>::VisitNear(double dRadius, double dTried, OnPnt onPnt) cons
     CollectLeaves2D(m_tree, {x - dRadius, y - dRadius, x + dRadius, y + dRadius}, onLeaf);
 }
 
-/// KEPT: the first step leads strictly north of the start point, or there is none.
+/// KEPT: the first step leads strictly north of the start point, or there is none
+/// (FirstStepIsStrictlyNorth_Kept).
 template <class T>
 std::int32_t COutlineWalk<T>::FindFirst(double dRadius, double dTried) const
 {
@@ -96,9 +98,9 @@ std::int32_t COutlineWalk<T>::FindNext() const
     }
 }
 
-// A point of the path needs no trial: a way to it meets a segment there. So a point is closed as soon
-// as the walk takes it, and stays so when it is given up; only the start point stays open, to be
-// reached again. That is why the walk ends: it takes no point twice.
+// A point of the path need not be tried again: any way to it would meet the segment that ends there. So
+// the walk closes a point as soon as it takes it, and leaves it closed when it gives the point up; only the
+// start point stays open, to be reached again. That is why the walk ends: it takes no point twice.
 template <class T>
 bool COutlineWalk<T>::Walk(std::int32_t nStart)
 {

@@ -11,7 +11,7 @@
 ///
 /// From each point the walk takes the sharpest left turn that does not meet the path so far, to a
 /// point no farther than the step; where there is none it tries two steps, and so on up to ten. A
-/// point that leads nowhere is given up and the walk goes back to the one before.
+/// point from which no step leads on is given up, and the walk goes back to the one before.
 template <class T>
 class COutlineWalk
 {

@@ -29,7 +29,7 @@ std::int32_t JoinNeighbours(const COcTreeData<T>& store, std::int32_t i, double 
             const double dx = static_cast<double>(pPnts[k].m_nX) - x;
             const double dy = static_cast<double>(pPnts[k].m_nY) - y;
             const double dDistSquare = dx * dx + dy * dy;
-            // KEPT: points stacked at one place are not neighbours.
+            // KEPT: points stacked at one place are not neighbours (StackedPntsAreNotNear_Kept).
             if (dDistSquare > dRadiusSquare || dDistSquare == 0.0 || store.IsDeleted(k))
                 continue;
             forest.Join(i, k);
@@ -48,7 +48,8 @@ bool HasSamePlace(const T& pntA, const T& pntB) noexcept
 
 } // namespace
 
-// KEPT: a deleted point is nobody's neighbour, but is itself asked for its neighbours and joins them.
+// KEPT: a deleted point is nobody's neighbour, but is itself asked for its neighbours and joins them
+// (DeletedPntJoinsItsNeighbours_Kept).
 //
 // The points reached so far need no set of their own: of the points from i on, those reached are the
 // ones that are no longer roots. A reached point has been joined to the one that reached it, whose
@@ -66,7 +67,7 @@ CClusterForest FindClusters(const COcTreeData<T>& store, IDlgProgress* pProgress
     {
         if (pProgress != nullptr)
             pProgress->SetPos(static_cast<int>(i * 100.0 / nNumPnts));
-        // KEPT: a point that was reached is not asked for neighbours of its own.
+        // KEPT: a point that was reached is not asked for neighbours of its own (ReachedPntIsNotAsked_Kept).
         if (!forest.IsRoot(i))
             continue;
         // Points stacked at one place have the same neighbours, which are joined already: one of them joins

@@ -12,8 +12,8 @@ class IDlgProgress;
 /// @param dRadius    compact units; points at most so far apart, in different places, are neighbours.
 ///                   Not a number: all points are.
 ///
-/// Points are taken in index order. One that an earlier point has reached is not asked for its own
-/// neighbours, so a cluster is joined only through the others.
+/// Points are asked for their later neighbours in index order, and joined with them. A point that an
+/// earlier one has reached is not asked: clusters grow only through the points that were not reached.
 /// REQUIRES: a tree with a root. Cost: one query for each point not reached. Throws std::bad_alloc.
 template <class T>
 CClusterForest FindClusters(const COcTreeData<T>& store, IDlgProgress* pProgress, double dRadius);

@@ -51,15 +51,13 @@ void TellCoarseness(const CPntSummary& summary, const COptions& options, const C
 {
     constexpr double c_dRound = 1000.0; // to which coordinates are shifted
     constexpr float c_fFine = 0.001F;
-    const zor::geom::RECT_3D& box = summary.box;
-    const auto fLargest = static_cast<float>(
-        std::max({box.xmax - box.xmin, box.ymax - box.ymin, box.zmax - box.zmin}) + c_dRound);
+    const auto fLargest = static_cast<float>(summary.CalcExtent() + c_dRound);
     const float fStep = std::nextafter(fLargest, std::numeric_limits<float>::max()) - fLargest;
     if (fStep > c_fFine)
         console.Note(
             fmt::format("{}: so far from their origin floats lie up to {:.2g} units apart; .cld keeps "
-                        "1/10000",
-                        options.sOutPath, fStep));
+                        "1/{:.0f}",
+                        options.sOutPath, fStep, c_dCompactScale));
 }
 
 /// @return what to say of the result.

@@ -8,10 +8,11 @@
 #include <string_view>
 #include <vector>
 
+class CByteReader;
+
 namespace zorcld
 {
 
-class CByteReader;
 class CInputFile;
 
 /// A kind of file that the library reads: how it is called and how it is told from others.

@@ -1,45 +1,28 @@
 #include <host/files/CGridFile.h>
-#include <host/files/IPntSource.h>
 
-#include <algorithm>
-#include <array>
-#include <cctype>
+#include <formats/AsciiGridKeys.h>
+#include <host/files/IPntSource.h>
 
 namespace zorcld
 {
-
-namespace
-{
-
-bool IsGrid(std::string_view sFirst)
-{
-    std::string sLower(sFirst);
-    std::transform(sLower.begin(), sLower.end(), sLower.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    constexpr std::array c_starts = {"ncols", "nrows", "xllcorner", "xllcenter"};
-    return std::any_of(c_starts.begin(), c_starts.end(),
-                       [&](const char* pStart) { return sLower.rfind(pStart, 0) == 0; });
-}
-
-} // namespace
 
 const CFileKind CGridFile::c_kind = {
     PntCldFile_AsciiGrid,
     "grid",
     "ESRI ASCII grid",
     {"asc", "agr"},
-    IsGrid,
+    IsAsciiGridStart,
     [](const std::string& sPath, CByteReader&& reader) -> std::unique_ptr<CInputFile>
     { return std::make_unique<CGridFile>(sPath, std::move(reader)); }};
 
 /// The cells with a height are not counted in the header, so that no points are announced.
 CGridFile::CGridFile(const std::string& sPath, CByteReader&& reader)
-    : CInputFile(c_kind, sPath, std::move(reader)), m_header(ReadGridHeader(m_reader))
+    : CInputFile(c_kind, sPath, std::move(reader)), m_meaning(ReadAsciiGridMeaning(m_reader))
 {
-    m_sHeadCause = m_header.FindLibraryCause();
-    if (!m_sHeadCause.empty() || !m_header.IsPlaceLost())
+    m_sHeadCause = m_meaning.FindTakenCause();
+    if (!m_sHeadCause.empty() || !m_meaning.IsPlaceLost())
         return;
-    if (m_header.xCorner && m_header.yCorner)
+    if (m_meaning.xCorner && m_meaning.yCorner)
         m_facts.vecFindings.push_back(
             {"grid-zero-corner",
              "its corner is 0, 0 and no centre is given: such a corner counts as not given, and all "
@@ -55,7 +38,7 @@ CGridFile::CGridFile(const std::string& sPath, CByteReader&& reader)
 
 std::unique_ptr<IPntSource> CGridFile::MakeSource()
 {
-    return MakeGridSource(GetPath(), m_header, m_reader);
+    return MakeGridSource(GetPath(), m_meaning, m_reader);
 }
 
 std::string CGridFile::CalcDataCause(std::int64_t nNumRead)

@@ -1,9 +1,9 @@
 #ifndef HOST_FILES_CGRIDFILE_H
 #define HOST_FILES_CGRIDFILE_H
 
+#include <formats/CAsciiGridMeaning.h>
 #include <host/files/CFileKind.h>
 #include <host/files/CInputFile.h>
-#include <host/files/GridHeader.h>
 
 namespace zorcld
 {
@@ -21,7 +21,7 @@ public:
 private:
     std::string CalcDataCause(std::int64_t nNumRead) override;
 
-    CGridHeader m_header;
+    CAsciiGridMeaning m_meaning; // of its header
 };
 
 } // namespace zorcld

@@ -1,6 +1,6 @@
+#include <formats/CAsciiGridMeaning.h>
+#include <formats/CByteReader.h>
 #include <formats/ParseDouble.h>
-#include <host/files/CByteReader.h>
-#include <host/files/GridHeader.h>
 #include <host/files/IPntSource.h>
 #include <host/output/CFailure.h>
 
@@ -53,9 +53,9 @@ private:
 class CGridSource final : public IPntSource
 {
 public:
-    CGridSource(const CGridHeader& header, CByteReader& reader)
-        : m_header(header), m_reader(reader),
-          m_nNumHeld((reader.GetSize() - header.nPosData + 1) / 2) // a digit and a blank a value
+    CGridSource(const CAsciiGridMeaning& meaning, CByteReader& reader)
+        : m_meaning(meaning), m_reader(reader),
+          m_nNumHeld((reader.GetSize() - meaning.nDataOffset + 1) / 2) // a digit and a blank a value
     {
     }
 
@@ -63,18 +63,18 @@ public:
 
     std::int64_t GetNumAnnounced() const override
     {
-        return m_header.nNumRows > std::numeric_limits<std::int64_t>::max() / m_header.nNumCols
+        return m_meaning.nNumRows > std::numeric_limits<std::int64_t>::max() / m_meaning.nNumCols
                    ? std::numeric_limits<std::int64_t>::max()
-                   : m_header.nNumRows * m_header.nNumCols;
+                   : m_meaning.nNumRows * m_meaning.nNumCols;
     }
 
     void ForEach(const TOnPnt& onPnt) override
     {
-        m_reader.SetPos(m_header.nPosData);
+        m_reader.SetPos(m_meaning.nDataOffset);
         CRowReader rows(m_reader);
         m_nNumRows = m_nNumShort = m_nNumLong = m_nNumOdd = 0;
         std::string sWord;
-        while (m_nNumRows < m_header.nNumRows && m_reader.Peek() >= 0)
+        while (m_nNumRows < m_meaning.nNumRows && m_reader.Peek() >= 0)
         {
             if (m_reader.Peek() == '\n') // an empty line is no row, one of blanks is
                 static_cast<void>(m_reader.Get());
@@ -91,10 +91,10 @@ private:
     {
         std::int64_t nCol = 0;
         for (; rows.ReadWord(sWord); ++nCol)
-            if (nCol < m_header.nNumCols)
+            if (nCol < m_meaning.nNumCols)
                 TakeCell(sWord, nCol, onPnt);
-        m_nNumShort += nCol < m_header.nNumCols ? 1 : 0;
-        m_nNumLong += nCol > m_header.nNumCols ? 1 : 0;
+        m_nNumShort += nCol < m_meaning.nNumCols ? 1 : 0;
+        m_nNumLong += nCol > m_meaning.nNumCols ? 1 : 0;
         ++m_nNumRows;
     }
 
@@ -105,15 +105,15 @@ private:
         const double z = ParseDouble(sWord, bWhole);
         if (!bWhole && m_nNumOdd++ == 0)
             m_sOddWord = sWord;
-        if (m_header.noData && (z == *m_header.noData || (std::isnan(z) && std::isnan(*m_header.noData))))
+        if (m_meaning.noData && (z == *m_meaning.noData || (std::isnan(z) && std::isnan(*m_meaning.noData))))
             return;
-        onPnt(
-            {static_cast<double>(nCol) * *m_header.cellSize + m_header.GetXCorner(),
-             static_cast<double>(m_header.nNumRows - m_nNumRows) * *m_header.cellSize + m_header.GetYCorner(),
-             z});
+        onPnt({static_cast<double>(nCol) * *m_meaning.cellSize + m_meaning.GetXCorner(),
+               static_cast<double>(m_meaning.nNumRows - m_nNumRows) * *m_meaning.cellSize +
+                   m_meaning.GetYCorner(),
+               z});
     }
 
-    const CGridHeader& m_header;
+    const CAsciiGridMeaning& m_meaning;
     CByteReader& m_reader;
     std::int64_t m_nNumHeld;
     // of the last ForEach
@@ -128,10 +128,10 @@ private:
 std::vector<CFinding> CGridSource::GetFindings() const
 {
     std::vector<CFinding> vecFindings;
-    if (m_nNumRows < m_header.nNumRows)
+    if (m_nNumRows < m_meaning.nNumRows)
     {
         std::string sText = fmt::format("its header announces {} rows of {} cells, {} rows are there",
-                                        m_header.nNumRows, m_header.nNumCols, m_nNumRows);
+                                        m_meaning.nNumRows, m_meaning.nNumCols, m_nNumRows);
         if (GetNumAnnounced() > m_nNumHeld)
             sText += fmt::format("; the file has no room for more than {} values", m_nNumHeld);
         vecFindings.push_back({"grid-rows", sText, false, ""});
@@ -140,13 +140,13 @@ std::vector<CFinding> CGridSource::GetFindings() const
         vecFindings.push_back({"grid-short-rows",
                                fmt::format("{} rows have fewer values than the {} columns announced: the "
                                            "cells at their right end are missing",
-                                           m_nNumShort, m_header.nNumCols),
+                                           m_nNumShort, m_meaning.nNumCols),
                                false, ""});
     if (m_nNumLong > 0)
         vecFindings.push_back({"grid-long-rows",
                                fmt::format("{} rows have more values than the {} columns announced: the "
                                            "rest is not taken",
-                                           m_nNumLong, m_header.nNumCols),
+                                           m_nNumLong, m_meaning.nNumCols),
                                false, ""});
     if (m_bTabs)
         vecFindings.push_back(
@@ -162,13 +162,13 @@ std::vector<CFinding> CGridSource::GetFindings() const
 
 } // namespace
 
-std::unique_ptr<IPntSource> MakeGridSource(const std::string& sPath, const CGridHeader& header,
+std::unique_ptr<IPntSource> MakeGridSource(const std::string& sPath, const CAsciiGridMeaning& meaning,
                                            CByteReader& reader)
 {
-    const std::string sCause = header.FindCause();
+    const std::string sCause = meaning.FindCause();
     if (!sCause.empty())
         throw CFailure(sPath, sCause);
-    return std::make_unique<CGridSource>(header, reader);
+    return std::make_unique<CGridSource>(meaning, reader);
 }
 
 } // namespace zorcld

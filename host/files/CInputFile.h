@@ -1,7 +1,7 @@
 #ifndef HOST_FILES_CINPUTFILE_H
 #define HOST_FILES_CINPUTFILE_H
 
-#include <host/files/CByteReader.h>
+#include <formats/CByteReader.h>
 #include <host/files/CFinding.h>
 
 #include <nlohmann/json_fwd.hpp>

@@ -1,6 +1,6 @@
 #include <host/files/CLasFile.h>
-#include <host/files/CloudSteps.h>
-#include <host/files/IPntSource.h>
+#include <host/files/CLasSource.h>
+#include <host/files/FindUnreadPnts.h>
 #include <host/files/LasFacts.h>
 #include <host/files/SourceFacts.h>
 #include <host/output/GroupDigits.h>
@@ -12,10 +12,20 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace zorcld
 {
+
+namespace
+{
+
+/// Records up to which they are told.
+constexpr std::size_t c_nMaxRecords = 1000;
+
+/// `zorcld convert` reads the points itself.
+constexpr bool c_bHasSource = ZORCLD_HAS_LASZIP;
+
+} // namespace
 
 const CFileKind CLasFile::c_kind = {
     PntCldFile_Las,
@@ -27,12 +37,17 @@ const CFileKind CLasFile::c_kind = {
     { return std::make_unique<CLasFile>(sPath, std::move(reader)); }};
 
 CLasFile::CLasFile(const std::string& sPath, CByteReader&& reader)
-    : CInputFile(c_kind, sPath, std::move(reader)), m_sHeaderCause(ReadLasHeader(sPath, m_header))
+    : CInputFile(c_kind, sPath, std::move(reader)), m_guard(sPath.c_str()), m_header(m_guard.GetHeader())
 {
-    m_sHeadCause = ZORCLD_HAS_LAS ? m_sHeaderCause
+    const bool bLet = m_guard.Check();
+    m_sHeadCause = ZORCLD_HAS_LAS ? m_guard.GetCause()
                                   : "this zorcld was built without a library that reads LAS (ZOR4DATA_LAS)";
-    if (!m_sHeaderCause.empty())
+    if (!bLet)
         return;
+    m_adFirst = m_guard.ReadFirstPnt();
+    CLasRecords records = m_guard.GetRecords();
+    for (CLasRecord record; m_vecRecords.size() < c_nMaxRecords && records.Next(record);)
+        m_vecRecords.push_back(record);
     m_facts.nAnnounced = m_header.nNumPnts;
     m_facts.nHeld = m_header.CalcNumHeld();
     FindCountFindings();
@@ -42,8 +57,7 @@ CLasFile::CLasFile(const std::string& sPath, CByteReader&& reader)
              fmt::format("its colours are not taken, since its point format is {}: those of formats 2, 3 and "
                          "5 are",
                          m_header.nFormat),
-             !m_header.bCompressed,
-             m_header.bCompressed ? "unpack it to .las first, then zorcld convert keeps them" : ""});
+             c_bHasSource, ""});
 }
 
 void CLasFile::FindCountFindings()
@@ -54,22 +68,19 @@ void CLasFile::FindCountFindings()
              fmt::format("its header announces {} points, but {} are there: it is cut off, and "
                          "a point at the first one's place comes for the missing ones",
                          m_facts.nAnnounced, m_facts.nHeld),
-             m_facts.nHeld > 0, ""});
+             c_bHasSource && m_facts.nHeld > 0, ""});
     if (m_facts.nAnnounced == 0)
         m_facts.vecFindings.push_back({"las-empty", "it holds no points", false, ""});
-    if (m_facts.nAnnounced > std::numeric_limits<std::int32_t>::max())
-        m_facts.vecFindings.push_back(
-            {"las-too-many",
-             fmt::format("its header announces {} points, a cloud holds 2147483647 at most",
-                         m_facts.nAnnounced),
-             false, "split it into tiles"});
+    if (m_facts.nAnnounced > c_nMaxCloudPnts)
+        m_facts.vecFindings.push_back({"las-too-many",
+                                       fmt::format("its header announces {} points, a cloud holds {} at most",
+                                                   m_facts.nAnnounced, c_nMaxCloudPnts),
+                                       false, "split it into tiles"});
 }
 
 std::unique_ptr<IPntSource> CLasFile::MakeSource()
 {
-    if (m_sHeaderCause.empty() && m_header.bCompressed)
-        return nullptr;
-    return MakeLasSource(GetPath(), m_header, m_sHeaderCause, m_reader);
+    return MakeLasSource(GetPath(), m_guard);
 }
 
 void CLasFile::FindInPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFindings) const
@@ -87,11 +98,11 @@ void CLasFile::FindInPnts(const CSourceFacts& facts, std::vector<CFinding>& vecF
 /// not tell: they are those of its octree.)
 void CLasFile::FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindings) const
 {
-    constexpr double c_dNearEnd = c_dReach - 0.0001;
-    if (!m_sHeaderCause.empty())
+    constexpr double c_dNearEnd = c_dReach - 1.0 / c_dCompactScale;
+    if (!m_guard.GetCause().empty())
         return;
     const auto calcDist = [&](double d, std::size_t k)
-    { return std::fabs(d - CalcOrigin(m_header.adFirst[k])); };
+    { return std::fabs(d - static_cast<double>(SaturateToFloat(m_adFirst[k]))); };
     double dReach = 0.0;
     for (int i = 0; i < cloud.GetNumPnts() && dReach < c_dNearEnd; ++i)
     {
@@ -102,10 +113,10 @@ void CLasFile::FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindi
     if (dReach >= c_dNearEnd)
         vecFindings.push_back(
             {"span",
-             fmt::format("points lie more than 214748 units from the first one ({:.10g} {:.10g} {:.10g}) and "
+             fmt::format("points lie more than {} units from the first one ({:.10g} {:.10g} {:.10g}) and "
                          "are moved to that distance",
-                         m_header.adFirst[0], m_header.adFirst[1], m_header.adFirst[2]),
-             false, m_header.bCompressed ? "unpack it to .las and check that" : ""});
+                         c_nReach, m_adFirst[0], m_adFirst[1], m_adFirst[2]),
+             false, ""});
 }
 
 /// Of a compressed file, only reading it tells how many points it holds: one call a point, and no more.
@@ -113,17 +124,14 @@ std::int64_t CLasFile::CountRead(std::int64_t nNumCalls, std::vector<CFinding>& 
 {
     if (m_facts.nHeld >= 0 || nNumCalls >= m_facts.nAnnounced)
         return m_facts.CalcNumPnts();
-    vecFindings.push_back(
-        {"las-count",
-         fmt::format("its header announces {} points, but {} could be read: it is damaged or cut off",
-                     m_facts.nAnnounced, nNumCalls),
-         false, ""});
+    vecFindings.push_back(FindUnreadPnts(m_facts.nAnnounced, nNumCalls));
     return nNumCalls;
 }
 
 void CLasFile::Describe(nlohmann::ordered_json& info) const
 {
-    info["las"] = m_sHeaderCause.empty() ? CollectLasFacts(m_header) : nlohmann::ordered_json();
+    info["las"] =
+        m_guard.GetCause().empty() ? CollectLasFacts(m_header, m_vecRecords) : nlohmann::ordered_json();
 }
 
 void CLasFile::Print(const nlohmann::ordered_json& info) const

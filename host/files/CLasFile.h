@@ -1,7 +1,7 @@
 #ifndef HOST_FILES_CLASFILE_H
 #define HOST_FILES_CLASFILE_H
 
-#include <formats/LasHeader.h>
+#include <formats/CLasGuard.h>
 #include <host/files/CFileKind.h>
 #include <host/files/CInputFile.h>
 
@@ -16,7 +16,7 @@ public:
 
     CLasFile(const std::string& sPath, CByteReader&& reader);
 
-    /// Null for LAZ, of which only decoding it tells whether it is whole.
+    /// Null in a build without LASzip.
     std::unique_ptr<IPntSource> MakeSource() override;
     bool IsCheckedByLoading() const override { return true; }
 
@@ -29,8 +29,10 @@ public:
 private:
     void FindCountFindings();
 
-    CLasHeader m_header;
-    std::string m_sHeaderCause; // without regard to whether this program reads LAS at all
+    CLasGuard m_guard;
+    const CLasHeader& m_header;           // the guard's
+    std::vector<CLasRecord> m_vecRecords; // up to c_nMaxRecords of them
+    std::array<double, 3> m_adFirst{};    // x, y, z of the first point
 };
 
 } // namespace zorcld

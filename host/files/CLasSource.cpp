@@ -1,10 +1,13 @@
-#include <formats/LasHeader.h>
-#include <host/files/CByteReader.h>
-#include <host/files/IPntSource.h>
+#include <host/files/CLasSource.h>
+
+#include <formats/CLasGuard.h>
+#include <formats/CLazFile.h>
+#include <host/files/FindUnreadPnts.h>
 #include <host/output/CFailure.h>
 
+#include <laszip/laszip_api.h>
+
 #include <algorithm>
-#include <cstring>
 
 namespace zorcld
 {
@@ -12,22 +15,54 @@ namespace zorcld
 namespace
 {
 
-/// Where the colour stands in a point, by format; 0: nowhere.
-constexpr std::array<std::size_t, 11> c_anPosColor = {0, 0, 20, 28, 0, 28, 0, 30, 30, 0, 30};
-
-template <class T>
-T Load(const std::vector<char>& vecBytes, std::size_t nPos)
+/// LASzip with one file open, before its first point.
+class CLaszipReader
 {
-    T value{};
-    std::memcpy(&value, vecBytes.data() + nPos, sizeof value);
-    return value;
-}
+public:
+    /// @param guard  of the file, which it has let through: LASzip trusts what it reads.
+    explicit CLaszipReader(CLasGuard& guard) : m_file(guard.GetStream())
+    {
+        laszip_BOOL bCompressed = 0;
+        m_bOpen = laszip_create(&m_pLaszip) == 0 &&
+                  laszip_open_reader_stream(m_pLaszip, m_file, &bCompressed) == 0 &&
+                  laszip_get_point_pointer(m_pLaszip, &m_pPnt) == 0;
+    }
 
-/// Points of a LAS file that is not compressed, with the colours of every format that has them.
+    ~CLaszipReader()
+    {
+        if (m_pLaszip == nullptr)
+            return;
+        laszip_close_reader(m_pLaszip);
+        laszip_destroy(m_pLaszip);
+    }
+
+    CLaszipReader(const CLaszipReader&) = delete;
+    CLaszipReader& operator=(const CLaszipReader&) = delete;
+
+    bool IsOpen() const { return m_bOpen; }
+
+    /// @return the next point, until the next call; null where the points end or cannot be decoded.
+    const laszip_point_struct* Read()
+    {
+        m_file.StartHere();
+        return laszip_read_point(m_pLaszip) == 0 ? m_pPnt : nullptr;
+    }
+
+private:
+    CLazFile m_file;
+    laszip_POINTER m_pLaszip = nullptr;
+    laszip_point_struct* m_pPnt = nullptr;
+    bool m_bOpen = false;
+};
+
+/// The points of a LAS or LAZ file as LASzip reads them, with the colours of every format that has them.
 class CLasSource final : public IPntSource
 {
 public:
-    CLasSource(const CLasHeader& header, CByteReader& reader) : m_header(header), m_reader(reader) {}
+    CLasSource(const std::string& sPath, CLasGuard& guard)
+        : m_sPath(sPath), m_guard(guard), m_header(guard.GetHeader())
+    {
+    }
 
     bool HasColor() const override { return m_header.HasColor(); }
 
@@ -35,44 +70,51 @@ public:
 
     void ForEach(const TOnPnt& onPnt) override
     {
-        m_reader.SetPos(m_header.nPosPnts);
-        const std::size_t nPosColor = c_anPosColor.at(static_cast<std::size_t>(m_header.nFormat));
-        std::vector<char> vecBytes(static_cast<std::size_t>(m_header.nPntSize));
-        const std::int64_t nNumPnts = std::min(m_header.nNumPnts, m_header.CalcNumHeld());
-        for (std::int64_t i = 0; i < nNumPnts && m_reader.Read(vecBytes.data(), vecBytes.size()); ++i)
-        {
-            CSourcePnt pnt;
-            const auto coord = [&](std::size_t k)
-            {
-                return static_cast<double>(Load<std::int32_t>(vecBytes, 4 * k)) * m_header.adScale[k] +
-                       m_header.adOffset[k];
-            };
-            pnt.x = coord(0);
-            pnt.y = coord(1);
-            pnt.z = coord(2);
-            if (nPosColor != 0)
-            {
-                pnt.r = Load<std::uint16_t>(vecBytes, nPosColor);
-                pnt.g = Load<std::uint16_t>(vecBytes, nPosColor + 2);
-                pnt.b = Load<std::uint16_t>(vecBytes, nPosColor + 4);
-            }
-            onPnt(pnt);
-        }
+        CLaszipReader reader(m_guard);
+        if (!reader.IsOpen())
+            throw CFailure(m_sPath, "its LAS data are damaged or cut off");
+        const std::int64_t nNumPnts = std::min(m_header.nNumPnts, m_guard.GetMaxNumPnts());
+        const laszip_point_struct* pPnt = nullptr;
+        for (m_nNumRead = 0; m_nNumRead < nNumPnts && (pPnt = reader.Read()) != nullptr; ++m_nNumRead)
+            onPnt(SourceFromLasPnt(*pPnt));
+    }
+
+    /// Of a compressed file, only reading it tells how many points it holds.
+    std::vector<CFinding> GetFindings() const override
+    {
+        if (!m_header.bCompressed || m_nNumRead >= m_header.nNumPnts)
+            return {};
+        return {FindUnreadPnts(m_header.nNumPnts, m_nNumRead)};
     }
 
 private:
+    CSourcePnt SourceFromLasPnt(const laszip_point_struct& las) const
+    {
+        CSourcePnt pnt;
+        pnt.x = las.X * m_header.adScale[0] + m_header.adOffset[0];
+        pnt.y = las.Y * m_header.adScale[1] + m_header.adOffset[1];
+        pnt.z = las.Z * m_header.adScale[2] + m_header.adOffset[2];
+        if (!HasColor())
+            return pnt;
+        pnt.r = las.rgb[0];
+        pnt.g = las.rgb[1];
+        pnt.b = las.rgb[2];
+        return pnt;
+    }
+
+    std::string m_sPath;
+    CLasGuard& m_guard;
     const CLasHeader& m_header;
-    CByteReader& m_reader;
+    std::int64_t m_nNumRead = 0;
 };
 
 } // namespace
 
-std::unique_ptr<IPntSource> MakeLasSource(const std::string& sPath, const CLasHeader& header,
-                                          const std::string& sCause, CByteReader& reader)
+std::unique_ptr<IPntSource> MakeLasSource(const std::string& sPath, CLasGuard& guard)
 {
-    if (!sCause.empty())
-        throw CFailure(sPath, sCause);
-    return std::make_unique<CLasSource>(header, reader);
+    if (!guard.GetCause().empty())
+        throw CFailure(sPath, guard.GetCause());
+    return std::make_unique<CLasSource>(sPath, guard);
 }
 
 } // namespace zorcld

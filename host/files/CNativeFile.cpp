@@ -1,4 +1,5 @@
 #include <host/files/CNativeFile.h>
+
 #include <host/files/IPntSource.h>
 
 #include <zor4data/CPntCld.h>
@@ -6,6 +7,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstring>
 
 namespace zorcld
 {
@@ -13,26 +15,18 @@ namespace zorcld
 namespace
 {
 
-constexpr std::int64_t c_nHead = 27; // up to the number of points
-
-std::string FindNativeCause(const CNativeLayout& layout)
+bool HasPrologue(std::string_view sFirst)
 {
-    if (layout.nFileSize < 5)
-        return fmt::format("not a native cloud file: it has {} bytes only", layout.nFileSize);
-    if (layout.nType != 0 && layout.nType != 1)
-        return fmt::format("{}: its point type is {}, 0 and 1 are known",
-                           layout.bMarks ? "cannot be read" : "not a native cloud file", layout.nType);
-    if (!layout.bOrigin)
-        return "its origin is no finite number: it is damaged";
-    return {};
+    return sFirst.size() >= c_acNativePrologue.size() &&
+           std::memcmp(sFirst.data(), c_acNativePrologue.data(), c_acNativePrologue.size()) == 0;
 }
 
-CFinding FindTreeDamage(const CNativeLayout& layout)
+CFinding FindTreeDamage(const CNativeFacts& native)
 {
     const std::string sText =
         fmt::format("its octree is {}: {} of {} points are outside it, found by a query of all points only",
-                    layout.bTreeWhole ? "damaged" : "cut off or damaged", layout.nNumHeld - layout.nNumInTree,
-                    layout.nNumHeld);
+                    native.bTreeWhole ? "damaged" : "cut off or damaged", native.nNumHeld - native.nNumInTree,
+                    native.nNumHeld);
     return {"native-octree", sText, true, ""};
 }
 
@@ -43,23 +37,24 @@ const CFileKind CNativeFile::c_kind = {
     "native",
     "native cloud file",
     {"cld"},
-    [](std::string_view sFirst) { return sFirst.substr(0, 5) == std::string_view(":\1\1\0\0", 5); },
+    HasPrologue,
     [](const std::string& sPath, CByteReader&& reader) -> std::unique_ptr<CInputFile>
     { return std::make_unique<CNativeFile>(sPath, std::move(reader)); }};
 
 CNativeFile::CNativeFile(const std::string& sPath, CByteReader&& reader)
-    : CInputFile(c_kind, sPath, std::move(reader)), m_layout(ReadNativeLayout(m_reader))
+    : CInputFile(c_kind, sPath, std::move(reader)), m_native(FindNativeFacts(m_reader))
 {
-    m_sHeadCause = FindNativeCause(m_layout);
-    m_facts.nAnnounced = std::max<std::int64_t>(m_layout.nNumPnts, 0);
-    m_facts.nHeld = m_layout.nNumHeld;
+    m_sHeadCause = m_native.header.FindCause();
+    const bool bCounts = m_native.header.IsTypeKnown(); // of another file they mean nothing
+    m_facts.nAnnounced = bCounts ? std::max<std::int64_t>(m_native.header.nNumPnts, 0) : 0;
+    m_facts.nHeld = m_native.nNumHeld;
     m_facts.bDuplicates = false; // they were removed before it was written
-    if (!m_layout.bMarks)
+    if (!m_native.header.bPrologue)
         m_facts.vecFindings.push_back(
             {"native-marks", "it does not begin as a native cloud file does, but is read as one", false, ""});
     FindCountFindings();
-    if (m_layout.nNumHeld > 0 && m_layout.nNumInTree < m_layout.nNumHeld)
-        m_facts.vecFindings.push_back(FindTreeDamage(m_layout));
+    if (m_native.nNumHeld > 0 && m_native.nNumInTree < m_native.nNumHeld)
+        m_facts.vecFindings.push_back(FindTreeDamage(m_native));
 }
 
 void CNativeFile::FindCountFindings()
@@ -67,14 +62,16 @@ void CNativeFile::FindCountFindings()
     const auto add = [&](const char* pCode, const std::string& sText) {
         m_facts.vecFindings.push_back({pCode, sText, false, ""});
     };
-    if (m_layout.nFileSize < c_nHead)
+    if (m_native.header.nSize < c_nNativeHeaderSize)
         add("native-empty",
-            fmt::format("it ends after {} bytes, before its points: loads as none", m_layout.nFileSize));
-    else if (m_layout.nNumPnts < 0)
-        add("native-count", fmt::format("it announces {} points: loads as none", m_layout.nNumPnts));
-    else if (m_layout.nNumHeld < m_layout.nNumPnts)
+            fmt::format("it ends after {} bytes, before its points: loads as none", m_native.nFileSize));
+    else if (!m_native.header.IsTypeKnown())
+        return;
+    else if (m_native.header.nNumPnts < 0)
+        add("native-count", fmt::format("it announces {} points: loads as none", m_native.header.nNumPnts));
+    else if (m_native.nNumHeld < m_native.header.nNumPnts)
         add("native-count", fmt::format("it announces {} points, but has room for {}: the others are lost",
-                                        m_layout.nNumPnts, m_layout.nNumHeld));
+                                        m_native.header.nNumPnts, m_native.nNumHeld));
 }
 
 std::unique_ptr<IPntSource> CNativeFile::MakeSource()
@@ -84,7 +81,7 @@ std::unique_ptr<IPntSource> CNativeFile::MakeSource()
 
 void CNativeFile::Mend(CPntCld& cloud) const
 {
-    if (!m_layout.IsWhole())
+    if (!m_native.IsWhole())
         cloud.ComputeTree();
 }
 

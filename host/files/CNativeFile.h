@@ -1,9 +1,9 @@
 #ifndef HOST_FILES_CNATIVEFILE_H
 #define HOST_FILES_CNATIVEFILE_H
 
+#include <formats/NativeFacts.h>
 #include <host/files/CFileKind.h>
 #include <host/files/CInputFile.h>
-#include <host/files/NativeLayout.h>
 
 namespace zorcld
 {
@@ -24,7 +24,7 @@ public:
 private:
     void FindCountFindings();
 
-    CNativeLayout m_layout;
+    CNativeFacts m_native;
 };
 
 } // namespace zorcld

@@ -1,4 +1,5 @@
 #include <host/files/CPlyFile.h>
+
 #include <host/files/IPntSource.h>
 #include <host/files/PlyFindings.h>
 
@@ -12,10 +13,11 @@ namespace
 
 constexpr std::int64_t c_nManyItems = 1000000; // more without a byte each are no work worth telling of
 
-CPlyAsRead ReadHeader(CByteReader& reader)
+CPlyHeader ReadHeader(CByteReader& reader, CPlyMeaning& meaning)
 {
-    reader.SetPos(0);
-    return ReadPlyAsRead(reader);
+    CPlyHeader header;
+    static_cast<void>(header.Read(reader, &meaning)); // refused or not: its cause tells
+    return header;
 }
 
 } // namespace
@@ -30,25 +32,25 @@ const CFileKind CPlyFile::c_kind = {
     { return std::make_unique<CPlyFile>(sPath, std::move(reader)); }};
 
 CPlyFile::CPlyFile(const std::string& sPath, CByteReader&& reader)
-    : CInputFile(c_kind, sPath, std::move(reader)), m_asRead(ReadHeader(m_reader)),
-      m_walk(m_asRead, m_reader.GetSize())
+    : CInputFile(c_kind, sPath, std::move(reader)), m_header(ReadHeader(m_reader, m_meaning)),
+      m_walk(m_header, m_reader.GetSize())
 {
-    m_reader.SetPos(0);
-    m_sMeantCause = ReadPlyLayout(m_reader, m_asMeant);
     m_sHeadCause = m_walk.GetCause();
-    m_facts.bNoProgress = std::any_of(m_asRead.vecElements.begin(), m_asRead.vecElements.end(),
-                                      [](const CPlyReadElem& element)
-                                      { return element.vecProps.empty() && element.nCount > c_nManyItems; });
-    if (const CPlyReadElem* const pVertices = m_asRead.FindVertices())
-        m_facts.nAnnounced = pVertices->nCount;
-    if (m_sMeantCause.empty())
-        m_facts.vecFindings = FindPlyFindings(m_asMeant);
+    const auto& vecElements = m_header.GetElements();
+    m_facts.bNoProgress = std::any_of(vecElements.begin(), vecElements.end(),
+                                      [](const CPlyElement& element) {
+                                          return element.nNumProps == 0 && element.nAnnounced > c_nManyItems;
+                                      });
+    if (const CPlyElement* const pVertices = m_header.FindVertices())
+        m_facts.nAnnounced = pVertices->nAnnounced;
+    if (m_meaning.GetCause().empty())
+        m_facts.vecFindings = FindPlyFindings(m_meaning);
     m_reader.SetOnBlock([this](std::int64_t nPos, std::string_view sBlock) { m_walk.Take(nPos, sBlock); });
 }
 
 std::unique_ptr<IPntSource> CPlyFile::MakeSource()
 {
-    return MakePlySource(GetPath(), m_asMeant, m_sMeantCause, m_reader);
+    return MakePlySource(GetPath(), m_meaning, m_reader);
 }
 
 /// What the walk has missed: mostly the lists behind the vertices.

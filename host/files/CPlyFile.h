@@ -1,11 +1,11 @@
 #ifndef HOST_FILES_CPLYFILE_H
 #define HOST_FILES_CPLYFILE_H
 
+#include <formats/CPlyHeader.h>
+#include <formats/CPlyMeaning.h>
 #include <host/files/CFileKind.h>
 #include <host/files/CInputFile.h>
 #include <host/files/CPlyWalk.h>
-#include <host/files/PlyAsRead.h>
-#include <host/files/PlyLayout.h>
 
 namespace zorcld
 {
@@ -23,10 +23,9 @@ public:
 private:
     std::string CalcDataCause(std::int64_t nNumRead) override;
 
-    CPlyAsRead m_asRead;
-    CPlyLayout m_asMeant;
-    std::string m_sMeantCause; // why the points cannot be read as they are meant
-    CPlyWalk m_walk;           // comes along with whatever reads the file
+    CPlyMeaning m_meaning;
+    CPlyHeader m_header;
+    CPlyWalk m_walk; // comes along with whatever reads the file
 };
 
 } // namespace zorcld

@@ -1,5 +1,4 @@
 #include <host/files/CPlyWalk.h>
-#include <host/files/PlyAsRead.h>
 
 #include <fmt/format.h>
 
@@ -8,13 +7,25 @@
 namespace zorcld
 {
 
-CPlyWalk::CPlyWalk(const CPlyAsRead& header, std::int64_t nFileSize)
-    : m_header(header), m_nFileSize(nFileSize), m_nPos(header.nPosData)
+namespace
 {
-    if (header.sCause.empty())
+
+/// Bytes of a value, of a list those of an entry.
+std::int64_t CalcSize(const CPlyProperty& prop)
+{
+    return static_cast<std::int64_t>(prop.GetSize());
+}
+
+} // namespace
+
+CPlyWalk::CPlyWalk(const CPlyHeader& header, std::int64_t nFileSize)
+    : m_header(header), m_nFileSize(nFileSize), m_nPos(header.GetDataOffset())
+{
+    const std::string sCause = header.FindCause();
+    if (sCause.empty())
         Advance();
     else
-        Finish(header.sCause);
+        Finish(sCause);
 }
 
 void CPlyWalk::Take(std::int64_t nPosBlock, std::string_view sBlock)
@@ -23,7 +34,7 @@ void CPlyWalk::Take(std::int64_t nPosBlock, std::string_view sBlock)
     while (!m_bDone && m_nPos >= nPosBlock && m_nPos < nEnd)
     {
         const auto nItems = static_cast<unsigned char>(sBlock[static_cast<std::size_t>(m_nPos - nPosBlock)]);
-        m_nPos += 1 + nItems * m_header.vecElements[m_nElem].vecProps[m_nProp].pType->nSize;
+        m_nPos += 1 + nItems * CalcSize(m_header.GetProperties(GetElement())[m_nProp]);
         ++m_nProp;
         if (m_nPos > m_nFileSize)
             FinishCutOff();
@@ -35,14 +46,17 @@ void CPlyWalk::Take(std::int64_t nPosBlock, std::string_view sBlock)
 /// Up to the next count of a list, or to the end.
 void CPlyWalk::Advance()
 {
-    for (; m_nElem < m_header.vecElements.size(); ++m_nElem)
+    for (; m_nElem < m_header.GetElements().size(); ++m_nElem)
     {
-        const CPlyReadElem& element = m_header.vecElements[m_nElem];
+        const CPlyElement& element = GetElement();
+        const CPlyProperty* const pProps = m_header.GetProperties(element);
         const bool bBegins = m_nItem == 0 && m_nProp == 0;
-        const std::string sCause = bBegins ? element.FindCause() : "";
+        const std::string sCause = bBegins ? m_header.FindCause(element) : "";
         if (!sCause.empty())
             return Finish(sCause);
-        if (!(element.HasLists() ? AdvanceLists(element) : AdvanceItems(element)))
+        const bool bLists = std::any_of(pProps, pProps + element.nNumProps,
+                                        [](const CPlyProperty& prop) { return prop.IsList(); });
+        if (!(bLists ? AdvanceLists(element) : AdvanceItems(element)))
             return;
         m_nItem = 0;
     }
@@ -50,30 +64,32 @@ void CPlyWalk::Advance()
 }
 
 /// @return false when the walk ends or has to wait.
-bool CPlyWalk::AdvanceItems(const CPlyReadElem& element)
+bool CPlyWalk::AdvanceItems(const CPlyElement& element)
 {
     std::int64_t nItemSize = 0;
-    for (const CPlyReadProp& prop : element.vecProps)
-        nItemSize += prop.pType->nSize;
-    m_nItem = nItemSize == 0 ? element.nCount : std::min(element.nCount, (m_nFileSize - m_nPos) / nItemSize);
+    const CPlyProperty* const pProps = m_header.GetProperties(element);
+    for (std::size_t i = 0; i < element.nNumProps; ++i)
+        nItemSize += CalcSize(pProps[i]);
+    m_nItem = nItemSize == 0 ? element.nAnnounced
+                             : std::min(element.nAnnounced, (m_nFileSize - m_nPos) / nItemSize);
     m_nPos += m_nItem * nItemSize;
-    if (m_nItem < element.nCount)
+    if (m_nItem < element.nAnnounced)
         FinishCutOff();
     return !m_bDone;
 }
 
 /// @return false when the walk ends or has to wait.
-bool CPlyWalk::AdvanceLists(const CPlyReadElem& element)
+bool CPlyWalk::AdvanceLists(const CPlyElement& element)
 {
-    for (; m_nItem < element.nCount; ++m_nItem)
+    for (; m_nItem < element.nAnnounced; ++m_nItem)
     {
-        for (; m_nProp < element.vecProps.size(); ++m_nProp)
+        for (; m_nProp < element.nNumProps; ++m_nProp)
         {
-            const CPlyReadProp& prop = element.vecProps[m_nProp];
-            if (prop.bList && m_nPos < m_nFileSize)
+            const CPlyProperty& prop = m_header.GetProperties(element)[m_nProp];
+            if (prop.IsList() && m_nPos < m_nFileSize)
                 return false; // its count is wanted
-            m_nPos += prop.pType->nSize;
-            if (prop.bList || m_nPos > m_nFileSize)
+            m_nPos += CalcSize(prop);
+            if (prop.IsList() || m_nPos > m_nFileSize)
             {
                 FinishCutOff();
                 return false;
@@ -86,10 +102,10 @@ bool CPlyWalk::AdvanceLists(const CPlyReadElem& element)
 
 void CPlyWalk::FinishCutOff()
 {
-    const CPlyReadElem& element = m_header.vecElements[m_nElem];
-    Finish(element.bVertex ? fmt::format("truncated after {} of {} vertices", m_nItem, element.nCount)
+    const CPlyElement& element = GetElement();
+    Finish(element.bVertex ? fmt::format("truncated after {} of {} vertices", m_nItem, element.nAnnounced)
                            : fmt::format("truncated after {} of {} items of element {}", m_nItem,
-                                         element.nCount, element.sName));
+                                         element.nAnnounced, m_header.GetName(element)));
 }
 
 void CPlyWalk::Finish(const std::string& sCause)

@@ -1,15 +1,14 @@
 #ifndef HOST_FILES_CPLYWALK_H
 #define HOST_FILES_CPLYWALK_H
 
+#include <formats/CPlyHeader.h>
+
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace zorcld
 {
-
-struct CPlyAsRead;
-struct CPlyReadElem;
 
 /// Steps over the data of a PLY file as the library reads them, to find whether they are all there. Only the
 /// counts of lists are looked at. They may come along while others read the file: each block of it is
@@ -18,7 +17,7 @@ class CPlyWalk
 {
 public:
     /// Steps up to the first list. @param header  outlives the walk.
-    CPlyWalk(const CPlyAsRead& header, std::int64_t nFileSize);
+    CPlyWalk(const CPlyHeader& header, std::int64_t nFileSize);
 
     /// @return the place of the count that is wanted next; below 0: none, the walk is done.
     std::int64_t GetPosWanted() const { return m_bDone ? -1 : m_nPos; }
@@ -31,12 +30,13 @@ public:
 
 private:
     void Advance();
-    bool AdvanceItems(const CPlyReadElem& element);
-    bool AdvanceLists(const CPlyReadElem& element);
+    bool AdvanceItems(const CPlyElement& element);
+    bool AdvanceLists(const CPlyElement& element);
+    const CPlyElement& GetElement() const { return m_header.GetElements()[m_nElem]; }
     void FinishCutOff();
     void Finish(const std::string& sCause);
 
-    const CPlyAsRead& m_header;
+    const CPlyHeader& m_header;
     std::int64_t m_nFileSize;
     std::int64_t m_nPos;
     std::size_t m_nElem = 0;

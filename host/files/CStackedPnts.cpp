@@ -1,6 +1,6 @@
+#include <formats/Compact.h>
 #include <host/files/CFileColors.h>
 #include <host/files/CStackedPnts.h>
-#include <host/files/CloudSteps.h>
 
 #include <zor4data/CPntCld.h>
 
@@ -45,7 +45,7 @@ std::int64_t CountDistinct(const std::vector<zor::geom::PNT_3D>& vecPnts)
     std::vector<CPlace> vecPlaces;
     vecPlaces.reserve(vecPnts.size());
     const zor::geom::PNT_3D& first = vecPnts.front();
-    const auto compact = [](double d, double dFirst) { return CalcStep(d, CalcOrigin(dFirst)); };
+    const auto compact = [](double d, double dFirst) { return CompactFromCoord(d, SaturateToFloat(dFirst)); };
     for (const zor::geom::PNT_3D& pnt : vecPnts)
         vecPlaces.push_back({compact(pnt.x, first.x), compact(pnt.y, first.y), compact(pnt.z, first.z)});
     std::sort(vecPlaces.begin(), vecPlaces.end(),

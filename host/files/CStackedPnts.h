@@ -1,7 +1,7 @@
 #ifndef HOST_FILES_CSTACKEDPNTS_H
 #define HOST_FILES_CSTACKEDPNTS_H
 
-#include <host/files/IPntSource.h>
+#include <host/files/CSourcePnt.h>
 
 #include <zor3geom/PNT_3D.h>
 

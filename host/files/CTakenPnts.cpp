@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
-#include <limits>
 
 namespace zorcld
 {
@@ -46,9 +45,8 @@ CSourcePnt FindNearest(const std::vector<CSourcePnt>& vecSample, double x, doubl
 CSourcePnt ChooseFirst(const CSourceFacts& facts)
 {
     const zor::geom::RECT_3D& box = facts.summary.box;
-    const double dExtent = std::max({box.xmax - box.xmin, box.ymax - box.ymin, box.zmax - box.zmin});
     const auto& vecSample = facts.vecSample;
-    if (dExtent <= 2.0 * c_dReach)
+    if (facts.summary.CalcExtent() <= 2.0 * c_dReach)
         return FindNearest(vecSample, (box.xmin + box.xmax) / 2, (box.ymin + box.ymax) / 2,
                            (box.zmin + box.zmax) / 2);
     return FindNearest(vecSample, CalcMedian(vecSample, &CSourcePnt::x),
@@ -74,12 +72,14 @@ bool CTakenPnts::CanTake(const CSourceFacts& facts)
 {
     const CSourcePnt first = facts.nNumFar > 0 ? ChooseFirst(facts) : facts.first;
     const auto nNumSample = static_cast<std::int64_t>(facts.vecSample.size());
-    const std::int64_t nNumNear = std::count_if(facts.vecSample.begin(), facts.vecSample.end(),
-                                                [&](const CSourcePnt& pnt) { return IsInReach(pnt, first); });
+    const std::int64_t nNumNear =
+        std::count_if(facts.vecSample.begin(), facts.vecSample.end(),
+                      [&](const CSourcePnt& pnt) { return pnt.IsInReachOf(first); }) +
+        (first.IsInReachOf(first) ? 0 : 1); // it is taken all the same
     const double dNear = static_cast<double>(facts.summary.nNumPnts) * static_cast<double>(nNumNear) /
                          static_cast<double>(std::max<std::int64_t>(nNumSample, 1));
     return nNumSample - nNumNear <= nNumSample / 2 && dNear > 0.0 &&
-           dNear <= std::numeric_limits<std::int32_t>::max();
+           dNear <= static_cast<double>(c_nMaxCloudPnts);
 }
 
 void CTakenPnts::MoveFirst(const CSourceFacts& facts)
@@ -99,21 +99,22 @@ void CTakenPnts::Check(const CSourceFacts& facts, const std::string& sPath)
         throw CFailure(sPath, facts.nNumNotFinite == 0 ? "holds no points"
                                                        : "holds no point whose coordinates are numbers");
     if (nNumLeftOut > nNumPnts / 2)
-        throw CFailure(sPath,
-                       fmt::format("its points lie too far apart: of {} only {} lie within 214748 units "
-                                   "of one of them",
-                                   nNumPnts, m_summary.nNumPnts));
-    if (m_summary.nNumPnts > std::numeric_limits<std::int32_t>::max())
-        throw CFailure(sPath, fmt::format("holds {} points, a cloud 2147483647 at most", m_summary.nNumPnts));
+        throw CFailure(
+            sPath,
+            fmt::format("its points lie too far apart: of {} only {} lie within {} units of one of them",
+                        nNumPnts, m_summary.nNumPnts, c_nReach));
+    if (m_summary.nNumPnts > c_nMaxCloudPnts)
+        throw CFailure(
+            sPath, fmt::format("holds {} points, a cloud {} at most", m_summary.nNumPnts, c_nMaxCloudPnts));
     if (facts.nNumNotFinite > 0)
         m_vecNotes.push_back(fmt::format("{} points whose coordinates are no numbers are left out",
                                          GroupDigits(facts.nNumNotFinite)));
     if (nNumLeftOut > 0)
-        m_vecNotes.push_back(fmt::format("{} points more than 214748 units from the others are left out",
-                                         GroupDigits(nNumLeftOut)));
+        m_vecNotes.push_back(fmt::format("{} points more than {} units from the others are left out",
+                                         GroupDigits(nNumLeftOut), c_nReach));
     if (m_bMoveFirst)
-        m_vecNotes.emplace_back(
-            "another point comes first, so that the others lie within 214748 units of it");
+        m_vecNotes.push_back(
+            fmt::format("another point comes first, so that the others lie within {} units of it", c_nReach));
     if (m_bDeepColor)
         m_vecNotes.emplace_back("colours of 16 bits are written as 8 bits");
 }
@@ -134,7 +135,7 @@ void CTakenPnts::ForEach(const TOnPnt& onPnt) const
     m_source.ForEach(
         [&](const CSourcePnt& pnt)
         {
-            if (!IsFinite(pnt) || !IsInReach(pnt, m_first))
+            if (!pnt.IsFinite() || !pnt.IsInReachOf(m_first))
                 return;
             if (bSkipFirst && IsSamePlace(pnt, m_first))
                 bSkipFirst = false; // it has been delivered

@@ -1,4 +1,5 @@
 #include <host/files/CFileColors.h>
+#include <host/files/CStackedPnts.h>
 #include <host/files/CTakenPnts.h>
 #include <host/files/CheckFile.h>
 #include <host/files/IPntSource.h>
@@ -30,14 +31,12 @@ void FindFarPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFindings)
                                true, ""});
     if (facts.nNumFar == 0)
         return;
-    const zor::geom::RECT_3D& box = facts.summary.box;
-    const double dExtent = std::max({box.xmax - box.xmin, box.ymax - box.ymin, box.zmax - box.zmin});
     vecFindings.push_back(
         {"span",
-         fmt::format("{} of {} points lie more than 214748 units from the first one ({:.10g} {:.10g} "
+         fmt::format("{} of {} points lie more than {} units from the first one ({:.10g} {:.10g} "
                      "{:.10g}) and are moved to that distance; the points span {:.6g} units",
-                     GroupDigits(facts.nNumFar), GroupDigits(facts.summary.nNumPnts), facts.first.x,
-                     facts.first.y, facts.first.z, dExtent),
+                     GroupDigits(facts.nNumFar), GroupDigits(facts.summary.nNumPnts), c_nReach, facts.first.x,
+                     facts.first.y, facts.first.z, facts.summary.CalcExtent()),
          true, ""});
 }
 
@@ -58,10 +57,11 @@ void FindMergedPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFinding
         return;
     vecFindings.push_back(
         {"small-units",
-         fmt::format("its points lie within {:.4g} x {:.4g} units, of which a cloud keeps 1/10000: they get "
+         fmt::format("its points lie within {:.4g} x {:.4g} units, of which a cloud keeps 1/{:.0f}: they get "
                      "{:.0f} x {:.0f} places only",
-                     box.xmax - box.xmin, box.ymax - box.ymin, (box.xmax - box.xmin) * 1e4 + 1.0,
-                     (box.ymax - box.ymin) * 1e4 + 1.0),
+                     box.xmax - box.xmin, box.ymax - box.ymin, c_dCompactScale,
+                     (box.xmax - box.xmin) * c_dCompactScale + 1.0,
+                     (box.ymax - box.ymin) * c_dCompactScale + 1.0),
          false, "smaller units: metres instead of degrees or kilometres"});
 }
 
@@ -151,7 +151,8 @@ void LookAtPnts(CCheckResult& result, CInputFile& file, const CConsole& console)
         }
         const auto name = std::filesystem::path(result.sPath).filename().string();
         CStackedPnts stacked;
-        const CSourceFacts facts = CollectSourceFacts(*pSource, console, "checking " + name, &stacked);
+        const CSourceFacts facts = CollectSourceFacts(*pSource, console, "checking " + name,
+                                                      [&](const CSourcePnt& pnt) { stacked.Add(pnt); });
         const std::int64_t nNumPnts = facts.summary.nNumPnts + facts.nNumNotFinite;
         result.sCause = file.FindCause(nNumPnts);
         if (!result.sCause.empty())

@@ -2,6 +2,7 @@
 #define HOST_FILES_IPNTSOURCE_H
 
 #include <host/files/CFinding.h>
+#include <host/files/CSourcePnt.h>
 
 #include <cstdint>
 #include <functional>
@@ -9,27 +10,15 @@
 #include <string>
 #include <vector>
 
-struct CLasHeader;
+struct CAsciiGridMeaning;
+class CByteReader;
+class CPlyMeaning;
 
 namespace zorcld
 {
 
-class CByteReader;
 class CConsole;
 class CInputFile;
-struct CGridHeader;
-struct CPlyLayout;
-
-/// A point as its file has it, coordinates in double precision.
-struct CSourcePnt
-{
-    double x = 0.0;
-    double y = 0.0;
-    double z = 0.0;
-    std::uint16_t r = 0; ///< 0 to 255, or of a file with colours of 16 bits to 65535
-    std::uint16_t g = 0;
-    std::uint16_t b = 0;
-};
 
 /// The points of a file as the host itself reads them: more kinds of files than the library takes, nothing
 /// rounded or removed. May be asked for them several times; memory does not grow with the file where the
@@ -57,12 +46,10 @@ public:
 // Each keeps the parsed head and the reader it is lent, and throws CFailure with the cause when the head
 // tells that the points cannot be read.
 
-std::unique_ptr<IPntSource> MakePlySource(const std::string& sPath, const CPlyLayout& layout,
-                                          const std::string& sCause, CByteReader& reader);
-std::unique_ptr<IPntSource> MakeGridSource(const std::string& sPath, const CGridHeader& header,
+std::unique_ptr<IPntSource> MakePlySource(const std::string& sPath, const CPlyMeaning& meaning,
+                                          CByteReader& reader);
+std::unique_ptr<IPntSource> MakeGridSource(const std::string& sPath, const CAsciiGridMeaning& meaning,
                                            CByteReader& reader);
-std::unique_ptr<IPntSource> MakeLasSource(const std::string& sPath, const CLasHeader& header,
-                                          const std::string& sCause, CByteReader& reader);
 
 /// Loads the file through the library: coordinates come to 1/10000 and points at one x and y may come once.
 std::unique_ptr<IPntSource> MakeCloudSource(CInputFile& file, const CConsole& console);

@@ -1,4 +1,5 @@
-#include <formats/LasHeader.h>
+#include <formats/CLasHeader.h>
+#include <formats/CLasRecords.h>
 #include <host/files/LasFacts.h>
 #include <host/output/GroupDigits.h>
 
@@ -56,7 +57,7 @@ void PrintReturns(const TJson& returns)
 
 } // namespace
 
-TJson CollectLasFacts(const CLasHeader& header)
+TJson CollectLasFacts(const CLasHeader& header, const std::vector<CLasRecord>& vecRecords)
 {
     TJson facts;
     facts["version"] = fmt::format("{}.{}", header.nMajor, header.nMinor);
@@ -72,11 +73,11 @@ TJson CollectLasFacts(const CLasHeader& header)
     facts["generating_software"] = header.sSoftware;
     facts["created"] = header.GetDate();
     facts["records"] = TJson::array();
-    for (const CLasRecord& record : header.vecRecords)
-        facts["records"].push_back({{"user", record.sUser},
-                                    {"id", record.nId},
-                                    {"bytes", record.nSize},
-                                    {"description", record.sDescription}});
+    for (const CLasRecord& record : vecRecords)
+        facts["records"].push_back({{"user", record.GetUser()},
+                                    {"id", record.GetId()},
+                                    {"bytes", record.GetSize()},
+                                    {"description", record.GetDescription()}});
     return facts;
 }
 

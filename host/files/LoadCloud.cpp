@@ -1,3 +1,4 @@
+#include <formats/CloudLimits.h>
 #include <host/files/CFileKind.h>
 #include <host/files/LoadCloud.h>
 #include <host/files/OpenInputFile.h>
@@ -63,8 +64,10 @@ void RefuseMovedPnts(const CLoadFacts& facts, const std::string& sPath)
 {
     for (const CFinding& finding : facts.vecFindings)
         if (finding.pCode == std::string_view("span"))
-            throw CFailure(sPath, "its points lie more than 214748 units from the first one; unpacked to "
-                                  ".las it may be converted");
+            throw CFailure(sPath,
+                           fmt::format("its points lie more than {} units from the first one; a zorcld that is "
+                                       "built with LASzip may convert it",
+                                       c_nReach));
 }
 
 CLoadFacts LoadCloud(CPntCld& cloud, const CInputOptions& input, const CConsole& console)

@@ -1,10 +1,12 @@
+#include <host/files/OpenInputFile.h>
+
 #include <host/files/CFileKind.h>
 #include <host/files/CGridFile.h>
 #include <host/files/CLasFile.h>
 #include <host/files/CNativeFile.h>
 #include <host/files/CPlyFile.h>
 #include <host/files/InputOptions.h>
-#include <host/files/OpenInputFile.h>
+#include <host/files/OpenByteReader.h>
 #include <host/output/CFailure.h>
 #include <host/output/GetExtension.h>
 
@@ -69,7 +71,7 @@ const std::vector<const CFileKind*>& GetFileKinds()
 std::unique_ptr<CInputFile> OpenInputFile(const CInputOptions& input)
 {
     RefuseIrregular(input.sPath);
-    CByteReader reader(input.sPath);
+    CByteReader reader = OpenByteReader(input.sPath);
     const std::string sFirstBytes = ReadFirstBytes(reader);
     if (sFirstBytes.empty())
         throw CFailure(input.sPath, "is empty");

@@ -1,10 +1,8 @@
 #include <host/files/PlyFindings.h>
-#include <host/files/PlyLayout.h>
+
+#include <formats/CPlyMeaning.h>
 
 #include <fmt/format.h>
-
-#include <algorithm>
-#include <array>
 
 namespace zorcld
 {
@@ -12,54 +10,30 @@ namespace zorcld
 namespace
 {
 
-struct CPrefix
+void FindWrongCoords(const CPlyMeantElement& vertices, std::vector<CFinding>& vecFindings)
 {
-    std::string_view sName;
-    std::size_t nSize;
-};
-
-/// In the order in which the library tries them.
-constexpr std::array<CPrefix, 8> c_prefixes = {{{"char", 1},
-                                                {"uchar", 1},
-                                                {"short", 2},
-                                                {"ushort", 2},
-                                                {"int", 4},
-                                                {"uint", 4},
-                                                {"float", 4},
-                                                {"double", 8}}};
-
-/// As what the library reads a type; null: not at all.
-const CPrefix* FindRead(const std::string& sType)
-{
-    const auto found = std::find_if(c_prefixes.begin(), c_prefixes.end(),
-                                    [&](const CPrefix& prefix) { return sType.rfind(prefix.sName, 0) == 0; });
-    return found == c_prefixes.end() ? nullptr : &*found;
-}
-
-void FindWrongCoords(const CPlyElem& vertices, std::vector<CFinding>& vecFindings)
-{
-    for (const char* pName : {"x", "y", "z"})
+    for (std::size_t i = 0; i < c_nNumPlyCoords; ++i)
     {
-        const CPlyProp* const pProp = vertices.FindProp(pName);
-        if (pProp == nullptr || pProp->bList || pProp->sType == "float" || pProp->sType == "float32")
+        const CPlyMeantProperty* const pProp = vertices.FindProp(c_asPlyRoleNames[i]);
+        if (pProp == nullptr || pProp->bList || pProp->pType == &c_plyCoordType)
             continue;
         vecFindings.push_back(
             {"ply-coordinates",
-             fmt::format("coordinates are declared '{}' but read as 'float': they come out wrong",
-                         pProp->sType),
+             fmt::format("coordinates are declared '{}' but read as '{}': they come out wrong", pProp->sType,
+                         c_plyCoordType.sName),
              true, ""});
         return;
     }
 }
 
 /// A type that is read with another size puts everything behind it in the wrong place.
-void FindWrongSizes(const std::vector<CPlyElem>& vecElems, std::vector<CFinding>& vecFindings)
+void FindWrongSizes(const std::vector<CPlyMeantElement>& vecElems, std::vector<CFinding>& vecFindings)
 {
-    for (const CPlyElem& elem : vecElems)
+    for (const CPlyMeantElement& elem : vecElems)
     {
-        for (const CPlyProp& prop : elem.vecProps)
+        for (const CPlyMeantProperty& prop : elem.vecProps)
         {
-            const CPrefix* const pRead = FindRead(prop.sType);
+            const CPlyType* const pRead = prop.FindTaken();
             if (pRead == nullptr || prop.pType == nullptr || prop.pType->nSize == pRead->nSize)
                 continue;
             vecFindings.push_back(
@@ -73,17 +47,17 @@ void FindWrongSizes(const std::vector<CPlyElem>& vecElems, std::vector<CFinding>
     }
 }
 
-void FindWrongColors(const CPlyElem& vertices, std::vector<CFinding>& vecFindings)
+void FindWrongColors(const CPlyMeantElement& vertices, std::vector<CFinding>& vecFindings)
 {
     std::string sPresent;
     std::string sMissing;
-    const CPlyProp* pWrong = nullptr;
-    for (const char* pName : {"red", "green", "blue"})
+    const CPlyMeantProperty* pWrong = nullptr;
+    for (std::size_t i = c_nNumPlyCoords; i < c_asPlyRoleNames.size(); ++i)
     {
-        const CPlyProp* const pProp = vertices.FindProp(pName);
+        const CPlyMeantProperty* const pProp = vertices.FindProp(c_asPlyRoleNames[i]);
         std::string& sNames = pProp == nullptr ? sMissing : sPresent;
-        sNames += (sNames.empty() ? "" : " and ") + std::string(pName);
-        if (pProp != nullptr && pProp->sType != "uchar" && pProp->sType != "uint8")
+        sNames += (sNames.empty() ? "" : " and ") + std::string(c_asPlyRoleNames[i]);
+        if (pProp != nullptr && pProp->pType != &c_plyByteType)
             pWrong = pProp;
     }
     if (!sPresent.empty() && !sMissing.empty())
@@ -92,28 +66,30 @@ void FindWrongColors(const CPlyElem& vertices, std::vector<CFinding>& vecFinding
              fmt::format("its vertices have {}, but not {}: colour is not taken", sPresent, sMissing), false,
              ""});
     else if (pWrong != nullptr)
+        vecFindings.push_back({"ply-color-type",
+                               fmt::format("colours are declared '{}' but read as '{}': they come out wrong",
+                                           pWrong->sType, c_plyByteType.sName),
+                               true, ""});
+    if (vertices.FindProp(c_asPlyOtherColors[0]) != nullptr && sPresent.empty())
         vecFindings.push_back(
-            {"ply-color-type",
-             fmt::format("colours are declared '{}' but read as 'uchar': they come out wrong", pWrong->sType),
+            {"ply-color-name",
+             fmt::format("its colours are named {} and so on: they are not taken", c_asPlyOtherColors[0]),
              true, ""});
-    if (vertices.FindProp("diffuse_red") != nullptr && sPresent.empty())
-        vecFindings.push_back(
-            {"ply-color-name", "its colours are named diffuse_red and so on: they are not taken", true, ""});
 }
 
 } // namespace
 
-std::vector<CFinding> FindPlyFindings(const CPlyLayout& layout)
+std::vector<CFinding> FindPlyFindings(const CPlyMeaning& meaning)
 {
     std::vector<CFinding> vecFindings;
-    if (layout.eFormat != PlyFormat_Little)
+    if (meaning.GetFormat() != PlyFormat_Little)
         return vecFindings;
-    if (const CPlyElem* const pVertices = layout.FindVertices())
+    if (const CPlyMeantElement* const pVertices = meaning.FindVertices())
     {
         FindWrongCoords(*pVertices, vecFindings);
         FindWrongColors(*pVertices, vecFindings);
     }
-    FindWrongSizes(layout.vecElems, vecFindings);
+    FindWrongSizes(meaning.GetElements(), vecFindings);
     return vecFindings;
 }
 

@@ -5,15 +5,15 @@
 
 #include <vector>
 
+class CPlyMeaning;
+
 namespace zorcld
 {
 
-struct CPlyLayout;
-
 /// What the library takes otherwise than the header of a PLY file means it: it tells types by the start of
-/// their name, and takes coordinates as "float" and colours as "uchar" whatever they are declared.
+/// their name, and takes coordinates and colours for one type each, whatever they are declared.
 /// Nothing for a format that the library refuses.
-std::vector<CFinding> FindPlyFindings(const CPlyLayout& layout);
+std::vector<CFinding> FindPlyFindings(const CPlyMeaning& meaning);
 
 } // namespace zorcld
 

@@ -1,6 +1,7 @@
-#include <host/files/CByteReader.h>
-#include <host/files/NativeLayout.h>
 #include <host/files/SaveCloud.h>
+
+#include <formats/NativeFacts.h>
+#include <host/files/OpenByteReader.h>
 #include <host/output/CFailure.h>
 #include <host/output/CTempFile.h>
 
@@ -68,9 +69,9 @@ void SaveCloud(CPntCld& cloud, const std::string& sPath)
     if (!cloud.WriteToFile(zor::String(temp.GetPath()), 1))
         Fail(sPath, errno);
     // The library does not notice a full disk.
-    CByteReader reader(temp.GetPath());
-    const CNativeLayout layout = ReadNativeLayout(reader);
-    if (!layout.IsWhole() || layout.nNumPnts != cloud.GetNumPnts())
+    CByteReader reader = OpenByteReader(temp.GetPath());
+    const CNativeFacts facts = FindNativeFacts(reader);
+    if (!facts.IsWhole() || facts.header.nNumPnts != cloud.GetNumPnts())
         Fail(sPath, FindWriteError(temp.GetPath()));
     if (!Sync(temp.GetPath()) || !temp.Rename())
         Fail(sPath, errno);

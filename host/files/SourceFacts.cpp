@@ -47,24 +47,18 @@ void AddColor(CSourceFacts& facts, const CSourcePnt& pnt)
 
 } // namespace
 
-bool IsFinite(const CSourcePnt& pnt)
-{
-    return std::isfinite(pnt.x) && std::isfinite(pnt.y) && std::isfinite(pnt.z);
-}
-
 double CSourceFacts::CalcShareMerged() const
 {
-    constexpr double c_dCellsPerUnit = 10000.0;
     const zor::geom::RECT_3D& box = summary.box;
     if (summary.nNumPnts < 2)
         return 0.0;
     const double dCells =
-        ((box.xmax - box.xmin) * c_dCellsPerUnit + 1.0) * ((box.ymax - box.ymin) * c_dCellsPerUnit + 1.0);
+        ((box.xmax - box.xmin) * c_dCompactScale + 1.0) * ((box.ymax - box.ymin) * c_dCompactScale + 1.0);
     return 1.0 - std::exp(-static_cast<double>(summary.nNumPnts) / dCells);
 }
 
 CSourceFacts CollectSourceFacts(IPntSource& source, const CConsole& console, const std::string& sLabel,
-                                CStackedPnts* pStacked)
+                                const IPntSource::TOnPnt& onPntNear)
 {
     CProgressBar progress(console, sLabel);
     progress.Start();
@@ -76,7 +70,7 @@ CSourceFacts CollectSourceFacts(IPntSource& source, const CConsole& console, con
         [&](const CSourcePnt& pnt)
         {
             progress.SetPos(static_cast<int>(static_cast<double>(facts.summary.nNumPnts) * dStep));
-            if (!IsFinite(pnt))
+            if (!pnt.IsFinite())
             {
                 ++facts.nNumNotFinite;
                 return;
@@ -85,10 +79,10 @@ CSourceFacts CollectSourceFacts(IPntSource& source, const CConsole& console, con
             if (bFirst)
                 facts.first = pnt;
             facts.summary.Add({pnt.x, pnt.y, pnt.z});
-            if (!bFirst && !IsInReach(pnt, facts.first)) // the first one may be, when it is rounded
+            if (!bFirst && !pnt.IsInReachOf(facts.first)) // the first one may be, when it is rounded
                 ++facts.nNumFar;
-            else if (pStacked != nullptr)
-                pStacked->Add(pnt);
+            else if (onPntNear)
+                onPntNear(pnt);
             AddColor(facts, pnt);
             sampler.Add(pnt);
         });

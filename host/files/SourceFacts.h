@@ -1,9 +1,8 @@
 #ifndef HOST_FILES_SOURCEFACTS_H
 #define HOST_FILES_SOURCEFACTS_H
 
-#include <host/files/CStackedPnts.h>
 #include <host/files/IPntSource.h>
-#include <host/output/PntWriter.h>
+#include <host/output/CPntSummary.h>
 
 #include <vector>
 
@@ -11,20 +10,6 @@ namespace zorcld
 {
 
 class CConsole;
-
-/// Coordinates of a cloud lie at most so far from its first point, in each axis; farther ones are moved
-/// there.
-constexpr double c_dReach = 214748.3647;
-
-/// Does the point lie within reach of an origin? Clouds keep their origin as floats.
-inline bool IsInReach(const CSourcePnt& pnt, const CSourcePnt& origin)
-{
-    const auto isNear = [](double d, double dOrigin)
-    { return d - static_cast<float>(dOrigin) <= c_dReach && static_cast<float>(dOrigin) - d <= c_dReach; };
-    return isNear(pnt.x, origin.x) && isNear(pnt.y, origin.y) && isNear(pnt.z, origin.z);
-}
-
-bool IsFinite(const CSourcePnt& pnt);
 
 /// What one pass over a source tells.
 struct CSourceFacts
@@ -45,10 +30,10 @@ struct CSourceFacts
     double CalcShareMerged() const;
 };
 
-/// @param sLabel    of the progress bar.
-/// @param pStacked  null, or what gets the points within reach of the first one.
+/// @param sLabel      of the progress bar.
+/// @param onPntNear   gets the points within reach of the first one, itself included; may be empty.
 CSourceFacts CollectSourceFacts(IPntSource& source, const CConsole& console, const std::string& sLabel,
-                                CStackedPnts* pStacked = nullptr);
+                                const IPntSource::TOnPnt& onPntNear = {});
 
 } // namespace zorcld
 

@@ -1,5 +1,6 @@
 #include <host/output/PntWriter.h>
 
+#include <formats/MakePlyHead.h>
 #include <host/output/ByteFromShare.h>
 #include <host/output/CFailure.h>
 #include <host/output/GetExtension.h>
@@ -10,6 +11,8 @@
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <string>
+#include <vector>
 
 namespace zorcld
 {
@@ -103,14 +106,10 @@ public:
             m_dShift = {CalcShift(summary.box.xmin, summary.box.xmax),
                         CalcShift(summary.box.ymin, summary.box.ymax),
                         CalcShift(summary.box.zmin, summary.box.zmax)};
-        m_chunk.Format("ply\nformat binary_little_endian 1.0\n");
+        std::vector<std::string> vecComments;
         if (!GetNote().empty())
-            m_chunk.Format("comment {}\n", GetNote());
-        m_chunk.Format("element vertex {}\nproperty float x\nproperty float y\nproperty float z\n",
-                       summary.nNumPnts);
-        if (m_bColor)
-            m_chunk.Format("property uchar red\nproperty uchar green\nproperty uchar blue\n");
-        m_chunk.Format("end_header\n");
+            vecComments.push_back(GetNote());
+        m_chunk.Format("{}", MakePlyHead(summary.nNumPnts, m_bColor, vecComments));
     }
 
     void Add(const CCldCadPnt& pnt) override
@@ -140,14 +139,6 @@ private:
 };
 
 } // namespace
-
-void CPntSummary::Add(const zor::geom::PNT_3D& pnt)
-{
-    if (nNumPnts++ == 0)
-        box = zor::geom::RECT_3D(pnt.x, pnt.y, pnt.z, pnt.x, pnt.y, pnt.z);
-    box = zor::geom::RECT_3D(std::min(box.xmin, pnt.x), std::min(box.ymin, pnt.y), std::min(box.zmin, pnt.z),
-                             std::max(box.xmax, pnt.x), std::max(box.ymax, pnt.y), std::max(box.zmax, pnt.z));
-}
 
 std::unique_ptr<IPntWriter> MakeCsvWriter(COutFile& out, const CPntSummary& summary)
 {

@@ -2,27 +2,16 @@
 #define HOST_OUTPUT_PNTWRITER_H
 
 #include <host/output/COutFile.h>
+#include <host/output/CPntSummary.h>
 #include <zor3geom/PNT_3D.h>
-#include <zor3geom/RECT_3D.h>
 #include <zor4data/CCldCadPnt.h>
 
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
 
 namespace zorcld
 {
-
-/// What must be known of the points before the first one is written.
-struct CPntSummary
-{
-    void Add(const zor::geom::PNT_3D& pnt);
-
-    std::int64_t nNumPnts = 0;
-    zor::geom::RECT_3D box; ///< undefined while there is no point
-    bool bColor = false;
-};
 
 /// Writes points one by one.
 class IPntWriter

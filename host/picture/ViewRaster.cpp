@@ -1,5 +1,6 @@
 #include <host/picture/ViewRaster.h>
 
+#include <formats/Compact.h>
 #include <host/picture/CloseHoles.h>
 #include <host/picture/DrawPnts.h>
 #include <host/picture/FillGaps.h>
@@ -71,7 +72,8 @@ CFrame FitFrame(const COverview& overview, const CArea& area, int nScale)
     const CViewExtent& e = overview.extent;
     double dPerUnit = std::min(area.dWidth / std::max(e.xmax - e.xmin, 1e-9),
                                area.dHeight / std::max(e.ymax - e.ymin, 1e-9));
-    dPerUnit = std::min(dPerUnit, 1e5); // a single point: 1/10000 of a unit is ten pixels
+    dPerUnit =
+        std::min(dPerUnit, 10.0 * c_dCompactScale); // a single point: a step of the cloud is ten pixels
     const double xLeft = 0.5 * (e.xmin + e.xmax) - (area.x + 0.5 * area.dWidth) / dPerUnit;
     const double yTop = 0.5 * (e.ymin + e.ymax) + (area.y + 0.5 * area.dHeight) / dPerUnit;
     return {nScale, dPerUnit * nScale, xLeft, yTop, overview.dNear};

@@ -1,5 +1,6 @@
 #include <host/shapes/WriteShapes.h>
 
+#include <formats/Compact.h>
 #include <host/output/COutFile.h>
 #include <host/output/GetExtension.h>
 
@@ -19,7 +20,7 @@ namespace
 /// Cloud coordinates come in steps of 1/10000: more digits would only show the rounding of the origin.
 double Round(double d)
 {
-    return std::round(d * 10000.0) / 10000.0 + 0.0; // no negative zero
+    return std::round(d * c_dCompactScale) / c_dCompactScale + 0.0; // no negative zero
 }
 
 } // namespace

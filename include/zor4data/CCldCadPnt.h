@@ -14,16 +14,16 @@ class ICldColorListener;
 class CCldCadPnt
 {
 public:
-    /// All fields to their defaults.
+    /// Sets all fields to their defaults.
     CCldCadPnt() = default;
 
-    /// The defaults, then `Set` with the same arguments.
+    /// Sets the defaults, then calls `Set` with the same arguments.
     ZOR4DATA_API CCldCadPnt(const CTruncPnt& pnt, float fOrgX, float fOrgY, float fOrgZ, int nIndex,
                             ICldColorListener* pColorListener);
     ZOR4DATA_API CCldCadPnt(const CTruncPnt_Color& pnt, float fOrgX, float fOrgY, float fOrgZ, int nIndex,
                             ICldColorListener* pColorListener);
 
-    /// All fields back to their defaults.
+    /// Sets all fields back to their defaults.
     void Init() { *this = CCldCadPnt(); }
 
     /// Takes over a compact point of a store: its coordinates, its colour if it has one (else the

@@ -92,11 +92,11 @@ public:
     /// @param pProgress  receives percent, one call a point and before it; null: no calls.
     /// @param eType      kind of the file; any other value: false.
     /// @param sPath      recorded together with the kind before anything else, whatever the outcome.
-    /// @return false when there is no reader for the kind, or the file is missing, is not of the kind,
-    ///         or ends early; the cloud then holds the points delivered until then and no octree.
-    ///         A native file, which comes with its octree, is not checked: true means that it could be
-    ///         opened and names a point type. What is damaged in it is left out, and a cloud that has
-    ///         points or an octree takes nothing.
+    /// @return false when there is no reader for the kind, or the file is missing, is not of the kind, or
+    ///         ends early; the cloud then holds the points delivered until then and no octree. A native file,
+    ///         which comes with its octree, is not checked: true means that it could be opened and names a
+    ///         point type. What is damaged in it is left out, and a cloud that has points or an octree takes
+    ///         nothing from it.
     bool ReadFromFile(IDlgProgress* pProgress, enumPntCldFile eType, const zor::String& sPath);
 
     /// Saves the cloud as a native file: points and octree as they are, no selection. Points marked
@@ -124,8 +124,9 @@ public:
     /// @return false, and nothing is written, on a cloud without colour.
     bool GetPntColor(int nIndex, unsigned char& r, unsigned char& g, unsigned char& b) const;
 
-    /// Bounding box of the points at the last build of the octree, coordinate units; to 2/10000. A side
-    /// of more than 214748 units is told, and taken for the octree's cubes, as 214748 about its middle.
+    /// Bounding box of the points at the last build of the octree, coordinate units; exact to 2/10000. A side
+    /// longer than 214748 units is given as 214748 units around its middle, and the octree's cubes are made
+    /// for that.
     /// @return false, and nothing is written, without an octree.
     bool GetBdry(zor::geom::RECT_3D& rect) const;
 
@@ -145,7 +146,8 @@ public:
     /// Only the host clears the flag, after saving for example.
     void SetModified(bool bModified);
 
-    /// @return how often the flag went from false to true, or as set; -1 for a cloud without point type.
+    /// @return how often the flag went from false to true, counted from the number given to `SetVersion` if
+    ///         any; -1 for a cloud without point type.
     int GetVersion() const;
     void SetVersion(int nVersion);
 
@@ -186,24 +188,25 @@ public:
     ///                   is kept. Empty: every point.
     ///
     /// Order: leaf by leaf, octants 0 to 7, not index order. Without an octree nothing is delivered. In a
-    /// cloud wider than 214748 units the octree's cubes do not reach all points: those outside theirs come,
-    /// or not, with their cube.
+    /// cloud wider than 214748 units the octree's cubes do not reach all points: a point outside its cube is
+    /// delivered or left out together with it.
     /// Cost: whole subtrees are dropped or taken untested.
     void GetPnts_Clip(IPntCldListener* pListener, const std::vector<zor::geom::PLANE_3D>& vecPlanes) const;
     void GetPnts_Clip(IPntCldListener* pListener, const std::vector<zor::geom::PLANE_3D>& vecPlanes,
                       int nBatch) const;
 
-    /// Both at once. A cube of the wanted size gives its point even where only its parent reaches into
-    /// the kept volume, and a leaf that gives one point gives it untested. With `dLod` larger than the
-    /// cloud each leaf gives one point; not above 0 or not-a-number: the same as `GetPnts_Clip`.
+    /// Delivers a thinned cloud, clipped. A cube of the wanted size gives its point even where only its
+    /// parent reaches into the kept volume, and a leaf that gives one point gives it untested. With `dLod`
+    /// larger than the cloud each leaf gives one point; not above 0 or not-a-number: the same as
+    /// `GetPnts_Clip`.
     void GetPnts_LodClip(IPntCldListener* pListener, double dLod,
                          const std::vector<zor::geom::PLANE_3D>& vecPlanes, int nBatch) const;
 
     // --- queries in plan view: heights are not looked at; one record a call ----------------------
 
-    /// Delivers the points with xmin ≤ x ≤ xmax and ymin ≤ y ≤ ymax, coordinate units; none when a
-    /// minimum is above its maximum. Order and cost as `GetPnts_Clip`. Points have steps of 1/10000, and the
-    /// comparison rounds: a limit taken from a point itself, or from `GetBdry`, wants half a step of room.
+    /// Delivers the points with xmin ≤ x ≤ xmax and ymin ≤ y ≤ ymax, coordinate units; none when a minimum is
+    /// above its maximum. Order and cost as `GetPnts_Clip`. Points have steps of 1/10000, and the comparison
+    /// rounds: to include a point by its own coordinates, or by `GetBdry`, leave half a step of room.
     void GetPnts2D(IPntCldListener* pListener, double xmin, double ymin, double xmax, double ymax) const;
 
     /// @return the number of points that `GetPnts2D` would deliver. The colour listener is asked for each.
@@ -231,7 +234,7 @@ public:
     ///                 coordinate that is not finite: it holds nothing. Coordinates up to 1e150.
     ///
     /// A square without area, the root of a cloud whose points all lie within two units of 1/10000, counts as
-    /// inside whatever the contour. Without an octree nothing is done, not even the height range told.
+    /// inside whatever the contour. Without an octree there is no call at all, not even of SetZRange.
     void FindPnts2D_IntCnt(IPntCldListener* pListener, const std::vector<zor::geom::PNT_2D>& contour) const;
 
     /// Delivers the points inside a contour, those on it included. With holes, only the octree squares

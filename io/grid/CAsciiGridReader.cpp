@@ -26,12 +26,13 @@ bool CAsciiGridReader::Read(const zor::String& sPath)
 
     m_listener.OnReadType(PntCldType_Pnt);
     m_listener.OnReadNumPnts(SaturateToInt32(cells.GetNumCells()));
-    // KEPT: the point is the upper left corner of the cell, not its centre.
+    // KEPT: the point is the upper left corner of the cell, not its centre
+    // (Read_PointsOnUpperLeftCorners_Kept).
     cells.Take(
         [&](std::int32_t nRow, std::int32_t nCol, double dValue)
         {
-            m_listener.OnReadPnt(nCol * header.m_dCellSize + header.m_dXCorner,
-                                 (header.m_nNumRows - nRow) * header.m_dCellSize + header.m_dYCorner, dValue);
+            m_listener.OnReadPnt(nCol * header.dCellSize + header.dXCorner,
+                                 (header.nNumRows - nRow) * header.dCellSize + header.dYCorner, dValue);
         });
     m_listener.OnReadEnd();
     return true;
@@ -40,12 +41,12 @@ bool CAsciiGridReader::Read(const zor::String& sPath)
 /// Reads the rows behind the header. Empty lines do not count as rows, lines of blanks do.
 void CAsciiGridReader::ReadCells(CAsciiGridText& text, const CAsciiGridHeader& header, CAsciiGridCells& cells)
 {
-    for (std::int32_t nRow = 0; nRow < header.m_nNumRows && text.FindLine(); ++nRow)
+    for (std::int32_t nRow = 0; nRow < header.nNumRows && text.FindLine(); ++nRow)
     {
-        for (std::int32_t nCol = 0; nCol < header.m_nNumCols && text.FindToken(); ++nCol)
+        for (std::int32_t nCol = 0; nCol < header.nNumCols && text.FindToken(); ++nCol)
         {
             const double dValue = text.GetNumber();
-            if (dValue != header.m_dNoData) // true for what is not a number
+            if (dValue != header.dNoData) // true for what is not a number
                 cells.Add(nRow, nCol, dValue);
         }
         text.SkipLine();

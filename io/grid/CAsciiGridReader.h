@@ -4,7 +4,7 @@
 #include <zor0lang/String.h>
 
 class CAsciiGridCells;
-class CAsciiGridHeader;
+struct CAsciiGridHeader;
 class CAsciiGridText;
 class IPntCldReadListener;
 

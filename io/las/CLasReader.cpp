@@ -1,6 +1,6 @@
 #include <io/las/CLasReader.h>
 
-#include <io/las/CLasGuard.h>
+#include <formats/CLasGuard.h>
 #include <io/las/DeliverLas.h>
 
 #include <lasreader.hpp>
@@ -29,7 +29,7 @@ bool Announce(const LASreader& reader, bool bColor, const CLasGuard& guard, IPnt
     listener.OnReadType(bColor ? PntCldType_PntColor : PntCldType_Pnt);
     try
     {
-        listener.OnReadNumPnts(CountDaNumPnts(reader.npoints));
+        listener.OnReadNumPnts(CountFromNumPnts(reader.npoints));
     }
     catch (const std::bad_alloc&)
     {
@@ -55,7 +55,7 @@ bool CLasReader::Read(IDlgProgress* pProgress, const zor::String& sPath)
     if (pReader == nullptr)
         return false;
 
-    const bool bColor = IsLasColorFormat(pReader->header.point_data_format);
+    const bool bColor = LasLayout::IsColorTaken(pReader->header.point_data_format);
     if (!Announce(*pReader, bColor, guard, m_listener))
         return false;
     DeliverLasPnts(*pReader, bColor, guard.GetMaxNumPnts(), m_listener, pProgress);

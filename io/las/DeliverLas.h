@@ -7,24 +7,17 @@
 
 #include <cstdint>
 
-/// Whether points of this format are taken with their colour.
-/// KEPT: formats 7, 8 and 10 have colours too, and are taken without.
-inline bool IsLasColorFormat(unsigned nFormat) noexcept
-{
-    return nFormat == 2 || nFormat == 3 || nFormat == 5;
-}
-
 /// The number of points of a file as the listener gets it: the lower 32 bits, negative where the highest of
 /// them is set.
-inline std::int32_t CountDaNumPnts(std::int64_t nNumPnts) noexcept
+inline std::int32_t CountFromNumPnts(std::int64_t nNumPnts) noexcept
 {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(nNumPnts));
 }
 
 /// A colour channel of 16 bits as one of 8.
 /// KEPT: each channel by itself, so that files with 8-bit colours come out right; of 16-bit colours, values
-/// up to 255 come out 256 times too bright.
-inline unsigned char ByteDaChannel(std::uint16_t n) noexcept
+/// up to 255 come out 256 times too bright (ByteFromChannel_EachChannelByItsOwnSize_Kept).
+inline unsigned char ByteFromChannel(std::uint16_t n) noexcept
 {
     return static_cast<unsigned char>(n > 255 ? n >> 8U : n);
 }
@@ -39,7 +32,7 @@ inline int CalcLasProgress(std::int64_t nDelivered, std::int32_t nAnnounced) noe
 /// Delivers the points that `reader` gives, before each of them the progress.
 ///
 /// @param reader     a LASreader before its first point, or what has its members.
-/// @param bColor     the form of all points.
+/// @param bColor     whether the points are delivered with colour.
 /// @param nMax       points that the file can hold: behind them the library would take other bytes for
 ///                   points.
 /// @param pProgress  null: no calls.
@@ -47,7 +40,7 @@ template <class Reader>
 void DeliverLasPnts(Reader& reader, bool bColor, std::int64_t nMax, IPntCldReadListener& listener,
                     IDlgProgress* pProgress)
 {
-    const auto nAnnounced = CountDaNumPnts(reader.npoints);
+    const auto nAnnounced = CountFromNumPnts(reader.npoints);
     const auto& point = reader.point;
     const auto& scale = *point.quantizer;
     for (std::int64_t i = 0; i < nMax && reader.read_point() != 0; ++i)
@@ -58,8 +51,8 @@ void DeliverLasPnts(Reader& reader, bool bColor, std::int64_t nMax, IPntCldReadL
         const double y = point.get_Y() * scale.y_scale_factor + scale.y_offset;
         const double z = point.get_Z() * scale.z_scale_factor + scale.z_offset;
         if (bColor)
-            listener.OnReadPnt(x, y, z, ByteDaChannel(point.rgb[0]), ByteDaChannel(point.rgb[1]),
-                               ByteDaChannel(point.rgb[2]));
+            listener.OnReadPnt(x, y, z, ByteFromChannel(point.rgb[0]), ByteFromChannel(point.rgb[1]),
+                               ByteFromChannel(point.rgb[2]));
         else
             listener.OnReadPnt(x, y, z);
     }

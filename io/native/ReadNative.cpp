@@ -1,7 +1,7 @@
 #include <io/native/ReadNative.h>
 
-#include <io/native/CNativeTreeReader.h>
 #include <io/native/NativeRecord.h>
+#include <io/native/ReadNativeTree.h>
 #include <io/native/ifpstream.h>
 #include <octree/CPntBits.h>
 #include <octree/ZeroedArray.h>
@@ -10,20 +10,6 @@
 
 namespace
 {
-
-/// Reads the number of points. A negative count is none; of a file that ends before its last point those
-/// count that it holds whole.
-template <class T>
-std::int32_t ReadNumPnts(ifpstream& stream)
-{
-    const std::int32_t nNumPnts = stream.ReadNumber<std::int32_t>();
-    if (nNumPnts <= 0)
-        return 0;
-    const std::uint64_t nNumHeld = stream.GetNumLeft() / CNativeRecord<T>::c_nSize;
-    if (nNumHeld >= static_cast<std::uint64_t>(nNumPnts))
-        return nNumPnts;
-    return static_cast<std::int32_t>(nNumHeld);
-}
 
 /// Reads the points into zeroed records, whose byte behind the colour so stays zero.
 template <class T>
@@ -51,36 +37,46 @@ void ReadPnts(ifpstream& stream, T* pPnts, std::size_t nNumPnts)
 
 } // namespace
 
-template <class T>
-bool ReadNative(ifpstream& stream, COcTreeData<T>& store)
+CNativeHeader ReadNativeHeader(ifpstream& stream)
 {
-    // KEPT: a store with a tree or an array is not overwritten, and the host is not told.
+    std::array<unsigned char, c_nNativeHeaderSize> acBytes{};
+    constexpr std::size_t c_nPrologue = c_acNativePrologue.size(); // the stream keeps it to itself
+    const std::size_t nSize =
+        c_nPrologue + stream.Read(acBytes.data() + c_nPrologue, acBytes.size() - c_nPrologue);
+    CNativeHeader header = CNativeHeader::FromBytes(acBytes, nSize);
+    header.bPrologue = !stream.IsForeign() && stream.IsNativeOrder();
+    return header;
+}
+
+template <class T>
+bool ReadNative(ifpstream& stream, const CNativeHeader& header, COcTreeData<T>& store)
+{
+    // KEPT: a store with a tree or an array is not overwritten, and nothing tells the host
+    // (ReadFromFile_IntoAStoreBeingFilled_Kept, ReadFromFile_IntoAnEmptyStoreWithATree_Kept).
     if (store.m_pTree != nullptr || store.m_pPnts != nullptr)
         return false;
-    const float fOrgX = stream.ReadNumber<float>();
-    const float fOrgY = stream.ReadNumber<float>();
-    const float fOrgZ = stream.ReadNumber<float>();
-    const std::int32_t nNumPnts = ReadNumPnts<T>(stream);
+    const std::int32_t nNumPnts = header.CalcNumHeld(stream.GetNumLeft());
     if (nNumPnts > 0)
     {
         auto pPnts = MakeZeroedArray<T>(static_cast<std::size_t>(nNumPnts));
         auto pSelBits = CPntBits::MakeClear(nNumPnts);
         auto pDelBits = CPntBits::MakeClear(nNumPnts);
         ReadPnts(stream, pPnts.get(), static_cast<std::size_t>(nNumPnts));
-        store.m_pTree = CNativeTreeReader(stream, nNumPnts).Read();
+        store.m_pTree = ReadNativeTree(stream, nNumPnts);
         store.m_pPnts = std::move(pPnts);
         store.m_pSelBits = std::move(pSelBits);
         store.m_pDelBits = std::move(pDelBits);
         store.m_bHasDel = false;
-        // KEPT: no point counts as stored one by one, as if all slots were free.
+        // KEPT: no slot counts as filled: the next point stored takes the first one
+        // (AddPnt_AfterLoadingOverwritesTheFirst_Kept).
         store.m_nNumAdded = 0;
     }
-    store.m_fOrgX = fOrgX;
-    store.m_fOrgY = fOrgY;
-    store.m_fOrgZ = fOrgZ;
+    store.m_fOrgX = header.afOrg[0];
+    store.m_fOrgY = header.afOrg[1];
+    store.m_fOrgZ = header.afOrg[2];
     store.m_nNumPnts = nNumPnts;
     return nNumPnts > 0;
 }
 
-template bool ReadNative(ifpstream& stream, COcTreeData<CTruncPnt>& store);
-template bool ReadNative(ifpstream& stream, COcTreeData<CTruncPnt_Color>& store);
+template bool ReadNative(ifpstream& stream, const CNativeHeader& header, COcTreeData<CTruncPnt>& store);
+template bool ReadNative(ifpstream& stream, const CNativeHeader& header, COcTreeData<CTruncPnt_Color>& store);

@@ -25,13 +25,14 @@ void WritePnts(ofpstream& stream, const T* pPnts, std::size_t nNumPnts)
 /// Writes the node and all below it, depth first.
 ///
 /// @param p  the position of the stream, with room for a node and its leaves.
-/// @return the new one, likewise.
+/// @return the new position, with as much room.
 unsigned char* WriteNode(ofpstream& stream, unsigned char* p, const COcTreeNode& node)
 {
     p = LittleEndian::Put(LittleEndian::Put(p, node.m_ucExist), node.m_ucLeaf);
     if (COcTreeChildren::HasOnlyLeaves(node))
     {
-        // Leaves stand in the file as in memory. A copy of one fixed size is faster than one to measure.
+        // Leaves stand in the file as in memory. A copy of one fixed size is faster than a copy of the size
+        // they have.
         std::memcpy(p, node.m_pChildren, COcTreeArena::c_nReadable);
         return stream.MakeRoom(p + COcTreeChildren::GetBlockSize(node.m_ucExist, node.m_ucLeaf));
     }

@@ -1,6 +1,6 @@
 #include <io/native/ifpstream.h>
 
-#include <formats/NativePrologue.h>
+#include <formats/NativeFormat.h>
 
 #include <algorithm>
 
@@ -9,7 +9,7 @@
 namespace
 {
 
-/// @return size in bytes, 0 for what has no size of its own, as pipes and directories.
+/// @return size in bytes; 0 for a file that has no size of its own, such as a pipe or a directory.
 std::uint64_t GetFileSize(std::FILE* pFile)
 {
     struct stat status = {};
@@ -26,10 +26,10 @@ ifpstream::ifpstream(const zor::String& sPath) : m_pFile(std::fopen(sPath.c_str(
         return;
     std::setvbuf(m_pFile.get(), nullptr, _IONBF, 0);
     m_nNumLeft = GetFileSize(m_pFile.get());
-    std::array<unsigned char, c_acPrologue.size()> acBytes{};
+    std::array<unsigned char, c_acNativePrologue.size()> acBytes{};
     m_bFailed = Read(acBytes.data(), acBytes.size()) != acBytes.size();
-    m_bForeign = acBytes[0] != c_acPrologue[0];
-    m_bNativeOrder = std::equal(acBytes.begin() + 1, acBytes.end(), c_acPrologue.begin() + 1);
+    m_bForeign = acBytes[0] != c_acNativePrologue[0];
+    m_bNativeOrder = std::equal(acBytes.begin() + 1, acBytes.end(), c_acNativePrologue.begin() + 1);
 }
 
 std::size_t ifpstream::Read(void* pBytes, std::size_t nNumBytes) noexcept

@@ -9,15 +9,15 @@
 #include <cstddef>
 #include <cstdint>
 
-/// A binary file being read, behind its prologue of five bytes. Not buffered: take large blocks.
+/// A binary file being read, behind its prologue of five bytes. It is not buffered: take large blocks.
 class ifpstream
 {
 public:
     /// Opens the file, which is never created, and reads the prologue.
     explicit ifpstream(const zor::String& sPath);
 
-    /// @return whether there is nothing to read from: the file could not be opened, is not a regular file,
-    ///         or is shorter than the prologue. It does not turn true later.
+    /// @return whether there is nothing to read from: the file could not be opened, is not a regular file, or
+    ///         is shorter than the prologue. The answer does not change later.
     bool IsFailed() const noexcept { return m_bFailed; }
 
     /// @return whether the prologue's mark is another than `ofpstream` writes.

@@ -1,6 +1,6 @@
 #include <io/native/ofpstream.h>
 
-#include <formats/NativePrologue.h>
+#include <formats/NativeFormat.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -13,7 +13,8 @@ namespace
 // not aligned alike.
 constexpr std::size_t c_nMaxCopy = 1024;
 
-// How far ahead of the copy the source is fetched: what the processor fetches by itself ends with each page.
+// How far ahead of the copy the source is fetched: the processor by itself fetches ahead only to the end of a
+// page.
 constexpr std::size_t c_nAhead = 2048;
 constexpr std::size_t c_nCacheLine = 64;
 
@@ -29,7 +30,7 @@ void CopyPiece(unsigned char* pTo, const unsigned char* pFrom, std::size_t nNumB
     std::memcpy(pTo, pFrom, nNumBytes);
 }
 
-/// The first page boundary in memory that has a page more than is needed.
+/// @return the first page boundary in memory that is a page larger than needed.
 unsigned char* AlignToPage(unsigned char* p) noexcept
 {
     return p + (c_nPage - reinterpret_cast<std::uintptr_t>(p) % c_nPage);
@@ -37,7 +38,7 @@ unsigned char* AlignToPage(unsigned char* p) noexcept
 
 } // namespace
 
-// The block first: should memory run out, no file has been emptied.
+// The block is allocated first: should memory run out, no file has been emptied.
 ofpstream::ofpstream(const zor::String& sPath, const char* pTag, short nVersion)
     : m_pMemory(new unsigned char[c_nPage + c_nBlock + c_nMaxRoom]), m_pBlock(AlignToPage(m_pMemory.get())),
       m_pPos(m_pBlock), m_pBlockEnd(m_pPos + c_nBlock), m_pFile(std::fopen(sPath.c_str(), "wb")),
@@ -46,7 +47,7 @@ ofpstream::ofpstream(const zor::String& sPath, const char* pTag, short nVersion)
     if (IsFailed())
         return;
     std::setvbuf(m_pFile.get(), nullptr, _IONBF, 0);
-    Write(c_acPrologue.data(), c_acPrologue.size()); // the file is empty now
+    Write(c_acNativePrologue.data(), c_acNativePrologue.size()); // the file is empty now
 }
 
 ofpstream::~ofpstream()

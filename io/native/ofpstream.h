@@ -31,12 +31,13 @@ public:
     ofpstream& operator=(const ofpstream&) = delete;
 
     /// @return whether the file could not be opened.
-    /// KEPT: whether the bytes arrive is not told. After the first that did not, nothing more is written.
+    /// KEPT: nothing tells whether the bytes arrive. After the first that did not, nothing more is written
+    /// (FullDisk_Kept, WriteToFile_FullDisk_Kept).
     bool IsFailed() const noexcept { return m_pFile == nullptr; }
 
     void Write(const void* pBytes, std::size_t nNumBytes) noexcept;
 
-    /// For what is put together in place: the position, with room for c_nMaxRoom bytes. They belong to the
+    /// Gives the position, with room for c_nMaxRoom bytes, to put bytes together in place. They belong to the
     /// file once the position is moved behind them, with MakeRoom or SetPos.
     unsigned char* GetPos() noexcept { return MakeRoom(m_pPos); }
 

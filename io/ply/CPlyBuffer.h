@@ -21,8 +21,9 @@ public:
 
     /// Makes `nSize` bytes available at the position.
     ///
-    /// KEPT: one byte is enough. A value that the end of the file cuts off is no failure; the bytes that
-    /// it lacks are those which the window held there before.
+    /// KEPT: one byte left in the file is enough. A value that the end of the file cuts off is no failure; in
+    /// place of the bytes that it lacks it has those that the window held there before
+    /// (Read_CutOffValueKeepsOldBytes_Kept).
     ///
     /// @param nSize  at most 8.
     /// @return false when no byte is left.

@@ -7,17 +7,17 @@
 
 bool CPlyElementReader::Read()
 {
-    if (m_element.m_bVertex && !Announce())
+    if (m_element.bVertex && !Announce())
         return false;
     // Items that lie in the window whole are taken from it as they stand; what the end of the window cuts,
     // and what has no fixed layout, is read value by value.
-    for (std::int32_t i = 0; i < m_element.m_nCount;)
+    for (std::int32_t i = 0; i < m_element.nCount;)
     {
-        const std::int32_t nNumWhole = CountWholeItems(m_element.m_nCount - i);
+        const std::int32_t nNumWhole = CountWholeItems(m_element.nCount - i);
         if (nNumWhole > 0)
             TakeWholeItems(i, i + nNumWhole);
         i += nNumWhole;
-        if (i == m_element.m_nCount)
+        if (i == m_element.nCount)
             break;
         m_progress.Report(i++);
         if (!ReadItem())
@@ -34,12 +34,12 @@ bool CPlyElementReader::Announce()
     m_listener.OnReadType(m_bColor ? PntCldType_PntColor : PntCldType_Pnt);
     try
     {
-        m_listener.OnReadNumPnts(m_element.m_nCount);
+        m_listener.OnReadNumPnts(m_element.nCount);
     }
     catch (const std::bad_alloc&)
     {
         // A count that the file cannot hold is the file's fault, not a lack of memory.
-        if (m_layout.CanHold(m_element.m_nCount, m_buffer.CalcNumLeft()))
+        if (m_layout.CanHold(m_element.nCount, m_buffer.CalcNumLeft()))
             throw;
         return false;
     }
@@ -49,7 +49,7 @@ bool CPlyElementReader::Announce()
 /// @return how many items, at most `nMax`, can be taken as they stand.
 std::int32_t CPlyElementReader::CountWholeItems(std::int32_t nMax) const
 {
-    if (!(m_element.m_bVertex ? m_layout.IsPlain() : m_layout.IsFixed()))
+    if (!(m_element.bVertex ? m_layout.IsPlain() : m_layout.IsFixed()))
         return 0;
     if (m_layout.GetMinSize() == 0) // nothing to read
         return nMax;
@@ -60,7 +60,7 @@ std::int32_t CPlyElementReader::CountWholeItems(std::int32_t nMax) const
 /// Takes items `i` to `nEnd` - 1, which lie in the window whole.
 void CPlyElementReader::TakeWholeItems(std::int32_t i, std::int32_t nEnd)
 {
-    if (m_element.m_bVertex)
+    if (m_element.bVertex)
         DeliverWholeItems(i, nEnd);
     else if (m_progress.IsWanted())
         for (std::int32_t k = i; k < nEnd; ++k)
@@ -85,10 +85,10 @@ void CPlyElementReader::DeliverWholeItems(std::int32_t i, std::int32_t nEnd)
 /// Reads the values of one item one by one, and delivers it if it is a vertex.
 bool CPlyElementReader::ReadItem()
 {
-    for (std::size_t k = 0; k < m_element.m_nNumProps; ++k)
+    for (std::size_t k = 0; k < m_element.nNumProps; ++k)
         if (!ReadValue(m_pProps[k]))
             return false;
-    if (m_element.m_bVertex)
+    if (m_element.bVertex)
         m_slots.Deliver(m_listener, m_bColor);
     return true;
 }
@@ -102,10 +102,12 @@ bool CPlyElementReader::ReadValue(const CPlyProperty& prop)
         return false;
     if (prop.IsList())
     {
-        m_buffer.Skip(1 + *m_buffer.GetPos() * nSize); // its entries are never looked at
+        // KEPT: the entries of a list are never looked at: a list called "x" leaves x at 0
+        // (Read_ListNamedXIsZero_Kept).
+        m_buffer.Skip(1 + *m_buffer.GetPos() * nSize);
         return true;
     }
-    m_slots.Set(prop.m_eRole, m_buffer.GetPos(), nSize);
+    m_slots.Set(prop.eRole, m_buffer.GetPos(), nSize);
     m_buffer.Skip(nSize);
     return true;
 }

@@ -23,7 +23,7 @@ public:
     CPlyElementReader(IPntCldReadListener& listener, CPlyBuffer& buffer, const CPlyProgress& progress,
                       const CPlyElement& element, const CPlyProperty* pProps)
         : m_listener(listener), m_buffer(buffer), m_progress(progress), m_element(element), m_pProps(pProps),
-          m_layout(pProps, element.m_nNumProps), m_bColor(m_layout.HasColor())
+          m_layout(pProps, element.nNumProps), m_bColor(m_layout.HasColor())
     {
     }
 

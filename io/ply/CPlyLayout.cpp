@@ -9,9 +9,9 @@ CPlyLayout::CPlyLayout(const CPlyProperty* pProps, std::size_t nNumProps)
         m_bReadable = m_bReadable && prop.IsReadable();
         m_bFixed = m_bFixed && prop.IsReadable() && !prop.IsList();
         m_nLastSize = prop.IsReadable() && !prop.IsList() ? prop.GetSize() : 1;
-        m_abHas[prop.m_eRole] = true;
-        m_anOffset[prop.m_eRole] = m_nMinSize; // of two properties of one role the last counts
-        anSize[prop.m_eRole] = m_nLastSize;
+        m_abHas[prop.eRole] = true;
+        m_anOffset[prop.eRole] = m_nMinSize; // of two properties of one role the last counts
+        anSize[prop.eRole] = m_nLastSize;
         m_nMinSize += m_nLastSize;
     }
     constexpr std::size_t c_nCoordSize = sizeof(float);

@@ -6,7 +6,10 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Progress of one element: of the share that each element has of the 100 percent, whole percent.
+/// Progress of one element, within the share that each element has of the 100 percent.
+///
+/// KEPT: the share is whole percent, rounded down: with more than 100 elements the progress stays at 0
+/// (Progress_ShareIsRoundedDown_Kept).
 class CPlyProgress
 {
 public:

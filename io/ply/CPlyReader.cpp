@@ -1,6 +1,6 @@
 #include <io/ply/CPlyReader.h>
 
-#include <formats/CFilePtr.h>
+#include <formats/CByteReader.h>
 #include <formats/CPlyHeader.h>
 #include <io/ply/CPlyBuffer.h>
 #include <io/ply/CPlyElementReader.h>
@@ -8,33 +8,23 @@
 #include <zor4data/IPntCldReadListener.h>
 
 #include <cstdio>
+#include <utility>
 #include <vector>
 
 namespace
 {
 
-bool ReadHeader(CPlyHeader& header, const zor::String& sPath)
-{
-    const CFilePtr pFile(std::fopen(sPath.c_str(), "rb"));
-    return pFile != nullptr && header.Read(pFile.get());
-}
-
 bool ReadElements(IPntCldReadListener& listener, IDlgProgress* pProgress, const CPlyHeader& header,
-                  const zor::String& sPath)
+                  std::FILE* pFile)
 {
-    const CFilePtr pFile(std::fopen(sPath.c_str(), "rb"));
-    if (pFile == nullptr)
+    if (fseeko(pFile, static_cast<off_t>(header.GetDataOffset()), SEEK_SET) != 0)
         return false;
-    static_cast<void>(std::setvbuf(pFile.get(), nullptr, _IONBF, 0)); // the window is the buffer
-    if (std::fseek(pFile.get(), header.GetDataOffset(), SEEK_SET) != 0)
-        return false;
-
-    CPlyBuffer buffer(pFile.get());
+    CPlyBuffer buffer(pFile);
     const std::vector<CPlyElement>& vecElements = header.GetElements();
     for (std::size_t i = 0; i < vecElements.size(); ++i)
     {
         const CPlyElement& element = vecElements[i];
-        const CPlyProgress progress(pProgress, i, vecElements.size(), element.m_nCount);
+        const CPlyProgress progress(pProgress, i, vecElements.size(), element.nCount);
         CPlyElementReader reader(listener, buffer, progress, element, header.GetProperties(element));
         if (!reader.Read())
             return false;
@@ -46,11 +36,16 @@ bool ReadElements(IPntCldReadListener& listener, IDlgProgress* pProgress, const 
 
 bool CPlyReader::Read(IDlgProgress* pProgress, const zor::String& sPath)
 {
+    CFilePtr pFile(std::fopen(sPath.c_str(), "rb"));
+    if (pFile == nullptr)
+        return false;
+    CByteReader reader(std::move(pFile));
     CPlyHeader header;
-    if (!ReadHeader(header, sPath) || header.GetElements().empty())
+    if (!header.Read(reader) || header.GetElements().empty())
         return false;
-    if (!ReadElements(m_listener, pProgress, header, sPath))
+    if (!ReadElements(m_listener, pProgress, header, reader.GetFile()))
         return false;
-    m_listener.OnReadEnd(); // KEPT: of a file without vertices the only call
+    // KEPT: the only call for a file without vertices (Read_WithoutVertexElementOnlyEnds_Kept)
+    m_listener.OnReadEnd();
     return true;
 }

@@ -1,7 +1,7 @@
 #ifndef IO_PLY_CPLYVERTEX_H
 #define IO_PLY_CPLYVERTEX_H
 
-#include <formats/CPlyHeader.h>
+#include <formats/PlyTypes.h>
 #include <io/ply/CPlyLayout.h>
 #include <zor4data/IPntCldReadListener.h>
 
@@ -15,7 +15,7 @@ public:
     /// @param anOffset  where the values lie, by role.
     CPlyVertexBytes(const CPlyOffsets& anOffset, bool bColor) : m_anOffset(anOffset), m_bColor(bColor) {}
 
-    /// @param pBytes  those of the vertex.
+    /// @param pBytes  the bytes of the vertex.
     void Deliver(IPntCldReadListener& listener, const unsigned char* pBytes) const
     {
         if (m_bColor)
@@ -27,7 +27,7 @@ public:
     /// Delivers one vertex after the other.
     ///
     /// @param nSize  bytes of a vertex.
-    /// @param pEnd   where the last one ends.
+    /// @param pEnd   where the last vertex ends.
     void DeliverAll(IPntCldReadListener& listener, const unsigned char* pBytes, std::size_t nSize,
                     const unsigned char* pEnd) const
     {
@@ -46,8 +46,9 @@ private:
     template <bool WithColor>
     void Deliver(IPntCldReadListener& listener, const unsigned char* pBytes) const
     {
-        const auto Coord = [&](enumPlyRole eRole) { return CoordDaBytes(pBytes + m_anOffset[eRole]); };
-        // KEPT: the first byte, whatever type the property has: only a "uchar" gives its value.
+        const auto Coord = [&](enumPlyRole eRole) { return CoordFromBytes(pBytes + m_anOffset[eRole]); };
+        // KEPT: a channel is the first byte of the property, whatever its type: only c_plyByteType gives its
+        // value (Read_ColorsAreTheFirstByte_Kept).
         const auto Channel = [&](enumPlyRole eRole) { return pBytes[m_anOffset[eRole]]; };
         if constexpr (WithColor)
             listener.OnReadPnt(Coord(PlyRole_X), Coord(PlyRole_Y), Coord(PlyRole_Z), Channel(PlyRole_Red),
@@ -56,8 +57,10 @@ private:
             listener.OnReadPnt(Coord(PlyRole_X), Coord(PlyRole_Y), Coord(PlyRole_Z));
     }
 
-    // KEPT: four bytes as a 32-bit float, whatever type the property has: only a "float" gives its value.
-    static float CoordDaBytes(const unsigned char* pBytes)
+    // KEPT: a coordinate is the first four bytes of the property as a 32-bit float, whatever its type: only
+    // c_plyCoordType gives its value (Read_DoubleCoordinatesAreTakenAsFloats_Kept,
+    // Read_IntegerCoordinatesAreTakenAsFloats_Kept).
+    static float CoordFromBytes(const unsigned char* pBytes)
     {
         float f = 0.0F;
         std::memcpy(&f, pBytes, sizeof f);
@@ -86,7 +89,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t c_nSize = CPlyProperty::c_nMaxSize;
+    static constexpr std::size_t c_nSize = c_nMaxPlySize;
     static constexpr CPlyOffsets c_anOffset = {0,           c_nSize,     2 * c_nSize, 3 * c_nSize,
                                                4 * c_nSize, 5 * c_nSize, 6 * c_nSize};
     std::array<unsigned char, c_anOffset.size() * c_nSize> m_acBytes{};

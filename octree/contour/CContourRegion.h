@@ -3,76 +3,51 @@
 
 #include <octree/CClipPlanes.h>
 #include <octree/contour/CEdgeTracker.h>
-#include <zor3geom/CGeos.h>
+#include <octree/contour/CLocalRegions.h>
 
 #include <vector>
 
-/// The region of one contour query, prepared once: tells how the squares of a tree lie to it.
+/// The region of one contour query: tells how the squares of a tree lie to it.
 ///
-/// The answer is that of subtracting the region from the square with the polygon clipper (`GetSide`).
-/// Most squares need no clipper: where no edge of the region comes near, the square's centre decides, and
-/// where an edge crosses it well away from its corners, it straddles whatever the clipper would make of
-/// it. The clipper is given the part of the region around the square.
+/// The rule: the region is subtracted from the square with the polygon clipper. Nothing left: the square lies
+/// inside. The square itself left, its corners in their places but for a tolerance: outside. Anything else:
+/// straddling.
+///
+/// The clipper is slow, and most squares do not need it for the same answer. Where no edge of the region
+/// comes near, the square's centre decides. Where an edge crosses the square well away from its corners, what
+/// is left must have a corner there, so the square straddles. Only the squares in between, cut close to a
+/// corner or along a side, are subtracted from, and then the part of the region around the square
+/// (`CLocalRegions`) does, unless a rounding where that part is cut off could change the answer.
 class CContourRegion
 {
 public:
-    explicit CContourRegion(const zor::geom::TMultiPartPolygon& polygon);
+    using PNT_2D = zor::geom::PNT_2D;
+    using TMultiPartPolygon = zor::geom::TMultiPartPolygon;
 
-    /// What the walk knows of a square.
-    struct Square
+    explicit CContourRegion(const TMultiPartPolygon& polygon);
+
+    /// What is known of a square on the way down.
+    struct CPlace
     {
-        CPlanBox m_box;
-        CEdgeTracker::Frame m_frame;
-        std::size_t m_nLevel; ///< place on the stack of the regions around squares
+        CEdgeTracker::CFrame frame; ///< the region's edges near it
+        std::size_t nLevel = 0;     ///< of the region around it
     };
 
     /// The square of the root, then those of children within the one last entered and not yet left.
-    Square EnterRoot(const CPlanBox& box);
-    Square Enter(const Square& parent, const CPlanBox& box);
-    void Leave(const Square& square) noexcept;
+    CPlace EnterRoot(const CContourSquare& square);
+    CPlace Enter(const CPlace& parent, const CContourSquare& square);
 
-    enumSide ClassifySquare(const Square& square);
+    /// Leaves a square that is not the root's, and all that were entered after it.
+    void Leave(const CPlace& place) noexcept;
 
-    /// The rule itself, for what is left of a square (four corners in order along its boundary).
-    static enumSide GetSide(const std::vector<zor::geom::TMultiPartPolygon>& vecRest,
-                            const std::vector<zor::geom::PNT_2D>& square);
+    /// @param square  the one that was entered as `place`.
+    enumSide ClassifySquare(const CContourSquare& square, const CPlace& place);
 
 private:
-    bool IsCutInside(const Square& square) const;
+    bool MayTurnWhenCut(const CContourSquare& square, const CPlace& place) const;
 
-    enum class enumState
-    {
-        NotMade,
-        Made, ///< by the quick way: good for cutting further ones out of it
-        Valid ///< good for the clipper
-    };
-
-    /// The region around a square entered.
-    struct Level
-    {
-        CPlanBox m_box;
-        zor::geom::PNT_2D m_centre;
-        bool m_bCentreInside; ///< by the region's edges
-        enumState m_eState;
-        zor::geom::CGeos::Geometry m_region; ///< where made
-    };
-
-    const GEOSGeometry* ChooseRegion(const Square& square, const std::vector<zor::geom::PNT_2D>& ring);
-    bool MayTurnOnCut(const Square& square, const std::vector<zor::geom::PNT_2D>& ring) const;
-    const GEOSGeometry* MakeLocalRegion(const Square& square);
-    bool IsGood(const Level& level) const;
-    void MakeSurely(Level& level);
-
-    zor::geom::CGeos m_geos;
+    CLocalRegions m_regions;
     CEdgeTracker m_edges;
-    std::vector<Level> m_vecLevels; // of the root and the squares entered
 };
-
-/// Corners of a box, counter to the axes' order: the lower left one, then upwards, right, and down.
-std::vector<zor::geom::PNT_2D> MakeRing(const CPlanBox& box);
-
-/// Room around a square in which the edges that matter to it are looked for: points may lie a few compact
-/// units outside the square of their node.
-CPlanBox GetNeighbourhood(const CPlanBox& box) noexcept;
 
 #endif

@@ -13,7 +13,7 @@ namespace
 {
 
 /// Side of a place, moved up and then right by less than any number, to the directed edge: 1 left, -1 right.
-int CalcSide(const CEdgeTracker::Edge& edge, const PNT_2D& pnt) noexcept
+int CalcSide(const CContourEdge& edge, const PNT_2D& pnt) noexcept
 {
     const int nSide = CalcOrientation(edge.a, edge.b, pnt);
     if (nSide != 0)
@@ -30,7 +30,7 @@ bool IsAcross(double dA, double dB, double d) noexcept
 }
 
 /// Is the edge crossed on the horizontal way from one moved place to another at the same height?
-bool IsCrossedAlongX(const CEdgeTracker::Edge& edge, const PNT_2D& from, double dToX) noexcept
+bool IsCrossedAlongX(const CContourEdge& edge, const PNT_2D& from, double dToX) noexcept
 {
     if (!IsAcross(edge.a.y, edge.b.y, from.y) || std::max(edge.a.x, edge.b.x) < std::min(from.x, dToX) ||
         std::min(edge.a.x, edge.b.x) > std::max(from.x, dToX))
@@ -39,7 +39,7 @@ bool IsCrossedAlongX(const CEdgeTracker::Edge& edge, const PNT_2D& from, double 
 }
 
 /// The same on the vertical way.
-bool IsCrossedAlongY(const CEdgeTracker::Edge& edge, const PNT_2D& from, double dToY) noexcept
+bool IsCrossedAlongY(const CContourEdge& edge, const PNT_2D& from, double dToY) noexcept
 {
     if (!IsAcross(edge.a.x, edge.b.x, from.x) || std::max(edge.a.y, edge.b.y) < std::min(from.y, dToY) ||
         std::min(edge.a.y, edge.b.y) > std::max(from.y, dToY))
@@ -47,7 +47,7 @@ bool IsCrossedAlongY(const CEdgeTracker::Edge& edge, const PNT_2D& from, double 
     return CalcSide(edge, from) != CalcSide(edge, PNT_2D(from.x, dToY));
 }
 
-bool IsOnEdge(const CEdgeTracker::Edge& edge, const PNT_2D& pnt) noexcept
+bool IsOnEdge(const CContourEdge& edge, const PNT_2D& pnt) noexcept
 {
     return pnt.x >= std::min(edge.a.x, edge.b.x) && pnt.x <= std::max(edge.a.x, edge.b.x) &&
            pnt.y >= std::min(edge.a.y, edge.b.y) && pnt.y <= std::max(edge.a.y, edge.b.y) &&
@@ -70,11 +70,12 @@ void CEdgeTracker::AddRing(const std::vector<PNT_2D>& ring)
 }
 
 // What lies left of a place decides: the edges between it and a place far out on the left.
-CEdgeTracker::Frame CEdgeTracker::EnterRoot(const PNT_2D& place)
+CEdgeTracker::CFrame CEdgeTracker::EnterRoot(const CContourSquare& square)
 {
+    const PNT_2D& place = square.centre;
     m_vecStack.clear();
     bool bInside = false;
-    for (const Edge& edge : m_vecEdges)
+    for (const CContourEdge& edge : m_vecEdges)
     {
         m_vecStack.push_back(static_cast<std::uint32_t>(m_vecStack.size()));
         const bool bUp = edge.b.y > edge.a.y;
@@ -84,50 +85,34 @@ CEdgeTracker::Frame CEdgeTracker::EnterRoot(const PNT_2D& place)
     return {0, m_vecStack.size(), place, bInside};
 }
 
-bool CEdgeTracker::IsCrossedOddly(const Frame& frame, const PNT_2D& pnt) const noexcept
+bool CEdgeTracker::IsCrossedOddly(const CFrame& frame, const PNT_2D& pnt) const noexcept
 {
-    const PNT_2D corner(pnt.x, frame.m_place.y);
+    const PNT_2D corner(pnt.x, frame.place.y);
     bool bOdd = false;
-    for (std::size_t i = frame.m_nBegin; i < frame.m_nEnd; ++i)
+    for (std::size_t i = frame.nBegin; i < frame.nEnd; ++i)
     {
-        const Edge& edge = m_vecEdges[m_vecStack[i]];
-        bOdd ^= IsCrossedAlongX(edge, frame.m_place, pnt.x);
+        const CContourEdge& edge = m_vecEdges[m_vecStack[i]];
+        bOdd ^= IsCrossedAlongX(edge, frame.place, pnt.x);
         bOdd ^= IsCrossedAlongY(edge, corner, pnt.y);
     }
     return bOdd;
 }
 
-CEdgeTracker::Frame CEdgeTracker::Enter(const Frame& frame, const PNT_2D& place, const CPlanBox& box)
+CEdgeTracker::CFrame CEdgeTracker::Enter(const CFrame& frame, const CContourSquare& square)
 {
-    const bool bInside = frame.m_bInside != IsCrossedOddly(frame, place);
+    const bool bInside = frame.bInside != IsCrossedOddly(frame, square.centre);
     const std::size_t nBegin = m_vecStack.size();
-    for (std::size_t i = frame.m_nBegin; i < frame.m_nEnd; ++i)
+    for (std::size_t i = frame.nBegin; i < frame.nEnd; ++i)
     {
         const std::uint32_t nEdge = m_vecStack[i];
-        if (MayMeet(m_vecEdges[nEdge], box))
+        if (m_vecEdges[nEdge].MayMeet(square.around))
             m_vecStack.push_back(nEdge);
     }
-    return {nBegin, m_vecStack.size(), place, bInside};
+    return {nBegin, m_vecStack.size(), square.centre, bInside};
 }
 
-bool CEdgeTracker::IsInsideOrOn(const Frame& frame, const PNT_2D& pnt) const noexcept
+bool CEdgeTracker::IsInsideOrOn(const CFrame& frame, const PNT_2D& pnt) const noexcept
 {
-    return AnyEdge(frame, [&](const Edge& edge) { return IsOnEdge(edge, pnt); }) ||
-           frame.m_bInside != IsCrossedOddly(frame, pnt);
-}
-
-// Boxes first, then the line against the box's corners: all on one side, by more than rounding can err.
-bool CEdgeTracker::MayMeet(const Edge& edge, const CPlanBox& box) noexcept
-{
-    if (std::max(edge.a.x, edge.b.x) < box.m_dXMin || std::min(edge.a.x, edge.b.x) > box.m_dXMax ||
-        std::max(edge.a.y, edge.b.y) < box.m_dYMin || std::min(edge.a.y, edge.b.y) > box.m_dYMax)
-        return false;
-    const double dX = edge.b.x - edge.a.x;
-    const double dY = edge.b.y - edge.a.y;
-    const double dLow = dX * ((dX > 0.0 ? box.m_dYMin : box.m_dYMax) - edge.a.y);
-    const double dHigh = dX * ((dX > 0.0 ? box.m_dYMax : box.m_dYMin) - edge.a.y);
-    const double dLow2 = dY * ((dY > 0.0 ? box.m_dXMax : box.m_dXMin) - edge.a.x);
-    const double dHigh2 = dY * ((dY > 0.0 ? box.m_dXMin : box.m_dXMax) - edge.a.x);
-    const double dError = 1e-14 * (std::fabs(dLow) + std::fabs(dHigh) + std::fabs(dLow2) + std::fabs(dHigh2));
-    return !(dLow - dLow2 > dError || dHigh - dHigh2 < -dError);
+    return AnyEdge(frame, [&](const CContourEdge& edge) { return IsOnEdge(edge, pnt); }) ||
+           frame.bInside != IsCrossedOddly(frame, pnt);
 }

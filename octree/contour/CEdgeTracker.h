@@ -1,30 +1,12 @@
 #ifndef OCTREE_CONTOUR_CEDGETRACKER_H
 #define OCTREE_CONTOUR_CEDGETRACKER_H
 
-#include <zor3geom/PNT_2D.h>
+#include <octree/contour/CContourEdge.h>
+#include <octree/contour/CContourSquare.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <vector>
-
-/// Axis-parallel box in plan view, coordinate units.
-struct CPlanBox
-{
-    double m_dXMin;
-    double m_dYMin;
-    double m_dXMax;
-    double m_dYMax;
-
-    bool Contains(const zor::geom::PNT_2D& pnt) const noexcept
-    {
-        return pnt.x >= m_dXMin && pnt.x <= m_dXMax && pnt.y >= m_dYMin && pnt.y <= m_dYMax;
-    }
-
-    CPlanBox GetGrown(double d) const noexcept
-    {
-        return {m_dXMin - d, m_dYMin - d, m_dXMax + d, m_dYMax + d};
-    }
-};
 
 /// Edges of a set of rings, narrowed down on the way into a tree of squares.
 ///
@@ -41,55 +23,45 @@ public:
     using PNT_2D = zor::geom::PNT_2D;
 
     /// A square on the way down: its edges on the stack, and one place.
-    struct Frame
+    struct CFrame
     {
-        std::size_t m_nBegin;
-        std::size_t m_nEnd;
-        PNT_2D m_place;
-        bool m_bInside; ///< whether the place, moved as said above, lies inside
-
-        bool IsEmpty() const noexcept { return m_nBegin == m_nEnd; }
-    };
-
-    struct Edge
-    {
-        PNT_2D a;
-        PNT_2D b;
+        std::size_t nBegin = 0;
+        std::size_t nEnd = 0;
+        PNT_2D place;
+        bool bInside = false; ///< whether the place, moved as said above, lies inside
     };
 
     /// Adds the edges of a ring, the closing one included. Rings of fewer than three points, or with a
     /// coordinate that is not finite, are left out. To be called before the first frame is made.
     void AddRing(const std::vector<PNT_2D>& ring);
 
-    /// The frame of everything, with `place` as its place. Cost: linear in the edges.
-    Frame EnterRoot(const PNT_2D& place);
+    /// The frame of the square that holds everything. Cost: linear in the edges.
+    CFrame EnterRoot(const CContourSquare& square);
 
-    /// The frame of a square within that of `frame`. Both places must lie in the box of `frame`.
-    Frame Enter(const Frame& frame, const PNT_2D& place, const CPlanBox& box);
+    /// The frame of a square within that of `frame`.
+    CFrame Enter(const CFrame& frame, const CContourSquare& square);
 
-    /// Drops a frame, the last one made.
-    void Leave(const Frame& frame) noexcept { m_vecStack.resize(frame.m_nBegin); }
+    /// Drops a frame and all that were made after it.
+    void Leave(const CFrame& frame) noexcept { m_vecStack.resize(frame.nBegin); }
 
-    /// Does a place in the box of the frame lie inside, or on an edge?
-    bool IsInsideOrOn(const Frame& frame, const PNT_2D& pnt) const noexcept;
+    /// Does a place in the neighbourhood of the frame's square lie inside, or on an edge?
+    bool IsInsideOrOn(const CFrame& frame, const PNT_2D& pnt) const noexcept;
 
-    /// Calls `fn(const Edge&)` for the edges of a frame until it returns true. @return whether it did.
+    /// Calls `fn(const CContourEdge&)` for the edges of a frame until it returns true. @return whether it
+    /// did.
     template <class TFn>
-    bool AnyEdge(const Frame& frame, TFn fn) const
+    bool AnyEdge(const CFrame& frame, TFn fn) const
     {
-        for (std::size_t i = frame.m_nBegin; i < frame.m_nEnd; ++i)
+        for (std::size_t i = frame.nBegin; i < frame.nEnd; ++i)
             if (fn(m_vecEdges[m_vecStack[i]]))
                 return true;
         return false;
     }
 
-    /// May the edge have a point in common with the box? False is certain.
-    static bool MayMeet(const Edge& edge, const CPlanBox& box) noexcept;
-
 private:
-    bool IsCrossedOddly(const Frame& frame, const PNT_2D& pnt) const noexcept;
+    bool IsCrossedOddly(const CFrame& frame, const PNT_2D& pnt) const noexcept;
 
-    std::vector<Edge> m_vecEdges;
+    std::vector<CContourEdge> m_vecEdges;
     std::vector<std::uint32_t> m_vecStack; // indices of edges, frame behind frame
 };
 

@@ -3,7 +3,7 @@
 
 #include <octree/COcTreeIndex.h>
 #include <octree/COcTreeListener.h>
-#include <octree/contour/CContourRegion.h>
+#include <octree/contour/CEnteredSquare.h>
 
 /// What a contour query delivers of the leaves under squares that straddle the contour.
 enum class enumContourLeaf
@@ -15,6 +15,9 @@ enum class enumContourLeaf
 
 /// Walk of a contour query: squares wholly inside the region deliver all their live points, squares
 /// outside none, and leaves under straddling squares are looked at point by point.
+///
+/// Each square on the way down is entered (`CEnteredSquare`): of the contour's edges only those near it are
+/// looked at there, so that a test costs what lies near it, however long the contour is.
 template <class T>
 class CWalkContour
 {
@@ -26,23 +29,17 @@ public:
     void Walk();
 
 private:
-    using Frame = CEdgeTracker::Frame;
-    using Square = CContourRegion::Square;
-
-    CPlanBox CalcBox(const COcTreeCube& cube) const noexcept;
-    void WalkNode(const COcTreeNode& node, const COcTreeCube& cube, const Square& square, const Frame& ring);
-    void WalkChildren(const COcTreeNode& node, const COcTreeCube& cube, const Square& square,
-                      const Frame& ring);
+    void WalkNode(const COcTreeNode& node, const COcTreeCube& cube, const CEnteredSquare& square);
+    void WalkChildren(const COcTreeNode& node, const COcTreeCube& cube, const CEnteredSquare& square);
     void DeliverWhole(const COcTreeNode& node);
-    void WalkLeaf(const COcTreeLeaf& leaf, const CPlanBox& box, const Frame& ring);
-    bool IsWanted(std::int32_t nIndex, const CPlanBox& box, const Frame& ring) const;
+    void WalkLeaf(const COcTreeLeaf& leaf, const CEnteredSquare& square);
+    bool IsWanted(std::int32_t nIndex, const CEnteredSquare& square) const;
 
     const COcTreeData<T>& m_store;
     COcTreeListener<T>& m_listener;
     const zor::geom::TMultiPartPolygon& m_polygon;
     enumContourLeaf m_eLeaf;
-    CContourRegion m_region;
-    CEdgeTracker m_ring; // the outer ring as given, for the points
+    CContourStacks m_stacks;
 };
 
 extern template class CWalkContour<CTruncPnt>;

@@ -466,7 +466,7 @@ TYPED_TEST(CPntCld_case, GetBdry_HalvesWithTruncation_Kept)
 {
     this->m_cld.Init(2);
     this->m_cld.AddPnt(0.0, 0.0, 0.0);
-    this->m_cld.AddPnt(CoordDaUnits(7), CoordDaUnits(-7), CoordDaUnits(8));
+    this->m_cld.AddPnt(CoordFromUnits(7), CoordFromUnits(-7), CoordFromUnits(8));
     this->m_cld.ComputeTree();
     RECT_3D rect;
     this->m_cld.GetBdry(rect);

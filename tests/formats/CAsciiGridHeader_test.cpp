@@ -51,10 +51,10 @@ TEST(CAsciiGridHeader, Read_StartsUndefined)
 {
     const CHeader header("");
     EXPECT_FALSE(header);
-    EXPECT_EQ(0, header->m_nNumRows);
-    EXPECT_EQ(0, header->m_nNumCols);
-    for (const double d : {header->m_dCellSize, header->m_dXCentre, header->m_dYCentre, header->m_dXCorner,
-                           header->m_dYCorner, header->m_dNoData})
+    EXPECT_EQ(0, header->nNumRows);
+    EXPECT_EQ(0, header->nNumCols);
+    for (const double d : {header->dCellSize, header->dXCentre, header->dYCentre, header->dXCorner,
+                           header->dYCorner, header->dNoData})
         EXPECT_EQ(c_dStart, d);
 }
 
@@ -62,13 +62,13 @@ TEST(CAsciiGridHeader, Read_Fields)
 {
     const CHeader header(c_sSize + c_sCorner + c_sCell + c_sNoData + "1 2 3\n");
     EXPECT_TRUE(header);
-    EXPECT_EQ(2, header->m_nNumRows);
-    EXPECT_EQ(3, header->m_nNumCols);
-    EXPECT_EQ(10.0, header->m_dCellSize);
-    EXPECT_EQ(100.0, header->m_dXCorner);
-    EXPECT_EQ(200.0, header->m_dYCorner);
-    EXPECT_EQ(-1.0, header->m_dNoData);
-    EXPECT_EQ(c_dStart, header->m_dXCentre);
+    EXPECT_EQ(2, header->nNumRows);
+    EXPECT_EQ(3, header->nNumCols);
+    EXPECT_EQ(10.0, header->dCellSize);
+    EXPECT_EQ(100.0, header->dXCorner);
+    EXPECT_EQ(200.0, header->dYCorner);
+    EXPECT_EQ(-1.0, header->dNoData);
+    EXPECT_EQ(c_dStart, header->dXCentre);
     EXPECT_EQ("1 2 3", header.m_sNext);
 }
 
@@ -77,10 +77,10 @@ TEST(CAsciiGridHeader, Read_UpperCase)
     const CHeader header("NROWS 2\nNCOLS 3\nCELLSIZE 10\nXLLCENTER 7\nYLLCENTER 8\nXLLCORNER 100\n"
                          "YLLCORNER 200\nNODATA_VALUE -1\n");
     EXPECT_TRUE(header);
-    EXPECT_EQ(7.0, header->m_dXCentre);
-    EXPECT_EQ(8.0, header->m_dYCentre);
-    EXPECT_EQ(100.0, header->m_dXCorner);
-    EXPECT_EQ(-1.0, header->m_dNoData);
+    EXPECT_EQ(7.0, header->dXCentre);
+    EXPECT_EQ(8.0, header->dYCentre);
+    EXPECT_EQ(100.0, header->dXCorner);
+    EXPECT_EQ(-1.0, header->dNoData);
 }
 
 TEST(CAsciiGridHeader, Read_OtherSpellingsFail)
@@ -99,7 +99,7 @@ TEST(CAsciiGridHeader, Read_EndsWithTheLineThatCompletesIt)
 {
     const CHeader header(c_sSize + c_sCorner + c_sNoData + c_sCell + "ncols 7\n");
     EXPECT_TRUE(header);
-    EXPECT_EQ(3, header->m_nNumCols);
+    EXPECT_EQ(3, header->nNumCols);
     EXPECT_EQ("ncols 7", header.m_sNext);
 }
 
@@ -108,8 +108,8 @@ TEST(CAsciiGridHeader, Read_LastOneOfAKeyCounts)
     const CHeader header("ncols 1\nncols 9\nNCOLS 3\n" + c_sCorner + "xllcorner 5\n" + c_sCell + c_sNoData +
                          "nrows 2\n");
     EXPECT_TRUE(header);
-    EXPECT_EQ(3, header->m_nNumCols);
-    EXPECT_EQ(5.0, header->m_dXCorner);
+    EXPECT_EQ(3, header->nNumCols);
+    EXPECT_EQ(5.0, header->dXCorner);
 }
 
 TEST(CAsciiGridHeader, Read_EveryFieldIsNeeded)
@@ -144,8 +144,8 @@ TEST(CAsciiGridHeader, Read_CountsSaturate)
     const CHeader header("ncols 4294967297\nnrows 99999999999999999999\n" + c_sCorner + c_sCell + c_sNoData +
                          "1\n");
     EXPECT_TRUE(header);
-    EXPECT_EQ(std::numeric_limits<int>::max(), header->m_nNumCols);
-    EXPECT_EQ(std::numeric_limits<int>::max(), header->m_nNumRows);
+    EXPECT_EQ(std::numeric_limits<int>::max(), header->nNumCols);
+    EXPECT_EQ(std::numeric_limits<int>::max(), header->nNumRows);
 }
 
 TEST(CAsciiGridHeader, Read_KeyWithoutValueFails)
@@ -167,8 +167,8 @@ TEST(CAsciiGridHeader, Read_BlanksAndEmptyLines)
     const CHeader header("\n\n  ncols    3  \r\n\n\tnrows 2 and more\n" + c_sCorner + "\n\n" + c_sCell +
                          c_sNoData + "\n");
     EXPECT_TRUE(header);
-    EXPECT_EQ(3, header->m_nNumCols);
-    EXPECT_EQ(2, header->m_nNumRows);
+    EXPECT_EQ(3, header->nNumCols);
+    EXPECT_EQ(2, header->nNumRows);
     EXPECT_FALSE(CHeader("ncols 3\n \nnrows 2\n" + c_sCorner + c_sCell + c_sNoData + "1\n"));
     EXPECT_FALSE(CHeader("ncols 3\n\r\nnrows 2\n" + c_sCorner + c_sCell + c_sNoData + "1\n"));
 }
@@ -178,34 +178,34 @@ TEST(CAsciiGridHeader, Read_CornerFromCentreWhereItIsZero_Kept)
     const std::string sRest = c_sSize + c_sCell + c_sNoData;
     const CHeader header("XLLCENTER 105\nYLLCENTER 205\nXLLCORNER 0\nYLLCORNER 0\n" + sRest);
     EXPECT_TRUE(header);
-    EXPECT_EQ(100.0, header->m_dXCorner);
-    EXPECT_EQ(200.0, header->m_dYCorner);
+    EXPECT_EQ(100.0, header->dXCorner);
+    EXPECT_EQ(200.0, header->dYCorner);
     const CHeader negative(c_sCentre + "xllcorner -0\nyllcorner -0.0\n" + sRest);
-    EXPECT_EQ(100.0, negative->m_dXCorner);
+    EXPECT_EQ(100.0, negative->dXCorner);
     const CHeader oneZero("xllcenter 0\nyllcenter 205\nxllcorner 0\nyllcorner 0\n" + sRest);
-    EXPECT_EQ(-5.0, oneZero->m_dXCorner);
-    EXPECT_EQ(200.0, oneZero->m_dYCorner);
+    EXPECT_EQ(-5.0, oneZero->dXCorner);
+    EXPECT_EQ(200.0, oneZero->dYCorner);
     const CHeader bothZero("xllcenter 0\nyllcenter 0\nxllcorner 0\nyllcorner 0\n" + sRest);
-    EXPECT_EQ(0.0, bothZero->m_dXCorner);
+    EXPECT_EQ(0.0, bothZero->dXCorner);
     const CHeader oneCorner(c_sCentre + "xllcorner 0\nyllcorner 1\n" + sRest);
-    EXPECT_EQ(0.0, oneCorner->m_dXCorner);
-    EXPECT_EQ(1.0, oneCorner->m_dYCorner);
+    EXPECT_EQ(0.0, oneCorner->dXCorner);
+    EXPECT_EQ(1.0, oneCorner->dYCorner);
 }
 
 TEST(CAsciiGridHeader, Read_CentreAloneLeavesTheCornerUndefined_Kept)
 {
     const CHeader header(c_sSize + c_sCentre + c_sCell + c_sNoData + "1 2 3\n");
     EXPECT_TRUE(header);
-    EXPECT_EQ(c_dStart, header->m_dXCorner);
-    EXPECT_EQ(c_dStart, header->m_dYCorner);
+    EXPECT_EQ(c_dStart, header->dXCorner);
+    EXPECT_EQ(c_dStart, header->dYCorner);
 }
 
 TEST(CAsciiGridHeader, Read_ZeroCornerWithoutCentreBecomesUndefined_Kept)
 {
     const CHeader header(c_sSize + "xllcorner 0\nyllcorner 0\n" + c_sCell + c_sNoData + "1 2 3\n");
     EXPECT_TRUE(header);
-    EXPECT_EQ(c_dStart - 5.0, header->m_dXCorner);
-    EXPECT_EQ(c_dStart - 5.0, header->m_dYCorner);
+    EXPECT_EQ(c_dStart - 5.0, header->dXCorner);
+    EXPECT_EQ(c_dStart - 5.0, header->dYCorner);
 }
 
 } // namespace

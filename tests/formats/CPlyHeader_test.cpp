@@ -1,7 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <formats/CFilePtr.h>
+#include <formats/CByteReader.h>
 #include <formats/CPlyHeader.h>
+#include <formats/CPlyMeaning.h>
 #include <tests/io/CMemFile.h>
 #include <tests/io/ply/PlyBytes.h>
 
@@ -18,8 +19,9 @@ protected:
     {
         m_header = CPlyHeader();
         m_file.Set(sBytes);
-        const CFilePtr pFile(std::fopen(m_file.GetPath(), "rb"));
-        return m_header.Read(pFile.get());
+        m_meaning = CPlyMeaning();
+        CByteReader reader(CFilePtr(std::fopen(m_file.GetPath(), "rb")));
+        return m_header.Read(reader, &m_meaning);
     }
 
     /// Reads a header of the given lines, "end_header" added.
@@ -29,7 +31,7 @@ protected:
     {
         std::vector<std::int32_t> vecCounts;
         for (const CPlyElement& element : m_header.GetElements())
-            vecCounts.push_back(element.m_nCount);
+            vecCounts.push_back(element.nCount);
         return vecCounts;
     }
 
@@ -37,23 +39,24 @@ protected:
     std::vector<int> GetTypes() const
     {
         std::vector<int> vecTypes;
-        for (std::size_t i = 0; i < m_header.GetElements().at(0).m_nNumProps; ++i)
-            vecTypes.push_back(m_header.GetProperties(m_header.GetElements()[0])[i].m_ucType);
+        for (std::size_t i = 0; i < m_header.GetElements().at(0).nNumProps; ++i)
+            vecTypes.push_back(m_header.GetProperties(m_header.GetElements()[0])[i].ucType);
         return vecTypes;
     }
 
     std::vector<int> GetRoles() const
     {
         std::vector<int> vecRoles;
-        for (std::size_t i = 0; i < m_header.GetElements().at(0).m_nNumProps; ++i)
-            vecRoles.push_back(m_header.GetProperties(m_header.GetElements()[0])[i].m_eRole);
+        for (std::size_t i = 0; i < m_header.GetElements().at(0).nNumProps; ++i)
+            vecRoles.push_back(m_header.GetProperties(m_header.GetElements()[0])[i].eRole);
         return vecRoles;
     }
 
-    bool IsVertex(std::size_t nElement) const { return m_header.GetElements().at(nElement).m_bVertex; }
+    bool IsVertex(std::size_t nElement) const { return m_header.GetElements().at(nElement).bVertex; }
 
     CMemFile m_file;
     CPlyHeader m_header;
+    CPlyMeaning m_meaning;
 };
 
 using Counts = std::vector<std::int32_t>;
@@ -79,7 +82,7 @@ TEST_F(CPlyHeaderTest, Comment_IsSkippedFromTheThirdLineOn)
 {
     EXPECT_TRUE(ReadLines("comment element vertex 5\ncomment \nelement a 1\ncomment property int b\n"));
     EXPECT_EQ(Counts({1}), GetCounts());
-    EXPECT_EQ(0U, m_header.GetElements()[0].m_nNumProps);
+    EXPECT_EQ(0U, m_header.GetElements()[0].nNumProps);
 }
 
 TEST_F(CPlyHeaderTest, OtherLines_AreIgnored)
@@ -141,8 +144,8 @@ TEST_F(CPlyHeaderTest, Element_DroppedTakesItsPropertiesAlong)
     ASSERT_EQ(Counts({1, 1}), GetCounts());
     EXPECT_EQ(Ints({PlyRole_Z}), GetRoles());
     const CPlyElement& last = m_header.GetElements()[1];
-    ASSERT_EQ(1U, last.m_nNumProps);
-    EXPECT_EQ(PlyRole_Blue, m_header.GetProperties(last)[0].m_eRole);
+    ASSERT_EQ(1U, last.nNumProps);
+    EXPECT_EQ(PlyRole_Blue, m_header.GetProperties(last)[0].eRole);
 }
 
 TEST_F(CPlyHeaderTest, Property_ClassicTypes)
@@ -322,9 +325,9 @@ TEST_F(CPlyHeaderTest, Read_LongHeader)
     }
     EXPECT_TRUE(ReadLines(sLines + "comment " + std::string(1000000, 'c') + "\n"));
     ASSERT_EQ(1000U, m_header.GetElements().size());
-    EXPECT_EQ(1000, m_header.GetElements()[999].m_nCount);
-    EXPECT_EQ(50U, m_header.GetElements()[999].m_nNumProps);
-    EXPECT_EQ(999U * 50U, m_header.GetElements()[999].m_nFirstProp);
+    EXPECT_EQ(1000, m_header.GetElements()[999].nCount);
+    EXPECT_EQ(50U, m_header.GetElements()[999].nNumProps);
+    EXPECT_EQ(999U * 50U, m_header.GetElements()[999].nFirstProp);
 }
 
 } // namespace

@@ -47,14 +47,14 @@ TEST(Compact, SaturateToFloat_StopsAtTheLargestFinite)
     EXPECT_EQ(SaturateToFloat(c_dNan), 0.0F);
 }
 
-TEST(Compact, CompactDaCoord_AgainstTheRoundedOrigin)
+TEST(Compact, CompactFromCoord_AgainstTheRoundedOrigin)
 {
-    EXPECT_EQ(CompactDaCoord(500000.123456, 500000.125F), -15);
-    EXPECT_DOUBLE_EQ(CoordDaCompact(-15, 500000.125F), 500000.1235);
-    EXPECT_EQ(CompactDaCoord(214748.3648, 0.0F), c_nMax);
-    EXPECT_EQ(CompactDaCoord(-214748.3649, 0.0F), c_nMin);
-    EXPECT_EQ(CompactDaCoord(c_dNan, 0.0F), 0);
-    EXPECT_EQ(CompactDaCoord(1.0, std::numeric_limits<float>::max()), c_nMin);
+    EXPECT_EQ(CompactFromCoord(500000.123456, 500000.125F), -15);
+    EXPECT_DOUBLE_EQ(CoordFromCompact(-15, 500000.125F), 500000.1235);
+    EXPECT_EQ(CompactFromCoord(214748.3648, 0.0F), c_nMax);
+    EXPECT_EQ(CompactFromCoord(-214748.3649, 0.0F), c_nMin);
+    EXPECT_EQ(CompactFromCoord(c_dNan, 0.0F), 0);
+    EXPECT_EQ(CompactFromCoord(1.0, std::numeric_limits<float>::max()), c_nMin);
 }
 
 TEST(Compact, WrapAdd_GoesRound)

@@ -49,12 +49,12 @@ TYPED_TEST(CollectLeaves2D_Prop, SameAsModel)
         for (int i = 0; i < 20 && !store.GetRef().pnts.empty(); ++i)
         {
             const std::array<double, 4> box = MakeBox(random, store.GetRef().pnts);
-            const zor::geom::RECT_2D rect(box[0], box[1], box[2], box[3]);
+            const zor::geom::TPlanBox<double> rect{box[0], box[1], box[2], box[3]};
             std::vector<std::pair<int, int>> vecLeaves;
             CollectLeaves2D(*store->m_pTree, rect,
                             [&](const COcTreeLeaf& leaf, const CPlanSquare& square)
                             {
-                                EXPECT_TRUE(CSearchBox(rect).Meets(square));
+                                EXPECT_TRUE(RoundInwards(rect).Meets(square.GetBox()));
                                 vecLeaves.emplace_back(leaf.m_nFirst, leaf.m_nCount);
                             });
             ASSERT_EQ(vecLeaves, COutlineModel::CollectLeaves(store.GetRef().tree, box))

@@ -1,6 +1,7 @@
 // The plan-view queries when memory runs out, within the polygon clipper too.
 
 #include <octree/Query2D.h>
+#include <octree/contour/QueryContour.h>
 #include <tests/support/CFailingAlloc.h>
 #include <tests/support/CTestStore.h>
 
@@ -149,7 +150,7 @@ TYPED_TEST(Query2D_alloc, FindPnts2D_IntCnt)
 {
     const TRing ring = MakeStar(12, 50.0, 40.0);
     this->FailEachOf([&](IPntCldListener* p)
-                     { CQuery2D<TypeParam>(*this->m_store, p).FindPnts2D_IntCnt(ring); });
+                     { CQueryContour<TypeParam>(*this->m_store, p).FindPnts2D_IntCnt(ring); });
 }
 
 // A contour that must be repaired, with holes, and large enough to be clipped down for small squares.
@@ -159,7 +160,7 @@ TYPED_TEST(Query2D_alloc, FindPnts2D_Cnts)
     std::swap(ring[3], ring[9]); // crosses itself
     const std::vector<TRing> holes{MakeStar(5, 40.0, 6.0)};
     this->FailEachOf([&](IPntCldListener* p)
-                     { CQuery2D<TypeParam>(*this->m_store, p).FindPnts2D_Cnts(ring, holes); });
+                     { CQueryContour<TypeParam>(*this->m_store, p).FindPnts2D_Cnts(ring, holes); });
 }
 
 TEST(DoBoolOperation_alloc, BadAllocOrTheResult)

@@ -1,6 +1,7 @@
 // The plan-view queries against their plain model, and against a full scan where that says the same.
 
 #include <octree/Query2D.h>
+#include <octree/contour/QueryContour.h>
 #include <tests/support/CRefQuery2D.h>
 #include <tests/support/CTestStore.h>
 #include <tests/support/CheckProp.h>
@@ -191,12 +192,12 @@ std::string DiffContour(const CldRecipe& recipe)
     const bool bIntCnt = random.Chance(3);
     if (bIntCnt)
     {
-        CQuery2D<T>(*store, &rec).FindPnts2D_IntCnt(outer);
+        CQueryContour<T>(*store, &rec).FindPnts2D_IntCnt(outer);
         ref.IntCnt(outer);
     }
     else
     {
-        CQuery2D<T>(*store, &rec).FindPnts2D_Cnts(outer, holes);
+        CQueryContour<T>(*store, &rec).FindPnts2D_Cnts(outer, holes);
         ref.Cnts(outer, holes);
     }
     if (rec.GetIndices() == ref.GetIndices())
@@ -266,12 +267,12 @@ TYPED_TEST(Query2D_prop, Contours_LongEdgesThroughCornersSameAsModel)
                       {dCentre, dCentre + 9.0}}};
         if (nKind == 2)
         {
-            CQuery2D<TypeParam>(*store, &rec).FindPnts2D_IntCnt(ring);
+            CQueryContour<TypeParam>(*store, &rec).FindPnts2D_IntCnt(ring);
             ref.IntCnt(ring);
         }
         else
         {
-            CQuery2D<TypeParam>(*store, &rec).FindPnts2D_Cnts(ring, holes);
+            CQueryContour<TypeParam>(*store, &rec).FindPnts2D_Cnts(ring, holes);
             ref.Cnts(ring, holes);
         }
         ASSERT_EQ(ref.GetIndices(), rec.GetIndices())
@@ -306,7 +307,7 @@ TYPED_TEST(Query2D_prop, ContoursOfManyCorners_SameAsModel)
                       holes.push_back(maker.MakeLarge());
                   CRecListener rec;
                   Ref::CQuery2D ref(store.GetRef());
-                  CQuery2D<TypeParam>(*store, &rec).FindPnts2D_Cnts(outer, holes);
+                  CQueryContour<TypeParam>(*store, &rec).FindPnts2D_Cnts(outer, holes);
                   ref.Cnts(outer, holes);
                   RC_ASSERT(rec.GetIndices() == ref.GetIndices());
               });

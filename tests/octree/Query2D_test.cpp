@@ -1,6 +1,7 @@
 // The plan-view queries on a store: what they do with deleted points, squares and leaves.
 
 #include <octree/Query2D.h>
+#include <octree/contour/QueryContour.h>
 #include <tests/support/CRefQuery2D.h>
 #include <tests/support/CTestStore.h>
 
@@ -48,14 +49,14 @@ public:
     std::vector<int> Cnts(const TRing& outer, const std::vector<TRing>& holes)
     {
         CRecListener rec;
-        CQuery2D<T>(*m_store, &rec).FindPnts2D_Cnts(outer, holes);
+        CQueryContour<T>(*m_store, &rec).FindPnts2D_Cnts(outer, holes);
         return rec.GetSortedIndices();
     }
 
     std::vector<int> IntCnt(const TRing& contour)
     {
         CRecListener rec;
-        CQuery2D<T>(*m_store, &rec).FindPnts2D_IntCnt(contour);
+        CQueryContour<T>(*m_store, &rec).FindPnts2D_IntCnt(contour);
         return rec.GetSortedIndices();
     }
 
@@ -155,9 +156,9 @@ TYPED_TEST(Query2D, Cnts_SmallCloudIsOutsideWhateverIsCut_Kept)
     CTestStore<TypeParam> store(MakePnts(3000, 3000), {0.0F, 0.0F, 0.0F});
     store.ComputeTree();
     CRecListener rec;
-    CQuery2D<TypeParam>(*store, &rec).FindPnts2D_Cnts(Box(-1, -1, 0.15, 1), {});
+    CQueryContour<TypeParam>(*store, &rec).FindPnts2D_Cnts(Box(-1, -1, 0.15, 1), {});
     EXPECT_EQ(rec.GetNumPnts(), 0);
-    CQuery2D<TypeParam>(*store, &rec).FindPnts2D_Cnts(Box(-1, -1, 1, 1), {});
+    CQueryContour<TypeParam>(*store, &rec).FindPnts2D_Cnts(Box(-1, -1, 1, 1), {});
     EXPECT_EQ(rec.GetNumPnts(), 3000);
 }
 

@@ -276,7 +276,7 @@ TYPED_TEST(Query3D_case, Clip_DecidesByNominalCubes_Kept)
 {
     this->Build({{0, 0, 0}, {40001, 40001, 40001}});
     const COcTreeCube root = this->GetStore()->m_pTree->GetRootCube();
-    ASSERT_EQ(root.m_nX + root.GetHalfEdge(), 40000);
+    ASSERT_EQ(root.nX + root.GetHalfEdge(), 40000);
     this->Query().GetPnts_Clip({PLANE_3D(1.0, 0.0, 0.0, -4.00005)}); // has x = 4.0001 in front
     EXPECT_EQ(this->GetIndices(), (Indices{0, 1}));
 }

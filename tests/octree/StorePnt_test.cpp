@@ -56,9 +56,9 @@ void CheckAgainstOneByOne(Store storeOne)
             }
             ASSERT_TRUE(storeOne(store, ad[0], ad[1], ad[2]));
             const T& pnt = store.m_pPnts[i];
-            ASSERT_EQ(CompactDaCoord(ad[0], afOrg[0]), pnt.m_nX) << ad[0] << " from " << afOrg[0];
-            ASSERT_EQ(CompactDaCoord(ad[1], afOrg[1]), pnt.m_nY) << ad[1] << " from " << afOrg[1];
-            ASSERT_EQ(CompactDaCoord(ad[2], afOrg[2]), pnt.m_nZ) << ad[2] << " from " << afOrg[2];
+            ASSERT_EQ(CompactFromCoord(ad[0], afOrg[0]), pnt.m_nX) << ad[0] << " from " << afOrg[0];
+            ASSERT_EQ(CompactFromCoord(ad[1], afOrg[1]), pnt.m_nY) << ad[1] << " from " << afOrg[1];
+            ASSERT_EQ(CompactFromCoord(ad[2], afOrg[2]), pnt.m_nZ) << ad[2] << " from " << afOrg[2];
         }
         ASSERT_FALSE(storeOne(store, 0.0, 0.0, 0.0)) << "no slot is left";
         ASSERT_EQ(c_nNum, store.m_nNumAdded);

@@ -14,7 +14,7 @@ using Pnts = std::vector<PNT_3D>;
 
 PNT_3D Units(std::int32_t x, std::int32_t y, std::int32_t z)
 {
-    return {CoordDaUnits(x), CoordDaUnits(y), CoordDaUnits(z)};
+    return {CoordFromUnits(x), CoordFromUnits(y), CoordFromUnits(z)};
 }
 
 Pnts AllEqual(int nSize)
@@ -127,7 +127,7 @@ std::vector<CCldCase> MakeAll()
 
 } // namespace
 
-double CoordDaUnits(std::int32_t n)
+double CoordFromUnits(std::int32_t n)
 {
     return (n + (n > 0 ? 0.5 : n < 0 ? -0.5 : 0.0)) / 10000.0;
 }

@@ -34,6 +34,6 @@ const std::vector<CCldCase>& AllCldCases();
 
 /// A coordinate that a store whose origin is 0 keeps as `n` compact units, whatever the rounding: it lies
 /// half a unit farther out.
-double CoordDaUnits(std::int32_t n);
+double CoordFromUnits(std::int32_t n);
 
 #endif

@@ -1,17 +1,14 @@
 #include <lasreader.hpp>
 
-#include <CLazFile.h>
+#include <formats/CLazFile.h>
+#include <formats/LasLayout.h>
 
 #include <laszip/laszip_api.h>
 
-#include <array>
 #include <memory>
 
 namespace
 {
-
-/// Where the colour stands in a point that is not compressed, by format; 0: it has none.
-constexpr std::array<std::size_t, 11> c_anPosRgb = {0, 0, 20, 28, 0, 28, 0, 30, 30, 0, 30};
 
 constexpr std::size_t c_nBlockSize = std::size_t{1} << 18U;
 
@@ -54,10 +51,10 @@ bool LASreader::Open(const CHAR* file_name)
         m_nPosRgb = offsetof(laszip_point_struct, rgb);
         return true;
     }
-    if (header.point_data_format >= c_anPosRgb.size())
+    if (header.point_data_format >= LasLayout::c_aFormats.size())
         return false;
     m_nPntSize = pHeader->point_data_record_length;
-    m_nPosRgb = c_anPosRgb[header.point_data_format];
+    m_nPosRgb = LasLayout::c_aFormats[header.point_data_format].nPosColor;
     const I64 nPosPnts = pHeader->offset_to_point_data;
     close();
     return OpenBlocks(file_name, nPosPnts);

@@ -18,9 +18,9 @@
 /// A cloud and parameters for the ground filter, as the published filter takes them.
 struct CMorphCase
 {
-    using CCloud = pcl::PointCloud<pcl::PointXYZ>;
+    using TCloud = pcl::PointCloud<pcl::PointXYZ>;
 
-    CCloud::Ptr pCloud{new CCloud};
+    TCloud::Ptr pCloud{new TCloud};
     bool bIndices = false;
     std::vector<int> vecIndices;
     int nMaxWindowSize = 20;

@@ -6,7 +6,7 @@
 namespace
 {
 
-__extension__ typedef __int128 CWide;
+__extension__ typedef __int128 TWide;
 
 constexpr double c_dPi = 3.14159265358979323846;
 
@@ -39,7 +39,7 @@ void Collect(const Ref::Node& node, const Ref::Cube& cube, const std::array<doub
 
 int CRefSegment::Side(std::int64_t x, std::int64_t y) const
 {
-    const CWide n = static_cast<CWide>(bx - ax) * (y - ay) - static_cast<CWide>(by - ay) * (x - ax);
+    const TWide n = static_cast<TWide>(bx - ax) * (y - ay) - static_cast<TWide>(by - ay) * (x - ax);
     return n > 0 ? 1 : n < 0 ? -1 : 0;
 }
 

@@ -43,10 +43,25 @@ std::vector<CTruncPnt> MakePnts(std::mt19937& random, int nNum, int nStep)
     return vecPnts;
 }
 
+/// Lets the path of the points in their order grow to the next point, or shrink by one.
+void GrowOrShrink(COutlinePath<CTruncPnt>& path, std::vector<std::int32_t>& vecPath, bool bGrow, int nNum)
+{
+    if (bGrow && static_cast<int>(vecPath.size()) < nNum)
+    {
+        path.Push(static_cast<std::int32_t>(vecPath.size()));
+        vecPath.push_back(static_cast<std::int32_t>(vecPath.size()));
+    }
+    else if (!bGrow && vecPath.size() > 1)
+    {
+        path.Pop();
+        vecPath.pop_back();
+    }
+}
+
 } // namespace
 
 // However the path grew and shrank, a candidate is refused exactly if one of the segments refuses it.
-TEST(CContourPath_Prop, IsCrossedBy_SameAsAllSegments)
+TEST(COutlinePath_Prop, IsCrossedBy_SameAsAllSegments)
 {
     std::mt19937 random(1);
     int nNumCrossed = 0;
@@ -63,18 +78,7 @@ TEST(CContourPath_Prop, IsCrossedBy_SameAsAllSegments)
         {
             const bool bGrow = nRound % 300 < 200;
             for (int i = nRound % 2 == 0 ? 1 : drawChange(random); i > 0; --i)
-            {
-                if (bGrow && static_cast<int>(vecPath.size()) < nNum)
-                {
-                    path.Push(static_cast<std::int32_t>(vecPath.size()));
-                    vecPath.push_back(static_cast<std::int32_t>(vecPath.size()));
-                }
-                else if (!bGrow && vecPath.size() > 1)
-                {
-                    path.Pop();
-                    vecPath.pop_back();
-                }
-            }
+                GrowOrShrink(path, vecPath, bGrow, nNum);
             ASSERT_EQ(path.GetIndices(), vecPath);
             for (int i = 0; i < 12; ++i)
             {

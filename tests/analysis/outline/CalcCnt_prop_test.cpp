@@ -2,8 +2,8 @@
 #include <analysis/outline/CalcCnt.h>
 #include <analysis/outline/FindClusters.h>
 #include <analysis/outline/FindStartPnt.h>
-#include <tests/analysis/ground/CProgressRecorder.h>
 #include <tests/analysis/outline/COutlineModel.h>
+#include <tests/analysis/outline/CProgressRecorder.h>
 #include <tests/analysis/outline/OutlineCases.h>
 #include <tests/support/CTestStore.h>
 

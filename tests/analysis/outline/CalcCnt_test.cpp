@@ -1,5 +1,5 @@
 #include <formats/Compact.h>
-#include <tests/analysis/ground/CProgressRecorder.h>
+#include <tests/analysis/outline/CProgressRecorder.h>
 #include <tests/support/CTestCld.h>
 
 #include <gtest/gtest.h>
@@ -11,14 +11,14 @@ using zor::geom::PNT_3D;
 namespace
 {
 
-using CPlaces = std::vector<std::pair<double, double>>;
+using TPlaces = std::vector<std::pair<double, double>>;
 
 template <class T>
 class CalcCnt_ : public ::testing::Test
 {
 public:
     /// A cloud with points at these places; whole coordinates are kept exactly, the first being (0, 0).
-    static CTestCld<T> Make(const CPlaces& places)
+    static CTestCld<T> Make(const TPlaces& places)
     {
         std::vector<PNT_3D> vecPnts;
         for (const auto& place : places)
@@ -27,28 +27,28 @@ public:
     }
 
     /// @return the outline's corners; none when there is no outline.
-    static CPlaces Calc(const CPlaces& places, double d)
+    static TPlaces Calc(const TPlaces& places, double d)
     {
         CTestCld<T> cld = Make(places);
         CRecListener rec;
         const bool bClosed = cld->CalcCnt(nullptr, &rec, d);
         EXPECT_EQ(bClosed, rec.GetNumPnts() > 0);
-        CPlaces corners;
+        TPlaces corners;
         for (const CCldCadPnt& pnt : rec.GetPnts())
             corners.emplace_back(pnt.m_pnt.x, pnt.m_pnt.y);
         return corners;
     }
 
-    static CPlaces Grid(int nX, int nY, double x0, double y0)
+    static TPlaces Grid(int nX, int nY, double x0, double y0)
     {
-        CPlaces places;
+        TPlaces places;
         for (int i = 0; i < nX; ++i)
             for (int k = 0; k < nY; ++k)
                 places.emplace_back(x0 + i, y0 + k);
         return places;
     }
 
-    static CPlaces Join(CPlaces a, const CPlaces& b)
+    static TPlaces Join(TPlaces a, const TPlaces& b)
     {
         a.insert(a.end(), b.begin(), b.end());
         return a;
@@ -56,13 +56,13 @@ public:
 };
 TYPED_TEST_SUITE(CalcCnt_, BothPntTypes, PntTypeName);
 
-const CPlaces c_none;
+const TPlaces c_none;
 
 } // namespace
 
 TYPED_TEST(CalcCnt_, Triangle_FourCorners)
 {
-    EXPECT_EQ(this->Calc({{0, 0}, {2, 1}, {1, 3}}, 5.0), (CPlaces{{0, 0}, {1, 3}, {2, 1}, {0, 0}}));
+    EXPECT_EQ(this->Calc({{0, 0}, {2, 1}, {1, 3}}, 5.0), (TPlaces{{0, 0}, {1, 3}, {2, 1}, {0, 0}}));
 }
 
 TYPED_TEST(CalcCnt_, TwoPnts_None)
@@ -75,12 +75,12 @@ TYPED_TEST(CalcCnt_, TwoPnts_None)
 TYPED_TEST(CalcCnt_, Square_Clockwise)
 {
     EXPECT_EQ(this->Calc({{0, 0}, {2, 0}, {2, 2}, {0, 2}, {1, 1}}, 2.0),
-              (CPlaces{{0, 0}, {0, 2}, {2, 2}, {2, 0}, {0, 0}}));
+              (TPlaces{{0, 0}, {0, 2}, {2, 2}, {2, 0}, {0, 0}}));
 }
 
 TYPED_TEST(CalcCnt_, TwoClusters_TheLargerOne)
 {
-    const CPlaces corners = this->Calc(this->Join(this->Grid(3, 3, 0, 0), this->Grid(4, 4, 20, 0)), 5.0);
+    const TPlaces corners = this->Calc(this->Join(this->Grid(3, 3, 0, 0), this->Grid(4, 4, 20, 0)), 5.0);
     ASSERT_GE(corners.size(), 5U);
     for (const auto& corner : corners)
         EXPECT_GE(corner.first, 20.0);
@@ -92,9 +92,9 @@ TYPED_TEST(CalcCnt_, TwoClusters_FirstOfEqual)
 {
     for (const bool bWestFirst : {true, false})
     {
-        const CPlaces west = this->Grid(3, 3, 0, 0);
-        const CPlaces east = this->Grid(3, 3, 20, 0);
-        const CPlaces corners = this->Calc(bWestFirst ? this->Join(west, east) : this->Join(east, west), 5.0);
+        const TPlaces west = this->Grid(3, 3, 0, 0);
+        const TPlaces east = this->Grid(3, 3, 20, 0);
+        const TPlaces corners = this->Calc(bWestFirst ? this->Join(west, east) : this->Join(east, west), 5.0);
         ASSERT_GE(corners.size(), 5U);
         for (const auto& corner : corners)
             EXPECT_LE(corner.first, 2.0);
@@ -103,8 +103,8 @@ TYPED_TEST(CalcCnt_, TwoClusters_FirstOfEqual)
 
 TYPED_TEST(CalcCnt_, ExactDistanceIsNear)
 {
-    const CPlaces places = {{0, 0}, {3, 4}, {3, -1}};
-    EXPECT_EQ(this->Calc(places, 5.0), (CPlaces{{0, 0}, {3, 4}, {3, -1}, {0, 0}}));
+    const TPlaces places = {{0, 0}, {3, 4}, {3, -1}};
+    EXPECT_EQ(this->Calc(places, 5.0), (TPlaces{{0, 0}, {3, 4}, {3, -1}, {0, 0}}));
     EXPECT_EQ(this->Calc(places, 4.9999), c_none); // (0, 0) and (3, -1) alone
 }
 
@@ -117,11 +117,11 @@ TYPED_TEST(CalcCnt_, OnlyStacks_None)
 // goes across to the other. The far point keeps the others in one leaf, in this order.
 TYPED_TEST(CalcCnt_, NotchIsCutAcross)
 {
-    const CPlaces places = {{0, 6},  {0, 2},  {1, -1}, {5, 0}, {4, 4},      {0, 4},
+    const TPlaces places = {{0, 6},  {0, 2},  {1, -1}, {5, 0}, {4, 4},      {0, 4},
                             {-1, 0}, {3, -1}, {4, 2},  {4, 6}, {9999, 9999}};
     EXPECT_EQ(
         this->Calc(places, 2.5),
-        (CPlaces{
+        (TPlaces{
             {-1, 0}, {0, 2}, {0, 4}, {0, 6}, {4, 6}, {4, 4}, {4, 2}, {5, 0}, {3, -1}, {1, -1}, {-1, 0}}));
 }
 
@@ -286,7 +286,7 @@ TYPED_TEST(CalcCnt_, CloudIsNotChanged)
 // Distances that are none: no outline, or one without limit, but never an endless walk.
 TYPED_TEST(CalcCnt_, OddDistances)
 {
-    const CPlaces places = {{0, 0}, {20, 10}, {10, 30}};
+    const TPlaces places = {{0, 0}, {20, 10}, {10, 30}};
     for (const double d : {0.0, -0.0, -1.0, -HUGE_VAL, 1.0e-300, 1.0})
         EXPECT_EQ(this->Calc(places, d), c_none) << d;
     for (const double d : {HUGE_VAL, std::nan(""), 1.0e300, 1.7e308})

@@ -1,5 +1,5 @@
 #include <analysis/outline/FindClusters.h>
-#include <tests/analysis/ground/CProgressRecorder.h>
+#include <tests/analysis/outline/CProgressRecorder.h>
 #include <tests/support/CTestStore.h>
 
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 // The host's own readers on every truncation and every changed byte of small files: they end, deliver no more
 // than the file can hold, and touch no foreign memory.
-#include <host/files/CByteReader.h>
+#include <formats/NativeFacts.h>
 #include <host/files/IPntSource.h>
 #include <host/files/InputOptions.h>
-#include <host/files/NativeLayout.h>
+#include <host/files/OpenByteReader.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CFailure.h>
 #include <tests/io/CMemFile.h>
@@ -17,10 +17,10 @@ namespace zorcld
 namespace
 {
 
-CNativeLayout ReadLayout(const CMemFile& file)
+CNativeFacts FindFacts(const CMemFile& file)
 {
-    CByteReader reader(file.GetPath());
-    return ReadNativeLayout(reader);
+    CByteReader reader = OpenByteReader(file.GetPath());
+    return FindNativeFacts(reader);
 }
 
 /// @param pType  name of the kind as which the file is read.
@@ -44,7 +44,7 @@ void ReadAll(const char* pType, const std::string& sBytes)
         EXPECT_NE(failure.GetCause(), "");
     }
     EXPECT_LE(nNumPnts, static_cast<std::int64_t>(sBytes.size()));
-    static_cast<void>(ReadLayout(file));
+    static_cast<void>(FindFacts(file));
 }
 
 void ReadChanged(const char* pType, const std::string& sBytes)
@@ -93,7 +93,7 @@ TEST(SourcesRobust, Las)
 }
 
 // Endless masks, runs outside the array, counts beyond the file.
-TEST(SourcesRobust, NativeLayout)
+TEST(SourcesRobust, NativeFacts)
 {
     std::string sBytes(std::string(":\1\1\0\0", 5) + std::string(4, '\0') + std::string(2, '\0') +
                        std::string(12, '\0') + std::string("\2\0\0\0", 4) + std::string(24 + 28, '\0'));
@@ -101,16 +101,16 @@ TEST(SourcesRobust, NativeLayout)
         std::string("\x81\x81", 2) + std::string("\1\0\0\0\0\0\0\0\1\0\0\0\1\0\0\0", 16);
     {
         const CMemFile file(sBytes + sTree);
-        EXPECT_TRUE(ReadLayout(file).IsWhole());
+        EXPECT_TRUE(FindFacts(file).IsWhole());
     }
     ReadChanged("ply", sBytes + sTree);
     const CMemFile deep(sBytes + std::string(200000, '\1').replace(1, 1, 1, '\0'));
-    EXPECT_FALSE(ReadLayout(deep).IsWhole());
+    EXPECT_FALSE(FindFacts(deep).IsWhole());
     std::string sInner;
     for (int i = 0; i < 1000; ++i)
         sInner += std::string("\1\0", 2);
     const CMemFile inner(sBytes + sInner);
-    EXPECT_FALSE(ReadLayout(inner).bTreeWhole);
+    EXPECT_FALSE(FindFacts(inner).bTreeWhole);
 }
 
 } // namespace zorcld

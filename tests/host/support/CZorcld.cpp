@@ -60,7 +60,7 @@ CRun CZorcld::RunAfter(const std::string& sBefore, const std::vector<std::string
 {
     const std::string sOut = m_folder.string() + ".out";
     const std::string sErr = m_folder.string() + ".err";
-    // The font library keeps some of its memory to the end, which is no leak of ours.
+    // The font library keeps some of its memory to the end, LASzip where a file is damaged: no leaks of ours.
     std::string sCommand = sBefore + " env LSAN_OPTIONS=$LSAN_OPTIONS:print_suppressions=0:suppressions=" +
                            Quote(ZORCLD_SUPPRESSIONS) + ' ' + Quote(ZORCLD_PATH);
     for (const std::string& sArg : vecArgs)
@@ -73,6 +73,11 @@ CRun CZorcld::RunAfter(const std::string& sBefore, const std::vector<std::string
 bool CZorcld::HasLas()
 {
     return ZORCLD_HAS_LAS != 0;
+}
+
+bool CZorcld::HasLaszip()
+{
+    return ZORCLD_HAS_LASZIP != 0;
 }
 
 std::string CZorcld::GetPath(const std::string& sName) const

@@ -37,6 +37,9 @@ public:
     /// Does it read LAS?
     static bool HasLas();
 
+    /// Does it read the points of LAS and LAZ itself, through LASzip?
+    static bool HasLaszip();
+
     /// Path of a file in the folder.
     std::string GetPath(const std::string& sName) const;
 

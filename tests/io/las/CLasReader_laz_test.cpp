@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <io/las/CLasGuard.h>
+#include <formats/CLasGuard.h>
 #include <tests/io/las/ReadLas.h>
 #include <tests/support/LazBytes.h>
 

@@ -213,4 +213,14 @@ TEST(CLasReader, ReadFromFile_FillsACloud)
     EXPECT_EQ(0, cld.GetFilePath().Compare("/no/such/file.las"));
 }
 
+// The library stops reading records where none fits any more.
+TEST(CLasReader, Read_MoreRecordsAnnouncedThanThereAre)
+{
+    CLasFile file = LasOf(0, 2);
+    file.vecRecords = {std::string(60, 'x')};
+    std::string sBytes = file.GetBytes();
+    sBytes[100] = 2;
+    EXPECT_EQ(LasCalls(file), ReadLas(sBytes).m_vecCalls);
+}
+
 } // namespace

@@ -115,27 +115,21 @@ TEST(DeliverLas, Progress_IsDefinedForEveryCount)
     EXPECT_EQ(c_nMax, CalcLasProgress(std::int64_t{1} << 60, 1));
 }
 
-TEST(DeliverLas, CountDaNumPnts_TakesTheLowerBits)
+TEST(DeliverLas, CountFromNumPnts_TakesTheLowerBits)
 {
-    EXPECT_EQ(0, CountDaNumPnts(0));
-    EXPECT_EQ(c_nMax, CountDaNumPnts(0x7FFFFFFF));
-    EXPECT_EQ(c_nMin, CountDaNumPnts(0x80000000));
-    EXPECT_EQ(-1, CountDaNumPnts(0xFFFFFFFF));
-    EXPECT_EQ(3, CountDaNumPnts(0x100000003));
-    EXPECT_EQ(-1, CountDaNumPnts(-1));
-    EXPECT_EQ(0, CountDaNumPnts(std::numeric_limits<std::int64_t>::min()));
+    EXPECT_EQ(0, CountFromNumPnts(0));
+    EXPECT_EQ(c_nMax, CountFromNumPnts(0x7FFFFFFF));
+    EXPECT_EQ(c_nMin, CountFromNumPnts(0x80000000));
+    EXPECT_EQ(-1, CountFromNumPnts(0xFFFFFFFF));
+    EXPECT_EQ(3, CountFromNumPnts(0x100000003));
+    EXPECT_EQ(-1, CountFromNumPnts(-1));
+    EXPECT_EQ(0, CountFromNumPnts(std::numeric_limits<std::int64_t>::min()));
 }
 
-TEST(DeliverLas, ByteDaChannel_EachChannelByItsOwnSize_Kept)
+TEST(DeliverLas, ByteFromChannel_EachChannelByItsOwnSize_Kept)
 {
     for (unsigned n = 0; n <= 65535; ++n)
-        ASSERT_EQ(n > 255 ? n / 256 : n, ByteDaChannel(static_cast<std::uint16_t>(n))) << n;
-}
-
-TEST(DeliverLas, IsLasColorFormat_LaterFormatsAreNot_Kept)
-{
-    for (unsigned n = 0; n < 256; ++n)
-        EXPECT_EQ(n == 2 || n == 3 || n == 5, IsLasColorFormat(n)) << n;
+        ASSERT_EQ(n > 255 ? n / 256 : n, ByteFromChannel(static_cast<std::uint16_t>(n))) << n;
 }
 
 } // namespace

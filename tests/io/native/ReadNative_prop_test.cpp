@@ -113,8 +113,8 @@ TYPED_TEST(ReadNative_prop, WriteToFile_BytesByTheBook)
                   cld.Init(static_cast<int>(pnts.size()) + 1);
                   cld.AddPnt(0.0, 0.0, 0.0, 1, 2, 3);
                   for (const Ref::Pnt& pnt : pnts)
-                      cld.AddPnt(CoordDaUnits(pnt.x), CoordDaUnits(pnt.y), CoordDaUnits(pnt.z), pnt.r, pnt.g,
-                                 pnt.b);
+                      cld.AddPnt(CoordFromUnits(pnt.x), CoordFromUnits(pnt.y), CoordFromUnits(pnt.z), pnt.r,
+                                 pnt.g, pnt.b);
                   cld.ComputeTree();
                   pnts.insert(pnts.begin(), {0, 0, 0, 1, 2, 3});
                   const Ref::Tree tree = Ref::BuildTree(pnts);

@@ -1,0 +1,133 @@
+#include <formats/CAsciiGridMeaning.h>
+
+#include <formats/AsciiGridKeys.h>
+#include <formats/CByteReader.h>
+#include <formats/ParseDouble.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+
+constexpr std::size_t c_nMaxLine = 255;
+constexpr const char* c_sSpace = " \t\r\v\f";
+
+/// Of the keys that are no counts.
+constexpr std::optional<double> CAsciiGridMeaning::*c_apFields[] = {
+    &CAsciiGridMeaning::cellSize, &CAsciiGridMeaning::xCentre, &CAsciiGridMeaning::yCentre,
+    &CAsciiGridMeaning::xCorner,  &CAsciiGridMeaning::yCorner, &CAsciiGridMeaning::noData};
+
+/// @return false at the end of the file, or at a line too long for a header.
+bool ReadLine(CByteReader& reader, std::string& sLine)
+{
+    sLine.clear();
+    int c = reader.Get();
+    const bool bRead = c >= 0;
+    for (; c >= 0 && c != '\n'; c = reader.Get())
+    {
+        sLine += static_cast<char>(c);
+        if (sLine.size() > c_nMaxLine)
+            return false;
+    }
+    return bRead;
+}
+
+std::int64_t CountFromNumber(double d)
+{
+    return d >= 1.0 && d < 9e15 ? static_cast<std::int64_t>(d) : 0;
+}
+
+void Set(CAsciiGridMeaning& meaning, enumAsciiGridKey eKey, double dValue)
+{
+    if (eKey == AsciiGridKey_NumRows)
+        meaning.nNumRows = CountFromNumber(dValue);
+    else if (eKey == AsciiGridKey_NumCols)
+        meaning.nNumCols = CountFromNumber(dValue);
+    else
+        meaning.*c_apFields[eKey - AsciiGridKey_CellSize] = dValue;
+}
+
+/// @return false when the line has words, but no key of a header.
+bool TakeLine(CAsciiGridMeaning& meaning, const std::string& sLine)
+{
+    const std::size_t nKey = sLine.find_first_not_of(c_sSpace);
+    if (nKey == std::string::npos)
+        return true;
+    const std::size_t nKeyEnd = std::min(sLine.find_first_of(c_sSpace, nKey), sLine.size());
+    const std::size_t nValue = std::min(sLine.find_first_not_of(c_sSpace, nKeyEnd), sLine.size());
+    const std::size_t nEnd = sLine.find_last_not_of(c_sSpace) + 1;
+    const std::string_view sText = sLine;
+    const std::string_view sKey = sText.substr(nKey, nKeyEnd - nKey);
+    const enumAsciiGridKey eKey = FindAsciiGridKey(sKey);
+    if (eKey == AsciiGridKey_None)
+        return false;
+    bool bWhole = false;
+    Set(meaning, eKey,
+        ParseDouble(nValue < nEnd ? sText.substr(nValue, nEnd - nValue) : std::string_view(), bWhole));
+    if (meaning.sOddKey.empty() && FindTakenAsciiGridKey(sKey) == AsciiGridKey_None)
+        meaning.sOddKey = sKey;
+    const std::string_view sSeparator = sText.substr(nKeyEnd, nValue - nKeyEnd);
+    meaning.bTabs = meaning.bTabs || sSeparator.find(' ') == std::string_view::npos;
+    return true;
+}
+
+std::string Spellings(const std::string& sOddKey)
+{
+    const CAsciiGridKey& key = c_aAsciiGridKeys[FindAsciiGridKey(sOddKey)];
+    return "'" + std::string(key.sLower) + "' or '" + std::string(key.sOther) + "'";
+}
+
+} // namespace
+
+std::string CAsciiGridMeaning::FindCause() const
+{
+    if (nNumRows < 1 || nNumCols < 1)
+        return "not a grid: its header gives no number of rows and columns above 0";
+    if (!cellSize || !(*cellSize > 0.0) || !std::isfinite(*cellSize))
+        return "its header gives no cell size above 0";
+    if ((!xCorner && !xCentre) || (!yCorner && !yCentre))
+        return "its header gives neither the lower left corner nor the centre of that cell";
+    if (!std::isfinite(GetXCorner()) || !std::isfinite(GetYCorner()))
+        return "its header gives a corner or a centre that is no number";
+    return {};
+}
+
+std::string CAsciiGridMeaning::FindTakenCause() const
+{
+    if (nTakenDataOffset == nDataOffset)
+        return {};
+    if (!sOddKey.empty())
+        return "its header has the key '" + sOddKey + "': only " + Spellings(sOddKey) + " is accepted";
+    if (bTabs)
+        return "a tab separates key and value in its header: only blanks do";
+    std::string sCause = FindCause();
+    if (!sCause.empty() || nTakenDataOffset >= 0)
+        return sCause;
+    if (!noData)
+        return "its header has no line NODATA_value, which is required";
+    if (!CAsciiGridHeader::IsGiven(*noData))
+        return "its no-data value is no number, so its header is not complete";
+    if (!(xCentre && yCentre) && !(xCorner && yCorner))
+        return "its header mixes corner and centre: both values of one of them are required";
+    return "its header has a line without a key and a value, or a number that is missing or too large";
+}
+
+CAsciiGridMeaning ReadAsciiGridMeaning(CByteReader& reader)
+{
+    CAsciiGridMeaning meaning;
+    meaning.nDataOffset = reader.GetPos();
+    bool bTaken = true; // the library wants more lines
+    std::string sLine;
+    while (ReadLine(reader, sLine))
+    {
+        bTaken = bTaken && meaning.taken.TakeLine(sLine) && !meaning.taken.bComplete;
+        if (meaning.taken.bComplete && meaning.nTakenDataOffset < 0)
+            meaning.nTakenDataOffset = reader.GetPos();
+        if (!TakeLine(meaning, sLine))
+            break;
+        meaning.nDataOffset = reader.GetPos();
+    }
+    reader.SetPos(meaning.nDataOffset);
+    return meaning;
+}

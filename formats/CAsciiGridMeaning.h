@@ -1,0 +1,54 @@
+#ifndef FORMATS_CASCIIGRIDMEANING_H
+#define FORMATS_CASCIIGRIDMEANING_H
+
+#include <formats/CAsciiGridHeader.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+class CByteReader;
+
+/// The header of an ESRI ASCII grid by what its words mean, beside what the library takes it for: keys in any
+/// spelling, blanks or tabs, with or without a no-data value, corner or centre for each axis.
+struct CAsciiGridMeaning
+{
+    /// @return x and y of the lower left corner, from the centre where there is no corner.
+    double GetXCorner() const { return xCorner ? *xCorner : *xCentre - 0.5 * *cellSize; }
+    double GetYCorner() const { return yCorner ? *yCorner : *yCentre - 0.5 * *cellSize; }
+
+    /// @return why it is no header of a grid, by the words, one line without a full stop; empty: it is one.
+    std::string FindCause() const;
+
+    /// @return why the library refuses it, likewise; empty: it does not.
+    std::string FindTakenCause() const;
+
+    /// @return whether the library puts every point at 1.7e200: the corner is 0, 0 without a centre, or not
+    /// given.
+    bool IsPlaceLost() const
+    {
+        return !CAsciiGridHeader::IsGiven(taken.dXCorner) || !CAsciiGridHeader::IsGiven(taken.dYCorner);
+    }
+
+    std::int64_t nNumRows = 0;
+    std::int64_t nNumCols = 0;
+    std::optional<double> cellSize;
+    std::optional<double> xCentre; ///< of the lower left cell
+    std::optional<double> yCentre;
+    std::optional<double> xCorner; ///< lower left, of the grid
+    std::optional<double> yCorner;
+    std::optional<double> noData; ///< may be not-a-number
+
+    std::string sOddKey;          ///< the first one that the library does not take, as written
+    bool bTabs = false;           ///< a key and its value are separated by a tab
+    std::int64_t nDataOffset = 0; ///< position of the first byte behind the header
+
+    CAsciiGridHeader taken;             ///< as the library takes it
+    std::int64_t nTakenDataOffset = -1; ///< where its data begin to the library; -1: it refuses the header
+};
+
+/// Reads lines while they begin with a key.
+/// @param reader  at the start of the file; left behind the last of those lines.
+CAsciiGridMeaning ReadAsciiGridMeaning(CByteReader& reader);
+
+#endif

@@ -1,0 +1,142 @@
+#include <formats/CLasHeader.h>
+
+#include <formats/CSizedFile.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+
+namespace
+{
+
+std::string Text(std::int64_t n)
+{
+    return std::to_string(n);
+}
+
+int GetMinHeaderSize(int nMinor)
+{
+    const auto& anSize = LasLayout::c_anHeaderSize;
+    return anSize[std::min<std::size_t>(static_cast<std::size_t>(nMinor), anSize.size() - 1)];
+}
+
+} // namespace
+
+std::string CLasHeader::Read(CSizedFile& file)
+{
+    *this = CLasHeader();
+    nFileSize = file.GetSize();
+    std::array<unsigned char, LasLayout::c_nMaxHeaderSize> acBytes{}; // what lies behind the file's end is 0
+    const auto nSize = static_cast<std::size_t>(
+        std::clamp<std::int64_t>(nFileSize, 0, static_cast<std::int64_t>(acBytes.size())));
+    if (nSize < LasLayout::c_acMagic.size() || !file.ReadAt(0, acBytes.data(), nSize) ||
+        std::memcmp(acBytes.data(), LasLayout::c_acMagic.data(), LasLayout::c_acMagic.size()) != 0)
+        return "not a LAS file: it does not begin with LASF";
+    TakeFacts(acBytes.data());
+    if (nSize < LasLayout::c_nMinHeaderSize)
+        return "it is cut off: it ends within the header, after " + Text(nFileSize) + " bytes";
+    if (nMinor >= LasLayout::c_nMinorOfLaterCounts &&
+        nHeaderSize >= GetMinHeaderSize(LasLayout::c_nMinorOfLaterCounts))
+        TakeLaterCounts(acBytes.data());
+    const std::string sCause = FindWrongPlace();
+    return sCause.empty() ? FindWrongLayout() : sCause;
+}
+
+/// Takes what every version has.
+void CLasHeader::TakeFacts(const unsigned char* pBytes)
+{
+    using namespace LasLayout;
+    nMajor = Get(pBytes, c_nMajor);
+    nMinor = Get(pBytes, c_nMinor);
+    sSystem = GetText(pBytes, c_sSystem);
+    sSoftware = GetText(pBytes, c_sSoftware);
+    nDay = Get(pBytes, c_nDay);
+    nYear = Get(pBytes, c_nYear);
+    nHeaderSize = Get(pBytes, c_nHeaderSize);
+    nPosPnts = Get(pBytes, c_nPosPnts);
+    nNumRecords = Get(pBytes, c_nNumRecords);
+    nFormat = Get(pBytes, c_nFormat) & c_nFormatMask;
+    bCompressed = nFormat != Get(pBytes, c_nFormat);
+    nPntSize = Get(pBytes, c_nPntSize);
+    nNumLegacy = Get(pBytes, c_nNumLegacy);
+    nNumPnts = nNumLegacy;
+    for (std::size_t i = 0; i < c_nNumReturnsLegacy; ++i)
+        vecNumByReturn.push_back(Get(pBytes, c_nNumByReturnLegacy, i));
+    for (std::size_t i = 0; i < adScale.size(); ++i)
+    {
+        adScale[i] = Get(pBytes, c_dScale, i);
+        adOffset[i] = Get(pBytes, c_dOffset, i);
+        adMax[i] = Get(pBytes, c_dMax, 2 * i);
+        adMin[i] = Get(pBytes, c_dMin, 2 * i);
+    }
+}
+
+/// Takes counts beyond 32 bits and for 15 returns, from LAS 1.4 on.
+void CLasHeader::TakeLaterCounts(const unsigned char* pBytes)
+{
+    if (nNumLegacy == 0)
+        nNumPnts = LasLayout::Get(pBytes, LasLayout::c_nNumPnts);
+    std::vector<std::int64_t> vecLater;
+    for (std::size_t i = 0; i < LasLayout::c_nNumReturns; ++i)
+        vecLater.push_back(LasLayout::Get(pBytes, LasLayout::c_nNumByReturn, i));
+    // Some writers fill the earlier fields only.
+    if (std::any_of(vecLater.begin(), vecLater.end(), [](std::int64_t n) { return n != 0; }))
+        vecNumByReturn = std::move(vecLater);
+}
+
+/// Of sizes and positions, the first that keeps the file from being read.
+std::string CLasHeader::FindWrongPlace() const
+{
+    const int nMinHeader = GetMinHeaderSize(nMinor);
+    if (nHeaderSize < nMinHeader)
+        return "its header was never finished or is damaged: it says that it has " + Text(nHeaderSize) +
+               " bytes, of version 1." + Text(nMinor) + " it has " + Text(nMinHeader) + " at least";
+    if (nPosPnts > nFileSize)
+        return "it is cut off or damaged: its points begin at byte " + Text(nPosPnts) + ", but it has " +
+               Text(nFileSize) + " bytes";
+    if (nPosPnts < nHeaderSize)
+        return "its header is damaged: the points begin at byte " + Text(nPosPnts) + ", within the header";
+    return {};
+}
+
+/// Of the point format and the records, the first thing that keeps the file from being read.
+std::string CLasHeader::FindWrongLayout() const
+{
+    const auto nFormatIndex = static_cast<std::size_t>(nFormat);
+    if (nFormatIndex >= LasLayout::c_aFormats.size())
+        return "its point format " + Text(nFormat) + " is unknown: 0 to 10 are known";
+    const int nMinSize = LasLayout::c_aFormats[nFormatIndex].nPntSize;
+    if (nPntSize < nMinSize)
+        return "its header is damaged: it gives a point " + Text(nPntSize) + " bytes, of format " +
+               Text(nFormat) + " it has " + Text(nMinSize) + " at least";
+    if (nNumRecords > (nPosPnts - nHeaderSize) / LasLayout::c_nRecordHeadSize)
+        return "its header is damaged: it announces " + Text(nNumRecords) +
+               " records, more than there is room for before the points";
+    return {};
+}
+
+std::int64_t CLasHeader::CalcNumHeld() const
+{
+    if (bCompressed || nPntSize <= 0)
+        return -1;
+    return std::max<std::int64_t>(nFileSize - nPosPnts, 0) / nPntSize;
+}
+
+std::string CLasHeader::GetDate() const
+{
+    const bool bLeapYear = (nYear % 4 == 0 && nYear % 100 != 0) || nYear % 400 == 0;
+    const std::array<int, 12> anDays = {31, bLeapYear ? 29 : 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    if (nYear == 0)
+        return {};
+    int nLeft = nDay;
+    for (std::size_t i = 0; i < anDays.size() && nLeft > 0; nLeft -= anDays[i++])
+    {
+        if (nLeft > anDays[i])
+            continue;
+        char acText[40];
+        static_cast<void>(
+            std::snprintf(acText, sizeof acText, "%04d-%02d-%02d", nYear, static_cast<int>(i) + 1, nLeft));
+        return acText;
+    }
+    return std::to_string(nYear);
+}

@@ -1,0 +1,63 @@
+#ifndef FORMATS_CLASHEADER_H
+#define FORMATS_CLASHEADER_H
+
+#include <formats/LasLayout.h>
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+class CSizedFile;
+
+/// What the public header block of a LAS or LAZ file says. Fill it with `Read`, then ask.
+///
+/// Its members are the file's own words: whether they are true, and whether the library takes the file,
+/// CLasGuard tells. Axes are x, y, z.
+struct CLasHeader
+{
+    std::int64_t nFileSize = 0;
+    int nMajor = 0;
+    int nMinor = 0;
+    std::string sSystem;   ///< the scanner, or the operation that made the file
+    std::string sSoftware; ///< that wrote the file
+    int nDay = 0;          ///< of creation, from 1 to 366; 0: not given
+    int nYear = 0;         ///< of creation; 0: not given
+    int nHeaderSize = 0;
+    std::int64_t nPosPnts = 0;                ///< where the points begin
+    std::uint32_t nNumRecords = 0;            ///< of variable length, between header and points
+    int nFormat = 0;                          ///< of the points, 0 to 10, without the marks of compression
+    bool bCompressed = false;                 ///< LAZ
+    std::uint16_t nPntSize = 0;               ///< bytes of a point that is not compressed
+    std::int64_t nNumLegacy = 0;              ///< the count of 32 bits
+    std::int64_t nNumPnts = 0;                ///< the count that holds: that of 64 bits where the other is 0
+    std::vector<std::int64_t> vecNumByReturn; ///< of 1st, 2nd returns and so on: 5, from LAS 1.4 on 15
+    std::array<double, 3> adScale{};
+    std::array<double, 3> adOffset{};
+    std::array<double, 3> adMin{};
+    std::array<double, 3> adMax{};
+
+    /// Reads the header. What could be read stays also when something is wrong with it.
+    ///
+    /// @return why the library does not take the file, as far as the header tells: one line of English
+    ///         without path and full stop; empty: nothing found.
+    std::string Read(CSizedFile& file);
+
+    /// @return whether the points have colours, and whether the library takes them.
+    bool HasColor() const { return LasLayout::HasColor(static_cast<unsigned>(nFormat)); }
+    bool IsColorTaken() const { return LasLayout::IsColorTaken(static_cast<unsigned>(nFormat)); }
+
+    /// @return points that the file has room for; -1 of a compressed file, whose size does not tell.
+    std::int64_t CalcNumHeld() const;
+
+    /// @return the day of creation as "2024-02-01"; as much as is given, empty when nothing is.
+    std::string GetDate() const;
+
+private:
+    void TakeFacts(const unsigned char* pBytes);
+    void TakeLaterCounts(const unsigned char* pBytes);
+    std::string FindWrongPlace() const;
+    std::string FindWrongLayout() const;
+};
+
+#endif

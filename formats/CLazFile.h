@@ -1,0 +1,73 @@
+#ifndef FORMATS_CLAZFILE_H
+#define FORMATS_CLAZFILE_H
+
+#include <formats/CFilePtr.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <istream>
+#include <streambuf>
+#include <vector>
+
+/// The bytes of a LAZ file for LASzip. They end where its calls have gone too deep.
+///
+/// Where the time of a point belongs to another sequence of times than that of the point before, LASzip calls
+/// itself for what follows. Damaged data say so any number of times in a row, more than three hundred times
+/// in a byte. So bytes are given out a few at a time, and each time the stack is looked at.
+class CLazBuf final : public std::streambuf
+{
+public:
+    /// @param pFile  null: no bytes. Not owned; nobody else moves its position while this object is used.
+    explicit CLazBuf(std::FILE* pFile);
+
+    /// Depth counts from the caller on. Before the first call it counts from the constructor.
+    void StartHere() noexcept { m_nStart = GetStackPos(); }
+
+protected:
+    int_type underflow() override;
+    std::streamsize xsgetn(char* pBytes, std::streamsize nNum) override;
+    pos_type seekoff(off_type nOffset, std::ios_base::seekdir eFrom, std::ios_base::openmode eWhich) override;
+    pos_type seekpos(pos_type nPos, std::ios_base::openmode eWhich) override;
+
+private:
+    static std::uintptr_t GetStackPos() noexcept
+    {
+        return reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
+    }
+
+    bool IsTooDeep() const noexcept;
+    bool ReadBlock();
+
+    std::FILE* m_pFile;
+    std::int64_t m_nSize = 0;
+    std::uintptr_t m_nStart;
+    // The block holds the bytes of the file from m_nPosBlock to m_pEnd; those that have been given out but
+    // for the get area are the ones before egptr().
+    std::vector<char> m_vecBlock;
+    std::int64_t m_nPosBlock = 0;
+    char* m_pEnd;
+};
+
+/// A LAZ file as the stream that LASzip takes.
+class CLazFile final : public std::istream
+{
+public:
+    /// @param pPath  not null. A file that cannot be opened has no bytes.
+    explicit CLazFile(const char* pPath)
+        : std::istream(nullptr), m_pOwned(std::fopen(pPath, "rb")), m_buf(m_pOwned.get())
+    {
+        rdbuf(&m_buf);
+    }
+
+    /// @param pFile  as of CLazBuf.
+    explicit CLazFile(std::FILE* pFile) : std::istream(nullptr), m_buf(pFile) { rdbuf(&m_buf); }
+
+    void StartHere() noexcept { m_buf.StartHere(); }
+
+private:
+    CFilePtr m_pOwned; // of a file that it has opened itself
+    CLazBuf m_buf;
+};
+
+#endif

@@ -1,0 +1,77 @@
+#include <formats/NativeFacts.h>
+
+#include <formats/CByteReader.h>
+#include <formats/CNativeTreeWalk.h>
+
+namespace
+{
+
+/// Counts the points of a tree.
+class CPntCount
+{
+public:
+    struct CNode
+    {
+    };
+
+    class CChildren
+    {
+    public:
+        CChildren(CPntCount& count, CNode& node, std::uint8_t, std::uint8_t) : m_count(count), m_node(node) {}
+
+        void AddLeaf(unsigned, std::int32_t nCount, std::int32_t) { m_count.m_nNumPnts += nCount; }
+        CNode& OpenNode() { return m_node; }
+        void CloseNode(unsigned, const CNode&) {}
+        void Close(const CNode&) {}
+
+    private:
+        CPntCount& m_count;
+        CNode& m_node;
+    };
+
+    std::int64_t m_nNumPnts = 0;
+};
+
+class CTreeBytes
+{
+public:
+    explicit CTreeBytes(CByteReader& reader) : m_reader(reader) {}
+
+    std::size_t Read(void* pBytes, std::size_t nNumBytes) { return m_reader.ReadUpTo(pBytes, nNumBytes); }
+
+private:
+    CByteReader& m_reader;
+};
+
+void WalkTree(CByteReader& reader, CNativeFacts& facts)
+{
+    CTreeBytes bytes(reader);
+    CPntCount count;
+    CPntCount::CNode root;
+    CNativeTreeWalk<CTreeBytes, CPntCount> walk(bytes, count, static_cast<std::int32_t>(facts.nNumHeld));
+    walk.Walk(root);
+    facts.nNumInTree = count.m_nNumPnts;
+    facts.bTreeWhole = walk.IsWhole();
+    if (facts.bTreeWhole)
+        facts.nNumBehind = facts.nFileSize - reader.GetPos() + static_cast<std::int64_t>(walk.GetNumBehind());
+}
+
+} // namespace
+
+CNativeFacts FindNativeFacts(CByteReader& reader)
+{
+    CNativeFacts facts;
+    facts.nFileSize = reader.GetSize();
+    std::array<unsigned char, c_nNativeHeaderSize> acBytes{};
+    const std::size_t nSize = reader.ReadUpTo(acBytes.data(), acBytes.size());
+    facts.header = CNativeHeader::FromBytes(acBytes, nSize);
+    if (!facts.header.IsTypeKnown())
+        return facts;
+    facts.nNumHeld = facts.header.CalcNumHeld(static_cast<std::uint64_t>(facts.nFileSize - reader.GetPos()));
+    const std::int64_t nPntBytes = facts.nNumHeld * static_cast<std::int64_t>(facts.header.GetPntSize());
+    if (facts.nNumHeld < facts.header.nNumPnts ||
+        !reader.Skip(nPntBytes + static_cast<std::int64_t>(c_nNativeTreeHeaderSize)))
+        return facts;
+    WalkTree(reader, facts);
+    return facts;
+}

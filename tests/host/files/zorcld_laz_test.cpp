@@ -1,0 +1,115 @@
+// What `convert` and `check` make of LAZ files.
+#include <tests/host/support/CZorcld.h>
+#include <tests/support/LazBytes.h>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <string>
+
+namespace
+{
+
+/// 40 points of which all but the first two lie above the second, colours of 16 bits.
+std::string MakeLaz(int nFormat)
+{
+    CLasFile las = LasOf(nFormat, 40);
+    las.adScale = {0.25, 0.25, 0.25};
+    for (std::size_t i = 2; i < las.vecPnts.size(); ++i)
+    {
+        las.vecPnts[i].x = las.vecPnts[1].x;
+        las.vecPnts[i].y = las.vecPnts[1].y;
+    }
+    for (CLasPnt& pnt : las.vecPnts)
+        pnt.anColor = {0x1234, 0x00FF, 0xFFFF};
+    return LazBytes(las, 16);
+}
+
+nlohmann::json GetWarnings(const CZorcld& zorcld, const std::string& sFile)
+{
+    const CRun run = zorcld.Run({"check", "--json", sFile});
+    return nlohmann::json::parse(run.sOut)["files"][0]["warnings"];
+}
+
+std::vector<std::string> GetCodes(const CZorcld& zorcld, const std::string& sFile)
+{
+    std::vector<std::string> vecCodes;
+    for (const nlohmann::json& warning : GetWarnings(zorcld, sFile))
+        vecCodes.push_back(warning["code"]);
+    return vecCodes;
+}
+
+using TCodes = std::vector<std::string>;
+
+TEST(ZorcldLaz, Convert_PlyGetsAllPnts)
+{
+    const CZorcld zorcld;
+    for (const int nFormat : {1, 3, 8})
+    {
+        const std::string sOut = zorcld.GetPath("out.ply");
+        const CRun run = zorcld.Run({"convert", zorcld.Write("in.laz", MakeLaz(nFormat)), sOut});
+        EXPECT_EQ(run.nStatus, 0) << run.sErr;
+        EXPECT_NE(run.sErr.find(nFormat == 1 ? "out.ply: 40 points\n" : "out.ply: 40 points with colour\n"),
+                  std::string::npos)
+            << run.sErr;
+        EXPECT_EQ(run.sErr.find("removed"), std::string::npos) << run.sErr;
+        const std::string sHead = ReadBytes(sOut);
+        EXPECT_NE(sHead.find("element vertex 40\n"), std::string::npos);
+        EXPECT_EQ(sHead.find("property uchar red") != std::string::npos, nFormat != 1);
+    }
+}
+
+// All channels alike, of 16 bits: none is taken as one of 8.
+TEST(ZorcldLaz, Convert_KeepsColorsOfEveryFormat)
+{
+    const CZorcld zorcld;
+    for (const int nFormat : {2, 3, 5, 7, 8, 10})
+    {
+        const std::string sOut = zorcld.GetPath("out.cld");
+        const CRun run = zorcld.Run({"convert", zorcld.Write("in.laz", MakeLaz(nFormat)), sOut});
+        EXPECT_EQ(run.nStatus, 0) << run.sErr;
+        EXPECT_NE(run.sErr.find(" points with colour, "), std::string::npos) << run.sErr;
+        EXPECT_NE(run.sErr.find(" removed at the x and y of another"), std::string::npos) << run.sErr;
+        const std::string sCsv = zorcld.GetPath("points.csv");
+        EXPECT_EQ(zorcld.Run({"points", sOut, "-o", sCsv}).nStatus, 0);
+        EXPECT_NE(ReadBytes(sCsv).find("0.0000,0.0000,25.0000,18,0,255"), std::string::npos)
+            << ReadBytes(sCsv);
+    }
+}
+
+TEST(ZorcldLaz, Check_SeesThePnts)
+{
+    const CZorcld zorcld;
+    EXPECT_EQ(GetCodes(zorcld, zorcld.Write("in.laz", LazBytes(LasOf(0, 100), 16))), TCodes{});
+    EXPECT_EQ(GetCodes(zorcld, zorcld.Write("in.laz", MakeLaz(1))), TCodes{"stacked-points"});
+    EXPECT_EQ(GetCodes(zorcld, zorcld.Write("in.laz", MakeLaz(3))),
+              (TCodes{"stacked-points", "color-16-bit"}));
+    const std::string sLater = zorcld.Write("in.laz", LazBytes(LasOf(7, 3), 16));
+    EXPECT_EQ(GetCodes(zorcld, sLater), (TCodes{"las-color", "color-16-bit"}));
+    EXPECT_NE(GetWarnings(zorcld, sLater)[0]["help"].get<std::string>().find("zorcld convert"),
+              std::string::npos);
+    CLasFile wide = LasOf(1, 5);
+    wide.adScale = {1.0, 1.0, 1.0};
+    wide.vecPnts[4].x = 300000;
+    EXPECT_EQ(GetCodes(zorcld, zorcld.Write("in.laz", LazBytes(wide, 16))), TCodes{"span"});
+}
+
+TEST(ZorcldLaz, DamagedPnts)
+{
+    const CZorcld zorcld;
+    std::string sBytes = LazBytes(LasOf(1, 100), 16);
+    sBytes[108] = 1; // 356 points
+    const std::string sFile = zorcld.Write("in.laz", sBytes);
+    EXPECT_EQ(GetCodes(zorcld, sFile), TCodes{"las-count"});
+    const CRun run = zorcld.Run({"convert", sFile, zorcld.GetPath("out.ply")});
+    EXPECT_EQ(run.nStatus, 0);
+    EXPECT_NE(run.sErr.find("its header announces 356 points, but 1"), std::string::npos) << run.sErr;
+
+    const std::string sCut = zorcld.Write("cut.laz", sBytes.substr(0, sBytes.size() - 20));
+    const CRun check = zorcld.Run({"check", sCut});
+    EXPECT_EQ(check.nStatus, 1);
+    EXPECT_NE(check.sOut.find("the table of its compressed points"), std::string::npos) << check.sOut;
+    EXPECT_EQ(zorcld.Run({"convert", sCut, zorcld.GetPath("none.ply")}).nStatus, 1);
+}
+
+} // namespace
