@@ -64,10 +64,10 @@ void RefuseMovedPnts(const CLoadFacts& facts, const std::string& sPath)
 {
     for (const CFinding& finding : facts.vecFindings)
         if (finding.pCode == std::string_view("span"))
-            throw CFailure(sPath,
-                           fmt::format("its points lie more than {} units from the first one; a zorcld that is "
-                                       "built with LASzip may convert it",
-                                       c_nReach));
+            throw CFailure(
+                sPath, fmt::format("its points lie more than {} units from the first one; a zorcld that is "
+                                   "built with LASzip may convert it",
+                                   c_nReach));
 }
 
 CLoadFacts LoadCloud(CPntCld& cloud, const CInputOptions& input, const CConsole& console)

@@ -46,7 +46,7 @@ struct CStep
 constexpr std::array<CStep, 8> c_steps = {
     {{1, 0}, {1, 1}, {0, 1}, {-1, 1}, {-1, 0}, {-1, -1}, {0, -1}, {1, -1}}};
 
-/// Looks for pixels that `isTaken(index)` takes, the first one on each of eight sides.
+/// Looks for pixels that `isTaken(x, y)` takes, the first one on each of eight sides.
 /// @param nReach  how far to look.
 template <class TIsTaken>
 CSurround FindSurround(const CPntRaster& raster, int x, int y, int nReach, TIsTaken isTaken)
@@ -59,9 +59,9 @@ CSurround FindSurround(const CPntRaster& raster, int x, int y, int nReach, TIsTa
             const int ySide = y + n * step.y;
             if (!raster.IsInside(xSide, ySide))
                 break;
-            const std::size_t i = raster.GetIndex(xSide, ySide);
-            if (!isTaken(i))
+            if (!isTaken(xSide, ySide))
                 continue;
+            const std::size_t i = raster.GetIndex(xSide, ySide);
             surround.Add(raster.vecDepth[i], raster.vecColor[i], n);
             break;
         }

@@ -18,13 +18,14 @@ namespace zorcld
 namespace
 {
 
-CArea FindArea(const CView& view, bool bLegend)
+/// Where the points go: what title, scale and legend leave.
+CArea FindArea(const CView& view, const COverlay& overlay)
 {
     const double dMargin = 0.025 * std::min(view.nWidth, view.nHeight);
     const double dTop = std::max<double>(dMargin, CalcTitleHeight(view.nWidth, view.nHeight));
-    const double dBottom =
-        std::max<double>(dMargin, view.bPlan ? CalcScaleBarHeight(view.nWidth, view.nHeight) : 0);
-    const double dRight = dMargin + (bLegend ? CalcLegendWidth(view.nWidth, view.nHeight) : 0);
+    const double dBottom = std::max<double>(dMargin, CalcScaleBarHeight(view.nWidth, view.nHeight));
+    const double dRight =
+        dMargin + (overlay.bLegend ? CalcLegendWidth(overlay, view.nWidth, view.nHeight) : 0);
     return {dMargin, dTop, view.nWidth - dMargin - dRight, view.nHeight - dTop - dBottom};
 }
 
@@ -63,40 +64,49 @@ std::string FormatSubtitle(const CPntCld& cloud, const CViewResult& result)
     return GroupDigits(result.nNumPnts) + " of " + FormatCount(cloud.GetNumPnts(), "point");
 }
 
+CViewResult DrawCloud(const CPntCld& cloud, const CView& view, bool bPhoto, const CFrame& frame,
+                      CPntRaster& raster)
+{
+    CQuery query = view.query;
+    if (view.nMaxPnts > 0)
+        query.dLod = FindLod(cloud, query, view.nMaxPnts);
+    else if (!(query.dLod > 0.0))
+        query.dLod = frame.GetUnitsPerPixel();
+    std::vector<CScreenPnt> vecPnts;
+    const CViewResult result = {CollectPnts(cloud, query, view.camera, frame, vecPnts), query.dLod};
+    CLook look;
+    look.bPhoto = bPhoto;
+    look.dPntSize = view.dPntSize;
+    Rasterize(vecPnts, frame.nScale, look, raster);
+    return result;
+}
+
 } // namespace
 
 CViewResult RenderView(const CPntCld& cloud, CViewColors& colors, const CView& view, COutFile& out)
 {
     const COverview overview = LookOver(cloud, view.query, view.camera);
-    const bool bLegend = colors.IsByHeight() && !overview.bEmpty;
     colors.GetHeightColors().SetRange(overview.zMin, overview.zMax);
+    COverlay overlay;
+    overlay.sTitle = view.sTitle;
+    overlay.sUnit = view.sUnit;
+    overlay.bLegend = colors.IsByHeight() && !overview.bEmpty;
+    overlay.bNorth = view.bPlan;
+    overlay.zMin = overview.zMin;
+    overlay.zMax = overview.zMax;
 
     CViewResult result;
     CFrame frame;
     if (!overview.bEmpty)
-        frame = FitFrame(overview, FindArea(view, bLegend), ChooseScale(view.nWidth, view.nHeight));
+        frame = FitFrame(overview, FindArea(view, overlay), ChooseScale(view.nWidth, view.nHeight));
     CPntRaster raster(view.nWidth * frame.nScale, view.nHeight * frame.nScale);
     if (!overview.bEmpty)
     {
-        CQuery query = view.query;
-        if (view.nMaxPnts > 0)
-            query.dLod = FindLod(cloud, query, view.nMaxPnts);
-        else if (!(query.dLod > 0.0))
-            query.dLod = frame.GetUnitsPerPixel();
-        std::vector<CScreenPnt> vecPnts;
-        result = {CollectPnts(cloud, query, view.camera, frame, vecPnts), query.dLod};
-        Rasterize(vecPnts, frame.nScale, !colors.IsByHeight(), false, raster);
+        result = DrawCloud(cloud, view, !colors.IsByHeight(), frame, raster);
+        overlay.dUnitsPerPixel = frame.GetUnitsPerPixel();
     }
-
-    COverlay overlay;
-    overlay.sTitle = view.sTitle;
     overlay.sSubtitle = FormatSubtitle(cloud, result) + (view.sNote.empty() ? "" : ", " + view.sNote);
-    overlay.sUnit = view.sUnit;
-    overlay.bLegend = bLegend;
-    overlay.zMin = overview.zMin;
-    overlay.zMax = overview.zMax;
-    overlay.dUnitsPerPixel = view.bPlan && !overview.bEmpty ? frame.GetUnitsPerPixel() : 0.0;
-    CPicture picture(raster, frame.nScale);
+    CPicture picture(raster, frame.nScale, view.background);
     if (!overview.bEmpty)
         DrawPaths(picture, PlaceShapes(view.overlay, view, frame));
     DrawOverlay(picture, overlay);

@@ -30,6 +30,10 @@ public:
         : m_raster(raster), m_spacing(spacing), m_nScale(nScale), m_vecFrom(raster.vecDepth),
           m_vecTo(raster.vecDepth)
     {
+        for (int y = 0; y < raster.nHeight; y += CSpacingMap::c_nTile)
+            for (int x = 0; x < raster.nWidth; x += CSpacingMap::c_nTile)
+                if (IsSeen(x, y))
+                    m_vecTiles.push_back({x, y});
     }
 
     std::vector<float> Smooth(const CNoiseMap& noise)
@@ -44,6 +48,22 @@ public:
     }
 
 private:
+    struct CTile
+    {
+        int x; // its first pixel
+        int y;
+    };
+
+    /// Is anything seen in the tile?
+    bool IsSeen(int xTile, int yTile) const
+    {
+        for (int y = yTile; y < std::min(yTile + CSpacingMap::c_nTile, m_raster.nHeight); ++y)
+            for (int x = xTile; x < std::min(xTile + CSpacingMap::c_nTile, m_raster.nWidth); ++x)
+                if (m_raster.vecDepth[m_raster.GetIndex(x, y)] != CPntRaster::c_fEmpty)
+                    return true;
+        return false;
+    }
+
     float GetDepth(int x, int y) const
     {
         return m_raster.IsInside(x, y) ? m_vecFrom[m_raster.GetIndex(x, y)] : CPntRaster::c_fEmpty;
@@ -54,24 +74,23 @@ private:
     template <class TChoose, class TFn>
     void Run(TChoose choose, TFn fn)
     {
-        bool bAny = false;
         constexpr int c_nTile = CSpacingMap::c_nTile;
-        for (int yTile = 0; yTile < m_raster.nHeight; yTile += c_nTile)
-            for (int xTile = 0; xTile < m_raster.nWidth; xTile += c_nTile)
-            {
-                const int xEnd = std::min(xTile + c_nTile, m_raster.nWidth);
-                const int yEnd = std::min(yTile + c_nTile, m_raster.nHeight);
-                const auto choice =
-                    choose(std::min(xTile + c_nTile / 2, xEnd - 1), std::min(yTile + c_nTile / 2, yEnd - 1));
-                bAny = bAny || choice;
-                for (int y = yTile; y < yEnd; ++y)
-                    for (int x = xTile; x < xEnd; ++x)
-                    {
-                        const std::size_t i = m_raster.GetIndex(x, y);
-                        const bool bDo = choice && m_vecFrom[i] != CPntRaster::c_fEmpty;
-                        m_vecTo[i] = bDo ? fn(x, y, choice) : m_vecFrom[i];
-                    }
-            }
+        bool bAny = false;
+        for (const CTile& tile : m_vecTiles)
+        {
+            const int xEnd = std::min(tile.x + c_nTile, m_raster.nWidth);
+            const int yEnd = std::min(tile.y + c_nTile, m_raster.nHeight);
+            const auto choice =
+                choose(std::min(tile.x + c_nTile / 2, xEnd - 1), std::min(tile.y + c_nTile / 2, yEnd - 1));
+            bAny = bAny || choice;
+            for (int y = tile.y; y < yEnd; ++y)
+                for (int x = tile.x; x < xEnd; ++x)
+                {
+                    const std::size_t i = m_raster.GetIndex(x, y);
+                    const bool bDo = choice && m_vecFrom[i] != CPntRaster::c_fEmpty;
+                    m_vecTo[i] = bDo ? fn(x, y, choice) : m_vecFrom[i];
+                }
+        }
         if (bAny)
             m_vecFrom.swap(m_vecTo);
     }
@@ -166,6 +185,7 @@ private:
     const CPntRaster& m_raster;
     const CSpacingMap& m_spacing;
     int m_nScale;
+    std::vector<CTile> m_vecTiles; // where anything is seen: of large pictures often little
     std::vector<float> m_vecFrom;
     std::vector<float> m_vecTo;
 };
