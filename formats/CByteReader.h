@@ -18,8 +18,7 @@ public:
     using TOnBlock = std::function<void(std::int64_t nPos, std::string_view sBlock)>;
 
     /// @param pFile  a binary stream that nothing has been read from; not null. It is at its start
-    /// afterwards,
-    ///               and unbuffered.
+    ///               afterwards, and unbuffered.
     ///
     /// Throws std::bad_alloc.
     explicit CByteReader(CFilePtr pFile);

@@ -29,9 +29,8 @@ struct CNativeHeader
 
     bool IsOriginFinite() const noexcept;
 
-    /// @return why the library does not load the file, or nothing useful from it, one line without a full
-    /// stop;
-    ///         empty: nothing found.
+    /// @return why the library does not load the file, or nothing useful from it, one line without a
+    ///         full stop; empty: nothing found.
     std::string FindCause() const;
 
     std::size_t nSize = 0;  ///< bytes of the header that are there

@@ -101,9 +101,8 @@ private:
         return nCount > 0 && nFirst >= m_nEnd && std::uint64_t{nFirst} + nCount <= m_nNumPnts;
     }
 
-    /// @return the next bytes of the file, valid until the next call; null when the file does not hold so
-    /// many,
-    ///         and the tree has then ended.
+    /// @return the next bytes of the file, valid until the next call; null when the file does not hold
+    ///         so many, and the tree has then ended.
     const unsigned char* Take(std::size_t nNumBytes)
     {
         if (static_cast<std::size_t>(m_pBlockEnd - m_pPos) < nNumBytes && !Fill(nNumBytes))

@@ -1,7 +1,7 @@
 #include <host/commands/Commands.h>
+#include <host/files/AddInputOptions.h>
 #include <host/files/CFileKind.h>
 #include <host/files/CheckFile.h>
-#include <host/files/InputOptions.h>
 #include <host/output/CConsole.h>
 #include <host/output/FormatCount.h>
 

@@ -1,4 +1,6 @@
 #include <host/commands/Commands.h>
+#include <host/files/AddInputOptions.h>
+#include <host/files/CCloudSource.h>
 #include <host/files/CFileColors.h>
 #include <host/files/CTakenPnts.h>
 #include <host/files/LoadCloud.h>

@@ -1,4 +1,5 @@
 #include <host/commands/Commands.h>
+#include <host/files/AddInputOptions.h>
 #include <host/files/CFileColors.h>
 #include <host/files/LoadCloud.h>
 #include <host/query/PlanQuery.h>

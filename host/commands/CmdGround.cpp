@@ -1,4 +1,5 @@
 #include <host/commands/Commands.h>
+#include <host/files/AddInputOptions.h>
 #include <host/files/LoadCloud.h>
 #include <host/files/SaveCloud.h>
 #include <host/output/CConsole.h>
@@ -7,6 +8,7 @@
 #include <host/output/CProgressBar.h>
 #include <host/output/FormatCount.h>
 #include <host/output/GetExtension.h>
+#include <host/output/GetFileName.h>
 #include <host/picture/CGroundPicture.h>
 #include <host/picture/CViewColors.h>
 #include <host/picture/PictureOptions.h>
@@ -18,7 +20,6 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
-#include <filesystem>
 #include <memory>
 #include <optional>
 
@@ -58,7 +59,7 @@ CGroundPicture::COptions ParsePicture(const COptions& options)
 {
     CGroundPicture::COptions picture;
     ParseSize(options.picture.sSize, picture.nWidth, picture.nHeight);
-    picture.sTitle = std::filesystem::path(options.input.sPath).filename().string();
+    picture.sTitle = GetFileName(options.input.sPath);
     picture.sUnit = options.picture.sUnit;
     return picture;
 }

@@ -1,4 +1,5 @@
 #include <host/commands/Commands.h>
+#include <host/files/AddInputOptions.h>
 #include <host/files/CFileColors.h>
 #include <host/files/CFileKind.h>
 #include <host/files/LoadCloud.h>
@@ -6,6 +7,7 @@
 #include <host/output/CConsole.h>
 #include <host/output/FormatCount.h>
 #include <host/output/GroupDigits.h>
+#include <host/output/PrintLine.h>
 #include <host/query/CalcDensity.h>
 #include <host/query/Query.h>
 #include <zor4data/CPntCld.h>
@@ -78,11 +80,6 @@ TJson CollectInfo(const CPntCld& cloud, const CInputFile& file, const CLoadFacts
         info["warnings"].push_back(finding.sText);
     file.Describe(info);
     return info;
-}
-
-void PrintLine(const char* pLabel, const std::string& sValue)
-{
-    fmt::print("{:<20}{}\n", pLabel, sValue);
 }
 
 void PrintDuplicates(const CInputFile& file, const CLoadFacts& facts)

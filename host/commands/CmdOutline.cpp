@@ -1,4 +1,5 @@
 #include <host/commands/Commands.h>
+#include <host/files/AddInputOptions.h>
 #include <host/files/LoadCloud.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
@@ -6,6 +7,7 @@
 #include <host/output/CProgressBar.h>
 #include <host/output/FormatCount.h>
 #include <host/output/GetExtension.h>
+#include <host/output/GetFileName.h>
 #include <host/output/PntWriter.h>
 #include <host/picture/CViewColors.h>
 #include <host/picture/PictureOptions.h>
@@ -22,7 +24,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <memory>
 
 namespace zorcld
@@ -139,7 +140,7 @@ void DrawOutline(const COptions& options, const CPntCld& cloud, CViewColors& col
     CView view;
     ParseSize(options.picture.sSize, view.nWidth, view.nHeight);
     view.bPlan = true;
-    view.sTitle = std::filesystem::path(options.input.sPath).filename().string();
+    view.sTitle = GetFileName(options.input.sPath);
     view.sUnit = options.picture.sUnit;
     view.sNote = fmt::format("outline at distance {:.10g}", outline.dDistance);
     view.overlay.vecPolygons.push_back({outline.GetRing(), {}});

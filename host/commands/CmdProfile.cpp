@@ -1,4 +1,5 @@
 #include <host/commands/Commands.h>
+#include <host/files/AddInputOptions.h>
 #include <host/files/LoadCloud.h>
 #include <host/output/ByteFromShare.h>
 #include <host/output/CConsole.h>
@@ -6,6 +7,7 @@
 #include <host/output/COutFile.h>
 #include <host/output/FormatCount.h>
 #include <host/output/GetExtension.h>
+#include <host/output/GetFileName.h>
 #include <host/picture/CViewColors.h>
 #include <host/picture/PictureOptions.h>
 #include <host/picture/RenderProfile.h>
@@ -20,7 +22,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <memory>
 
 namespace zorcld
@@ -100,7 +101,7 @@ void DrawProfile(const COptions& options, const CProfile& profile, CViewColors& 
 {
     CProfileView view;
     ParseSize(options.picture.sSize, view.nWidth, view.nHeight);
-    view.sTitle = std::filesystem::path(options.input.sPath).filename().string();
+    view.sTitle = GetFileName(options.input.sPath);
     view.sUnit = options.picture.sUnit;
     RenderProfile(profile, colors.IsByHeight() ? &colors.GetHeightColors() : nullptr, view, out);
 }

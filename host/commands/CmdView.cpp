@@ -1,4 +1,5 @@
 #include <host/commands/Commands.h>
+#include <host/files/AddInputOptions.h>
 #include <host/files/CFileColors.h>
 #include <host/files/LoadCloud.h>
 #include <host/output/CConsole.h>
@@ -6,6 +7,7 @@
 #include <host/output/COutFile.h>
 #include <host/output/FormatCount.h>
 #include <host/output/GetExtension.h>
+#include <host/output/GetFileName.h>
 #include <host/picture/CViewColors.h>
 #include <host/picture/PictureOptions.h>
 #include <host/picture/RenderView.h>
@@ -19,7 +21,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <memory>
 
 namespace zorcld
@@ -91,7 +92,7 @@ void MakeView(const COptions& options, const CConsole& console)
             throw CFailure(options.sOverlayPath, "holds neither a polygon nor a line");
     }
     view.nMaxPnts = options.query.nMaxPnts;
-    view.sTitle = std::filesystem::path(options.input.sPath).filename().string();
+    view.sTitle = GetFileName(options.input.sPath);
     view.sUnit = options.picture.sUnit;
 
     CViewColors colors;

@@ -1,9 +1,9 @@
+#include <host/files/CCloudSource.h>
+
 #include <host/files/CFileColors.h>
 #include <host/files/CInputFile.h>
-#include <host/files/IPntSource.h>
 #include <host/files/LoadCloud.h>
 #include <host/output/GroupDigits.h>
-
 #include <zor4data/CPntCld.h>
 
 #include <fmt/format.h>

@@ -1,7 +1,7 @@
 #include <host/files/CGridFile.h>
 
 #include <formats/AsciiGridKeys.h>
-#include <host/files/IPntSource.h>
+#include <host/files/CGridSource.h>
 
 namespace zorcld
 {

@@ -1,7 +1,8 @@
+#include <host/files/CGridSource.h>
+
 #include <formats/CAsciiGridMeaning.h>
 #include <formats/CByteReader.h>
 #include <formats/ParseDouble.h>
-#include <host/files/IPntSource.h>
 #include <host/output/CFailure.h>
 
 #include <fmt/format.h>

@@ -1,8 +1,7 @@
 #include <host/files/CInputFile.h>
+
 #include <host/files/IPntSource.h>
 #include <host/output/CFailure.h>
-
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <utility>
@@ -47,19 +46,9 @@ std::int64_t CInputFile::CountByReading()
     return nNumPnts;
 }
 
-void CInputFile::FindInPnts(const CSourceFacts&, std::vector<CFinding>&) const {}
-
-void CInputFile::FindInCloud(const CPntCld&, std::vector<CFinding>&) const {}
-
 std::int64_t CInputFile::CountRead(std::int64_t, std::vector<CFinding>&) const
 {
     return m_facts.CalcNumPnts();
 }
-
-void CInputFile::Mend(CPntCld&) const {}
-
-void CInputFile::Describe(nlohmann::ordered_json&) const {}
-
-void CInputFile::Print(const nlohmann::ordered_json&) const {}
 
 } // namespace zorcld

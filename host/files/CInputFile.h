@@ -72,10 +72,10 @@ public:
 
     /// Adds what goes wrong with the points of this kind of file when they are loaded.
     /// @param facts  from one pass over the file's source.
-    virtual void FindInPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFindings) const;
+    virtual void FindInPnts(const CSourceFacts& /*facts*/, std::vector<CFinding>& /*vecFindings*/) const {}
 
     /// Adds what went wrong with the points while the file was loaded.
-    virtual void FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindings) const;
+    virtual void FindInCloud(const CPntCld& /*cloud*/, std::vector<CFinding>& /*vecFindings*/) const {}
 
     /// How many points the library has read.
     /// @param nNumCalls    of the progress bar during the load.
@@ -84,13 +84,13 @@ public:
     virtual std::int64_t CountRead(std::int64_t nNumCalls, std::vector<CFinding>& vecFindings) const;
 
     /// Makes good in the loaded cloud what was damaged in the file and can be found again.
-    virtual void Mend(CPntCld& cloud) const;
+    virtual void Mend(CPntCld& /*cloud*/) const {}
 
     /// Adds what else the head says, for `info --json`.
-    virtual void Describe(nlohmann::ordered_json& info) const;
+    virtual void Describe(nlohmann::ordered_json& /*info*/) const {}
 
     /// Prints the same for people, on standard output, a label of 20 characters before each.
-    virtual void Print(const nlohmann::ordered_json& info) const;
+    virtual void Print(const nlohmann::ordered_json& /*info*/) const {}
 
 protected:
     CInputFile(const CFileKind& kind, const std::string& sPath, CByteReader&& reader);

@@ -1,4 +1,5 @@
 #include <host/files/CLasFile.h>
+
 #include <host/files/CLasSource.h>
 #include <host/files/FindUnreadPnts.h>
 #include <host/files/LasFacts.h>

@@ -1,6 +1,6 @@
 #include <host/files/CPlyFile.h>
 
-#include <host/files/IPntSource.h>
+#include <host/files/CPlySource.h>
 #include <host/files/PlyFindings.h>
 
 #include <algorithm>

@@ -3,9 +3,9 @@
 
 #include <formats/CPlyHeader.h>
 #include <formats/CPlyMeaning.h>
+#include <formats/CPlyWalk.h>
 #include <host/files/CFileKind.h>
 #include <host/files/CInputFile.h>
-#include <host/files/CPlyWalk.h>
 
 namespace zorcld
 {

@@ -1,8 +1,9 @@
+#include <host/files/CPlySource.h>
+
 #include <formats/CByteReader.h>
 #include <formats/CPlyMeaning.h>
 #include <formats/LittleEndian.h>
 #include <formats/ParseDouble.h>
-#include <host/files/IPntSource.h>
 #include <host/output/CFailure.h>
 
 #include <fmt/format.h>

@@ -1,7 +1,7 @@
-#include <formats/Compact.h>
-#include <host/files/CFileColors.h>
 #include <host/files/CStackedPnts.h>
 
+#include <formats/Compact.h>
+#include <host/files/CFileColors.h>
 #include <zor4data/CPntCld.h>
 
 #include <algorithm>

@@ -1,12 +1,13 @@
 #include <host/files/CTakenPnts.h>
+
 #include <host/output/CFailure.h>
+#include <host/output/GetFileName.h>
 #include <host/output/GroupDigits.h>
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 
 namespace zorcld
 {
@@ -58,8 +59,8 @@ CSourcePnt ChooseFirst(const CSourceFacts& facts)
 CTakenPnts::CTakenPnts(IPntSource& source, const std::string& sPath, const CConsole& console)
     : m_source(source)
 {
-    const CSourceFacts facts = CollectSourceFacts(
-        source, console, fmt::format("looking at {}", std::filesystem::path(sPath).filename().string()));
+    const CSourceFacts facts =
+        CollectSourceFacts(source, console, fmt::format("looking at {}", GetFileName(sPath)));
     m_summary = facts.summary;
     m_first = facts.first;
     m_bDeepColor = facts.HasDeepColor();

@@ -1,20 +1,20 @@
+#include <host/files/CheckFile.h>
+
 #include <host/files/CFileColors.h>
 #include <host/files/CStackedPnts.h>
 #include <host/files/CTakenPnts.h>
-#include <host/files/CheckFile.h>
 #include <host/files/IPntSource.h>
 #include <host/files/LoadCloud.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
+#include <host/output/GetFileName.h>
 #include <host/output/GroupDigits.h>
-
 #include <zor4data/CPntCld.h>
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <filesystem>
 
 namespace zorcld
 {
@@ -149,10 +149,10 @@ void LookAtPnts(CCheckResult& result, CInputFile& file, const CConsole& console)
             result.sCause = result.bLoaded ? TryLoad(file, result.vecFindings) : file.FindCause();
             return;
         }
-        const auto name = std::filesystem::path(result.sPath).filename().string();
         CStackedPnts stacked;
-        const CSourceFacts facts = CollectSourceFacts(*pSource, console, "checking " + name,
-                                                      [&](const CSourcePnt& pnt) { stacked.Add(pnt); });
+        const CSourceFacts facts =
+            CollectSourceFacts(*pSource, console, "checking " + GetFileName(result.sPath),
+                               [&](const CSourcePnt& pnt) { stacked.Add(pnt); });
         const std::int64_t nNumPnts = facts.summary.nNumPnts + facts.nNumNotFinite;
         result.sCause = file.FindCause(nNumPnts);
         if (!result.sCause.empty())

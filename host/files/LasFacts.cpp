@@ -1,7 +1,9 @@
+#include <host/files/LasFacts.h>
+
 #include <formats/CLasHeader.h>
 #include <formats/CLasRecords.h>
-#include <host/files/LasFacts.h>
 #include <host/output/GroupDigits.h>
+#include <host/output/PrintLine.h>
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
@@ -22,11 +24,6 @@ std::vector<std::int64_t> TrimReturns(std::vector<std::int64_t> vecNumByReturn)
     while (!vecNumByReturn.empty() && vecNumByReturn.back() == 0)
         vecNumByReturn.pop_back();
     return vecNumByReturn;
-}
-
-void PrintLine(const char* pLabel, const std::string& sValue)
-{
-    fmt::print("{:<20}{}\n", pLabel, sValue);
 }
 
 std::string FormatAxes(const TJson& values)

@@ -1,11 +1,12 @@
+#include <host/files/LoadCloud.h>
+
 #include <formats/CloudLimits.h>
 #include <host/files/CFileKind.h>
-#include <host/files/LoadCloud.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
 #include <host/output/CProgressBar.h>
-
+#include <host/output/GetFileName.h>
 #include <zor4data/CPntCld.h>
 
 #include <fmt/format.h>
@@ -13,7 +14,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <filesystem>
 #include <new>
 
 namespace zorcld
@@ -83,8 +83,7 @@ CLoadFacts LoadCloud(CPntCld& cloud, CInputFile& file, const CConsole& console)
     facts.vecFindings = fileFacts.vecFindings;
 
     const auto timeStart = CProgressBar::TClock::now();
-    CProgressBar progress(
-        console, fmt::format("reading {}", std::filesystem::path(file.GetPath()).filename().string()));
+    CProgressBar progress(console, fmt::format("reading {}", GetFileName(file.GetPath())));
     progress.Start();
     const bool bRead = ReadFile(cloud, fileFacts.bNoProgress ? nullptr : &progress, file);
     const auto timeEnd = CProgressBar::TClock::now();

@@ -2,7 +2,7 @@
 #define HOST_FILES_LOADCLOUD_H
 
 #include <host/files/CFinding.h>
-#include <host/files/InputOptions.h>
+#include <host/files/CInputOptions.h>
 
 #include <cstdint>
 #include <string>

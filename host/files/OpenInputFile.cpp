@@ -2,10 +2,10 @@
 
 #include <host/files/CFileKind.h>
 #include <host/files/CGridFile.h>
+#include <host/files/CInputOptions.h>
 #include <host/files/CLasFile.h>
 #include <host/files/CNativeFile.h>
 #include <host/files/CPlyFile.h>
-#include <host/files/InputOptions.h>
 #include <host/files/OpenByteReader.h>
 #include <host/output/CFailure.h>
 #include <host/output/GetExtension.h>

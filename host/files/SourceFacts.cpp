@@ -1,4 +1,5 @@
 #include <host/files/SourceFacts.h>
+
 #include <host/output/CConsole.h>
 #include <host/output/CProgressBar.h>
 

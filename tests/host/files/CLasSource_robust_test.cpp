@@ -1,7 +1,7 @@
 // The host's reader of LAS and LAZ on damaged files: it ends with the points that can be read or with a
 // cause, whatever the bytes are, and never delivers more points than the header announces.
+#include <host/files/CInputOptions.h>
 #include <host/files/IPntSource.h>
-#include <host/files/InputOptions.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CFailure.h>
 #include <tests/io/CMemFile.h>

@@ -1,6 +1,6 @@
 // The points of LAS and LAZ files as the host reads them: all of them, with the colours of every format.
+#include <host/files/CInputOptions.h>
 #include <host/files/IPntSource.h>
-#include <host/files/InputOptions.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CFailure.h>
 #include <tests/io/CMemFile.h>

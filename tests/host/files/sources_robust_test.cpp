@@ -1,8 +1,8 @@
 // The host's own readers on every truncation and every changed byte of small files: they end, deliver no more
 // than the file can hold, and touch no foreign memory.
 #include <formats/NativeFacts.h>
+#include <host/files/CInputOptions.h>
 #include <host/files/IPntSource.h>
-#include <host/files/InputOptions.h>
 #include <host/files/OpenByteReader.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CFailure.h>

@@ -1,11 +1,6 @@
-#include <host/files/CPlyWalk.h>
-
-#include <fmt/format.h>
+#include <formats/CPlyWalk.h>
 
 #include <algorithm>
-
-namespace zorcld
-{
 
 namespace
 {
@@ -103,9 +98,10 @@ bool CPlyWalk::AdvanceLists(const CPlyElement& element)
 void CPlyWalk::FinishCutOff()
 {
     const CPlyElement& element = GetElement();
-    Finish(element.bVertex ? fmt::format("truncated after {} of {} vertices", m_nItem, element.nAnnounced)
-                           : fmt::format("truncated after {} of {} items of element {}", m_nItem,
-                                         element.nAnnounced, m_header.GetName(element)));
+    const std::string sItems =
+        element.bVertex ? "vertices" : "items of element " + std::string(m_header.GetName(element));
+    Finish("truncated after " + std::to_string(m_nItem) + " of " + std::to_string(element.nAnnounced) + ' ' +
+           sItems);
 }
 
 void CPlyWalk::Finish(const std::string& sCause)
@@ -113,5 +109,3 @@ void CPlyWalk::Finish(const std::string& sCause)
     m_sCause = sCause;
     m_bDone = true;
 }
-
-} // namespace zorcld

@@ -1,14 +1,11 @@
-#ifndef HOST_FILES_CPLYWALK_H
-#define HOST_FILES_CPLYWALK_H
+#ifndef FORMATS_CPLYWALK_H
+#define FORMATS_CPLYWALK_H
 
 #include <formats/CPlyHeader.h>
 
 #include <cstdint>
 #include <string>
 #include <string_view>
-
-namespace zorcld
-{
 
 /// Steps over the data of a PLY file as the library reads them, to find whether they are all there. Only the
 /// counts of lists are looked at. They may come along while others read the file: each block of it is
@@ -45,7 +42,5 @@ private:
     bool m_bDone = false;
     std::string m_sCause;
 };
-
-} // namespace zorcld
 
 #endif

@@ -1,7 +1,7 @@
-#ifndef HOST_FILES_INPUTOPTIONS_H
-#define HOST_FILES_INPUTOPTIONS_H
+#ifndef HOST_FILES_ADDINPUTOPTIONS_H
+#define HOST_FILES_ADDINPUTOPTIONS_H
 
-#include <string>
+#include <host/files/CInputOptions.h>
 
 namespace CLI
 {
@@ -10,13 +10,6 @@ class App;
 
 namespace zorcld
 {
-
-/// The file that a command reads, as the command line gives it.
-struct CInputOptions
-{
-    std::string sPath;
-    std::string sType; ///< empty: found out
-};
 
 /// Adds --type.
 void AddTypeOption(CLI::App& command, std::string& sType);

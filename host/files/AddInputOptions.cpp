@@ -1,5 +1,6 @@
+#include <host/files/AddInputOptions.h>
+
 #include <host/files/CFileKind.h>
-#include <host/files/InputOptions.h>
 #include <host/files/OpenInputFile.h>
 
 #include <CLI/CLI.hpp>
