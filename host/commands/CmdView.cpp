@@ -107,6 +107,8 @@ void MakeView(const COptions& options, const CConsole& console)
     COutFile out(options.sOutPath);
     const CViewResult result = RenderView(cloud, colors, view, out);
     out.Commit();
+    if (!result.sProportions.empty())
+        console.Note(fmt::format("{}: {}", options.input.sPath, result.sProportions));
     fmt::print("{}: {} x {}, {} {}{}\n", options.sOutPath, view.nWidth, view.nHeight, result.nNumPnts,
                WithPlural("point", result.nNumPnts),
                result.dLod > 0.0 ? fmt::format(", level of detail {:.4g}", result.dLod) : std::string());

@@ -6,6 +6,7 @@
 #include <host/picture/CViewColors.h>
 #include <host/picture/DrawOverlay.h>
 #include <host/picture/DrawPaths.h>
+#include <host/picture/FindProportions.h>
 #include <host/picture/ViewRaster.h>
 #include <zor4data/CPntCld.h>
 
@@ -30,7 +31,8 @@ CArea FindArea(const CView& view, const COverlay& overlay)
 }
 
 /// The shapes as lines on the picture, in its pixels; rings closed.
-std::vector<std::vector<CPixel>> PlaceShapes(const CShapes& shapes, const CView& view, const CFrame& frame)
+std::vector<std::vector<CPixel>> PlaceShapes(const CShapes& shapes, const CCamera& camera,
+                                             const CFrame& frame)
 {
     std::vector<std::vector<CPixel>> vecPaths;
     const auto add = [&](const TRing& ring, bool bClosed)
@@ -38,7 +40,7 @@ std::vector<std::vector<CPixel>> PlaceShapes(const CShapes& shapes, const CView&
         std::vector<CPixel> vecPath;
         for (const zor::geom::PNT_2D& pnt : ring)
         {
-            const CViewPnt viewPnt = view.camera.Project(zor::geom::PNT_3D(pnt.x, pnt.y, 0.0));
+            const CViewPnt viewPnt = camera.Project(zor::geom::PNT_3D(pnt.x, pnt.y, 0.0));
             vecPath.push_back({(viewPnt.x - frame.xOrg) * frame.dPerUnit / frame.nScale,
                                (frame.yOrg - viewPnt.y) * frame.dPerUnit / frame.nScale});
         }
@@ -64,16 +66,16 @@ std::string FormatSubtitle(const CPntCld& cloud, const CViewResult& result)
     return GroupDigits(result.nNumPnts) + " of " + FormatCount(cloud.GetNumPnts(), "point");
 }
 
-CViewResult DrawCloud(const CPntCld& cloud, const CView& view, bool bPhoto, const CFrame& frame,
-                      CPntRaster& raster)
+CViewResult DrawCloud(const CPntCld& cloud, const CView& view, const CCamera& camera, bool bPhoto,
+                      const CFrame& frame, CPntRaster& raster)
 {
     CQuery query = view.query;
     if (view.nMaxPnts > 0)
         query.dLod = FindLod(cloud, query, view.nMaxPnts);
     else if (!(query.dLod > 0.0))
-        query.dLod = frame.GetUnitsPerPixel();
+        query.dLod = frame.GetUnitsPerPixel() / camera.GetLargestStretch();
     std::vector<CScreenPnt> vecPnts;
-    const CViewResult result = {CollectPnts(cloud, query, view.camera, frame, vecPnts), query.dLod};
+    const CViewResult result = {CollectPnts(cloud, query, camera, frame, vecPnts), query.dLod, {}};
     CLook look;
     look.bPhoto = bPhoto;
     look.dPntSize = view.dPntSize;
@@ -85,7 +87,14 @@ CViewResult DrawCloud(const CPntCld& cloud, const CView& view, bool bPhoto, cons
 
 CViewResult RenderView(const CPntCld& cloud, CViewColors& colors, const CView& view, COutFile& out)
 {
-    const COverview overview = LookOver(cloud, view.query, view.camera);
+    CCamera camera = view.camera;
+    COverview overview = LookOver(cloud, view.query, camera);
+    const CProportions proportions = FindProportions(overview, view.bPlan);
+    if (proportions.bDegrees)
+    {
+        camera.SetStretch(proportions.stretch);
+        overview = LookOver(cloud, view.query, camera);
+    }
     colors.GetHeightColors().SetRange(overview.zMin, overview.zMax);
     COverlay overlay;
     overlay.sTitle = view.sTitle;
@@ -102,13 +111,18 @@ CViewResult RenderView(const CPntCld& cloud, CViewColors& colors, const CView& v
     CPntRaster raster(view.nWidth * frame.nScale, view.nHeight * frame.nScale);
     if (!overview.bEmpty)
     {
-        result = DrawCloud(cloud, view, !colors.IsByHeight(), frame, raster);
+        result = DrawCloud(cloud, view, camera, !colors.IsByHeight(), frame, raster);
         overlay.dUnitsPerPixel = frame.GetUnitsPerPixel();
     }
-    overlay.sSubtitle = FormatSubtitle(cloud, result) + (view.sNote.empty() ? "" : ", " + view.sNote);
+    result.sProportions = proportions.Format();
+    if (proportions.bDegrees)
+        overlay.sScaleUnit = "m";
+    overlay.sSubtitle = FormatSubtitle(cloud, result);
+    for (const std::string& sNote : {view.sNote, result.sProportions})
+        overlay.sSubtitle += sNote.empty() ? "" : ", " + sNote;
     CPicture picture(raster, frame.nScale, view.background);
     if (!overview.bEmpty)
-        DrawPaths(picture, PlaceShapes(view.overlay, view, frame));
+        DrawPaths(picture, PlaceShapes(view.overlay, camera, frame));
     DrawOverlay(picture, overlay);
     picture.WritePng(out);
     return result;

@@ -38,6 +38,7 @@ struct CViewResult
 {
     std::int64_t nNumPnts = 0; ///< points drawn
     double dLod = 0.0;         ///< spacing that was asked for; 0: every point
+    std::string sProportions;  ///< what must be told of them; empty: as the coordinates are
 };
 
 /// Draws what the cloud delivers and writes it as PNG, not yet committed.

@@ -22,6 +22,14 @@ constexpr double c_dLowShare = 0.02;            // of the points lie below the r
 constexpr float c_fPhotoStrength = 0.55F;       // of the shading: photographs have their own
 constexpr std::int64_t c_nFinePixels = 4000000; // four raster pixels each: 240 MB
 
+void Add(const zor::geom::PNT_3D& pnt, bool bFirst, zor::geom::RECT_3D& box)
+{
+    if (bFirst)
+        box = {pnt.x, pnt.y, pnt.z, pnt.x, pnt.y, pnt.z};
+    box = {std::min(box.xmin, pnt.x), std::min(box.ymin, pnt.y), std::min(box.zmin, pnt.z),
+           std::max(box.xmax, pnt.x), std::max(box.ymax, pnt.y), std::max(box.zmax, pnt.z)};
+}
+
 } // namespace
 
 COverview LookOver(const CPntCld& cloud, CQuery query, const CCamera& camera)
@@ -37,6 +45,7 @@ COverview LookOver(const CPntCld& cloud, CQuery query, const CCamera& camera)
                        return;
                    const CViewPnt viewPnt = camera.Project(pnt.m_pnt);
                    overview.extent.Add(viewPnt);
+                   Add(pnt.m_pnt, vecHeights.empty(), overview.box);
                    dNear = std::min(dNear, viewPnt.dDepth);
                    vecHeights.push_back(pnt.m_pnt.z);
                });

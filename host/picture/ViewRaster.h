@@ -5,6 +5,7 @@
 #include <host/picture/CPntRaster.h>
 #include <host/picture/CScreenPnt.h>
 #include <host/query/Query.h>
+#include <zor3geom/RECT_3D.h>
 
 #include <cstdint>
 #include <vector>
@@ -21,8 +22,9 @@ namespace zorcld
 struct COverview
 {
     CViewExtent extent;
-    double dNear = 0.0; ///< least depth
-    double zMin = 0.0;  ///< some points in a hundred lie below it, as many above zMax
+    zor::geom::RECT_3D box; ///< of the coordinates; undefined when empty
+    double dNear = 0.0;     ///< least depth
+    double zMin = 0.0;      ///< some points in a hundred lie below it, as many above zMax
     double zMax = 0.0;
     bool bEmpty = true;
 };
