@@ -52,6 +52,7 @@ private:
         static constexpr std::array<int, 3> c_radii = {1, 2, 5};
         static constexpr std::array<float, 3> c_weights = {0.5F, 0.5F, 0.35F}; // wide halos stay faint
         const float fDepth = m_vecDepth[m_raster.GetIndex(x, y)];
+        const float fNoise = c_fNoDome * m_noise.GetHeight(x, y);
         float fBehind = 0.0F;
         for (std::size_t k = 0; k < c_radii.size(); ++k)
         {
@@ -61,7 +62,7 @@ private:
             {
                 const float f1 = GetDepth(x + n * dir[0], y + n * dir[1], fDepth);
                 const float f2 = GetDepth(x - n * dir[0], y - n * dir[1], fDepth);
-                const float fBelow = (fDepth - 0.5F * (f1 + f2)) / static_cast<float>(n);
+                const float fBelow = (fDepth - 0.5F * (f1 + f2) - fNoise) / static_cast<float>(n);
                 fSum += std::clamp(fBelow, 0.0F, c_fDomeLimit);
             }
             fBehind += c_weights[k] * fSum / static_cast<float>(c_dirs.size());
