@@ -13,10 +13,10 @@ namespace
 {
 
 constexpr float c_fDomeStrength = 0.9F;
-constexpr float c_fNoise = 4.5F;       // noise bends by no more, times the distance between points
-constexpr float c_fNoDome = 0.7F;      // where all is noise, so much less is darkened
-constexpr float c_fDomeLimit = 1.2F;   // steps steeper than this darken no further
-constexpr float c_fLightShare = 0.42F; // the rest falls evenly from everywhere
+constexpr float c_fNoise = 4.5F;  // noise bends by no more, times the distance between points
+constexpr float c_fNoDome = 0.7F; // what lies behind by no more, times the height of noise, is not darkened
+constexpr float c_fDomeLimit = 1.2F;                            // steps steeper than this darken no further
+constexpr float c_fLightShare = 0.42F;                          // the rest falls evenly from everywhere
 constexpr std::array<float, 3> c_light = {-0.45F, 0.60F, 1.0F}; // right, up, towards the viewer
 
 class CShader
