@@ -40,8 +40,10 @@ void CQuery3D<T>::GetPnts_Lod(double dLod) const
     tree.m_nNumPntsDelivered = 0;
 }
 
+/// What both clipped queries have in common. Calls `walk(tree, listener, stack)`; without a root, nothing.
 template <class T>
-void CQuery3D<T>::GetPnts_Clip(const std::vector<zor::geom::PLANE_3D>& vecPlanes) const
+template <class TFn>
+void CQuery3D<T>::WalkClipped(const std::vector<zor::geom::PLANE_3D>& vecPlanes, TFn walk) const
 {
     COcTreeListener<T> listener(m_pListener, m_store, m_nBatch);
     if (!HasRoot(m_store))
@@ -49,8 +51,16 @@ void CQuery3D<T>::GetPnts_Clip(const std::vector<zor::geom::PLANE_3D>& vecPlanes
     COcTreeIndex& tree = *m_store.m_pTree;
     CClipPlanes stack(vecPlanes, m_store.m_fOrgX, m_store.m_fOrgY, m_store.m_fOrgZ);
     ResetCounters(tree);
-    CWalkClip<T>(tree, listener, stack).WalkNode(*tree.m_pRoot, tree.GetRootCube(), stack.GetAll());
+    walk(tree, listener, stack);
     listener.OnLeafEnd();
+}
+
+template <class T>
+void CQuery3D<T>::GetPnts_Clip(const std::vector<zor::geom::PLANE_3D>& vecPlanes) const
+{
+    WalkClipped(
+        vecPlanes, [](COcTreeIndex& tree, COcTreeListener<T>& listener, CClipPlanes& stack)
+        { CWalkClip<T>(tree, listener, stack).WalkNode(*tree.m_pRoot, tree.GetRootCube(), stack.GetAll()); });
 }
 
 template <class T>
@@ -61,15 +71,12 @@ void CQuery3D<T>::GetPnts_LodClip(double dLod, const std::vector<zor::geom::PLAN
         GetPnts_Clip(vecPlanes);
         return;
     }
-    COcTreeListener<T> listener(m_pListener, m_store, m_nBatch);
-    if (!HasRoot(m_store))
-        return;
-    COcTreeIndex& tree = *m_store.m_pTree;
-    CClipPlanes stack(vecPlanes, m_store.m_fOrgX, m_store.m_fOrgY, m_store.m_fOrgZ);
-    ResetCounters(tree);
-    CWalkLodClip<T>(tree, listener, stack, CalcLodDepth(tree.m_nEdge, dLod))
-        .WalkNode(*tree.m_pRoot, tree.GetRootCube(), stack.GetAll(), 0);
-    listener.OnLeafEnd();
+    WalkClipped(vecPlanes,
+                [dLod](COcTreeIndex& tree, COcTreeListener<T>& listener, CClipPlanes& stack)
+                {
+                    CWalkLodClip<T>(tree, listener, stack, CalcLodDepth(tree.m_nEdge, dLod))
+                        .WalkNode(*tree.m_pRoot, tree.GetRootCube(), stack.GetAll(), 0);
+                });
 }
 
 template class CQuery3D<CTruncPnt>;

@@ -34,6 +34,9 @@ public:
     void GetPnts_LodClip(double dLod, const std::vector<zor::geom::PLANE_3D>& vecPlanes) const;
 
 private:
+    template <class TFn>
+    void WalkClipped(const std::vector<zor::geom::PLANE_3D>& vecPlanes, TFn walk) const;
+
     const COcTreeData<T>& m_store;
     IPntCldListener* m_pListener;
     int m_nBatch;
