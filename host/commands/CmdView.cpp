@@ -37,6 +37,8 @@ struct COptions
     CPictureOptions picture;
     std::string sFrom = "plan";
     std::string sOverlayPath;
+    std::string sBackground = "dark";
+    double dPntSize = 0.0;
 };
 
 CCamera ParseFrom(const std::string& sFrom)
@@ -79,6 +81,8 @@ void MakeView(const COptions& options, const CConsole& console)
     view.query = ParseQuery(options.query);
     ParseSize(options.picture.sSize, view.nWidth, view.nHeight);
     view.bPlan = options.sFrom == "plan";
+    view.background = ParseBackground(options.sBackground);
+    view.dPntSize = options.dPntSize;
     if (!options.sOverlayPath.empty() && !view.bPlan)
         throw CUsageError("--overlay: shapes have no heights, they can be drawn from above only");
     if (!options.sOverlayPath.empty())
@@ -103,6 +107,8 @@ void MakeView(const COptions& options, const CConsole& console)
     COutFile out(options.sOutPath);
     const CViewResult result = RenderView(cloud, colors, view, out);
     out.Commit();
+    if (!result.sProportions.empty())
+        console.Note(fmt::format("{}: {}", options.input.sPath, result.sProportions));
     fmt::print("{}: {} x {}, {} {}{}\n", options.sOutPath, view.nWidth, view.nHeight, result.nNumPnts,
                WithPlural("point", result.nNumPnts),
                result.dLod > 0.0 ? fmt::format(", level of detail {:.4g}", result.dLod) : std::string());
@@ -128,6 +134,14 @@ void AddViewCommand(CLI::App& app, const CConsole& console)
         ->add_option("--overlay", pOptions->sOverlayPath,
                      "Draw the polygons and lines of a file over the points: .geojson, .wkt or .csv")
         ->type_name("FILE");
+    pCommand
+        ->add_option("--point-size", pOptions->dPntSize,
+                     "Diameter of all points, pixels; by default they are as large as the gaps between them")
+        ->check(CLI::Range(0.5, 200.0))
+        ->type_name("N");
+    pCommand->add_option("--background", pOptions->sBackground, "What is shown where no points are")
+        ->capture_default_str()
+        ->type_name("dark|light|transparent|#rrggbb");
     AddQueryOptions(*pCommand, pOptions->query);
     pCommand->footer("Without --lod and --points the level of detail follows the picture's resolution.");
     pCommand->callback([pOptions, &console] { MakeView(*pOptions, console); });

@@ -34,6 +34,14 @@ struct CViewExtent
     }
 };
 
+/// How many times as large coordinates are drawn, before they are projected.
+struct CStretch
+{
+    double x = 1.0;
+    double y = 1.0;
+    double z = 1.0;
+};
+
 /// Parallel projection along one direction.
 class CCamera
 {
@@ -45,16 +53,25 @@ public:
     /// North up, east to the right.
     static CCamera Plan() { return {180.0, 90.0}; }
 
+    void SetStretch(const CStretch& stretch) { m_stretch = stretch; }
+
+    /// The largest change of place on the picture plane for a change of coordinates.
+    double GetLargestStretch() const { return std::max({m_stretch.x, m_stretch.y, m_stretch.z}); }
+
     CViewPnt Project(const zor::geom::PNT_3D& pnt) const
     {
-        return {m_right.x * pnt.x + m_right.y * pnt.y, m_up.x * pnt.x + m_up.y * pnt.y + m_up.z * pnt.z,
-                -(m_viewer.x * pnt.x + m_viewer.y * pnt.y + m_viewer.z * pnt.z)};
+        const double x = m_stretch.x * pnt.x;
+        const double y = m_stretch.y * pnt.y;
+        const double z = m_stretch.z * pnt.z;
+        return {m_right.x * x + m_right.y * y, m_up.x * x + m_up.y * y + m_up.z * z,
+                -(m_viewer.x * x + m_viewer.y * y + m_viewer.z * z)};
     }
 
 private:
     zor::geom::PNT_3D m_viewer; // unit vectors
     zor::geom::PNT_3D m_right;
     zor::geom::PNT_3D m_up;
+    CStretch m_stretch;
 };
 
 } // namespace zorcld

@@ -55,7 +55,11 @@ void CGroundPicture::FitParts()
     const int h = m_options.nHeight;
     const double m = CalcZoom(w, h);
     const double dMargin = 0.025 * std::min(w, h);
-    const double dRight = dMargin + (m_options.bByHeight ? CalcLegendWidth(w, h) : 0);
+    COverlay overlay;
+    overlay.sUnit = m_options.sUnit;
+    overlay.zMin = m_overview.zMin;
+    overlay.zMax = m_overview.zMax;
+    const double dRight = dMargin + (m_options.bByHeight ? CalcLegendWidth(overlay, w, h) : 0);
     const double dTop = CalcTitleHeight(w, h);
     const CArea all{dMargin, dTop, w - dMargin - dRight, h - dTop - CalcScaleBarHeight(w, h)};
     const CArea beside{0.0, c_dCaption * m, (all.dWidth - c_dGap * m) / 2.0, all.dHeight - c_dCaption * m};
@@ -73,7 +77,9 @@ void CGroundPicture::FitParts()
         m_frames[i] = FitFrame(m_overview, area, nScale);
         const CViewExtent& e = m_overview.extent;
         m_captions[i] = {(e.xmin - m_frames[i].xOrg) / m_frames[i].GetUnitsPerPixel(),
-                         (m_frames[i].yOrg - e.ymax) / m_frames[i].GetUnitsPerPixel() - 10.0 * m, 0.0, 0.0};
+                         (m_frames[i].yOrg - e.ymax) / m_frames[i].GetUnitsPerPixel() - 10.0 * m,
+                         area.x + area.dWidth - (e.xmin - m_frames[i].xOrg) / m_frames[i].GetUnitsPerPixel(),
+                         0.0};
     }
 }
 
@@ -114,7 +120,10 @@ void CGroundPicture::Write(COutFile& out)
         ColorByHeight();
     const int nScale = ChooseScale(m_options.nWidth, m_options.nHeight);
     CPntRaster raster(m_options.nWidth * nScale, m_options.nHeight * nScale);
-    Rasterize(m_vecPnts, nScale, !m_options.bByHeight, true, raster);
+    CLook look;
+    look.bPhoto = !m_options.bByHeight;
+    look.bKeepHoles = true;
+    Rasterize(m_vecPnts, nScale, look, raster);
 
     COverlay overlay;
     overlay.sTitle = m_options.sTitle;
@@ -124,9 +133,10 @@ void CGroundPicture::Write(COutFile& out)
     overlay.zMin = m_overview.zMin;
     overlay.zMax = m_overview.zMax;
     overlay.dUnitsPerPixel = m_overview.bEmpty ? 0.0 : m_frames[0].GetUnitsPerPixel();
+    overlay.bNorth = !m_overview.bEmpty;
     if (!m_overview.bEmpty)
-        overlay.vecCaptions = {{m_captions[0].x, m_captions[0].y, "All points"},
-                               {m_captions[1].x, m_captions[1].y, "Ground"}};
+        overlay.vecCaptions = {{m_captions[0].x, m_captions[0].y, m_captions[0].dWidth, "All points"},
+                               {m_captions[1].x, m_captions[1].y, m_captions[1].dWidth, "Ground"}};
     CPicture picture(raster, nScale);
     DrawOverlay(picture, overlay);
     picture.WritePng(out);

@@ -23,7 +23,21 @@ std::string WithUnit(const std::string& sNumber, const std::string& sUnit)
     return sUnit.empty() ? sNumber : sNumber + " " + sUnit;
 }
 
-CPen::CPen(cairo_surface_t* pSurface, double dZoom) : m_pCairo(cairo_create(pSurface)), m_dZoom(dZoom)
+double CalcTextWidth(const std::string& sText, double dSize)
+{
+    cairo_surface_t* const pSurface = cairo_image_surface_create(CAIRO_FORMAT_A8, 1, 1);
+    double dWidth = 0.0;
+    {
+        CPen pen(pSurface, 1.0, CBackground());
+        pen.SetFont(dSize, false);
+        dWidth = pen.CalcTextWidth(sText);
+    }
+    cairo_surface_destroy(pSurface);
+    return dWidth;
+}
+
+CPen::CPen(cairo_surface_t* pSurface, double dZoom, const CBackground& background)
+    : m_pCairo(cairo_create(pSurface)), m_dZoom(dZoom), m_background(background)
 {
     SetFont(15.0, false);
 }
@@ -43,15 +57,32 @@ void CPen::SetFont(double dSize, bool bBold)
 double CPen::CalcTextWidth(const std::string& sText) const
 {
     cairo_text_extents_t extents;
-    cairo_text_extents(m_pCairo, sText.c_str(), &extents);
+    cairo_text_extents(m_pCairo, MakePrintable(sText).c_str(), &extents);
     return extents.x_advance;
+}
+
+std::string CPen::Fit(const std::string& sText, double dMaxWidth, enumCut eCut) const
+{
+    return FitText(MakePrintable(sText), dMaxWidth, eCut,
+                   [this](const std::string& sPart) { return CalcTextWidth(sPart); });
 }
 
 void CPen::Text(double x, double y, double dAlign, const std::string& sText, double dAlpha)
 {
-    cairo_move_to(m_pCairo, std::round(x - dAlign * CalcTextWidth(sText)), std::round(y));
-    cairo_set_source_rgba(m_pCairo, 0.93, 0.95, 0.97, dAlpha);
-    cairo_show_text(m_pCairo, sText.c_str());
+    const std::string sPrintable = MakePrintable(sText); // another would end all drawing
+    const double xStart = std::round(x - dAlign * CalcTextWidth(sPrintable));
+    if (m_background.bClear) // whatever comes behind it
+    {
+        cairo_move_to(m_pCairo, xStart, std::round(y));
+        cairo_text_path(m_pCairo, sPrintable.c_str());
+        cairo_set_line_width(m_pCairo, 3.0 * m_dZoom);
+        cairo_set_line_join(m_pCairo, CAIRO_LINE_JOIN_ROUND);
+        SetColor(m_background.GetPanelColor(), 0.7);
+        cairo_stroke(m_pCairo);
+    }
+    cairo_move_to(m_pCairo, xStart, std::round(y));
+    SetColor(m_background.GetTextColor(), dAlpha);
+    cairo_show_text(m_pCairo, sPrintable.c_str());
     cairo_new_path(m_pCairo);
 }
 
@@ -67,8 +98,22 @@ void CPen::TextUpwards(double x, double y, const std::string& sText, double dAlp
 void CPen::Rect(double x, double y, double dWidth, double dHeight, const CRgb& color, double dAlpha)
 {
     cairo_rectangle(m_pCairo, x, y, dWidth, dHeight);
-    cairo_set_source_rgba(m_pCairo, color.r / 255.0, color.g / 255.0, color.b / 255.0, dAlpha);
+    SetColor(color, dAlpha);
     cairo_fill(m_pCairo);
+}
+
+void CPen::Fill(const std::vector<CPixel>& vecCorners, const CRgb& color, double dAlpha)
+{
+    cairo_new_path(m_pCairo);
+    for (const CPixel& pixel : vecCorners)
+        cairo_line_to(m_pCairo, pixel.x, pixel.y);
+    SetColor(color, dAlpha);
+    cairo_fill(m_pCairo);
+}
+
+void CPen::SetColor(const CRgb& color, double dAlpha)
+{
+    cairo_set_source_rgba(m_pCairo, color.r / 255.0, color.g / 255.0, color.b / 255.0, dAlpha);
 }
 
 void CPen::Panel(double x, double y, double dWidth, double dHeight)
@@ -80,7 +125,7 @@ void CPen::Panel(double x, double y, double dWidth, double dHeight)
     cairo_arc(m_pCairo, x + r, y + dHeight - r, r, 90.0 * c_dRadians, 180.0 * c_dRadians);
     cairo_arc(m_pCairo, x + r, y + r, r, 180.0 * c_dRadians, 270.0 * c_dRadians);
     cairo_close_path(m_pCairo);
-    cairo_set_source_rgba(m_pCairo, 0.06, 0.07, 0.09, 0.62);
+    SetColor(m_background.GetPanelColor(), 0.62);
     cairo_fill(m_pCairo);
 }
 
@@ -90,7 +135,7 @@ void CPen::Paths(const std::vector<std::vector<CPixel>>& vecPaths, double dWidth
     cairo_set_line_join(m_pCairo, CAIRO_LINE_JOIN_ROUND);
     cairo_set_line_cap(m_pCairo, CAIRO_LINE_CAP_ROUND);
     cairo_set_line_width(m_pCairo, dWidth);
-    cairo_set_source_rgba(m_pCairo, color.r / 255.0, color.g / 255.0, color.b / 255.0, dAlpha);
+    SetColor(color, dAlpha);
     for (const std::vector<CPixel>& vecPath : vecPaths)
     {
         cairo_new_sub_path(m_pCairo);

@@ -1,7 +1,8 @@
 #ifndef HOST_PICTURE_CPEN_H
 #define HOST_PICTURE_CPEN_H
 
-#include <host/picture/CRgb.h>
+#include <host/picture/CBackground.h>
+#include <host/picture/FitText.h>
 
 #include <cairo.h>
 
@@ -24,11 +25,15 @@ struct CPixel
     double y;
 };
 
+/// Width of a text, pixels, in regular letters of this size.
+double CalcTextWidth(const std::string& sText, double dSize);
+
 /// Draws in pixels of a picture whose labels are `dZoom` times their common size.
 class CPen
 {
 public:
-    CPen(cairo_surface_t* pSurface, double dZoom);
+    /// @param background  texts are to be read on it.
+    CPen(cairo_surface_t* pSurface, double dZoom, const CBackground& background);
     ~CPen();
     CPen(const CPen&) = delete;
     CPen& operator=(const CPen&) = delete;
@@ -37,6 +42,11 @@ public:
 
     void SetFont(double dSize, bool bBold);
     double CalcTextWidth(const std::string& sText) const;
+
+    /// The text in the current font, cut where it is wider than this.
+    std::string Fit(const std::string& sText, double dMaxWidth, enumCut eCut = Cut_End) const;
+
+    const CBackground& GetBackground() const { return m_background; }
 
     /// Writes a line of text whose foot lies at y.
     /// @param dAlign  0: the text begins at x, 0.5: its middle lies there, 1: it ends there.
@@ -47,7 +57,10 @@ public:
 
     void Rect(double x, double y, double dWidth, double dHeight, const CRgb& color, double dAlpha = 1.0);
 
-    /// Draws a dark, half transparent rectangle with round corners.
+    /// Fills the polygon.
+    void Fill(const std::vector<CPixel>& vecCorners, const CRgb& color, double dAlpha = 1.0);
+
+    /// Draws a half transparent rectangle with round corners, for texts to lie upon.
     void Panel(double x, double y, double dWidth, double dHeight);
 
     /// Draws lines from place to place of each path.
@@ -55,8 +68,11 @@ public:
                double dAlpha = 1.0);
 
 private:
+    void SetColor(const CRgb& color, double dAlpha);
+
     cairo_t* m_pCairo;
     double m_dZoom;
+    CBackground m_background;
 };
 
 } // namespace zorcld

@@ -13,12 +13,12 @@ namespace zorcld
 
 class COutFile;
 
-/// A picture of points over a plain background, to be drawn upon: DrawOverlay, DrawAxes, DrawPaths.
+/// A picture of points over a background, to be drawn upon: DrawOverlay, DrawAxes, DrawPaths.
 class CPicture
 {
 public:
-    /// Averages `nScale` × `nScale` raster pixels into one over a plain background.
-    CPicture(const CPntRaster& raster, int nScale);
+    /// Averages `nScale` × `nScale` raster pixels into one over the background.
+    CPicture(const CPntRaster& raster, int nScale, const CBackground& background = CBackground());
 
     int GetWidth() const { return m_nWidth; }
     int GetHeight() const { return m_nHeight; }
@@ -38,6 +38,7 @@ private:
 
     int m_nWidth;
     int m_nHeight;
+    CBackground m_background;
     std::unique_ptr<cairo_surface_t, CDestroy> m_pSurface;
 };
 

@@ -10,7 +10,8 @@
 namespace zorcld
 {
 
-/// A picture of points before it is shaded: what is seen at each pixel and how far away.
+/// A picture of points before it is shaded: what is seen at each pixel and how far away. Seven bytes a
+/// pixel: large pictures must fit into memory, several times where they are worked upon.
 struct CPntRaster
 {
     static constexpr float c_fEmpty = std::numeric_limits<float>::infinity();
@@ -32,7 +33,7 @@ struct CPntRaster
     int nWidth;
     int nHeight;
     std::vector<float> vecDepth; ///< c_fEmpty: nothing is seen
-    std::vector<CRgb> vecColor;
+    std::vector<CRgbBytes> vecColor;
 };
 
 } // namespace zorcld

@@ -57,23 +57,32 @@ void Invert(TMask& mask)
 
 void CloseHoles(CPntRaster& raster, int nRadius)
 {
-    TMask mask(raster.vecDepth.size());
-    for (std::size_t i = 0; i < mask.size(); ++i)
-        mask[i] = raster.vecDepth[i] == CPntRaster::c_fEmpty ? 0 : 1;
-    TMask open = Grow(mask, raster.nWidth, raster.nHeight, nRadius);
-    Invert(open); // centres of empty discs
-    open = Grow(open, raster.nWidth, raster.nHeight, nRadius);
-
-    const CPntRaster before = raster;
-    std::size_t i = 0;
+    // All around there is room for empty discs: what lies between the points and the edge is no hole.
+    const int nWidth = raster.nWidth + 2 * nRadius;
+    const int nHeight = raster.nHeight + 2 * nRadius;
+    const auto getIndex = [&](int x, int y)
+    {
+        return static_cast<std::size_t>(y + nRadius) * static_cast<std::size_t>(nWidth) +
+               static_cast<std::size_t>(x + nRadius);
+    };
+    TMask mask(static_cast<std::size_t>(nWidth) * static_cast<std::size_t>(nHeight));
     for (int y = 0; y < raster.nHeight; ++y)
-        for (int x = 0; x < raster.nWidth; ++x, ++i)
+        for (int x = 0; x < raster.nWidth; ++x)
+            mask[getIndex(x, y)] = raster.vecDepth[raster.GetIndex(x, y)] == CPntRaster::c_fEmpty ? 0 : 1;
+    TMask open = Grow(mask, nWidth, nHeight, nRadius);
+    Invert(open); // centres of empty discs
+    open = Grow(open, nWidth, nHeight, nRadius);
+
+    for (int y = 0; y < raster.nHeight; ++y)
+        for (int x = 0; x < raster.nWidth; ++x)
         {
-            if (mask[i] != 0 || open[i] != 0)
+            if (mask[getIndex(x, y)] != 0 || open[getIndex(x, y)] != 0)
                 continue;
-            const CSurround surround = FindSurround(before, x, y, 3 * nRadius, CPntRaster::c_fEmpty, 1);
+            const auto isSeen = [&](int xSide, int ySide) { return mask[getIndex(xSide, ySide)] != 0; };
+            const CSurround surround = FindSurround(raster, x, y, 3 * nRadius, isSeen); // closed ones are not
             if (surround.GetNumSides() == 0)
                 continue;
+            const std::size_t i = raster.GetIndex(x, y);
             raster.vecDepth[i] = surround.GetDepth();
             raster.vecColor[i] = surround.GetColor();
         }

@@ -23,9 +23,18 @@ struct CAxes
     double dMaxX = 0.0;
     double dMinY = 0.0;
     double dMaxY = 0.0;
+    double dFont = 15.0; ///< of the labels at the left, pixels at common size
 };
 
-/// Draws the frame, the scales and the texts of a diagram over a picture.
+/// Size of letters with which labels from `dMin` to `dMax` fit to the left of a diagram, pixels at common
+/// size.
+double CalcAxisFont(double dMin, double dMax, int nWidth, int nHeight);
+
+/// Space to the left of a diagram that these labels and the title of the scale take, pixels.
+double CalcAxisRoom(double dMin, double dMax, double dFont, int nWidth, int nHeight);
+
+/// Draws the frame, the scales and the texts of a diagram over a picture. Texts that are too long are cut
+/// with an ellipsis, numbers never are, and labels do not touch.
 void DrawAxes(CPicture& picture, const CAxes& axes);
 
 } // namespace zorcld

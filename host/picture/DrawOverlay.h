@@ -14,6 +14,7 @@ struct CCaption
 {
     double x;
     double y;
+    double dMaxWidth;
     std::string sText;
 };
 
@@ -26,15 +27,19 @@ struct COverlay
     bool bLegend = false; ///< ramp of heights from zMin to zMax
     double zMin = 0.0;
     double zMax = 0.0;
-    double dUnitsPerPixel = 0.0; ///< for the scale bar; 0: none
+    double dUnitsPerPixel = 0.0; ///< for the scale bar, across the picture; 0: none
+    std::string sScaleUnit;      ///< behind its lengths; empty: sUnit
+    bool bNorth = false;         ///< an arrow to the north, which is up
     std::vector<CCaption> vecCaptions;
 };
 
-/// Draws title, captions, legend and scale bar over a picture.
+/// Draws title, captions, legend, scale bar and arrow over a picture. Texts that are too long are cut with an
+/// ellipsis; numbers never are.
 void DrawOverlay(CPicture& picture, const COverlay& overlay);
 
-/// Space to the right that the legend takes, for pictures of this size, pixels.
-int CalcLegendWidth(int nWidth, int nHeight);
+/// Space to the right that the legend takes, pixels.
+/// @param overlay  its unit and heights.
+int CalcLegendWidth(const COverlay& overlay, int nWidth, int nHeight);
 
 /// Space above and below that title and scale bar take, pixels.
 int CalcTitleHeight(int nWidth, int nHeight);

@@ -16,8 +16,9 @@ bool IsNearPicture(const CScreenPnt& pnt)
     return std::fabs(pnt.x) < c_fFar && std::fabs(pnt.y) < c_fFar;
 }
 
-constexpr int c_nTile = 8; // pixels, edge of the finest tiles
+constexpr int c_nTile = CSpacingMap::c_nTile; // edge of the finest tiles
 constexpr float c_fMinPerTile = 8.0F;
+constexpr float c_fMinRadius = 0.75F;
 constexpr float c_fRadius = 0.78F; // of the spacing: covers a square pattern with some overlap
 
 /// How many points are seen in a tile and how much of it they take.
@@ -55,21 +56,34 @@ public:
             m_vecLevels.push_back(MakeCoarser(m_vecLevels.back()));
     }
 
-    /// Distance between neighbours around a place inside the picture, pixels.
+    /// Distances between neighbours, tile by tile.
+    CSpacingMap MakeMap() const
+    {
+        CSpacingMap map;
+        map.nWidth = m_vecLevels.front().nWidth;
+        map.nHeight = m_vecLevels.front().nHeight;
+        map.vecSpacing.reserve(m_vecLevels.front().vecTiles.size());
+        for (int y = 0; y < map.nHeight; ++y)
+            for (int x = 0; x < map.nWidth; ++x)
+                map.vecSpacing.push_back(CalcSpacing(x, y));
+        return map;
+    }
+
+private:
+    /// Distance between neighbours in and around a tile of the finest level, raster pixels.
     float CalcSpacing(int x, int y) const
     {
-        int nEdge = c_nTile;
         for (const CLevel& level : m_vecLevels)
         {
-            const CTile& tile = level.GetTile(x / nEdge, y / nEdge);
+            const CTile& tile = level.GetTile(x, y);
             if (tile.fCount >= c_fMinPerTile || &level == &m_vecLevels.back())
                 return std::sqrt(tile.fArea / std::max(tile.fCount, 1.0F));
-            nEdge *= 2;
+            x /= 2;
+            y /= 2;
         }
         return 1.0F;
     }
 
-private:
     struct CLevel
     {
         int nWidth;
@@ -112,7 +126,7 @@ void DrawDisc(const CScreenPnt& pnt, float fRadius, std::vector<float>& vecKey, 
     const int yEnd = std::min(raster.nHeight - 1, static_cast<int>(std::floor(pnt.y + fRadius)));
     const int xCentre = static_cast<int>(std::floor(pnt.x));
     const int yCentre = static_cast<int>(std::floor(pnt.y));
-    const CRgb color{static_cast<float>(pnt.r), static_cast<float>(pnt.g), static_cast<float>(pnt.b)};
+    const CRgbBytes color{pnt.r, pnt.g, pnt.b};
     for (int y = yBegin; y <= yEnd; ++y)
         for (int x = xBegin; x <= xEnd; ++x)
         {
@@ -130,11 +144,32 @@ void DrawDisc(const CScreenPnt& pnt, float fRadius, std::vector<float>& vecKey, 
         }
 }
 
-} // namespace
-
-float DrawPnts(const std::vector<CScreenPnt>& vecPnts, float fMaxRadius, CPntRaster& raster)
+/// What compares places by the distance between points must not change from tile to tile.
+void Blur(CSpacingMap& map)
 {
-    const CTilePyramid tiles(vecPnts, raster);
+    const std::vector<float> vecBefore = map.vecSpacing;
+    const auto get = [&](int x, int y)
+    {
+        return vecBefore[static_cast<std::size_t>(std::clamp(y, 0, map.nHeight - 1)) *
+                             static_cast<std::size_t>(map.nWidth) +
+                         static_cast<std::size_t>(std::clamp(x, 0, map.nWidth - 1))];
+    };
+    std::size_t i = 0;
+    for (int y = 0; y < map.nHeight; ++y)
+        for (int x = 0; x < map.nWidth; ++x, ++i)
+        {
+            const float fRow = get(x - 1, y) + get(x, y) + get(x + 1, y);
+            const float fOthers = get(x - 1, y - 1) + get(x, y - 1) + get(x + 1, y - 1) + get(x - 1, y + 1) +
+                                  get(x, y + 1) + get(x + 1, y + 1);
+            map.vecSpacing[i] = (fRow + fOthers) / 9.0F;
+        }
+}
+
+/// Draws a disc for each point that lies near the picture, of the radius that `radius(spacing)` gives.
+template <class TRadius>
+CSpacingMap DrawAll(const std::vector<CScreenPnt>& vecPnts, CPntRaster& raster, TRadius radius)
+{
+    CSpacingMap map = CTilePyramid(vecPnts, raster).MakeMap();
     std::vector<float> vecKey(raster.vecDepth.size(), CPntRaster::c_fEmpty);
     double dSum = 0.0;
     double dNum = 0.0;
@@ -144,12 +179,29 @@ float DrawPnts(const std::vector<CScreenPnt>& vecPnts, float fMaxRadius, CPntRas
             continue;
         const float x = std::clamp(pnt.x, 0.0F, static_cast<float>(raster.nWidth - 1));
         const float y = std::clamp(pnt.y, 0.0F, static_cast<float>(raster.nHeight - 1));
-        const float fSpacing = tiles.CalcSpacing(static_cast<int>(x), static_cast<int>(y));
-        DrawDisc(pnt, std::clamp(c_fRadius * fSpacing, 0.75F, fMaxRadius), vecKey, raster);
-        dSum += std::min(fSpacing, 2.0F * fMaxRadius);
+        const float fSpacing = map.Get(static_cast<int>(x), static_cast<int>(y));
+        const float fRadius = radius(fSpacing);
+        DrawDisc(pnt, fRadius, vecKey, raster);
+        dSum += std::min(fSpacing, 2.0F * fRadius / c_fRadius);
         dNum += 1.0;
     }
-    return dNum > 0.0 ? static_cast<float>(dSum / dNum) : 0.0F;
+    Blur(map);
+    map.fTypical = dNum > 0.0 ? static_cast<float>(dSum / dNum) : 0.0F;
+    return map;
+}
+
+} // namespace
+
+CSpacingMap DrawPnts(const std::vector<CScreenPnt>& vecPnts, float fMaxRadius, CPntRaster& raster)
+{
+    return DrawAll(vecPnts, raster,
+                   [fMaxRadius](float fSpacing)
+                   { return std::clamp(c_fRadius * fSpacing, c_fMinRadius, fMaxRadius); });
+}
+
+CSpacingMap DrawDiscs(const std::vector<CScreenPnt>& vecPnts, float fRadius, CPntRaster& raster)
+{
+    return DrawAll(vecPnts, raster, [fRadius](float) { return std::max(fRadius, c_fMinRadius); });
 }
 
 } // namespace zorcld

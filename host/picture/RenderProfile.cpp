@@ -46,7 +46,8 @@ CRange FindHeights(const CProfile& profile)
 double FitAxes(const CProfile& profile, const CRange& heights, const CProfileView& view, CAxes& axes)
 {
     const double m = CalcZoom(view.nWidth, view.nHeight);
-    axes.x = std::round(104.0 * m);
+    axes.dFont = CalcAxisFont(heights.dMin, heights.dMax, view.nWidth, view.nHeight);
+    axes.x = std::round(CalcAxisRoom(heights.dMin, heights.dMax, axes.dFont, view.nWidth, view.nHeight));
     axes.y = std::round(84.0 * m);
     axes.dWidth = std::max(1.0, view.nWidth - axes.x - std::round(40.0 * m));
     axes.dHeight = std::max(1.0, view.nHeight - axes.y - std::round(84.0 * m));

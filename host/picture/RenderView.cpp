@@ -6,6 +6,7 @@
 #include <host/picture/CViewColors.h>
 #include <host/picture/DrawOverlay.h>
 #include <host/picture/DrawPaths.h>
+#include <host/picture/FindProportions.h>
 #include <host/picture/ViewRaster.h>
 #include <zor4data/CPntCld.h>
 
@@ -18,18 +19,20 @@ namespace zorcld
 namespace
 {
 
-CArea FindArea(const CView& view, bool bLegend)
+/// Where the points go: what title, scale and legend leave.
+CArea FindArea(const CView& view, const COverlay& overlay)
 {
     const double dMargin = 0.025 * std::min(view.nWidth, view.nHeight);
     const double dTop = std::max<double>(dMargin, CalcTitleHeight(view.nWidth, view.nHeight));
-    const double dBottom =
-        std::max<double>(dMargin, view.bPlan ? CalcScaleBarHeight(view.nWidth, view.nHeight) : 0);
-    const double dRight = dMargin + (bLegend ? CalcLegendWidth(view.nWidth, view.nHeight) : 0);
+    const double dBottom = std::max<double>(dMargin, CalcScaleBarHeight(view.nWidth, view.nHeight));
+    const double dRight =
+        dMargin + (overlay.bLegend ? CalcLegendWidth(overlay, view.nWidth, view.nHeight) : 0);
     return {dMargin, dTop, view.nWidth - dMargin - dRight, view.nHeight - dTop - dBottom};
 }
 
 /// The shapes as lines on the picture, in its pixels; rings closed.
-std::vector<std::vector<CPixel>> PlaceShapes(const CShapes& shapes, const CView& view, const CFrame& frame)
+std::vector<std::vector<CPixel>> PlaceShapes(const CShapes& shapes, const CCamera& camera,
+                                             const CFrame& frame)
 {
     std::vector<std::vector<CPixel>> vecPaths;
     const auto add = [&](const TRing& ring, bool bClosed)
@@ -37,7 +40,7 @@ std::vector<std::vector<CPixel>> PlaceShapes(const CShapes& shapes, const CView&
         std::vector<CPixel> vecPath;
         for (const zor::geom::PNT_2D& pnt : ring)
         {
-            const CViewPnt viewPnt = view.camera.Project(zor::geom::PNT_3D(pnt.x, pnt.y, 0.0));
+            const CViewPnt viewPnt = camera.Project(zor::geom::PNT_3D(pnt.x, pnt.y, 0.0));
             vecPath.push_back({(viewPnt.x - frame.xOrg) * frame.dPerUnit / frame.nScale,
                                (frame.yOrg - viewPnt.y) * frame.dPerUnit / frame.nScale});
         }
@@ -63,42 +66,63 @@ std::string FormatSubtitle(const CPntCld& cloud, const CViewResult& result)
     return GroupDigits(result.nNumPnts) + " of " + FormatCount(cloud.GetNumPnts(), "point");
 }
 
+CViewResult DrawCloud(const CPntCld& cloud, const CView& view, const CCamera& camera, bool bPhoto,
+                      const CFrame& frame, CPntRaster& raster)
+{
+    CQuery query = view.query;
+    if (view.nMaxPnts > 0)
+        query.dLod = FindLod(cloud, query, view.nMaxPnts);
+    else if (!(query.dLod > 0.0))
+        query.dLod = frame.GetUnitsPerPixel() / camera.GetLargestStretch();
+    std::vector<CScreenPnt> vecPnts;
+    const CViewResult result = {CollectPnts(cloud, query, camera, frame, vecPnts), query.dLod, {}};
+    CLook look;
+    look.bPhoto = bPhoto;
+    look.dPntSize = view.dPntSize;
+    Rasterize(vecPnts, frame.nScale, look, raster);
+    return result;
+}
+
 } // namespace
 
 CViewResult RenderView(const CPntCld& cloud, CViewColors& colors, const CView& view, COutFile& out)
 {
-    const COverview overview = LookOver(cloud, view.query, view.camera);
-    const bool bLegend = colors.IsByHeight() && !overview.bEmpty;
+    CCamera camera = view.camera;
+    COverview overview = LookOver(cloud, view.query, camera);
+    const CProportions proportions = FindProportions(overview, view.bPlan);
+    if (proportions.bDegrees)
+    {
+        camera.SetStretch(proportions.stretch);
+        overview = LookOver(cloud, view.query, camera);
+    }
     colors.GetHeightColors().SetRange(overview.zMin, overview.zMax);
+    COverlay overlay;
+    overlay.sTitle = view.sTitle;
+    overlay.sUnit = view.sUnit;
+    overlay.bLegend = colors.IsByHeight() && !overview.bEmpty;
+    overlay.bNorth = view.bPlan;
+    overlay.zMin = overview.zMin;
+    overlay.zMax = overview.zMax;
 
     CViewResult result;
     CFrame frame;
     if (!overview.bEmpty)
-        frame = FitFrame(overview, FindArea(view, bLegend), ChooseScale(view.nWidth, view.nHeight));
+        frame = FitFrame(overview, FindArea(view, overlay), ChooseScale(view.nWidth, view.nHeight));
     CPntRaster raster(view.nWidth * frame.nScale, view.nHeight * frame.nScale);
     if (!overview.bEmpty)
     {
-        CQuery query = view.query;
-        if (view.nMaxPnts > 0)
-            query.dLod = FindLod(cloud, query, view.nMaxPnts);
-        else if (!(query.dLod > 0.0))
-            query.dLod = frame.GetUnitsPerPixel();
-        std::vector<CScreenPnt> vecPnts;
-        result = {CollectPnts(cloud, query, view.camera, frame, vecPnts), query.dLod};
-        Rasterize(vecPnts, frame.nScale, !colors.IsByHeight(), false, raster);
+        result = DrawCloud(cloud, view, camera, !colors.IsByHeight(), frame, raster);
+        overlay.dUnitsPerPixel = frame.GetUnitsPerPixel();
     }
-
-    COverlay overlay;
-    overlay.sTitle = view.sTitle;
-    overlay.sSubtitle = FormatSubtitle(cloud, result) + (view.sNote.empty() ? "" : ", " + view.sNote);
-    overlay.sUnit = view.sUnit;
-    overlay.bLegend = bLegend;
-    overlay.zMin = overview.zMin;
-    overlay.zMax = overview.zMax;
-    overlay.dUnitsPerPixel = view.bPlan && !overview.bEmpty ? frame.GetUnitsPerPixel() : 0.0;
-    CPicture picture(raster, frame.nScale);
+    result.sProportions = proportions.Format();
+    if (proportions.bDegrees)
+        overlay.sScaleUnit = "m";
+    overlay.sSubtitle = FormatSubtitle(cloud, result);
+    for (const std::string& sNote : {view.sNote, result.sProportions})
+        overlay.sSubtitle += sNote.empty() ? "" : ", " + sNote;
+    CPicture picture(raster, frame.nScale, view.background);
     if (!overview.bEmpty)
-        DrawPaths(picture, PlaceShapes(view.overlay, view, frame));
+        DrawPaths(picture, PlaceShapes(view.overlay, camera, frame));
     DrawOverlay(picture, overlay);
     picture.WritePng(out);
     return result;

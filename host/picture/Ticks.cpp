@@ -25,9 +25,16 @@ std::vector<CTick> MakeTicks(double dMin, double dMax, double dStep)
         const double dValue = (dFirst + i) * dStep + 0.0; // no negative zero
         if (dValue > dMax + 1e-9 * dStep)
             break;
-        vecTicks.push_back({dValue, fmt::format("{:.{}f}", dValue, nDecimals)});
+        vecTicks.push_back({dValue, FormatTick(dValue, nDecimals)});
     }
     return vecTicks;
+}
+
+std::string FormatTick(double dValue, int nDecimals)
+{
+    constexpr double c_dLong = 1e9;
+    return std::fabs(dValue) < c_dLong ? fmt::format("{:.{}f}", dValue, nDecimals)
+                                       : fmt::format("{:.6g}", dValue);
 }
 
 double RoundDown(double d)

@@ -1,6 +1,6 @@
-#include <formats/Compact.h>
 #include <host/picture/ViewRaster.h>
 
+#include <formats/Compact.h>
 #include <host/picture/CloseHoles.h>
 #include <host/picture/DrawPnts.h>
 #include <host/picture/FillGaps.h>
@@ -18,9 +18,17 @@ namespace
 {
 
 constexpr std::int64_t c_nOverviewPnts = 400000;
-constexpr double c_dLowShare = 0.02;      // of the points lie below the ramp, as many above it
-constexpr float c_fPhotoStrength = 0.55F; // of the shading: photographs have their own
-constexpr std::int64_t c_nFinePixels = 12000000;
+constexpr double c_dLowShare = 0.02;            // of the points lie below the ramp, as many above it
+constexpr float c_fPhotoStrength = 0.55F;       // of the shading: photographs have their own
+constexpr std::int64_t c_nFinePixels = 4000000; // four raster pixels each: 240 MB
+
+void Add(const zor::geom::PNT_3D& pnt, bool bFirst, zor::geom::RECT_3D& box)
+{
+    if (bFirst)
+        box = {pnt.x, pnt.y, pnt.z, pnt.x, pnt.y, pnt.z};
+    box = {std::min(box.xmin, pnt.x), std::min(box.ymin, pnt.y), std::min(box.zmin, pnt.z),
+           std::max(box.xmax, pnt.x), std::max(box.ymax, pnt.y), std::max(box.zmax, pnt.z)};
+}
 
 } // namespace
 
@@ -37,6 +45,7 @@ COverview LookOver(const CPntCld& cloud, CQuery query, const CCamera& camera)
                        return;
                    const CViewPnt viewPnt = camera.Project(pnt.m_pnt);
                    overview.extent.Add(viewPnt);
+                   Add(pnt.m_pnt, vecHeights.empty(), overview.box);
                    dNear = std::min(dNear, viewPnt.dDepth);
                    vecHeights.push_back(pnt.m_pnt.z);
                });
@@ -93,17 +102,22 @@ std::int64_t CollectPnts(const CPntCld& cloud, const CQuery& query, const CCamer
     return static_cast<std::int64_t>(vecPnts.size() - nBefore);
 }
 
-void Rasterize(const std::vector<CScreenPnt>& vecPnts, int nScale, bool bPhoto, bool bKeepHoles,
-               CPntRaster& raster)
+void Rasterize(const std::vector<CScreenPnt>& vecPnts, int nScale, const CLook& look, CPntRaster& raster)
 {
+    const float fStrength = look.bPhoto ? c_fPhotoStrength : 1.0F;
+    if (look.dPntSize > 0.0)
+    {
+        const auto fRadius = static_cast<float>(0.5 * look.dPntSize * nScale);
+        ShadeDepth(raster, DrawDiscs(vecPnts, fRadius, raster), nScale, fStrength);
+        return;
+    }
     const float fMaxRadius =
         std::clamp(0.0045F * static_cast<float>(std::min(raster.nWidth, raster.nHeight)), 2.0F, 16.0F);
-    const float fSpacing = DrawPnts(vecPnts, fMaxRadius, raster);
-    const int nReach = std::clamp(static_cast<int>(std::ceil(1.6F * fSpacing)), 2 * nScale, 5 * nScale);
-    FillGaps(raster, nReach, 6);
-    const int nHole = bKeepHoles ? 4 * nScale : 6 * nScale;
-    CloseHoles(raster, std::clamp(static_cast<int>(std::lround(1.5F * fSpacing)), nHole, 8 * nScale));
-    ShadeDepth(raster, nScale, fSpacing, bPhoto ? c_fPhotoStrength : 1.0F);
+    const CSpacingMap spacing = DrawPnts(vecPnts, fMaxRadius, raster);
+    FillGaps(raster, spacing, nScale);
+    const int nHole = look.bKeepHoles ? 4 * nScale : 6 * nScale;
+    CloseHoles(raster, std::clamp(static_cast<int>(std::lround(1.5F * spacing.fTypical)), nHole, 8 * nScale));
+    ShadeDepth(raster, spacing, nScale, fStrength);
 }
 
 } // namespace zorcld

@@ -5,6 +5,7 @@
 #include <host/picture/CPntRaster.h>
 #include <host/picture/CScreenPnt.h>
 #include <host/query/Query.h>
+#include <zor3geom/RECT_3D.h>
 
 #include <cstdint>
 #include <vector>
@@ -21,8 +22,9 @@ namespace zorcld
 struct COverview
 {
     CViewExtent extent;
-    double dNear = 0.0; ///< least depth
-    double zMin = 0.0;  ///< some points in a hundred lie below it, as many above zMax
+    zor::geom::RECT_3D box; ///< of the coordinates; undefined when empty
+    double dNear = 0.0;     ///< least depth
+    double zMin = 0.0;      ///< some points in a hundred lie below it, as many above zMax
     double zMax = 0.0;
     bool bEmpty = true;
 };
@@ -63,11 +65,16 @@ int ChooseScale(int nWidth, int nHeight);
 std::int64_t CollectPnts(const CPntCld& cloud, const CQuery& query, const CCamera& camera,
                          const CFrame& frame, std::vector<CScreenPnt>& vecPnts);
 
+/// How points are drawn.
+struct CLook
+{
+    bool bPhoto = false;     ///< in colours of photographs, which show form of their own: shaded less
+    bool bKeepHoles = false; ///< holes tell something: only small ones are closed
+    double dPntSize = 0.0;   ///< diameter, picture pixels, and no gap is closed; 0: as large as gaps are
+};
+
 /// Draws the points and shades them.
-/// @param bPhoto  they have the colours of photographs, which show form of their own: shaded less.
-/// @param bKeepHoles  holes tell something: only small ones are closed.
-void Rasterize(const std::vector<CScreenPnt>& vecPnts, int nScale, bool bPhoto, bool bKeepHoles,
-               CPntRaster& raster);
+void Rasterize(const std::vector<CScreenPnt>& vecPnts, int nScale, const CLook& look, CPntRaster& raster);
 
 } // namespace zorcld
 

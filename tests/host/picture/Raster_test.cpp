@@ -22,9 +22,16 @@ CPntRaster MakePlane(float fDepth)
     CPntRaster raster(c_nEdge, c_nEdge);
     for (float& f : raster.vecDepth)
         f = fDepth;
-    for (CRgb& color : raster.vecColor)
-        color = {100.0F, 100.0F, 100.0F};
+    for (CRgbBytes& color : raster.vecColor)
+        color = {100, 100, 100};
     return raster;
+}
+
+/// Points everywhere a pixel apart.
+CSpacingMap MakeSpacing()
+{
+    constexpr int c_nTiles = c_nEdge / CSpacingMap::c_nTile;
+    return {c_nTiles, c_nTiles, std::vector<float>(c_nTiles * c_nTiles, 1.0F), 1.0F};
 }
 
 } // namespace
@@ -33,9 +40,9 @@ TEST(Raster, DrawPnts_TheNearerPointIsSeen)
 {
     CPntRaster raster(c_nEdge, c_nEdge);
     const std::vector<CScreenPnt> vecPnts = {{8.5F, 8.5F, 5.0F, 1, 2, 3}, {8.5F, 8.5F, 1.0F, 4, 5, 6}};
-    EXPECT_GT(DrawPnts(vecPnts, 2.0F, raster), 0.0F);
+    EXPECT_GT(DrawPnts(vecPnts, 2.0F, raster).fTypical, 0.0F);
     EXPECT_EQ(raster.vecDepth[raster.GetIndex(8, 8)], 1.0F);
-    EXPECT_EQ(raster.vecColor[raster.GetIndex(8, 8)].r, 4.0F);
+    EXPECT_EQ(raster.vecColor[raster.GetIndex(8, 8)].r, 4);
     EXPECT_EQ(raster.vecDepth[raster.GetIndex(0, 0)], CPntRaster::c_fEmpty);
 }
 
@@ -44,7 +51,8 @@ TEST(Raster, DrawPnts_PlacesThatAreNoNumbersAreLeftOut)
     CPntRaster raster(c_nEdge, c_nEdge);
     const float fNan = std::numeric_limits<float>::quiet_NaN();
     const float fFar = std::numeric_limits<float>::infinity();
-    EXPECT_EQ(DrawPnts({{fNan, 0.0F, 0.0F, 0, 0, 0}, {0.0F, -fFar, 0.0F, 0, 0, 0}}, 2.0F, raster), 0.0F);
+    const std::vector<CScreenPnt> vecPnts = {{fNan, 0.0F, 0.0F, 0, 0, 0}, {0.0F, -fFar, 0.0F, 0, 0, 0}};
+    EXPECT_EQ(DrawPnts(vecPnts, 2.0F, raster).fTypical, 0.0F);
     for (const float f : raster.vecDepth)
         EXPECT_EQ(f, CPntRaster::c_fEmpty);
 }
@@ -54,7 +62,7 @@ TEST(Raster, FillGaps_OnlyWhatShowsSomethingFarBehind)
     CPntRaster raster = MakePlane(1.0F);
     raster.vecDepth[raster.GetIndex(8, 8)] = 100.0F;
     raster.vecDepth[raster.GetIndex(4, 4)] = 2.0F;
-    FillGaps(raster, 2, 6);
+    FillGaps(raster, MakeSpacing(), 1);
     EXPECT_FLOAT_EQ(raster.vecDepth[raster.GetIndex(8, 8)], 1.0F);
     EXPECT_EQ(raster.vecDepth[raster.GetIndex(4, 4)], 2.0F);
 }
@@ -75,13 +83,13 @@ TEST(Raster, ShadeDepth_WhatLiesBehindIsDarker)
 {
     CPntRaster flat = MakePlane(1.0F);
     CPntRaster pit = flat;
-    for (int y = 7; y < 10; ++y)
-        for (int x = 7; x < 10; ++x)
+    for (int y = 5; y < 12; ++y) // more than points that stick out by themselves
+        for (int x = 5; x < 12; ++x)
             pit.vecDepth[pit.GetIndex(x, y)] = 60.0F;
-    ShadeDepth(flat, 1, 1.0F, 1.0F);
-    ShadeDepth(pit, 1, 1.0F, 1.0F);
-    EXPECT_LT(pit.vecColor[pit.GetIndex(8, 8)].r, flat.vecColor[flat.GetIndex(8, 8)].r);
-    EXPECT_FLOAT_EQ(pit.vecColor[pit.GetIndex(0, 0)].r, flat.vecColor[flat.GetIndex(0, 0)].r);
+    ShadeDepth(flat, MakeSpacing(), 1, 1.0F);
+    ShadeDepth(pit, MakeSpacing(), 1, 1.0F);
+    EXPECT_LT(pit.vecColor[pit.GetIndex(6, 6)].r, flat.vecColor[flat.GetIndex(8, 8)].r);
+    EXPECT_EQ(pit.vecColor[pit.GetIndex(0, 0)].r, flat.vecColor[flat.GetIndex(0, 0)].r);
 }
 
 } // namespace zorcld

@@ -1,0 +1,29 @@
+#ifndef HOST_PICTURE_FINDPROPORTIONS_H
+#define HOST_PICTURE_FINDPROPORTIONS_H
+
+#include <host/picture/CCamera.h>
+
+#include <string>
+
+namespace zorcld
+{
+
+struct COverview;
+
+/// How a cloud is stretched for its picture.
+struct CProportions
+{
+    CStretch stretch;
+    bool bDegrees = false;      ///< x and y are taken for degrees, heights for metres: drawn in metres
+    double dExaggeration = 1.0; ///< how many times as large as they are heights are drawn
+    std::string Format() const; ///< what must be told of it; empty: nothing
+};
+
+/// Degrees are told by heights that are hundreds of times as large as the cloud is wide, at places that are
+/// longitudes and latitudes.
+/// @param bPlan  from above: heights are not exaggerated.
+CProportions FindProportions(const COverview& overview, bool bPlan);
+
+} // namespace zorcld
+
+#endif

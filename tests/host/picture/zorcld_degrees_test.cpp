@@ -1,0 +1,110 @@
+#include <tests/host/support/CPng.h>
+#include <tests/host/support/CZorcld.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace
+{
+
+/// Hills of some hundred metres over 0.1 by 0.1 degrees, the middle at 60 degrees north.
+std::string MakeHills()
+{
+    std::string sPly =
+        MakePlyHeader("element vertex 10000\nproperty float x\nproperty float y\nproperty float z\n"
+                      "property uchar red\nproperty uchar green\nproperty uchar blue\n");
+    for (int j = 0; j < 100; ++j)
+        for (int i = 0; i < 100; ++i)
+        {
+            const double z = 900.0 + 150.0 * std::sin(0.11 * i) * std::cos(0.13 * j);
+            sPly += PackFloats({static_cast<float>(10.0 + 0.001 * i), static_cast<float>(59.95 + 0.001 * j),
+                                static_cast<float>(z)});
+            sPly += std::string(3, static_cast<char>(190));
+        }
+    return sPly;
+}
+
+struct CBox
+{
+    std::uint32_t nWidth;
+    std::uint32_t nHeight;
+    double dShareDark; ///< of what is drawn: far from the usual brightness
+};
+
+/// What is drawn between title and scale.
+CBox FindDrawn(const CPng& png)
+{
+    std::uint32_t xMin = png.nWidth;
+    std::uint32_t yMin = png.nHeight;
+    std::uint32_t xMax = 0;
+    std::uint32_t yMax = 0;
+    std::vector<int> vecValues;
+    for (std::uint32_t y = 50; y < png.nHeight - 50; ++y)
+        for (std::uint32_t x = 0; x < png.nWidth; ++x)
+        {
+            const int n = png.GetPixel(x, y)[1];
+            if (n < 60)
+                continue;
+            vecValues.push_back(n);
+            xMin = std::min(xMin, x);
+            yMin = std::min(yMin, y);
+            xMax = std::max(xMax, x);
+            yMax = std::max(yMax, y);
+        }
+    if (vecValues.empty())
+        return {0, 0, 1.0};
+    std::sort(vecValues.begin(), vecValues.end());
+    const int nLimit = 85 * vecValues[vecValues.size() / 2] / 100;
+    const auto nDark = std::lower_bound(vecValues.begin(), vecValues.end(), nLimit) - vecValues.begin();
+    return {xMax - xMin + 1, yMax - yMin + 1,
+            static_cast<double>(nDark) / static_cast<double>(vecValues.size())};
+}
+
+} // namespace
+
+TEST(ZorcldDegrees, Plan_InProportionAndEven)
+{
+    const CZorcld zorcld;
+    const std::string sOut = zorcld.GetPath("out.png");
+    const CRun run =
+        zorcld.Run({"view", zorcld.Write("hills.ply", MakeHills()), "-o", sOut, "--size", "800x600"});
+    ASSERT_EQ(run.nStatus, 0) << run.sErr;
+    EXPECT_NE(run.sErr.find("taken for degrees"), std::string::npos) << run.sErr;
+    const CBox box = FindDrawn(ReadPng(sOut));
+    EXPECT_NEAR(1.0 * box.nWidth / box.nHeight, 0.5, 0.03); // a degree of longitude is half one of latitude
+    EXPECT_LT(box.dShareDark, 0.10);
+}
+
+TEST(ZorcldDegrees, Oblique_ReadableAndTold)
+{
+    const CZorcld zorcld;
+    const std::string sOut = zorcld.GetPath("out.png");
+    const CRun run = zorcld.Run({"view", zorcld.Write("hills.ply", MakeHills()), "-o", sOut, "--size",
+                                 "800x600", "--from", "215,30"});
+    ASSERT_EQ(run.nStatus, 0) << run.sErr;
+    EXPECT_NE(run.sErr.find("heights drawn 5 times as large"), std::string::npos) << run.sErr;
+    const CBox box = FindDrawn(ReadPng(sOut));
+    EXPECT_GT(box.nWidth, 500U);
+    EXPECT_GT(box.nHeight, 150U);
+}
+
+// A tall narrow scan, and one far from any longitude, are drawn as they are.
+TEST(ZorcldDegrees, OtherClouds_AreNot)
+{
+    const CZorcld zorcld;
+    const std::string sOut = zorcld.GetPath("out.png");
+    for (const std::string& sPly :
+         {MakePly({0, 0, 0, 1, 0, 100, 0, 1, 50}), MakePly({5000, 0, 0, 5000.5F, 0, 1000, 5000, 0.5F, 500}),
+          MakeGridPly(10)})
+    {
+        const CRun run = zorcld.Run(
+            {"view", zorcld.Write("cloud.ply", sPly), "-o", sOut, "--size", "400x300", "--from", "215,30"});
+        EXPECT_EQ(run.nStatus, 0);
+        EXPECT_EQ(run.sErr, "");
+    }
+}
