@@ -21,21 +21,28 @@ if(ZOR4DATA_LAS MATCHES "AUTO|LASlib")
   endif()
 endif()
 
-if(NOT ZOR4DATA_LAS_FOUND AND ZOR4DATA_LAS MATCHES "AUTO|LASzip")
+# The host reads LAS and LAZ through LASzip's own interface where it is there, whatever the library reads with:
+# target zor4data_laszip, ZOR4DATA_HAS_LASZIP.
+set(ZOR4DATA_HAS_LASZIP OFF)
+if(NOT ZOR4DATA_LAS STREQUAL "OFF")
   # Where the system has none, scripts/setup-las has put it into build/deps.
   set(_deps ${PROJECT_SOURCE_DIR}/build/deps/usr)
   find_path(ZOR4DATA_LASZIP_INCLUDE laszip/laszip_api.h HINTS ${_deps}/include)
   find_library(ZOR4DATA_LASZIP_LIBRARY laszip HINTS ${_deps}/lib/${CMAKE_LIBRARY_ARCHITECTURE} ${_deps}/lib)
   mark_as_advanced(ZOR4DATA_LASZIP_INCLUDE ZOR4DATA_LASZIP_LIBRARY)
   if(ZOR4DATA_LASZIP_INCLUDE AND ZOR4DATA_LASZIP_LIBRARY)
-    set(ZOR4DATA_LAS_FOUND LASzip)
+    set(ZOR4DATA_HAS_LASZIP ON)
     add_library(zor4data_laszip INTERFACE)
     target_link_libraries(zor4data_laszip INTERFACE ${ZOR4DATA_LASZIP_LIBRARY})
     target_include_directories(zor4data_laszip SYSTEM INTERFACE ${ZOR4DATA_LASZIP_INCLUDE})
-    target_link_libraries(zor4data_las INTERFACE zor4data_laszip)
-    # Only here: LASlib's own header has the same name.
-    target_include_directories(zor4data_las INTERFACE ${PROJECT_SOURCE_DIR}/io/las/laslib)
   endif()
+endif()
+
+if(NOT ZOR4DATA_LAS_FOUND AND ZOR4DATA_HAS_LASZIP AND ZOR4DATA_LAS MATCHES "AUTO|LASzip")
+  set(ZOR4DATA_LAS_FOUND LASzip)
+  target_link_libraries(zor4data_las INTERFACE zor4data_laszip)
+  # Only here: LASlib's own header has the same name.
+  target_include_directories(zor4data_las INTERFACE ${PROJECT_SOURCE_DIR}/io/las/laslib)
 endif()
 
 if(ZOR4DATA_LAS_FOUND)
@@ -47,7 +54,7 @@ else()
 endif()
 
 # A LASzip that the system's loader does not find is installed beside the library, which looks there first.
-if(ZOR4DATA_LAS_FOUND STREQUAL "LASzip")
+if(ZOR4DATA_HAS_LASZIP)
   get_filename_component(_laszip_dir ${ZOR4DATA_LASZIP_LIBRARY} DIRECTORY)
   if(NOT _laszip_dir IN_LIST CMAKE_CXX_IMPLICIT_LINK_DIRECTORIES)
     # The library's symbolic link names the file as the loader asks for it.

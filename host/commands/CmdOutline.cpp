@@ -1,4 +1,6 @@
 #include <host/commands/Commands.h>
+
+#include <host/commands/AddOutOption.h>
 #include <host/files/AddInputOptions.h>
 #include <host/files/LoadCloud.h>
 #include <host/output/CConsole.h>
@@ -197,11 +199,8 @@ void AddOutlineCommand(CLI::App& app, const CConsole& console)
                      "How far apart points may lie and still belong together; auto: from their mean spacing")
         ->required()
         ->type_name("D|auto");
-    pCommand
-        ->add_option("-o,--output", pOptions->sOutPath,
-                     "File to write: .geojson, .wkt or .csv, or .png for a picture of it over the points")
-        ->required()
-        ->type_name("OUT");
+    AddOutOption(*pCommand, pOptions->sOutPath,
+                 "File to write: .geojson, .wkt or .csv, or .png for a picture of it over the points");
     AddPictureOptions(*pCommand, pOptions->picture);
     pCommand->callback([pOptions, &console] { MakeOutline(*pOptions, console); });
 }

@@ -1,4 +1,6 @@
 #include <host/commands/Commands.h>
+
+#include <host/commands/AddOutOption.h>
 #include <host/files/AddInputOptions.h>
 #include <host/files/CFileColors.h>
 #include <host/files/LoadCloud.h>
@@ -50,9 +52,7 @@ void AddPointsCommand(CLI::App& app, const CConsole& console)
     CLI::App* const pCommand = app.add_subcommand("points", "Writes what a query delivers as PLY or CSV");
     AddInputOptions(*pCommand, pOptions->input);
     AddQueryOptions(*pCommand, pOptions->query);
-    pCommand->add_option("-o,--output", pOptions->sOutPath, "File to write, .ply or .csv")
-        ->required()
-        ->type_name("OUT");
+    AddOutOption(*pCommand, pOptions->sOutPath, "File to write, .ply or .csv");
     pCommand->callback([pOptions, &console] { WritePoints(*pOptions, console); });
 }
 

@@ -1,4 +1,6 @@
 #include <host/commands/Commands.h>
+
+#include <host/commands/AddOutOption.h>
 #include <host/files/AddInputOptions.h>
 #include <host/files/LoadCloud.h>
 #include <host/output/ByteFromShare.h>
@@ -151,11 +153,8 @@ void AddProfileCommand(CLI::App& app, const CConsole& console)
     pCommand->add_option("--line", pOptions->sLine, "The line, and the width of the corridor along it")
         ->required()
         ->type_name("x1,y1,x2,y2,WIDTH");
-    pCommand
-        ->add_option("-o,--output", pOptions->sOutPath,
-                     "File to write: .png, .csv for the points, or .geojson or .wkt for the corridor's place")
-        ->required()
-        ->type_name("OUT");
+    AddOutOption(*pCommand, pOptions->sOutPath,
+                 "File to write: .png, .csv for the points, or .geojson or .wkt for the corridor's place");
     AddPictureOptions(*pCommand, pOptions->picture);
     pCommand->callback([pOptions, &console] { MakeProfile(*pOptions, console); });
 }

@@ -1,4 +1,6 @@
 #include <host/commands/Commands.h>
+
+#include <host/commands/AddOutOption.h>
 #include <host/files/AddInputOptions.h>
 #include <host/files/CFileColors.h>
 #include <host/files/LoadCloud.h>
@@ -33,8 +35,8 @@ struct COptions
 {
     CInputOptions input;
     CQueryOptions query;
-    std::string sOutPath;
     CPictureOptions picture;
+    std::string sOutPath;
     std::string sFrom = "plan";
     std::string sOverlayPath;
     std::string sBackground = "dark";
@@ -121,7 +123,7 @@ void AddViewCommand(CLI::App& app, const CConsole& console)
     const auto pOptions = std::make_shared<COptions>();
     CLI::App* const pCommand = app.add_subcommand("view", "Makes a picture of a cloud");
     AddInputOptions(*pCommand, pOptions->input);
-    pCommand->add_option("-o,--output", pOptions->sOutPath, "PNG to write")->required()->type_name("OUT.png");
+    AddOutOption(*pCommand, pOptions->sOutPath, "PNG to write", "OUT.png");
     AddPictureOptions(*pCommand, pOptions->picture);
     pCommand
         ->add_option(

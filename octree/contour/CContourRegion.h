@@ -37,7 +37,7 @@ public:
     CPlace EnterRoot(const CContourSquare& square);
     CPlace Enter(const CPlace& parent, const CContourSquare& square);
 
-    /// Leaves a square that is not the root's, and all that were entered after it.
+    /// Leaves a square and all that were entered after it. The root can be entered again.
     void Leave(const CPlace& place) noexcept;
 
     /// @param square  the one that was entered as `place`.

@@ -5,6 +5,7 @@
 #include <zor3geom/CGeos.h>
 #include <zor3geom/TMultiPartPolygon.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <vector>
 
@@ -45,8 +46,8 @@ public:
     /// @return the square's level.
     std::size_t Enter(const CContourSquare& square, bool bCentreInside);
 
-    /// Leaves a level and all that were entered after it.
-    void Leave(std::size_t nLevel) noexcept { Truncate(nLevel); }
+    /// Leaves a level and all that were entered after it. The root's, the whole region, stays.
+    void Leave(std::size_t nLevel) noexcept { Truncate(std::max<std::size_t>(nLevel, 1)); }
 
     /// What is left of a square, given by its corners in order, when the whole region is subtracted from it.
     std::vector<zor::geom::TMultiPartPolygon> SubtractWhole(const std::vector<zor::geom::PNT_2D>& ring) const;
