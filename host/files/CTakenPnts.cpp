@@ -23,6 +23,7 @@ bool IsSamePlace(const CSourcePnt& one, const CSourcePnt& other)
 double CalcMedian(const std::vector<CSourcePnt>& vecSample, double CSourcePnt::*pCoord)
 {
     std::vector<double> vecValues;
+    vecValues.reserve(vecSample.size());
     for (const CSourcePnt& pnt : vecSample)
         vecValues.push_back(pnt.*pCoord);
     const auto middle = vecValues.begin() + static_cast<std::ptrdiff_t>(vecValues.size() / 2);
