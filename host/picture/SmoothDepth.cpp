@@ -70,7 +70,7 @@ private:
     }
 
     /// Replaces each depth by what `fn(x, y, choice)` makes of it; `choose(x, y)` tells once a tile what is
-    /// to be done, false for nothing.
+    /// to be done, 0 for nothing.
     template <class TChoose, class TFn>
     void Run(TChoose choose, TFn fn)
     {
@@ -82,12 +82,13 @@ private:
             const int yEnd = std::min(tile.y + c_nTile, m_raster.nHeight);
             const auto choice =
                 choose(std::min(tile.x + c_nTile / 2, xEnd - 1), std::min(tile.y + c_nTile / 2, yEnd - 1));
-            bAny = bAny || choice;
+            const bool bChosen = choice != 0;
+            bAny = bAny || bChosen;
             for (int y = tile.y; y < yEnd; ++y)
                 for (int x = tile.x; x < xEnd; ++x)
                 {
                     const std::size_t i = m_raster.GetIndex(x, y);
-                    const bool bDo = choice && m_vecFrom[i] != CPntRaster::c_fEmpty;
+                    const bool bDo = bChosen && m_vecFrom[i] != CPntRaster::c_fEmpty;
                     m_vecTo[i] = bDo ? fn(x, y, choice) : m_vecFrom[i];
                 }
         }
