@@ -1,10 +1,10 @@
-#include <gtest/gtest.h>
-
 #include <formats/CByteReader.h>
 #include <formats/CPlyHeader.h>
 #include <formats/CPlyMeaning.h>
 #include <tests/io/CMemFile.h>
 #include <tests/io/ply/PlyBytes.h>
+
+#include <gtest/gtest.h>
 
 #include <string>
 #include <vector>

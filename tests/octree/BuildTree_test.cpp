@@ -2,7 +2,6 @@
 
 #include <octree/BuildTree.h>
 #include <octree/WalkAll.h>
-
 #include <sample/CSampleTerrain.h>
 #include <tests/support/CRandom.h>
 #include <tests/support/CTestStore.h>

@@ -4,7 +4,6 @@
 #include <octree/contour/QueryContour.h>
 #include <tests/support/CFailingAlloc.h>
 #include <tests/support/CTestStore.h>
-
 #include <zor3geom/DoBoolOperation.h>
 
 #include <cmath>

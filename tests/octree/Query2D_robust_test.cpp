@@ -2,7 +2,6 @@
 
 #include <octree/Query2D.h>
 #include <tests/support/CTestCld.h>
-
 #include <zor3geom/IsPntInsidePolygon.h>
 
 #include <algorithm>

@@ -4,7 +4,6 @@
 #include <octree/contour/QueryContour.h>
 #include <tests/support/CRefQuery2D.h>
 #include <tests/support/CTestStore.h>
-
 #include <zor3geom/IsPntInsidePolygon.h>
 
 #include <algorithm>

@@ -4,7 +4,6 @@
 #include <tests/support/CheckProp.h>
 #include <tests/support/CldCases.h>
 #include <tests/support/RandomCld.h>
-
 #include <zor3geom/PLANE_3D.h>
 
 #include <cmath>

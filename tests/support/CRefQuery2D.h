@@ -2,7 +2,6 @@
 #define SUPPORT_CREFQUERY2D_H
 
 #include <tests/support/CRefQuery.h>
-
 #include <zor3geom/PNT_2D.h>
 #include <zor3geom/TMultiPartPolygon.h>
 

@@ -1,6 +1,6 @@
-#include <gtest/gtest.h>
-
 #include <tests/io/las/ReadLas.h>
+
+#include <gtest/gtest.h>
 
 TEST(CLasReader_None, Read_IsFalseWithoutAnyCall)
 {

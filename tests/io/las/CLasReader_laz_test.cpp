@@ -1,8 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <formats/CLasGuard.h>
 #include <tests/io/las/ReadLas.h>
 #include <tests/support/LazBytes.h>
+
+#include <gtest/gtest.h>
 
 #include <cstring>
 #include <limits>

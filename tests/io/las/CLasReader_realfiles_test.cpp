@@ -1,8 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <tests/io/las/ReadLas.h>
 #include <tests/support/RealFiles.h>
 #include <zor4data/CPntCld.h>
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,10 +1,10 @@
-#include <gtest/gtest.h>
-
 #include <tests/io/las/ReadLas.h>
 #include <tests/support/CRandom.h>
 #ifdef ZOR4DATA_TEST_LAZ
 #include <tests/support/LazBytes.h>
 #endif
+
+#include <gtest/gtest.h>
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
-#include <gtest/gtest.h>
-
 #include <tests/io/las/ReadLas.h>
 #include <zor4data/CPntCld.h>
+
+#include <gtest/gtest.h>
 
 #include <filesystem>
 #include <new>

@@ -1,7 +1,7 @@
-#include <gtest/gtest.h>
-
 #include <io/las/DeliverLas.h>
 #include <tests/io/CRecReadListener.h>
+
+#include <gtest/gtest.h>
 
 #include <limits>
 

@@ -1,11 +1,10 @@
 #ifndef TESTS_IO_LAS_READLAS_H
 #define TESTS_IO_LAS_READLAS_H
 
+#include <io/ReadForeign.h>
 #include <tests/io/CMemFile.h>
 #include <tests/io/CRecReadListener.h>
 #include <tests/support/LasBytes.h>
-
-#include <io/ReadForeign.h>
 
 #include <string>
 

@@ -1,9 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <tests/io/ply/PlyBytes.h>
 #include <tests/io/ply/ReadPly.h>
 
 #include <dirent.h>
+#include <gtest/gtest.h>
 
 #include <new>
 

@@ -1,8 +1,8 @@
-#include <gtest/gtest.h>
-#include <rapidcheck/gtest.h>
-
 #include <tests/io/ply/RandomPly.h>
 #include <tests/io/ply/ReadPly.h>
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
 
 namespace
 {

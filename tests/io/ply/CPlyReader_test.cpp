@@ -1,8 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <tests/io/ply/PlyBytes.h>
 #include <tests/io/ply/ReadPly.h>
 #include <zor4data/CPntCld.h>
+
+#include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>

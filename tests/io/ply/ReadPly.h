@@ -1,11 +1,10 @@
 #ifndef TESTS_IO_PLY_READPLY_H
 #define TESTS_IO_PLY_READPLY_H
 
+#include <io/ReadForeign.h>
 #include <tests/io/CMemFile.h>
 #include <tests/io/CRecReadListener.h>
 #include <tests/io/ply/CSlowPlyReader.h>
-
-#include <io/ReadForeign.h>
 
 #include <ostream>
 #include <string>
