@@ -91,7 +91,7 @@ template <class T>
 class Query2D_alloc : public ::testing::Test
 {
 public:
-    using Query = std::function<void(IPntCldListener*)>;
+    using TQuery = std::function<void(IPntCldListener*)>;
 
     Query2D_alloc() : m_store(MakePnts(), {0.0F, 0.0F, 0.0F})
     {
@@ -99,17 +99,17 @@ public:
         m_store->m_pColorListener = &m_colors;
     }
 
-    static std::vector<Ref::Pnt> MakePnts()
+    static std::vector<Ref::CPnt> MakePnts()
     {
         CRandom random(1);
-        std::vector<Ref::Pnt> pnts(700);
-        for (Ref::Pnt& pnt : pnts)
+        std::vector<Ref::CPnt> pnts(700);
+        for (Ref::CPnt& pnt : pnts)
             pnt = {static_cast<std::int32_t>(random.Int(0, 1000000)),
                    static_cast<std::int32_t>(random.Int(0, 1000000)), 0};
         return pnts;
     }
 
-    void FailEachOf(const Query& query)
+    void FailEachOf(const TQuery& query)
     {
         CSumListener whole;
         query(&whole);
@@ -127,7 +127,7 @@ public:
     CNoColors m_colors;
     CTestStore<T> m_store;
 };
-TYPED_TEST_SUITE(Query2D_alloc, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(Query2D_alloc, TBothPntTypes, CPntTypeName);
 
 } // namespace
 

@@ -24,9 +24,9 @@ namespace
 class CRingMaker
 {
 public:
-    CRingMaker(const Ref::Store& store, std::uint64_t nSeed) : m_store(store), m_random(nSeed)
+    CRingMaker(const Ref::CStore& store, std::uint64_t nSeed) : m_store(store), m_random(nSeed)
     {
-        const Ref::Cube& cube = store.tree.cube;
+        const Ref::CCube& cube = store.tree.cube;
         m_dX = ToX(cube.x);
         m_dY = ToY(cube.y);
         m_dHalf = static_cast<double>(cube.edge) / 20000.0;
@@ -104,7 +104,7 @@ private:
         std::vector<PNT_2D> ring;
         for (std::int64_t i = m_random.Int(3, 6); i > 0; --i)
         {
-            Ref::Cube cube = m_store.tree.cube;
+            Ref::CCube cube = m_store.tree.cube;
             for (std::int64_t nLevel = m_random.Int(0, 5); nLevel > 0; --nLevel)
                 cube = Ref::ChildCube(cube, static_cast<int>(m_random.Int(0, 7)));
             ring.emplace_back(ToX(cube.x + m_random.Int(-1, 1) * (cube.edge / 2)),
@@ -118,7 +118,7 @@ private:
         std::vector<PNT_2D> ring;
         for (std::int64_t i = m_random.Int(3, 8); i > 0 && !m_store.pnts.empty(); --i)
         {
-            const Ref::Pnt& pnt = m_random.Pick(m_store.pnts);
+            const Ref::CPnt& pnt = m_random.Pick(m_store.pnts);
             ring.emplace_back(ToX(pnt.x), ToY(pnt.y));
         }
         return ring;
@@ -149,7 +149,7 @@ private:
         return ring;
     }
 
-    const Ref::Store& m_store;
+    const Ref::CStore& m_store;
     CRandom m_random;
     double m_dX;
     double m_dY;
@@ -160,7 +160,7 @@ template <class T>
 class Query2D_prop : public ::testing::Test
 {
 public:
-    static CTestStore<T> MakeStore(const CldRecipe& recipe, CRandom& random)
+    static CTestStore<T> MakeStore(const CCldRecipe& recipe, CRandom& random)
     {
         static const std::vector<float> vecOrg{0.0F, 12.34F, -500.5F, 500000.125F};
         CTestStore<T> store(MakePnts(recipe),
@@ -172,11 +172,11 @@ public:
     }
 };
 
-TYPED_TEST_SUITE(Query2D_prop, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(Query2D_prop, TBothPntTypes, CPntTypeName);
 
 /// Compares a query with a random contour over the cloud of the recipe. @return what differs.
 template <class T>
-std::string DiffContour(const CldRecipe& recipe)
+std::string DiffContour(const CCldRecipe& recipe)
 {
     CRandom random(recipe.seed + 7);
     CTestStore<T> store = Query2D_prop<T>::MakeStore(recipe, random);
@@ -212,7 +212,7 @@ std::string DiffContour(const CldRecipe& recipe)
 TYPED_TEST(Query2D_prop, Contours_SameAsModel)
 {
     CheckProp(1500,
-              [](const CldRecipe& recipe)
+              [](const CCldRecipe& recipe)
               {
                   const std::string sDiff = DiffContour<TypeParam>(recipe);
                   RC_LOG() << sDiff;
@@ -248,8 +248,8 @@ TYPED_TEST(Query2D_prop, Contours_LongEdgesThroughCornersSameAsModel)
     {
         const int nWidth = random.Pick(std::vector<int>{10, 64, 100, 1000});
         const float fOrg = random.Pick(std::vector<float>{0.0F, 500000.0F});
-        std::vector<Ref::Pnt> pnts{{0, 0, 0, 0, 0, 0},
-                                   {nWidth * 10000, nWidth * 10000, nWidth * 1000, 0, 0, 0}};
+        std::vector<Ref::CPnt> pnts{{0, 0, 0, 0, 0, 0},
+                                    {nWidth * 10000, nWidth * 10000, nWidth * 1000, 0, 0, 0}};
         for (std::int64_t k = random.Int(12, 300); k > 0; --k)
             pnts.push_back({static_cast<std::int32_t>(random.Int(0, nWidth * 10000)),
                             static_cast<std::int32_t>(random.Int(0, nWidth * 10000)), 0, 0, 0, 0});
@@ -283,23 +283,23 @@ TYPED_TEST(Query2D_prop, Contours_LongEdgesThroughCornersSameAsModel)
 // Regions that lie to and fro across the frames which they are cut down to.
 TYPED_TEST(Query2D_prop, Contours_RegionsInPiecesSameAsModel)
 {
-    for (const CldRecipe& recipe :
-         {CldRecipe{2, 40, 336034091, false}, CldRecipe{0, 4484, 146875429, false},
-          CldRecipe{2, 2504, 235935153, false}, CldRecipe{2, 5255, 451766887, false},
-          CldRecipe{2, 216, 169296374, false}, CldRecipe{0, 226, 178904868, false},
-          CldRecipe{0, 5095, 378296790, false}, CldRecipe{0, 194, 572754439, false}})
+    for (const CCldRecipe& recipe :
+         {CCldRecipe{2, 40, 336034091, false}, CCldRecipe{0, 4484, 146875429, false},
+          CCldRecipe{2, 2504, 235935153, false}, CCldRecipe{2, 5255, 451766887, false},
+          CCldRecipe{2, 216, 169296374, false}, CCldRecipe{0, 226, 178904868, false},
+          CCldRecipe{0, 5095, 378296790, false}, CCldRecipe{0, 194, 572754439, false}})
         EXPECT_EQ("", DiffContour<TypeParam>(recipe)) << recipe;
 }
 
 TYPED_TEST(Query2D_prop, ContoursOfManyCorners_SameAsModel)
 {
-    using Suite = Query2D_prop<TypeParam>;
+    using TSuite = Query2D_prop<TypeParam>;
     CheckProp(100,
-              [](CldRecipe recipe)
+              [](CCldRecipe recipe)
               {
                   recipe.size = recipe.size % 60; // the model cuts the whole region by each square
                   CRandom random(recipe.seed + 8);
-                  CTestStore<TypeParam> store = Suite::MakeStore(recipe, random);
+                  CTestStore<TypeParam> store = TSuite::MakeStore(recipe, random);
                   CRingMaker maker(store.GetRef(), random.Next());
                   const std::vector<PNT_2D> outer = maker.MakeLarge();
                   std::vector<std::vector<PNT_2D>> holes;
@@ -315,16 +315,16 @@ TYPED_TEST(Query2D_prop, ContoursOfManyCorners_SameAsModel)
 
 TYPED_TEST(Query2D_prop, FindPnts2D_NearLine_EndsSameAsModel)
 {
-    using Suite = Query2D_prop<TypeParam>;
+    using TSuite = Query2D_prop<TypeParam>;
     CheckProp(
         300,
-        [](const CldRecipe& recipe)
+        [](const CCldRecipe& recipe)
         {
             CRandom random(recipe.seed + 9);
-            CTestStore<TypeParam> store = Suite::MakeStore(recipe, random);
+            CTestStore<TypeParam> store = TSuite::MakeStore(recipe, random);
             if (store.GetRef().pnts.empty())
                 return;
-            const Ref::Pnt& pnt = random.Pick(store.GetRef().pnts);
+            const Ref::CPnt& pnt = random.Pick(store.GetRef().pnts);
             // Half a unit inwards, so that truncation gives the point's own offset.
             const auto toCoord = [](std::int32_t n, float org)
             { return (n + (n < 0 ? -0.5 : 0.5)) / 10000.0 + static_cast<double>(org); };
@@ -344,7 +344,7 @@ TYPED_TEST(Query2D_prop, FindPnts2D_NearLine_EndsSameAsModel)
 ///
 /// @param calcDepth  how deep a place lies inside, coordinate units; negative: outside.
 template <class F>
-std::string DiffToScan(const Ref::Store& store, const std::vector<int>& vecFound, F calcDepth)
+std::string DiffToScan(const Ref::CStore& store, const std::vector<int>& vecFound, F calcDepth)
 {
     constexpr long double c_dTolerance = 0.003L;
     if (store.tree.cube.edge >= std::numeric_limits<std::int32_t>::max())
@@ -370,12 +370,12 @@ std::string DiffToScan(const Ref::Store& store, const std::vector<int>& vecFound
 
 TYPED_TEST(Query2D_prop, GetPnts2D_SameAsModelAndScan)
 {
-    using Suite = Query2D_prop<TypeParam>;
+    using TSuite = Query2D_prop<TypeParam>;
     CheckProp(500,
-              [](const CldRecipe& recipe)
+              [](const CCldRecipe& recipe)
               {
                   CRandom random(recipe.seed + 3);
-                  CTestStore<TypeParam> store = Suite::MakeStore(recipe, random);
+                  CTestStore<TypeParam> store = TSuite::MakeStore(recipe, random);
                   CRingMaker maker(store.GetRef(), random.Next());
                   const PNT_2D a = maker.Anywhere();
                   const PNT_2D b = maker.Anywhere();
@@ -399,12 +399,12 @@ TYPED_TEST(Query2D_prop, GetPnts2D_SameAsModelAndScan)
 
 TYPED_TEST(Query2D_prop, FindPnts2D_NearLine_CorridorSameAsScan)
 {
-    using Suite = Query2D_prop<TypeParam>;
+    using TSuite = Query2D_prop<TypeParam>;
     CheckProp(500,
-              [](const CldRecipe& recipe)
+              [](const CCldRecipe& recipe)
               {
                   CRandom random(recipe.seed + 5);
-                  CTestStore<TypeParam> store = Suite::MakeStore(recipe, random);
+                  CTestStore<TypeParam> store = TSuite::MakeStore(recipe, random);
                   CRingMaker maker(store.GetRef(), random.Next());
                   const PNT_2D p1 = maker.Anywhere();
                   PNT_2D p2 = maker.Anywhere();

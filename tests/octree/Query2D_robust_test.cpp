@@ -18,17 +18,17 @@ using TRing = std::vector<PNT_2D>;
 
 const std::vector<double>& OddNumbers()
 {
-    using Limits = std::numeric_limits<double>;
-    static const std::vector<double> vecOdd{Limits::quiet_NaN(),
-                                            Limits::infinity(),
-                                            -Limits::infinity(),
-                                            Limits::max(),
-                                            Limits::lowest(),
+    using TLimits = std::numeric_limits<double>;
+    static const std::vector<double> vecOdd{TLimits::quiet_NaN(),
+                                            TLimits::infinity(),
+                                            -TLimits::infinity(),
+                                            TLimits::max(),
+                                            TLimits::lowest(),
                                             1e300,
                                             -1.7e200,
                                             1e20,
                                             -1e10,
-                                            Limits::denorm_min(),
+                                            TLimits::denorm_min(),
                                             0.0};
     return vecOdd;
 }
@@ -61,7 +61,7 @@ public:
         return box;
     }
 };
-TYPED_TEST_SUITE(Query2D_robust, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(Query2D_robust, TBothPntTypes, CPntTypeName);
 
 } // namespace
 

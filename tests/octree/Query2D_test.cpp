@@ -17,10 +17,10 @@ namespace
 using TRing = std::vector<PNT_2D>;
 
 /// Points anywhere in a square, flat; the corners of the square among them, so that it is the root's.
-std::vector<Ref::Pnt> MakePnts(int nNumPnts, std::int32_t nEdge)
+std::vector<Ref::CPnt> MakePnts(int nNumPnts, std::int32_t nEdge)
 {
     CRandom random(11);
-    std::vector<Ref::Pnt> pnts{{0, 0, 0}, {nEdge, 0, 0}, {0, nEdge, 0}, {nEdge, nEdge, 0}};
+    std::vector<Ref::CPnt> pnts{{0, 0, 0}, {nEdge, 0, 0}, {0, nEdge, 0}, {nEdge, nEdge, 0}};
     while (static_cast<int>(pnts.size()) < nNumPnts)
         pnts.push_back({static_cast<std::int32_t>(random.Int(0, nEdge)),
                         static_cast<std::int32_t>(random.Int(0, nEdge)), 0});
@@ -41,7 +41,7 @@ public:
 
     PNT_2D GetPlace(int i) const
     {
-        const Ref::Pnt& pnt = m_store.GetRef().pnts[static_cast<std::size_t>(i)];
+        const Ref::CPnt& pnt = m_store.GetRef().pnts[static_cast<std::size_t>(i)];
         return {pnt.x / 10000.0, pnt.y / 10000.0};
     }
 
@@ -72,7 +72,7 @@ public:
 
     CTestStore<T> m_store;
 };
-TYPED_TEST_SUITE(Query2D, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(Query2D, TBothPntTypes, CPntTypeName);
 
 const TRing c_jagged = {
     {310.5, 120.5}, {1700.25, 300.75}, {1500.5, 1650.5}, {1004.5, 900.5}, {420.5, 1800.25}};
@@ -204,7 +204,7 @@ TYPED_TEST(Query2D, Contours_CrossingThemselvesByOddEvenRule)
 TYPED_TEST(Query2D, NearLine_EndIsTheFirstOfItsPlace)
 {
     // Three points at one place, of which the first is deleted, and others around.
-    std::vector<Ref::Pnt> pnts = MakePnts(500, 1000000);
+    std::vector<Ref::CPnt> pnts = MakePnts(500, 1000000);
     for (int i = 0; i < 3; ++i)
         pnts.push_back({333333, 444444, 100000 * i});
     CTestStore<TypeParam> store(pnts, {0.0F, 0.0F, 0.0F});

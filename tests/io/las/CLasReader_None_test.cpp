@@ -5,8 +5,8 @@
 TEST(CLasReader_None, Read_IsFalseWithoutAnyCall)
 {
     const CLasReading reading = ReadLas(LasOf(0, 3).GetBytes(), true);
-    EXPECT_FALSE(reading.m_bResult);
-    EXPECT_TRUE(reading.m_vecCalls.empty());
+    EXPECT_FALSE(reading.bResult);
+    EXPECT_TRUE(reading.vecCalls.empty());
 }
 
 TEST(CLasReader, Read)
