@@ -56,14 +56,14 @@ CContourModel::CContourModel(const COcTreeIndex& tree, double dOrgX, double dOrg
 std::uint64_t CContourModel::Sum(const std::vector<char>& vecInside) const
 {
     std::uint64_t nSum = 0;
-    for (const CRun& run : m_vecWhole)
+    for (const TRun& run : m_vecWhole)
         for (std::int32_t i = run.first; i < run.second; ++i)
         {
             if (vecInside[static_cast<std::size_t>(i)] == 0)
                 return 0;
             nSum += static_cast<std::uint64_t>(i) + 1U;
         }
-    for (const CRun& run : m_vecTested)
+    for (const TRun& run : m_vecTested)
         for (std::int32_t i = run.first; i < run.second; ++i)
             nSum += vecInside[static_cast<std::size_t>(i)] != 0 ? static_cast<std::uint64_t>(i) + 1U : 0U;
     return nSum;

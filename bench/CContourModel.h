@@ -34,7 +34,7 @@ public:
     std::uint64_t Sum(const std::vector<char>& vecInside) const;
 
 private:
-    using CRun = std::pair<std::int32_t, std::int32_t>; // first point, and the one behind the last
+    using TRun = std::pair<std::int32_t, std::int32_t>; // first point, and the one behind the last
 
     void WalkNode(const COcTreeNode& node, const COcTreeCube& cube, const geos::geom::Geometry& area);
     void TakeWhole(const COcTreeNode& node);
@@ -42,8 +42,8 @@ private:
     double m_dOrgX;
     double m_dOrgY;
     bool m_bHoles;
-    std::vector<CRun> m_vecWhole;  // under squares wholly inside
-    std::vector<CRun> m_vecTested; // leaves whose points are looked at one by one
+    std::vector<TRun> m_vecWhole;  // under squares wholly inside
+    std::vector<TRun> m_vecTested; // leaves whose points are looked at one by one
 };
 
 #endif

@@ -195,16 +195,16 @@ void AddGroundRows()
 {
     const CBenchOptions& options = GetBenchOptions();
     AddGroundRow("sparse", 10000, {1.0 / 10.0, 1.0 / 20.0}, MakeSparse);
-    using CSizes = std::vector<std::int64_t>;
-    CSizes sizes = {10000, 100000, 300000};
+    using TSizes = std::vector<std::int64_t>;
+    TSizes sizes = {10000, 100000, 300000};
     if (options.bFull)
         sizes.push_back(1000000);
     else
         AddNote("Left out without --full: the ground filter on 1000000 points, where the peer takes eight "
                 "minutes.");
-    for (const std::int64_t nNum : BenchSizes(options.bQuick ? CSizes{10000} : sizes))
+    for (const std::int64_t nNum : BenchSizes(options.bQuick ? TSizes{10000} : sizes))
         AddGroundRow("terrain", nNum, {1.0 / 120.0, 1.0 / 250.0}, MakeTerrain);
-    for (const std::int64_t nNum : BenchSizes(options.bQuick ? CSizes{10000} : CSizes{100000, 300000}))
+    for (const std::int64_t nNum : BenchSizes(options.bQuick ? TSizes{10000} : TSizes{100000, 300000}))
         AddGroundRow("rough", nNum, {1.0 / 60.0, 1.0 / 150.0}, MakeRough);
     AddGrowthRow(BenchSizes({10000000}).back());
     AddMemoryRow("terrain", BenchSizes({1000000}).back(), MakeTerrain);

@@ -1,9 +1,8 @@
 #include <fuzz/AskCloud.h>
 #include <fuzz/FuzzBody.h>
+#include <io/ReadForeign.h>
 #include <tests/io/CMemFile.h>
 #include <tests/io/grid/CSlowGridReader.h>
-
-#include <io/ReadForeign.h>
 
 #include <string>
 

@@ -1,10 +1,9 @@
 #include <fuzz/FuzzBody.h>
+#include <io/ReadForeign.h>
 #include <tests/io/CMemFile.h>
 #include <zor4data/CPntCld.h>
 #include <zor4data/IDlgProgress.h>
 #include <zor4data/IPntCldReadListener.h>
-
-#include <io/ReadForeign.h>
 
 #include <algorithm>
 #include <cstdio>

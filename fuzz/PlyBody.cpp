@@ -1,10 +1,9 @@
 #include <fuzz/AskCloud.h>
 #include <fuzz/FuzzBody.h>
+#include <io/ReadForeign.h>
 #include <tests/io/CMemFile.h>
 #include <tests/io/CRecReadListener.h>
 #include <tests/io/ply/CSlowPlyReader.h>
-
-#include <io/ReadForeign.h>
 
 #include <algorithm>
 #include <string>

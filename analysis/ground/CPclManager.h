@@ -30,6 +30,7 @@ public:
     /// @param vecGround  receives the positions of the ground points in the cloud, ascending.
     void Filter(IPclProgressListener* pListener, std::vector<int>& vecGround) const;
 
+    // The contract fixes this open member and its name; nothing else is open.
     pcl::PointCloud<pcl::PointXYZ>::Ptr m_pCloud; ///< empty before CreateCloud
 };
 

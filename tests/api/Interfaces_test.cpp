@@ -23,9 +23,9 @@ std::size_t GetSlot(Function pFunction)
     return (nOffset - 1) / sizeof(void*);
 }
 
-using ReadColorPnt = void (IPntCldReadListener::*)(double, double, double, unsigned char, unsigned char,
-                                                   unsigned char);
-using ReadPlainPnt = void (IPntCldReadListener::*)(double, double, double);
+using TReadColorPnt = void (IPntCldReadListener::*)(double, double, double, unsigned char, unsigned char,
+                                                    unsigned char);
+using TReadPlainPnt = void (IPntCldReadListener::*)(double, double, double);
 
 TEST(Interfaces, Enumerations_HaveTheirValues)
 {
@@ -63,8 +63,8 @@ TEST(Interfaces, Listeners_HaveTheirSlotsInOrder)
 
     EXPECT_EQ(GetSlot(&IPntCldReadListener::OnReadType), 0U);
     EXPECT_EQ(GetSlot(&IPntCldReadListener::OnReadNumPnts), 1U);
-    EXPECT_EQ(GetSlot(static_cast<ReadColorPnt>(&IPntCldReadListener::OnReadPnt)), 2U);
-    EXPECT_EQ(GetSlot(static_cast<ReadPlainPnt>(&IPntCldReadListener::OnReadPnt)), 3U);
+    EXPECT_EQ(GetSlot(static_cast<TReadColorPnt>(&IPntCldReadListener::OnReadPnt)), 2U);
+    EXPECT_EQ(GetSlot(static_cast<TReadPlainPnt>(&IPntCldReadListener::OnReadPnt)), 3U);
     EXPECT_EQ(GetSlot(&IPntCldReadListener::OnReadEnd), 4U);
 
     EXPECT_EQ(GetSlot(&IDlgProgress::Start), 0U);

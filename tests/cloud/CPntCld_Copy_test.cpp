@@ -17,7 +17,7 @@ public:
     static std::unique_ptr<CPntCld> Make(int nNumPnts, ICldColorListener* pColor)
     {
         auto pCld = std::make_unique<CPntCld>(pColor);
-        pCld->OnReadType(PntTrait<T>::c_eType);
+        pCld->OnReadType(CPntTrait<T>::c_eType);
         pCld->Init(nNumPnts);
         for (int i = 0; i < nNumPnts; ++i)
             pCld->AddPnt((i * 37) % 100, (i * 11) % 50, i % 7, 1, 2, 3);
@@ -54,7 +54,7 @@ public:
 
     CRecColorListener m_color;
 };
-TYPED_TEST_SUITE(CPntCld_Copy, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(CPntCld_Copy, TBothPntTypes, CPntTypeName);
 
 TYPED_TEST(CPntCld_Copy, Destruction_InAnyOrder)
 {
@@ -90,7 +90,7 @@ TYPED_TEST(CPntCld_Copy, Copy_TakesEverything)
     pOriginal->SetModified(true);
     pOriginal->SetVersion(12);
     const CPntCld copy(*pOriginal);
-    EXPECT_EQ(copy.IsWithColor(), PntTrait<TypeParam>::c_bColor);
+    EXPECT_EQ(copy.IsWithColor(), CPntTrait<TypeParam>::c_bColor);
     EXPECT_EQ(copy.GetNumPnts(), 20);
     EXPECT_EQ(copy.GetColorListener(), &this->m_color);
     EXPECT_EQ(static_cast<int>(copy.GetFileType()), 9);
@@ -122,7 +122,7 @@ TYPED_TEST(CPntCld_Copy, Selection_IsSeenByBoth)
 TYPED_TEST(CPntCld_Copy, Points_AddedToOneAreInBothArrays)
 {
     CPntCld original(&this->m_color);
-    original.OnReadType(PntTrait<TypeParam>::c_eType);
+    original.OnReadType(CPntTrait<TypeParam>::c_eType);
     original.Init(2);
     CPntCld copy(original);
     original.AddPnt(0.0, 0.0, 0.0);
@@ -137,7 +137,7 @@ TYPED_TEST(CPntCld_Copy, Points_AddedToOneAreInBothArrays)
 TYPED_TEST(CPntCld_Copy, Rebuild_IsSeenByBoth)
 {
     CPntCld original(&this->m_color);
-    original.OnReadType(PntTrait<TypeParam>::c_eType);
+    original.OnReadType(CPntTrait<TypeParam>::c_eType);
     original.Init(400);
     for (int i = 0; i < 200; ++i)
         original.AddPnt(i % 20, i / 20, i % 3);
@@ -160,7 +160,7 @@ TYPED_TEST(CPntCld_Copy, Rebuild_IsSeenByBoth)
 TYPED_TEST(CPntCld_Copy, Rebuild_OfAnEmptyTreeSeparates)
 {
     CPntCld a(&this->m_color);
-    a.OnReadType(PntTrait<TypeParam>::c_eType);
+    a.OnReadType(CPntTrait<TypeParam>::c_eType);
     EXPECT_FALSE(a.ComputeTree());
     CPntCld b(a);
     ASSERT_TRUE(a.Init(5));
@@ -199,7 +199,7 @@ TYPED_TEST(CPntCld_Copy, Compaction_Separates)
 TYPED_TEST(CPntCld_Copy, OnReadEnd_LeavesTheCopysMarks)
 {
     CPntCld original(&this->m_color);
-    original.OnReadType(PntTrait<TypeParam>::c_eType);
+    original.OnReadType(CPntTrait<TypeParam>::c_eType);
     original.Init(30);
     for (int i = 0; i < 30; ++i)
         original.AddPnt(i % 5, 0.0, 0.0);

@@ -144,7 +144,7 @@ public:
         EXPECT_EQ(box.xmin, boxByHand.xmin);
     }
 };
-TYPED_TEST_SUITE(CPntCld_Morph, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(CPntCld_Morph, TBothPntTypes, CPntTypeName);
 
 } // namespace
 
@@ -173,7 +173,7 @@ TYPED_TEST(CPntCld_Morph, Morph_ColoursFollowTheirPoints)
     EXPECT_EQ(vecKept, vecExpected);
     EXPECT_EQ(vecKept.size(), 99U);
     unsigned char r = 0;
-    EXPECT_EQ(cld->GetPntColor(0, r, r, r), PntTrait<TypeParam>::c_bColor);
+    EXPECT_EQ(cld->GetPntColor(0, r, r, r), CPntTrait<TypeParam>::c_bColor);
 }
 
 TYPED_TEST(CPntCld_Morph, Morph_ClearsSelectionAndClosesTheCloud)
@@ -214,7 +214,7 @@ TYPED_TEST(CPntCld_Morph, Morph_EmptyStaysEmpty)
     {
         CRecColorListener colors;
         CPntCld cld(&colors);
-        cld.OnReadType(PntTrait<TypeParam>::c_eType);
+        cld.OnReadType(CPntTrait<TypeParam>::c_eType);
         if (bInit)
             cld.Init(0);
         CRecPercent progress;

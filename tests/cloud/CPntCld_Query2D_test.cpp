@@ -32,7 +32,7 @@ class CLoggedCld
 public:
     explicit CLoggedCld(const std::vector<PNT_3D>& vecPnts) : m_color(&m_log), m_cld(&m_color), m_rec(&m_log)
     {
-        m_cld.OnReadType(PntTrait<T>::c_eType);
+        m_cld.OnReadType(CPntTrait<T>::c_eType);
         m_cld.Init(static_cast<int>(vecPnts.size()));
         for (const PNT_3D& pnt : vecPnts)
             m_cld.AddPnt(pnt.x, pnt.y, pnt.z);
@@ -49,7 +49,7 @@ template <class T>
 class CPntCld_Query2D : public ::testing::Test
 {
 };
-TYPED_TEST_SUITE(CPntCld_Query2D, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(CPntCld_Query2D, TBothPntTypes, CPntTypeName);
 
 } // namespace
 
@@ -190,7 +190,7 @@ TYPED_TEST(CPntCld_Query2D, WithoutTree_ContoursDoNothingTheOthersSetZRangeOnly)
     CRecColorListener color(&log);
     CRecListener rec(&log);
     CPntCld cld(&color);
-    cld.OnReadType(PntTrait<TypeParam>::c_eType);
+    cld.OnReadType(CPntTrait<TypeParam>::c_eType);
     cld.Init(3);
     cld.AddPnt(1, 2, 3);
     cld.FindPnts2D_Cnts(&rec, c_triangle, {});

@@ -15,7 +15,7 @@ template <class T>
 class CPntCld_Query : public ::testing::Test
 {
 };
-TYPED_TEST_SUITE(CPntCld_Query, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(CPntCld_Query, TBothPntTypes, CPntTypeName);
 
 TYPED_TEST(CPntCld_Query, GetPnts_EveryPointInIndexOrder)
 {
@@ -115,7 +115,7 @@ TYPED_TEST(CPntCld_Query, Calls_InTheirOrder)
     CRecColorListener color(&log);
     CRecListener rec(&log);
     CPntCld cld(&color);
-    cld.OnReadType(PntTrait<TypeParam>::c_eType);
+    cld.OnReadType(CPntTrait<TypeParam>::c_eType);
     cld.Init(7);
     for (int i = 0; i < 7; ++i)
         cld.AddPnt(i, i, i);
@@ -134,7 +134,7 @@ TYPED_TEST(CPntCld_Query, WithoutTree_SetZRangeOnly)
     CRecColorListener color(&log);
     CRecListener rec(&log);
     CPntCld cld(&color);
-    cld.OnReadType(PntTrait<TypeParam>::c_eType);
+    cld.OnReadType(CPntTrait<TypeParam>::c_eType);
     for (int nRound = 0; nRound < 3; ++nRound) // no array; points but no tree; a tree without root
     {
         cld.GetPnts_Lod(&rec, 1.0, 10);

@@ -24,7 +24,7 @@ public:
 /// What a host can see of a cloud.
 struct CView
 {
-    using Pnt = std::tuple<double, double, double, int, int, int, bool>;
+    using TPnt = std::tuple<double, double, double, int, int, int, bool>;
 
     explicit CView(const CPntCld& cld)
         : bModified(cld.IsModified()), nVersion(cld.GetVersion()), nFileType(cld.GetFileType()),
@@ -62,7 +62,7 @@ struct CView
     int nFileType;
     std::string sPath;
     bool bHasTree = false;
-    std::vector<Pnt> vecPnts;
+    std::vector<TPnt> vecPnts;
     std::vector<int> vecTree;
 };
 
@@ -70,13 +70,13 @@ template <class T>
 class CPntCld_alloc : public ::testing::Test
 {
 public:
-    using Operation = std::function<void(CPntCld&)>;
+    using TOperation = std::function<void(CPntCld&)>;
 
     /// A cloud with points that share their place, some of them selected; not built.
     std::unique_ptr<CPntCld> Make()
     {
         auto pCld = std::make_unique<CPntCld>(&m_colors);
-        pCld->OnReadType(PntTrait<T>::c_eType);
+        pCld->OnReadType(CPntTrait<T>::c_eType);
         pCld->Init(600);
         for (int i = 0; i < 600; ++i)
             pCld->AddPnt(i * 17 % 90, i * 7 % 30, i % 3, static_cast<unsigned char>(i), 2, 3);
@@ -84,7 +84,7 @@ public:
     }
 
     /// Fails the first allocation of the operation, the second, and so on, until it gets through.
-    void FailEach(const std::function<std::unique_ptr<CPntCld>()>& make, const Operation& operation,
+    void FailEach(const std::function<std::unique_ptr<CPntCld>()>& make, const TOperation& operation,
                   bool bOrderMayChange)
     {
         int nNumFailures = 0;
@@ -115,7 +115,7 @@ public:
     CNoColors m_colors;
 
 private:
-    static bool Try(CPntCld& cld, const Operation& operation, int nNumGood)
+    static bool Try(CPntCld& cld, const TOperation& operation, int nNumGood)
     {
         try
         {
@@ -129,7 +129,7 @@ private:
         }
     }
 };
-TYPED_TEST_SUITE(CPntCld_alloc, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(CPntCld_alloc, TBothPntTypes, CPntTypeName);
 
 TYPED_TEST(CPntCld_alloc, Init)
 {
@@ -281,7 +281,7 @@ TYPED_TEST(CPntCld_alloc, ReadFromFile_Path)
 TYPED_TEST(CPntCld_alloc, AddPnt_AllocatesNothing)
 {
     CPntCld cld(&this->m_colors);
-    cld.OnReadType(PntTrait<TypeParam>::c_eType);
+    cld.OnReadType(CPntTrait<TypeParam>::c_eType);
     cld.Init(100);
     const std::int64_t nNumAllocs = CFailingAlloc::GetNumAllocs();
     for (int i = 0; i < 100; ++i)

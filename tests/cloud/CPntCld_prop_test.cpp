@@ -20,7 +20,7 @@ struct CModelStore
     int nNumAdded = 0;
     bool bModified = false;
     int nVersion = 0;
-    Ref::Store data;
+    Ref::CStore data;
 
     CModelStore() { data.org = {4027580416.0F, 4027580416.0F, 4027580416.0F}; }
 
@@ -31,7 +31,7 @@ struct CModelStore
         const std::size_t nNum = n < 0 ? 0 : static_cast<std::size_t>(n);
         bHasArray = true;
         nNumAdded = 0;
-        data.pnts.assign(nNum, Ref::Pnt());
+        data.pnts.assign(nNum, Ref::CPnt());
         data.selected.assign(nNum, false);
         data.deleted.assign(nNum, false);
         return true;
@@ -61,7 +61,7 @@ struct CModelStore
 
     void Remove(const std::vector<bool>& vecGone)
     {
-        std::vector<Ref::Pnt> pnts;
+        std::vector<Ref::CPnt> pnts;
         for (std::size_t i = 0; i < data.pnts.size(); ++i)
             if (!vecGone[i])
                 pnts.push_back(data.pnts[i]);
@@ -98,7 +98,7 @@ struct CModelStore
         data.pnts.clear();
         data.selected.clear();
         data.deleted.clear();
-        data.tree = Ref::Tree();
+        data.tree = Ref::CTree();
         data.hasTree = false;
     }
 
@@ -284,7 +284,7 @@ private:
         }
     }
 
-    std::string DiffPnts(const Ref::Store& data) const
+    std::string DiffPnts(const Ref::CStore& data) const
     {
         for (std::size_t i = 0; i < data.pnts.size(); ++i)
         {
@@ -311,9 +311,9 @@ private:
         return is == box ? "" : "box";
     }
 
-    std::string DiffQueries(const Ref::Store& data) const
+    std::string DiffQueries(const Ref::CStore& data) const
     {
-        const Ref::Host host{m_nType == 1, false, false, 7};
+        const Ref::CHost host{m_nType == 1, false, false, 7};
         for (int nQuery = 0; nQuery < 3; ++nQuery)
         {
             CCallLog log;

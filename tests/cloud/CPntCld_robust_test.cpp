@@ -28,7 +28,7 @@ template <class T>
 class CPntCld_robust : public ::testing::Test
 {
 public:
-    CPntCld_robust() { m_cld.OnReadType(PntTrait<T>::c_eType); }
+    CPntCld_robust() { m_cld.OnReadType(CPntTrait<T>::c_eType); }
 
     /// Runs every query with odd arguments. @return points delivered by GetPnts_Clip without planes.
     int QueryAll()
@@ -50,7 +50,7 @@ public:
     CRecColorListener m_color;
     CPntCld m_cld{&m_color};
 };
-TYPED_TEST_SUITE(CPntCld_robust, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(CPntCld_robust, TBothPntTypes, CPntTypeName);
 
 TYPED_TEST(CPntCld_robust, AddPnt_AnyCoordinates)
 {
@@ -116,7 +116,7 @@ TYPED_TEST(CPntCld_robust, Init_OfTheLargestNumber)
 TYPED_TEST(CPntCld_robust, NullListener_IsNotCalled)
 {
     CPntCld cld(nullptr);
-    cld.OnReadType(PntTrait<TypeParam>::c_eType);
+    cld.OnReadType(CPntTrait<TypeParam>::c_eType);
     cld.Init(50);
     for (int i = 0; i < 50; ++i)
         cld.AddPnt(i, i, i, 255, 0, 0);
@@ -124,7 +124,7 @@ TYPED_TEST(CPntCld_robust, NullListener_IsNotCalled)
     CRecListener rec;
     cld.GetPnts(&rec, 8);
     EXPECT_EQ(rec.GetNumPnts(), 50);
-    EXPECT_EQ(rec.GetPnts()[0].m_fG, PntTrait<TypeParam>::c_bColor ? 0.0F : 1.0F);
+    EXPECT_EQ(rec.GetPnts()[0].m_fG, CPntTrait<TypeParam>::c_bColor ? 0.0F : 1.0F);
     cld.GetPnts(nullptr, 8);
     cld.GetPnts_Lod(nullptr, 1.0, 8);
     cld.GetPnts_Clip(nullptr, {}, 8);

@@ -14,7 +14,7 @@ template <class T>
 class CPntCld_case : public ::testing::Test
 {
 public:
-    CPntCld_case() { m_cld.OnReadType(PntTrait<T>::c_eType); }
+    CPntCld_case() { m_cld.OnReadType(CPntTrait<T>::c_eType); }
 
     /// Fills the cloud: point i at (i, 10 i, 100 i).
     void Fill(int nNumPnts)
@@ -50,10 +50,10 @@ public:
     CRecColorListener m_color;
     CPntCld m_cld{&m_color};
 };
-TYPED_TEST_SUITE(CPntCld_case, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(CPntCld_case, TBothPntTypes, CPntTypeName);
 
-using Indices = std::vector<int>;
-using Values = std::vector<double>;
+using TIndices = std::vector<int>;
+using TValues = std::vector<double>;
 
 TYPED_TEST(CPntCld_case, Init_TwiceWithoutClearIsRefused)
 {
@@ -64,11 +64,11 @@ TYPED_TEST(CPntCld_case, Init_TwiceWithoutClearIsRefused)
     this->m_cld.OnReadNumPnts(5);
     EXPECT_EQ(this->m_cld.GetNumPnts(), 10);
     EXPECT_EQ(this->GetX()[9], 9.0);
-    EXPECT_EQ(this->GetSelected(), (Indices{3}));
+    EXPECT_EQ(this->GetSelected(), (TIndices{3}));
     this->m_cld.Clear();
     EXPECT_TRUE(this->m_cld.Init(5));
     EXPECT_EQ(this->m_cld.GetNumPnts(), 5);
-    EXPECT_EQ(this->GetSelected(), Indices());
+    EXPECT_EQ(this->GetSelected(), TIndices());
 }
 
 TYPED_TEST(CPntCld_case, OnReadNumPnts_IsInit)
@@ -239,15 +239,15 @@ TYPED_TEST(CPntCld_case, SelPnt_TogglesOnlyWhenAsked)
 {
     this->Fill(10);
     this->m_cld.SelPnt(5, true);
-    EXPECT_EQ(this->GetSelected(), (Indices{5}));
+    EXPECT_EQ(this->GetSelected(), (TIndices{5}));
     this->m_cld.SelPnt(5, true);
-    EXPECT_EQ(this->GetSelected(), Indices());
+    EXPECT_EQ(this->GetSelected(), TIndices());
     this->m_cld.SelPnt(5, false);
     this->m_cld.SelPnt(5, false);
-    EXPECT_EQ(this->GetSelected(), (Indices{5}));
+    EXPECT_EQ(this->GetSelected(), (TIndices{5}));
     this->m_cld.SelPnt(8, false);
     this->m_cld.SelPnt(5, true);
-    EXPECT_EQ(this->GetSelected(), (Indices{8}));
+    EXPECT_EQ(this->GetSelected(), (TIndices{8}));
 }
 
 TYPED_TEST(CPntCld_case, SelPnt_NegativeIndexChangesNothing_Kept)
@@ -256,7 +256,7 @@ TYPED_TEST(CPntCld_case, SelPnt_NegativeIndexChangesNothing_Kept)
     this->m_cld.SelPnt(-1, false);
     this->m_cld.SelPnt(-8, true);
     this->m_cld.SelPnt(-2147483647 - 1, false);
-    EXPECT_EQ(this->GetSelected(), Indices());
+    EXPECT_EQ(this->GetSelected(), TIndices());
 }
 
 TYPED_TEST(CPntCld_case, UnSelPnts_ClearsAll)
@@ -265,7 +265,7 @@ TYPED_TEST(CPntCld_case, UnSelPnts_ClearsAll)
     for (const int i : {0, 7, 8, 15, 19})
         this->m_cld.SelPnt(i, false);
     this->m_cld.UnSelPnts();
-    EXPECT_EQ(this->GetSelected(), Indices());
+    EXPECT_EQ(this->GetSelected(), TIndices());
     EXPECT_FALSE(this->m_cld.IsModified());
 }
 
@@ -284,12 +284,12 @@ TYPED_TEST(CPntCld_case, DelSelPnts_RenumbersInTheOldOrder)
 {
     this->Fill(10);
     this->m_cld.ComputeTree();
-    const Values vecX = this->GetX();
+    const TValues vecX = this->GetX();
     for (const int i : {0, 4, 9})
         this->m_cld.SelPnt(i, false);
     this->m_cld.DelSelPnts();
-    EXPECT_EQ(this->GetX(), (Values{vecX[1], vecX[2], vecX[3], vecX[5], vecX[6], vecX[7], vecX[8]}));
-    EXPECT_EQ(this->GetSelected(), Indices());
+    EXPECT_EQ(this->GetX(), (TValues{vecX[1], vecX[2], vecX[3], vecX[5], vecX[6], vecX[7], vecX[8]}));
+    EXPECT_EQ(this->GetSelected(), TIndices());
     EXPECT_TRUE(this->m_cld.IsModified());
     EXPECT_EQ(this->m_cld.GetVersion(), 1);
 }
@@ -403,7 +403,7 @@ TYPED_TEST(CPntCld_case, OnReadEnd_WithoutDuplicatesIsComputeTree)
     EXPECT_EQ(this->m_cld.GetNumPnts(), 50);
     EXPECT_FALSE(this->m_cld.IsModified());
     EXPECT_EQ(this->m_cld.GetVersion(), 0);
-    EXPECT_EQ(this->GetSelected(), (Indices{3}));
+    EXPECT_EQ(this->GetSelected(), (TIndices{3}));
     RECT_3D rect;
     EXPECT_TRUE(this->m_cld.GetBdry(rect));
 }
@@ -423,7 +423,7 @@ TYPED_TEST(CPntCld_case, ComputeTree_ReordersTheSamePoints)
     for (const double d : {9.0, 1.0, 8.0, 2.0})
         this->m_cld.AddPnt(d, d, d);
     EXPECT_TRUE(this->m_cld.ComputeTree());
-    EXPECT_EQ(this->GetX(), (Values{1.0, 2.0, 8.0, 9.0})); // 9 and 8 changed places with those below
+    EXPECT_EQ(this->GetX(), (TValues{1.0, 2.0, 8.0, 9.0})); // 9 and 8 changed places with those below
 }
 
 TYPED_TEST(CPntCld_case, ComputeTree_CountsUnfilledSlotsAsTheOrigin_Kept)

@@ -21,7 +21,7 @@ CAsciiGridMeaning Read(const std::string& sText, bool bOther = false)
     EXPECT_EQ(meaning.taken.bComplete, meaning.nTakenDataOffset >= 0);
     if (!bOther)
     {
-        EXPECT_EQ(ReadGrid(sText).m_bResult, meaning.FindTakenCause().empty()) << meaning.FindTakenCause();
+        EXPECT_EQ(ReadGrid(sText).bResult, meaning.FindTakenCause().empty()) << meaning.FindTakenCause();
     }
     return meaning;
 }

@@ -1,9 +1,9 @@
-#include <gtest/gtest.h>
-
 #include <formats/CLasGuard.h>
 #include <tests/io/CMemFile.h>
 #include <tests/support/LasBytes.h>
 #include <tests/support/RealFiles.h>
+
+#include <gtest/gtest.h>
 
 #include <cstring>
 #include <filesystem>

@@ -1,10 +1,10 @@
-#include <gtest/gtest.h>
-
 #include <formats/CLasHeader.h>
 #include <formats/CSizedFile.h>
 #include <tests/io/CMemFile.h>
 #include <tests/support/LasBytes.h>
 #include <tests/support/RealFiles.h>
+
+#include <gtest/gtest.h>
 
 #include <cstring>
 #include <filesystem>

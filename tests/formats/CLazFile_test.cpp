@@ -1,8 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <formats/CLazFile.h>
 #include <tests/io/CMemFile.h>
 #include <tests/support/CRandom.h>
+
+#include <gtest/gtest.h>
 
 #include <cstdint>
 #include <fstream>

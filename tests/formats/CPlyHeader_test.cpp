@@ -1,10 +1,10 @@
-#include <gtest/gtest.h>
-
 #include <formats/CByteReader.h>
 #include <formats/CPlyHeader.h>
 #include <formats/CPlyMeaning.h>
 #include <tests/io/CMemFile.h>
 #include <tests/io/ply/PlyBytes.h>
+
+#include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
@@ -59,8 +59,8 @@ protected:
     CPlyMeaning m_meaning;
 };
 
-using Counts = std::vector<std::int32_t>;
-using Ints = std::vector<int>;
+using TCounts = std::vector<std::int32_t>;
+using TInts = std::vector<int>;
 
 TEST_F(CPlyHeaderTest, Magic_MustBeTheFirstLines)
 {
@@ -81,7 +81,7 @@ TEST_F(CPlyHeaderTest, Magic_MustBeTheFirstLines)
 TEST_F(CPlyHeaderTest, Comment_IsSkippedFromTheThirdLineOn)
 {
     EXPECT_TRUE(ReadLines("comment element vertex 5\ncomment \nelement a 1\ncomment property int b\n"));
-    EXPECT_EQ(Counts({1}), GetCounts());
+    EXPECT_EQ(TCounts({1}), GetCounts());
     EXPECT_EQ(0U, m_header.GetElements()[0].nNumProps);
 }
 
@@ -90,7 +90,7 @@ TEST_F(CPlyHeaderTest, OtherLines_AreIgnored)
     EXPECT_TRUE(
         ReadLines("obj_info a\n\n \ncomment\nElement b 2\n element c 3\nelement\nproperty\nend_header \n"
                   "element\ta 4\nelement d 5\n"));
-    EXPECT_EQ(Counts({5}), GetCounts());
+    EXPECT_EQ(TCounts({5}), GetCounts());
 }
 
 TEST_F(CPlyHeaderTest, Element_CountIsTheIntegerBehindTheLastBlank)
@@ -98,28 +98,28 @@ TEST_F(CPlyHeaderTest, Element_CountIsTheIntegerBehindTheLastBlank)
     EXPECT_TRUE(
         ReadLines("element a 3\nelement b c 4\nelement d  5\nelement e +6\nelement f 7x\nelement g \t8\n"
                   "element 9\n"));
-    EXPECT_EQ(Counts({3, 4, 5, 6, 7, 8, 9}), GetCounts());
+    EXPECT_EQ(TCounts({3, 4, 5, 6, 7, 8, 9}), GetCounts());
 }
 
 TEST_F(CPlyHeaderTest, Element_WithoutPositiveCountIsDropped)
 {
     EXPECT_TRUE(ReadLines(
         "element a 0\nelement b -3\nelement c\nelement d 2 \nelement e x\nelement \nelement f 1\n"));
-    EXPECT_EQ(Counts({1}), GetCounts());
+    EXPECT_EQ(TCounts({1}), GetCounts());
 }
 
 TEST_F(CPlyHeaderTest, Element_CountSaturates)
 {
     EXPECT_TRUE(ReadLines("element a 2147483647\nelement b 2147483648\nelement c 99999999999999999999999\n"
                           "element d -99999999999999999999999\n"));
-    EXPECT_EQ(Counts({2147483647, 2147483647, 2147483647}), GetCounts());
+    EXPECT_EQ(TCounts({2147483647, 2147483647, 2147483647}), GetCounts());
 }
 
 TEST_F(CPlyHeaderTest, Element_IsVertexByTheWordBehindTheFirstBlank)
 {
     EXPECT_TRUE(ReadLines("element vertex 1\nelement vertexes 2\nelement face 3\nelement Vertex 4\n"
                           "element vertex a 5\nelement  vertex 6\nelement vertex\t7\n"));
-    EXPECT_EQ(Counts({1, 2, 3, 4, 5, 6}), GetCounts()); // of the last the count is that of "vertex\t7"
+    EXPECT_EQ(TCounts({1, 2, 3, 4, 5, 6}), GetCounts()); // of the last the count is that of "vertex\t7"
     EXPECT_TRUE(IsVertex(0));
     EXPECT_FALSE(IsVertex(1));
     EXPECT_FALSE(IsVertex(2));
@@ -132,7 +132,7 @@ TEST_F(CPlyHeaderTest, Element_IsVertexByTheWordBehindTheFirstBlank)
 TEST_F(CPlyHeaderTest, Element_AfterEmptyVertexIsVertex_Kept)
 {
     EXPECT_TRUE(ReadLines("element vertex 0\nelement face 2\nelement edge 3\n"));
-    EXPECT_EQ(Counts({2, 3}), GetCounts());
+    EXPECT_EQ(TCounts({2, 3}), GetCounts());
     EXPECT_TRUE(IsVertex(0));
     EXPECT_FALSE(IsVertex(1));
 }
@@ -141,8 +141,8 @@ TEST_F(CPlyHeaderTest, Element_DroppedTakesItsPropertiesAlong)
 {
     EXPECT_TRUE(ReadLines("property float x\nelement a 0\nproperty float y\nelement b 1\nproperty float z\n"
                           "element c -1\nproperty uchar red\nelement d 1\nproperty uchar blue\n"));
-    ASSERT_EQ(Counts({1, 1}), GetCounts());
-    EXPECT_EQ(Ints({PlyRole_Z}), GetRoles());
+    ASSERT_EQ(TCounts({1, 1}), GetCounts());
+    EXPECT_EQ(TInts({PlyRole_Z}), GetRoles());
     const CPlyElement& last = m_header.GetElements()[1];
     ASSERT_EQ(1U, last.nNumProps);
     EXPECT_EQ(PlyRole_Blue, m_header.GetProperties(last)[0].eRole);
@@ -153,7 +153,7 @@ TEST_F(CPlyHeaderTest, Property_ClassicTypes)
     EXPECT_TRUE(
         ReadLines("element a 1\nproperty char p\nproperty uchar p\nproperty short p\nproperty ushort p\n"
                   "property int p\nproperty uint p\nproperty float p\nproperty double p\n"));
-    EXPECT_EQ(Ints({1, 2, 3, 4, 5, 6, 7, 8}), GetTypes());
+    EXPECT_EQ(TInts({1, 2, 3, 4, 5, 6, 7, 8}), GetTypes());
     const CPlyProperty* pProps = m_header.GetProperties(m_header.GetElements()[0]);
     const std::vector<std::size_t> vecSizes = {1, 1, 2, 2, 4, 4, 4, 8};
     for (std::size_t i = 0; i < vecSizes.size(); ++i)
@@ -171,7 +171,7 @@ TEST_F(CPlyHeaderTest, Property_Lists)
                   "property list uchar short p\nproperty list uchar ushort p\nproperty list uchar int p\n"
                   "property list uchar uint p\nproperty list uchar float p\n"
                   "property list uchar double p\n"));
-    EXPECT_EQ(Ints({9, 10, 11, 12, 13, 14, 15, 16}), GetTypes());
+    EXPECT_EQ(TInts({9, 10, 11, 12, 13, 14, 15, 16}), GetTypes());
     const CPlyProperty* pProps = m_header.GetProperties(m_header.GetElements()[0]);
     const std::vector<std::size_t> vecSizes = {1, 1, 2, 2, 4, 4, 4, 8};
     for (std::size_t i = 0; i < vecSizes.size(); ++i)
@@ -187,7 +187,7 @@ TEST_F(CPlyHeaderTest, Property_OtherTypesAreUnreadable)
                           "property list char int p\nproperty list uchar bool p\nproperty Float p\n"
                           "property  float p\nproperty list uchar  int p\nproperty list  uchar int p\n"
                           "property \nproperty f\n"));
-    EXPECT_EQ(Ints(11, 0), GetTypes());
+    EXPECT_EQ(TInts(11, 0), GetTypes());
     EXPECT_FALSE(m_header.GetProperties(m_header.GetElements()[0])[0].IsReadable());
 }
 
@@ -198,21 +198,21 @@ TEST_F(CPlyHeaderTest, Property_SizedTypesGoByPrefix_Kept)
         ReadLines("element a 1\nproperty int8 p\nproperty int16 p\nproperty int32 p\nproperty uint8 p\n"
                   "property uint16 p\nproperty uint32 p\nproperty float32 p\nproperty float64 p\n"
                   "property list uchar int8 p\nproperty list uchar float64 p\nproperty charm p\n"));
-    EXPECT_EQ(Ints({5, 5, 5, 6, 6, 6, 7, 7, 13, 15, 1}), GetTypes());
+    EXPECT_EQ(TInts({5, 5, 5, 6, 6, 6, 7, 7, 13, 15, 1}), GetTypes());
 }
 
 TEST_F(CPlyHeaderTest, Property_Roles)
 {
     EXPECT_TRUE(
         ReadLines("element a 1\n" + c_sPlyXyz + c_sPlyRgb + "property uchar alpha\nproperty int X\n"));
-    EXPECT_EQ(Ints({1, 2, 3, 4, 5, 6, 0, 0}), GetRoles());
+    EXPECT_EQ(TInts({1, 2, 3, 4, 5, 6, 0, 0}), GetRoles());
 }
 
 TEST_F(CPlyHeaderTest, Property_RoleOfSizedTypesAndLists)
 {
     EXPECT_TRUE(ReadLines("element a 1\nproperty float32 x\nproperty uint8 red\nproperty list uchar int y\n"
                           "property bool z\n"));
-    EXPECT_EQ(Ints({PlyRole_X, PlyRole_Red, PlyRole_Y, PlyRole_Z}), GetRoles());
+    EXPECT_EQ(TInts({PlyRole_X, PlyRole_Red, PlyRole_Y, PlyRole_Z}), GetRoles());
 }
 
 TEST_F(CPlyHeaderTest, Property_RoleTakesTheWholeRestOfTheLine)
@@ -220,18 +220,18 @@ TEST_F(CPlyHeaderTest, Property_RoleTakesTheWholeRestOfTheLine)
     EXPECT_TRUE(
         ReadLines("element a 1\nproperty float x \nproperty float  x\nproperty float a x\nproperty floatx\n"
                   "property float xx\nproperty float\tx\nproperty float\nproperty float \n"));
-    EXPECT_EQ(Ints(8, 0), GetRoles());
+    EXPECT_EQ(TInts(8, 0), GetRoles());
 }
 
 TEST_F(CPlyHeaderTest, Line_OfMoreThan511CharactersIsSeveralLines)
 {
     const std::string sFill(511 - std::string("comment ").size(), 'c');
     EXPECT_TRUE(ReadLines("comment " + sFill + "element a 3\n"));
-    EXPECT_EQ(Counts({3}), GetCounts());
+    EXPECT_EQ(TCounts({3}), GetCounts());
     EXPECT_TRUE(ReadLines("comment " + sFill + "celement a 3\n"));
-    EXPECT_EQ(Counts(), GetCounts());
+    EXPECT_EQ(TCounts(), GetCounts());
     EXPECT_TRUE(ReadLines("comment " + sFill + "\nelement a 3\n")); // its line feed is a line of its own
-    EXPECT_EQ(Counts({3}), GetCounts());
+    EXPECT_EQ(TCounts({3}), GetCounts());
 }
 
 TEST_F(CPlyHeaderTest, Line_CountAcrossTheEndOfALineIsCut)
@@ -239,7 +239,7 @@ TEST_F(CPlyHeaderTest, Line_CountAcrossTheEndOfALineIsCut)
     const std::string sStart = "element a ";
     const std::string sFill(510 - sStart.size() - 1, 'b');
     EXPECT_TRUE(ReadLines(sStart + sFill + " 34\n")); // 511 characters up to the 3
-    EXPECT_EQ(Counts({3}), GetCounts());
+    EXPECT_EQ(TCounts({3}), GetCounts());
 }
 
 TEST_F(CPlyHeaderTest, Line_CarriageReturnAndLineFeedAreOneCharacter)
@@ -247,9 +247,9 @@ TEST_F(CPlyHeaderTest, Line_CarriageReturnAndLineFeedAreOneCharacter)
     const std::string sFill(510 - std::string("comment ").size(), 'c');
     // 510 characters and the line end make 511: the next line starts behind it.
     EXPECT_TRUE(ReadLines("comment " + sFill + "\r\nelement a 3\n"));
-    EXPECT_EQ(Counts({3}), GetCounts());
+    EXPECT_EQ(TCounts({3}), GetCounts());
     EXPECT_TRUE(ReadLines("comment " + sFill + "\nelement a 3\n"));
-    EXPECT_EQ(Counts({3}), GetCounts());
+    EXPECT_EQ(TCounts({3}), GetCounts());
 }
 
 TEST_F(CPlyHeaderTest, Line_MayEndInCarriageReturnAndLineFeed)
@@ -258,8 +258,8 @@ TEST_F(CPlyHeaderTest, Line_MayEndInCarriageReturnAndLineFeed)
     for (std::size_t n = sFile.find('\n'); n != std::string::npos; n = sFile.find('\n', n + 2))
         sFile.insert(n, 1, '\r');
     EXPECT_TRUE(Read(sFile + "data"));
-    EXPECT_EQ(Counts({3}), GetCounts());
-    EXPECT_EQ(Ints({1, 2, 3}), GetRoles());
+    EXPECT_EQ(TCounts({3}), GetCounts());
+    EXPECT_EQ(TInts({1, 2, 3}), GetRoles());
     EXPECT_EQ(static_cast<long>(sFile.size()), m_header.GetDataOffset());
 }
 
@@ -267,35 +267,35 @@ TEST_F(CPlyHeaderTest, Line_CarriageReturnAloneIsACharacter)
 {
     EXPECT_FALSE(Read("ply\rformat binary_little_endian 1.0\rend_header\r"));
     EXPECT_TRUE(ReadLines("element a 1\nproperty float x\r\r\nproperty float x\ry\nproperty float \rx\n"));
-    EXPECT_EQ(Ints({0, 0, 0}), GetRoles());
+    EXPECT_EQ(TInts({0, 0, 0}), GetRoles());
     EXPECT_TRUE(Read(c_sPlyMagic + "element a 1\nend_header\r"));
-    EXPECT_EQ(Counts(), GetCounts());
+    EXPECT_EQ(TCounts(), GetCounts());
 }
 
 TEST_F(CPlyHeaderTest, Line_EndsAtAZeroByte)
 {
     using namespace std::string_literals;
     EXPECT_TRUE(ReadLines("element a 1\nproperty float x\0\nproperty float y\n\0element b 3\n"s));
-    EXPECT_EQ(Counts({1}), GetCounts());
-    EXPECT_EQ(Ints({PlyRole_None, PlyRole_Y}), GetRoles());
+    EXPECT_EQ(TCounts({1}), GetCounts());
+    EXPECT_EQ(TInts({PlyRole_None, PlyRole_Y}), GetRoles());
     EXPECT_TRUE(ReadLines("element vertex\0 5\nelement a 4\0\n"s));
-    EXPECT_EQ(Counts({4}), GetCounts());
+    EXPECT_EQ(TCounts({4}), GetCounts());
     EXPECT_FALSE(Read("ply\0\nformat binary_little_endian 1.0\nend_header\n"s));
     EXPECT_TRUE(Read(c_sPlyMagic + "element a 1\nend_header\0\nelement b 2\nend_header\n"s)); // goes on
-    EXPECT_EQ(Counts({1, 2}), GetCounts());
+    EXPECT_EQ(TCounts({1, 2}), GetCounts());
 }
 
 // A header that the end of the file cuts off gives the elements completed until then.
 TEST_F(CPlyHeaderTest, EndOfFile_DropsTheOpenElement_Kept)
 {
     EXPECT_TRUE(Read(c_sPlyMagic));
-    EXPECT_EQ(Counts(), GetCounts());
+    EXPECT_EQ(TCounts(), GetCounts());
     EXPECT_TRUE(Read(c_sPlyMagic + "element a 1\nelement b 2\nproperty int c\n"));
-    EXPECT_EQ(Counts({1}), GetCounts());
+    EXPECT_EQ(TCounts({1}), GetCounts());
     EXPECT_TRUE(Read(c_sPlyMagic + "element a 1\nelement b 2\nend_header")); // no line feed: not the line
-    EXPECT_EQ(Counts({1}), GetCounts());
+    EXPECT_EQ(TCounts({1}), GetCounts());
     EXPECT_TRUE(Read(c_sPlyMagic + "element a 1\nelement b 2")); // the line counts, unfinished as it is
-    EXPECT_EQ(Counts({1}), GetCounts());
+    EXPECT_EQ(TCounts({1}), GetCounts());
 }
 
 TEST_F(CPlyHeaderTest, DataOffset_IsBehindTheLastHeaderLine)

@@ -1,6 +1,6 @@
-#include <gtest/gtest.h>
-
 #include <formats/LasLayout.h>
+
+#include <gtest/gtest.h>
 
 TEST(LasLayout, IsColorTaken_LaterFormatsAreNot_Kept)
 {

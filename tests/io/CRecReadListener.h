@@ -36,31 +36,31 @@ struct CReadCall
     /// Coordinates count by their bits: not-a-number equals itself, and zero is not minus zero.
     bool operator==(const CReadCall& other) const
     {
-        return m_eKind == other.m_eKind && m_nValue == other.m_nValue && m_anColor == other.m_anColor &&
-               std::memcmp(m_adPos.data(), other.m_adPos.data(), sizeof m_adPos) == 0;
+        return eKind == other.eKind && nValue == other.nValue && anColor == other.anColor &&
+               std::memcmp(adPos.data(), other.adPos.data(), sizeof adPos) == 0;
     }
     bool operator!=(const CReadCall& other) const { return !(*this == other); }
 
-    enumKind m_eKind;
-    int m_nValue;
-    std::array<double, 3> m_adPos;
-    std::array<int, 3> m_anColor;
+    enumKind eKind;
+    int nValue;
+    std::array<double, 3> adPos;
+    std::array<int, 3> anColor;
 };
 
 inline std::ostream& operator<<(std::ostream& stream, const CReadCall& call)
 {
     static constexpr const char* c_asName[] = {"Type", "NumPnts", "Pnt", "ColorPnt", "End", "Progress"};
-    stream << c_asName[call.m_eKind] << '(';
-    if (call.m_eKind == CReadCall::Kind_Pnt || call.m_eKind == CReadCall::Kind_ColorPnt)
-        stream << call.m_adPos[0] << ", " << call.m_adPos[1] << ", " << call.m_adPos[2];
-    else if (call.m_eKind != CReadCall::Kind_End)
-        stream << call.m_nValue;
-    if (call.m_eKind == CReadCall::Kind_ColorPnt)
-        stream << ", " << call.m_anColor[0] << ", " << call.m_anColor[1] << ", " << call.m_anColor[2];
+    stream << c_asName[call.eKind] << '(';
+    if (call.eKind == CReadCall::Kind_Pnt || call.eKind == CReadCall::Kind_ColorPnt)
+        stream << call.adPos[0] << ", " << call.adPos[1] << ", " << call.adPos[2];
+    else if (call.eKind != CReadCall::Kind_End)
+        stream << call.nValue;
+    if (call.eKind == CReadCall::Kind_ColorPnt)
+        stream << ", " << call.anColor[0] << ", " << call.anColor[1] << ", " << call.anColor[2];
     return stream << ')';
 }
 
-using CReadCalls = std::vector<CReadCall>;
+using TReadCalls = std::vector<CReadCall>;
 
 /// Records the calls of a reader, those to the progress object among them, in their order.
 class CRecReadListener final : public IPntCldReadListener, public IDlgProgress
@@ -87,11 +87,11 @@ public:
     {
         int nNum = 0;
         for (const CReadCall& call : m_vecCalls)
-            nNum += call.m_eKind == eKind ? 1 : 0;
+            nNum += call.eKind == eKind ? 1 : 0;
         return nNum;
     }
 
-    CReadCalls m_vecCalls;
+    TReadCalls m_vecCalls;
     bool m_bOtherProgressCall = false; ///< Start or Stop was called
 };
 

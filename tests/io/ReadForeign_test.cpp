@@ -1,7 +1,7 @@
-#include <gtest/gtest.h>
-
 #include <tests/io/ply/PlyBytes.h>
 #include <tests/io/ply/ReadPly.h>
+
+#include <gtest/gtest.h>
 
 namespace
 {
@@ -11,7 +11,7 @@ TEST(ReadForeign, Ply_IsRead)
     const CMemFile file(PlyOfXyz(1));
     CRecReadListener rec;
     EXPECT_TRUE(ReadForeign(rec, nullptr, PntCldFile_Ply, file.GetPath()));
-    EXPECT_EQ(CReadCalls({CReadCall::Type(0), CReadCall::NumPnts(1), CReadCall::Pnt(0, 0.25, 0.5),
+    EXPECT_EQ(TReadCalls({CReadCall::Type(0), CReadCall::NumPnts(1), CReadCall::Pnt(0, 0.25, 0.5),
                           CReadCall::End()}),
               rec.m_vecCalls);
 }

@@ -17,7 +17,7 @@ class BuildTree_prop : public ::testing::Test
 {
 public:
     /// @return empty, or what differs.
-    static std::string Diff(const std::vector<Ref::Pnt>& pnts)
+    static std::string Diff(const std::vector<Ref::CPnt>& pnts)
     {
         CTestStore<T> store(pnts, c_org);
         store.ComputeTree();
@@ -28,28 +28,28 @@ public:
     }
 };
 
-TYPED_TEST_SUITE(BuildTree_prop, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(BuildTree_prop, TBothPntTypes, CPntTypeName);
 
 TYPED_TEST(BuildTree_prop, BuildTree_SameAsModel)
 {
-    using Suite = BuildTree_prop<TypeParam>;
-    CheckProp(2500, [](const CldRecipe& recipe) { RC_ASSERT(Suite::Diff(MakePnts(recipe)) == ""); });
+    using TSuite = BuildTree_prop<TypeParam>;
+    CheckProp(2500, [](const CCldRecipe& recipe) { RC_ASSERT(TSuite::Diff(MakePnts(recipe)) == ""); });
 }
 
 // Small clouds of few values: every coincidence of points and planes.
 TYPED_TEST(BuildTree_prop, BuildTree_SmallLattices)
 {
-    using Suite = BuildTree_prop<TypeParam>;
+    using TSuite = BuildTree_prop<TypeParam>;
     CheckProp(3000,
               []
               {
                   const int nScale = *rc::gen::element(1, 2, 3, 125, 500, 1000, 100000);
                   const auto coords = *rc::gen::container<std::vector<int>>(rc::gen::inRange(-4, 5));
-                  std::vector<Ref::Pnt> pnts;
+                  std::vector<Ref::CPnt> pnts;
                   for (std::size_t i = 0; i + 2 < coords.size(); ++i) // each value serves all three axes
                       pnts.push_back({coords[i] * nScale, coords[i + 1] * nScale, coords[i + 2] * nScale,
                                       static_cast<std::uint8_t>(i)});
-                  RC_ASSERT(Suite::Diff(pnts) == "");
+                  RC_ASSERT(TSuite::Diff(pnts) == "");
               });
 }
 
@@ -57,16 +57,16 @@ TYPED_TEST(BuildTree_prop, BuildTree_SmallLattices)
 // moved as a whole, and everything must come out as if record by record.
 TYPED_TEST(BuildTree_prop, BuildTree_EqualRecordsAtTheEnd_SameAsModel)
 {
-    using Suite = BuildTree_prop<TypeParam>;
+    using TSuite = BuildTree_prop<TypeParam>;
     CheckProp(400,
-              [](const CldRecipe& recipe)
+              [](const CCldRecipe& recipe)
               {
-                  std::vector<Ref::Pnt> pnts = MakePnts(recipe);
+                  std::vector<Ref::CPnt> pnts = MakePnts(recipe);
                   const int nCoord = *rc::gen::element(0, 0, 1, -1, 400, -100000, 2147483647);
-                  const Ref::Pnt tail{nCoord, *rc::gen::element(0, nCoord), -nCoord / 2};
+                  const Ref::CPnt tail{nCoord, *rc::gen::element(0, nCoord), -nCoord / 2};
                   const int nNumTail = *rc::gen::element(998, 999, 1000, 1001, 1007, 2500, 4001);
                   pnts.insert(pnts.end(), static_cast<std::size_t>(nNumTail), tail);
-                  RC_ASSERT(Suite::Diff(pnts) == "");
+                  RC_ASSERT(TSuite::Diff(pnts) == "");
               });
 }
 
@@ -74,7 +74,7 @@ TYPED_TEST(BuildTree_prop, BuildTree_EqualRecordsAtTheEnd_SameAsModel)
 TYPED_TEST(BuildTree_prop, BuildTree_TwiceIsOnce)
 {
     CheckProp(300,
-              [](const CldRecipe& recipe)
+              [](const CCldRecipe& recipe)
               {
                   CTestStore<TypeParam> store(MakePnts(recipe), c_org);
                   store.ComputeTree();
@@ -90,7 +90,7 @@ TYPED_TEST(BuildTree_prop, BuildTree_SameAsModelOnEveryCase)
     for (const CCldCase& cldCase : AllCldCases())
     {
         SCOPED_TRACE(cldCase.GetName());
-        std::vector<Ref::Pnt> pnts;
+        std::vector<Ref::CPnt> pnts;
         for (const zor::geom::PNT_3D& pnt : cldCase.GetPnts())
             pnts.push_back({Ref::ToCompact(pnt.x, 0.0F), Ref::ToCompact(pnt.y, 0.0F),
                             Ref::ToCompact(pnt.z, 0.0F), static_cast<std::uint8_t>(pnts.size())});

@@ -2,7 +2,6 @@
 
 #include <octree/BuildTree.h>
 #include <octree/WalkAll.h>
-
 #include <sample/CSampleTerrain.h>
 #include <tests/support/CRandom.h>
 #include <tests/support/CTestStore.h>
@@ -44,14 +43,14 @@ public:
     COcTreeNode& BuildOneOctant(int nCount, int nEdge)
     {
         CRandom random(1);
-        std::vector<Ref::Pnt> pnts{{0, 0, 0}, {nEdge, nEdge, nEdge}};
+        std::vector<Ref::CPnt> pnts{{0, 0, 0}, {nEdge, nEdge, nEdge}};
         const auto coord = [&] { return static_cast<std::int32_t>(random.Int(nEdge / 2, nEdge)); };
         for (int i = 1; i < nCount; ++i)
             pnts.push_back({coord(), coord(), coord()});
         return Build(pnts);
     }
 
-    COcTreeNode& Build(const std::vector<Ref::Pnt>& pnts)
+    COcTreeNode& Build(const std::vector<Ref::CPnt>& pnts)
     {
         m_pStore = std::make_unique<CTestStore<T>>(pnts, c_org);
         EXPECT_TRUE((**m_pStore).ComputeTree());
@@ -64,7 +63,7 @@ private:
     std::unique_ptr<CTestStore<T>> m_pStore;
 };
 
-TYPED_TEST_SUITE(BuildTree_case, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(BuildTree_case, TBothPntTypes, CPntTypeName);
 
 TYPED_TEST(BuildTree_case, Octant_OfTenPointsIsALeaf)
 {
@@ -96,7 +95,7 @@ TYPED_TEST(BuildTree_case, Octant_Of1000PointsIsDividedWhateverTheEdge)
 TYPED_TEST(BuildTree_case, SmallCube_Of999PointsIsOneLeafAnOctant)
 {
     CRandom random(3);
-    std::vector<Ref::Pnt> pnts{{0, 0, 0}, {1000, 1000, 1000}};
+    std::vector<Ref::CPnt> pnts{{0, 0, 0}, {1000, 1000, 1000}};
     const auto coord = [&] { return static_cast<std::int32_t>(random.Int(0, 1000)); };
     while (pnts.size() < 999)
         pnts.push_back({coord(), coord(), coord()});
@@ -107,7 +106,7 @@ TYPED_TEST(BuildTree_case, SmallCube_Of999PointsIsOneLeafAnOctant)
 
 TYPED_TEST(BuildTree_case, EqualPoints_EndInOneLeafBelowDepth20)
 {
-    const COcTreeNode& root = this->Build(std::vector<Ref::Pnt>(5000, {17, -4, 99}));
+    const COcTreeNode& root = this->Build(std::vector<Ref::CPnt>(5000, {17, -4, 99}));
     std::vector<CLeafAt> vecLeaves;
     ListLeaves(root, 0, vecLeaves);
     ASSERT_EQ(vecLeaves.size(), 1U);
@@ -134,7 +133,7 @@ TYPED_TEST(BuildTree_case, PointOnASplittingPlane_LiesAbove)
 // Octant 4 × (x upper) + 2 × (y upper) + (z upper); runs in octant order.
 TYPED_TEST(BuildTree_case, Octants_HaveTheirNumbers)
 {
-    std::vector<Ref::Pnt> pnts;
+    std::vector<Ref::CPnt> pnts;
     for (int k = 7; k >= 0; --k)
         pnts.push_back({(k & 4) != 0 ? 5 : -5, (k & 2) != 0 ? 5 : -5, (k & 1) != 0 ? 5 : -5});
     const COcTreeNode& root = this->Build(pnts);
@@ -235,7 +234,7 @@ TYPED_TEST(BuildTree_case, LeafRuns_TileTheArray)
         SCOPED_TRACE(cldCase.GetName());
         if (cldCase.GetPnts().empty())
             continue;
-        std::vector<Ref::Pnt> pnts;
+        std::vector<Ref::CPnt> pnts;
         for (const zor::geom::PNT_3D& pnt : cldCase.GetPnts())
             pnts.push_back(
                 {Ref::ToCompact(pnt.x, 0.0F), Ref::ToCompact(pnt.y, 0.0F), Ref::ToCompact(pnt.z, 0.0F)});
@@ -246,7 +245,7 @@ TYPED_TEST(BuildTree_case, LeafRuns_TileTheArray)
 TYPED_TEST(BuildTree_case, Memory_AtMostFourBytesAPointOfTerrain)
 {
     const CSampleTerrain terrain(300000);
-    std::vector<Ref::Pnt> pnts;
+    std::vector<Ref::CPnt> pnts;
     terrain.ForEachPnt(
         [&](const CSamplePnt& pnt)
         {

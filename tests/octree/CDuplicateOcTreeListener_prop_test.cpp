@@ -14,12 +14,12 @@ template <class T>
 class CDuplicate_prop : public ::testing::Test
 {
 };
-TYPED_TEST_SUITE(CDuplicate_prop, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(CDuplicate_prop, TBothPntTypes, CPntTypeName);
 
 TYPED_TEST(CDuplicate_prop, FindDuplicates_SameAsEveryPair)
 {
     CheckProp(1500,
-              [](const CldRecipe& recipe)
+              [](const CCldRecipe& recipe)
               {
                   CTestStore<TypeParam> store(MakePnts(recipe), {});
                   store.ComputeTree();
@@ -44,7 +44,7 @@ TYPED_TEST(CDuplicate_prop, FindDuplicates_OfOneLeaf)
                   const auto places = *rc::gen::container<std::vector<std::pair<int, int>>>(
                       *rc::gen::inRange<std::size_t>(0, 80),
                       rc::gen::pair(rc::gen::inRange(-nRange, nRange), rc::gen::inRange(-2, 2)));
-                  std::vector<Ref::Pnt> pnts;
+                  std::vector<Ref::CPnt> pnts;
                   for (const auto& place : places)
                       pnts.push_back({place.first, place.second, static_cast<int>(pnts.size())});
                   CTestStore<TypeParam> store(pnts, {});

@@ -27,7 +27,7 @@ public:
         return vecDeleted;
     }
 };
-TYPED_TEST_SUITE(CDuplicate_case, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(CDuplicate_case, TBothPntTypes, CPntTypeName);
 
 // Heights are not compared, and the first in the leaf's order stays.
 TYPED_TEST(CDuplicate_case, SamePlace_FirstStaysWhateverTheHeight_Kept)
@@ -62,7 +62,7 @@ TYPED_TEST(CDuplicate_case, Visitor_AsksNoPointAndHasNoneDeleted)
     store->MarkDeleted(0);
     CDuplicateOcTreeListener<TypeParam> listener(*store);
     EXPECT_FALSE(listener.IsDeleted(0));
-    TypeParam pnt = PntTrait<TypeParam>::Make({9, 9, 9, 9, 9, 9});
+    TypeParam pnt = CPntTrait<TypeParam>::Make({9, 9, 9, 9, 9, 9});
     listener.GetPnt(0, pnt);
     EXPECT_EQ(pnt.m_nX, 9);
 }
@@ -71,7 +71,7 @@ TYPED_TEST(CDuplicate_case, Visitor_AsksNoPointAndHasNoneDeleted)
 // would take ten thousand times longer by pairs.
 TYPED_TEST(CDuplicate_case, LargeLeaf_NearLinear)
 {
-    std::vector<Ref::Pnt> pnts;
+    std::vector<Ref::CPnt> pnts;
     for (int i = 0; i < 300000; ++i)
         pnts.push_back({0, 0, 0});
     CTestStore<TypeParam> stacked(pnts, {});
@@ -81,7 +81,7 @@ TYPED_TEST(CDuplicate_case, LargeLeaf_NearLinear)
 // All different, and all in one leaf, which the visitor is told of directly.
 TYPED_TEST(CDuplicate_case, LargeLeafOfDifferentPoints_NearLinear)
 {
-    std::vector<Ref::Pnt> pnts;
+    std::vector<Ref::CPnt> pnts;
     for (int i = 0; i < 300000; ++i)
         pnts.push_back({i % 547 * 1024, i / 547 * 65536, 0});
     CTestStore<TypeParam> store(pnts, {});

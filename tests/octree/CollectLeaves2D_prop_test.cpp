@@ -14,16 +14,16 @@ template <class T>
 class CollectLeaves2D_Prop : public ::testing::Test
 {
 };
-TYPED_TEST_SUITE(CollectLeaves2D_Prop, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(CollectLeaves2D_Prop, TBothPntTypes, CPntTypeName);
 
 /// A rectangle that has to do with the points: limits on them, quarters of a unit beside them, or none.
-std::array<double, 4> MakeBox(CRandom& random, const std::vector<Ref::Pnt>& pnts)
+std::array<double, 4> MakeBox(CRandom& random, const std::vector<Ref::CPnt>& pnts)
 {
     static const std::vector<double> c_special = {0.0, std::nan(""), HUGE_VAL, -HUGE_VAL, 1.0e300, -1.0e300};
     std::array<double, 4> box{};
     for (std::size_t i = 0; i < box.size(); ++i)
     {
-        const Ref::Pnt& pnt = random.Pick(pnts);
+        const Ref::CPnt& pnt = random.Pick(pnts);
         box[i] = random.Chance(10)
                      ? random.Pick(c_special)
                      : (i % 2 == 0 ? pnt.x : pnt.y) + static_cast<double>(random.Int(-8, 8)) / 4.0;
@@ -39,7 +39,7 @@ TYPED_TEST(CollectLeaves2D_Prop, SameAsModel)
     for (std::uint64_t nSeed = 0; nSeed < 600; ++nSeed)
     {
         SCOPED_TRACE(nSeed);
-        CldRecipe recipe;
+        CCldRecipe recipe;
         recipe.shape = static_cast<int>(nSeed % c_nNumCldShapes);
         recipe.size = 1 + static_cast<int>(nSeed % 397);
         recipe.seed = nSeed;

@@ -33,10 +33,10 @@ public:
 };
 
 /// First in the tree's order some batches of points anywhere; then a dense group, deep in the tree.
-std::vector<Ref::Pnt> MakePnts()
+std::vector<Ref::CPnt> MakePnts()
 {
     CRandom random(1);
-    std::vector<Ref::Pnt> pnts;
+    std::vector<Ref::CPnt> pnts;
     const auto add = [&](int nNumPnts, int nMin, int nMax)
     {
         const auto coord = [&] { return static_cast<std::int32_t>(random.Int(nMin, nMax)); };
@@ -60,7 +60,7 @@ template <class T>
 class Query3D_alloc : public ::testing::Test
 {
 public:
-    using Query = std::function<void(IPntCldListener*)>;
+    using TQuery = std::function<void(IPntCldListener*)>;
 
     Query3D_alloc() : m_store(MakePnts(), {0.0F, 0.0F, 0.0F})
     {
@@ -81,13 +81,13 @@ public:
     CTestStore<T> m_store;
     double m_dLod = 0.0;
     std::vector<zor::geom::PLANE_3D> m_vecPlanes;
-    std::vector<Query> m_vecQueries;
+    std::vector<TQuery> m_vecQueries;
 };
-TYPED_TEST_SUITE(Query3D_alloc, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(Query3D_alloc, TBothPntTypes, CPntTypeName);
 
 TYPED_TEST(Query3D_alloc, EveryFailure_LeavesNothingBehind)
 {
-    const std::vector<Ref::Pnt> pntsBefore = this->m_store.GetPnts();
+    const std::vector<Ref::CPnt> pntsBefore = this->m_store.GetPnts();
     for (std::size_t nQuery = 0; nQuery < this->m_vecQueries.size(); ++nQuery)
     {
         SCOPED_TRACE(nQuery);

@@ -4,7 +4,6 @@
 #include <tests/support/CheckProp.h>
 #include <tests/support/CldCases.h>
 #include <tests/support/RandomCld.h>
-
 #include <zor3geom/PLANE_3D.h>
 
 #include <cmath>
@@ -22,10 +21,10 @@ enum class Kind
 
 constexpr Kind c_kinds[] = {Kind::All, Kind::Lod, Kind::Clip, Kind::LodClip};
 
-std::vector<zor::geom::PLANE_3D> ToPlanes(const std::vector<Ref::Plane>& planes)
+std::vector<zor::geom::PLANE_3D> ToPlanes(const std::vector<Ref::CPlane>& planes)
 {
     std::vector<zor::geom::PLANE_3D> vecPlanes;
-    for (const Ref::Plane& plane : planes)
+    for (const Ref::CPlane& plane : planes)
         vecPlanes.emplace_back(plane.a, plane.b, plane.c, plane.d);
     return vecPlanes;
 }
@@ -33,7 +32,7 @@ std::vector<zor::geom::PLANE_3D> ToPlanes(const std::vector<Ref::Plane>& planes)
 /// One random query: what it asks and how the host behaves, all from one seed.
 struct CQuestion
 {
-    CQuestion(std::uint64_t nSeed, const Ref::Store& store, bool bColor)
+    CQuestion(std::uint64_t nSeed, const Ref::CStore& store, bool bColor)
     {
         CRandom random(nSeed);
         dLod = MakeLod(random.Next());
@@ -45,15 +44,15 @@ struct CQuestion
     }
 
     double dLod;
-    std::vector<Ref::Plane> planes;
-    Ref::Host host;
+    std::vector<Ref::CPlane> planes;
+    Ref::CHost host;
 };
 
 template <class T>
 class Query3D_prop : public ::testing::Test
 {
 public:
-    static constexpr bool c_bColor = PntTrait<T>::c_bColor;
+    static constexpr bool c_bColor = CPntTrait<T>::c_bColor;
 
     /// @return empty, or what differs.
     static std::string Diff(CTestStore<T>& store, Kind eKind, const CQuestion& question)
@@ -122,13 +121,13 @@ private:
     }
 };
 
-TYPED_TEST_SUITE(Query3D_prop, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(Query3D_prop, TBothPntTypes, CPntTypeName);
 
 TYPED_TEST(Query3D_prop, Traversals_SameAsModel)
 {
-    using Suite = Query3D_prop<TypeParam>;
+    using TSuite = Query3D_prop<TypeParam>;
     CheckProp(1200,
-              [](const CldRecipe& recipe)
+              [](const CCldRecipe& recipe)
               {
                   CRandom random(recipe.seed + 1);
                   static const std::vector<float> vecOrg{0.0F, 12.34F, -500.5F, 500000.125F};
@@ -140,9 +139,9 @@ TYPED_TEST(Query3D_prop, Traversals_SameAsModel)
                   for (int i = 0; i < 3; ++i)
                   {
                       const std::uint64_t nSeed = *rc::gen::inRange<std::uint64_t>(0, 1000000000);
-                      const CQuestion question(nSeed, store.GetRef(), Suite::c_bColor);
+                      const CQuestion question(nSeed, store.GetRef(), TSuite::c_bColor);
                       for (const Kind eKind : c_kinds)
-                          RC_ASSERT(Suite::Diff(store, eKind, question) == "");
+                          RC_ASSERT(TSuite::Diff(store, eKind, question) == "");
                   }
               });
 }
@@ -150,20 +149,20 @@ TYPED_TEST(Query3D_prop, Traversals_SameAsModel)
 // Small clouds, all levels of detail that are powers of two: every depth limit, every representative.
 TYPED_TEST(Query3D_prop, Traversals_EveryDepthLimit)
 {
-    using Suite = Query3D_prop<TypeParam>;
+    using TSuite = Query3D_prop<TypeParam>;
     CheckProp(150,
-              [](const CldRecipe& recipe)
+              [](const CCldRecipe& recipe)
               {
                   CRandom random(recipe.seed + 2);
                   CTestStore<TypeParam> store(MakePnts(recipe), {0.0F, 0.0F, 0.0F});
                   store.ComputeTree();
                   store.Mark(random, static_cast<int>(random.Int(1, 4)), 0);
-                  CQuestion question(recipe.seed, store.GetRef(), Suite::c_bColor);
+                  CQuestion question(recipe.seed, store.GetRef(), TSuite::c_bColor);
                   for (int nPower = -2; nPower < 34; ++nPower)
                   {
                       question.dLod = std::ldexp(1.0, nPower) / 10000.0;
-                      RC_ASSERT(Suite::Diff(store, Kind::Lod, question) == "");
-                      RC_ASSERT(Suite::Diff(store, Kind::LodClip, question) == "");
+                      RC_ASSERT(TSuite::Diff(store, Kind::Lod, question) == "");
+                      RC_ASSERT(TSuite::Diff(store, Kind::LodClip, question) == "");
                   }
               });
 }
@@ -171,14 +170,14 @@ TYPED_TEST(Query3D_prop, Traversals_EveryDepthLimit)
 // Without a tree the whole-cloud query delivers, the others do not.
 TYPED_TEST(Query3D_prop, Traversals_WithoutTree)
 {
-    using Suite = Query3D_prop<TypeParam>;
+    using TSuite = Query3D_prop<TypeParam>;
     CheckProp(100,
-              [](const CldRecipe& recipe)
+              [](const CCldRecipe& recipe)
               {
                   CTestStore<TypeParam> store(MakePnts(recipe), {1.0F, 2.0F, 3.0F});
-                  const CQuestion question(recipe.seed, store.GetRef(), Suite::c_bColor);
+                  const CQuestion question(recipe.seed, store.GetRef(), TSuite::c_bColor);
                   for (const Kind eKind : c_kinds)
-                      RC_ASSERT(Suite::Diff(store, eKind, question) == "");
+                      RC_ASSERT(TSuite::Diff(store, eKind, question) == "");
               });
 }
 
@@ -187,7 +186,7 @@ TYPED_TEST(Query3D_prop, Traversals_SameAsModelOnEveryCase)
     for (const CCldCase& cldCase : AllCldCases())
     {
         SCOPED_TRACE(cldCase.GetName());
-        std::vector<Ref::Pnt> pnts;
+        std::vector<Ref::CPnt> pnts;
         for (const zor::geom::PNT_3D& pnt : cldCase.GetPnts())
             pnts.push_back({Ref::ToCompact(pnt.x, 0.0F), Ref::ToCompact(pnt.y, 0.0F),
                             Ref::ToCompact(pnt.z, 0.0F), static_cast<std::uint8_t>(pnts.size())});
@@ -206,44 +205,44 @@ TYPED_TEST(Query3D_prop, Traversals_SameAsModelOnEveryCase)
 // not. Clearly: farther than the truncation of cubes can shift them.
 TYPED_TEST(Query3D_prop, Clip_SameAsScanAwayFromThePlanes)
 {
-    CheckProp(400,
-              [](const CldRecipe& recipe)
-              {
-                  constexpr double c_dNear = 100.0 / 10000.0;
-                  std::vector<Ref::Pnt> pnts = MakePnts(recipe);
-                  for (Ref::Pnt& pnt : pnts) // beyond the int32 range the cubes do not reach the cloud's ends
-                      pnt = {pnt.x / 2, pnt.y / 2, pnt.z / 2};
-                  CTestStore<TypeParam> store(pnts, {0.0F, 0.0F, 0.0F});
-                  store.ComputeTree();
-                  CRandom random(recipe.seed);
-                  std::vector<zor::geom::PLANE_3D> planes;
-                  for (std::int64_t n = random.Int(1, 4); n > 0 && !store.GetRef().pnts.empty(); --n)
-                  {
-                      const Ref::Pnt& pnt = random.Pick(store.GetRef().pnts);
-                      const double a = random.Unit() - 0.5;
-                      const double b = random.Unit() - 0.5;
-                      const double c = random.Unit() - 0.5;
-                      const double dLength = std::sqrt(a * a + b * b + c * c) + 1e-9;
-                      planes.emplace_back(a / dLength, b / dLength, c / dLength,
-                                          -(a * pnt.x + b * pnt.y + c * pnt.z) / 10000.0 / dLength);
-                  }
-                  CRecListener rec;
-                  CQuery3D<TypeParam>(*store, &rec, 64).GetPnts_Clip(planes);
-                  std::vector<bool> vecDelivered(store.GetRef().pnts.size());
-                  for (const int i : rec.GetIndices())
-                      vecDelivered[static_cast<std::size_t>(i)] = true;
-                  for (std::size_t i = 0; i < vecDelivered.size(); ++i)
-                  {
-                      const Ref::Pnt& pnt = store.GetRef().pnts[i];
-                      double dFront = -1e300;
-                      for (const auto& plane : planes)
-                          dFront = std::max(dFront,
-                                            (plane.a * pnt.x + plane.b * pnt.y + plane.c * pnt.z) / 10000.0 +
-                                                plane.d);
-                      if (std::fabs(dFront) > c_dNear)
-                          RC_ASSERT(vecDelivered[i] == (dFront < 0.0));
-                  }
-              });
+    CheckProp(
+        400,
+        [](const CCldRecipe& recipe)
+        {
+            constexpr double c_dNear = 100.0 / 10000.0;
+            std::vector<Ref::CPnt> pnts = MakePnts(recipe);
+            for (Ref::CPnt& pnt : pnts) // beyond the int32 range the cubes do not reach the cloud's ends
+                pnt = {pnt.x / 2, pnt.y / 2, pnt.z / 2};
+            CTestStore<TypeParam> store(pnts, {0.0F, 0.0F, 0.0F});
+            store.ComputeTree();
+            CRandom random(recipe.seed);
+            std::vector<zor::geom::PLANE_3D> planes;
+            for (std::int64_t n = random.Int(1, 4); n > 0 && !store.GetRef().pnts.empty(); --n)
+            {
+                const Ref::CPnt& pnt = random.Pick(store.GetRef().pnts);
+                const double a = random.Unit() - 0.5;
+                const double b = random.Unit() - 0.5;
+                const double c = random.Unit() - 0.5;
+                const double dLength = std::sqrt(a * a + b * b + c * c) + 1e-9;
+                planes.emplace_back(a / dLength, b / dLength, c / dLength,
+                                    -(a * pnt.x + b * pnt.y + c * pnt.z) / 10000.0 / dLength);
+            }
+            CRecListener rec;
+            CQuery3D<TypeParam>(*store, &rec, 64).GetPnts_Clip(planes);
+            std::vector<bool> vecDelivered(store.GetRef().pnts.size());
+            for (const int i : rec.GetIndices())
+                vecDelivered[static_cast<std::size_t>(i)] = true;
+            for (std::size_t i = 0; i < vecDelivered.size(); ++i)
+            {
+                const Ref::CPnt& pnt = store.GetRef().pnts[i];
+                double dFront = -1e300;
+                for (const auto& plane : planes)
+                    dFront = std::max(
+                        dFront, (plane.a * pnt.x + plane.b * pnt.y + plane.c * pnt.z) / 10000.0 + plane.d);
+                if (std::fabs(dFront) > c_dNear)
+                    RC_ASSERT(vecDelivered[i] == (dFront < 0.0));
+            }
+        });
 }
 
 } // namespace

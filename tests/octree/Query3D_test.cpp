@@ -14,7 +14,7 @@ template <class T>
 class Query3D_case : public ::testing::Test
 {
 public:
-    void Build(const std::vector<Ref::Pnt>& pnts)
+    void Build(const std::vector<Ref::CPnt>& pnts)
     {
         m_pStore = std::make_unique<CTestStore<T>>(pnts, std::array<float, 3>{0.0F, 0.0F, 0.0F});
         m_pStore->ComputeTree();
@@ -30,7 +30,7 @@ public:
     /// 29999, leaf 7 with points 11 and 12 beyond.
     void BuildTwoLevels()
     {
-        std::vector<Ref::Pnt> pnts{{0, 0, 0}, {40000, 40000, 40000}, {39999, 39999, 39999}};
+        std::vector<Ref::CPnt> pnts{{0, 0, 0}, {40000, 40000, 40000}, {39999, 39999, 39999}};
         for (int i = 0; i < 10; ++i)
             pnts.push_back({20000 + i, 20000, 20000});
         Build(pnts);
@@ -44,21 +44,21 @@ protected:
 private:
     std::unique_ptr<CTestStore<T>> m_pStore;
 };
-TYPED_TEST_SUITE(Query3D_case, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(Query3D_case, TBothPntTypes, CPntTypeName);
 
-using Indices = std::vector<int>;
+using TIndices = std::vector<int>;
 
 TYPED_TEST(Query3D_case, GetPnts_BatchesOfThreeOfSevenPoints)
 {
-    this->Build(std::vector<Ref::Pnt>(7, {1, 2, 3}));
+    this->Build(std::vector<Ref::CPnt>(7, {1, 2, 3}));
     this->Query(3).GetPnts();
     EXPECT_EQ(this->GetCalls(), "ZcccP3cccP3cP1");
-    EXPECT_EQ(this->GetIndices(), (Indices{0, 1, 2, 3, 4, 5, 6}));
+    EXPECT_EQ(this->GetIndices(), (TIndices{0, 1, 2, 3, 4, 5, 6}));
 }
 
 TYPED_TEST(Query3D_case, EveryQuery_BatchesAndCallsInOrder)
 {
-    this->Build(std::vector<Ref::Pnt>(7, {1, 2, 3}));
+    this->Build(std::vector<Ref::CPnt>(7, {1, 2, 3}));
     this->Query(3).GetPnts_Lod(-1.0);
     this->Query(3).GetPnts_Clip({});
     this->Query(3).GetPnts_LodClip(0.0, {});
@@ -67,7 +67,7 @@ TYPED_TEST(Query3D_case, EveryQuery_BatchesAndCallsInOrder)
 
 TYPED_TEST(Query3D_case, FullLastBatch_IsNotFollowedByAnEmptyOne)
 {
-    this->Build(std::vector<Ref::Pnt>(6, {1, 2, 3}));
+    this->Build(std::vector<Ref::CPnt>(6, {1, 2, 3}));
     this->Query(3).GetPnts();
     this->Query(6).GetPnts_Lod(-1.0);
     this->Query(2).GetPnts_Clip({});
@@ -76,7 +76,7 @@ TYPED_TEST(Query3D_case, FullLastBatch_IsNotFollowedByAnEmptyOne)
 
 TYPED_TEST(Query3D_case, BatchBelowOne_CountsAsOne)
 {
-    this->Build(std::vector<Ref::Pnt>(2, {1, 2, 3}));
+    this->Build(std::vector<Ref::CPnt>(2, {1, 2, 3}));
     this->Query(0).GetPnts();
     this->Query(-2147483647 - 1).GetPnts_Clip({});
     EXPECT_EQ(this->GetCalls(), "ZcP1cP1ZcP1cP1");
@@ -108,7 +108,7 @@ TYPED_TEST(Query3D_case, GetPnts_IndexOrderWithoutTheDeleted)
     this->GetStore().Delete(5);
     this->GetStore().Select(7);
     this->Query(100).GetPnts();
-    EXPECT_EQ(this->GetIndices(), (Indices{1, 2, 3, 4, 6, 7, 8, 9, 10, 11, 12}));
+    EXPECT_EQ(this->GetIndices(), (TIndices{1, 2, 3, 4, 6, 7, 8, 9, 10, 11, 12}));
     for (const CCldCadPnt& pnt : this->m_rec.GetPnts())
         EXPECT_EQ(pnt.m_bSel, pnt.m_nIndex == 7);
 }
@@ -119,7 +119,7 @@ TYPED_TEST(Query3D_case, Lod_LargerThanTheTreeGivesEverything_Kept)
     this->BuildTwoLevels();
     this->GetStore().Delete(3);
     this->Query(100).GetPnts_Lod(1000.0);
-    EXPECT_EQ(this->GetIndices(), (Indices{0, 1, 2, 4, 5, 6, 7, 8, 9, 10, 11, 12}));
+    EXPECT_EQ(this->GetIndices(), (TIndices{0, 1, 2, 4, 5, 6, 7, 8, 9, 10, 11, 12}));
 }
 
 TYPED_TEST(Query3D_case, LodClip_LargerThanTheTreeGivesOnePointALeaf_Kept)
@@ -127,13 +127,13 @@ TYPED_TEST(Query3D_case, LodClip_LargerThanTheTreeGivesOnePointALeaf_Kept)
     this->BuildTwoLevels();
     this->GetStore().Delete(1);
     this->Query(100).GetPnts_LodClip(1000.0, {});
-    EXPECT_EQ(this->GetIndices(), (Indices{0, 2, 11}));
+    EXPECT_EQ(this->GetIndices(), (TIndices{0, 2, 11}));
 }
 
 // Edge 2 units: a spacing that were taken as one unit would thin these points.
 TYPED_TEST(Query3D_case, Lod_NotAboveZeroOrNotANumberIsNoThinning)
 {
-    std::vector<Ref::Pnt> pnts(12, {2, 2, 2});
+    std::vector<Ref::CPnt> pnts(12, {2, 2, 2});
     pnts.push_back({0, 0, 0});
     this->Build(pnts);
     for (const double dLod : {0.0, -0.0, -1.0, -1e300, -std::numeric_limits<double>::infinity(),
@@ -155,9 +155,9 @@ TYPED_TEST(Query3D_case, Lod_AtDepthZeroIsOneRepresentative)
     this->BuildTwoLevels();
     this->Query().GetPnts_Lod(6.5536);
     EXPECT_EQ(this->GetCalls(), "ZcP1");
-    EXPECT_EQ(this->GetIndices(), (Indices{0}));
+    EXPECT_EQ(this->GetIndices(), (TIndices{0}));
     this->Query().GetPnts_LodClip(13.1, {});
-    EXPECT_EQ(this->GetIndices(), (Indices{0, 0}));
+    EXPECT_EQ(this->GetIndices(), (TIndices{0, 0}));
 }
 
 TYPED_TEST(Query3D_case, Lod_AtDepthOneGivesOnePointAChild)
@@ -165,7 +165,7 @@ TYPED_TEST(Query3D_case, Lod_AtDepthOneGivesOnePointAChild)
     this->BuildTwoLevels();
     this->GetStore().Delete(1);
     this->Query().GetPnts_Lod(3.2768);
-    EXPECT_EQ(this->GetIndices(), (Indices{0, 2}));
+    EXPECT_EQ(this->GetIndices(), (TIndices{0, 2}));
 }
 
 // Leaves above the limit give all of their points, those at the limit one.
@@ -173,7 +173,7 @@ TYPED_TEST(Query3D_case, Lod_AtDepthTwoGivesTheUpperLeafWhole)
 {
     this->BuildTwoLevels();
     this->Query().GetPnts_Lod(1.6384);
-    EXPECT_EQ(this->GetIndices(), (Indices{0, 1, 11}));
+    EXPECT_EQ(this->GetIndices(), (TIndices{0, 1, 11}));
     this->Query(100).GetPnts_Lod(0.8192);
     EXPECT_EQ(this->GetIndices().size(), 3U + 13U);
 }
@@ -193,14 +193,14 @@ TYPED_TEST(Query3D_case, LodClip_WithoutRepresentativeGoesOnToTheChildren_Kept)
     this->BuildTwoLevels();
     this->GetStore().Delete(0);
     this->Query().GetPnts_LodClip(6.5536, {});
-    EXPECT_EQ(this->GetIndices(), (Indices{1, 11}));
+    EXPECT_EQ(this->GetIndices(), (TIndices{1, 11}));
 }
 
 /// Two inner octants, 0 and 7, each with a leaf 0 of ten points and a leaf 7 of two.
 template <class T>
 void BuildTwoInner(Query3D_case<T>& test)
 {
-    std::vector<Ref::Pnt> pnts;
+    std::vector<Ref::CPnt> pnts;
     for (const int nAt : {0, 20000})
     {
         for (int i = 0; i < 10; ++i)
@@ -221,7 +221,7 @@ TYPED_TEST(Query3D_case, Representative_OfTheLastInnerChild_Kept)
     ASSERT_EQ(root.m_ucLeaf, 0x00);
     EXPECT_EQ(FindRepresentative(root)->m_nFirst, 12);
     this->Query().GetPnts_Lod(6.5536);
-    EXPECT_EQ(this->GetIndices(), (Indices{12}));
+    EXPECT_EQ(this->GetIndices(), (TIndices{12}));
 }
 
 TYPED_TEST(Query3D_case, Clip_WithoutPlanesIsTheTreesOrder)
@@ -252,7 +252,7 @@ TYPED_TEST(Query3D_case, Clip_CubeTouchingThePlaneFromTheFrontIsNotOutside)
 {
     this->Build({{0, 0, 0}, {10000, 10000, 10000}});
     this->Query().GetPnts_Clip({PLANE_3D(1.0, 0.0, 0.0, 0.0)});
-    EXPECT_EQ(this->GetIndices(), (Indices{0}));
+    EXPECT_EQ(this->GetIndices(), (TIndices{0}));
 }
 
 // The order of the planes decides nothing, and those that found the leaf inside are not asked again: a
@@ -264,7 +264,7 @@ TYPED_TEST(Query3D_case, Clip_RejectsWhatAnyPlaneHasInFront)
     const PLANE_3D left(-1.0, 0.0, 0.0, 2.0005);  // keeps x >= 2.0005
     const PLANE_3D right(1.0, 0.0, 0.0, -2.0008); // keeps x <= 2.0008
     this->Query(100).GetPnts_Clip({left, right, PLANE_3D(dNan, 0.0, 0.0, 1.0)});
-    const Indices vecKept = this->GetIndices();
+    const TIndices vecKept = this->GetIndices();
     EXPECT_EQ(vecKept.size(), 4U);
     this->Query(100).GetPnts_Clip({right, left});
     EXPECT_EQ(this->GetIndices().size(), 8U);
@@ -278,7 +278,7 @@ TYPED_TEST(Query3D_case, Clip_DecidesByNominalCubes_Kept)
     const COcTreeCube root = this->GetStore()->m_pTree->GetRootCube();
     ASSERT_EQ(root.nX + root.GetHalfEdge(), 40000);
     this->Query().GetPnts_Clip({PLANE_3D(1.0, 0.0, 0.0, -4.00005)}); // has x = 4.0001 in front
-    EXPECT_EQ(this->GetIndices(), (Indices{0, 1}));
+    EXPECT_EQ(this->GetIndices(), (TIndices{0, 1}));
 }
 
 // A node at the limit gives its point before any plane is looked at.
@@ -301,19 +301,19 @@ TYPED_TEST(Query3D_case, LodClip_PointOfALeafIsNotTested_Kept)
     this->BuildTwoLevels();
     const PLANE_3D plane(1.0, 0.0, 0.0, -2.5); // straddles leaf 7.0 (x from 2 to 3), drops leaf 7.7
     this->Query().GetPnts_LodClip(1.6384, {plane});
-    EXPECT_EQ(this->GetIndices(), (Indices{0, 1}));
+    EXPECT_EQ(this->GetIndices(), (TIndices{0, 1}));
     const PLANE_3D reverse(-1.0, 0.0, 0.0, 2.5); // has points 1 to 10 in front, not their whole cube
     this->Query().GetPnts_LodClip(1.6384, {reverse});
-    EXPECT_EQ(this->GetIndices(), (Indices{0, 1, 1, 11}));
+    EXPECT_EQ(this->GetIndices(), (TIndices{0, 1, 1, 11}));
 }
 
 // The record of a point without colour starts from what it held in the batch before.
 TYPED_TEST(Query3D_case, Records_AreNotResetBetweenBatches_Kept)
 {
-    this->Build(std::vector<Ref::Pnt>(3, {1, 2, 3, 51, 51, 51}));
+    this->Build(std::vector<Ref::CPnt>(3, {1, 2, 3, 51, 51, 51}));
     this->m_rec.SetSpoil();
     this->Query(2).GetPnts();
-    const bool bColor = PntTrait<TypeParam>::c_bColor;
+    const bool bColor = CPntTrait<TypeParam>::c_bColor;
     EXPECT_EQ(this->m_color.GetEntries()[0].r, bColor ? 0.2F : 1.0F);
     EXPECT_EQ(this->m_color.GetEntries()[1].g, bColor ? 0.2F : 1.0F);
     EXPECT_EQ(this->m_color.GetEntries()[2].r, bColor ? 0.2F : 0.125F);

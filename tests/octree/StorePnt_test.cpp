@@ -12,14 +12,14 @@
 namespace
 {
 
-using Limits = std::numeric_limits<double>;
+using TLimits = std::numeric_limits<double>;
 
 /// A coordinate: mostly near the limits of the span around the origin, some anywhere, some no number at all.
 double RandomCoord(CRandom& random, double dOrg)
 {
     static const std::vector<double> vecOdd{
-        Limits::quiet_NaN(), Limits::infinity(), -Limits::infinity(), 1e308, -1e308, 0.0, -0.0,
-        Limits::denorm_min()};
+        TLimits::quiet_NaN(), TLimits::infinity(), -TLimits::infinity(), 1e308, -1e308, 0.0, -0.0,
+        TLimits::denorm_min()};
     const double dStep = static_cast<double>(random.Int(-30000, 30000)) / 10000.0;
     switch (random.Int(0, 4))
     {

@@ -28,12 +28,12 @@ template <class T>
 class WalkAll_case : public ::testing::Test
 {
 };
-TYPED_TEST_SUITE(WalkAll_case, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(WalkAll_case, TBothPntTypes, CPntTypeName);
 
 TYPED_TEST(WalkAll_case, Visitor_SeesPointsLeafByLeaf)
 {
     // Octant 0: one point. Octant 7: twelve, in octants of its own.
-    std::vector<Ref::Pnt> pnts{{0, 0, 0}, {8000, 8000, 8000}, {4000, 4000, 4000}};
+    std::vector<Ref::CPnt> pnts{{0, 0, 0}, {8000, 8000, 8000}, {4000, 4000, 4000}};
     for (int i = 0; i < 10; ++i)
         pnts.push_back({7000 + i, 5000, 5000});
     CTestStore<TypeParam> store(pnts, {});

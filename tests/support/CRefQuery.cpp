@@ -13,14 +13,14 @@ namespace Ref
 namespace
 {
 
-enum class Side
+enum class enumSide
 {
     Inside,
     Straddling,
     Outside
 };
 
-Side ClassifyCube(const Plane& plane, const Cube& cube)
+enumSide ClassifyCube(const CPlane& plane, const CCube& cube)
 {
     const std::int64_t h = cube.edge / 2;
     bool first = false;
@@ -33,20 +33,20 @@ Side ClassifyCube(const Plane& plane, const Cube& cube)
         if (corner == 0)
             first = inFront;
         else if (inFront != first)
-            return Side::Straddling;
+            return enumSide::Straddling;
     }
-    return first ? Side::Outside : Side::Inside;
+    return first ? enumSide::Outside : enumSide::Inside;
 }
 
 /// @return false when the cube lies outside one of the planes; else `list` holds those that straddle it.
-bool Narrow(const std::vector<Plane>& planes, const Cube& cube, std::vector<Plane>& list)
+bool Narrow(const std::vector<CPlane>& planes, const CCube& cube, std::vector<CPlane>& list)
 {
-    for (const Plane& plane : planes)
+    for (const CPlane& plane : planes)
     {
-        const Side side = ClassifyCube(plane, cube);
-        if (side == Side::Outside)
+        const enumSide side = ClassifyCube(plane, cube);
+        if (side == enumSide::Outside)
             return false;
-        if (side == Side::Straddling)
+        if (side == enumSide::Straddling)
             list.push_back(plane);
     }
     return true;
@@ -81,10 +81,10 @@ std::int64_t CQuery::CalcLimit(double lod) const
     return up - ToInt32(std::floor(std::log2(lod * 10000.0)));
 }
 
-std::vector<Plane> CQuery::ToStoreFrame(const std::vector<Plane>& planes) const
+std::vector<CPlane> CQuery::ToStoreFrame(const std::vector<CPlane>& planes) const
 {
-    std::vector<Plane> moved = planes;
-    for (Plane& plane : moved)
+    std::vector<CPlane> moved = planes;
+    for (CPlane& plane : moved)
     {
         plane.d = plane.d + (plane.a * static_cast<double>(m_store.org[0]) +
                              plane.b * static_cast<double>(m_store.org[1]) +
@@ -94,7 +94,7 @@ std::vector<Plane> CQuery::ToStoreFrame(const std::vector<Plane>& planes) const
     return moved;
 }
 
-int CQuery::FindLive(const Child& leaf) const
+int CQuery::FindLive(const CChild& leaf) const
 {
     for (int i = leaf.first; i < leaf.first + leaf.count; ++i)
         if (!IsDeleted(i))
@@ -102,9 +102,9 @@ int CQuery::FindLive(const Child& leaf) const
     return -1;
 }
 
-int CQuery::FindRepresentative(const Node& node) const
+int CQuery::FindRepresentative(const CNode& node) const
 {
-    const Child* last = nullptr;
+    const CChild* last = nullptr;
     for (const auto& child : node.child)
     {
         if (child == nullptr)
@@ -129,7 +129,7 @@ void CQuery::Lod(double lod)
         WalkLod(*m_store.tree.root, 0, IsSpacing(lod) ? CalcLimit(lod) : -1);
 }
 
-void CQuery::WalkLod(const Node& node, std::int64_t depth, std::int64_t limit)
+void CQuery::WalkLod(const CNode& node, std::int64_t depth, std::int64_t limit)
 {
     if (depth == limit)
     {
@@ -162,20 +162,20 @@ void CQuery::WalkLod(const Node& node, std::int64_t depth, std::int64_t limit)
     }
 }
 
-void CQuery::Clip(const std::vector<Plane>& planes)
+void CQuery::Clip(const std::vector<CPlane>& planes)
 {
     if (m_store.tree.root != nullptr)
         WalkClip(*m_store.tree.root, ToStoreFrame(planes), m_store.tree.cube);
 }
 
-void CQuery::WalkClip(const Node& node, const std::vector<Plane>& planes, const Cube& cube)
+void CQuery::WalkClip(const CNode& node, const std::vector<CPlane>& planes, const CCube& cube)
 {
-    std::vector<Plane> list;
+    std::vector<CPlane> list;
     if (!Narrow(planes, cube, list))
         return;
     for (int k = 0; k < 8; ++k)
     {
-        const Child* const child = node.child[static_cast<std::size_t>(k)].get();
+        const CChild* const child = node.child[static_cast<std::size_t>(k)].get();
         if (child == nullptr)
             continue;
         if (child->leaf)
@@ -185,9 +185,9 @@ void CQuery::WalkClip(const Node& node, const std::vector<Plane>& planes, const 
     }
 }
 
-void CQuery::ClipLeaf(const Child& leaf, const std::vector<Plane>& planes, const Cube& cube, bool onePnt)
+void CQuery::ClipLeaf(const CChild& leaf, const std::vector<CPlane>& planes, const CCube& cube, bool onePnt)
 {
-    std::vector<Plane> list;
+    std::vector<CPlane> list;
     if (!Narrow(planes, cube, list))
         return;
     if (onePnt)
@@ -201,9 +201,9 @@ void CQuery::ClipLeaf(const Child& leaf, const std::vector<Plane>& planes, const
     }
     for (int i = leaf.first; i < leaf.first + leaf.count; ++i)
     {
-        const Pnt& pnt = m_store.pnts[static_cast<std::size_t>(i)];
+        const CPnt& pnt = m_store.pnts[static_cast<std::size_t>(i)];
         bool rejected = IsDeleted(i);
-        for (const Plane& plane : list)
+        for (const CPlane& plane : list)
             rejected = rejected || plane.InFront(pnt.x, pnt.y, pnt.z);
         if (rejected)
             continue;
@@ -213,7 +213,7 @@ void CQuery::ClipLeaf(const Child& leaf, const std::vector<Plane>& planes, const
     ++m_numLeaves;
 }
 
-void CQuery::LodClip(double lod, const std::vector<Plane>& planes)
+void CQuery::LodClip(double lod, const std::vector<CPlane>& planes)
 {
     if (!IsSpacing(lod))
         Clip(planes);
@@ -221,8 +221,8 @@ void CQuery::LodClip(double lod, const std::vector<Plane>& planes)
         WalkLodClip(*m_store.tree.root, 0, CalcLimit(lod), ToStoreFrame(planes), m_store.tree.cube);
 }
 
-void CQuery::WalkLodClip(const Node& node, std::int64_t depth, std::int64_t limit,
-                         const std::vector<Plane>& planes, const Cube& cube)
+void CQuery::WalkLodClip(const CNode& node, std::int64_t depth, std::int64_t limit,
+                         const std::vector<CPlane>& planes, const CCube& cube)
 {
     if (depth == limit)
     {
@@ -235,12 +235,12 @@ void CQuery::WalkLodClip(const Node& node, std::int64_t depth, std::int64_t limi
         }
     }
     const bool onePnt = depth >= limit - 1;
-    std::vector<Plane> list;
+    std::vector<CPlane> list;
     if (!Narrow(planes, cube, list))
         return;
     for (int k = 0; k < 8; ++k)
     {
-        const Child* const child = node.child[static_cast<std::size_t>(k)].get();
+        const CChild* const child = node.child[static_cast<std::size_t>(k)].get();
         if (child == nullptr)
             continue;
         if (child->leaf)
@@ -255,16 +255,16 @@ namespace
 
 /// The records that the host gets, one after the other, and the colours that the colour listener gets:
 /// a simulation of the query's buffer, in which a record keeps its colour from one batch to the next.
-struct Delivery
+struct CDelivery
 {
     std::vector<CCldCadPnt> pnts;
     std::vector<CRecColorListener::CEntry> entries;
     std::vector<int> calls{CCallLog::c_nSetZRange};
 };
 
-void SetFields(CCldCadPnt& rec, const Store& store, int index, bool color)
+void SetFields(CCldCadPnt& rec, const CStore& store, int index, bool color)
 {
-    const Pnt& pnt = store.pnts[static_cast<std::size_t>(index)];
+    const CPnt& pnt = store.pnts[static_cast<std::size_t>(index)];
     rec.m_pnt.x = pnt.x / 10000.0 + static_cast<double>(store.org[0]);
     rec.m_pnt.y = pnt.y / 10000.0 + static_cast<double>(store.org[1]);
     rec.m_pnt.z = pnt.z / 10000.0 + static_cast<double>(store.org[2]);
@@ -278,9 +278,9 @@ void SetFields(CCldCadPnt& rec, const Store& store, int index, bool color)
     rec.m_bSel = store.selected[static_cast<std::size_t>(index)];
 }
 
-Delivery Simulate(const Store& store, const std::vector<int>& indices, const Host& host)
+CDelivery Simulate(const CStore& store, const std::vector<int>& indices, const CHost& host)
 {
-    Delivery delivery;
+    CDelivery delivery;
     const std::size_t size = host.batch < 1 ? 1 : static_cast<std::size_t>(host.batch);
     std::vector<CCldCadPnt> buffer(std::min(size, indices.size()));
     std::size_t fill = 0;
@@ -337,7 +337,7 @@ std::string DiffEach(const char* what, const V& is, const V& shall)
 
 } // namespace
 
-std::string DiffDelivery(const Store& store, const std::vector<int>& indices, const Host& host,
+std::string DiffDelivery(const CStore& store, const std::vector<int>& indices, const CHost& host,
                          const CRecListener& rec, const CRecColorListener& recColor, const CCallLog& log)
 {
     const std::vector<int> delivered = rec.GetIndices();
@@ -349,7 +349,7 @@ std::string DiffDelivery(const Store& store, const std::vector<int>& indices, co
              << at.first - delivered.begin() << " differs";
         return text.str();
     }
-    const Delivery delivery = Simulate(store, indices, host);
+    const CDelivery delivery = Simulate(store, indices, host);
     if (log.GetCalls() != delivery.calls)
         return "calls or batches differ";
     std::array<double, 6> box{1.7e200, 1.7e200, 1.7e200, 1.7e200, 1.7e200, 1.7e200};

@@ -15,7 +15,7 @@ class CCallLog;
 namespace Ref
 {
 
-struct Plane
+struct CPlane
 {
     double a;
     double b;
@@ -26,10 +26,10 @@ struct Plane
 };
 
 /// A store of the model: points in tree order, marks, origin.
-struct Store
+struct CStore
 {
-    std::vector<Pnt> pnts;
-    Tree tree;
+    std::vector<CPnt> pnts;
+    CTree tree;
     bool hasTree = false;
     std::vector<bool> deleted;
     std::vector<bool> selected;
@@ -40,12 +40,12 @@ struct Store
 class CQuery
 {
 public:
-    explicit CQuery(const Store& store) : m_store(store) {}
+    explicit CQuery(const CStore& store) : m_store(store) {}
 
     void All();
     void Lod(double lod);
-    void Clip(const std::vector<Plane>& planes);
-    void LodClip(double lod, const std::vector<Plane>& planes);
+    void Clip(const std::vector<CPlane>& planes);
+    void LodClip(double lod, const std::vector<CPlane>& planes);
 
     const std::vector<int>& GetIndices() const { return m_indices; }
     int GetPntCounter() const { return m_numPnts; }
@@ -53,24 +53,24 @@ public:
 
 private:
     std::int64_t CalcLimit(double lod) const;
-    std::vector<Plane> ToStoreFrame(const std::vector<Plane>& planes) const;
-    int FindRepresentative(const Node& node) const;
-    int FindLive(const Child& leaf) const;
+    std::vector<CPlane> ToStoreFrame(const std::vector<CPlane>& planes) const;
+    int FindRepresentative(const CNode& node) const;
+    int FindLive(const CChild& leaf) const;
     bool IsDeleted(int i) const { return m_store.deleted[static_cast<std::size_t>(i)]; }
-    void WalkLod(const Node& node, std::int64_t depth, std::int64_t limit);
-    void WalkClip(const Node& node, const std::vector<Plane>& planes, const Cube& cube);
-    void WalkLodClip(const Node& node, std::int64_t depth, std::int64_t limit,
-                     const std::vector<Plane>& planes, const Cube& cube);
-    void ClipLeaf(const Child& leaf, const std::vector<Plane>& planes, const Cube& cube, bool onePnt);
+    void WalkLod(const CNode& node, std::int64_t depth, std::int64_t limit);
+    void WalkClip(const CNode& node, const std::vector<CPlane>& planes, const CCube& cube);
+    void WalkLodClip(const CNode& node, std::int64_t depth, std::int64_t limit,
+                     const std::vector<CPlane>& planes, const CCube& cube);
+    void ClipLeaf(const CChild& leaf, const std::vector<CPlane>& planes, const CCube& cube, bool onePnt);
 
-    const Store& m_store;
+    const CStore& m_store;
     std::vector<int> m_indices;
     int m_numPnts = 0;
     int m_numLeaves = 0;
 };
 
 /// How the recording listeners were set for a query.
-struct Host
+struct CHost
 {
     bool color; ///< the store is one with colour
     bool alter; ///< the colour listener changes colours
@@ -80,7 +80,7 @@ struct Host
 
 /// Compares everything that the listeners recorded of one query with what the model says: calls and
 /// their order, batches, records bit for bit, colours as they came in. @return empty, or the difference.
-std::string DiffDelivery(const Store& store, const std::vector<int>& indices, const Host& host,
+std::string DiffDelivery(const CStore& store, const std::vector<int>& indices, const CHost& host,
                          const CRecListener& rec, const CRecColorListener& recColor, const CCallLog& log);
 
 } // namespace Ref

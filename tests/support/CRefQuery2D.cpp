@@ -38,7 +38,7 @@ void CQuery2D::Cnts(const std::vector<PNT_2D>& outer, const std::vector<std::vec
         WalkContour(*m_store.tree.root, m_store.tree.cube, true);
 }
 
-int CQuery2D::Classify(const Cube& cube) const
+int CQuery2D::Classify(const CCube& cube) const
 {
     const std::int64_t h = cube.edge / 2;
     const float ox = m_store.org[0];
@@ -65,7 +65,7 @@ int CQuery2D::Classify(const Cube& cube) const
     return c_nOutside;
 }
 
-void CQuery2D::WalkContour(const Node& node, const Cube& cube, bool check)
+void CQuery2D::WalkContour(const CNode& node, const CCube& cube, bool check)
 {
     bool childCheck = check;
     if (check)
@@ -77,7 +77,7 @@ void CQuery2D::WalkContour(const Node& node, const Cube& cube, bool check)
     }
     for (int k = 0; k < 8; ++k)
     {
-        const Child* child = node.child[static_cast<std::size_t>(k)].get();
+        const CChild* child = node.child[static_cast<std::size_t>(k)].get();
         if (child == nullptr)
             continue;
         if (child->leaf)
@@ -87,7 +87,7 @@ void CQuery2D::WalkContour(const Node& node, const Cube& cube, bool check)
     }
 }
 
-void CQuery2D::VisitLeaf(const Child& leaf, bool check)
+void CQuery2D::VisitLeaf(const CChild& leaf, bool check)
 {
     for (int i = leaf.first; i < leaf.first + leaf.count; ++i)
         if (!m_store.deleted[static_cast<std::size_t>(i)] && (!check || IsWanted(i)))
@@ -96,7 +96,7 @@ void CQuery2D::VisitLeaf(const Child& leaf, bool check)
 
 bool CQuery2D::IsWanted(int i) const
 {
-    const Pnt& pnt = m_store.pnts[static_cast<std::size_t>(i)];
+    const CPnt& pnt = m_store.pnts[static_cast<std::size_t>(i)];
     const PNT_2D place(ToCoord(pnt.x, m_store.org[0]), ToCoord(pnt.y, m_store.org[1]));
     const bool inside = zor::geom::IsPntInsidePolygon(m_region.outer, place);
     if (m_inverted)
@@ -114,7 +114,7 @@ int CQuery2D::FindExact(std::int32_t x, std::int32_t y) const
     return m_store.tree.root == nullptr ? -1 : FindExact(*m_store.tree.root, m_store.tree.cube, x, y);
 }
 
-int CQuery2D::FindExact(const Node& node, const Cube& cube, std::int32_t x, std::int32_t y) const
+int CQuery2D::FindExact(const CNode& node, const CCube& cube, std::int32_t x, std::int32_t y) const
 {
     int low = 0;
     if (x >= cube.x)
@@ -123,7 +123,7 @@ int CQuery2D::FindExact(const Node& node, const Cube& cube, std::int32_t x, std:
         low = y < cube.y ? 0 : 2;
     for (int k = low; k <= low + 1; ++k)
     {
-        const Child* child = node.child[static_cast<std::size_t>(k)].get();
+        const CChild* child = node.child[static_cast<std::size_t>(k)].get();
         if (child == nullptr)
             continue;
         int found = -1;
@@ -131,7 +131,7 @@ int CQuery2D::FindExact(const Node& node, const Cube& cube, std::int32_t x, std:
             found = FindExact(*child->node, ChildCube(cube, k), x, y);
         for (int i = child->first; child->leaf && found == -1 && i < child->first + child->count; ++i)
         {
-            const Pnt& pnt = m_store.pnts[static_cast<std::size_t>(i)];
+            const CPnt& pnt = m_store.pnts[static_cast<std::size_t>(i)];
             if (!m_store.deleted[static_cast<std::size_t>(i)] && pnt.x == x && pnt.y == y)
                 found = i;
         }

@@ -2,7 +2,6 @@
 #define SUPPORT_CREFQUERY2D_H
 
 #include <tests/support/CRefQuery.h>
-
 #include <zor3geom/PNT_2D.h>
 #include <zor3geom/TMultiPartPolygon.h>
 
@@ -16,7 +15,7 @@ namespace Ref
 class CQuery2D
 {
 public:
-    explicit CQuery2D(const Store& store) : m_store(store) {}
+    explicit CQuery2D(const CStore& store) : m_store(store) {}
 
     void IntCnt(const std::vector<zor::geom::PNT_2D>& contour);
     void Cnts(const std::vector<zor::geom::PNT_2D>& outer,
@@ -28,13 +27,13 @@ public:
     const std::vector<int>& GetIndices() const { return m_indices; }
 
 private:
-    void WalkContour(const Node& node, const Cube& cube, bool check);
-    void VisitLeaf(const Child& leaf, bool check);
+    void WalkContour(const CNode& node, const CCube& cube, bool check);
+    void VisitLeaf(const CChild& leaf, bool check);
     bool IsWanted(int i) const;
-    int Classify(const Cube& cube) const;
-    int FindExact(const Node& node, const Cube& cube, std::int32_t x, std::int32_t y) const;
+    int Classify(const CCube& cube) const;
+    int FindExact(const CNode& node, const CCube& cube, std::int32_t x, std::int32_t y) const;
 
-    const Store& m_store;
+    const CStore& m_store;
     zor::geom::TMultiPartPolygon m_region;
     bool m_inverted = false;
     std::vector<int> m_indices;

@@ -1,9 +1,9 @@
 #ifndef SUPPORT_CTESTCLD_H
 #define SUPPORT_CTESTCLD_H
 
+#include <tests/support/CPntTrait.h>
 #include <tests/support/CRecListener.h>
 #include <tests/support/CldCases.h>
-#include <tests/support/PntTrait.h>
 #include <zor4data/CPntCld.h>
 
 #include <vector>
@@ -46,7 +46,7 @@ public:
 private:
     void Fill(const CCldCase& cldCase)
     {
-        m_cld.OnReadType(PntTrait<T>::c_eType);
+        m_cld.OnReadType(CPntTrait<T>::c_eType);
         m_cld.Init(static_cast<int>(cldCase.GetPnts().size()));
         unsigned n = 0;
         for (const zor::geom::PNT_3D& pnt : cldCase.GetPnts())

@@ -10,22 +10,22 @@ using zor::geom::PNT_3D;
 namespace
 {
 
-using Pnts = std::vector<PNT_3D>;
+using TPnts = std::vector<PNT_3D>;
 
 PNT_3D Units(std::int32_t x, std::int32_t y, std::int32_t z)
 {
     return {CoordFromUnits(x), CoordFromUnits(y), CoordFromUnits(z)};
 }
 
-Pnts AllEqual(int nSize)
+TPnts AllEqual(int nSize)
 {
-    return Pnts(static_cast<std::size_t>(nSize), PNT_3D(12.5, -3.25, 7.0));
+    return TPnts(static_cast<std::size_t>(nSize), PNT_3D(12.5, -3.25, 7.0));
 }
 
 /// Every corner, edge middle, face middle and the centre of a cube: all splitting planes of two levels.
-Pnts OnSplittingPlanes()
+TPnts OnSplittingPlanes()
 {
-    Pnts pnts{PNT_3D(0.0, 0.0, 0.0)};
+    TPnts pnts{PNT_3D(0.0, 0.0, 0.0)};
     for (int i = 0; i < 5 * 5 * 5; ++i)
         for (int n = 0; n < 3; ++n)
             pnts.push_back(Units(i % 5 * 10000 - 20000, i / 5 % 5 * 10000 - 20000, i / 25 * 10000 - 20000));
@@ -33,10 +33,10 @@ Pnts OnSplittingPlanes()
 }
 
 /// `nCount` points in the uppermost octant of a cube of edge `nEdge`, one at the opposite corner.
-Pnts InOneOctant(int nCount, int nEdge)
+TPnts InOneOctant(int nCount, int nEdge)
 {
     CRandom random(static_cast<std::uint64_t>(nCount * 10000 + nEdge));
-    Pnts pnts{PNT_3D(0.0, 0.0, 0.0)};
+    TPnts pnts{PNT_3D(0.0, 0.0, 0.0)};
     for (int i = 1; i < nCount; ++i)
         pnts.push_back(Units(static_cast<std::int32_t>(random.Int(nEdge / 2, nEdge)),
                              static_cast<std::int32_t>(random.Int(nEdge / 2, nEdge)),
@@ -45,19 +45,19 @@ Pnts InOneOctant(int nCount, int nEdge)
     return pnts;
 }
 
-Pnts FarOrigin(int nSize)
+TPnts FarOrigin(int nSize)
 {
     CRandom random(17);
-    Pnts pnts{PNT_3D(500000.123456, 4000000.5, 12.34)};
+    TPnts pnts{PNT_3D(500000.123456, 4000000.5, 12.34)};
     for (int i = 1; i < nSize; ++i)
         pnts.emplace_back(500000.0 + random.Unit() * 100.0, 4000000.0 + random.Unit() * 100.0,
                           random.Unit() * 20.0);
     return pnts;
 }
 
-Pnts FullSpan()
+TPnts FullSpan()
 {
-    Pnts pnts{PNT_3D(0.0, 0.0, 0.0)};
+    TPnts pnts{PNT_3D(0.0, 0.0, 0.0)};
     for (int i = 0; i < 8; ++i)
         for (const double d : {1.0, 1000.0, 214748.3647, 214748.3649, 1e6, 1e300})
             pnts.emplace_back(i % 2 == 0 ? d : -d, i / 2 % 2 == 0 ? d : -d, i / 4 == 0 ? d : -d);
@@ -65,35 +65,35 @@ Pnts FullSpan()
 }
 
 /// Twelve points one unit apart at a corner of the whole span: their leaf lies below depth 20.
-Pnts Deep()
+TPnts Deep()
 {
-    Pnts pnts{PNT_3D(0.0, 0.0, 0.0), PNT_3D(-214748.3, -214748.3, -214748.3)};
+    TPnts pnts{PNT_3D(0.0, 0.0, 0.0), PNT_3D(-214748.3, -214748.3, -214748.3)};
     for (int i = 0; i < 12; ++i)
         pnts.push_back(Units(2147480000 + i, 2147480000, 2147480000));
     return pnts;
 }
 
-Pnts Stacked(int nSize)
+TPnts Stacked(int nSize)
 {
-    Pnts pnts;
+    TPnts pnts;
     for (int i = 0; i < nSize; ++i)
         pnts.push_back(Units(i % 7 * 1000, i % 3 * 1000, i * 50));
     return pnts;
 }
 
-Pnts Flat(int nSize)
+TPnts Flat(int nSize)
 {
     CRandom random(5);
-    Pnts pnts;
+    TPnts pnts;
     for (int i = 0; i < nSize; ++i)
         pnts.emplace_back(random.Unit() * 50.0, random.Unit() * 30.0, 8.0);
     return pnts;
 }
 
-Pnts Random(int nSize, int nShape, bool bShuffled)
+TPnts Random(int nSize, int nShape, bool bShuffled)
 {
-    Pnts pnts{PNT_3D(0.0, 0.0, 0.0)};
-    for (const Ref::Pnt& pnt : MakePnts({nShape, nSize, static_cast<std::uint64_t>(nSize), bShuffled}))
+    TPnts pnts{PNT_3D(0.0, 0.0, 0.0)};
+    for (const Ref::CPnt& pnt : MakePnts({nShape, nSize, static_cast<std::uint64_t>(nSize), bShuffled}))
         pnts.push_back(Units(pnt.x, pnt.y, pnt.z));
     return pnts;
 }

@@ -12,7 +12,7 @@ namespace
 class CCompare
 {
 public:
-    CCompare(const COcTreeIndex& tree, const Ref::Tree& ref) : m_tree(tree), m_ref(ref) {}
+    CCompare(const COcTreeIndex& tree, const Ref::CTree& ref) : m_tree(tree), m_ref(ref) {}
 
     std::string Run()
     {
@@ -37,13 +37,13 @@ private:
             m_sDiff = std::string(pWhat) + " differs " + sPath;
     }
 
-    void Node(const COcTreeNode& node, const Ref::Node& ref, const std::string& sPath)
+    void Node(const COcTreeNode& node, const Ref::CNode& ref, const std::string& sPath)
     {
         int nExist = 0;
         int nLeaf = 0;
         for (int k = 0; k < 8; ++k)
         {
-            const Ref::Child* const pChild = ref.child[static_cast<std::size_t>(k)].get();
+            const Ref::CChild* const pChild = ref.child[static_cast<std::size_t>(k)].get();
             nExist += pChild != nullptr ? 1 << k : 0;
             nLeaf += pChild != nullptr && pChild->leaf ? 1 << k : 0;
         }
@@ -55,7 +55,7 @@ private:
                 pRecord = Child(pRecord, *ref.child[k], sPath + "." + std::to_string(k));
     }
 
-    const unsigned char* Child(const unsigned char* pRecord, const Ref::Child& ref, const std::string& sPath)
+    const unsigned char* Child(const unsigned char* pRecord, const Ref::CChild& ref, const std::string& sPath)
     {
         if (ref.leaf)
         {
@@ -72,13 +72,13 @@ private:
     }
 
     const COcTreeIndex& m_tree;
-    const Ref::Tree& m_ref;
+    const Ref::CTree& m_ref;
     std::string m_sDiff;
 };
 
 } // namespace
 
-std::string DiffTree(const COcTreeIndex& tree, const Ref::Tree& ref)
+std::string DiffTree(const COcTreeIndex& tree, const Ref::CTree& ref)
 {
     return CCompare(tree, ref).Run();
 }

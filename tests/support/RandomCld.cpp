@@ -20,12 +20,12 @@ std::int32_t Saturate(std::int64_t n)
 }
 
 /// One coordinate range a cloud: of any order of magnitude, anywhere in the span.
-struct Range
+struct CRange
 {
     std::int64_t nMin;
     std::int64_t nMax;
 
-    explicit Range(CRandom& random)
+    explicit CRange(CRandom& random)
     {
         const std::int64_t nSize = random.Int(0, (std::int64_t{1} << random.Int(0, 32)) - 1);
         nMin = random.Chance(2) ? -nSize / 2 : random.Int(c_nMin, c_nMax);
@@ -49,25 +49,25 @@ std::int32_t Nested(CRandom& random)
     return Saturate(c_nMin + random.Int(0, nSize));
 }
 
-std::vector<Ref::Pnt> Boxes(CRandom& random, int nSize)
+std::vector<Ref::CPnt> Boxes(CRandom& random, int nSize)
 {
-    const Range x(random);
-    const Range y(random);
-    const Range z(random);
-    std::vector<Ref::Pnt> pnts;
+    const CRange x(random);
+    const CRange y(random);
+    const CRange z(random);
+    std::vector<Ref::CPnt> pnts;
     for (int i = 0; i < nSize; ++i)
         pnts.push_back({x.Get(random), y.Get(random), z.Get(random)});
     return pnts;
 }
 
 /// A few centres with points around them, each group of its own width.
-std::vector<Ref::Pnt> Clusters(CRandom& random, int nSize)
+std::vector<Ref::CPnt> Clusters(CRandom& random, int nSize)
 {
-    const Range range(random);
-    std::vector<Ref::Pnt> pnts;
+    const CRange range(random);
+    std::vector<Ref::CPnt> pnts;
     while (static_cast<int>(pnts.size()) < nSize)
     {
-        const Ref::Pnt centre{range.Get(random), range.Get(random), range.Get(random)};
+        const Ref::CPnt centre{range.Get(random), range.Get(random), range.Get(random)};
         const std::int64_t nWidth = std::int64_t{1} << random.Int(0, 14);
         for (std::int64_t n = random.Int(1, 1 + nSize / 2); n > 0 && static_cast<int>(pnts.size()) < nSize;
              --n)
@@ -79,11 +79,11 @@ std::vector<Ref::Pnt> Clusters(CRandom& random, int nSize)
 }
 
 /// Rows of a scanner: neighbours in the array are neighbours on the ground.
-std::vector<Ref::Pnt> ScanLines(CRandom& random, int nSize)
+std::vector<Ref::CPnt> ScanLines(CRandom& random, int nSize)
 {
     const int nRow = std::max(1, static_cast<int>(std::sqrt(static_cast<double>(nSize))));
     const std::int64_t nStep = random.Int(1, 20000);
-    std::vector<Ref::Pnt> pnts;
+    std::vector<Ref::CPnt> pnts;
     for (int i = 0; i < nSize; ++i)
     {
         const int nAlong = (i / nRow) % 2 == 0 ? i % nRow : nRow - 1 - i % nRow;
@@ -94,9 +94,9 @@ std::vector<Ref::Pnt> ScanLines(CRandom& random, int nSize)
 }
 
 template <class Coord>
-std::vector<Ref::Pnt> Each(int nSize, Coord coord)
+std::vector<Ref::CPnt> Each(int nSize, Coord coord)
 {
-    std::vector<Ref::Pnt> pnts;
+    std::vector<Ref::CPnt> pnts;
     for (int i = 0; i < nSize; ++i)
     {
         const std::int32_t x = coord();
@@ -107,32 +107,32 @@ std::vector<Ref::Pnt> Each(int nSize, Coord coord)
 }
 
 /// A cube of edge about 1000 units, the limit below which large leaves are allowed.
-std::vector<Ref::Pnt> Threshold(CRandom& random, int nSize)
+std::vector<Ref::CPnt> Threshold(CRandom& random, int nSize)
 {
     const std::int64_t nEdge = random.Int(990, 1010);
-    std::vector<Ref::Pnt> pnts = Each(nSize, [&] { return Saturate(random.Int(0, nEdge)); });
+    std::vector<Ref::CPnt> pnts = Each(nSize, [&] { return Saturate(random.Int(0, nEdge)); });
     pnts.push_back({0, 0, 0});
     pnts.push_back({Saturate(nEdge), Saturate(nEdge / 2), Saturate(nEdge)});
     return pnts;
 }
 
 /// Points stacked at few plan positions.
-std::vector<Ref::Pnt> Stacked(CRandom& random, int nSize)
+std::vector<Ref::CPnt> Stacked(CRandom& random, int nSize)
 {
     const std::int64_t nEdge = random.Int(0, 30);
     const std::int64_t nHeight = std::int64_t{1} << random.Int(0, 16);
-    std::vector<Ref::Pnt> pnts;
+    std::vector<Ref::CPnt> pnts;
     for (int i = 0; i < nSize; ++i)
         pnts.push_back({Saturate(random.Int(0, nEdge)), Saturate(random.Int(0, nEdge)),
                         Saturate(random.Int(0, nHeight))});
     return pnts;
 }
 
-std::vector<Ref::Pnt> MakeShape(CRandom& random, int nShape, int nSize)
+std::vector<Ref::CPnt> MakeShape(CRandom& random, int nShape, int nSize)
 {
     const std::int64_t nLattice = random.Int(1, 12);
     const std::int64_t nScale = std::int64_t{1} << random.Int(0, 27);
-    const Range range(random);
+    const CRange range(random);
     switch (nShape)
     {
     case 0:
@@ -161,7 +161,7 @@ std::vector<Ref::Pnt> MakeShape(CRandom& random, int nShape, int nSize)
 }
 
 /// A normal: along an axis, diagonal, any, of any length, zero.
-void SetNormal(Ref::Plane& plane, CRandom& random)
+void SetNormal(Ref::CPlane& plane, CRandom& random)
 {
     const std::int64_t nKind = random.Int(0, 9);
     const double dSign = random.Chance(2) ? 1.0 : -1.0;
@@ -179,7 +179,7 @@ void SetNormal(Ref::Plane& plane, CRandom& random)
     }
 }
 
-void Spoil(Ref::Plane& plane, CRandom& random)
+void Spoil(Ref::CPlane& plane, CRandom& random)
 {
     static const std::vector<double> vecValues{std::numeric_limits<double>::quiet_NaN(),
                                                std::numeric_limits<double>::infinity(),
@@ -197,16 +197,16 @@ void Spoil(Ref::Plane& plane, CRandom& random)
 
 } // namespace
 
-std::ostream& operator<<(std::ostream& os, const CldRecipe& recipe)
+std::ostream& operator<<(std::ostream& os, const CCldRecipe& recipe)
 {
     return os << "{shape " << recipe.shape << ", size " << recipe.size << ", seed " << recipe.seed
               << (recipe.shuffled ? ", shuffled}" : "}");
 }
 
-std::vector<Ref::Pnt> MakePnts(const CldRecipe& recipe)
+std::vector<Ref::CPnt> MakePnts(const CCldRecipe& recipe)
 {
     CRandom random(recipe.seed);
-    std::vector<Ref::Pnt> pnts = MakeShape(random, recipe.shape, recipe.size);
+    std::vector<Ref::CPnt> pnts = MakeShape(random, recipe.shape, recipe.size);
     for (std::size_t i = 0; recipe.shuffled && i + 1 < pnts.size(); ++i)
         std::swap(pnts[i], pnts[static_cast<std::size_t>(random.Int(
                                static_cast<std::int64_t>(i), static_cast<std::int64_t>(pnts.size()) - 1))]);
@@ -219,18 +219,18 @@ std::vector<Ref::Pnt> MakePnts(const CldRecipe& recipe)
     return pnts;
 }
 
-std::vector<Ref::Plane> MakePlanes(const std::vector<Ref::Pnt>& pnts, const std::array<float, 3>& org,
-                                   std::uint64_t seed)
+std::vector<Ref::CPlane> MakePlanes(const std::vector<Ref::CPnt>& pnts, const std::array<float, 3>& org,
+                                    std::uint64_t seed)
 {
     CRandom random(seed);
-    std::vector<Ref::Plane> planes(
+    std::vector<Ref::CPlane> planes(
         static_cast<std::size_t>(random.Chance(20) ? random.Int(65, 150) : random.Int(0, 6)));
-    for (Ref::Plane& plane : planes)
+    for (Ref::CPlane& plane : planes)
     {
         SetNormal(plane, random);
         if (!pnts.empty())
         {
-            const Ref::Pnt& pnt = random.Pick(pnts);
+            const Ref::CPnt& pnt = random.Pick(pnts);
             plane.d = -(plane.a * (pnt.x / 10000.0 + static_cast<double>(org[0])) +
                         plane.b * (pnt.y / 10000.0 + static_cast<double>(org[1])) +
                         plane.c * (pnt.z / 10000.0 + static_cast<double>(org[2])));
@@ -262,12 +262,12 @@ double MakeLod(std::uint64_t seed)
     return (random.Chance(2) ? dPower : dPower * (1.0 + random.Unit())) / 10000.0;
 }
 
-rc::Gen<CldRecipe> rc::Arbitrary<CldRecipe>::arbitrary()
+rc::Gen<CCldRecipe> rc::Arbitrary<CCldRecipe>::arbitrary()
 {
     const auto size = gen::weightedOneOf<int>(
         {{8, gen::inRange(0, 60)}, {3, gen::inRange(0, 1300)}, {1, gen::inRange(900, 6000)}});
-    return gen::build<CldRecipe>(gen::set(&CldRecipe::shape, gen::inRange(0, c_nNumCldShapes)),
-                                 gen::set(&CldRecipe::size, size),
-                                 gen::set(&CldRecipe::seed, gen::inRange<std::uint64_t>(0, 1000000000)),
-                                 gen::set(&CldRecipe::shuffled, gen::arbitrary<bool>()));
+    return gen::build<CCldRecipe>(gen::set(&CCldRecipe::shape, gen::inRange(0, c_nNumCldShapes)),
+                                  gen::set(&CCldRecipe::size, size),
+                                  gen::set(&CCldRecipe::seed, gen::inRange<std::uint64_t>(0, 1000000000)),
+                                  gen::set(&CCldRecipe::shuffled, gen::arbitrary<bool>()));
 }

@@ -11,7 +11,7 @@
 #include <vector>
 
 /// A random cloud by its recipe: shape, size and seed are enough to make it again.
-struct CldRecipe
+struct CCldRecipe
 {
     int shape = 0;
     int size = 0;
@@ -19,16 +19,16 @@ struct CldRecipe
     bool shuffled = false;
 };
 
-std::ostream& operator<<(std::ostream& os, const CldRecipe& recipe);
+std::ostream& operator<<(std::ostream& os, const CCldRecipe& recipe);
 
 constexpr int c_nNumCldShapes = 12;
 
 /// The points of a recipe, compact units, each with a colour of its own as far as there are colours.
-std::vector<Ref::Pnt> MakePnts(const CldRecipe& recipe);
+std::vector<Ref::CPnt> MakePnts(const CCldRecipe& recipe);
 
 /// Planes of many kinds, coordinate units, that have to do with the points.
-std::vector<Ref::Plane> MakePlanes(const std::vector<Ref::Pnt>& pnts, const std::array<float, 3>& org,
-                                   std::uint64_t seed);
+std::vector<Ref::CPlane> MakePlanes(const std::vector<Ref::CPnt>& pnts, const std::array<float, 3>& org,
+                                    std::uint64_t seed);
 
 /// A level of detail: mostly useful ones, and every value that is not.
 double MakeLod(std::uint64_t seed);
@@ -37,9 +37,9 @@ namespace rc
 {
 
 template <>
-struct Arbitrary<CldRecipe>
+struct Arbitrary<CCldRecipe>
 {
-    static Gen<CldRecipe> arbitrary();
+    static Gen<CCldRecipe> arbitrary();
 };
 
 } // namespace rc

@@ -12,7 +12,7 @@ namespace
 
 constexpr std::int64_t c_max = std::numeric_limits<std::int32_t>::max();
 
-std::int64_t Coord(const Pnt& pnt, int axis)
+std::int64_t Coord(const CPnt& pnt, int axis)
 {
     return axis == 0 ? pnt.x : axis == 1 ? pnt.y : pnt.z;
 }
@@ -22,7 +22,7 @@ bool IsLeaf(int depth, int count, std::int64_t edge)
     return depth == 20 || count <= 10 || (count < 1000 && edge <= 1000);
 }
 
-void BuildNode(Node& node, int depth, const Cube& cube, std::vector<Pnt>& pnts, int first, int count)
+void BuildNode(CNode& node, int depth, const CCube& cube, std::vector<CPnt>& pnts, int first, int count)
 {
     std::array<int, 9> end{};
     end[0] = first;
@@ -38,18 +38,18 @@ void BuildNode(Node& node, int depth, const Cube& cube, std::vector<Pnt>& pnts, 
         const int sub = end[k + 1] - end[k];
         if (sub == 0)
             continue;
-        node.child[k] = std::make_unique<Child>();
+        node.child[k] = std::make_unique<CChild>();
         node.child[k]->leaf = IsLeaf(depth, sub, cube.edge);
         node.child[k]->count = sub;
         node.child[k]->first = end[k];
         if (node.child[k]->leaf)
             continue;
-        node.child[k]->node = std::make_shared<Node>();
+        node.child[k]->node = std::make_shared<CNode>();
         BuildNode(*node.child[k]->node, depth + 1, ChildCube(cube, static_cast<int>(k)), pnts, end[k], sub);
     }
 }
 
-void FindInNode(const std::vector<Pnt>& pnts, const Node& node, std::vector<int>& duplicates)
+void FindInNode(const std::vector<CPnt>& pnts, const CNode& node, std::vector<int>& duplicates)
 {
     for (const auto& child : node.child)
     {
@@ -65,8 +65,8 @@ void FindInNode(const std::vector<Pnt>& pnts, const Node& node, std::vector<int>
         {
             for (std::size_t b = a + 1; !isDuplicate[a] && b < isDuplicate.size(); ++b)
             {
-                const Pnt& pntA = pnts[static_cast<std::size_t>(child->first) + a];
-                const Pnt& pntB = pnts[static_cast<std::size_t>(child->first) + b];
+                const CPnt& pntA = pnts[static_cast<std::size_t>(child->first) + a];
+                const CPnt& pntB = pnts[static_cast<std::size_t>(child->first) + b];
                 if (pntA.x == pntB.x && pntA.y == pntB.y)
                     isDuplicate[b] = true;
             }
@@ -79,10 +79,10 @@ void FindInNode(const std::vector<Pnt>& pnts, const Node& node, std::vector<int>
 
 } // namespace
 
-Cube ChildCube(const Cube& cube, int k)
+CCube ChildCube(const CCube& cube, int k)
 {
     const std::int64_t h = cube.edge / 2 / 2;
-    Cube child = cube;
+    CCube child = cube;
     child.edge = cube.edge / 2;
     child.x += k >= 4 ? h : -h;
     child.y += k == 2 || k == 3 || k == 6 || k == 7 ? h : -h;
@@ -90,7 +90,7 @@ Cube ChildCube(const Cube& cube, int k)
     return child;
 }
 
-int Partition(std::vector<Pnt>& pnts, int first, int count, int axis, std::int64_t plane)
+int Partition(std::vector<CPnt>& pnts, int first, int count, int axis, std::int64_t plane)
 {
     int below = 0;
     for (int i = 0; i < count; ++i)
@@ -104,9 +104,9 @@ int Partition(std::vector<Pnt>& pnts, int first, int count, int axis, std::int64
     return below;
 }
 
-Tree BuildTree(std::vector<Pnt>& pnts)
+CTree BuildTree(std::vector<CPnt>& pnts)
 {
-    Tree tree;
+    CTree tree;
     if (pnts.empty())
         return tree;
     std::array<double, 3> centre{};
@@ -114,7 +114,7 @@ Tree BuildTree(std::vector<Pnt>& pnts)
     {
         double lo = static_cast<double>(Coord(pnts[0], axis));
         double hi = lo;
-        for (const Pnt& pnt : pnts)
+        for (const CPnt& pnt : pnts)
         {
             lo = std::min(lo, static_cast<double>(Coord(pnt, axis)));
             hi = std::max(hi, static_cast<double>(Coord(pnt, axis)));
@@ -126,12 +126,12 @@ Tree BuildTree(std::vector<Pnt>& pnts)
     tree.cube = {static_cast<std::int64_t>(centre[0]), static_cast<std::int64_t>(centre[1]),
                  static_cast<std::int64_t>(centre[2]),
                  std::max(tree.extent[0], std::max(tree.extent[1], tree.extent[2]))};
-    tree.root = std::make_shared<Node>();
+    tree.root = std::make_shared<CNode>();
     BuildNode(*tree.root, 0, tree.cube, pnts, 0, static_cast<int>(pnts.size()));
     return tree;
 }
 
-std::vector<int> FindDuplicates(const std::vector<Pnt>& pnts, const Tree& tree)
+std::vector<int> FindDuplicates(const std::vector<CPnt>& pnts, const CTree& tree)
 {
     std::vector<int> duplicates;
     if (tree.root != nullptr)
@@ -139,7 +139,7 @@ std::vector<int> FindDuplicates(const std::vector<Pnt>& pnts, const Tree& tree)
     return duplicates;
 }
 
-std::array<double, 6> CalcBox(const Tree& tree, const std::array<float, 3>& org)
+std::array<double, 6> CalcBox(const CTree& tree, const std::array<float, 3>& org)
 {
     const std::array<std::int64_t, 3> centre{tree.cube.x, tree.cube.y, tree.cube.z};
     std::array<double, 6> box{};

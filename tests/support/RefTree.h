@@ -10,7 +10,7 @@
 namespace Ref
 {
 
-struct Pnt
+struct CPnt
 {
     std::int32_t x = 0;
     std::int32_t y = 0;
@@ -19,30 +19,30 @@ struct Pnt
     std::uint8_t g = 0;
     std::uint8_t b = 0;
 
-    bool operator==(const Pnt& o) const
+    bool operator==(const CPnt& o) const
     {
         return x == o.x && y == o.y && z == o.z && r == o.r && g == o.g && b == o.b;
     }
-    bool operator!=(const Pnt& o) const { return !(*this == o); }
+    bool operator!=(const CPnt& o) const { return !(*this == o); }
 };
 
-struct Node;
+struct CNode;
 
 /// One present child: a leaf (count, first), or an inner node.
-struct Child
+struct CChild
 {
     bool leaf = false;
     int count = 0;
     int first = 0;
-    std::shared_ptr<Node> node;
+    std::shared_ptr<CNode> node;
 };
 
-struct Node
+struct CNode
 {
-    std::array<std::unique_ptr<Child>, 8> child; ///< null: the octant is empty
+    std::array<std::unique_ptr<CChild>, 8> child; ///< null: the octant is empty
 };
 
-struct Cube
+struct CCube
 {
     std::int64_t x = 0;
     std::int64_t y = 0;
@@ -51,27 +51,27 @@ struct Cube
 };
 
 /// Cube of the child in octant `k`.
-Cube ChildCube(const Cube& cube, int k);
+CCube ChildCube(const CCube& cube, int k);
 
-struct Tree
+struct CTree
 {
-    std::shared_ptr<Node> root; ///< null: no point
-    Cube cube;
+    std::shared_ptr<CNode> root; ///< null: no point
+    CCube cube;
     std::array<std::int64_t, 3> extent{};
 };
 
 /// Records below the plane to the front, keeping their order: each is exchanged with the first record at
 /// or above it. @return how many there are. `axis`: 0 x, 1 y, 2 z.
-int Partition(std::vector<Pnt>& pnts, int first, int count, int axis, std::int64_t plane);
+int Partition(std::vector<CPnt>& pnts, int first, int count, int axis, std::int64_t plane);
 
 /// Builds the tree and reorders the points.
-Tree BuildTree(std::vector<Pnt>& pnts);
+CTree BuildTree(std::vector<CPnt>& pnts);
 
 /// Positions, ascending, of the points that share x and y with an earlier one of their leaf.
-std::vector<int> FindDuplicates(const std::vector<Pnt>& pnts, const Tree& tree);
+std::vector<int> FindDuplicates(const std::vector<CPnt>& pnts, const CTree& tree);
 
 /// Box of a built tree: xmin, ymin, zmin, xmax, ymax, zmax.
-std::array<double, 6> CalcBox(const Tree& tree, const std::array<float, 3>& org);
+std::array<double, 6> CalcBox(const CTree& tree, const std::array<float, 3>& org);
 
 /// Offset of a coordinate from the origin, in compact units.
 std::int32_t ToCompact(double d, float org);

@@ -1,6 +1,6 @@
-#include <gtest/gtest.h>
-
 #include <zor0lang/DoubleDaString.h>
+
+#include <gtest/gtest.h>
 
 #include <clocale>
 #include <cmath>

@@ -1,6 +1,6 @@
-#include <gtest/gtest.h>
-
 #include <zor0lang/LongDaStringNullZero.h>
+
+#include <gtest/gtest.h>
 
 #include <limits>
 

@@ -1,6 +1,5 @@
-#include <tests/analysis/ground/MorphCase.h>
-
 #include <sample/CSampleTerrain.h>
+#include <tests/analysis/ground/MorphCase.h>
 #include <tests/support/CRandom.h>
 
 #include <chrono>

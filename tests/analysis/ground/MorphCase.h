@@ -4,7 +4,6 @@
 #include <analysis/ground/CProgressMorphFilter.h>
 
 #include <gtest/gtest.h>
-
 #include <pcl/point_cloud.h>
 #include <pcl/point_types.h>
 

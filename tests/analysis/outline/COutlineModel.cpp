@@ -10,22 +10,22 @@ __extension__ typedef __int128 TWide;
 
 constexpr double c_dPi = 3.14159265358979323846;
 
-bool IsBeside(const Ref::Cube& cube, const std::array<double, 4>& box)
+bool IsBeside(const Ref::CCube& cube, const std::array<double, 4>& box)
 {
     const std::int64_t h = cube.edge / 2;
     return static_cast<double>(cube.x - h) > box[2] || box[0] > static_cast<double>(cube.x + h) ||
            static_cast<double>(cube.y - h) > box[3] || box[1] > static_cast<double>(cube.y + h);
 }
 
-void Collect(const Ref::Node& node, const Ref::Cube& cube, const std::array<double, 4>& box,
+void Collect(const Ref::CNode& node, const Ref::CCube& cube, const std::array<double, 4>& box,
              std::vector<std::pair<int, int>>& vecLeaves)
 {
     if (IsBeside(cube, box))
         return;
     for (int k = 0; k < 8; ++k)
     {
-        const Ref::Child* const pChild = node.child[static_cast<std::size_t>(k)].get();
-        const Ref::Cube childCube = Ref::ChildCube(cube, k);
+        const Ref::CChild* const pChild = node.child[static_cast<std::size_t>(k)].get();
+        const Ref::CCube childCube = Ref::ChildCube(cube, k);
         if (pChild == nullptr)
             continue;
         if (!pChild->leaf)
@@ -57,7 +57,7 @@ bool CRefSegment::Meets(const CRefSegment& o) const
     return Holds(o.ax, o.ay) || Holds(o.bx, o.by) || o.Holds(ax, ay) || o.Holds(bx, by);
 }
 
-COutlineModel::COutlineModel(const Ref::Store& store, double d)
+COutlineModel::COutlineModel(const Ref::CStore& store, double d)
     : m_store(store), m_dDistance(d * 10000.0), m_nNum(static_cast<int>(store.pnts.size()))
 {
     FindClusters();
@@ -90,7 +90,7 @@ std::vector<int> COutlineModel::GetClusters()
     return vecFirst;
 }
 
-std::vector<std::pair<int, int>> COutlineModel::CollectLeaves(const Ref::Tree& tree,
+std::vector<std::pair<int, int>> COutlineModel::CollectLeaves(const Ref::CTree& tree,
                                                               const std::array<double, 4>& box)
 {
     std::vector<std::pair<int, int>> vecLeaves;
@@ -187,7 +187,7 @@ void COutlineModel::FindLargest()
 
 // --- start point -------------------------------------------------------------------------------
 
-bool COutlineModel::HoldsCluster(const Ref::Child& leaf)
+bool COutlineModel::HoldsCluster(const Ref::CChild& leaf)
 {
     for (int i = leaf.first; i < leaf.first + leaf.count; ++i)
         if (FindRoot(i) == m_nLargest)
@@ -195,13 +195,13 @@ bool COutlineModel::HoldsCluster(const Ref::Child& leaf)
     return false;
 }
 
-void COutlineModel::SearchLeaves(const Ref::Node& node, const Ref::Cube& cube, std::int64_t& nLimit)
+void COutlineModel::SearchLeaves(const Ref::CNode& node, const Ref::CCube& cube, std::int64_t& nLimit)
 {
     bool bLowerLeaf = false;
     for (int k = 0; k < 8; ++k)
     {
-        const Ref::Child* const pChild = node.child[static_cast<std::size_t>(k)].get();
-        const Ref::Cube childCube = Ref::ChildCube(cube, k);
+        const Ref::CChild* const pChild = node.child[static_cast<std::size_t>(k)].get();
+        const Ref::CCube childCube = Ref::ChildCube(cube, k);
         const std::int64_t h = childCube.edge / 2;
         if (pChild == nullptr || (k >= 4 && bLowerLeaf) || childCube.x - h >= nLimit)
             continue;

@@ -31,7 +31,7 @@ class COutlineModel
 {
 public:
     /// @param store  with a tree. @param d  coordinate units.
-    COutlineModel(const Ref::Store& store, double d);
+    COutlineModel(const Ref::CStore& store, double d);
 
     bool IsClosed() const { return m_bClosed; }
     int GetStart() const { return m_nStart; }
@@ -45,7 +45,7 @@ public:
     std::vector<int> GetClusters();
 
     /// The leaves whose squares meet a rectangle, in walk order: first index and count.
-    static std::vector<std::pair<int, int>> CollectLeaves(const Ref::Tree& tree,
+    static std::vector<std::pair<int, int>> CollectLeaves(const Ref::CTree& tree,
                                                           const std::array<double, 4>& box);
 
 private:
@@ -68,15 +68,15 @@ private:
     void FindClusters();
     void FindLargest();
     void Expand(int i);
-    bool HoldsCluster(const Ref::Child& leaf);
-    void SearchLeaves(const Ref::Node& node, const Ref::Cube& cube, std::int64_t& nLimit);
+    bool HoldsCluster(const Ref::CChild& leaf);
+    void SearchLeaves(const Ref::CNode& node, const Ref::CCube& cube, std::int64_t& nLimit);
     void FindStart();
     void Walk();
     int FindNext(double r);
     bool IsCandidate(int k, double r);
     bool Crosses(int cur, int k) const;
 
-    const Ref::Store& m_store;
+    const Ref::CStore& m_store;
     double m_dDistance;
     int m_nNum;
     std::vector<int> m_vecParent;

@@ -30,7 +30,7 @@ template <class T>
 class CalcCnt_alloc : public ::testing::Test
 {
 };
-TYPED_TEST_SUITE(CalcCnt_alloc, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(CalcCnt_alloc, TBothPntTypes, CPntTypeName);
 
 } // namespace
 

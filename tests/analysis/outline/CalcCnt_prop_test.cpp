@@ -19,7 +19,7 @@ template <class T>
 class CalcCnt_Prop : public ::testing::Test
 {
 };
-TYPED_TEST_SUITE(CalcCnt_Prop, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(CalcCnt_Prop, TBothPntTypes, CPntTypeName);
 
 /// ZOR4DATA_TEST_CLOUDS: number of random clouds, for a long run.
 std::uint64_t GetNumClouds()

@@ -14,14 +14,14 @@ template <class T>
 class CalcCnt_Robust : public ::testing::Test
 {
 };
-TYPED_TEST_SUITE(CalcCnt_Robust, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(CalcCnt_Robust, TBothPntTypes, CPntTypeName);
 
 /// Gives every leaf another run of the array, as a damaged file might, and the model's leaves the same.
-void ScrambleLeaves(const COcTreeNode& node, Ref::Node& refNode, std::int32_t nNumPnts, CRandom& random)
+void ScrambleLeaves(const COcTreeNode& node, Ref::CNode& refNode, std::int32_t nNumPnts, CRandom& random)
 {
     for (const COcTreeChild child : node.GetChildren())
     {
-        Ref::Child& refChild = *refNode.child[static_cast<std::size_t>(child.GetOctant())];
+        Ref::CChild& refChild = *refNode.child[static_cast<std::size_t>(child.GetOctant())];
         if (!child.IsLeaf())
         {
             ScrambleLeaves(child.GetNode(), *refChild.node, nNumPnts, random);

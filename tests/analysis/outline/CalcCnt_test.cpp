@@ -54,7 +54,7 @@ public:
         return a;
     }
 };
-TYPED_TEST_SUITE(CalcCnt_, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(CalcCnt_, TBothPntTypes, CPntTypeName);
 
 const TPlaces c_none;
 
@@ -156,7 +156,7 @@ TYPED_TEST(CalcCnt_, RecordsAreThoseOfTheCloud)
 {
     CRecColorListener colors;
     CPntCld cld(&colors);
-    cld.OnReadType(PntTrait<TypeParam>::c_eType);
+    cld.OnReadType(CPntTrait<TypeParam>::c_eType);
     cld.Init(4);
     for (int i = 0; i < 4; ++i)
         cld.AddPnt(500000.25 + i % 2, 4000000.5 + i / 2, 100.0 + i, static_cast<unsigned char>(50 * i), 20,
@@ -176,7 +176,7 @@ TYPED_TEST(CalcCnt_, RecordsAreThoseOfTheCloud)
         EXPECT_EQ(pnt.m_pnt.y, same.m_pnt.y);
         EXPECT_EQ(pnt.m_pnt.z, same.m_pnt.z);
         EXPECT_EQ(pnt.m_bSel, pnt.m_nIndex == 2);
-        if (PntTrait<TypeParam>::c_bColor)
+        if (CPntTrait<TypeParam>::c_bColor)
         {
             EXPECT_EQ(pnt.m_fR, same.m_fR);
         }
@@ -190,7 +190,7 @@ TYPED_TEST(CalcCnt_, OrderOfCalls)
     CCallLog log;
     CRecColorListener colors(&log);
     CPntCld cld(&colors);
-    cld.OnReadType(PntTrait<TypeParam>::c_eType);
+    cld.OnReadType(CPntTrait<TypeParam>::c_eType);
     cld.Init(3);
     cld.AddPnt(0, 0, 5.0);
     cld.AddPnt(2, 1, 9.0);
@@ -208,7 +208,7 @@ TYPED_TEST(CalcCnt_, WithoutOutline_SetZRangeAndProgressOnly)
     CCallLog log;
     CRecColorListener colors(&log);
     CPntCld cld(&colors);
-    cld.OnReadType(PntTrait<TypeParam>::c_eType);
+    cld.OnReadType(CPntTrait<TypeParam>::c_eType);
     cld.Init(2);
     cld.AddPnt(0, 0, 0);
     cld.AddPnt(0, 1, 0);
@@ -225,7 +225,7 @@ TYPED_TEST(CalcCnt_, WithoutTree_NoCall)
     CCallLog log;
     CRecColorListener colors(&log);
     CPntCld cld(&colors);
-    cld.OnReadType(PntTrait<TypeParam>::c_eType);
+    cld.OnReadType(CPntTrait<TypeParam>::c_eType);
     CRecListener rec(&log);
     CProgressRecorder progress;
     EXPECT_FALSE(cld.CalcCnt(&progress, &rec, 5.0));
@@ -240,7 +240,7 @@ TYPED_TEST(CalcCnt_, TreeWithoutPnts_SetZRangeOnly)
     CCallLog log;
     CRecColorListener colors(&log);
     CPntCld cld(&colors);
-    cld.OnReadType(PntTrait<TypeParam>::c_eType);
+    cld.OnReadType(CPntTrait<TypeParam>::c_eType);
     cld.Init(0);
     cld.ComputeTree();
     CRecListener rec(&log);

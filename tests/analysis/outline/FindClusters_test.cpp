@@ -15,7 +15,7 @@ public:
     /// the octants as it is.
     static CTestStore<T> Make(const std::vector<std::pair<int, int>>& vecPlaces)
     {
-        std::vector<Ref::Pnt> vecPnts;
+        std::vector<Ref::CPnt> vecPnts;
         for (const auto& place : vecPlaces)
             vecPnts.push_back({place.first, place.second, 0, 0, 0, 0});
         vecPnts.push_back({100000000, 100000000, 0, 0, 0, 0});
@@ -26,7 +26,7 @@ public:
         return store;
     }
 };
-TYPED_TEST_SUITE(FindClusters_, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(FindClusters_, TBothPntTypes, CPntTypeName);
 
 } // namespace
 

@@ -11,7 +11,7 @@ class FindStartPnt_ : public ::testing::Test
 {
 public:
     /// @return place of the start point among the points whose y is not `nOther`; (-1, -1) without one.
-    static std::pair<int, int> Find(const std::vector<Ref::Pnt>& vecPnts, int nOther)
+    static std::pair<int, int> Find(const std::vector<Ref::CPnt>& vecPnts, int nOther)
     {
         CTestStore<T> store(vecPnts, {0.0F, 0.0F, 0.0F});
         store.ComputeTree();
@@ -25,7 +25,7 @@ public:
         return {store->m_pPnts[nStart].m_nX, store->m_pPnts[nStart].m_nY};
     }
 };
-TYPED_TEST_SUITE(FindStartPnt_, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(FindStartPnt_, TBothPntTypes, CPntTypeName);
 
 constexpr int c_nNone = 123456789;
 
@@ -36,19 +36,19 @@ TYPED_TEST(FindStartPnt_, WesternmostOfAll)
     CRandom random(1);
     for (const int nNum : {2, 11, 300, 20000})
     {
-        std::vector<Ref::Pnt> vecPnts;
+        std::vector<Ref::CPnt> vecPnts;
         for (int i = 0; i < nNum; ++i)
             vecPnts.push_back({static_cast<std::int32_t>(random.Int(-90000, 90000)),
                                static_cast<std::int32_t>(random.Int(-90000, 90000)), 0, 0, 0, 0});
         const auto least = std::min_element(vecPnts.begin(), vecPnts.end(),
-                                            [](const Ref::Pnt& a, const Ref::Pnt& b) { return a.x < b.x; });
+                                            [](const Ref::CPnt& a, const Ref::CPnt& b) { return a.x < b.x; });
         EXPECT_EQ(this->Find(vecPnts, c_nNone).first, least->x) << nNum;
     }
 }
 
 TYPED_TEST(FindStartPnt_, OnlyPntsOfTheSet)
 {
-    std::vector<Ref::Pnt> vecPnts;
+    std::vector<Ref::CPnt> vecPnts;
     for (int i = 0; i < 400; ++i)
         vecPnts.push_back({i * 100, i < 200 ? 7 : 500, 0, 0, 0, 0});
     EXPECT_EQ(this->Find(vecPnts, 7), std::make_pair(20000, 500));

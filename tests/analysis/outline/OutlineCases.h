@@ -11,7 +11,7 @@
 struct COutlineCase
 {
     std::string sName; ///< shape and seed
-    std::vector<Ref::Pnt> vecPnts;
+    std::vector<Ref::CPnt> vecPnts;
     double d = 0.0; ///< coordinate units
 };
 

@@ -1,8 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <tests/io/grid/ReadGrid.h>
 #include <tests/support/CFailingAlloc.h>
 #include <zor4data/CPntCld.h>
+
+#include <gtest/gtest.h>
 
 #include <new>
 

@@ -27,7 +27,7 @@ TEST(CAsciiGridReader_prop, Read_SameCallsAsTheSlowReader_FixedSeeds)
         file.Set(sText);
         const CReading reading = ReadGridFile(file.GetPath());
         ASSERT_EQ(ReadGridSlowly(sText), reading) << "seed " << nSeed << "\n" << sText;
-        nNumTrue += reading.m_bResult ? 1 : 0;
+        nNumTrue += reading.bResult ? 1 : 0;
     }
     EXPECT_GT(nNumTrue, 1000);
 }

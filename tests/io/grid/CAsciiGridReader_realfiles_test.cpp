@@ -9,13 +9,13 @@ namespace
 
 struct CRealGrid
 {
-    const char* m_sName;
-    int m_nNumPnts; ///< 0: refused
+    const char* sName;
+    int nNumPnts; ///< 0: refused
 };
 
 void PrintTo(const CRealGrid& grid, std::ostream* pStream)
 {
-    *pStream << grid.m_sName;
+    *pStream << grid.sName;
 }
 
 constexpr CRealGrid c_aGrids[] = {
@@ -42,7 +42,7 @@ class CAsciiGridReaderRealFiles : public testing::TestWithParam<CRealGrid>
 protected:
     void SetUp() override
     {
-        m_sPath = GetRealFile("asc/" + std::string(GetParam().m_sName) + ".asc");
+        m_sPath = GetRealFile("asc/" + std::string(GetParam().sName) + ".asc");
         if (!std::filesystem::exists(m_sPath))
             GTEST_SKIP() << "no " << m_sPath << "; ZOR4DATA_TEST_DATA says where real files are";
     }
@@ -53,16 +53,16 @@ protected:
 TEST_P(CAsciiGridReaderRealFiles, Read_DeliversItsPoints)
 {
     const CReading reading = ReadGridFile(m_sPath.c_str());
-    const int nNumPnts = GetParam().m_nNumPnts;
-    EXPECT_EQ(nNumPnts > 0, reading.m_bResult);
-    EXPECT_EQ(nNumPnts > 0 ? static_cast<std::size_t>(nNumPnts) + 3 : 0, reading.m_vecCalls.size());
+    const int nNumPnts = GetParam().nNumPnts;
+    EXPECT_EQ(nNumPnts > 0, reading.bResult);
+    EXPECT_EQ(nNumPnts > 0 ? static_cast<std::size_t>(nNumPnts) + 3 : 0, reading.vecCalls.size());
     EXPECT_TRUE(reading == ReadGridSlowly(ReadFileBytes(m_sPath)));
 }
 
 TEST_P(CAsciiGridReaderRealFiles, ReadFromFile_FillsACloud)
 {
     CPntCld cld(nullptr);
-    const int nNumPnts = GetParam().m_nNumPnts;
+    const int nNumPnts = GetParam().nNumPnts;
     EXPECT_EQ(nNumPnts > 0, cld.ReadFromFile(nullptr, PntCldFile_AsciiGrid, m_sPath));
     EXPECT_EQ(nNumPnts > 0, cld.GetNumPnts() > 0);
     EXPECT_LE(cld.GetNumPnts(), nNumPnts); // points at one place are duplicates
@@ -70,7 +70,7 @@ TEST_P(CAsciiGridReaderRealFiles, ReadFromFile_FillsACloud)
 
 std::string NameOf(const testing::TestParamInfo<CRealGrid>& info)
 {
-    return info.param.m_sName;
+    return info.param.sName;
 }
 
 INSTANTIATE_TEST_SUITE_P(Asc, CAsciiGridReaderRealFiles, testing::ValuesIn(c_aGrids), NameOf);

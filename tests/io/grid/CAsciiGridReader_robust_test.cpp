@@ -52,8 +52,8 @@ TEST(CAsciiGridReader_robust, Read_HugeCounts)
                               "NODATA_value -1\n5 6\n7\n";
     const CReading reading = ReadGrid(sText);
     EXPECT_EQ(ReadGridSlowly(sText), reading);
-    ASSERT_EQ(6U, reading.m_vecCalls.size());
-    EXPECT_EQ(CReadCall::NumPnts(3), reading.m_vecCalls[1]);
+    ASSERT_EQ(6U, reading.vecCalls.size());
+    EXPECT_EQ(CReadCall::NumPnts(3), reading.vecCalls[1]);
     CPntCld cld(nullptr);
     EXPECT_TRUE(cld.ReadFromFile(nullptr, PntCldFile_AsciiGrid, CMemFile(sText).GetPath()));
     EXPECT_EQ(3, cld.GetNumPnts());
@@ -64,7 +64,7 @@ TEST(CAsciiGridReader_robust, Read_HugeCoordinates)
 {
     const std::string sText = "ncols 2\nnrows 2\nxllcorner -inf\nyllcorner 8e199\ncellsize 8e199\n"
                               "NODATA_value -1\n1e308 -1e308\nnan inf\n";
-    EXPECT_EQ(ReadGridSlowly(sText).m_vecCalls.size(), ReadGrid(sText).m_vecCalls.size());
+    EXPECT_EQ(ReadGridSlowly(sText).vecCalls.size(), ReadGrid(sText).vecCalls.size());
     CPntCld cld(nullptr);
     EXPECT_TRUE(cld.ReadFromFile(nullptr, PntCldFile_AsciiGrid, CMemFile(sText).GetPath()));
     EXPECT_GT(cld.GetNumPnts(), 0);

@@ -7,16 +7,16 @@ namespace
 {
 
 using namespace std::string_literals;
-using Call = CReadCall;
+using TCall = CReadCall;
 
 const CReading c_refused{false, {}};
 
 /// What a reading of these points comes to.
-CReading Points(const CReadCalls& vecPnts)
+CReading Points(const TReadCalls& vecPnts)
 {
-    CReadCalls vecCalls = {Call::Type(0), Call::NumPnts(static_cast<int>(vecPnts.size()))};
+    TReadCalls vecCalls = {TCall::Type(0), TCall::NumPnts(static_cast<int>(vecPnts.size()))};
     vecCalls.insert(vecCalls.end(), vecPnts.begin(), vecPnts.end());
-    vecCalls.push_back(Call::End());
+    vecCalls.push_back(TCall::End());
     return {true, vecCalls};
 }
 
@@ -26,25 +26,25 @@ std::vector<double> Heights(const std::string& sRows)
     const CReading reading = ReadGrid(GridHeader(9, 9) + sRows);
     EXPECT_EQ(ReadGridSlowly(GridHeader(9, 9) + sRows), reading);
     std::vector<double> vecZ;
-    for (const Call& call : reading.m_vecCalls)
-        if (call.m_eKind == Call::Kind_Pnt)
-            vecZ.push_back(call.m_adPos[2]);
+    for (const TCall& call : reading.vecCalls)
+        if (call.eKind == TCall::Kind_Pnt)
+            vecZ.push_back(call.adPos[2]);
     return vecZ;
 }
 
-using Z = std::vector<double>;
+using THeights = std::vector<double>;
 
 // The upper left corner of each cell, top row first.
 TEST(CAsciiGridReader, Read_PointsOnUpperLeftCorners_Kept)
 {
-    EXPECT_EQ(Points({Call::Pnt(100, 220, 1), Call::Pnt(110, 220, 2), Call::Pnt(120, 220, 3),
-                      Call::Pnt(100, 210, 4), Call::Pnt(110, 210, 5), Call::Pnt(120, 210, 6)}),
+    EXPECT_EQ(Points({TCall::Pnt(100, 220, 1), TCall::Pnt(110, 220, 2), TCall::Pnt(120, 220, 3),
+                      TCall::Pnt(100, 210, 4), TCall::Pnt(110, 210, 5), TCall::Pnt(120, 210, 6)}),
               ReadGrid(GridHeader(3, 2) + "1 2 3\n4 5 6\n"));
 }
 
 TEST(CAsciiGridReader, Read_CellsWithoutDataAreLeftOut)
 {
-    EXPECT_EQ(Points({Call::Pnt(110, 220, 2), Call::Pnt(100, 210, 4)}),
+    EXPECT_EQ(Points({TCall::Pnt(110, 220, 2), TCall::Pnt(100, 210, 4)}),
               ReadGrid(GridHeader(3, 2) + "-9999 2 -9999.000\n4 -9.999e3 -09999\n"));
 }
 
@@ -65,94 +65,94 @@ TEST(CAsciiGridReader, Read_MissingFile_IsRefused)
 
 TEST(CAsciiGridReader, Read_RowsAndColumnsBeyondTheHeaderAreIgnored)
 {
-    EXPECT_EQ(Points({Call::Pnt(100, 220, 1), Call::Pnt(110, 220, 2), Call::Pnt(100, 210, 4),
-                      Call::Pnt(110, 210, 5)}),
+    EXPECT_EQ(Points({TCall::Pnt(100, 220, 1), TCall::Pnt(110, 220, 2), TCall::Pnt(100, 210, 4),
+                      TCall::Pnt(110, 210, 5)}),
               ReadGrid(GridHeader(2, 2) + "1 2 3\n4 5 6 7 8\n9 9\n"));
 }
 
 TEST(CAsciiGridReader, Read_ShortRowsHaveFewerPoints)
 {
-    EXPECT_EQ(Points({Call::Pnt(100, 230, 1), Call::Pnt(100, 220, 2), Call::Pnt(110, 220, 3)}),
+    EXPECT_EQ(Points({TCall::Pnt(100, 230, 1), TCall::Pnt(100, 220, 2), TCall::Pnt(110, 220, 3)}),
               ReadGrid(GridHeader(4, 3) + "1\n2 3"));
 }
 
 TEST(CAsciiGridReader, Read_EmptyLinesDoNotCountAsRows)
 {
-    EXPECT_EQ(Points({Call::Pnt(100, 220, 1), Call::Pnt(100, 210, 2)}),
+    EXPECT_EQ(Points({TCall::Pnt(100, 220, 1), TCall::Pnt(100, 210, 2)}),
               ReadGrid(GridHeader(1, 2) + "\n\n1\n\n2\n\n3\n"));
 }
 
 TEST(CAsciiGridReader, Read_LinesOfBlanksCountAsRows)
 {
-    EXPECT_EQ(Points({Call::Pnt(100, 230, 1), Call::Pnt(100, 210, 2)}),
+    EXPECT_EQ(Points({TCall::Pnt(100, 230, 1), TCall::Pnt(100, 210, 2)}),
               ReadGrid(GridHeader(1, 3) + "1\n   \n2\n3\n"));
-    EXPECT_EQ(Points({Call::Pnt(100, 230, 1), Call::Pnt(100, 210, 2)}),
+    EXPECT_EQ(Points({TCall::Pnt(100, 230, 1), TCall::Pnt(100, 210, 2)}),
               ReadGrid(GridHeader(1, 3) + "1\r\n\r\n2\r\n3\r\n")); // a carriage return is a blank
 }
 
 TEST(CAsciiGridReader, Read_CarriageReturnsAreBlanks)
 {
-    EXPECT_EQ(Points({Call::Pnt(100, 220, 1), Call::Pnt(110, 220, 2), Call::Pnt(100, 210, 3)}),
+    EXPECT_EQ(Points({TCall::Pnt(100, 220, 1), TCall::Pnt(110, 220, 2), TCall::Pnt(100, 210, 3)}),
               ReadGrid("ncols 2\r\nnrows 2\r\n\nxllcorner 100\r\nyllcorner 200\r\ncellsize 10\r\n"
                        "NODATA_value -9999\r\n1 2\r\n3\r\n"));
-    EXPECT_EQ(Z({1, 2}), Heights("1\r 2\r\r"));
+    EXPECT_EQ(THeights({1, 2}), Heights("1\r 2\r\r"));
 }
 
 TEST(CAsciiGridReader, Read_SpacesAroundTokens)
 {
-    EXPECT_EQ(Z({1, 2, 3, 4}), Heights("  1    2 3  \n    4\n"));
-    EXPECT_EQ(Z({1, 2, 3}), Heights("\t1 \t 2 \v\f3\t\n"));
+    EXPECT_EQ(THeights({1, 2, 3, 4}), Heights("  1    2 3  \n    4\n"));
+    EXPECT_EQ(THeights({1, 2, 3}), Heights("\t1 \t 2 \v\f3\t\n"));
 }
 
 // Only the space ends a token.
 TEST(CAsciiGridReader, Read_TabsDoNotSeparate)
 {
-    EXPECT_EQ(Z({1, 4}), Heights("1\t2\t3 4\n"));
-    EXPECT_EQ(Z({1}), Heights("1\n\n"));
+    EXPECT_EQ(THeights({1, 4}), Heights("1\t2\t3 4\n"));
+    EXPECT_EQ(THeights({1}), Heights("1\n\n"));
 }
 
 TEST(CAsciiGridReader, Read_NoLineFeedAtTheEnd)
 {
-    EXPECT_EQ(Z({1, 2}), Heights("1 2"));
-    EXPECT_EQ(Z({1, 2}), Heights("1 2 "));
+    EXPECT_EQ(THeights({1, 2}), Heights("1 2"));
+    EXPECT_EQ(THeights({1, 2}), Heights("1 2 "));
 }
 
 TEST(CAsciiGridReader, Read_TokensThatAreNoNumbers)
 {
-    EXPECT_EQ(Z({0, 0, 0, 7, 0}), Heights("abc - -- 7up +-3\n"));
-    EXPECT_EQ(Z({0, 1, 2}), Heights("* 1 2\n"));
+    EXPECT_EQ(THeights({0, 0, 0, 7, 0}), Heights("abc - -- 7up +-3\n"));
+    EXPECT_EQ(THeights({0, 1, 2}), Heights("* 1 2\n"));
 }
 
 TEST(CAsciiGridReader, Read_NotANumberCountsAsData)
 {
     const CReading reading = ReadGrid(GridHeader(2, 1) + "nan -9999\n");
-    ASSERT_EQ(4U, reading.m_vecCalls.size());
-    EXPECT_NE(reading.m_vecCalls[2].m_adPos[2], reading.m_vecCalls[2].m_adPos[2]);
+    ASSERT_EQ(4U, reading.vecCalls.size());
+    EXPECT_NE(reading.vecCalls[2].adPos[2], reading.vecCalls[2].adPos[2]);
 }
 
 TEST(CAsciiGridReader, Read_Numbers)
 {
-    EXPECT_EQ(Z({1, -1, 1, 0.5, 5, 100, -0.25, 1e22}), Heights("1 -1 +1 .5 5. 1e2 -2.5E-1 1e22\n"));
-    EXPECT_EQ(Z({0, 0, 16}), Heights("0x10 0X1p3 16,5\n"));
-    EXPECT_EQ(Z({9007199254740992.0, 9007199254740992.0, 9007199254740996.0}),
+    EXPECT_EQ(THeights({1, -1, 1, 0.5, 5, 100, -0.25, 1e22}), Heights("1 -1 +1 .5 5. 1e2 -2.5E-1 1e22\n"));
+    EXPECT_EQ(THeights({0, 0, 16}), Heights("0x10 0X1p3 16,5\n"));
+    EXPECT_EQ(THeights({9007199254740992.0, 9007199254740992.0, 9007199254740996.0}),
               Heights("9007199254740992 9007199254740993 9007199254740995\n"));
-    EXPECT_EQ(Z({0.1, 0.1, 123456789012345678.0, 1.0}),
+    EXPECT_EQ(THeights({0.1, 0.1, 123456789012345678.0, 1.0}),
               Heights("0.1 0.10000000000000000 123456789012345678 1.0000000000000000000000000000000\n"));
-    EXPECT_EQ(Z({std::numeric_limits<double>::infinity(), 1e-320}), Heights("1e999 1e-320\n"));
+    EXPECT_EQ(THeights({std::numeric_limits<double>::infinity(), 1e-320}), Heights("1e999 1e-320\n"));
 }
 
 TEST(CAsciiGridReader, Read_ZeroByteIsACharacterOfItsToken)
 {
-    EXPECT_EQ(Z({1, 3}), Heights("1\0002 3\n"s));
-    EXPECT_EQ(Z({0, 3}), Heights("\0 3\n"s));
+    EXPECT_EQ(THeights({1, 3}), Heights("1\0002 3\n"s));
+    EXPECT_EQ(THeights({0, 3}), Heights("\0 3\n"s));
     EXPECT_EQ(c_refused, ReadGrid("ncols\0 3\n"s));
 }
 
 TEST(CAsciiGridReader, Read_ReportsNoProgress)
 {
     const CReading reading = ReadGrid(GridHeader(1, 1) + "1\n");
-    for (const Call& call : reading.m_vecCalls)
-        EXPECT_NE(Call::Kind_Progress, call.m_eKind);
+    for (const TCall& call : reading.vecCalls)
+        EXPECT_NE(TCall::Kind_Progress, call.eKind);
 }
 
 TEST(CAsciiGridReader, ReadFromFile_FillsACloud)
@@ -193,15 +193,15 @@ TEST(CAsciiGridReader, Read_LongerThanBlocks)
         const std::string sBlanks(nLength, ' ');
         const std::string sTabs(nLength, '\t');
         const std::string sLetters(nLength, 'x');
-        EXPECT_EQ(Z({1, 2}), Heights(sZeros + "1 2\n"));
-        EXPECT_EQ(Z({0.5, 2}), Heights("0.5" + sZeros + " 2\n"));
-        EXPECT_EQ(Z({1, 2}), Heights("1" + sBlanks + "2" + sBlanks + "\n"));
-        EXPECT_EQ(Z({1, 2}), Heights(sTabs + "1" + sTabs + "7 2"));
-        EXPECT_EQ(Z({1, 2, 3}), Heights("1" + sLetters + " 2\n3" + sLetters));
-        EXPECT_EQ(Z({1}), Heights("1 " + sBlanks));
+        EXPECT_EQ(THeights({1, 2}), Heights(sZeros + "1 2\n"));
+        EXPECT_EQ(THeights({0.5, 2}), Heights("0.5" + sZeros + " 2\n"));
+        EXPECT_EQ(THeights({1, 2}), Heights("1" + sBlanks + "2" + sBlanks + "\n"));
+        EXPECT_EQ(THeights({1, 2}), Heights(sTabs + "1" + sTabs + "7 2"));
+        EXPECT_EQ(THeights({1, 2, 3}), Heights("1" + sLetters + " 2\n3" + sLetters));
+        EXPECT_EQ(THeights({1}), Heights("1 " + sBlanks));
         const std::string sText = "ncols" + sBlanks + "1\nnrows 1" + sLetters + "\n" +
                                   GridHeader(1, 1).substr(16) + "4 " + sLetters + " " + sLetters + "\n5";
-        EXPECT_EQ(Points({Call::Pnt(100, 210, 4)}), ReadGrid(sText));
+        EXPECT_EQ(Points({TCall::Pnt(100, 210, 4)}), ReadGrid(sText));
         EXPECT_EQ(c_refused, ReadGrid(sLetters));
     }
 }

@@ -1,12 +1,12 @@
-#include <gtest/gtest.h>
-
 #include <tests/io/las/ReadLas.h>
+
+#include <gtest/gtest.h>
 
 TEST(CLasReader_None, Read_IsFalseWithoutAnyCall)
 {
     const CLasReading reading = ReadLas(LasOf(0, 3).GetBytes(), true);
-    EXPECT_FALSE(reading.m_bResult);
-    EXPECT_TRUE(reading.m_vecCalls.empty());
+    EXPECT_FALSE(reading.bResult);
+    EXPECT_TRUE(reading.vecCalls.empty());
 }
 
 TEST(CLasReader, Read)

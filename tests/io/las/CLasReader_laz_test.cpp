@@ -1,8 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <formats/CLasGuard.h>
 #include <tests/io/las/ReadLas.h>
 #include <tests/support/LazBytes.h>
+
+#include <gtest/gtest.h>
 
 #include <cstring>
 #include <limits>
@@ -20,8 +20,8 @@ TEST(CLasReader_laz, Read_EveryFormatAndNumOfChunks)
         {
             const CLasFile file = LasOf(nFormat, nNum);
             const CLasReading reading = ReadLas(LazBytes(file, 16));
-            EXPECT_TRUE(reading.m_bResult) << nFormat << ", " << nNum;
-            EXPECT_EQ(LasCalls(file), reading.m_vecCalls) << nFormat << ", " << nNum;
+            EXPECT_TRUE(reading.bResult) << nFormat << ", " << nNum;
+            EXPECT_EQ(LasCalls(file), reading.vecCalls) << nFormat << ", " << nNum;
         }
 }
 
@@ -30,12 +30,12 @@ TEST(CLasReader_laz, Read_ScaleAndOffset)
     CLasFile file = LasOf(2, 20);
     file.adScale = {0.001, 0.5, 3.0};
     file.adOffset = {-1000.0, 4000000.25, 1e-3};
-    EXPECT_EQ(LasCalls(file), ReadLas(LazBytes(file, 7)).m_vecCalls);
+    EXPECT_EQ(LasCalls(file), ReadLas(LazBytes(file, 7)).vecCalls);
 }
 
 TEST(CLasReader_laz, Read_Progress)
 {
-    const CReadCalls vecCalls = ReadLas(LazBytes(LasOf(0, 3), 2), true).m_vecCalls;
+    const TReadCalls vecCalls = ReadLas(LazBytes(LasOf(0, 3), 2), true).vecCalls;
     ASSERT_EQ(9U, vecCalls.size());
     EXPECT_EQ(CReadCall::Progress(0), vecCalls[2]);
     EXPECT_EQ(CReadCall::Progress(33), vecCalls[4]);
@@ -70,8 +70,8 @@ TEST(CLasReader_laz, Read_MorePntsAnnouncedThanTheChunksHold)
             std::string sBytes = LazBytes(file, nChunkSize);
             sBytes[nFormat < 6 ? 107 : 247] = 100; // the count
             const CLasReading reading = ReadLas(sBytes);
-            EXPECT_TRUE(reading.m_bResult) << nFormat << ", " << nChunkSize;
-            EXPECT_EQ(LasCalls(file, 100, 32), reading.m_vecCalls) << nFormat << ", " << nChunkSize;
+            EXPECT_TRUE(reading.bResult) << nFormat << ", " << nChunkSize;
+            EXPECT_EQ(LasCalls(file, 100, 32), reading.vecCalls) << nFormat << ", " << nChunkSize;
         }
 }
 
@@ -82,8 +82,8 @@ TEST(CLasReader_laz, Read_ChunkOfVariableSize)
         {
             const CLasFile file = LasOf(nFormat, nNum);
             const CLasReading reading = ReadLas(LazBytes(file, c_nVariableChunks));
-            EXPECT_TRUE(reading.m_bResult) << nFormat << ", " << nNum;
-            EXPECT_EQ(LasCalls(file), reading.m_vecCalls) << nFormat << ", " << nNum;
+            EXPECT_TRUE(reading.bResult) << nFormat << ", " << nNum;
+            EXPECT_EQ(LasCalls(file), reading.vecCalls) << nFormat << ", " << nNum;
         }
 }
 
@@ -101,12 +101,12 @@ TEST(CLasReader_laz, Check_TableOfChunksOfVariableSize)
     {
         std::string sChanged = sBytes;
         sChanged[n] = static_cast<char>(sChanged[n] ^ 0x40);
-        EXPECT_FALSE(ReadLas(sChanged).m_bResult) << n - nEntries;
-        EXPECT_FALSE(ReadLas(sBytes.substr(0, n)).m_bResult) << n - nEntries;
+        EXPECT_FALSE(ReadLas(sChanged).bResult) << n - nEntries;
+        EXPECT_FALSE(ReadLas(sBytes.substr(0, n)).bResult) << n - nEntries;
     }
     std::string sChanged = sBytes;
     sChanged[nPosPnts + 8 + file.GetPntSize()] ^= 1; // what the chunk says
-    EXPECT_FALSE(ReadLas(sChanged).m_bResult);
+    EXPECT_FALSE(ReadLas(sChanged).bResult);
 }
 
 /// What the tests below change: a LAZ file and where things stand in it.
@@ -260,8 +260,8 @@ TEST_P(CLazGuardTest, Check_TableOfChunksNamedAtTheEndOfTheFile)
     sBytes.replace(GetPosPnts(), 8, 8, '\xff');
     EXPECT_TRUE(IsLet(sBytes));
     const CLasReading reading = ReadLas(sBytes);
-    EXPECT_TRUE(reading.m_bResult);
-    EXPECT_EQ(LasCalls(m_file), reading.m_vecCalls);
+    EXPECT_TRUE(reading.bResult);
+    EXPECT_EQ(LasCalls(m_file), reading.vecCalls);
     sBytes.back() = '\x7f';
     EXPECT_FALSE(IsLet(sBytes));
 }
@@ -306,8 +306,8 @@ TEST(CLasReader_laz, Check_LayersLieInTheFile)
                 std::string sBad = sBytes;
                 std::memcpy(sBad.data() + nPos + 4 * k, &nBad, sizeof nBad);
                 const CLasReading reading = ReadLas(sBad);
-                EXPECT_FALSE(reading.m_bResult) << "chunk " << nChunk << ", layer " << k << ", " << nBad;
-                EXPECT_TRUE(reading.m_vecCalls.empty());
+                EXPECT_FALSE(reading.bResult) << "chunk " << nChunk << ", layer " << k << ", " << nBad;
+                EXPECT_TRUE(reading.vecCalls.empty());
             }
         }
         nPos += 40 + nNumBytes;

@@ -1,8 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <tests/io/las/ReadLas.h>
 #include <tests/support/RealFiles.h>
 #include <zor4data/CPntCld.h>
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
@@ -15,17 +15,17 @@ constexpr int c_nRefused = -1;
 
 struct CRealFile
 {
-    const char* m_sName;
-    int m_nFormat;
-    int m_nNumPnts; ///< delivered; c_nRefused: false without any call
-    int m_nNumAnnounced;
-    double m_dXMin = 0.0; ///< of the points
-    double m_dXMax = 0.0;
+    const char* sName;
+    int nFormat;
+    int nNumPnts; ///< delivered; c_nRefused: false without any call
+    int nNumAnnounced;
+    double dXMin = 0.0; ///< of the points
+    double dXMax = 0.0;
 };
 
 void PrintTo(const CRealFile& file, std::ostream* pStream)
 {
-    *pStream << file.m_sName;
+    *pStream << file.sName;
 }
 
 constexpr CRealFile c_aFiles[] = {
@@ -74,7 +74,7 @@ class CLasReaderRealFiles : public testing::TestWithParam<CRealFile>
 protected:
     void SetUp() override
     {
-        const auto path = GetRealFolder() / "las" / GetParam().m_sName;
+        const auto path = GetRealFolder() / "las" / GetParam().sName;
         m_sPath = path.string();
         if (!std::filesystem::exists(path))
             GTEST_SKIP() << "no " << m_sPath << "; ZOR4DATA_TEST_DATA says where real files are";
@@ -91,30 +91,30 @@ TEST_P(CLasReaderRealFiles, Read_DeliversItsPoints)
     const CLasReading reading = ReadLasFile(m_sPath.c_str());
     EXPECT_EQ("", testing::internal::GetCapturedStdout());
     EXPECT_EQ("", testing::internal::GetCapturedStderr());
-    const CReadCalls& vecCalls = reading.m_vecCalls;
-    EXPECT_EQ(file.m_nNumPnts != c_nRefused, reading.m_bResult);
-    if (file.m_nNumPnts == c_nRefused)
+    const TReadCalls& vecCalls = reading.vecCalls;
+    EXPECT_EQ(file.nNumPnts != c_nRefused, reading.bResult);
+    if (file.nNumPnts == c_nRefused)
     {
         EXPECT_TRUE(vecCalls.empty());
         return;
     }
-    const bool bColor = file.m_nFormat == 2 || file.m_nFormat == 3 || file.m_nFormat == 5;
-    ASSERT_EQ(static_cast<std::size_t>(file.m_nNumPnts) + 3, vecCalls.size());
+    const bool bColor = file.nFormat == 2 || file.nFormat == 3 || file.nFormat == 5;
+    ASSERT_EQ(static_cast<std::size_t>(file.nNumPnts) + 3, vecCalls.size());
     EXPECT_EQ(CReadCall::Type(bColor ? 1 : 0), vecCalls[0]);
-    EXPECT_EQ(CReadCall::NumPnts(file.m_nNumAnnounced), vecCalls[1]);
+    EXPECT_EQ(CReadCall::NumPnts(file.nNumAnnounced), vecCalls[1]);
     EXPECT_EQ(CReadCall::End(), vecCalls.back());
     double dXMin = 1e300;
     double dXMax = -1e300;
     for (std::size_t i = 2; i + 1 < vecCalls.size(); ++i)
     {
-        ASSERT_EQ(bColor ? CReadCall::Kind_ColorPnt : CReadCall::Kind_Pnt, vecCalls[i].m_eKind);
-        dXMin = std::min(dXMin, vecCalls[i].m_adPos[0]);
-        dXMax = std::max(dXMax, vecCalls[i].m_adPos[0]);
+        ASSERT_EQ(bColor ? CReadCall::Kind_ColorPnt : CReadCall::Kind_Pnt, vecCalls[i].eKind);
+        dXMin = std::min(dXMin, vecCalls[i].adPos[0]);
+        dXMax = std::max(dXMax, vecCalls[i].adPos[0]);
     }
-    if (file.m_nNumPnts > 0)
+    if (file.nNumPnts > 0)
     {
-        EXPECT_NEAR(file.m_dXMin, dXMin, 0.001);
-        EXPECT_NEAR(file.m_dXMax, dXMax, 0.001);
+        EXPECT_NEAR(file.dXMin, dXMin, 0.001);
+        EXPECT_NEAR(file.dXMax, dXMax, 0.001);
     }
 }
 
@@ -122,14 +122,14 @@ TEST_P(CLasReaderRealFiles, ReadFromFile_FillsACloud)
 {
     const CRealFile& file = GetParam();
     CPntCld cld(nullptr);
-    EXPECT_EQ(file.m_nNumPnts != c_nRefused, cld.ReadFromFile(nullptr, PntCldFile_Las, m_sPath.c_str()));
-    EXPECT_LE(cld.GetNumPnts(), std::max(file.m_nNumAnnounced, 0)); // duplicates are gone
-    EXPECT_EQ(file.m_nNumAnnounced > 0, cld.GetNumPnts() > 0);
+    EXPECT_EQ(file.nNumPnts != c_nRefused, cld.ReadFromFile(nullptr, PntCldFile_Las, m_sPath.c_str()));
+    EXPECT_LE(cld.GetNumPnts(), std::max(file.nNumAnnounced, 0)); // duplicates are gone
+    EXPECT_EQ(file.nNumAnnounced > 0, cld.GetNumPnts() > 0);
 }
 
 std::string NameOf(const testing::TestParamInfo<CRealFile>& info)
 {
-    std::string sName = info.param.m_sName;
+    std::string sName = info.param.sName;
     std::replace_if(
         sName.begin(), sName.end(), [](unsigned char c) { return std::isalnum(c) == 0; }, '_');
     return sName;

@@ -1,10 +1,10 @@
-#include <gtest/gtest.h>
-
 #include <tests/io/las/ReadLas.h>
 #include <tests/support/CRandom.h>
 #ifdef ZOR4DATA_TEST_LAZ
 #include <tests/support/LazBytes.h>
 #endif
+
+#include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
@@ -34,20 +34,20 @@ std::vector<std::string> SmallFiles()
 /// A refused file makes no call; any other the calls in their order, and no more points than it announces.
 void ExpectInOrder(const CLasReading& reading)
 {
-    const CReadCalls& vecCalls = reading.m_vecCalls;
-    if (!reading.m_bResult)
+    const TReadCalls& vecCalls = reading.vecCalls;
+    if (!reading.bResult)
     {
         EXPECT_TRUE(vecCalls.empty());
         return;
     }
     ASSERT_GE(vecCalls.size(), 3U);
-    EXPECT_EQ(CReadCall::Kind_Type, vecCalls[0].m_eKind);
-    EXPECT_EQ(CReadCall::Kind_NumPnts, vecCalls[1].m_eKind);
-    EXPECT_EQ(CReadCall::Kind_End, vecCalls.back().m_eKind);
-    const auto eKind = vecCalls[0].m_nValue == 1 ? CReadCall::Kind_ColorPnt : CReadCall::Kind_Pnt;
+    EXPECT_EQ(CReadCall::Kind_Type, vecCalls[0].eKind);
+    EXPECT_EQ(CReadCall::Kind_NumPnts, vecCalls[1].eKind);
+    EXPECT_EQ(CReadCall::Kind_End, vecCalls.back().eKind);
+    const auto eKind = vecCalls[0].nValue == 1 ? CReadCall::Kind_ColorPnt : CReadCall::Kind_Pnt;
     for (std::size_t i = 2; i + 1 < vecCalls.size(); ++i)
-        ASSERT_EQ(eKind, vecCalls[i].m_eKind);
-    const int nAnnounced = vecCalls[1].m_nValue;
+        ASSERT_EQ(eKind, vecCalls[i].eKind);
+    const int nAnnounced = vecCalls[1].nValue;
     EXPECT_TRUE(nAnnounced < 0 || vecCalls.size() - 3 <= static_cast<std::size_t>(nAnnounced));
 }
 
@@ -90,8 +90,8 @@ TEST_F(CLasReader_robust, Read_EveryTruncationOfThePnts)
         for (std::size_t n = file.GetPosPnts(); n <= sFile.size(); ++n)
         {
             const CLasReading reading = ReadLas(sFile.substr(0, n));
-            ASSERT_TRUE(reading.m_bResult);
-            ASSERT_EQ(LasCalls(file, 3, (n - file.GetPosPnts()) / file.GetPntSize()), reading.m_vecCalls)
+            ASSERT_TRUE(reading.bResult);
+            ASSERT_EQ(LasCalls(file, 3, (n - file.GetPosPnts()) / file.GetPntSize()), reading.vecCalls)
                 << n << " bytes of format " << nFormat;
         }
     }

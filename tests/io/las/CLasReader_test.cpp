@@ -1,7 +1,7 @@
-#include <gtest/gtest.h>
-
 #include <tests/io/las/ReadLas.h>
 #include <zor4data/CPntCld.h>
+
+#include <gtest/gtest.h>
 
 #include <filesystem>
 #include <new>
@@ -15,24 +15,24 @@ TEST(CLasReader, Read_ThreePntsWithoutColor)
     file.adOffset = {500000.0, 4000000.0, -5.0};
     file.vecPnts = {{1, 2, 3, {}}, {-100, 0, 250, {}}, {2147483647, -2147483647 - 1, 0, {}}};
     const CLasReading reading = ReadLas(file.GetBytes(), true);
-    EXPECT_TRUE(reading.m_bResult);
+    EXPECT_TRUE(reading.bResult);
     EXPECT_EQ(
-        CReadCalls({CReadCall::Type(0), CReadCall::NumPnts(3), CReadCall::Progress(0),
+        TReadCalls({CReadCall::Type(0), CReadCall::NumPnts(3), CReadCall::Progress(0),
                     CReadCall::Pnt(1 * 0.01 + 500000.0, 2 * 0.01 + 4000000.0, 3 * 0.01 - 5.0),
                     CReadCall::Progress(33), CReadCall::Pnt(-100 * 0.01 + 500000.0, 4000000.0, -2.5),
                     CReadCall::Progress(66),
                     CReadCall::Pnt(2147483647 * 0.01 + 500000.0, -2147483648.0 * 0.01 + 4000000.0, -5.0),
                     CReadCall::End()}),
-        reading.m_vecCalls);
+        reading.vecCalls);
 }
 
 TEST(CLasReader, Read_ColorChannelByChannel)
 {
     CLasFile file = LasOf(2, 1);
     file.vecPnts[0].anColor = {65535, 256, 255};
-    EXPECT_EQ(CReadCalls({CReadCall::Type(1), CReadCall::NumPnts(1),
+    EXPECT_EQ(TReadCalls({CReadCall::Type(1), CReadCall::NumPnts(1),
                           CReadCall::ColorPnt(0, 0, 1, 255, 1, 255), CReadCall::End()}),
-              ReadLas(file.GetBytes()).m_vecCalls);
+              ReadLas(file.GetBytes()).vecCalls);
 }
 
 TEST(CLasReader, Read_EveryFormatAndVersion)
@@ -46,15 +46,15 @@ TEST(CLasReader, Read_EveryFormatAndVersion)
                 file.nNumExtra = nNumExtra;
                 file.bLegacyCount = nMinor < 4 || nFormat < 6;
                 const CLasReading reading = ReadLas(file.GetBytes());
-                EXPECT_TRUE(reading.m_bResult) << nFormat << " in 1." << nMinor;
-                EXPECT_EQ(LasCalls(file), reading.m_vecCalls) << nFormat << " in 1." << nMinor;
+                EXPECT_TRUE(reading.bResult) << nFormat << " in 1." << nMinor;
+                EXPECT_EQ(LasCalls(file), reading.vecCalls) << nFormat << " in 1." << nMinor;
             }
 }
 
 TEST(CLasReader, Read_LaterFormatsWithoutTheirColor_Kept)
 {
     for (const int nFormat : {7, 8, 10})
-        EXPECT_EQ(CReadCall::Type(0), ReadLas(LasOf(nFormat, 2).GetBytes()).m_vecCalls.at(0)) << nFormat;
+        EXPECT_EQ(CReadCall::Type(0), ReadLas(LasOf(nFormat, 2).GetBytes()).vecCalls.at(0)) << nFormat;
 }
 
 TEST(CLasReader, Read_RecordsAndGapBeforeThePnts)
@@ -62,14 +62,14 @@ TEST(CLasReader, Read_RecordsAndGapBeforeThePnts)
     CLasFile file = LasOf(3, 5);
     file.vecRecords = {"", std::string(200, 'x'), "abc"};
     file.sGap = std::string(70, 'y');
-    EXPECT_EQ(LasCalls(file), ReadLas(file.GetBytes()).m_vecCalls);
+    EXPECT_EQ(LasCalls(file), ReadLas(file.GetBytes()).vecCalls);
 }
 
 TEST(CLasReader, Read_NoPnts)
 {
     const CLasReading reading = ReadLas(LasOf(0, 0).GetBytes(), true);
-    EXPECT_TRUE(reading.m_bResult);
-    EXPECT_EQ(CReadCalls({CReadCall::Type(0), CReadCall::NumPnts(0), CReadCall::End()}), reading.m_vecCalls);
+    EXPECT_TRUE(reading.bResult);
+    EXPECT_EQ(TReadCalls({CReadCall::Type(0), CReadCall::NumPnts(0), CReadCall::End()}), reading.vecCalls);
 }
 
 TEST(CLasReader, Read_FewerPntsThanAnnouncedEndsEarly)
@@ -77,40 +77,40 @@ TEST(CLasReader, Read_FewerPntsThanAnnouncedEndsEarly)
     CLasFile file = LasOf(2, 3);
     file.nAnnounced = 10;
     CLasReading reading = ReadLas(file.GetBytes());
-    EXPECT_TRUE(reading.m_bResult);
-    EXPECT_EQ(LasCalls(file, 10, 3), reading.m_vecCalls);
+    EXPECT_TRUE(reading.bResult);
+    EXPECT_EQ(LasCalls(file, 10, 3), reading.vecCalls);
 
     std::string sBytes = file.GetBytes();
     sBytes.pop_back(); // the last point is cut off
     reading = ReadLas(sBytes);
-    EXPECT_TRUE(reading.m_bResult);
-    EXPECT_EQ(LasCalls(file, 10, 2), reading.m_vecCalls);
+    EXPECT_TRUE(reading.bResult);
+    EXPECT_EQ(LasCalls(file, 10, 2), reading.vecCalls);
 
     reading = ReadLas(sBytes.substr(0, file.GetPosPnts()));
-    EXPECT_TRUE(reading.m_bResult);
-    EXPECT_EQ(LasCalls(file, 10, 0), reading.m_vecCalls);
+    EXPECT_TRUE(reading.bResult);
+    EXPECT_EQ(LasCalls(file, 10, 0), reading.vecCalls);
 }
 
 TEST(CLasReader, Read_BytesBehindTheAnnouncedPntsAreNoPnts)
 {
     CLasFile file = LasOf(0, 3);
     file.nAnnounced = 2;
-    EXPECT_EQ(LasCalls(file, 2, 2), ReadLas(file.GetBytes()).m_vecCalls);
+    EXPECT_EQ(LasCalls(file, 2, 2), ReadLas(file.GetBytes()).vecCalls);
 }
 
 TEST(CLasReader, Read_CountOf64BitsWhereThatOf32Is0)
 {
     CLasFile file = LasOf(6, 2);
-    EXPECT_EQ(LasCalls(file), ReadLas(file.GetBytes()).m_vecCalls);
+    EXPECT_EQ(LasCalls(file), ReadLas(file.GetBytes()).vecCalls);
     // What int32 does not hold is announced by its lower bits.
     file.nAnnounced = 0x100000002;
-    EXPECT_EQ(LasCalls(file, 2, 2), ReadLas(file.GetBytes()).m_vecCalls);
+    EXPECT_EQ(LasCalls(file, 2, 2), ReadLas(file.GetBytes()).vecCalls);
     file.nAnnounced = 0xFFFFFFFF;
     const CLasReading reading = ReadLas(file.GetBytes(), true);
-    EXPECT_TRUE(reading.m_bResult);
-    ASSERT_EQ(7U, reading.m_vecCalls.size());
-    EXPECT_EQ(CReadCall::NumPnts(-1), reading.m_vecCalls[1]);
-    EXPECT_EQ(CReadCall::Progress(-100), reading.m_vecCalls[4]);
+    EXPECT_TRUE(reading.bResult);
+    ASSERT_EQ(7U, reading.vecCalls.size());
+    EXPECT_EQ(CReadCall::NumPnts(-1), reading.vecCalls[1]);
+    EXPECT_EQ(CReadCall::Progress(-100), reading.vecCalls[4]);
 }
 
 TEST(CLasReader, Read_CountOf32BitsGoesFirst)
@@ -119,7 +119,7 @@ TEST(CLasReader, Read_CountOf32BitsGoesFirst)
     file.nMinor = 4;
     std::string sBytes = file.GetBytes();
     sBytes[247] = 2; // the count of 64 bits
-    EXPECT_EQ(LasCalls(file), ReadLas(sBytes).m_vecCalls);
+    EXPECT_EQ(LasCalls(file), ReadLas(sBytes).vecCalls);
 }
 
 TEST(CLasReader, Read_OtherFileIsFalseWithoutAnyCall)
@@ -129,14 +129,14 @@ TEST(CLasReader, Read_OtherFileIsFalseWithoutAnyCall)
           std::string("ply\nformat binary_little_endian 1.0\n"), std::string(1000, 'x')})
     {
         const CLasReading reading = ReadLas(sBytes, true);
-        EXPECT_FALSE(reading.m_bResult) << sBytes.size();
-        EXPECT_TRUE(reading.m_vecCalls.empty()) << sBytes.size();
+        EXPECT_FALSE(reading.bResult) << sBytes.size();
+        EXPECT_TRUE(reading.vecCalls.empty()) << sBytes.size();
     }
     for (const char* sPath : {"", "/no/such/file.las", "/", "."})
     {
         const CLasReading reading = ReadLasFile(sPath, true);
-        EXPECT_FALSE(reading.m_bResult) << sPath;
-        EXPECT_TRUE(reading.m_vecCalls.empty()) << sPath;
+        EXPECT_FALSE(reading.bResult) << sPath;
+        EXPECT_TRUE(reading.vecCalls.empty()) << sPath;
     }
 }
 
@@ -220,7 +220,7 @@ TEST(CLasReader, Read_MoreRecordsAnnouncedThanThereAre)
     file.vecRecords = {std::string(60, 'x')};
     std::string sBytes = file.GetBytes();
     sBytes[100] = 2;
-    EXPECT_EQ(LasCalls(file), ReadLas(sBytes).m_vecCalls);
+    EXPECT_EQ(LasCalls(file), ReadLas(sBytes).vecCalls);
 }
 
 } // namespace

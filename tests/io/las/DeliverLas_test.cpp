@@ -1,7 +1,7 @@
-#include <gtest/gtest.h>
-
 #include <io/las/DeliverLas.h>
 #include <tests/io/CRecReadListener.h>
+
+#include <gtest/gtest.h>
 
 #include <limits>
 
@@ -29,13 +29,13 @@ public:
 
     struct CPoint
     {
-        std::int32_t get_X() const { return m_nX; }
+        std::int32_t get_X() const { return nX; }
         std::int32_t get_Y() const { return 2; }
         std::int32_t get_Z() const { return -3; }
 
         const CQuantizer* quantizer = nullptr;
         std::uint16_t rgb[4] = {65535, 256, 255, 0};
-        std::int32_t m_nX = -1;
+        std::int32_t nX = -1;
     };
 
     CFakeReader(std::int64_t nAnnounced, int nNumHeld) : npoints(nAnnounced), m_nNumHeld(nNumHeld)
@@ -43,7 +43,7 @@ public:
         point.quantizer = &m_quantizer;
     }
 
-    int read_point() { return ++point.m_nX < m_nNumHeld ? 1 : 0; }
+    int read_point() { return ++point.nX < m_nNumHeld ? 1 : 0; }
 
     std::int64_t npoints;
     CPoint point;
@@ -60,20 +60,20 @@ std::vector<int> GetProgress(std::int64_t nAnnounced, int nNumHeld)
     DeliverLasPnts(reader, false, c_nNoLimit, rec, &rec);
     std::vector<int> vecProgress;
     for (const CReadCall& call : rec.m_vecCalls)
-        if (call.m_eKind == CReadCall::Kind_Progress)
-            vecProgress.push_back(call.m_nValue);
+        if (call.eKind == CReadCall::Kind_Progress)
+            vecProgress.push_back(call.nValue);
     EXPECT_EQ(nNumHeld, rec.CountCalls(CReadCall::Kind_Pnt));
     return vecProgress;
 }
 
-using Ints = std::vector<int>;
+using TInts = std::vector<int>;
 
 TEST(DeliverLas, Pnts_ScaledThenShiftedEachAfterItsProgress)
 {
     CFakeReader reader(2, 2);
     CRecReadListener rec;
     DeliverLasPnts(reader, false, c_nNoLimit, rec, &rec);
-    EXPECT_EQ(CReadCalls({CReadCall::Progress(0), CReadCall::Pnt(10.0, -0.5, -6.0), CReadCall::Progress(50),
+    EXPECT_EQ(TReadCalls({CReadCall::Progress(0), CReadCall::Pnt(10.0, -0.5, -6.0), CReadCall::Progress(50),
                           CReadCall::Pnt(10.5, -0.5, -6.0)}),
               rec.m_vecCalls);
 }
@@ -83,7 +83,7 @@ TEST(DeliverLas, ColorPnts_ChannelByChannel)
     CFakeReader reader(1, 1);
     CRecReadListener rec;
     DeliverLasPnts(reader, true, c_nNoLimit, rec, nullptr);
-    EXPECT_EQ(CReadCalls({CReadCall::ColorPnt(10.0, -0.5, -6.0, 255, 1, 255)}), rec.m_vecCalls);
+    EXPECT_EQ(TReadCalls({CReadCall::ColorPnt(10.0, -0.5, -6.0, 255, 1, 255)}), rec.m_vecCalls);
 }
 
 TEST(DeliverLas, Pnts_NoMoreThanTheFileCanHold)
@@ -96,21 +96,21 @@ TEST(DeliverLas, Pnts_NoMoreThanTheFileCanHold)
 
 TEST(DeliverLas, Progress_WholePercentOfTheAnnounced)
 {
-    EXPECT_EQ(Ints({0, 33, 66}), GetProgress(3, 3));
-    EXPECT_EQ(Ints({0, 14, 28, 42, 57, 71, 85}), GetProgress(7, 7));
-    EXPECT_EQ(Ints({0, 0}), GetProgress(1000, 2)); // fewer than announced
-    EXPECT_EQ(Ints(), GetProgress(5, 0));
+    EXPECT_EQ(TInts({0, 33, 66}), GetProgress(3, 3));
+    EXPECT_EQ(TInts({0, 14, 28, 42, 57, 71, 85}), GetProgress(7, 7));
+    EXPECT_EQ(TInts({0, 0}), GetProgress(1000, 2)); // fewer than announced
+    EXPECT_EQ(TInts(), GetProgress(5, 0));
 }
 
 TEST(DeliverLas, Progress_ExceedsAHundredWithMorePntsThanAnnounced)
 {
-    EXPECT_EQ(Ints({0, 50, 100, 150}), GetProgress(2, 4));
+    EXPECT_EQ(TInts({0, 50, 100, 150}), GetProgress(2, 4));
 }
 
 TEST(DeliverLas, Progress_IsDefinedForEveryCount)
 {
-    EXPECT_EQ(Ints({0, c_nMax, c_nMax}), GetProgress(0, 3)); // 0 of 0, then more than none
-    EXPECT_EQ(Ints({0, -100, -200}), GetProgress(0xFFFFFFFF, 3));
+    EXPECT_EQ(TInts({0, c_nMax, c_nMax}), GetProgress(0, 3)); // 0 of 0, then more than none
+    EXPECT_EQ(TInts({0, -100, -200}), GetProgress(0xFFFFFFFF, 3));
     EXPECT_EQ(c_nMin, CalcLasProgress(std::int64_t{1} << 60, -1));
     EXPECT_EQ(c_nMax, CalcLasProgress(std::int64_t{1} << 60, 1));
 }

@@ -1,19 +1,18 @@
 #ifndef TESTS_IO_LAS_READLAS_H
 #define TESTS_IO_LAS_READLAS_H
 
+#include <io/ReadForeign.h>
 #include <tests/io/CMemFile.h>
 #include <tests/io/CRecReadListener.h>
 #include <tests/support/LasBytes.h>
-
-#include <io/ReadForeign.h>
 
 #include <string>
 
 /// What reading a LAS file has come to: the result and every call.
 struct CLasReading
 {
-    bool m_bResult = false;
-    CReadCalls m_vecCalls;
+    bool bResult = false;
+    TReadCalls vecCalls;
 };
 
 inline CLasReading ReadLasFile(const char* sPath, bool bProgress = false)
@@ -29,10 +28,10 @@ inline CLasReading ReadLas(const std::string& sBytes, bool bProgress = false)
 }
 
 /// The calls for the first `nNum` points of `file`, without progress.
-inline CReadCalls LasCalls(const CLasFile& file, int nAnnounced, std::size_t nNum)
+inline TReadCalls LasCalls(const CLasFile& file, int nAnnounced, std::size_t nNum)
 {
     const bool bColor = file.nFormat == 2 || file.nFormat == 3 || file.nFormat == 5;
-    CReadCalls vecCalls = {CReadCall::Type(bColor ? 1 : 0), CReadCall::NumPnts(nAnnounced)};
+    TReadCalls vecCalls = {CReadCall::Type(bColor ? 1 : 0), CReadCall::NumPnts(nAnnounced)};
     for (std::size_t i = 0; i < nNum; ++i)
     {
         const CLasPnt& pnt = file.vecPnts.at(i);
@@ -48,7 +47,7 @@ inline CReadCalls LasCalls(const CLasFile& file, int nAnnounced, std::size_t nNu
     return vecCalls;
 }
 
-inline CReadCalls LasCalls(const CLasFile& file)
+inline TReadCalls LasCalls(const CLasFile& file)
 {
     return LasCalls(file, static_cast<int>(file.vecPnts.size()), file.vecPnts.size());
 }

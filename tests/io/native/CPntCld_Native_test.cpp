@@ -16,7 +16,7 @@ template <class T>
 class CPntCld_Native : public ::testing::Test
 {
 public:
-    static constexpr bool c_bColor = PntTrait<T>::c_bColor;
+    static constexpr bool c_bColor = CPntTrait<T>::c_bColor;
     static constexpr int c_nType = c_bColor ? 1 : 0;
 
     /// A file of five points in one leaf.
@@ -50,11 +50,11 @@ public:
     CMemFile m_file;
     CMemFile m_out;
 };
-TYPED_TEST_SUITE(CPntCld_Native, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(CPntCld_Native, TBothPntTypes, CPntTypeName);
 
 TYPED_TEST(CPntCld_Native, WriteToFile_SizeOfTwoPoints)
 {
-    this->m_cld.OnReadType(PntTrait<TypeParam>::c_eType);
+    this->m_cld.OnReadType(CPntTrait<TypeParam>::c_eType);
     this->m_cld.Init(2);
     this->m_cld.AddPnt(0.0, 0.0, 0.0);
     this->m_cld.AddPnt(1.0, 1.0, 1.0);
@@ -118,7 +118,7 @@ TYPED_TEST(CPntCld_Native, ReadFromFile_UnknownTypeStays_Kept)
     for (const int nType : {2, -1, 255, 256, -32768, 32767})
     {
         CPntCld cld(nullptr);
-        cld.OnReadType(PntTrait<TypeParam>::c_eType);
+        cld.OnReadType(CPntTrait<TypeParam>::c_eType);
         cld.SetVersion(3);
         this->m_file.Set(Start(nType, 9) + this->FileOfFive().substr(11));
         EXPECT_FALSE(cld.ReadFromFile(nullptr, PntCldFile_Native, this->m_file.GetPath()));
@@ -126,7 +126,7 @@ TYPED_TEST(CPntCld_Native, ReadFromFile_UnknownTypeStays_Kept)
         EXPECT_FALSE(cld.Init(1));
         EXPECT_FALSE(cld.WriteToFile(this->m_out.GetPath(), 0)); // writes the low half of the type back
         EXPECT_EQ(Start(nType, -1), ReadFileBytes(this->m_out.GetPath()));
-        cld.OnReadType(PntTrait<TypeParam>::c_eType);
+        cld.OnReadType(CPntTrait<TypeParam>::c_eType);
         EXPECT_EQ(3, cld.GetVersion()); // no store was touched
     }
 }
@@ -146,7 +146,7 @@ TYPED_TEST(CPntCld_Native, ReadFromFile_IntoALoadedStore_Kept)
 
 TYPED_TEST(CPntCld_Native, ReadFromFile_IntoAStoreBeingFilled_Kept)
 {
-    this->m_cld.OnReadType(PntTrait<TypeParam>::c_eType);
+    this->m_cld.OnReadType(CPntTrait<TypeParam>::c_eType);
     this->m_cld.Init(2);
     this->m_cld.AddPnt(50.0, 0.0, 0.0);
     EXPECT_TRUE(this->Load(this->FileOfFive())); // more points than the array has slots
@@ -159,7 +159,7 @@ TYPED_TEST(CPntCld_Native, ReadFromFile_IntoAStoreBeingFilled_Kept)
 
 TYPED_TEST(CPntCld_Native, ReadFromFile_IntoAnEmptyStoreWithATree_Kept)
 {
-    this->m_cld.OnReadType(PntTrait<TypeParam>::c_eType);
+    this->m_cld.OnReadType(CPntTrait<TypeParam>::c_eType);
     this->m_cld.ComputeTree();
     EXPECT_TRUE(this->Load(this->FileOfFive()));
     EXPECT_EQ(0, this->m_cld.GetNumPnts());
@@ -209,7 +209,7 @@ TYPED_TEST(CPntCld_Native, AddPnt_AfterLoadingOverwritesTheFirst_Kept)
 
 TYPED_TEST(CPntCld_Native, ReadFromFile_KeepsTheModifiedFlag)
 {
-    this->m_cld.OnReadType(PntTrait<TypeParam>::c_eType);
+    this->m_cld.OnReadType(CPntTrait<TypeParam>::c_eType);
     this->m_cld.SetModified(true);
     EXPECT_TRUE(this->Load(this->FileOfFive(20)));
     EXPECT_TRUE(this->m_cld.IsModified());
@@ -263,7 +263,7 @@ TYPED_TEST(CPntCld_Native, WriteToFile_AllPointsDeleted)
 // A cloud that was never built leaves a file of 11 bytes, and success.
 TYPED_TEST(CPntCld_Native, WriteToFile_WithoutATree_Kept)
 {
-    this->m_cld.OnReadType(PntTrait<TypeParam>::c_eType);
+    this->m_cld.OnReadType(CPntTrait<TypeParam>::c_eType);
     EXPECT_EQ(Start(this->c_nType, 0), this->Save()); // neither array nor tree
     this->m_cld.Init(3);
     this->m_cld.SetVersion(-5);

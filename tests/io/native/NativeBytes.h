@@ -36,10 +36,10 @@ inline std::string Count(int nNumPnts, const std::array<float, 3>& org = {})
     return BytesOf(org[0]) + BytesOf(org[1]) + BytesOf(org[2]) + BytesOf(static_cast<std::int32_t>(nNumPnts));
 }
 
-inline std::string Pnts(const std::vector<Ref::Pnt>& pnts, bool bColor)
+inline std::string Pnts(const std::vector<Ref::CPnt>& pnts, bool bColor)
 {
     std::string sBytes;
-    for (const Ref::Pnt& pnt : pnts)
+    for (const Ref::CPnt& pnt : pnts)
     {
         sBytes += BytesOf(pnt.x) + BytesOf(pnt.y) + BytesOf(pnt.z);
         if (bColor)
@@ -51,14 +51,14 @@ inline std::string Pnts(const std::vector<Ref::Pnt>& pnts, bool bColor)
 /// `n` points of which no two are equal.
 inline std::string SomePnts(int n, bool bColor)
 {
-    std::vector<Ref::Pnt> pnts;
+    std::vector<Ref::CPnt> pnts;
     for (int i = 0; i < n; ++i)
         pnts.push_back({i * 1000, i * 10, -i, static_cast<std::uint8_t>(i), 2, 3});
     return Pnts(pnts, bColor);
 }
 
 /// Centre, edge and extents.
-inline std::string TreeHeader(const Ref::Tree& tree)
+inline std::string TreeHeader(const Ref::CTree& tree)
 {
     std::string sBytes;
     for (const std::int64_t n : {tree.cube.x, tree.cube.y, tree.cube.z, tree.cube.edge, tree.extent[0],
@@ -69,7 +69,7 @@ inline std::string TreeHeader(const Ref::Tree& tree)
 
 inline std::string SomeTreeHeader()
 {
-    Ref::Tree tree;
+    Ref::CTree tree;
     tree.cube = {500, 500, 500, 1000};
     tree.extent = {1000, 1000, 1000};
     return TreeHeader(tree);
@@ -85,14 +85,14 @@ inline std::string Leaf(std::uint32_t nCount, std::uint32_t nFirst)
     return BytesOf(nCount) + BytesOf(nFirst);
 }
 
-inline std::string NodeBytes(const Ref::Node& node)
+inline std::string NodeBytes(const Ref::CNode& node)
 {
     int nChildren = 0;
     int nLeaves = 0;
     std::string sChildren;
     for (std::size_t k = 0; k < 8; ++k)
     {
-        const Ref::Child* const pChild = node.child[k].get();
+        const Ref::CChild* const pChild = node.child[k].get();
         if (pChild == nullptr)
             continue;
         nChildren |= 1 << k;
@@ -106,7 +106,7 @@ inline std::string NodeBytes(const Ref::Node& node)
 
 /// The whole file of a built store.
 inline std::string File(bool bColor, int nVersion, const std::array<float, 3>& org,
-                        const std::vector<Ref::Pnt>& pnts, const Ref::Tree& tree)
+                        const std::vector<Ref::CPnt>& pnts, const Ref::CTree& tree)
 {
     return Start(bColor ? 1 : 0, nVersion) + Count(static_cast<int>(pnts.size()), org) + Pnts(pnts, bColor) +
            TreeHeader(tree) + (tree.root == nullptr ? Masks(0, 0) : NodeBytes(*tree.root));

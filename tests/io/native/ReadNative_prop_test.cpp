@@ -59,14 +59,14 @@ void ExpectSameAnswers(CPntCld& cld, CPntCld& loaded)
     const double dSize = rect.xmax - rect.xmin;
     const std::vector<PLANE_3D> vecPlanes = {PLANE_3D(1.0, 0.0, 0.0, -dX),
                                              PLANE_3D(-1.0, 0.3, 0.1, dX - dSize / 3.0)};
-    using Listener = IPntCldListener*;
-    const std::vector<std::function<void(CPntCld&, Listener)>> vecQueries = {
-        [](CPntCld& c, Listener p) { c.GetPnts(p, 100); },
-        [&](CPntCld& c, Listener p) { c.GetPnts_Lod(p, dSize / 10.0, 7); },
-        [&](CPntCld& c, Listener p) { c.GetPnts_Lod(p, dSize / 100.0, 50); },
-        [](CPntCld& c, Listener p) { c.GetPnts_Clip(p, {}, 9); },
-        [&](CPntCld& c, Listener p) { c.GetPnts_Clip(p, vecPlanes, 20); },
-        [&](CPntCld& c, Listener p) { c.GetPnts_LodClip(p, dSize / 20.0, vecPlanes, 20); },
+    using TListener = IPntCldListener*;
+    const std::vector<std::function<void(CPntCld&, TListener)>> vecQueries = {
+        [](CPntCld& c, TListener p) { c.GetPnts(p, 100); },
+        [&](CPntCld& c, TListener p) { c.GetPnts_Lod(p, dSize / 10.0, 7); },
+        [&](CPntCld& c, TListener p) { c.GetPnts_Lod(p, dSize / 100.0, 50); },
+        [](CPntCld& c, TListener p) { c.GetPnts_Clip(p, {}, 9); },
+        [&](CPntCld& c, TListener p) { c.GetPnts_Clip(p, vecPlanes, 20); },
+        [&](CPntCld& c, TListener p) { c.GetPnts_LodClip(p, dSize / 20.0, vecPlanes, 20); },
     };
     for (std::size_t i = 0; i < vecQueries.size(); ++i)
         EXPECT_TRUE(Delivered(cld, vecQueries[i]) == Delivered(loaded, vecQueries[i])) << "query " << i;
@@ -76,7 +76,7 @@ template <class T>
 class ReadNative_prop : public ::testing::Test
 {
 };
-TYPED_TEST_SUITE(ReadNative_prop, BothPntTypes, PntTypeName);
+TYPED_TEST_SUITE(ReadNative_prop, TBothPntTypes, CPntTypeName);
 
 TYPED_TEST(ReadNative_prop, WriteToFile_ReadFromFile_SameAnswers)
 {
@@ -103,23 +103,23 @@ TYPED_TEST(ReadNative_prop, WriteToFile_ReadFromFile_SameAnswers)
 TYPED_TEST(ReadNative_prop, WriteToFile_BytesByTheBook)
 {
     CheckProp(200,
-              [](const CldRecipe& recipe)
+              [](const CCldRecipe& recipe)
               {
-                  std::vector<Ref::Pnt> pnts = MakePnts(recipe);
+                  std::vector<Ref::CPnt> pnts = MakePnts(recipe);
                   RC_PRE(!pnts.empty());
                   CPntCld cld(nullptr);
-                  cld.OnReadType(PntTrait<TypeParam>::c_eType);
+                  cld.OnReadType(CPntTrait<TypeParam>::c_eType);
                   // The origin, 0, is the first point; it is far from none of the others.
                   cld.Init(static_cast<int>(pnts.size()) + 1);
                   cld.AddPnt(0.0, 0.0, 0.0, 1, 2, 3);
-                  for (const Ref::Pnt& pnt : pnts)
+                  for (const Ref::CPnt& pnt : pnts)
                       cld.AddPnt(CoordFromUnits(pnt.x), CoordFromUnits(pnt.y), CoordFromUnits(pnt.z), pnt.r,
                                  pnt.g, pnt.b);
                   cld.ComputeTree();
                   pnts.insert(pnts.begin(), {0, 0, 0, 1, 2, 3});
-                  const Ref::Tree tree = Ref::BuildTree(pnts);
+                  const Ref::CTree tree = Ref::BuildTree(pnts);
                   const std::string sBytes = Save(cld);
-                  RC_ASSERT(sBytes == NativeBytes::File(PntTrait<TypeParam>::c_bColor, 0, {}, pnts, tree));
+                  RC_ASSERT(sBytes == NativeBytes::File(CPntTrait<TypeParam>::c_bColor, 0, {}, pnts, tree));
                   CPntCld loaded(nullptr);
                   RC_ASSERT(loaded.ReadFromFile(nullptr, PntCldFile_Native, CMemFile(sBytes).GetPath()));
                   RC_ASSERT(Save(loaded) == sBytes);

@@ -16,16 +16,16 @@ std::vector<std::string> SmallFiles()
     std::vector<std::string> vecFiles;
     for (const bool bColor : {false, true})
     {
-        std::vector<Ref::Pnt> deep;
+        std::vector<Ref::CPnt> deep;
         for (int i = 0; i < 14; ++i)
             deep.push_back({i * 300, i % 3 * 40, i % 2, static_cast<std::uint8_t>(i), 7, 9});
         for (int i = 0; i < 3; ++i)
             deep.push_back({90000, 90000, 90000 - i, 1, 2, 3});
-        for (std::vector<Ref::Pnt> pnts :
-             {std::vector<Ref::Pnt>{{0, 0, 0, 1, 2, 3}, {5000, 2500, 5000, 4, 5, 6}}, deep,
-              std::vector<Ref::Pnt>{{7, 8, 9, 1, 2, 3}}})
+        for (std::vector<Ref::CPnt> pnts :
+             {std::vector<Ref::CPnt>{{0, 0, 0, 1, 2, 3}, {5000, 2500, 5000, 4, 5, 6}}, deep,
+              std::vector<Ref::CPnt>{{7, 8, 9, 1, 2, 3}}})
         {
-            const Ref::Tree tree = Ref::BuildTree(pnts);
+            const Ref::CTree tree = Ref::BuildTree(pnts);
             vecFiles.push_back(File(bColor, 5, {1.0F, 2.0F, 3.0F}, pnts, tree));
         }
     }
@@ -130,32 +130,32 @@ std::vector<int> FoundIn(const std::string& sNodes)
     return rec.GetIndices();
 }
 
-using Indices = std::vector<int>;
+using TIndices = std::vector<int>;
 
 TEST(ReadNative_robust, LeavesOutsideTheArray_AreDroppedAndTheOthersKept)
 {
     const std::string sMasks = Masks(7, 7);
-    EXPECT_EQ(Indices({0, 1, 2, 3, 4}), FoundIn(sMasks + Leaf(1, 0) + Leaf(3, 1) + Leaf(1, 4)));
-    EXPECT_EQ(Indices({1, 2, 3, 4}), FoundIn(sMasks + Leaf(1, 5) + Leaf(3, 1) + Leaf(1, 4)));
-    EXPECT_EQ(Indices({0, 4}), FoundIn(sMasks + Leaf(1, 0) + Leaf(3, 3) + Leaf(1, 4)));
-    EXPECT_EQ(Indices({0, 4}), FoundIn(sMasks + Leaf(1, 0) + Leaf(0x80000000U, 1) + Leaf(1, 4)));
-    EXPECT_EQ(Indices({0, 4}), FoundIn(sMasks + Leaf(1, 0) + Leaf(3, 0xffffffffU) + Leaf(1, 4)));
-    EXPECT_EQ(Indices({0, 4}), FoundIn(sMasks + Leaf(1, 0) + Leaf(0xffffffffU, 0xffffffffU) + Leaf(1, 4)));
-    EXPECT_EQ(Indices({0, 1, 2, 3}), FoundIn(sMasks + Leaf(1, 0) + Leaf(3, 1) + Leaf(2, 4)));
+    EXPECT_EQ(TIndices({0, 1, 2, 3, 4}), FoundIn(sMasks + Leaf(1, 0) + Leaf(3, 1) + Leaf(1, 4)));
+    EXPECT_EQ(TIndices({1, 2, 3, 4}), FoundIn(sMasks + Leaf(1, 5) + Leaf(3, 1) + Leaf(1, 4)));
+    EXPECT_EQ(TIndices({0, 4}), FoundIn(sMasks + Leaf(1, 0) + Leaf(3, 3) + Leaf(1, 4)));
+    EXPECT_EQ(TIndices({0, 4}), FoundIn(sMasks + Leaf(1, 0) + Leaf(0x80000000U, 1) + Leaf(1, 4)));
+    EXPECT_EQ(TIndices({0, 4}), FoundIn(sMasks + Leaf(1, 0) + Leaf(3, 0xffffffffU) + Leaf(1, 4)));
+    EXPECT_EQ(TIndices({0, 4}), FoundIn(sMasks + Leaf(1, 0) + Leaf(0xffffffffU, 0xffffffffU) + Leaf(1, 4)));
+    EXPECT_EQ(TIndices({0, 1, 2, 3}), FoundIn(sMasks + Leaf(1, 0) + Leaf(3, 1) + Leaf(2, 4)));
 }
 
 TEST(ReadNative_robust, LeavesWithoutPoints_AreDropped)
 {
-    EXPECT_EQ(Indices({0, 1, 2, 3, 4}), FoundIn(Masks(7, 7) + Leaf(1, 0) + Leaf(0, 1) + Leaf(4, 1)));
+    EXPECT_EQ(TIndices({0, 1, 2, 3, 4}), FoundIn(Masks(7, 7) + Leaf(1, 0) + Leaf(0, 1) + Leaf(4, 1)));
 }
 
 // A point belongs to one leaf: a tree whose leaves each name the whole array would make every query run for
 // the number of leaves times the number of points.
 TEST(ReadNative_robust, OverlappingLeaves_FirstOneCounts)
 {
-    EXPECT_EQ(Indices({0, 1, 2, 3, 4}), FoundIn(Masks(7, 7) + Leaf(5, 0) + Leaf(5, 0) + Leaf(5, 0)));
-    EXPECT_EQ(Indices({0, 1, 2, 4}), FoundIn(Masks(7, 7) + Leaf(3, 0) + Leaf(2, 2) + Leaf(1, 4)));
-    EXPECT_EQ(Indices({3, 4}), FoundIn(Masks(7, 7) + Leaf(2, 3) + Leaf(1, 0) + Leaf(2, 1)));
+    EXPECT_EQ(TIndices({0, 1, 2, 3, 4}), FoundIn(Masks(7, 7) + Leaf(5, 0) + Leaf(5, 0) + Leaf(5, 0)));
+    EXPECT_EQ(TIndices({0, 1, 2, 4}), FoundIn(Masks(7, 7) + Leaf(3, 0) + Leaf(2, 2) + Leaf(1, 4)));
+    EXPECT_EQ(TIndices({3, 4}), FoundIn(Masks(7, 7) + Leaf(2, 3) + Leaf(1, 0) + Leaf(2, 1)));
 }
 
 TEST(ReadNative_robust, ManyLeavesOfTheWholeArray_QueriesStayLinear)
@@ -196,23 +196,23 @@ std::string Chain(int nDepth)
 
 TEST(ReadNative_robust, NodesBelowTheDepthLimit_AreDropped)
 {
-    EXPECT_EQ(Indices({0, 1, 2, 3, 4}), FoundIn(Chain(20)));
-    EXPECT_EQ(Indices(), FoundIn(Chain(21)));
+    EXPECT_EQ(TIndices({0, 1, 2, 3, 4}), FoundIn(Chain(20)));
+    EXPECT_EQ(TIndices(), FoundIn(Chain(21)));
     // What comes before such a node stays, what comes after is gone.
-    EXPECT_EQ(Indices({0}), FoundIn(Masks(7, 5) + Leaf(1, 0) + Chain(20) + Leaf(1, 4)));
+    EXPECT_EQ(TIndices({0}), FoundIn(Masks(7, 5) + Leaf(1, 0) + Chain(20) + Leaf(1, 4)));
 }
 
 TEST(ReadNative_robust, LeafBitWithoutChildBit_MeansNothing)
 {
-    EXPECT_EQ(Indices({0, 1, 2, 3, 4}), FoundIn(Masks(0x11, 0xff) + Leaf(2, 0) + Leaf(3, 2)));
+    EXPECT_EQ(TIndices({0, 1, 2, 3, 4}), FoundIn(Masks(0x11, 0xff) + Leaf(2, 0) + Leaf(3, 2)));
 }
 
 TEST(ReadNative_robust, NodesWithoutPoints_AreDropped)
 {
-    EXPECT_EQ(Indices(), FoundIn(Masks(0, 0)));
-    EXPECT_EQ(Indices(), FoundIn(Masks(0, 0xff)));
-    EXPECT_EQ(Indices({0, 1, 2, 3, 4}), FoundIn(Masks(3, 2) + Masks(0, 0) + Leaf(5, 0)));
-    EXPECT_EQ(Indices({0, 1, 2, 3, 4}), FoundIn(Masks(3, 1) + Leaf(5, 0) + Masks(1, 0) + Masks(0, 0)));
+    EXPECT_EQ(TIndices(), FoundIn(Masks(0, 0)));
+    EXPECT_EQ(TIndices(), FoundIn(Masks(0, 0xff)));
+    EXPECT_EQ(TIndices({0, 1, 2, 3, 4}), FoundIn(Masks(3, 2) + Masks(0, 0) + Leaf(5, 0)));
+    EXPECT_EQ(TIndices({0, 1, 2, 3, 4}), FoundIn(Masks(3, 1) + Leaf(5, 0) + Masks(1, 0) + Masks(0, 0)));
 }
 
 TEST(ReadNative_robust, BytesBehindTheTree_AreNotLookedAt)

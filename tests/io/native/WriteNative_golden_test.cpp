@@ -15,8 +15,8 @@ namespace
 
 struct CGolden
 {
-    const char* m_sName;
-    std::function<void(CPntCld&)> m_fill;
+    const char* sName;
+    std::function<void(CPntCld&)> fill;
 };
 
 void FillTwo(CPntCld& cld)
@@ -55,7 +55,7 @@ const CGolden c_aGolden[] = {
 
 std::string GetGoldenPath(const CGolden& golden)
 {
-    return (GetSourceFolder() / "tests/data/native" / (golden.m_sName + std::string(".cld"))).string();
+    return (GetSourceFolder() / "tests/data/native" / (golden.sName + std::string(".cld"))).string();
 }
 
 std::string GoldenBytes(const CGolden& golden)
@@ -70,9 +70,9 @@ class WriteNative_golden : public ::testing::TestWithParam<CGolden>
 TEST_P(WriteNative_golden, WriteToFile_ExactBytes)
 {
     CPntCld cld(nullptr);
-    GetParam().m_fill(cld);
+    GetParam().fill(cld);
     const CMemFile file("what was there before, and it was longer than the prologue");
-    const bool bHasType = GetParam().m_sName != std::string("no_type");
+    const bool bHasType = GetParam().sName != std::string("no_type");
     EXPECT_EQ(bHasType, cld.WriteToFile(file.GetPath(), 77));
     const std::string sBytes = ReadFileBytes(file.GetPath());
     if (std::getenv("ZOR4DATA_WRITE_GOLDEN") != nullptr) // to make a new one; look at it before committing
@@ -85,7 +85,7 @@ TEST_P(WriteNative_golden, ReadFromFile_WriteToFile_SameBytes)
 {
     const std::string sBytes = GoldenBytes(GetParam());
     CPntCld cld(nullptr);
-    const bool bHasType = GetParam().m_sName != std::string("no_type");
+    const bool bHasType = GetParam().sName != std::string("no_type");
     EXPECT_EQ(bHasType, cld.ReadFromFile(nullptr, PntCldFile_Native, CMemFile(sBytes).GetPath()));
     const CMemFile file;
     EXPECT_EQ(bHasType, cld.WriteToFile(file.GetPath(), 0));
@@ -96,7 +96,7 @@ TEST_P(WriteNative_golden, ReadFromFile_WriteToFile_SameBytes)
 
 std::string NameOf(const ::testing::TestParamInfo<CGolden>& info)
 {
-    return info.param.m_sName;
+    return info.param.sName;
 }
 
 INSTANTIATE_TEST_SUITE_P(Files, WriteNative_golden, ::testing::ValuesIn(c_aGolden), NameOf);

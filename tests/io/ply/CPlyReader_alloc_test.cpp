@@ -1,10 +1,10 @@
-#include <gtest/gtest.h>
-
 #include <io/ReadForeign.h>
 #include <tests/io/CMemFile.h>
 #include <tests/io/ply/PlyBytes.h>
 #include <tests/support/CFailingAlloc.h>
 #include <zor4data/CPntCld.h>
+
+#include <gtest/gtest.h>
 
 #include <new>
 

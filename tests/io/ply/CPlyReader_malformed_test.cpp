@@ -1,16 +1,15 @@
-#include <gtest/gtest.h>
-
 #include <tests/io/ply/PlyBytes.h>
 #include <tests/io/ply/ReadPly.h>
 
 #include <dirent.h>
+#include <gtest/gtest.h>
 
 #include <new>
 
 namespace
 {
 
-using Call = CReadCall;
+using TCall = CReadCall;
 
 const CReading c_noCall = {false, {}};
 
@@ -107,7 +106,7 @@ TEST(CPlyReader_malformed, NegativeCount_DropsTheElement)
 {
     const std::string sFile = c_sPlyMagic + "element face -1\nproperty list uchar int l\n" + c_sVertex +
                               "end_header\n" + Floats({1, 2, 3});
-    EXPECT_EQ((CReading{true, {Call::Type(0), Call::NumPnts(1), Call::Pnt(1, 2, 3), Call::End()}}),
+    EXPECT_EQ((CReading{true, {TCall::Type(0), TCall::NumPnts(1), TCall::Pnt(1, 2, 3), TCall::End()}}),
               ReadPly(sFile));
 }
 
@@ -142,14 +141,15 @@ TEST(CPlyReader_malformed, NoXyz_FailsAfterTheElementsBefore)
     const std::string sFile =
         c_sPlyMagic + "element face 1\nproperty char a\nelement vertex 1\nproperty float x\nend_header\n" +
         Bytes({1}) + Floats({1});
-    EXPECT_EQ((CReading{false, {Call::Progress(0)}}), ReadPly(sFile, true));
+    EXPECT_EQ((CReading{false, {TCall::Progress(0)}}), ReadPly(sFile, true));
 }
 
 TEST(CPlyReader_malformed, UnknownType_FailsAtTheFirstItem)
 {
     const std::string sFile =
         c_sPlyMagic + c_sVertex + "property bool b\nend_header\n" + Floats({1, 2, 3}) + Bytes({1});
-    EXPECT_EQ((CReading{false, {Call::Type(0), Call::NumPnts(1), Call::Progress(0)}}), ReadPly(sFile, true));
+    EXPECT_EQ((CReading{false, {TCall::Type(0), TCall::NumPnts(1), TCall::Progress(0)}}),
+              ReadPly(sFile, true));
 }
 
 TEST(CPlyReader_malformed, UnknownType_BehindTheVerticesFailsAfterThem)
@@ -158,8 +158,8 @@ TEST(CPlyReader_malformed, UnknownType_BehindTheVerticesFailsAfterThem)
                               "element face 1\nproperty list int int l\nend_header\n" + Floats({1, 2, 3}) +
                               std::string(8, '\0');
     EXPECT_EQ((CReading{false,
-                        {Call::Type(0), Call::NumPnts(1), Call::Progress(0), Call::Pnt(1, 2, 3),
-                         Call::Progress(50)}}),
+                        {TCall::Type(0), TCall::NumPnts(1), TCall::Progress(0), TCall::Pnt(1, 2, 3),
+                         TCall::Progress(50)}}),
               ReadPly(sFile, true));
 }
 
@@ -169,10 +169,10 @@ TEST(CPlyReader_malformed, VertexCutOff_FailsAfterThePointsBefore)
     for (std::size_t nMissing = 4; nMissing <= 12; ++nMissing) // with less missing z is cut off, but there
     {
         const CReading reading = ReadPly(sFile.substr(0, sFile.size() - nMissing));
-        EXPECT_EQ(
-            (CReading{false,
-                      {Call::Type(0), Call::NumPnts(3), Call::Pnt(0, 0.25, 0.5), Call::Pnt(1, 1.25, 1.5)}}),
-            reading)
+        EXPECT_EQ((CReading{false,
+                            {TCall::Type(0), TCall::NumPnts(3), TCall::Pnt(0, 0.25, 0.5),
+                             TCall::Pnt(1, 1.25, 1.5)}}),
+                  reading)
             << nMissing;
     }
 }
@@ -182,7 +182,7 @@ TEST(CPlyReader_malformed, ListCutOff_FailsAtTheNextValue)
     const std::string sFile = c_sPlyMagic + c_sVertex +
                               "element face 2\nproperty list uchar double l\nend_header\n" +
                               Floats({1, 2, 3}) + Bytes({255, 1, 2, 3});
-    const CReadCalls vecCalls = {Call::Type(0), Call::NumPnts(1), Call::Pnt(1, 2, 3)};
+    const TReadCalls vecCalls = {TCall::Type(0), TCall::NumPnts(1), TCall::Pnt(1, 2, 3)};
     EXPECT_EQ((CReading{false, vecCalls}), ReadPly(sFile));
 }
 
@@ -199,7 +199,7 @@ TEST(CPlyReader_malformed, HugeCount_EndsWithTheFile)
     {
         const std::string sFile =
             c_sPlyMagic + "element vertex " + sCount + "\n" + c_sPlyXyz + "end_header\n" + Floats({1, 2, 3});
-        EXPECT_EQ((CReading{false, {Call::Type(0), Call::NumPnts(2147483647), Call::Pnt(1, 2, 3)}}),
+        EXPECT_EQ((CReading{false, {TCall::Type(0), TCall::NumPnts(2147483647), TCall::Pnt(1, 2, 3)}}),
                   ReadPly(sFile));
     }
 }

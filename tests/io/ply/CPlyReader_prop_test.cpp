@@ -1,8 +1,8 @@
-#include <gtest/gtest.h>
-#include <rapidcheck/gtest.h>
-
 #include <tests/io/ply/RandomPly.h>
 #include <tests/io/ply/ReadPly.h>
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
 
 namespace
 {
@@ -26,8 +26,8 @@ TEST(CPlyReader_prop, Read_SameCallsAsTheSlowReader_FixedSeeds)
         file.Set(sFile);
         const CReading reading = ReadPlyFile(file.GetPath(), nSeed % 2 == 0);
         ASSERT_EQ(ReadPlySlowly(sFile, nSeed % 2 == 0), reading) << "seed " << nSeed;
-        nNumTrue += reading.m_bResult ? 1 : 0;
-        nNumWithPnts += reading.m_vecCalls.size() > 4 ? 1 : 0;
+        nNumTrue += reading.bResult ? 1 : 0;
+        nNumWithPnts += reading.vecCalls.size() > 4 ? 1 : 0;
     }
     EXPECT_GT(nNumTrue, 300);
     EXPECT_GT(nNumWithPnts, 800);

@@ -1,8 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <tests/io/ply/ReadPly.h>
 #include <tests/support/RealFiles.h>
 #include <zor4data/CPntCld.h>
+
+#include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
@@ -22,14 +22,14 @@ enum enumOutcome
 
 struct CRealFile
 {
-    const char* m_sName;
-    int m_nNumPnts; ///< delivered
-    enumOutcome m_eOutcome;
+    const char* sName;
+    int nNumPnts; ///< delivered
+    enumOutcome eOutcome;
 };
 
 void PrintTo(const CRealFile& file, std::ostream* pStream)
 {
-    *pStream << file.m_sName;
+    *pStream << file.sName;
 }
 
 constexpr CRealFile c_aFiles[] = {
@@ -59,7 +59,7 @@ class CPlyReaderRealFiles : public testing::TestWithParam<CRealFile>
 protected:
     void SetUp() override
     {
-        const auto path = GetRealFolder() / "ply" / (std::string(GetParam().m_sName) + ".ply");
+        const auto path = GetRealFolder() / "ply" / (std::string(GetParam().sName) + ".ply");
         m_sPath = path.string();
         if (!std::filesystem::exists(path))
             GTEST_SKIP() << "no " << m_sPath << "; ZOR4DATA_TEST_DATA says where real files are";
@@ -77,9 +77,9 @@ protected:
 TEST_P(CPlyReaderRealFiles, Read_DeliversItsPoints)
 {
     const CReading reading = ReadPlyFile(m_sPath.c_str());
-    const CReadCalls& vecCalls = reading.m_vecCalls;
-    const enumOutcome eOutcome = GetParam().m_eOutcome;
-    EXPECT_EQ(eOutcome == Outcome_Plain || eOutcome == Outcome_Color, reading.m_bResult);
+    const TReadCalls& vecCalls = reading.vecCalls;
+    const enumOutcome eOutcome = GetParam().eOutcome;
+    EXPECT_EQ(eOutcome == Outcome_Plain || eOutcome == Outcome_Color, reading.bResult);
     if (eOutcome == Outcome_Refused)
     {
         EXPECT_TRUE(vecCalls.empty());
@@ -87,12 +87,12 @@ TEST_P(CPlyReaderRealFiles, Read_DeliversItsPoints)
     }
     ASSERT_GE(vecCalls.size(), 2U);
     EXPECT_EQ(CReadCall::Type(eOutcome == Outcome_Plain ? 0 : 1), vecCalls[0]);
-    EXPECT_EQ(CReadCall::Kind_NumPnts, vecCalls[1].m_eKind);
-    const std::size_t nNumPnts = static_cast<std::size_t>(GetParam().m_nNumPnts);
-    EXPECT_EQ(2 + nNumPnts + (reading.m_bResult ? 1 : 0), vecCalls.size());
+    EXPECT_EQ(CReadCall::Kind_NumPnts, vecCalls[1].eKind);
+    const std::size_t nNumPnts = static_cast<std::size_t>(GetParam().nNumPnts);
+    EXPECT_EQ(2 + nNumPnts + (reading.bResult ? 1 : 0), vecCalls.size());
     for (std::size_t i = 2; i < 2 + nNumPnts; ++i)
         ASSERT_EQ(eOutcome == Outcome_Plain ? CReadCall::Kind_Pnt : CReadCall::Kind_ColorPnt,
-                  vecCalls[i].m_eKind);
+                  vecCalls[i].eKind);
 }
 
 TEST_P(CPlyReaderRealFiles, Read_SameCallsAsTheSlowReader)
@@ -118,20 +118,20 @@ TEST_P(CPlyReaderRealFiles, Read_CutOffSameCallsAsTheSlowReader)
 TEST_P(CPlyReaderRealFiles, ReadFromFile_FillsACloud)
 {
     CPntCld cld(nullptr);
-    const enumOutcome eOutcome = GetParam().m_eOutcome;
+    const enumOutcome eOutcome = GetParam().eOutcome;
     EXPECT_EQ(eOutcome == Outcome_Plain || eOutcome == Outcome_Color,
               cld.ReadFromFile(nullptr, PntCldFile_Ply, m_sPath.c_str()));
     EXPECT_EQ(eOutcome == Outcome_Color || eOutcome == Outcome_FailedColor, cld.IsWithColor());
     if (eOutcome == Outcome_Plain || eOutcome == Outcome_Color)
     {
-        EXPECT_LE(cld.GetNumPnts(), GetParam().m_nNumPnts); // duplicates are gone
+        EXPECT_LE(cld.GetNumPnts(), GetParam().nNumPnts); // duplicates are gone
         EXPECT_GT(cld.GetNumPnts(), 0);
     }
 }
 
 std::string NameOf(const testing::TestParamInfo<CRealFile>& info)
 {
-    std::string sName = info.param.m_sName;
+    std::string sName = info.param.sName;
     std::replace(sName.begin(), sName.end(), '-', '_');
     return sName;
 }

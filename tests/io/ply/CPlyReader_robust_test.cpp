@@ -1,7 +1,7 @@
-#include <gtest/gtest.h>
-
 #include <tests/io/ply/PlyBytes.h>
 #include <tests/io/ply/ReadPly.h>
+
+#include <gtest/gtest.h>
 
 #include <string>
 #include <vector>

@@ -31,22 +31,22 @@ public:
         long long nNum = 0;
         if (ReadHeader())
             for (const CElement& element : m_vecElements)
-                nNum += element.m_nCount;
+                nNum += element.nCount;
         return nNum;
     }
 
 private:
     struct CProperty
     {
-        int m_nRole = 0;
-        int m_nType = 0;
+        int nRole = 0;
+        int nType = 0;
     };
 
     struct CElement
     {
-        bool m_bVertex = false;
-        int m_nCount = 0;
-        std::vector<CProperty> m_vecProps;
+        bool bVertex = false;
+        int nCount = 0;
+        std::vector<CProperty> vecProps;
     };
 
     static bool StartsWith(const std::string& sText, const std::string& sPrefix)
@@ -101,17 +101,17 @@ private:
         static const std::vector<std::string> vecNames = {"x\n", "y\n", "z\n", "red\n", "green\n", "blue\n"};
         CProperty prop;
         std::size_t nBehindType = 0;
-        for (std::size_t i = 0; i < vecTypes.size() && prop.m_nType == 0; ++i)
+        for (std::size_t i = 0; i < vecTypes.size() && prop.nType == 0; ++i)
             if (StartsWith(sTypeAndName, vecTypes[i]))
             {
-                prop.m_nType = static_cast<int>(i) + 1;
+                prop.nType = static_cast<int>(i) + 1;
                 nBehindType = vecTypes[i].size();
             }
         const std::size_t nBlank = sTypeAndName.find(' ', nBehindType);
         if (nBlank != std::string::npos)
             for (std::size_t i = 0; i < vecNames.size(); ++i)
                 if (sTypeAndName.substr(nBlank + 1) == vecNames[i])
-                    prop.m_nRole = static_cast<int>(i) + 1;
+                    prop.nRole = static_cast<int>(i) + 1;
         return prop;
     }
 
@@ -127,9 +127,9 @@ private:
         bool bVertexMark = false;
         const auto Complete = [&]
         {
-            if (open.m_nCount <= 0)
+            if (open.nCount <= 0)
                 return;
-            open.m_bVertex = bVertexMark;
+            open.bVertex = bVertexMark;
             m_vecElements.push_back(open);
             bVertexMark = false;
         };
@@ -143,11 +143,11 @@ private:
                 open = CElement();
                 if (StartsWith(sLine.substr(sLine.find(' ') + 1), "vertex "))
                     bVertexMark = true;
-                open.m_nCount = Count(sLine.substr(sLine.rfind(' ') + 1));
+                open.nCount = Count(sLine.substr(sLine.rfind(' ') + 1));
             }
             else if (StartsWith(sLine, "property "))
             {
-                open.m_vecProps.push_back(Property(sLine.substr(std::strlen("property "))));
+                open.vecProps.push_back(Property(sLine.substr(std::strlen("property "))));
             }
             else if (sLine == "end_header\n")
             {
@@ -171,28 +171,28 @@ private:
         for (const CElement& element : m_vecElements)
         {
             bool abHas[7] = {};
-            for (const CProperty& prop : element.m_vecProps)
-                abHas[prop.m_nRole] = true;
+            for (const CProperty& prop : element.vecProps)
+                abHas[prop.nRole] = true;
             const bool bColor = abHas[4] && abHas[5] && abHas[6];
-            if (element.m_bVertex)
+            if (element.bVertex)
             {
                 if (!abHas[1] || !abHas[2] || !abHas[3])
                     return false;
                 m_listener.OnReadType(bColor ? PntCldType_PntColor : PntCldType_Pnt);
-                m_listener.OnReadNumPnts(element.m_nCount);
+                m_listener.OnReadNumPnts(element.nCount);
             }
             unsigned char aacSlot[7][8] = {};
-            for (int i = 0; i < element.m_nCount; ++i)
+            for (int i = 0; i < element.nCount; ++i)
             {
                 if (m_pProgress != nullptr)
                 {
-                    const double dPart = static_cast<double>(i) / static_cast<double>(element.m_nCount);
+                    const double dPart = static_cast<double>(i) / static_cast<double>(element.nCount);
                     m_pProgress->SetPos(static_cast<int>(nShare * dPart + nBase));
                 }
-                for (const CProperty& prop : element.m_vecProps)
-                    if (!ReadValue(prop.m_nType, aacSlot[prop.m_nRole]))
+                for (const CProperty& prop : element.vecProps)
+                    if (!ReadValue(prop.nType, aacSlot[prop.nRole]))
                         return false;
-                if (!element.m_bVertex)
+                if (!element.bVertex)
                     continue;
                 float afPos[3];
                 for (int k = 0; k < 3; ++k)

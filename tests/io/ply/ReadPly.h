@@ -1,11 +1,10 @@
 #ifndef TESTS_IO_PLY_READPLY_H
 #define TESTS_IO_PLY_READPLY_H
 
+#include <io/ReadForeign.h>
 #include <tests/io/CMemFile.h>
 #include <tests/io/CRecReadListener.h>
 #include <tests/io/ply/CSlowPlyReader.h>
-
-#include <io/ReadForeign.h>
 
 #include <ostream>
 #include <string>
@@ -15,18 +14,18 @@ struct CReading
 {
     bool operator==(const CReading& other) const
     {
-        return m_bResult == other.m_bResult && m_vecCalls == other.m_vecCalls;
+        return bResult == other.bResult && vecCalls == other.vecCalls;
     }
 
-    bool m_bResult;
-    CReadCalls m_vecCalls;
+    bool bResult;
+    TReadCalls vecCalls;
 };
 
 inline std::ostream& operator<<(std::ostream& stream, const CReading& reading)
 {
-    stream << (reading.m_bResult ? "true" : "false") << ", " << reading.m_vecCalls.size() << " calls:";
-    for (std::size_t i = 0; i < reading.m_vecCalls.size() && i < 40; ++i)
-        stream << ' ' << reading.m_vecCalls[i];
+    stream << (reading.bResult ? "true" : "false") << ", " << reading.vecCalls.size() << " calls:";
+    for (std::size_t i = 0; i < reading.vecCalls.size() && i < 40; ++i)
+        stream << ' ' << reading.vecCalls[i];
     return stream;
 }
 
