@@ -89,7 +89,7 @@ std::string CAsciiGridMeaning::FindCause() const
     if ((!xCorner && !xCentre) || (!yCorner && !yCentre))
         return "its header gives neither the lower left corner nor the centre of that cell";
     if (!std::isfinite(GetXCorner()) || !std::isfinite(GetYCorner()))
-        return "its header gives a corner or a centre that is no number";
+        return "its header gives a corner or a centre that is not a number";
     return {};
 }
 
@@ -107,7 +107,7 @@ std::string CAsciiGridMeaning::FindTakenCause() const
     if (!noData)
         return "its header has no line NODATA_value, which is required";
     if (!CAsciiGridHeader::IsGiven(*noData))
-        return "its no-data value is no number, so its header is not complete";
+        return "its no-data value is not a number, so its header is not complete";
     if (!(xCentre && yCentre) && !(xCorner && yCorner))
         return "its header mixes corner and centre: both values of one of them are required";
     return "its header has a line without a key and a value, or a number that is missing or too large";

@@ -148,10 +148,10 @@ std::vector<CFinding> CAsciiGridSource::GetFindings() const
     if (m_bTabs)
         add("grid-tabs", "tabs separate its values: only the first value of such a run is taken", true);
     if (m_nNumOdd > 0)
-        add("grid-not-numbers", CountOf(m_nNumOdd, "value") +
-                                    OneOrMany(m_nNumOdd, " is no plain number", " are no plain numbers") +
-                                    ", the first is '" + m_sOddWord +
-                                    "': what stands behind a number is dropped, what is none counts as 0");
+        add("grid-not-numbers",
+            CountOf(m_nNumOdd, "value") + OneOrMany(m_nNumOdd, " is not a number", " are not numbers") +
+                ", the first is '" + m_sOddWord +
+                "': a value that begins with a number counts as that number, any other one as 0");
     return vecFindings;
 }
 

@@ -27,11 +27,16 @@ bool CLasGuard::Check()
 bool CLasGuard::CheckRecords()
 {
     CLasRecords records = GetRecords();
-    for (CLasRecord record; records.Next(record);)
+    CLasRecord record;
+    while (records.Next(record))
         if (record.IsCompressor() && !CheckCompressor(record))
             return false;
     if (!records.IsGood())
+    {
+        // A cut off record may still say that the points are compressed, whatever the mark says.
+        m_bBadRecordsOnly = !m_header.bCompressed && !m_bHasCompressor && !record.IsCompressor();
         return Refuse("its header is damaged: one of its records does not end before the points");
+    }
     if (m_header.bCompressed && !m_bHasCompressor)
         return Refuse("it is marked as compressed, but does not say how");
     if (!m_header.bCompressed && m_bHasCompressor)

@@ -28,11 +28,15 @@ public:
     /// Why `Check` has returned false: one line of English without path and full stop; empty: it has not.
     const std::string& GetCause() const noexcept { return m_sCause; }
 
+    /// @return whether nothing but a record that runs past the start of the points has made `Check` return
+    ///         false: the points of such a file, which is not compressed, can be read without the records.
+    bool HasBadRecordsOnly() const noexcept { return m_bBadRecordsOnly; }
+
     /// What the file says of itself, also of one that is not let through.
     const CLasHeader& GetHeader() const noexcept { return m_header; }
 
     /// The most points that the file can hold; the largest int64 where its size does not tell.
-    /// REQUIRES: Check has returned true.
+    /// REQUIRES: Check has returned true, or HasBadRecordsOnly.
     std::int64_t GetMaxNumPnts() const noexcept { return m_nMaxNumPnts; }
 
     /// The records before the points, from the first on. REQUIRES: Check has returned true.
@@ -59,6 +63,7 @@ private:
     std::string m_sCause;
     CLasHeader m_header;
     bool m_bHasCompressor = false;
+    bool m_bBadRecordsOnly = false;
     std::int64_t m_nPosFirst = 0; // of the points: a compressed file too begins with a whole one
     std::int64_t m_nMaxNumPnts = std::numeric_limits<std::int64_t>::max();
 };

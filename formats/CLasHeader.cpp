@@ -1,6 +1,7 @@
 #include <formats/CLasHeader.h>
 
 #include <formats/CSizedFile.h>
+#include <formats/CountOf.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -90,8 +91,9 @@ std::string CLasHeader::FindWrongPlace() const
 {
     const int nMinHeader = GetMinHeaderSize(nMinor);
     if (nHeaderSize < nMinHeader)
-        return "its header was never finished or is damaged: it says that it has " + Text(nHeaderSize) +
-               " bytes, of version 1." + Text(nMinor) + " it has " + Text(nMinHeader) + " at least";
+        return "its header was never finished or is damaged: it says that it has " +
+               CountOf(nHeaderSize, "byte") + ", of version 1." + Text(nMinor) + " it has " +
+               Text(nMinHeader) + " at least";
     if (nPosPnts > nFileSize)
         return "it is cut off or damaged: its points begin at byte " + Text(nPosPnts) + ", but it has " +
                Text(nFileSize) + " bytes";
@@ -108,11 +110,11 @@ std::string CLasHeader::FindWrongLayout() const
         return "its point format " + Text(nFormat) + " is unknown: 0 to 10 are known";
     const int nMinSize = LasLayout::c_aFormats[nFormatIndex].nPntSize;
     if (nPntSize < nMinSize)
-        return "its header is damaged: it gives a point " + Text(nPntSize) + " bytes, of format " +
+        return "its header is damaged: it gives a point " + CountOf(nPntSize, "byte") + ", of format " +
                Text(nFormat) + " it has " + Text(nMinSize) + " at least";
     if (nNumRecords > (nPosPnts - nHeaderSize) / LasLayout::c_nRecordHeadSize)
-        return "its header is damaged: it announces " + Text(nNumRecords) +
-               " records, more than there is room for before the points";
+        return "its header is damaged: it announces " + CountOf(nNumRecords, "record") +
+               ", more than there is room for before the points";
     return {};
 }
 

@@ -15,8 +15,9 @@ namespace
 class CLaszipReader
 {
 public:
-    /// @param guard  of the file, which it has let through: LASzip trusts what it reads.
-    explicit CLaszipReader(CLasGuard& guard) : m_file(guard.GetStream())
+    /// @param guard  of the file, which it has let through, or has found fault with its records only: LASzip
+    /// trusts what it reads.
+    explicit CLaszipReader(CLasGuard& guard) : m_file(guard.GetStream(), guard.HasBadRecordsOnly())
     {
         laszip_BOOL bCompressed = 0;
         m_bOpen = laszip_create(&m_pLaszip) == 0 &&
@@ -105,7 +106,7 @@ private:
 
 CMadeSource MakeLasSource(CLasGuard& guard)
 {
-    if (!guard.GetCause().empty())
+    if (!guard.GetCause().empty() && !guard.HasBadRecordsOnly())
         return {nullptr, guard.GetCause()};
     return {std::make_unique<CLasSource>(guard), {}};
 }

@@ -1,5 +1,7 @@
 #include <formats/CLazFile.h>
 
+#include <formats/LasLayout.h>
+
 #include <algorithm>
 #include <cstring>
 
@@ -16,8 +18,9 @@ constexpr std::uintptr_t c_nMaxDepth = std::uintptr_t{1} << 16U;
 
 } // namespace
 
-CLazBuf::CLazBuf(std::FILE* pFile)
-    : m_pFile(pFile), m_nStart(GetStackPos()), m_vecBlock(c_nBlockSize), m_pEnd(m_vecBlock.data())
+CLazBuf::CLazBuf(std::FILE* pFile, bool bHideRecords)
+    : m_pFile(pFile), m_bHideRecords(bHideRecords), m_nStart(GetStackPos()), m_vecBlock(c_nBlockSize),
+      m_pEnd(m_vecBlock.data())
 {
     setg(m_pEnd, m_pEnd, m_pEnd);
     if (m_pFile == nullptr)
@@ -41,7 +44,20 @@ bool CLazBuf::ReadBlock()
     const std::size_t nNum = m_pFile != nullptr ? std::fread(pStart, 1, m_vecBlock.size(), m_pFile) : 0;
     m_pEnd = pStart + nNum;
     setg(pStart, pStart, pStart);
+    if (m_bHideRecords)
+        HideRecords();
     return nNum > 0;
+}
+
+/// Puts zeros over what the block holds of the header's count of records.
+void CLazBuf::HideRecords()
+{
+    constexpr std::int64_t c_nFrom = LasLayout::c_nNumRecords.nPos;
+    constexpr std::int64_t c_nTo = c_nFrom + static_cast<std::int64_t>(sizeof(std::uint32_t));
+    const std::int64_t nNum = m_pEnd - m_vecBlock.data();
+    for (std::int64_t n = std::max(c_nFrom - m_nPosBlock, std::int64_t{0});
+         n < std::min(c_nTo - m_nPosBlock, nNum); ++n)
+        m_vecBlock[static_cast<std::size_t>(n)] = '\0';
 }
 
 CLazBuf::int_type CLazBuf::underflow()

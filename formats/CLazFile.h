@@ -19,7 +19,8 @@ class CLazBuf final : public std::streambuf
 {
 public:
     /// @param pFile  null: no bytes. Not owned; nobody else moves its position while this object is used.
-    explicit CLazBuf(std::FILE* pFile);
+    /// @param bHideRecords  the count of records in the header reads as 0, so that LASzip looks at none.
+    explicit CLazBuf(std::FILE* pFile, bool bHideRecords = false);
 
     /// Depth counts from the caller on. Before the first call it counts from the constructor.
     void StartHere() noexcept { m_nStart = GetStackPos(); }
@@ -38,8 +39,10 @@ private:
 
     bool IsTooDeep() const noexcept;
     bool ReadBlock();
+    void HideRecords();
 
     std::FILE* m_pFile;
+    bool m_bHideRecords;
     std::int64_t m_nSize = 0;
     std::uintptr_t m_nStart;
     // The block holds the bytes of the file from m_nPosBlock to m_pEnd; those that have been given out but
@@ -60,8 +63,13 @@ public:
         rdbuf(&m_buf);
     }
 
-    /// @param pFile  as of CLazBuf.
-    explicit CLazFile(std::FILE* pFile) : std::istream(nullptr), m_buf(pFile) { rdbuf(&m_buf); }
+    /// @param pFile         as of CLazBuf.
+    /// @param bHideRecords  likewise.
+    explicit CLazFile(std::FILE* pFile, bool bHideRecords = false)
+        : std::istream(nullptr), m_buf(pFile, bHideRecords)
+    {
+        rdbuf(&m_buf);
+    }
 
     void StartHere() noexcept { m_buf.StartHere(); }
 

@@ -204,16 +204,23 @@ std::string CPlyHeader::FindCause() const
     return m_vecElements.empty() ? "no element holds anything, every count is 0" : "";
 }
 
+std::string CPlyHeader::FindMissingCoords(const CPlyElement& element) const
+{
+    const CPlyProperty* const pProps = GetProperties(element);
+    std::string sMissing;
+    for (std::size_t i = 0; i < c_nNumPlyCoords; ++i)
+        if (std::none_of(pProps, pProps + element.nNumProps,
+                         [&](const CPlyProperty& prop)
+                         { return prop.eRole == PlyRole_X + static_cast<int>(i); }))
+            sMissing += (sMissing.empty() ? "" : ", ") + std::string(c_asPlyRoleNames[i]);
+    return sMissing;
+}
+
 std::string CPlyHeader::FindCause(const CPlyElement& element) const
 {
     const CPlyProperty* const pProps = GetProperties(element);
     const CPlyProperty* const pEnd = pProps + element.nNumProps;
-    std::string sMissing;
-    for (std::size_t i = 0; element.bVertex && i < c_nNumPlyCoords; ++i)
-        if (std::none_of(pProps, pEnd,
-                         [&](const CPlyProperty& prop)
-                         { return prop.eRole == PlyRole_X + static_cast<int>(i); }))
-            sMissing += (sMissing.empty() ? "" : ", ") + std::string(c_asPlyRoleNames[i]);
+    const std::string sMissing = element.bVertex ? FindMissingCoords(element) : "";
     const std::string sName(GetName(element));
     if (!sMissing.empty())
         return (sName == "vertex" ? "its vertices have no "

@@ -80,10 +80,14 @@ public:
     ///         without an end is a cause too, though the library takes the elements that stand whole in it.
     std::string FindCause() const;
 
+    /// @return whether an element has x, y and z.
+    bool HasCoords(const CPlyElement& element) const { return FindMissingCoords(element).empty(); }
+
     /// @return why the library gives up at one of `GetElements`, likewise.
     std::string FindCause(const CPlyElement& element) const;
 
 private:
+    std::string FindMissingCoords(const CPlyElement& element) const;
     enum enumState : std::uint8_t
     {
         State_First,  ///< line 0 is to come, and when all is read, was wrong

@@ -114,7 +114,7 @@ std::string CPlyMeaning::TakeElement(const std::vector<std::string>& vecWords)
     const std::string& sCount = vecWords[2];
     const auto result = std::from_chars(sCount.data(), sCount.data() + sCount.size(), element.nCount);
     if (result.ec != std::errc() || result.ptr != sCount.data() + sCount.size())
-        return "the count '" + sCount + "' of element " + element.sName + " is no number";
+        return "the count '" + sCount + "' of element " + element.sName + " is not a number";
     m_vecElements.push_back(std::move(element));
     return {};
 }

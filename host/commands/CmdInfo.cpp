@@ -89,7 +89,7 @@ void PrintDuplicates(const CInputFile& file, const CLoadFacts& facts)
         sText = "before the file was saved";
     else if (facts.nDuplicates >= 0)
         sText = GroupDigits(facts.nDuplicates) + " of " + FormatCount(facts.nAnnounced, "announced point") +
-                " (each at the x and y of another)";
+                " (each at the x and y of another point)";
     PrintLine("Duplicates removed", sText);
 }
 

@@ -48,7 +48,7 @@ public:
         if (m_nDuplicates <= 0)
             return {};
         return {{"duplicates",
-                 fmt::format("{} at the x and y of another, whatever {} height, {} removed",
+                 fmt::format("{} at the x and y of another point, whatever {} height, {} removed",
                              FormatCount(m_nDuplicates, "point"), OneOrMany(m_nDuplicates, "its", "their"),
                              OneOrMany(m_nDuplicates, "was", "were")),
                  false, ""}};

@@ -26,7 +26,10 @@ CGridFile::CGridFile(const std::string& sPath, CByteReader&& reader)
 std::string CGridFile::CalcDataCause(std::int64_t nNumRead)
 {
     const std::int64_t nNumPnts = nNumRead < 0 ? CountByReading() : nNumRead;
-    return nNumPnts > 0 ? "" : "no cell holds a height: there are none, or all have the no-data value";
+    if (nNumPnts > 0)
+        return {};
+    std::string sCause = m_meaning.FindCause(); // counts beyond the library's are none by their words
+    return !sCause.empty() ? sCause : "no cell holds a height: there are none, or all have the no-data value";
 }
 
 } // namespace zorcld

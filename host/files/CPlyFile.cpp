@@ -40,7 +40,8 @@ CPlyFile::CPlyFile(const std::string& sPath, CByteReader&& reader)
                                       [](const CPlyElement& element) {
                                           return element.nNumProps == 0 && element.nAnnounced > c_nManyItems;
                                       });
-    if (const CPlyElement* const pVertices = m_header.FindVertices())
+    const CPlyElement* const pVertices = m_header.FindVertices();
+    if (pVertices != nullptr && m_header.HasCoords(*pVertices)) // others hold no points
         m_facts.nAnnounced = pVertices->nAnnounced;
     if (m_meaning.GetCause().empty())
         m_facts.vecFindings = FindPlyFindings(m_meaning);

@@ -105,10 +105,10 @@ void CTakenPnts::Check(const CSourceFacts& facts)
                         nNumPnts, m_summary.nNumPnts, OneOrMany(m_summary.nNumPnts, "lies", "lie"),
                         c_nReach));
     if (m_summary.nNumPnts > c_nMaxCloudPnts)
-        throw CFailure(
-            m_sPath, fmt::format("holds {} points, a cloud {} at most", m_summary.nNumPnts, c_nMaxCloudPnts));
+        throw CFailure(m_sPath, fmt::format("holds {}, a cloud {} at most",
+                                            CountOf(m_summary.nNumPnts, "point"), c_nMaxCloudPnts));
     if (facts.nNumNotFinite > 0)
-        m_vecNotes.push_back(fmt::format("{} whose coordinates are no numbers {} left out",
+        m_vecNotes.push_back(fmt::format("{} whose coordinates are not numbers {} left out",
                                          FormatCount(facts.nNumNotFinite, "point"),
                                          OneOrMany(facts.nNumNotFinite, "is", "are")));
     if (nNumLeftOut > 0)

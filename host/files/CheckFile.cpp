@@ -25,7 +25,7 @@ void FindFarPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFindings)
 {
     if (facts.nNumNotFinite > 0)
         vecFindings.push_back({"not-finite",
-                               fmt::format("{} {} coordinates that are no numbers, or infinite",
+                               fmt::format("{} {} coordinates that are not numbers, or infinite",
                                            FormatCount(facts.nNumNotFinite, "point"),
                                            OneOrMany(facts.nNumNotFinite, "has", "have")),
                                true, ""});
@@ -42,11 +42,9 @@ void FindFarPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFindings)
          true, ""});
 }
 
-/// Where no point of the file has enough others within reach, nothing that is wrong with it can be mended.
-void TakeBackHelp(std::vector<CFinding>& vecFindings)
+/// Where no point of the file has enough others within reach, `zorcld convert` fails too.
+void HintAtTiles(std::vector<CFinding>& vecFindings)
 {
-    for (CFinding& finding : vecFindings)
-        finding.bConvert = false;
     if (vecFindings.back().pCode == std::string_view("span"))
         vecFindings.back().sHint = "a smaller part of it, or larger units";
 }
@@ -137,12 +135,13 @@ void FindInPnts(CInputFile& file, const CSourceFacts& facts, CStackedPnts& stack
     file.FindInPnts(facts, result.vecFindings);
     FindFarPnts(facts, result.vecFindings);
     if (facts.nNumFar > 0 && !CTakenPnts::CanTake(facts))
-        TakeBackHelp(result.vecFindings);
+        HintAtTiles(result.vecFindings);
 }
 
 /// Reads the points where the host can read them one by one: that pass tells the cause, too, of a file that
 /// the library refuses.
-void LookAtPnts(CCheckResult& result, CInputFile& file, const CConsole& console)
+/// @return whether `zorcld convert` takes the points.
+bool LookAtPnts(CCheckResult& result, CInputFile& file, const CConsole& console)
 {
     try
     {
@@ -151,19 +150,21 @@ void LookAtPnts(CCheckResult& result, CInputFile& file, const CConsole& console)
         if (pSource == nullptr)
         {
             result.sCause = result.bLoaded ? TryLoad(file, result.vecFindings) : file.FindCause();
-            return;
+            return result.sCause.empty();
         }
         CStackedPnts stacked;
         const CSourceFacts facts = CollectSourceFacts(*pSource, result.sPath, console, "checking ",
                                                       [&](const CSourcePnt& pnt) { stacked.Add(pnt); });
         const std::int64_t nNumPnts = facts.summary.nNumPnts + facts.nNumNotFinite;
         result.sCause = file.FindCause(nNumPnts);
+        const bool bTaken = CTakenPnts::CanTake(facts);
         if (!result.sCause.empty())
-            return;
+            return bTaken;
         result.nNumPnts = nNumPnts;
         for (CFinding& finding : pSource->GetFindings())
             result.vecFindings.push_back(std::move(finding));
         FindInPnts(file, facts, stacked, result);
+        return bTaken;
     }
     catch (const CFailure& failure) // the library takes it for something else than it is
     {
@@ -171,20 +172,31 @@ void LookAtPnts(CCheckResult& result, CInputFile& file, const CConsole& console)
         if (result.sCause.empty())
             result.vecFindings.push_back(
                 {"misread", "by its header it cannot be read: " + failure.GetCause(), false, ""});
+        return false;
     }
 }
 
-bool CanConvert(CInputFile& file)
+/// Of a file whose points have not been looked at: only a whole pass tells whether none of them is cut off.
+bool CanConvert(CInputFile& file, const CConsole& console)
 {
     try
     {
         const std::unique_ptr<IPntSource> pSource = file.MakeSource();
-        return pSource != nullptr && pSource->GetNumAnnounced() > 0;
+        return pSource != nullptr && CTakenPnts::CanTake(CollectSourceFacts(*pSource, file.GetPath(), console,
+                                                                            "checking ", nullptr));
     }
     catch (const CFailure&)
     {
         return false;
     }
+}
+
+/// Nobody is sent to a command that fails.
+void TakeBackHelp(CCheckResult& result)
+{
+    result.bConvert = false;
+    for (CFinding& finding : result.vecFindings)
+        finding.bConvert = false;
 }
 
 } // namespace
@@ -207,12 +219,13 @@ CCheckResult CheckFile(const CInputOptions& input, const CConsole& console)
     result.nNumPnts = pFile->GetFacts().CalcNumPnts();
     result.vecFindings = pFile->GetFacts().vecFindings;
     result.sCause = pFile->GetHeadCause();
-    if (result.sCause.empty())
-        LookAtPnts(result, *pFile, console);
-    if (!result.sCause.empty() && !result.bLoaded)
-        result.bConvert = CanConvert(*pFile);
+    const bool bTaken =
+        result.sCause.empty() ? LookAtPnts(result, *pFile, console) : CanConvert(*pFile, console);
+    result.bConvert = !result.sCause.empty() && !result.bLoaded;
     if (IsSmall(*pFile) && !result.bLoaded)
         AskLoader(result, *pFile);
+    if (!bTaken)
+        TakeBackHelp(result);
     return result;
 }
 

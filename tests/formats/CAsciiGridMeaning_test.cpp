@@ -93,7 +93,7 @@ TEST(CAsciiGridMeaning, WithoutNoData)
     EXPECT_EQ("", meaning.FindCause());
     EXPECT_FALSE(meaning.noData);
     EXPECT_EQ("its header has no line NODATA_value, which is required", meaning.FindTakenCause());
-    EXPECT_EQ("its no-data value is no number, so its header is not complete",
+    EXPECT_EQ("its no-data value is not a number, so its header is not complete",
               Read(c_sSize + c_sPlace + c_sCell + "NODATA_value nan\n" + c_sRow).FindTakenCause());
 }
 

@@ -204,7 +204,7 @@ TEST(CPlyMeaning, Counts)
     EXPECT_EQ(7, both.GetMeant(1).nCount);
     const CBoth word = ReadLines("element vertex 3x\n");
     EXPECT_EQ(3, word.GetElement(0).nCount);
-    EXPECT_EQ("the count '3x' of element vertex is no number", word.m_meaning.GetCause());
+    EXPECT_EQ("the count '3x' of element vertex is not a number", word.m_meaning.GetCause());
 }
 
 TEST(CPlyMeaning, TooMany)

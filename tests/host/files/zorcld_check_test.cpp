@@ -199,10 +199,10 @@ TEST(ZorcldCheck, Grid)
     refuse(replace(c_sGridHead, "ncols", "nCols") + sCells, "key 'nCols': only 'ncols' or 'NCOLS'");
     refuse(replace(c_sGridHead, "NODATA_value", "nodata_value") + sCells, "'NODATA_value' or 'NODATA_VALUE'");
     refuse(replace(c_sGridHead, "NODATA_value -1\n", "") + sCells, "no line NODATA_value");
-    refuse(replace(c_sGridHead, "value -1", "value nan") + sCells, "no-data value is no number");
+    refuse(replace(c_sGridHead, "value -1", "value nan") + sCells, "no-data value is not a number");
     refuse(replace(c_sGridHead, "ncols 2", "ncols\t2") + sCells, "a tab separates");
     ExpectCause(zorcld, zorcld.Write("none.asc", c_sGridHead + "-1 -1\n-1 -1\n"), "no cell holds a height",
-                true);
+                false);
     ExpectCause(zorcld, zorcld.Write("text.asc", "hello\n"), "not a grid", false);
 }
 
@@ -224,6 +224,81 @@ TEST(ZorcldCheck, Native)
     ExpectWarnings(zorcld, zorcld.Write("other.cld", sOther), {"native-marks"});
     sOther[9] = 7;
     ExpectCause(zorcld, zorcld.Write("other.cld", sOther), "point type is 7", false);
+}
+
+// The points of a plain LAS file do not depend on its records.
+TEST(ZorcldCheck, Las_BadRecordsAreMended)
+{
+    if (!CZorcld::HasLaszip())
+        GTEST_SKIP() << "LAS is not read by the host";
+    const CZorcld zorcld;
+    CLasFile las = LasOf(1, 5);
+    las.vecRecords = {"abc", "defg"};
+    const std::size_t nRecord = las.GetHeaderSize();
+    std::string sBytes = las.GetBytes();
+    sBytes[nRecord + 21] = '\x7f'; // its size
+    const std::string sFile = zorcld.Write("records.las", sBytes);
+    ExpectCause(zorcld, sFile, "one of its records does not end before the points", true);
+    const std::string sOut = zorcld.GetPath("records.cld");
+    const CRun run = zorcld.Run({"convert", sFile, sOut});
+    EXPECT_EQ(run.nStatus, 0) << run.sErr;
+    EXPECT_NE(run.sErr.find(": 5 points"), std::string::npos) << run.sErr;
+    ExpectWarnings(zorcld, sOut, {});
+    sBytes.replace(nRecord + 2, 14, "laszip encoded");
+    ExpectCause(zorcld, zorcld.Write("laszip.las", sBytes), "records", false);
+    sBytes = las.GetBytes().substr(0, las.GetPosPnts());
+    sBytes[nRecord + 21] = '\x7f';
+    ExpectCause(zorcld, zorcld.Write("none.las", sBytes), "records", false); // no points
+}
+
+// A command is told only where it would not fail.
+TEST(ZorcldCheck, NoHelpThatFails)
+{
+    const CZorcld zorcld;
+    const auto expectNone = [&](const std::string& sFile)
+    {
+        const CRun run = zorcld.Run({"check", sFile});
+        EXPECT_EQ(run.sOut.find("zorcld convert"), std::string::npos) << run.sOut;
+        EXPECT_EQ(zorcld.Run({"convert", sFile, zorcld.GetPath("out.cld")}).nStatus, 1) << sFile;
+    };
+    const std::string sVertex = "element vertex 3\n" + c_sXyz;
+    expectNone(
+        zorcld.Write("cut.ply", "ply\nformat ascii 1.0\n" + sVertex + "end_header\n1 2 3\n10000 20000 x\n"));
+    std::string sCells;
+    for (int i = 0; i < 12000000; ++i)
+        sCells += "-1 -1\n";
+    const std::string sHead =
+        "ncols 2\nnrows 12000000\nxllcorner 1\nyllcorner 2\ncellsize 5\nNODATA_value -1\n";
+    expectNone(zorcld.Write("nodata.asc", sHead + sCells));
+    if (!CZorcld::HasLaszip())
+        return;
+    CLasFile las = LasOf(7, 3); // colours that are not taken
+    las.nAnnounced = 0;
+    expectNone(zorcld.Write("empty.las", las.GetBytes()));
+    std::string sBytes = LasOf(7, 3).GetBytes();
+    sBytes[104] = '\x87'; // compressed, but it does not say how
+    expectNone(zorcld.Write("mark.las", sBytes));
+}
+
+TEST(ZorcldCheck, Ply_NoPntsWithoutCoords)
+{
+    const CZorcld zorcld;
+    const std::string sHead = "element vertex 0\n" + c_sXyz + "element face 1\nproperty list uchar int l\n";
+    const std::string sFile = zorcld.Write("faces.ply", MakePlyHeader(sHead) + std::string(1, '\0'));
+    EXPECT_TRUE(Check(zorcld, sFile, 1)["points"].is_null());
+}
+
+// Counts beyond all bounds are none: `check` and `convert` agree.
+TEST(ZorcldCheck, Grid_HugeCounts)
+{
+    const CZorcld zorcld;
+    const std::string sFile =
+        zorcld.Write("huge.asc", "ncols 2147483648\nnrows 99999999999999999999\nxllcorner 1\n"
+                                 "yllcorner 1\ncellsize 5\nNODATA_value -1\n");
+    const std::string sCause = "its header gives no number of rows and columns above 0";
+    ExpectCause(zorcld, sFile, sCause, false);
+    const CRun run = zorcld.Run({"convert", sFile, zorcld.GetPath("out.cld")});
+    EXPECT_NE(run.sErr.find(sCause), std::string::npos) << run.sErr;
 }
 
 // Status 1 exactly when loading fails, whatever the header looks like.

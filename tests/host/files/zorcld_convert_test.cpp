@@ -178,7 +178,7 @@ TEST(ZorcldConvert, Ply_Damaged)
         "item of element face");
     expect("ply\nformat ascii 1.0\nelement vertex -3\nend_header\n", "has no vertices");
     expect("ply\nformat ascii 1.0\nelement vertex 3", "'end_header' is missing");
-    expect("ply\nformat ascii 1.0\nelement vertex three\nend_header\n", "is no number");
+    expect("ply\nformat ascii 1.0\nelement vertex three\nend_header\n", "is not a number");
 }
 
 TEST(ZorcldConvert, LargeCoordinates_ShiftedInPly)
@@ -222,7 +222,7 @@ TEST(ZorcldConvert, FarPnts_FirstChosenOrLeftOut)
     const std::string sErr = convert("0 0 0\n600000 1 1\n600001 2 2\nnan 1 1\n", 4);
     EXPECT_NE(sErr.find("1 point more than 214748 units from the others is left out"), std::string::npos)
         << sErr;
-    EXPECT_NE(sErr.find("1 point whose coordinates are no numbers"), std::string::npos) << sErr;
+    EXPECT_NE(sErr.find("1 point whose coordinates are not numbers"), std::string::npos) << sErr;
     EXPECT_EQ(GetPnts(zorcld, sOut), "600000.0000,1.0000,1.0000\n600001.0000,2.0000,2.0000\n");
     ExpectCause(
         zorcld,
