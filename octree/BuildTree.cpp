@@ -51,8 +51,11 @@ private:
 template <class T>
 std::int32_t FindTail(const T* pPnts, std::int32_t nNumPnts) noexcept
 {
+    // All bytes are compared, also one that has no meaning: a tail whose records differ there is not found.
+    const void* const pLast = pPnts + nNumPnts - 1;
+    const auto isLikeLast = [pLast](const void* pPnt) { return std::memcmp(pPnt, pLast, sizeof(T)) == 0; };
     std::int32_t nFirst = nNumPnts - 1;
-    while (nFirst > 0 && std::memcmp(pPnts + nFirst - 1, pPnts + nNumPnts - 1, sizeof(T)) == 0)
+    while (nFirst > 0 && isLikeLast(pPnts + nFirst - 1))
         --nFirst;
     return nNumPnts - nFirst < c_nMinTail ? nNumPnts : nFirst;
 }
