@@ -23,8 +23,9 @@ namespace
 {
 
 constexpr double c_dMaxExaggeration = 100.0;
-constexpr double c_dRoomAbove = 1.08; // of the range of heights: points do not touch the frame
-constexpr float c_fMaxRadius = 3.2F;  // picture pixels at common size
+constexpr double c_dRoomAbove = 1.08;   // of the range of heights: points do not touch the frame
+constexpr double c_dLeastShare = 1e-12; // of the heights, that the diagram reaches over
+constexpr float c_fMaxRadius = 3.2F;    // picture pixels at common size
 
 struct CRange
 {
@@ -56,10 +57,12 @@ double FitAxes(const CProfile& profile, const CRange& heights, const CProfileVie
     const double dExaggeration = std::min(RoundDown(axes.dHeight / dNeeded / dPerUnit), c_dMaxExaggeration);
     const double dShown = axes.dHeight / (dPerUnit * dExaggeration);
     const double dMiddle = 0.5 * (heights.dMin + heights.dMax);
+    // A range that is lost in the size of the heights would be none.
+    const double dHalf = std::max(0.5 * dShown, c_dLeastShare * std::fabs(dMiddle));
     axes.dMinX = 0.0;
     axes.dMaxX = profile.dLength;
-    axes.dMinY = dMiddle - 0.5 * dShown;
-    axes.dMaxY = dMiddle + 0.5 * dShown;
+    axes.dMinY = dMiddle - dHalf;
+    axes.dMaxY = dMiddle + dHalf;
     return dExaggeration;
 }
 

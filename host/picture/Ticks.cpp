@@ -12,12 +12,16 @@ namespace
 {
 
 constexpr int c_nMaxTicks = 1000; // a step lost in the size of the numbers would never arrive
+constexpr double c_dMaxDecimals = 4.0;
 
 } // namespace
 
 std::vector<CTick> MakeTicks(double dMin, double dMax, double dStep)
 {
-    const int nDecimals = std::clamp(static_cast<int>(-std::floor(std::log10(dStep) + 1e-9)), 0, 4);
+    if (!(dStep > 0.0) || !std::isfinite(dStep))
+        return {};
+    const auto nDecimals =
+        static_cast<int>(std::clamp(-std::floor(std::log10(dStep) + 1e-9), 0.0, c_dMaxDecimals));
     const double dFirst = std::ceil(dMin / dStep - 1e-9);
     std::vector<CTick> vecTicks;
     for (int i = 0; i < c_nMaxTicks; ++i)
