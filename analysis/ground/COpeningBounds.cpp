@@ -23,7 +23,10 @@ float CalcMax(const float* pValues, const std::vector<float>& vecBlocks, int nBl
     for (; i + nBlock <= nMax + 1; i += nBlock)
         fMax = std::max(fMax, vecBlocks[static_cast<std::size_t>(i)]);
     if (i > nMin && i <= nMax) // the rest, with a block that overlaps the one before
-        return std::max(fMax, vecBlocks[static_cast<std::size_t>(nMax - nBlock + 1)]);
+    {
+        const int nLast = nMax - nBlock + 1;
+        return std::max(fMax, vecBlocks[static_cast<std::size_t>(nLast)]);
+    }
     for (; i <= nMax; ++i)
         fMax = std::max(fMax, pValues[i]);
     return fMax;

@@ -40,7 +40,9 @@ private:
     {
         const int x = m_x + n * step.x;
         const int y = m_y + n * step.y;
-        return m_raster.IsInside(x, y) ? m_raster.vecDepth[m_raster.GetIndex(x, y)] : CPntRaster::c_fEmpty;
+        if (!m_raster.IsInside(x, y))
+            return CPntRaster::c_fEmpty;
+        return m_raster.vecDepth[m_raster.GetIndex(x, y)];
     }
 
     void Add(int n, const CStep& step, CSurround& surround) const

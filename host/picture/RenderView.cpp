@@ -75,7 +75,7 @@ CViewResult DrawCloud(const CPntCld& cloud, const CView& view, const CCamera& ca
     else if (!(query.dLod > 0.0))
         query.dLod = frame.GetUnitsPerPixel() / camera.GetLargestStretch();
     std::vector<CScreenPnt> vecPnts;
-    const CViewResult result = {CollectPnts(cloud, query, camera, frame, vecPnts), query.dLod, {}};
+    CViewResult result = {CollectPnts(cloud, query, camera, frame, vecPnts), query.dLod, {}};
     CLook look;
     look.bPhoto = bPhoto;
     look.dPntSize = view.dPntSize;

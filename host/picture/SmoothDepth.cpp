@@ -66,7 +66,9 @@ private:
 
     float GetDepth(int x, int y) const
     {
-        return m_raster.IsInside(x, y) ? m_vecFrom[m_raster.GetIndex(x, y)] : CPntRaster::c_fEmpty;
+        if (!m_raster.IsInside(x, y))
+            return CPntRaster::c_fEmpty;
+        return m_vecFrom[m_raster.GetIndex(x, y)];
     }
 
     /// Replaces each depth by what `fn(x, y, choice)` makes of it; `choose(x, y)` tells once a tile what is
