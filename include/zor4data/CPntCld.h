@@ -37,6 +37,7 @@
 ///
 /// Copies share points, marks and octree. A change made in place (a selection, a rebuilt octree) is
 /// seen by all copies; a compaction or a new filling gives the copy that makes it arrays of its own.
+/// Deletions are the copy's own: what is deleted through one, the others go on counting and delivering.
 ///
 /// Nothing here is thread-safe, prints, or throws on its own account; std::bad_alloc passes through, and
 /// leaves the cloud as it was but for the order of its points where the octree was being built.
@@ -164,7 +165,7 @@ public:
     void UnSelPnts();
 
     /// Removes the selected points. The others keep their order; indices close up, and the cloud takes
-    /// no further points.
+    /// no further points. Other copies keep the points, and have them selected still.
     void DelSelPnts();
 
     // --- queries: one SetZRange to the colour listener, then OnPnts to the host's listener -------
