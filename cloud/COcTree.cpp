@@ -45,8 +45,8 @@ bool COcTree<T>::ComputeTree()
     return bHasRoot;
 }
 
-// The duplicates are marked on a copy that has deletion marks of its own: should memory run out nothing is
-// marked, and other copies of the store, which keep the array as it is, keep their marks too.
+// The duplicates are marked on a copy, whose deletion marks are its own (L9): should memory run out nothing
+// is marked, and other copies of the store, which keep the array as it is, keep their marks too.
 //
 // KEPT: of points at one place in plan all but the first go, whatever their heights, but only within a leaf
 // (OnReadEnd_RemovesPlanDuplicatesOfALeaf_Kept, OnReadEnd_PairInTwoLeavesStays_Kept).
@@ -56,8 +56,6 @@ void COcTree<T>::FinishReading()
     if (!ComputeTree())
         return;
     COcTree marked(*this);
-    marked.m_pDelBits = CPntBits::MakeClear(this->m_nNumPnts);
-    std::memcpy(marked.m_pDelBits.get(), this->m_pDelBits.get(), CPntBits::GetNumBytes(this->m_nNumPnts));
     CDuplicateOcTreeListener<T> listener(marked);
     WalkAll(*marked.m_pTree, listener);
     if (!marked.m_bHasDel)

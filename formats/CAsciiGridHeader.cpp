@@ -59,7 +59,7 @@ bool CAsciiGridHeader::Read(CAsciiGridText& text)
 
 bool CAsciiGridHeader::TakeLine(std::string sLine)
 {
-    if (sLine.empty())
+    if (sLine.empty() || sLine == "\r")
         return true;
     zor::StringTrimBoth(sLine);
     const std::size_t nSpace = sLine.find(' ');

@@ -19,9 +19,9 @@ struct CAsciiGridHeader
     /// @return false at a line that is refused, or the end of the file.
     bool Read(CAsciiGridText& text);
 
-    /// Takes the next line of key and value, without its line feed; an empty one is passed over. Sets
-    /// `bComplete` with the last one that is needed: rows, columns, cell size, corner or centre, no-data
-    /// value. Of a key given twice the last counts. REQUIRES: not complete.
+    /// Takes the next line of key and value, without its line feed; an empty one, or one of a carriage return
+    /// alone, is passed over. Sets `bComplete` with the last one that is needed: rows, columns, cell size,
+    /// corner or centre, no-data value. Of a key given twice the last counts. REQUIRES: not complete.
     ///
     /// KEPT: the corner is derived from the centre only where the file gives it as 0, 0 and the centre is not
     /// 0, 0. Without corner keys it stays undefined; without centre keys a corner of 0, 0 becomes so

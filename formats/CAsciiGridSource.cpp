@@ -71,12 +71,8 @@ public:
         m_nNumRows = m_nNumShort = m_nNumLong = m_nNumOdd = 0;
         std::string sWord;
         while (m_nNumRows < m_meaning.nNumRows && m_reader.Peek() >= 0)
-        {
-            if (m_reader.Peek() == '\n') // an empty line is no row, one of blanks is
-                static_cast<void>(m_reader.Get());
-            else
+            if (!SkipEmptyLine())
                 ReadRow(rows, sWord, onPnt);
-        }
         m_bTabs = rows.HasTabs();
         return {};
     }
@@ -84,6 +80,20 @@ public:
     std::vector<CFinding> GetFindings() const override;
 
 private:
+    /// An empty line, with a carriage return or without, is no row; one of blanks is. A carriage return that
+    /// something follows is a blank, and may as well be passed over.
+    bool SkipEmptyLine()
+    {
+        if (m_reader.Peek() == '\r')
+            static_cast<void>(m_reader.Get());
+        if (m_reader.Peek() < 0)
+            return true;
+        if (m_reader.Peek() != '\n')
+            return false;
+        static_cast<void>(m_reader.Get());
+        return true;
+    }
+
     void ReadRow(CRowReader& rows, std::string& sWord, const TOnPnt& onPnt)
     {
         std::int64_t nCol = 0;

@@ -89,9 +89,11 @@ bool CAsciiGridText::FindLine()
 {
     while (!IsAtEnd())
     {
-        if (*m_pPos != '\n')
+        // Behind a carriage return there is another character: what ends its token.
+        const char* const pEnd = *m_pPos == '\r' ? m_pPos + 1 : m_pPos;
+        if (*pEnd != '\n')
             return true;
-        ++m_pPos;
+        m_pPos = pEnd + 1;
     }
     return false;
 }

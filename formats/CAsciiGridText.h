@@ -22,7 +22,8 @@ public:
     /// Takes the next line, empty or not, without its line feed. @return false at the end of the file.
     bool GetLine(std::string& sLine);
 
-    /// Moves to the next line that is not empty; one of blanks is not. REQUIRES: the start of a line.
+    /// Moves to the next line that is not empty: a line of a carriage return alone is, one of blanks is not.
+    /// REQUIRES: the start of a line.
     /// @return false at the end of the file.
     bool FindLine();
 

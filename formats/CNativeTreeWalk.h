@@ -1,6 +1,7 @@
 #ifndef FORMATS_CNATIVETREEWALK_H
 #define FORMATS_CNATIVETREEWALK_H
 
+#include <formats/CTakenRuns.h>
 #include <formats/LittleEndian.h>
 #include <formats/MaxDepth.h>
 #include <formats/NativeFormat.h>
@@ -14,14 +15,15 @@
 /// that decides what of them is usable.
 ///
 /// Masks and runs are the file's: the walk believes only what the array, the depth limit (L8) and the rest of
-/// the file bear out. The builder is not told of what it drops; of a well-formed tree it drops nothing, and
-/// L1 holds in it.
+/// the file bear out. A leaf is dropped when its run is not inside the array or overlaps one met before, a
+/// node when it has lost all its children; nothing else is, and of a tree whose runs lie inside the array
+/// without overlapping nothing at all, in whatever order they stand.
 ///
 /// @tparam Source   `std::size_t Read(void*, std::size_t)` takes the next bytes: fewer only at the end.
 /// @tparam Builder  has a type `CChildren`, made once a node from the node and its two masks. It is told of
-///                  each usable child, octants 0 to 7, with the child's bit: `AddLeaf(nBit, nCount, nFirst)`,
-///                  or `OpenNode()`, which returns what is to be walked next, then `CloseNode(nBit, node)`;
-///                  and of the end: `Close(node)`.
+///                  each child, octants 0 to 7: `AddLeaf(nCount, nFirst)` of a leaf that is kept;
+///                  `OpenNode()` of an inner node, which returns what is to be walked next, then
+///                  `KeepNode()` if it is kept; and of the end: `Close(node, ucExist)`, the octants kept.
 template <class Source, class Builder>
 class CNativeTreeWalk
 {
@@ -29,22 +31,24 @@ public:
     /// @param source    at the root node; kept, not owned.
     /// @param nNumPnts  length of the array that the leaves' runs must lie in.
     CNativeTreeWalk(Source& source, Builder& builder, std::int32_t nNumPnts)
-        : m_source(source), m_builder(builder), m_nNumPnts(static_cast<std::uint64_t>(nNumPnts)),
+        : m_source(source), m_builder(builder), m_runs(static_cast<std::uint64_t>(nNumPnts)),
           m_pBlock(new unsigned char[c_nNativeBlock]), m_pPos(m_pBlock.get()), m_pBlockEnd(m_pBlock.get())
     {
     }
 
+    /// @return whether the root is kept.
     template <class Node>
-    void Walk(Node& root)
+    bool Walk(Node& root)
     {
-        WalkNode(root, 0);
+        return WalkNode(root, 0);
     }
 
     /// @return whether the walk came to the end of the tree: the file holds it whole, and it is not too deep.
     bool IsWhole() const noexcept { return !m_bEnded; }
 
-    /// @return whether the usable runs tile the array: each begins where the one before ends.
-    bool IsTiled() const noexcept { return m_bTiled && m_nEnd == m_nNumPnts; }
+    /// @return whether L1 holds in what was kept: the runs tile the array in the order of the walk, and
+    ///         there are points in each leaf and under each node.
+    bool IsTiled() const noexcept { return !m_bHasEmpty && m_runs.IsTiled(); }
 
     /// Bytes read from the source that are not part of the tree.
     std::size_t GetNumBehind() const noexcept { return static_cast<std::size_t>(m_pBlockEnd - m_pPos); }
@@ -52,53 +56,53 @@ public:
 private:
     // L8: the recursion is bounded, since the tree ends at a node that would lie below c_nMaxDepth, where a
     // build has leaves only, and every call takes bytes from the file.
+    /// @return whether the node is kept.
     template <class Node>
-    void WalkNode(Node& node, int nDepth)
+    bool WalkNode(Node& node, int nDepth)
     {
         const unsigned char* const pMasks = nDepth > c_nMaxDepth ? nullptr : Take(c_nNativeNodeSize);
         if (pMasks == nullptr)
         {
             m_bEnded = true;
-            return;
+            return false;
         }
-        unsigned nToCome = pMasks[0];
+        const unsigned nInFile = pMasks[0];
         const std::uint8_t ucLeaf = pMasks[1];
+        m_bHasEmpty = m_bHasEmpty || nInFile == 0;
         typename Builder::CChildren children(m_builder, node, pMasks[0], ucLeaf);
-        for (; nToCome != 0 && !m_bEnded; nToCome &= nToCome - 1U)
+        unsigned nKept = 0;
+        for (unsigned nToCome = nInFile; nToCome != 0 && !m_bEnded; nToCome &= nToCome - 1U)
         {
             const unsigned nBit = nToCome & (0U - nToCome);
-            if ((ucLeaf & nBit) != 0)
-            {
-                TakeLeaf(children, nBit);
-                continue;
-            }
-            auto& child = children.OpenNode();
-            WalkNode(child, nDepth + 1);
-            children.CloseNode(nBit, child);
+            const bool bKept = (ucLeaf & nBit) != 0 ? TakeLeaf(children) : TakeNode(children, nDepth + 1);
+            nKept |= bKept ? nBit : 0U;
         }
-        children.Close(node);
+        children.Close(node, static_cast<std::uint8_t>(nKept));
+        return nKept != 0 || nInFile == 0;
     }
 
-    void TakeLeaf(typename Builder::CChildren& children, unsigned nBit)
+    bool TakeNode(typename Builder::CChildren& children, int nDepth)
+    {
+        if (!WalkNode(children.OpenNode(), nDepth))
+            return false;
+        children.KeepNode();
+        return true;
+    }
+
+    // A point that two leaves named would be found twice, and by as many leaves as the file has: the time of
+    // a query would have no bound in the number of points.
+    bool TakeLeaf(typename Builder::CChildren& children)
     {
         const unsigned char* const p = Take(c_nNativeLeafSize);
         if (p == nullptr)
-            return;
+            return false;
         const std::uint32_t nCount = LittleEndian::Get<std::uint32_t>(p);
         const std::uint32_t nFirst = LittleEndian::Get<std::uint32_t>(p + sizeof nCount);
-        if (!IsNewRun(nCount, nFirst))
-            return;
-        m_bTiled = m_bTiled && nFirst == m_nEnd;
-        m_nEnd = std::uint64_t{nFirst} + nCount;
-        children.AddLeaf(nBit, static_cast<std::int32_t>(nCount), static_cast<std::int32_t>(nFirst));
-    }
-
-    /// Does the run lie inside the array and behind all runs before it? In a tree that was built it does, L1.
-    /// Otherwise a query could find points twice, as often as the file has leaves: its time would have no
-    /// bound in the number of points.
-    bool IsNewRun(std::uint32_t nCount, std::uint32_t nFirst) const noexcept
-    {
-        return nCount > 0 && nFirst >= m_nEnd && std::uint64_t{nFirst} + nCount <= m_nNumPnts;
+        if (!m_runs.Take(nCount, nFirst))
+            return false;
+        m_bHasEmpty = m_bHasEmpty || nCount == 0;
+        children.AddLeaf(static_cast<std::int32_t>(nCount), static_cast<std::int32_t>(nFirst));
+        return true;
     }
 
     /// @return the next bytes of the file, valid until the next call; null when the file does not hold
@@ -126,9 +130,8 @@ private:
 
     Source& m_source;
     Builder& m_builder;
-    std::uint64_t m_nNumPnts;
-    std::uint64_t m_nEnd = 0; // end of the last run taken; all runs so far lie below it
-    bool m_bTiled = true;     // L1: the runs so far tile the array below m_nEnd
+    CTakenRuns m_runs;
+    bool m_bHasEmpty = false; // a leaf or a node without points has been met
     bool m_bEnded = false;    // nothing more is to be taken from the file
 
     std::unique_ptr<unsigned char[]> m_pBlock;

@@ -19,10 +19,10 @@ public:
     public:
         CChildren(CPntCount& count, CNode& node, std::uint8_t, std::uint8_t) : m_count(count), m_node(node) {}
 
-        void AddLeaf(unsigned, std::int32_t nCount, std::int32_t) { m_count.m_nNumPnts += nCount; }
+        void AddLeaf(std::int32_t nCount, std::int32_t) { m_count.m_nNumPnts += nCount; }
         CNode& OpenNode() { return m_node; }
-        void CloseNode(unsigned, const CNode&) {}
-        void Close(const CNode&) {}
+        void KeepNode() {}
+        void Close(const CNode&, std::uint8_t) {}
 
     private:
         CPntCount& m_count;

@@ -25,7 +25,8 @@ struct CNativeFacts
     }
 };
 
-/// Time: that of reading the octree, bounded by the size of the file. Memory: a block.
+/// Time: that of reading the octree, bounded by the size of the file. Memory: a block, and a bit a point
+/// where the runs of the leaves do not follow each other.
 /// @param reader  at the start of the file.
 CNativeFacts FindNativeFacts(CByteReader& reader);
 

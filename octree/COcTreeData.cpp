@@ -10,9 +10,13 @@ COcTreeData<T>::COcTreeData(ICldColorListener* pColorListener) : m_pColorListene
 {
 }
 
+// What a copy counts (m_bHasDel) and what it delivers (the bits) must not part: since the flag is the copy's
+// own, the bits that it stands for are so too, from the first mark on.
 template <class T>
-void COcTreeData<T>::MarkDeleted(std::int32_t nIndex) noexcept
+void COcTreeData<T>::MarkDeleted(std::int32_t nIndex)
 {
+    if (m_pDelBits.use_count() > 1)
+        m_pDelBits = CPntBits::MakeCopy(m_pDelBits.get(), m_nNumPnts);
     CPntBits::Set(m_pDelBits.get(), nIndex);
     m_bHasDel = true;
     SetModified(true);

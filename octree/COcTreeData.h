@@ -13,8 +13,8 @@ class ICldColorListener;
 /// The fields of one store of points: what the walks, the visitors and the files work on.
 ///
 /// `T` is `CTruncPnt` or `CTruncPnt_Color`. Arrays, bit sets and tree are held by shared owners, L9: a
-/// memberwise copy shares them, the other copies see a change made through one, and they go away with their
-/// last owner.
+/// memberwise copy shares them, the other copies see a change made through one, deletion marks excepted, and
+/// they go away with their last owner.
 template <class T>
 class COcTreeData
 {
@@ -28,8 +28,9 @@ public:
     /// @return whether the selection bit of point `nIndex` is set.
     bool IsSelected(std::int32_t nIndex) const noexcept { return CPntBits::IsSet(m_pSelBits.get(), nIndex); }
 
-    /// Marks point `nIndex` deleted, and with it the store modified.
-    void MarkDeleted(std::int32_t nIndex) noexcept;
+    /// Marks point `nIndex` deleted, and with it the store modified. L9: in this copy of the store alone.
+    /// Throws std::bad_alloc; nothing has changed then.
+    void MarkDeleted(std::int32_t nIndex);
 
     /// Sets the modified flag; the version counts the changes of the flag from false to true.
     void SetModified(bool bModified) noexcept;
@@ -45,7 +46,7 @@ public:
     float m_fOrgY = 4027580416.0F;
     float m_fOrgZ = 4027580416.0F;
     std::shared_ptr<unsigned char[]> m_pSelBits; ///< selection, L7: m_nNumPnts / 8 + 1 bytes
-    std::shared_ptr<unsigned char[]> m_pDelBits; ///< deleted points, the same size
+    std::shared_ptr<unsigned char[]> m_pDelBits; ///< deleted points, the same size; not changed while shared
     bool m_bHasDel = false;                      ///< a point has been marked deleted and not yet been removed
     std::shared_ptr<COcTreeIndex> m_pTree;
     ICldColorListener* m_pColorListener;

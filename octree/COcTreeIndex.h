@@ -30,8 +30,8 @@ public:
     std::int32_t m_nNumPntsDelivered = 0;   ///< diagnostic, counted by the walks
     std::int32_t m_nNumLeavesDelivered = 0; ///< diagnostic: leaves delivered whole
 
-    /// L1 and L2 hold. They do not in the tree of a damaged file, which lost leaves on loading: its runs
-    /// still rise in the order of the walk, but there may be gaps between them.
+    /// L1 and L2 hold. They need not in the tree of a file: its runs may stand in another order, there may be
+    /// gaps, and nodes and leaves without points.
     bool m_bTiled = true;
     COcTreeArena m_arena;
 };

@@ -9,6 +9,13 @@ std::shared_ptr<unsigned char[]> CPntBits::MakeClear(std::int32_t nNumPnts)
     return MakeZeroedArray<unsigned char>(GetNumBytes(nNumPnts));
 }
 
+std::shared_ptr<unsigned char[]> CPntBits::MakeCopy(const unsigned char* pBits, std::int32_t nNumPnts)
+{
+    std::shared_ptr<unsigned char[]> pCopy = MakeClear(nNumPnts);
+    std::memcpy(pCopy.get(), pBits, GetNumBytes(nNumPnts));
+    return pCopy;
+}
+
 std::int32_t CPntBits::CountSet(const unsigned char* pBits, std::int32_t nNumPnts) noexcept
 {
     std::int32_t nNumSet = 0;

@@ -6,7 +6,7 @@
 #include <memory>
 
 /// Bit sets with one bit a point: the bit of point i is bit i % 8, least significant first, of byte i / 8.
-/// The sets are held by shared owners, so that copies of a cloud see each other's marks (L9).
+/// The sets are held by shared owners, so that copies of a cloud see each other's selection (L9).
 namespace CPntBits
 {
 
@@ -19,6 +19,9 @@ inline std::size_t GetNumBytes(std::int32_t nNumPnts) noexcept
 
 /// A set of `nNumPnts` clear bits. Throws std::bad_alloc.
 std::shared_ptr<unsigned char[]> MakeClear(std::int32_t nNumPnts);
+
+/// A set of the same bits as one of `nNumPnts`. Throws std::bad_alloc.
+std::shared_ptr<unsigned char[]> MakeCopy(const unsigned char* pBits, std::int32_t nNumPnts);
 
 /// REQUIRES: nIndex inside the set.
 inline bool IsSet(const unsigned char* pBits, std::int32_t nIndex) noexcept

@@ -5,30 +5,70 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
+#include <limits>
 
 namespace zor::geom
 {
 namespace
 {
 
-/// The plane with this normal through a corner.
-PLANE_3D CalcPlane(const PNT_2D& normal, const PNT_3D& pnt)
+/// A side of a rectangle: where it begins, its direction, of length 1, and its length.
+struct CSide
 {
-    return {normal.x, normal.y, 0.0, -(normal.x * pnt.x + normal.y * pnt.y)};
+    PNT_3D start;
+    PNT_2D along;
+    double dLength;
+};
+
+using TSides = std::array<CSide, 4>;
+
+CSide MakeSide(const PNT_3D& from, const PNT_3D& to)
+{
+    const PNT_2D way(to.x - from.x, to.y - from.y);
+    const double dLength = std::hypot(way.x, way.y);
+    return {from, PNT_2D(way.x / dLength, way.y / dLength), dLength};
 }
 
-/// The planes of a rectangle whose side ab is not the shorter one, in order ab, bc, cd, da. The direction of
-/// ab gives all four: the direction of a side almost without length would be mere rounding, and opposite
-/// planes must stay opposite.
-std::array<PLANE_3D, 4> CalcPlanes(const PNT_3D& a, const PNT_3D& b, const PNT_3D& c, const PNT_3D& d)
+/// Do the corners follow each other with the rectangle on their left? It is on the same side of all its
+/// sides; the longest tells best.
+bool IsLeft(const TSides& sides, std::size_t nLongest)
 {
-    const double dLength = std::hypot(b.x - a.x, b.y - a.y);
-    const PNT_2D along((b.x - a.x) / dLength, (b.y - a.y) / dLength);
-    PNT_2D across(along.y, -along.x); // points away from cd
-    if (across.x * (d.x - a.x) + across.y * (d.y - a.y) > 0.0)
-        across = PNT_2D(-across.x, -across.y);
-    return {CalcPlane(across, a), CalcPlane(along, b), CalcPlane(PNT_2D(-across.x, -across.y), c),
-            CalcPlane(PNT_2D(-along.x, -along.y), d)};
+    const CSide& side = sides[nLongest];
+    const PNT_3D& before = sides[(nLongest + 3) % 4].start;
+    return side.along.x * (before.y - side.start.y) - side.along.y * (before.x - side.start.x) >= 0.0;
+}
+
+/// Is a side mere rounding, or near it? Its corners then tell no direction.
+bool IsBlurred(const TSides& sides)
+{
+    constexpr double c_dBlur = 1e6 * std::numeric_limits<double>::epsilon();
+    double dLargest = 0.0;
+    double dShortest = sides[0].dLength;
+    for (const CSide& side : sides)
+    {
+        dLargest = std::max({dLargest, std::fabs(side.start.x), std::fabs(side.start.y)});
+        dShortest = std::min(dShortest, side.dLength);
+    }
+    return !(dShortest > c_dBlur * dLargest);
+}
+
+/// Gives all sides the direction of the longest, a quarter turn a corner: opposite sides stay opposite.
+void SquareUp(TSides& sides, std::size_t nLongest, bool bLeft)
+{
+    for (std::size_t n = 1; n < sides.size(); ++n)
+    {
+        const PNT_2D& before = sides[(nLongest + n - 1) % 4].along;
+        sides[(nLongest + n) % 4].along = bLeft ? PNT_2D(-before.y, before.x) : PNT_2D(before.y, -before.x);
+    }
+}
+
+/// The plane through a side, its normal pointing to the right of it, or to the left.
+PLANE_3D CalcPlane(const CSide& side, bool bRight)
+{
+    const double dSign = bRight ? 1.0 : -1.0;
+    const PNT_2D normal(dSign * side.along.y, -dSign * side.along.x);
+    return {normal.x, normal.y, 0.0, -(normal.x * side.start.x + normal.y * side.start.y)};
 }
 
 } // namespace
@@ -36,22 +76,23 @@ std::array<PLANE_3D, 4> CalcPlanes(const PNT_3D& a, const PNT_3D& b, const PNT_3
 void CalcRectPlanes(const PNT_3D& a, const PNT_3D& b, const PNT_3D& c, const PNT_3D& d,
                     std::vector<PLANE_3D>& vecPlanes)
 {
-    const double dSideAB = std::hypot(b.x - a.x, b.y - a.y);
-    const double dSideBC = std::hypot(c.x - b.x, c.y - b.y);
-    const double dLonger = std::max(dSideAB, dSideBC);
-    if (!(dLonger > 0.0 && std::isfinite(dSideAB) && std::isfinite(dSideBC)))
+    TSides sides{MakeSide(a, b), MakeSide(b, c), MakeSide(c, d), MakeSide(d, a)};
+    const auto isShorter = [](const CSide& one, const CSide& other) { return one.dLength < other.dLength; };
+    const auto longest = std::max_element(sides.begin(), sides.end(), isShorter);
+    const bool bFinite = std::all_of(sides.begin(), sides.end(),
+                                     [](const CSide& side) { return std::isfinite(side.dLength); });
+    if (!bFinite || !(longest->dLength > 0.0))
     {
         vecPlanes.assign(4, PLANE_3D(0.0, 0.0, 0.0, 1.0));
         return;
     }
-    if (dSideAB >= dSideBC)
-    {
-        const auto planes = CalcPlanes(a, b, c, d);
-        vecPlanes.assign(planes.begin(), planes.end());
-        return;
-    }
-    const auto planes = CalcPlanes(b, c, d, a);
-    vecPlanes = {planes[3], planes[0], planes[1], planes[2]};
+    const std::size_t nLongest = static_cast<std::size_t>(longest - sides.begin());
+    const bool bLeft = IsLeft(sides, nLongest);
+    if (IsBlurred(sides))
+        SquareUp(sides, nLongest, bLeft);
+    vecPlanes.clear();
+    for (const CSide& side : sides)
+        vecPlanes.push_back(CalcPlane(side, bLeft));
 }
 
 } // namespace zor::geom

@@ -12,38 +12,43 @@ namespace zor::geom
 class PAR_LINE_2D
 {
 public:
-    PAR_LINE_2D(const PNT_2D& start, const PNT_2D& end) : m_start(start), m_end(end) {}
+    PAR_LINE_2D(const PNT_2D& start, const PNT_2D& end)
+        : m_start(start), m_way(end.x - start.x, end.y - start.y)
+    {
+    }
 
     /// @return the distance from start to end.
-    double length() const noexcept { return std::hypot(m_end.x - m_start.x, m_end.y - m_start.y); }
+    double length() const noexcept { return std::hypot(m_way.x, m_way.y); }
 
     /// Turns the line about a point.
     /// @param angle  radians, counter-clockwise positive.
     void Rotate(const PNT_2D& centre, double angle) noexcept
     {
-        m_start = CalcRotated(m_start, centre, angle);
-        m_end = CalcRotated(m_end, centre, angle);
+        const double dSin = std::sin(angle);
+        const double dCos = std::cos(angle);
+        const PNT_2D start = CalcRotated({m_start.x - centre.x, m_start.y - centre.y}, dSin, dCos);
+        m_start = PNT_2D(centre.x + start.x, centre.y + start.y);
+        m_way = CalcRotated(m_way, dSin, dCos);
     }
 
     /// @param t  0 gives the start, 1 the end; any other value a point beyond or between.
     void calcPt(double t, PNT_2D& out) const noexcept
     {
-        out.x = m_start.x + t * (m_end.x - m_start.x);
-        out.y = m_start.y + t * (m_end.y - m_start.y);
+        out.x = m_start.x + t * m_way.x;
+        out.y = m_start.y + t * m_way.y;
     }
 
 private:
-    static PNT_2D CalcRotated(const PNT_2D& pnt, const PNT_2D& centre, double angle) noexcept
+    static PNT_2D CalcRotated(const PNT_2D& way, double dSin, double dCos) noexcept
     {
-        const double dSin = std::sin(angle);
-        const double dCos = std::cos(angle);
-        const double dx = pnt.x - centre.x;
-        const double dy = pnt.y - centre.y;
-        return {centre.x + dx * dCos - dy * dSin, centre.y + dx * dSin + dy * dCos};
+        return {way.x * dCos - way.y * dSin, way.x * dSin + way.y * dCos};
     }
 
     PNT_2D m_start;
-    PNT_2D m_end;
+
+    // From start to end. An end kept as a place would be rounded to the steps of coordinates far from the
+    // origin, and a large parameter would make the rounding as much larger.
+    PNT_2D m_way;
 };
 
 } // namespace zor::geom

@@ -37,12 +37,18 @@
 ///
 /// Copies share points, marks and octree. A change made in place (a selection, a rebuilt octree) is
 /// seen by all copies; a compaction or a new filling gives the copy that makes it arrays of its own.
+/// Deletions are the copy's own: what is deleted through one, the others go on counting and delivering.
 ///
 /// Nothing here is thread-safe, prints, or throws on its own account; std::bad_alloc passes through, and
 /// leaves the cloud as it was but for the order of its points where the octree was being built.
 /// REQUIRES: while a query runs, its listeners do not change the cloud or a copy of it.
 /// Delivery needs a colour listener: without one, points come with the colour they hold.
-class ZOR4DATA_API CPntCld final : public IPntCldReadListener
+///
+/// A host may derive from it to watch or to filter what is read: `ReadFromFile` calls the reading slots of
+/// the object (`OnReadType` to `OnReadEnd`) for every file but a native one. An override hands on to the
+/// cloud's own what the cloud is to have. As many points as are announced to the cloud count, stored or not:
+/// a host that leaves points out gathers the others, and announces and stores them in its `OnReadEnd`.
+class ZOR4DATA_API CPntCld : public IPntCldReadListener
 {
 public:
     /// @param pColorListener  asked for the colour of every delivered point; kept, not owned.
@@ -50,7 +56,7 @@ public:
 
     CPntCld(const CPntCld& other);
     CPntCld& operator=(const CPntCld& other);
-    ~CPntCld();
+    virtual ~CPntCld();
 
     // --- filling -------------------------------------------------------------------------------
 
@@ -87,7 +93,7 @@ public:
     /// @return false when there is no point; the cloud then has an octree without points.
     bool ComputeTree();
 
-    /// Loads a file. The cloud is not cleared first.
+    /// Loads a file, through the reading slots of the object. The cloud is not cleared first.
     ///
     /// @param pProgress  receives percent, one call a point and before it; null: no calls.
     /// @param eType      kind of the file; any other value: false.
@@ -159,7 +165,7 @@ public:
     void UnSelPnts();
 
     /// Removes the selected points. The others keep their order; indices close up, and the cloud takes
-    /// no further points.
+    /// no further points. Other copies keep the points, and have them selected still.
     void DelSelPnts();
 
     // --- queries: one SetZRange to the colour listener, then OnPnts to the host's listener -------

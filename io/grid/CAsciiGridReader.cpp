@@ -38,7 +38,8 @@ bool CAsciiGridReader::Read(const zor::String& sPath)
     return true;
 }
 
-/// Reads the rows behind the header. Empty lines do not count as rows, lines of blanks do.
+/// Reads the rows behind the header. Empty lines, with a carriage return or without, do not count as rows,
+/// lines of blanks do.
 void CAsciiGridReader::ReadCells(CAsciiGridText& text, const CAsciiGridHeader& header, CAsciiGridCells& cells)
 {
     for (std::int32_t nRow = 0; nRow < header.nNumRows && text.FindLine(); ++nRow)

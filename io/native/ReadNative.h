@@ -18,8 +18,8 @@ CNativeHeader ReadNativeHeader(ifpstream& stream);
 ///         origin read, when there is no point: the store stays empty.
 ///
 /// Of a damaged file it takes what can be used safely, without telling so; docs/native-format.md says how.
-/// Afterwards the runs of the leaves lie inside the array, rise in the order of the walk and never overlap;
-/// no node lies deeper than a build would put it, and none is without points.
+/// Afterwards the runs of the leaves lie inside the array and never overlap, and no node lies deeper than a
+/// build would put it.
 ///
 /// Cost: about that of reading the bytes. Throws std::bad_alloc; the store is then as before.
 template <class T>

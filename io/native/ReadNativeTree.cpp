@@ -15,7 +15,7 @@ public:
     explicit CTreeBuilder(COcTreeArena& arena) : m_arena(arena) {}
 
     /// The children of one node. Invariant: m_pRecord is where the record of the next child goes; a child
-    /// that is dropped sets no bit in m_nExist and leaves its room to the next.
+    /// that is dropped leaves its room to the next.
     class CChildren
     {
     public:
@@ -26,27 +26,19 @@ public:
             node.m_pChildren = m_pRecord;
         }
 
-        void AddLeaf(unsigned nBit, std::int32_t nCount, std::int32_t nFirst) noexcept
+        void AddLeaf(std::int32_t nCount, std::int32_t nFirst) noexcept
         {
             m_pRecord = COcTreeChildren::PutLeaf(m_pRecord, nCount, nFirst);
-            m_nExist |= nBit;
         }
 
         COcTreeNode& OpenNode() noexcept { return *new (m_pRecord) COcTreeNode; }
 
-        void CloseNode(unsigned nBit, const COcTreeNode& child) noexcept
-        {
-            if (child.m_ucExist == 0)
-                return;
-            m_pRecord += c_nNodeSize;
-            m_nExist |= nBit;
-        }
+        void KeepNode() noexcept { m_pRecord += c_nNodeSize; }
 
-        void Close(COcTreeNode& node) const noexcept { node.m_ucExist = static_cast<std::uint8_t>(m_nExist); }
+        void Close(COcTreeNode& node, std::uint8_t ucExist) const noexcept { node.m_ucExist = ucExist; }
 
     private:
         unsigned char* m_pRecord;
-        unsigned m_nExist = 0;
     };
 
 private:
@@ -69,8 +61,7 @@ std::shared_ptr<COcTreeIndex> ReadNativeTree(ifpstream& stream, std::int32_t nNu
     COcTreeNode* const pRoot = new (pTree->m_arena.Alloc(sizeof(COcTreeNode))) COcTreeNode;
     CTreeBuilder builder(pTree->m_arena);
     CNativeTreeWalk<ifpstream, CTreeBuilder> walk(stream, builder, nNumPnts);
-    walk.Walk(*pRoot);
-    if (pRoot->m_ucExist != 0)
+    if (walk.Walk(*pRoot))
         pTree->m_pRoot = pRoot;
     pTree->m_bTiled = walk.IsTiled();
     return pTree;

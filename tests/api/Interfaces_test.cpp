@@ -102,6 +102,17 @@ TEST(Interfaces, CPntCld_IsWhatReadersFeed)
     EXPECT_EQ(cld.GetNumPnts(), 1);
 }
 
+// The destructor comes behind the slots of the interface, which stay where they are.
+TEST(Interfaces, CPntCld_MayBeDerivedFrom)
+{
+    static_assert(!std::is_final_v<CPntCld> && std::has_virtual_destructor_v<CPntCld>);
+#if defined(__x86_64__)
+    EXPECT_EQ(GetSlot(&CPntCld::OnReadType), 0U);
+    EXPECT_EQ(GetSlot(&CPntCld::OnReadNumPnts), 1U);
+    EXPECT_EQ(GetSlot(&CPntCld::OnReadEnd), 4U);
+#endif
+}
+
 TEST(Interfaces, CCldCadPnt_IsAPlainRecord)
 {
     static_assert(std::is_trivially_copyable_v<CCldCadPnt>);

@@ -195,6 +195,53 @@ TYPED_TEST(CPntCld_Copy, Compaction_Separates)
     EXPECT_FALSE(this->IsSelected(copy, 3));
 }
 
+// Whatever is asked: all points are there still, counted, delivered and saved.
+TYPED_TEST(CPntCld_Copy, Deletion_IsTheCopysOwn)
+{
+    auto pOriginal = this->Make(300, &this->m_color);
+    pOriginal->ComputeTree();
+    CPntCld copy(*pOriginal);
+    const CPntCld third(copy);
+    for (int i = 0; i < 300; i += 3)
+        copy.SelPnt(i, false);
+    copy.DelSelPnts();
+    EXPECT_EQ(copy.GetNumPnts(), 200);
+    for (const CPntCld* const pCld : {&third, static_cast<const CPntCld*>(pOriginal.get())})
+    {
+        EXPECT_EQ(pCld->GetNumPnts(), 300);
+        EXPECT_EQ(pCld->GetNumPnts2D(-1e6, -1e6, 1e6, 1e6), 300);
+        CRecListener rec;
+        pCld->GetPnts(&rec, 7);
+        EXPECT_EQ(rec.GetNumPnts(), 300);
+        CRecListener recLod;
+        pCld->GetPnts_Lod(&recLod, 0.0, 7);
+        EXPECT_EQ(recLod.GetNumPnts(), 300);
+        EXPECT_FALSE(pCld->IsModified());
+    }
+    pOriginal->DelSelPnts(); // the selection is still there
+    EXPECT_EQ(pOriginal->GetNumPnts(), 200);
+}
+
+// In the store, where marks can be made by themselves: a copy counts what it delivers.
+TYPED_TEST(CPntCld_Copy, DeletionMarks_AreTheCopysOwn)
+{
+    COcTree<TypeParam> store(&this->m_color);
+    store.Init(20);
+    store.MarkDeleted(1);
+    COcTree<TypeParam> copy(store);
+    copy.MarkDeleted(7);
+    store.MarkDeleted(9);
+    EXPECT_EQ(store.GetNumPnts(), 18);
+    EXPECT_EQ(copy.GetNumPnts(), 18);
+    for (int i = 0; i < 20; ++i)
+    {
+        EXPECT_EQ(store.IsDeleted(i), i == 1 || i == 9) << i;
+        EXPECT_EQ(copy.IsDeleted(i), i == 1 || i == 7) << i;
+    }
+    copy.SelPnt(3, false); // unlike the selection
+    EXPECT_TRUE(store.IsSelected(3));
+}
+
 // Removing duplicates marks none of them in the copy, which keeps all points.
 TYPED_TEST(CPntCld_Copy, OnReadEnd_LeavesTheCopysMarks)
 {

@@ -170,7 +170,8 @@ TEST(CAsciiGridHeader, Read_BlanksAndEmptyLines)
     EXPECT_EQ(3, header->nNumCols);
     EXPECT_EQ(2, header->nNumRows);
     EXPECT_FALSE(CHeader("ncols 3\n \nnrows 2\n" + c_sCorner + c_sCell + c_sNoData + "1\n"));
-    EXPECT_FALSE(CHeader("ncols 3\n\r\nnrows 2\n" + c_sCorner + c_sCell + c_sNoData + "1\n"));
+    EXPECT_TRUE(CHeader("ncols 3\n\r\nnrows 2\n" + c_sCorner + c_sCell + c_sNoData + "1\n"));
+    EXPECT_FALSE(CHeader("ncols 3\n \r\nnrows 2\n" + c_sCorner + c_sCell + c_sNoData + "1\n"));
 }
 
 TEST(CAsciiGridHeader, Read_CornerFromCentreWhereItIsZero_Kept)

@@ -117,7 +117,8 @@ TYPED_TEST(Query2D_prop, FindPnts2D_NearLine_CorridorSameAsScan)
                   if (random.Chance(5))
                       p2.y = p1.y; // along an axis
                   const long double dLength = std::hypot(p2.x - p1.x, p2.y - p1.y);
-                  const double dDist = static_cast<double>(dLength) * random.Unit();
+                  const double dWidest = random.Chance(3) ? 1e5 : 1.0;
+                  const double dDist = static_cast<double>(dLength) * random.Unit() * dWidest;
                   CRecListener rec;
                   CQuery2D<TypeParam>(*store, &rec).FindPnts2D_NearLine(p1, p2, dDist, false, false);
                   if (!(dLength > 0.0L) || !(dDist > 0.0))

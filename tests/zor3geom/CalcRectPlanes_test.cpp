@@ -123,6 +123,36 @@ TEST(CalcRectPlanes, NarrowerThanRounding_HoldsNothingAside)
     }
 }
 
+// A place on an edge, beyond its corners too, lies on its plane: each plane has its own edge's direction,
+// also where another edge is a million times as long and the corners are rounded.
+TEST(CalcRectPlanes, EachPlaneHoldsItsOwnEdge)
+{
+    std::mt19937 random(3);
+    std::uniform_real_distribution<double> draw(-1.0, 1.0);
+    for (int i = 0; i < 2000; ++i)
+    {
+        const double dAngle = 3.2 * draw(random);
+        const PNT_2D along(std::cos(dAngle), std::sin(dAngle));
+        const double dWide = std::pow(10.0, 6.0 * draw(random));
+        const auto place = [&](double s, double t) { // rounded to a hundredth of the shorter side
+            const double dStep = 0.01 * std::min(1.0, dWide);
+            const auto round = [&](double d) { return std::round(d / dStep) * dStep; };
+            return PNT_3D(round(s * along.x - t * along.y), round(s * along.y + t * along.x), 0.0);
+        };
+        const PNT_3D corners[] = {place(0, 0), place(1, 0), place(1, dWide), place(0, dWide)};
+        std::vector<PLANE_3D> vecPlanes;
+        CalcRectPlanes(corners[0], corners[1], corners[2], corners[3], vecPlanes);
+        for (std::size_t n = 0; n < 4; ++n)
+        {
+            const PLANE_3D& plane = vecPlanes[n];
+            for (const PNT_3D& corner : {corners[n], corners[(n + 1) % 4]})
+                EXPECT_NEAR(plane.a * corner.x + plane.b * corner.y + plane.d, 0.0, 1e-9 * (1.0 + dWide))
+                    << i;
+        }
+        EXPECT_TRUE(IsKept(vecPlanes, (corners[0].x + corners[2].x) / 2, (corners[0].y + corners[2].y) / 2));
+    }
+}
+
 TEST(CalcRectPlanes, AllCornersAtOnePlace_HoldsNothing)
 {
     std::vector<PLANE_3D> vecPlanes;
@@ -139,6 +169,8 @@ TEST(CalcRectPlanes, WithoutNumbers_HoldsNothing)
         std::vector<PLANE_3D> vecPlanes;
         CalcRectPlanes({d, 0, 0}, {4, d, 0}, {4, 4, 0}, {0, 4, 0}, vecPlanes);
         EXPECT_EQ(vecPlanes.size(), 4U);
+        EXPECT_FALSE(IsKept(vecPlanes, 3, 3));
+        CalcRectPlanes({0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {d, d, 0}, vecPlanes);
         EXPECT_FALSE(IsKept(vecPlanes, 3, 3));
     }
 }

@@ -48,6 +48,18 @@ TEST(PAR_LINE_2D, Rotate_CounterClockwise)
     EXPECT_NEAR(At(line, 1.0).y, -1.0, 1e-15);
 }
 
+// Far from the origin the end of a turned line is no place to count from: a large parameter would show how
+// it was rounded.
+TEST(PAR_LINE_2D, calcPt_FarAlongATurnedLine)
+{
+    const PNT_2D start(500000.3, 4000000.7);
+    const PNT_2D end(500000.83, 4000001.1);
+    PAR_LINE_2D line(start, end);
+    line.Rotate(start, -c_dQuarter);
+    EXPECT_NEAR(At(line, 1e6).x, start.x + 1e6 * (end.y - start.y), 1e-8);
+    EXPECT_NEAR(At(line, 1e6).y, start.y - 1e6 * (end.x - start.x), 1e-8);
+}
+
 TEST(PAR_LINE_2D, Rotate_AboutAnotherPlace)
 {
     PAR_LINE_2D line({1, 0}, {2, 0});

@@ -43,6 +43,22 @@ public:
     double m_dSumX = 0.0;
 };
 
+// Counts the points of a file on their way into the cloud.
+class CCountingCld : public CPntCld
+{
+public:
+    using CPntCld::CPntCld;
+    using CPntCld::OnReadPnt;
+
+    void OnReadPnt(double x, double y, double z, unsigned char r, unsigned char g, unsigned char b) override
+    {
+        ++m_nNumRead;
+        CPntCld::OnReadPnt(x, y, z, r, g, b);
+    }
+
+    int m_nNumRead = 0;
+};
+
 int g_nFailed = 0;
 
 void Expect(bool bHolds, const char* pWhat)
@@ -72,8 +88,9 @@ void WritePly(const char* pPath)
 void ReadPly(const char* pPath)
 {
     CHeightColors colors;
-    CPntCld cld(&colors);
+    CCountingCld cld(&colors);
     Expect(cld.ReadFromFile(nullptr, PntCldFile_Ply, pPath), "ReadFromFile");
+    Expect(cld.m_nNumRead == 3, "the slots of a derived cloud");
     Expect(cld.GetNumPnts() == 3 && cld.IsWithColor(), "three points with colour");
     unsigned char r = 0;
     unsigned char g = 0;

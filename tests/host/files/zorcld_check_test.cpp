@@ -196,6 +196,8 @@ TEST(ZorcldCheck, Grid)
     expect(c_sGridHead + "1 2 3\n3 4\n", {"grid-long-rows"});
     expect(c_sGridHead + "1\t2\n3 4\n", {"grid-tabs"});
     expect(c_sGridHead + "1,5 2\n3 x\n", {"grid-not-numbers"});
+    expect("\r\n" + c_sGridHead + "\r\n1 2\r\n\r\n3 4\r\n\r", {});
+    expect(c_sGridHead + "1 2\r\n \r\n3 4\r\n", {"grid-short-rows"});
     refuse(replace(c_sGridHead, "ncols", "nCols") + sCells, "key 'nCols': only 'ncols' or 'NCOLS'");
     refuse(replace(c_sGridHead, "NODATA_value", "nodata_value") + sCells, "'NODATA_value' or 'NODATA_VALUE'");
     refuse(replace(c_sGridHead, "NODATA_value -1\n", "") + sCells, "no line NODATA_value");

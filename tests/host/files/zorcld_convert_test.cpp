@@ -281,6 +281,9 @@ TEST(ZorcldConvert, Notes_AreTrue)
     EXPECT_EQ(tabs.nStatus, 0);
     EXPECT_EQ(tabs.sErr.find("tabs"), std::string::npos) << tabs.sErr;
     EXPECT_NE(tabs.sErr.find("4 points"), std::string::npos) << tabs.sErr;
+    const CRun empty = zorcld.Run(
+        {"convert", zorcld.Write("e.asc", sHead + "\r\n1 2\r\n\r\n3 4\r\n"), zorcld.GetPath("o.ply")});
+    EXPECT_NE(empty.sErr.find("4 points"), std::string::npos) << empty.sErr;
     const CRun far =
         zorcld.Run({"convert", zorcld.Write("far.ply", MakePly({1e38F, 0, 0})), zorcld.GetPath("o.ply")});
     EXPECT_LT(far.sErr.size(), 300U) << far.sErr;

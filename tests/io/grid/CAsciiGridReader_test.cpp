@@ -86,8 +86,27 @@ TEST(CAsciiGridReader, Read_LinesOfBlanksCountAsRows)
 {
     EXPECT_EQ(Points({TCall::Pnt(100, 230, 1), TCall::Pnt(100, 210, 2)}),
               ReadGrid(GridHeader(1, 3) + "1\n   \n2\n3\n"));
-    EXPECT_EQ(Points({TCall::Pnt(100, 230, 1), TCall::Pnt(100, 210, 2)}),
-              ReadGrid(GridHeader(1, 3) + "1\r\n\r\n2\r\n3\r\n")); // a carriage return is a blank
+    for (const char* const sBlanks : {" \r\n", "\r\r\n", "\r \n", "\t\n"})
+        EXPECT_EQ(Points({TCall::Pnt(100, 230, 1), TCall::Pnt(100, 210, 2)}),
+                  ReadGrid(GridHeader(1, 3) + "1\r\n" + sBlanks + "2\r\n3\r\n"));
+}
+
+// A line of nothing but its end is empty, whatever its end is.
+TEST(CAsciiGridReader, Read_EmptyLinesWithCarriageReturnsDoNotCount)
+{
+    const CReading expected =
+        Points({TCall::Pnt(100, 230, 1), TCall::Pnt(100, 220, 2), TCall::Pnt(100, 210, 3)});
+    EXPECT_EQ(expected, ReadGrid(GridHeader(1, 3) + "\r\n1\r\n\r\n\r\n2\r\n\n3\r\n\r\n"));
+    const std::string sHeader = "\r\nncols 1\r\nnrows 3\r\n\r\nxllcorner 100\r\nyllcorner 200\r\n\n\r\n"
+                                "cellsize 10\r\nNODATA_value -9999\r\n";
+    EXPECT_EQ(expected, ReadGrid(sHeader + "\r\n1\r\n\r\n2\r\n3\r"));
+    EXPECT_EQ(c_refused, ReadGrid("\r\r\n" + sHeader + "1\r\n")); // a line of blanks is no key
+    // Where the end of a block falls between the two characters.
+    for (std::size_t n = 65500; n < 65560; ++n)
+    {
+        const std::string sText = GridHeader(1, 3) + "1" + std::string(n, ' ') + "\r\n\r\n\r\n2\r\n3\r\n";
+        ASSERT_EQ(expected, ReadGrid(sText)) << n;
+    }
 }
 
 TEST(CAsciiGridReader, Read_CarriageReturnsAreBlanks)

@@ -80,7 +80,7 @@ private:
         std::string sLine;
         while (std::getline(stream, sLine))
         {
-            if (sLine.empty())
+            if (sLine.empty() || sLine == "\r")
                 continue;
             Trim(sLine);
             const std::size_t nSpace = sLine.find(' ');
@@ -156,7 +156,7 @@ private:
         int nRow = 0;
         while (nRow < m_nRows && std::getline(stream, sLine))
         {
-            if (sLine.empty())
+            if (sLine.empty() || sLine == "\r")
                 continue;
             Trim(sLine);
             for (int nCol = 0; nCol < m_nCols && !sLine.empty(); ++nCol)

@@ -95,8 +95,9 @@ private:
 
     std::string LineEnd()
     {
-        return m_random.Pick<std::string>(
-            {"\n", "\n", "\n", "\r\n", "\n\n", m_random.Chance(5) ? " \n" : "\n"});
+        if (m_random.Chance(30))
+            return m_random.Chance(2) ? " \n" : "\n\r\r\n";
+        return m_random.Pick<std::string>({"\n", "\n", "\n", "\r\n", "\n\n", "\r\n\r\n"});
     }
 
     CRandom m_random;

@@ -38,13 +38,14 @@ int FailEach(CPntCld& cld, const std::function<bool(CPntCld&)>& operation,
     return 0;
 }
 
-std::string FileOf(int nNumPnts, bool bColor)
+/// @param bFalling  the runs of the leaves stand in the order opposite to the array's.
+std::string FileOf(int nNumPnts, bool bColor, bool bFalling = false)
 {
     using namespace NativeBytes;
     std::string sBytes = Start(bColor ? 1 : 0, 5) + Count(nNumPnts) + SomePnts(nNumPnts, bColor);
     sBytes += SomeTreeHeader() + Masks(0xff, 0);
     for (std::uint32_t i = 0; i < 8; ++i)
-        sBytes += Masks(1, 1) + Leaf(1, i);
+        sBytes += Masks(1, 1) + Leaf(1, bFalling ? 7 - i : i);
     return sBytes;
 }
 
@@ -52,7 +53,7 @@ TEST(CPntCld_Native_alloc, ReadFromFile)
 {
     for (const bool bColor : {false, true})
     {
-        const CMemFile file(FileOf(8, bColor));
+        const CMemFile file(FileOf(8, bColor, bColor)); // runs that fall take memory to be told apart
         const zor::String sPath = file.GetPath();
         CPntCld cld(nullptr);
         cld.ReadFromFile(nullptr, static_cast<enumPntCldFile>(9), sPath); // makes room for the path

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -35,6 +36,8 @@ public:
     bool m_bTree = false;
     std::vector<std::int32_t> m_anHeader;
     std::vector<int> m_vecFound; ///< points of the leaves, in the order of the walk
+    bool m_bLost = false;        ///< something of the octree was not there or was dropped
+    std::size_t m_nPos = 0;      ///< how far it has been read
 
 private:
     void ReadStore()
@@ -71,6 +74,7 @@ private:
     bool Has(std::size_t nNumBytes)
     {
         m_bEnded = m_bEnded || m_sBytes.size() - m_nPos < nNumBytes;
+        m_bLost = m_bLost || m_bEnded;
         return !m_bEnded;
     }
 
@@ -98,15 +102,19 @@ private:
             return;
         const std::int64_t nCount = Number<std::uint32_t>();
         const std::int64_t nFirst = Number<std::uint32_t>();
-        const std::int64_t nEnd = m_vecFound.empty() ? 0 : m_vecFound.back() + 1;
-        if (nCount == 0 || nFirst < nEnd || nFirst + nCount > m_nNumPnts)
-            return;
-        for (std::int64_t i = 0; i < nCount; ++i)
-            m_vecFound.push_back(static_cast<int>(nFirst + i));
+        bool bUsable = nFirst + nCount <= m_nNumPnts;
+        for (std::int64_t i = nFirst; bUsable && i < nFirst + nCount; ++i)
+            bUsable = m_setFound.count(i) == 0;
+        m_bLost = m_bLost || !bUsable;
+        for (std::int64_t i = nFirst; bUsable && i < nFirst + nCount; ++i)
+        {
+            m_setFound.insert(i);
+            m_vecFound.push_back(static_cast<int>(i));
+        }
     }
 
     std::string m_sBytes;
-    std::size_t m_nPos = 0;
+    std::set<std::int64_t> m_setFound; // what is in m_vecFound
     bool m_bEnded = false;
 };
 

@@ -2,13 +2,16 @@
 
 #include <tests/io/CMemFile.h>
 #include <tests/io/native/NativeBytes.h>
+#include <tests/support/CRandom.h>
 #include <tests/support/CTestCld.h>
 #include <tests/support/CTestStore.h>
 #include <tests/support/CheckProp.h>
 #include <tests/support/RandomCld.h>
 #include <tests/support/RealFiles.h>
 
+#include <array>
 #include <functional>
+#include <utility>
 
 namespace
 {
@@ -123,6 +126,84 @@ TYPED_TEST(ReadNative_prop, WriteToFile_BytesByTheBook)
                   CPntCld loaded(nullptr);
                   RC_ASSERT(loaded.ReadFromFile(nullptr, PntCldFile_Native, CMemFile(sBytes).GetPath()));
                   RC_ASSERT(Save(loaded) == sBytes);
+              });
+}
+
+/// Gives the runs of the leaves other places in the array, and moves the points with them.
+class CRunShuffle
+{
+public:
+    CRunShuffle(Ref::CTree& tree, std::vector<Ref::CPnt>& pnts, std::uint64_t nSeed)
+    {
+        ListLeaves(*tree.root);
+        CRandom random(nSeed);
+        for (std::size_t i = m_vecLeaves.size(); i > 1; --i)
+            std::swap(m_vecLeaves[i - 1],
+                      m_vecLeaves[static_cast<std::size_t>(random.Int(0, static_cast<int>(i) - 1))]);
+        std::vector<Ref::CPnt> moved;
+        for (Ref::CChild* const pLeaf : m_vecLeaves)
+        {
+            const auto it = pnts.begin() + static_cast<std::ptrdiff_t>(pLeaf->first);
+            pLeaf->first = static_cast<decltype(pLeaf->first)>(moved.size());
+            moved.insert(moved.end(), it, it + static_cast<std::ptrdiff_t>(pLeaf->count));
+        }
+        pnts = moved;
+    }
+
+private:
+    void ListLeaves(Ref::CNode& node)
+    {
+        for (const auto& pChild : node.child)
+        {
+            if (pChild == nullptr)
+                continue;
+            if (pChild->leaf)
+                m_vecLeaves.push_back(pChild.get());
+            else
+                ListLeaves(*pChild->node);
+        }
+    }
+
+    std::vector<Ref::CChild*> m_vecLeaves;
+};
+
+/// The places that a query of the tree delivers, whatever their indices.
+std::vector<std::array<double, 3>> Places(CPntCld& cld, double dLod)
+{
+    CRecListener rec;
+    cld.GetPnts_LodClip(&rec, dLod, {}, 8);
+    std::vector<std::array<double, 3>> vecPlaces;
+    for (const CCldCadPnt& pnt : rec.GetPnts())
+        vecPlaces.push_back({pnt.m_pnt.x, pnt.m_pnt.y, pnt.m_pnt.z});
+    return vecPlaces;
+}
+
+// Where the runs of the leaves lie in the array is the file's affair: queries of the tree deliver the same
+// points in the same order, the query of all points follows the array, and saved again it is the same file.
+TYPED_TEST(ReadNative_prop, RunsInAnyOrder_SameAnswersAndSameBytes)
+{
+    CheckProp(200,
+              [](const CCldRecipe& recipe)
+              {
+                  constexpr bool c_bColor = CPntTrait<TypeParam>::c_bColor;
+                  std::vector<Ref::CPnt> pnts = MakePnts(recipe);
+                  RC_PRE(!pnts.empty());
+                  Ref::CTree tree = Ref::BuildTree(pnts);
+                  CPntCld cld(nullptr);
+                  const std::string sBytes = NativeBytes::File(c_bColor, 0, {}, pnts, tree);
+                  RC_ASSERT(cld.ReadFromFile(nullptr, PntCldFile_Native, CMemFile(sBytes).GetPath()));
+
+                  const CRunShuffle shuffle(tree, pnts, pnts.size());
+                  const std::string sShuffled = NativeBytes::File(c_bColor, 0, {}, pnts, tree);
+                  CPntCld loaded(nullptr);
+                  RC_ASSERT(loaded.ReadFromFile(nullptr, PntCldFile_Native, CMemFile(sShuffled).GetPath()));
+                  for (const double dLod : {0.0, 0.01, 1.0, 100.0})
+                      RC_ASSERT(Places(cld, dLod) == Places(loaded, dLod));
+                  CRecListener rec;
+                  loaded.GetPnts(&rec, 8);
+                  RC_ASSERT(rec.GetNumPnts() == static_cast<int>(pnts.size()));
+                  RC_ASSERT(rec.GetIndices() == rec.GetSortedIndices());
+                  RC_ASSERT(Save(loaded) == sShuffled);
               });
 }
 

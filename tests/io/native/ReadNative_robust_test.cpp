@@ -144,9 +144,23 @@ TEST(ReadNative_robust, LeavesOutsideTheArray_AreDroppedAndTheOthersKept)
     EXPECT_EQ(TIndices({0, 1, 2, 3}), FoundIn(sMasks + Leaf(1, 0) + Leaf(3, 1) + Leaf(2, 4)));
 }
 
-TEST(ReadNative_robust, LeavesWithoutPoints_AreDropped)
+// Runs that do not overlap are used in whatever order they stand; queries of the tree follow the tree.
+TEST(ReadNative_robust, LeavesInAnyOrder_AreUsedAsTheyStand)
+{
+    EXPECT_EQ(TIndices({4, 1, 2, 3, 0}), FoundIn(Masks(7, 7) + Leaf(1, 4) + Leaf(3, 1) + Leaf(1, 0)));
+    EXPECT_EQ(TIndices({2, 3, 0, 1}), FoundIn(Masks(0x81, 0x81) + Leaf(2, 2) + Leaf(2, 0))); // 4 is in none
+    EXPECT_EQ(TIndices({3, 4, 1, 2, 0}),
+              FoundIn(Masks(0x83, 0x82) + Masks(3, 3) + Leaf(1, 3) + Leaf(1, 4) + Leaf(2, 1) + Leaf(1, 0)));
+    // Of those that overlap the first one counts here too.
+    EXPECT_EQ(TIndices({3, 4, 0, 1}),
+              FoundIn(Masks(15, 15) + Leaf(2, 3) + Leaf(2, 0) + Leaf(5, 0) + Leaf(2, 2)));
+}
+
+TEST(ReadNative_robust, LeavesWithoutPoints_FindNothing)
 {
     EXPECT_EQ(TIndices({0, 1, 2, 3, 4}), FoundIn(Masks(7, 7) + Leaf(1, 0) + Leaf(0, 1) + Leaf(4, 1)));
+    EXPECT_EQ(TIndices({0, 1, 2, 3, 4}), FoundIn(Masks(7, 7) + Leaf(0, 3) + Leaf(5, 0) + Leaf(0, 5)));
+    EXPECT_EQ(TIndices({0, 1, 2, 3, 4}), FoundIn(Masks(7, 7) + Leaf(0, 6) + Leaf(5, 0) + Leaf(0, ~0U)));
 }
 
 // A point belongs to one leaf: a tree whose leaves each name the whole array would make every query run for
@@ -155,7 +169,7 @@ TEST(ReadNative_robust, OverlappingLeaves_FirstOneCounts)
 {
     EXPECT_EQ(TIndices({0, 1, 2, 3, 4}), FoundIn(Masks(7, 7) + Leaf(5, 0) + Leaf(5, 0) + Leaf(5, 0)));
     EXPECT_EQ(TIndices({0, 1, 2, 4}), FoundIn(Masks(7, 7) + Leaf(3, 0) + Leaf(2, 2) + Leaf(1, 4)));
-    EXPECT_EQ(TIndices({3, 4}), FoundIn(Masks(7, 7) + Leaf(2, 3) + Leaf(1, 0) + Leaf(2, 1)));
+    EXPECT_EQ(TIndices({3, 4, 0}), FoundIn(Masks(7, 7) + Leaf(2, 3) + Leaf(1, 0) + Leaf(3, 1)));
 }
 
 TEST(ReadNative_robust, ManyLeavesOfTheWholeArray_QueriesStayLinear)
@@ -207,12 +221,14 @@ TEST(ReadNative_robust, LeafBitWithoutChildBit_MeansNothing)
     EXPECT_EQ(TIndices({0, 1, 2, 3, 4}), FoundIn(Masks(0x11, 0xff) + Leaf(2, 0) + Leaf(3, 2)));
 }
 
-TEST(ReadNative_robust, NodesWithoutPoints_AreDropped)
+TEST(ReadNative_robust, NodesWithoutPoints_FindNothing)
 {
     EXPECT_EQ(TIndices(), FoundIn(Masks(0, 0)));
     EXPECT_EQ(TIndices(), FoundIn(Masks(0, 0xff)));
     EXPECT_EQ(TIndices({0, 1, 2, 3, 4}), FoundIn(Masks(3, 2) + Masks(0, 0) + Leaf(5, 0)));
     EXPECT_EQ(TIndices({0, 1, 2, 3, 4}), FoundIn(Masks(3, 1) + Leaf(5, 0) + Masks(1, 0) + Masks(0, 0)));
+    // A node that loses all its leaves goes with them.
+    EXPECT_EQ(TIndices({0, 1, 2, 3, 4}), FoundIn(Masks(3, 2) + Masks(1, 1) + Leaf(2, 4) + Leaf(5, 0)));
 }
 
 TEST(ReadNative_robust, BytesBehindTheTree_AreNotLookedAt)
