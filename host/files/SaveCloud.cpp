@@ -38,17 +38,6 @@ int FindWriteError(const std::string& sPath)
     return nError;
 }
 
-/// Errors that show only when the bytes go to the disk.
-bool Sync(const std::string& sPath)
-{
-    const int nFile = open(sPath.c_str(), O_WRONLY | O_CLOEXEC);
-    if (nFile < 0)
-        return false;
-    const bool bSynced = fsync(nFile) == 0 || errno == EINVAL || errno == ENOTSUP;
-    close(nFile);
-    return bSynced;
-}
-
 [[noreturn]] void Fail(const std::string& sPath, int nError)
 {
     throw CFailure(sPath, std::string("could not be written: ") +
@@ -72,7 +61,7 @@ void SaveCloud(CPntCld& cloud, const std::string& sPath)
     const CNativeFacts facts = FindNativeFacts(reader);
     if (!facts.IsWhole() || facts.header.nNumPnts != cloud.GetNumPnts())
         Fail(sPath, FindWriteError(temp.GetPath()));
-    if (!Sync(temp.GetPath()) || !temp.Rename())
+    if (!temp.Place())
         Fail(sPath, errno);
 }
 

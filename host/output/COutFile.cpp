@@ -43,7 +43,7 @@ void COutFile::Commit()
         Fail();
     if (std::fclose(std::exchange(m_pFile, nullptr)) != 0)
         Fail();
-    if (m_pTemp != nullptr && !m_pTemp->Rename())
+    if (m_pTemp != nullptr && !m_pTemp->Place())
         Fail();
 }
 

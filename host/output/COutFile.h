@@ -11,9 +11,9 @@
 namespace zorcld
 {
 
-/// An output file that appears whole or not at all: written under a temporary name beside the target
-/// and renamed when every byte has arrived. What is not a regular file, a device or a pipe, is written
-/// directly.
+/// An output file that appears whole or not at all: written under a temporary name beside the target, and
+/// renamed when every byte has arrived on the disk. What is not a regular file, a device or a pipe, is
+/// written directly.
 class COutFile
 {
 public:

@@ -1,6 +1,7 @@
 #include <host/output/CTempFile.h>
 
 #include <host/output/CFailure.h>
+#include <host/output/RemoveAbandoned.h>
 
 #include <algorithm>
 #include <array>
@@ -11,6 +12,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -75,33 +78,49 @@ mode_t FindMode(const std::string& sTarget)
     return 0666U & ~nMask;
 }
 
+/// @return for mkstemp; of a name that would become too long a part.
+std::string MakeTempPath(const fs::path& target)
+{
+    const std::string sName = target.filename().string().substr(0, NAME_MAX - c_sTempSuffix.size());
+    return (target.parent_path() / (sName + std::string(c_sTempSuffix))).string();
+}
+
+/// Errors of the disk show here at the latest. What cannot be brought to a disk at all, a pipe or a file in
+/// memory, is in its place as it is.
+bool Sync(int nFile)
+{
+    return fsync(nFile) == 0 || errno == EINVAL || errno == ENOTSUP;
+}
+
 } // namespace
 
 CTempFile::CTempFile(const std::string& sTarget)
-    : m_sTarget(FollowLink(sTarget)), m_sTemp(m_sTarget + ".XXXXXX")
+    : m_sTarget(FollowLink(sTarget)), m_sTemp(MakeTempPath(m_sTarget))
 {
     std::error_code error;
     if (fs::is_directory(m_sTarget, error))
         throw CFailure(sTarget, "is a directory");
-    const int nFile = mkstemp(m_sTemp.data());
-    if (nFile < 0)
+    RemoveAbandoned(fs::path(m_sTarget).parent_path().string());
+    m_nFile = mkostemp(m_sTemp.data(), O_CLOEXEC);
+    if (m_nFile < 0)
         throw CFailure(sTarget, std::string("cannot be created: ") + std::strerror(errno));
     Watch(m_sTemp);
-    fchmod(nFile, FindMode(m_sTarget)); // mkstemp gives rights to the owner alone
-    close(nFile);
+    HoldTempFile(m_nFile);
+    fchmod(m_nFile, FindMode(m_sTarget)); // mkostemp gives rights to the owner alone
 }
 
 CTempFile::~CTempFile()
 {
+    close(m_nFile);
     if (m_sTemp.empty())
         return;
     static_cast<void>(std::remove(m_sTemp.c_str())); // if that fails, it is left behind
     Unwatch(m_sTemp);
 }
 
-bool CTempFile::Rename()
+bool CTempFile::Place()
 {
-    if (std::rename(m_sTemp.c_str(), m_sTarget.c_str()) != 0)
+    if (!Sync(m_nFile) || std::rename(m_sTemp.c_str(), m_sTarget.c_str()) != 0)
         return false;
     Unwatch(m_sTemp);
     m_sTemp.clear();
@@ -113,8 +132,17 @@ std::string FollowLink(const std::string& sPath)
     std::error_code error;
     if (!fs::is_symlink(sPath, error))
         return sPath;
-    const fs::path target = fs::weakly_canonical(sPath, error);
-    return error ? sPath : target.string();
+    const fs::path target = fs::canonical(sPath, error);
+    std::error_code ignored;
+    if (error && fs::exists(sPath, ignored)) // a pipe by way of /dev/stdout: it is there, and has no path
+        return sPath;
+    if (error == std::errc::no_such_file_or_directory)
+        throw CFailure(sPath, "is a symbolic link that leads nowhere");
+    if (error == std::errc::too_many_symbolic_link_levels)
+        throw CFailure(sPath, "is a symbolic link that leads in a circle");
+    if (error)
+        throw CFailure(sPath, "is a symbolic link that cannot be followed: " + error.message());
+    return target.string();
 }
 
 } // namespace zorcld

@@ -1,4 +1,9 @@
+// Random clouds: everywhere the result of following the rules point by point; that of the published filter
+// where its octree finds all points of a window. The octree compares windows with the borders of its voxels,
+// which some versions round to float inwards: then it misses points at a border. Where the borders are floats
+// there is nothing to round.
 #include <tests/analysis/ground/MorphCase.h>
+#include <tests/analysis/ground/RefMorph.h>
 #include <tests/support/CheckProp.h>
 
 #include <limits>
@@ -114,25 +119,56 @@ CMorphCase DrawCase(int nMaxPnts)
     return morphCase;
 }
 
+/// Coordinates and windows whose sums and halves are all floats.
+CMorphCase DrawLatticeCase(int nMaxPnts)
+{
+    CMorphCase morphCase;
+    const float fStep = *rc::gen::element(0.25F, 0.5F, 0.75F, 1.5F, 2.5F, 16.5F);
+    const float fOrg = *rc::gen::element(0.0F, -7.5F, 4000.0F);
+    const int nSide = *rc::gen::element(2, 8, 30, 100);
+    const int nNumPnts = *rc::gen::inRange(0, nMaxPnts);
+    for (int i = 0; i < nNumPnts; ++i)
+        morphCase.pCloud->push_back(
+            {fOrg + fStep * static_cast<float>(*rc::gen::inRange(0, nSide)),
+             fOrg + fStep * static_cast<float>(*rc::gen::inRange(0, nSide)),
+             *rc::gen::element(0.0F, 0.5F, 2.5F, 3.0F, 0.49999997F, 0.50000006F, -0.5F, *GenUnit() * 8.0F)});
+    DrawParams(morphCase);
+    morphCase.fCellSize = *rc::gen::element(0.5F, 1.0F, 3.0F);
+    morphCase.fBase = *rc::gen::element(2.0F, 3.0F, 10.0F);
+    DrawIndices(morphCase);
+    return morphCase;
+}
+
 } // namespace
 
-TEST(CProgressMorphFilter, ExtractSmall_AsPublished)
+TEST(CProgressMorphFilter, ExtractSmall_AsByScan)
 {
     CheckProp(10000,
               []
               {
                   const CMorphCase morphCase = DrawCase(24);
                   RC_LOG() << morphCase;
-                  RC_ASSERT(morphCase.Extract() == morphCase.ExtractPublished());
+                  RC_ASSERT(morphCase.Extract() == ExtractByScan(morphCase));
               });
 }
 
-TEST(CProgressMorphFilter, ExtractMiddling_AsPublished)
+TEST(CProgressMorphFilter, ExtractMiddling_AsByScan)
 {
     CheckProp(1500,
               []
               {
                   const CMorphCase morphCase = DrawCase(600);
+                  RC_LOG() << morphCase;
+                  RC_ASSERT(morphCase.Extract() == ExtractByScan(morphCase));
+              });
+}
+
+TEST(CProgressMorphFilter, ExtractOnALattice_AsPublished)
+{
+    CheckProp(1500,
+              []
+              {
+                  const CMorphCase morphCase = DrawLatticeCase(300);
                   RC_LOG() << morphCase;
                   RC_ASSERT(morphCase.Extract() == morphCase.ExtractPublished());
               });

@@ -1,0 +1,75 @@
+#include <host/output/RemoveAbandoned.h>
+
+#include <algorithm>
+#include <cctype>
+#include <ctime>
+#include <memory>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace zorcld
+{
+
+namespace
+{
+
+constexpr std::time_t c_nDay = 24 * 60 * 60;
+
+bool HasTempName(std::string_view sName)
+{
+    const std::size_t nFixed = c_sTempSuffix.find('X');
+    if (sName.size() <= c_sTempSuffix.size())
+        return false;
+    const std::string_view sEnd = sName.substr(sName.size() - c_sTempSuffix.size());
+    return sEnd.substr(0, nFixed) == c_sTempSuffix.substr(0, nFixed) &&
+           std::all_of(sEnd.begin() + static_cast<std::ptrdiff_t>(nFixed), sEnd.end(),
+                       [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0; });
+}
+
+bool IsOldAndOurs(const struct stat& status)
+{
+    return S_ISREG(status.st_mode) && status.st_uid == geteuid() &&
+           std::time(nullptr) - status.st_mtime > c_nDay;
+}
+
+/// Another run may take long over a file that it has written to before: it then holds it.
+bool IsHeld(int nFolder, const char* pName)
+{
+    const int nFile = openat(nFolder, pName, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (nFile < 0)
+        return true;
+    const bool bHeld = flock(nFile, LOCK_EX | LOCK_NB) != 0;
+    close(nFile);
+    return bHeld;
+}
+
+} // namespace
+
+void HoldTempFile(int nFile)
+{
+    // Where the file system knows no locks, its age alone protects the file.
+    static_cast<void>(flock(nFile, LOCK_EX | LOCK_NB));
+}
+
+void RemoveAbandoned(const std::string& sFolder)
+{
+    const std::unique_ptr<DIR, int (*)(DIR*)> pFolder(opendir(sFolder.empty() ? "." : sFolder.c_str()),
+                                                      closedir);
+    if (pFolder == nullptr)
+        return;
+    const int nFolder = dirfd(pFolder.get());
+    while (const dirent* const pEntry = readdir(pFolder.get()))
+    {
+        struct stat status = {};
+        if (HasTempName(pEntry->d_name) &&
+            fstatat(nFolder, pEntry->d_name, &status, AT_SYMLINK_NOFOLLOW) == 0 && IsOldAndOurs(status) &&
+            !IsHeld(nFolder, pEntry->d_name))
+            unlinkat(nFolder, pEntry->d_name, 0);
+    }
+}
+
+} // namespace zorcld
