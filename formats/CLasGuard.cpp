@@ -1,11 +1,9 @@
 #include <formats/CLasGuard.h>
 
-#include <formats/CLazGuard.h>
-
 #include <cerrno>
 #include <cstring>
 
-CLasGuard::CLasGuard(const char* pPath) : m_file(pPath)
+CLasGuard::CLasGuard(const char* pPath) : m_file(pPath), m_laz(m_file)
 {
     if (!m_file.IsOpen())
         m_sCause = std::string("cannot be opened: ") + std::strerror(errno);
@@ -27,16 +25,9 @@ bool CLasGuard::Check()
 bool CLasGuard::CheckRecords()
 {
     CLasRecords records = GetRecords();
-    CLasRecord record;
-    while (records.Next(record))
+    for (CLasRecord record; records.Next(record); ++m_nNumRecords)
         if (record.IsCompressor() && !CheckCompressor(record))
             return false;
-    if (!records.IsGood())
-    {
-        // A cut off record may still say that the points are compressed, whatever the mark says.
-        m_bBadRecordsOnly = !m_header.bCompressed && !m_bHasCompressor && !record.IsCompressor();
-        return Refuse("its header is damaged: one of its records does not end before the points");
-    }
     if (m_header.bCompressed && !m_bHasCompressor)
         return Refuse("it is marked as compressed, but does not say how");
     if (!m_header.bCompressed && m_bHasCompressor)
@@ -49,12 +40,22 @@ bool CLasGuard::CheckCompressor(const CLasRecord& record)
     if (m_bHasCompressor)
         return Refuse("it says twice how its points are compressed");
     m_bHasCompressor = true;
-    CLazGuard guard(m_file, m_header.nPosPnts, m_header.nPntSize);
-    if (!guard.Check(record.GetPos(), record.GetSize()))
-        return Refuse(guard.GetCause());
-    m_nPosFirst = guard.GetPosFirst();
-    m_nMaxNumPnts = guard.GetMaxNumPnts();
+    if (!m_laz.Check(record.GetPos(), record.GetSize(), m_header.nPosPnts, m_header.nPntSize))
+        return Refuse(m_laz.GetCause());
+    m_nPosFirst = m_laz.GetPosFirst();
+    m_nMaxNumPnts = m_laz.GetMaxNumPnts();
     return true;
+}
+
+std::vector<CFilePatch> CLasGuard::GetPatches() const
+{
+    std::vector<CFilePatch> vecPatches = m_laz.GetPatches();
+    if (m_nNumRecords < m_header.nNumRecords)
+        vecPatches.emplace_back(LasLayout::c_nNumRecords.nPos, m_nNumRecords);
+    if (m_header.CalcPntSize() != m_header.nPntSize)
+        vecPatches.emplace_back(LasLayout::c_nPntSize.nPos,
+                                static_cast<std::uint16_t>(m_header.CalcPntSize()));
+    return vecPatches;
 }
 
 std::array<double, 3> CLasGuard::ReadFirstPnt()

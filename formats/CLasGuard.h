@@ -1,8 +1,10 @@
 #ifndef FORMATS_CLASGUARD_H
 #define FORMATS_CLASGUARD_H
 
+#include <formats/CFilePatch.h>
 #include <formats/CLasHeader.h>
 #include <formats/CLasRecords.h>
+#include <formats/CLazGuard.h>
 #include <formats/CSizedFile.h>
 
 #include <array>
@@ -13,13 +15,16 @@
 /// Looks at a LAS or LAZ file before the reading library does, which takes positions, counts and sizes in
 /// the file as they stand. Call `Check`, then ask.
 ///
-/// It judges neither the points nor whether the header makes sense, only whether all that the file points at
-/// lies inside it. What it lets through is what the library takes.
+/// It judges neither the points nor whether the header makes sense, only whether what the file points at
+/// would lead the library outside its memory. What it lets through is what the library takes.
 class CLasGuard
 {
 public:
     /// @param pPath  not null.
     explicit CLasGuard(const char* pPath);
+
+    CLasGuard(const CLasGuard&) = delete;
+    CLasGuard& operator=(const CLasGuard&) = delete;
 
     /// @return false when the file cannot be opened, is not a LAS or LAZ file, or must not be handed to the
     ///         reading library.
@@ -28,19 +33,29 @@ public:
     /// Why `Check` has returned false: one line of English without path and full stop; empty: it has not.
     const std::string& GetCause() const noexcept { return m_sCause; }
 
-    /// @return whether nothing but a record that runs past the start of the points has made `Check` return
-    ///         false: the points of such a file, which is not compressed, can be read without the records.
-    bool HasBadRecordsOnly() const noexcept { return m_bBadRecordsOnly; }
-
     /// What the file says of itself, also of one that is not let through.
     const CLasHeader& GetHeader() const noexcept { return m_header; }
 
     /// The most points that the file can hold; the largest int64 where its size does not tell.
-    /// REQUIRES: Check has returned true, or HasBadRecordsOnly.
+    /// REQUIRES: Check has returned true.
     std::int64_t GetMaxNumPnts() const noexcept { return m_nMaxNumPnts; }
 
     /// The records before the points, from the first on. REQUIRES: Check has returned true.
     CLasRecords GetRecords() { return {m_file, m_header}; }
+
+    /// Of a compressed file: how its points are compressed. REQUIRES: Check has returned true.
+    const CLazGuard& GetLaz() const noexcept { return m_laz; }
+
+    /// @return what LASzip is to get in place of bytes of the file, so that it takes what does no harm
+    /// without
+    ///         a word and without allocating what the file does not hold. REQUIRES: Check has returned true.
+    std::vector<CFilePatch> GetPatches() const;
+
+    /// @return whether the reading library can do without these: it copes by itself.
+    bool IsSafeAsItStands() const noexcept
+    {
+        return m_nNumRecords >= m_header.nNumRecords && m_laz.HasTable();
+    }
 
     /// The file for LASzip, see CLazFile; null when it could not be opened. Not owned.
     std::FILE* GetStream() noexcept { return m_file.GetStream(); }
@@ -62,8 +77,9 @@ private:
     CSizedFile m_file;
     std::string m_sCause;
     CLasHeader m_header;
+    CLazGuard m_laz;
+    std::uint32_t m_nNumRecords = 0; // that are there, of those announced
     bool m_bHasCompressor = false;
-    bool m_bBadRecordsOnly = false;
     std::int64_t m_nPosFirst = 0; // of the points: a compressed file too begins with a whole one
     std::int64_t m_nMaxNumPnts = std::numeric_limits<std::int64_t>::max();
 };

@@ -15,12 +15,6 @@ std::string Text(std::int64_t n)
     return std::to_string(n);
 }
 
-int GetMinHeaderSize(int nMinor)
-{
-    const auto& anSize = LasLayout::c_anHeaderSize;
-    return anSize[std::min<std::size_t>(static_cast<std::size_t>(nMinor), anSize.size() - 1)];
-}
-
 } // namespace
 
 std::string CLasHeader::Read(CSizedFile& file)
@@ -36,8 +30,8 @@ std::string CLasHeader::Read(CSizedFile& file)
     TakeFacts(acBytes.data());
     if (nSize < LasLayout::c_nMinHeaderSize)
         return "it is cut off: it ends within the header, after " + Text(nFileSize) + " bytes";
-    if (nMinor >= LasLayout::c_nMinorOfLaterCounts &&
-        nHeaderSize >= GetMinHeaderSize(LasLayout::c_nMinorOfLaterCounts))
+    if (nMajor == LasLayout::c_nMajorKnown && nMinor >= LasLayout::c_nMinorOfLaterCounts &&
+        nHeaderSize >= CalcMinHeaderSize(LasLayout::c_nMinorOfLaterCounts))
         TakeLaterCounts(acBytes.data());
     const std::string sCause = FindWrongPlace();
     return sCause.empty() ? FindWrongLayout() : sCause;
@@ -73,6 +67,16 @@ void CLasHeader::TakeFacts(const unsigned char* pBytes)
     }
 }
 
+/// @return bytes of the header at least, of a minor version. Of another major version nothing is known: the
+/// reading library takes what every version has.
+int CLasHeader::CalcMinHeaderSize(int nMinorOfSize) const
+{
+    const auto& anSize = LasLayout::c_anHeaderSize;
+    if (nMajor != LasLayout::c_nMajorKnown)
+        return anSize.front();
+    return anSize[std::min<std::size_t>(static_cast<std::size_t>(nMinorOfSize), anSize.size() - 1)];
+}
+
 /// Takes counts beyond 32 bits and for 15 returns, from LAS 1.4 on.
 void CLasHeader::TakeLaterCounts(const unsigned char* pBytes)
 {
@@ -89,11 +93,11 @@ void CLasHeader::TakeLaterCounts(const unsigned char* pBytes)
 /// Of sizes and positions, the first that keeps the file from being read.
 std::string CLasHeader::FindWrongPlace() const
 {
-    const int nMinHeader = GetMinHeaderSize(nMinor);
+    const int nMinHeader = CalcMinHeaderSize(nMinor);
     if (nHeaderSize < nMinHeader)
         return "its header was never finished or is damaged: it says that it has " +
-               CountOf(nHeaderSize, "byte") + ", of version 1." + Text(nMinor) + " it has " +
-               Text(nMinHeader) + " at least";
+               CountOf(nHeaderSize, "byte") + ", of version " + Text(nMajor) + "." + Text(nMinor) +
+               " it has " + Text(nMinHeader) + " at least";
     if (nPosPnts > nFileSize)
         return "it is cut off or damaged: its points begin at byte " + Text(nPosPnts) + ", but it has " +
                Text(nFileSize) + " bytes";
@@ -102,27 +106,28 @@ std::string CLasHeader::FindWrongPlace() const
     return {};
 }
 
-/// Of the point format and the records, the first thing that keeps the file from being read.
+/// Of the point format, what keeps the file from being read.
 std::string CLasHeader::FindWrongLayout() const
 {
     const auto nFormatIndex = static_cast<std::size_t>(nFormat);
     if (nFormatIndex >= LasLayout::c_aFormats.size())
         return "its point format " + Text(nFormat) + " is unknown: 0 to 10 are known";
-    const int nMinSize = LasLayout::c_aFormats[nFormatIndex].nPntSize;
-    if (nPntSize < nMinSize)
-        return "its header is damaged: it gives a point " + CountOf(nPntSize, "byte") + ", of format " +
-               Text(nFormat) + " it has " + Text(nMinSize) + " at least";
-    if (nNumRecords > (nPosPnts - nHeaderSize) / LasLayout::c_nRecordHeadSize)
-        return "its header is damaged: it announces " + CountOf(nNumRecords, "record") +
-               ", more than there is room for before the points";
     return {};
+}
+
+int CLasHeader::CalcPntSize() const
+{
+    const auto nFormatIndex = static_cast<std::size_t>(nFormat);
+    const bool bKnown = !bCompressed && nFormatIndex < LasLayout::c_aFormats.size();
+    return bKnown ? std::max(nPntSize, LasLayout::c_aFormats[nFormatIndex].nPntSize) : nPntSize;
 }
 
 std::int64_t CLasHeader::CalcNumHeld() const
 {
-    if (bCompressed || nPntSize <= 0)
+    const int nSize = CalcPntSize();
+    if (bCompressed || nSize <= 0)
         return -1;
-    return std::max<std::int64_t>(nFileSize - nPosPnts, 0) / nPntSize;
+    return std::max<std::int64_t>(nFileSize - nPosPnts, 0) / nSize;
 }
 
 std::string CLasHeader::GetDate() const

@@ -25,10 +25,10 @@ struct CLasHeader
     int nYear = 0;         ///< of creation; 0: not given
     int nHeaderSize = 0;
     std::int64_t nPosPnts = 0;                ///< where the points begin
-    std::uint32_t nNumRecords = 0;            ///< of variable length, between header and points
+    std::uint32_t nNumRecords = 0;            ///< of variable length, between header and points, at most
     int nFormat = 0;                          ///< of the points, 0 to 10, without the marks of compression
     bool bCompressed = false;                 ///< LAZ
-    std::uint16_t nPntSize = 0;               ///< bytes of a point that is not compressed
+    std::uint16_t nPntSize = 0;               ///< bytes of a point, see CalcPntSize
     std::int64_t nNumLegacy = 0;              ///< the count of 32 bits
     std::int64_t nNumPnts = 0;                ///< the count that holds: that of 64 bits where the other is 0
     std::vector<std::int64_t> vecNumByReturn; ///< of 1st, 2nd returns and so on: 5, from LAS 1.4 on 15
@@ -47,6 +47,11 @@ struct CLasHeader
     bool HasColor() const { return LasLayout::HasColor(static_cast<unsigned>(nFormat)); }
     bool IsColorTaken() const { return LasLayout::IsColorTaken(static_cast<unsigned>(nFormat)); }
 
+    /// @return bytes of a point that is not compressed: where the header says fewer than its format has,
+    /// those
+    ///         of the format, with which the reading library goes on.
+    int CalcPntSize() const;
+
     /// @return points that the file has room for; -1 of a compressed file, whose size does not tell.
     std::int64_t CalcNumHeld() const;
 
@@ -56,6 +61,7 @@ struct CLasHeader
 private:
     void TakeFacts(const unsigned char* pBytes);
     void TakeLaterCounts(const unsigned char* pBytes);
+    int CalcMinHeaderSize(int nMinorOfSize) const;
     std::string FindWrongPlace() const;
     std::string FindWrongLayout() const;
 };

@@ -19,8 +19,9 @@ public:
 
     std::uint16_t GetId() const { return LasLayout::Get(m_acHead.data(), LasLayout::c_nRecordId); }
 
-    /// @return bytes of its data.
-    std::uint16_t GetSize() const { return LasLayout::Get(m_acHead.data(), LasLayout::c_nRecordSize); }
+    /// @return bytes of its data; of a record that says that it does not end before the points, those before
+    ///         them.
+    std::uint16_t GetSize() const { return m_nSize; }
 
     /// @return where its data begin in the file.
     std::int64_t GetPos() const { return m_nPos; }
@@ -38,6 +39,7 @@ private:
 
     std::array<unsigned char, LasLayout::c_nRecordHeadSize> m_acHead{};
     std::int64_t m_nPos = 0;
+    std::uint16_t m_nSize = 0;
 };
 
 /// The records of a LAS file one by one: they follow each other between the header and the points.
@@ -48,21 +50,17 @@ public:
     /// @param header  of the file, with nothing wrong in it.
     CLasRecords(CSizedFile& file, const CLasHeader& header);
 
-    /// Reads the head of the next record. A count above the records that there is room for does no harm: they
-    /// end at the points.
+    /// Reads the head of the next record. They end at the points, whatever their count and the size of the
+    /// last one.
     ///
     /// @return false when there is none.
     bool Next(CLasRecord& record);
-
-    /// @return false when the last one that `Next` came to is not whole before the points.
-    bool IsGood() const noexcept { return m_bGood; }
 
 private:
     CSizedFile& m_file;
     std::int64_t m_nPos; // of the next one
     std::int64_t m_nEnd; // where the points begin
     std::uint32_t m_nNumLeft;
-    bool m_bGood = true;
 };
 
 #endif

@@ -1,7 +1,7 @@
 #include <formats/CLasSource.h>
 
 #include <formats/CLasGuard.h>
-#include <formats/CLazFile.h>
+#include <formats/CLaszipReader.h>
 #include <formats/LasFindings.h>
 
 #include <laszip/laszip_api.h>
@@ -10,47 +10,6 @@
 
 namespace
 {
-
-/// LASzip with one file open, before its first point.
-class CLaszipReader
-{
-public:
-    /// @param guard  of the file, which it has let through, or has found fault with its records only: LASzip
-    /// trusts what it reads.
-    explicit CLaszipReader(CLasGuard& guard) : m_file(guard.GetStream(), guard.HasBadRecordsOnly())
-    {
-        laszip_BOOL bCompressed = 0;
-        m_bOpen = laszip_create(&m_pLaszip) == 0 &&
-                  laszip_open_reader_stream(m_pLaszip, m_file, &bCompressed) == 0 &&
-                  laszip_get_point_pointer(m_pLaszip, &m_pPnt) == 0;
-    }
-
-    ~CLaszipReader()
-    {
-        if (m_pLaszip == nullptr)
-            return;
-        laszip_close_reader(m_pLaszip);
-        laszip_destroy(m_pLaszip);
-    }
-
-    CLaszipReader(const CLaszipReader&) = delete;
-    CLaszipReader& operator=(const CLaszipReader&) = delete;
-
-    bool IsOpen() const { return m_bOpen; }
-
-    /// @return the next point, until the next call; null where the points end or cannot be decoded.
-    const laszip_point_struct* Read()
-    {
-        m_file.StartHere();
-        return laszip_read_point(m_pLaszip) == 0 ? m_pPnt : nullptr;
-    }
-
-private:
-    CLazFile m_file;
-    laszip_POINTER m_pLaszip = nullptr;
-    laszip_point_struct* m_pPnt = nullptr;
-    bool m_bOpen = false;
-};
 
 /// The points of a LAS or LAZ file as LASzip reads them, with the colours of every format that has them.
 class CLasSource final : public IPntSource
@@ -64,7 +23,7 @@ public:
 
     std::string ForEach(const TOnPnt& onPnt) override
     {
-        CLaszipReader reader(m_guard);
+        CLaszipReader reader(m_guard, CLaszipReader::Parts_All);
         if (!reader.IsOpen())
             return "its LAS data are damaged or cut off";
         const std::int64_t nNumPnts = std::min(m_header.nNumPnts, m_guard.GetMaxNumPnts());
@@ -106,7 +65,7 @@ private:
 
 CMadeSource MakeLasSource(CLasGuard& guard)
 {
-    if (!guard.GetCause().empty() && !guard.HasBadRecordsOnly())
+    if (!guard.GetCause().empty())
         return {nullptr, guard.GetCause()};
     return {std::make_unique<CLasSource>(guard), {}};
 }

@@ -1,8 +1,7 @@
 #include <formats/CLazFile.h>
 
-#include <formats/LasLayout.h>
-
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 namespace
@@ -18,8 +17,8 @@ constexpr std::uintptr_t c_nMaxDepth = std::uintptr_t{1} << 16U;
 
 } // namespace
 
-CLazBuf::CLazBuf(std::FILE* pFile, bool bHideRecords)
-    : m_pFile(pFile), m_bHideRecords(bHideRecords), m_nStart(GetStackPos()), m_vecBlock(c_nBlockSize),
+CLazBuf::CLazBuf(std::FILE* pFile, std::vector<CFilePatch> vecPatches)
+    : m_pFile(pFile), m_vecPatches(std::move(vecPatches)), m_nStart(GetStackPos()), m_vecBlock(c_nBlockSize),
       m_pEnd(m_vecBlock.data())
 {
     setg(m_pEnd, m_pEnd, m_pEnd);
@@ -44,24 +43,48 @@ bool CLazBuf::ReadBlock()
     const std::size_t nNum = m_pFile != nullptr ? std::fread(pStart, 1, m_vecBlock.size(), m_pFile) : 0;
     m_pEnd = pStart + nNum;
     setg(pStart, pStart, pStart);
-    if (m_bHideRecords)
-        HideRecords();
+    PatchBlock();
     return nNum > 0;
 }
 
-/// Puts zeros over what the block holds of the header's count of records.
-void CLazBuf::HideRecords()
+/// Puts the patches over what the block holds of their places.
+void CLazBuf::PatchBlock()
 {
-    constexpr std::int64_t c_nFrom = LasLayout::c_nNumRecords.nPos;
-    constexpr std::int64_t c_nTo = c_nFrom + static_cast<std::int64_t>(sizeof(std::uint32_t));
     const std::int64_t nNum = m_pEnd - m_vecBlock.data();
-    for (std::int64_t n = std::max(c_nFrom - m_nPosBlock, std::int64_t{0});
-         n < std::min(c_nTo - m_nPosBlock, nNum); ++n)
-        m_vecBlock[static_cast<std::size_t>(n)] = '\0';
+    for (const CFilePatch& patch : m_vecPatches)
+        for (std::size_t i = 0; i < patch.nSize; ++i)
+        {
+            const std::int64_t n = patch.nPos + static_cast<std::int64_t>(i) - m_nPosBlock;
+            if (n >= 0 && n < nNum)
+                m_vecBlock[static_cast<std::size_t>(n)] = static_cast<char>(patch.acBytes[i]);
+        }
+}
+
+/// Lets the block begin at `nPos`.
+bool CLazBuf::TakeBlockAt(std::int64_t nPos)
+{
+    if (m_pFile == nullptr || fseeko(m_pFile, static_cast<off_t>(nPos), SEEK_SET) != 0)
+        return false;
+    m_nPosBlock = nPos;
+    m_pEnd = m_vecBlock.data();
+    return ReadBlock();
+}
+
+/// @return whether the bytes that come next are no code. They are looked at in one block.
+bool CLazBuf::IsAtBadCode()
+{
+    const std::array<unsigned char, 4> acBad = {255, 255, 255, 255};
+    const auto nSize = static_cast<std::ptrdiff_t>(acBad.size());
+    if (m_pEnd - gptr() < nSize && !TakeBlockAt(m_nPosBlock + (gptr() - m_vecBlock.data())))
+        return false;
+    return m_pEnd - gptr() >= nSize && std::memcmp(gptr(), acBad.data(), acBad.size()) == 0;
 }
 
 CLazBuf::int_type CLazBuf::underflow()
 {
+    if (!m_bByByte && IsAtBadCode())
+        return traits_type::eof();
+    m_bByByte = true;
     if (IsTooDeep() || (egptr() == m_pEnd && !ReadBlock()))
         return traits_type::eof();
     char* const pNext = egptr();
@@ -71,6 +94,7 @@ CLazBuf::int_type CLazBuf::underflow()
 
 std::streamsize CLazBuf::xsgetn(char* pBytes, std::streamsize nNum)
 {
+    m_bByByte = false;
     std::streamsize nDone = 0;
     while (nDone < nNum && (gptr() != m_pEnd || ReadBlock()))
     {
@@ -96,6 +120,7 @@ CLazBuf::pos_type CLazBuf::seekoff(off_type nOffset, std::ios_base::seekdir eFro
 CLazBuf::pos_type CLazBuf::seekpos(pos_type nPos, std::ios_base::openmode /*eWhich*/)
 {
     const std::int64_t nTo = nPos;
+    m_bByByte = false;
     char* const pStart = m_vecBlock.data();
     if (nTo < 0 || nTo > m_nSize)
         return pos_type(off_type(-1));

@@ -1,6 +1,7 @@
 #ifndef FORMATS_CLAZFILE_H
 #define FORMATS_CLAZFILE_H
 
+#include <formats/CFilePatch.h>
 #include <formats/CFilePtr.h>
 
 #include <cstddef>
@@ -10,7 +11,9 @@
 #include <streambuf>
 #include <vector>
 
-/// The bytes of a LAZ file for LASzip. They end where its calls have gone too deep.
+/// The bytes of a LAZ file for LASzip. They end where its calls have gone too deep, and where a code begins
+/// with which it would leave its memory (CLazCode::BeginsAt): LASzip takes a code byte by byte, and
+/// everything else in one piece.
 ///
 /// Where the time of a point belongs to another sequence of times than that of the point before, LASzip calls
 /// itself for what follows. Damaged data say so any number of times in a row, more than three hundred times
@@ -19,8 +22,8 @@ class CLazBuf final : public std::streambuf
 {
 public:
     /// @param pFile  null: no bytes. Not owned; nobody else moves its position while this object is used.
-    /// @param bHideRecords  the count of records in the header reads as 0, so that LASzip looks at none.
-    explicit CLazBuf(std::FILE* pFile, bool bHideRecords = false);
+    /// @param vecPatches  what LASzip gets in place of bytes of the file.
+    explicit CLazBuf(std::FILE* pFile, std::vector<CFilePatch> vecPatches = {});
 
     /// Depth counts from the caller on. Before the first call it counts from the constructor.
     void StartHere() noexcept { m_nStart = GetStackPos(); }
@@ -39,10 +42,12 @@ private:
 
     bool IsTooDeep() const noexcept;
     bool ReadBlock();
-    void HideRecords();
+    void PatchBlock();
+    bool TakeBlockAt(std::int64_t nPos);
+    bool IsAtBadCode();
 
     std::FILE* m_pFile;
-    bool m_bHideRecords;
+    std::vector<CFilePatch> m_vecPatches;
     std::int64_t m_nSize = 0;
     std::uintptr_t m_nStart;
     // The block holds the bytes of the file from m_nPosBlock to m_pEnd; those that have been given out but
@@ -50,6 +55,7 @@ private:
     std::vector<char> m_vecBlock;
     std::int64_t m_nPosBlock = 0;
     char* m_pEnd;
+    bool m_bByByte = false; // the last bytes were given out one by one
 };
 
 /// A LAZ file as the stream that LASzip takes.
@@ -63,10 +69,10 @@ public:
         rdbuf(&m_buf);
     }
 
-    /// @param pFile         as of CLazBuf.
-    /// @param bHideRecords  likewise.
-    explicit CLazFile(std::FILE* pFile, bool bHideRecords = false)
-        : std::istream(nullptr), m_buf(pFile, bHideRecords)
+    /// @param pFile       as of CLazBuf.
+    /// @param vecPatches  likewise.
+    explicit CLazFile(std::FILE* pFile, std::vector<CFilePatch> vecPatches = {})
+        : std::istream(nullptr), m_buf(pFile, std::move(vecPatches))
     {
         rdbuf(&m_buf);
     }

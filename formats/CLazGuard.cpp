@@ -14,7 +14,6 @@ constexpr std::uint32_t c_nVariableChunks = std::numeric_limits<std::uint32_t>::
 /// Bytes of the table of chunks before its entries.
 constexpr std::int64_t c_nTableHeadSize = 8;
 
-constexpr const char* c_sBadTable = "it is damaged: the table of its compressed points does not fit them";
 constexpr const char* c_sBadPnts = "its compressed points are damaged";
 
 /// The library takes sizes of chunks for signed.
@@ -50,8 +49,10 @@ std::uint32_t CountLayers(const CLazItem& item)
 
 } // namespace
 
-bool CLazGuard::Check(std::int64_t nPos, std::uint16_t nSize)
+bool CLazGuard::Check(std::int64_t nPos, std::uint16_t nSize, std::int64_t nPosPnts, std::uint16_t nPntSize)
 {
+    m_nPosPnts = nPosPnts;
+    m_nPntSize = nPntSize;
     if (!CheckCompressor(nPos, nSize))
         return false;
     if (m_nCompressor < LasLayout::c_nChunked)
@@ -59,10 +60,28 @@ bool CLazGuard::Check(std::int64_t nPos, std::uint16_t nSize)
         // Behind so many the library takes another chunk to begin.
         m_nMaxNumPnts = std::numeric_limits<std::uint32_t>::max();
         m_nPosFirst = m_nPosPnts;
+        m_nChunkSize = 0;
         return CLazCode::BeginsAt(m_file, m_nPosPnts + m_nPntSize) || Refuse(c_sBadPnts);
     }
     m_nPosFirst = m_nPosPnts + LasLayout::c_nTablePosSize;
-    return FindTable() && CheckTable() && CheckChunks();
+    m_bVariable = m_nChunkSize == c_nVariableChunks;
+    m_bHasTable = FindTable() && ReadTable();
+    if (m_bHasTable)
+        return CheckChunks();
+    if (m_bVariable)
+        return Refuse(
+            "it is cut off, damaged or was never finished: the table of its compressed points, without "
+            "which they cannot be read, is not there");
+    TakeChunksWithoutTable();
+    return true;
+}
+
+std::vector<CFilePatch> CLazGuard::GetPatches() const
+{
+    // The position that a table gets while the file is still being written.
+    if (m_nCompressor >= LasLayout::c_nChunked && !m_bVariable)
+        return {CFilePatch(m_nPosPnts, m_nPosPnts)};
+    return {};
 }
 
 /// Checks what the record says; of what lies elsewhere nothing yet.
@@ -79,6 +98,8 @@ bool CLazGuard::CheckCompressor(std::int64_t nPos, std::uint16_t nSize)
     if (m_nCompressor < c_nOneStream || m_nCompressor > c_nLayered)
         return Refuse("it is compressed in an unknown way (" + std::to_string(m_nCompressor) + ")");
     const std::uint16_t nNumItems = Get(acBytes.data(), c_nNumItems);
+    if (m_nCompressor >= c_nChunked && m_nChunkSize == 0)
+        return Refuse(c_sBadRecord);
     if (Get(acBytes.data(), c_nCoder) != 0 || nNumItems == 0 ||
         nSize != c_nCompressorSize + sizeof(CLazItem) * nNumItems)
         return Refuse(c_sBadRecord);
@@ -101,69 +122,99 @@ bool CLazGuard::CheckItems(std::int64_t nPos, std::uint16_t nNumItems)
             nNumLayers += CountLayers(item);
     }
     m_vecNumbers.resize(1 + nNumLayers);
+    if (m_nPntSize == 0)
+        m_nPntSize = static_cast<std::uint16_t>(nSumSizes);
     return nSumSizes == m_nPntSize;
 }
 
+/// @return whether the position of the table lies in the file.
 bool CLazGuard::FindTable()
 {
-    constexpr const char* c_sNoTable =
-        "it is cut off or was never finished: the table of its compressed points is not in the file";
     constexpr std::int64_t c_nSize = LasLayout::c_nTablePosSize;
     if (!m_file.ReadAt(m_nPosPnts, m_nPosTable))
-        return Refuse(c_sNoTable);
+        return false;
     // Written to where nothing can be filled in afterwards: the position stands at the end of the file.
     if (m_nPosTable == -1 && !m_file.ReadAt(m_file.GetSize() - c_nSize, m_nPosTable))
-        return Refuse(c_sNoTable);
-    const bool bInFile =
-        m_nPosTable >= m_nPosPnts + c_nSize && m_nPosTable <= m_file.GetSize() - c_nTableHeadSize;
-    return bInFile || Refuse(c_sNoTable);
+        return false;
+    return m_nPosTable >= m_nPosPnts + c_nSize && m_nPosTable <= m_file.GetSize() - c_nTableHeadSize;
 }
 
-/// Checks what stands before the entries of the table: its version and the number of chunks.
-bool CLazGuard::CheckTable()
+/// @return whether what stands at the position of the table is one: its version, and chunks that have room
+/// before it.
+bool CLazGuard::ReadTable()
 {
-    std::array<std::uint32_t, 2> anHead{};
-    if (m_nChunkSize == 0 || !m_file.ReadAt(m_nPosTable, anHead) || anHead[0] != 0)
-        return Refuse(c_sBadTable);
-    m_nNumChunks = anHead[1];
-    m_bVariable = m_nChunkSize == c_nVariableChunks;
-    if (!m_bVariable)
-        m_nMaxNumPnts = static_cast<std::int64_t>(std::min<std::uint64_t>(
-            std::uint64_t{m_nNumChunks} * m_nChunkSize, std::numeric_limits<std::int64_t>::max()));
-    return true;
-}
-
-/// The chunks follow each other up to the table, as the table says, and each begins with a point that is not
-/// compressed. The library looks for a chunk where it has come to, and compares that with the table as far as
-/// it understands it.
-bool CLazGuard::CheckChunks()
-{
+    std::array<std::uint32_t, 2> anHead{}; // version, number of chunks
+    if (!m_file.ReadAt(m_nPosTable, anHead) || anHead[0] != 0)
+        return false;
     CLazTable table(m_file, m_nPosTable + c_nTableHeadSize, m_bVariable);
     std::int64_t nPos = m_nPosFirst;
-    std::int64_t nSumPnts = 0;
-    for (std::uint32_t i = 0; i < m_nNumChunks; ++i)
+    for (std::uint32_t i = 0; i < anHead[1]; ++i)
     {
         CLazChunk chunk{};
         if (!table.ReadEntry(chunk) || chunk.nNumBytes < m_nPntSize ||
             chunk.nNumBytes > std::min(m_nPosTable - nPos, c_nMaxChunkSize))
-            return Refuse(c_sBadTable);
-        if (m_bLayered ? !CheckLayers(nPos, chunk) : !CLazCode::BeginsAt(m_file, nPos + m_nPntSize))
-            return Refuse(c_sBadPnts);
-        nSumPnts += chunk.nNumPnts;
+            return false;
+        m_vecChunks.push_back(chunk);
         nPos += chunk.nNumBytes;
     }
+    return true;
+}
+
+/// The chunks follow each other as the table says, and each begins with a point that is not compressed. The
+/// library looks for a chunk where it has come to.
+bool CLazGuard::CheckChunks()
+{
+    std::int64_t nSumPnts = 0;
+    m_vecStarts = {m_nPosFirst};
+    for (const CLazChunk& chunk : m_vecChunks)
+    {
+        std::int64_t nPos = m_vecStarts.back();
+        m_vecStarts.push_back(nPos + chunk.nNumBytes);
+        if (m_bLayered ? !ReadLayers(nPos) || nPos != m_vecStarts.back()
+                       : !CLazCode::BeginsAt(m_file, nPos + m_nPntSize))
+            return Refuse(c_sBadPnts);
+        const std::uint32_t nNumPnts = m_bLayered ? m_vecNumbers.front() : chunk.nNumPnts;
+        if (m_bVariable && nNumPnts != chunk.nNumPnts)
+            return Refuse(c_sBadPnts);
+        nSumPnts += nNumPnts;
+    }
+    if (!m_bVariable)
+        m_nMaxNumPnts = static_cast<std::int64_t>(std::min<std::uint64_t>(
+            std::uint64_t{m_vecChunks.size()} * m_nChunkSize, std::numeric_limits<std::int64_t>::max()));
     if (m_bVariable || m_bLayered)
         m_nMaxNumPnts = std::min(m_nMaxNumPnts, nSumPnts);
     return true;
 }
 
-/// A chunk in layers: a point as it is, the number of points, the size of each layer, the layers. The library
-/// allocates what these sizes say.
-///
-/// @param chunk  where the table does not have its number of points, it gets it.
-bool CLazGuard::CheckLayers(std::int64_t nPos, CLazChunk& chunk)
+/// Takes the chunks in layers as far as they are in order: only the last one has fewer points than the
+/// others.
+void CLazGuard::TakeChunksWithoutTable()
 {
-    const std::int64_t nEnd = nPos + chunk.nNumBytes;
+    if (!m_bLayered)
+    {
+        if (m_nPosFirst > m_file.GetSize())
+            m_nMaxNumPnts = 0;
+        return;
+    }
+    m_nMaxNumPnts = 0;
+    std::int64_t nPos = m_nPosFirst;
+    for (bool bLast = false; !bLast && ReadLayers(nPos);)
+    {
+        const std::uint32_t nNumPnts = m_vecNumbers.front();
+        if (nNumPnts > m_nChunkSize)
+            return;
+        bLast = nNumPnts < m_nChunkSize;
+        m_nMaxNumPnts += nNumPnts;
+    }
+}
+
+/// Reads the numbers of a chunk in layers: a point as it is, the number of points, the size of each layer,
+/// the layers. The library allocates what these sizes say.
+///
+/// @param nPos  where the chunk begins; then, where it ends.
+/// @return whether it lies in the file, and its codes are codes.
+bool CLazGuard::ReadLayers(std::int64_t& nPos)
+{
     nPos += m_nPntSize;
     if (!m_file.ReadAt(nPos, m_vecNumbers.data(), m_vecNumbers.size()))
         return false;
@@ -171,7 +222,5 @@ bool CLazGuard::CheckLayers(std::int64_t nPos, CLazChunk& chunk)
     for (auto itSize = m_vecNumbers.begin() + 1; itSize != m_vecNumbers.end(); nPos += *itSize++)
         if (*itSize > 0 && !CLazCode::BeginsAt(m_file, nPos))
             return false;
-    if (!m_bVariable)
-        chunk.nNumPnts = m_vecNumbers.front();
-    return nPos == nEnd && chunk.nNumPnts == m_vecNumbers.front();
+    return nPos <= m_file.GetSize();
 }

@@ -72,6 +72,9 @@ constexpr std::array<std::uint16_t, 5> c_anHeaderSize = {227, 227, 227, 235, 375
 constexpr std::size_t c_nMinHeaderSize = c_anHeaderSize.front();
 constexpr std::size_t c_nMaxHeaderSize = c_anHeaderSize.back(); ///< behind it nothing is known
 
+/// The major version of all that is known here.
+constexpr int c_nMajorKnown = 1;
+
 /// The first minor version that has the later counts.
 constexpr int c_nMinorOfLaterCounts = 4;
 
@@ -103,6 +106,7 @@ constexpr CLasTextField c_sRecordDescription{22, 32};
 
 /// Whose record says how the points are compressed.
 constexpr char c_acCompressor[] = "laszip encoded";
+constexpr std::uint16_t c_nCompressorId = 22204;
 
 /// The data of that record: so many bytes, then the items, each a type, a size and a version.
 constexpr std::size_t c_nCompressorSize = 34;

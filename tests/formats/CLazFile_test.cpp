@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <cstdio>
 #include <fstream>
 #include <string>
 
@@ -129,6 +130,59 @@ TEST(CLazFile, DepthCountsFromTheStart)
         return n;
     };
     EXPECT_EQ(sBytes.size(), readAll(10, readAll));
+}
+
+// Also where a patch lies across two blocks, and over the end of the file.
+TEST(CLazFile, Patches_TakeThePlaceOfBytes)
+{
+    std::string sBytes = ManyBytes();
+    const CMemFile memFile(sBytes);
+    const CFilePtr pFile(std::fopen(memFile.GetPath(), "rb"));
+    const auto nEnd = static_cast<std::int64_t>(sBytes.size());
+    CLazFile tested(pFile.get(),
+                    {CFilePatch(100, std::uint32_t{0x04030201}), CFilePatch((1 << 18) - 3, std::int64_t{-2}),
+                     CFilePatch(nEnd - 1, std::uint16_t{0x0807})});
+    sBytes.replace(100, 4, "\1\2\3\4");
+    sBytes.replace((1 << 18) - 3, 8, "\xfe\xff\xff\xff\xff\xff\xff\xff");
+    sBytes.back() = '\7';
+    for (int i = 0; i < 2; ++i)
+    {
+        std::string sRead(sBytes.size(), ' ');
+        tested.seekg(0);
+        tested.read(sRead.data(), nEnd);
+        EXPECT_TRUE(sBytes == sRead);
+    }
+    EXPECT_EQ(std::char_traits<char>::eof(), tested.get());
+}
+
+// A code is taken byte by byte: of the bytes with which none begins nothing comes. Wherever they stand, also
+// across two blocks, and however many bytes were read before.
+TEST(CLazFile, EndsWhereACodeWouldBeNone)
+{
+    for (const std::size_t nPos :
+         {std::size_t{0}, std::size_t{1}, std::size_t{100}, (std::size_t{1} << 18U) - 2})
+        for (const unsigned nLast : {255U, 254U})
+        {
+            std::string sBytes(300000, 'x');
+            sBytes.replace(nPos, 3, "\xff\xff\xff");
+            sBytes[nPos + 3] = static_cast<char>(nLast);
+            const CMemFile file(sBytes);
+            CLazFile tested(file.GetPath());
+            std::string sRead(nPos, ' ');
+            tested.read(sRead.data(), static_cast<std::streamsize>(nPos));
+            EXPECT_EQ(nLast == 255 ? std::char_traits<char>::eof() : 255, tested.get()) << nPos;
+        }
+    const CMemFile file("a\xff\xff\xff\xff");
+    CLazFile inside(file.GetPath()); // within a code they may come
+    for (const int n : {static_cast<int>('a'), 255, 255, 255, 255})
+        EXPECT_EQ(n, inside.get());
+    CLazFile apiece(file.GetPath());
+    std::string sRead(5, ' ');
+    EXPECT_TRUE(apiece.read(sRead.data(), 5).good());
+    CLazFile atEnd(file.GetPath());
+    atEnd.read(sRead.data(), 2);
+    for (const int n : {255, 255, 255, std::char_traits<char>::eof()})
+        EXPECT_EQ(n, atEnd.get());
 }
 
 } // namespace

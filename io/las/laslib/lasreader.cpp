@@ -1,11 +1,9 @@
 #include <lasreader.hpp>
 
-#include <formats/CLazFile.h>
-#include <formats/LasLayout.h>
+#include <formats/CLasGuard.h>
+#include <formats/CLaszipReader.h>
 
 #include <laszip/laszip_api.h>
-
-#include <memory>
 
 namespace
 {
@@ -23,52 +21,41 @@ LASreader::~LASreader()
 
 bool LASreader::Open(const CHAR* file_name)
 {
-    laszip_BOOL bCompressed = 0;
-    laszip_header_struct* pHeader = nullptr;
-    laszip_point_struct* pPoint = nullptr;
-    m_pLazFile = std::make_unique<CLazFile>(file_name);
-    if (laszip_create(&m_pLaszip) != 0 ||
-        laszip_open_reader_stream(m_pLaszip, *m_pLazFile, &bCompressed) != 0 ||
-        laszip_get_header_pointer(m_pLaszip, &pHeader) != 0 ||
-        laszip_get_point_pointer(m_pLaszip, &pPoint) != 0)
+    m_pGuard = std::make_unique<CLasGuard>(file_name);
+    if (!m_pGuard->Check())
         return false;
-
-    header.point_data_format = pHeader->point_data_format;
-    header.x_scale_factor = pHeader->x_scale_factor;
-    header.y_scale_factor = pHeader->y_scale_factor;
-    header.z_scale_factor = pHeader->z_scale_factor;
-    header.x_offset = pHeader->x_offset;
-    header.y_offset = pHeader->y_offset;
-    header.z_offset = pHeader->z_offset;
-    // The count of 32 bits holds unless it is 0: a file of many points or of a later format has it elsewhere.
-    npoints = pHeader->number_of_point_records != 0
-                  ? static_cast<I64>(pHeader->number_of_point_records)
-                  : static_cast<I64>(pHeader->extended_number_of_point_records);
+    const CLasHeader& lasHeader = m_pGuard->GetHeader();
+    header.point_data_format = static_cast<U8>(lasHeader.nFormat);
+    header.x_scale_factor = lasHeader.adScale[0];
+    header.y_scale_factor = lasHeader.adScale[1];
+    header.z_scale_factor = lasHeader.adScale[2];
+    header.x_offset = lasHeader.adOffset[0];
+    header.y_offset = lasHeader.adOffset[1];
+    header.z_offset = lasHeader.adOffset[2];
+    npoints = lasHeader.nNumPnts;
     point.quantizer = &header;
-    if (bCompressed != 0)
-    {
-        m_pNext = m_pEnd = reinterpret_cast<const unsigned char*>(pPoint); // it begins with the coordinates
-        m_nPosRgb = offsetof(laszip_point_struct, rgb);
-        return true;
-    }
-    if (header.point_data_format >= LasLayout::c_aFormats.size())
-        return false;
-    m_nPntSize = pHeader->point_data_record_length;
-    m_nPosRgb = LasLayout::c_aFormats[header.point_data_format].nPosColor;
-    const I64 nPosPnts = pHeader->offset_to_point_data;
-    close();
-    return OpenBlocks(file_name, nPosPnts);
+    return lasHeader.bCompressed ? OpenLaz() : OpenBlocks();
 }
 
-/// Opens the file at its first point, which is not compressed.
-bool LASreader::OpenBlocks(const CHAR* file_name, I64 nPosPnts)
+/// LASzip's point has one place. Of formats 6 to 10 the library's reader takes the coordinates only.
+bool LASreader::OpenLaz()
 {
-    m_pFile = std::fopen(file_name, "rb");
-    if (m_pFile == nullptr || m_nPntSize == 0)
-        return false;
-    static_cast<void>(std::setvbuf(m_pFile, nullptr, _IONBF, 0)); // the block is the buffer
+    m_nPosRgb = offsetof(laszip_point_struct, rgb);
+    const auto eParts = LasLayout::IsColorTaken(header.point_data_format) ? CLaszipReader::Parts_All
+                                                                          : CLaszipReader::Parts_Coords;
+    m_pLaszip = std::make_unique<CLaszipReader>(*m_pGuard, eParts);
+    return m_pLaszip->IsOpen();
+}
+
+/// Goes to the first point of a file that is not compressed.
+bool LASreader::OpenBlocks()
+{
+    const CLasHeader& lasHeader = m_pGuard->GetHeader();
+    m_nPntSize = static_cast<std::size_t>(lasHeader.CalcPntSize());
+    m_nPosRgb = LasLayout::c_aFormats[header.point_data_format].nPosColor;
     m_vecBlock.resize(c_nBlockSize / m_nPntSize * m_nPntSize);
-    return fseeko(m_pFile, static_cast<off_t>(nPosPnts), SEEK_SET) == 0;
+    m_pFile = m_pGuard->GetStream();
+    return fseeko(m_pFile, static_cast<off_t>(lasHeader.nPosPnts), SEEK_SET) == 0;
 }
 
 /// Reads LASzip's next point, or the next block of whole points.
@@ -76,8 +63,9 @@ bool LASreader::ReadMore()
 {
     if (m_pLaszip != nullptr)
     {
-        m_pLazFile->StartHere();
-        return laszip_read_point(m_pLaszip) == 0;
+        // It begins with the coordinates.
+        m_pNext = m_pEnd = reinterpret_cast<const unsigned char*>(m_pLaszip->Read());
+        return m_pNext != nullptr;
     }
     if (m_pFile == nullptr)
         return false;
@@ -91,16 +79,9 @@ bool LASreader::ReadMore()
 void LASreader::close(BOOL /*close_stream*/)
 {
     m_pEnd = m_pNext;
-    if (m_pFile != nullptr)
-        static_cast<void>(std::fclose(m_pFile));
     m_pFile = nullptr;
-    if (m_pLaszip != nullptr)
-    {
-        laszip_close_reader(m_pLaszip);
-        laszip_destroy(m_pLaszip);
-    }
-    m_pLaszip = nullptr;
-    m_pLazFile.reset();
+    m_pLaszip.reset();
+    m_pGuard.reset();
 }
 
 void LASreadOpener::set_file_name(const CHAR* file_name, BOOL /*unique*/)

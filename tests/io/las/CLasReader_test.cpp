@@ -219,8 +219,50 @@ TEST(CLasReader, Read_MoreRecordsAnnouncedThanThereAre)
     CLasFile file = LasOf(0, 2);
     file.vecRecords = {std::string(60, 'x')};
     std::string sBytes = file.GetBytes();
-    sBytes[100] = 2;
-    EXPECT_EQ(LasCalls(file), ReadLas(sBytes).vecCalls);
+    for (const unsigned nNum : {2U, 255U})
+    {
+        sBytes[100] = sBytes[103] = static_cast<char>(nNum);
+        EXPECT_EQ(LasCalls(file), ReadLas(sBytes).vecCalls) << nNum;
+    }
+}
+
+TEST(CLasReader, Read_LastRecordRunsIntoThePnts)
+{
+    for (const int nFormat : {0, 3, 7})
+    {
+        CLasFile file = LasOf(nFormat, 2);
+        file.vecRecords = {"abc", "de"};
+        std::string sBytes = file.GetBytes();
+        sBytes.replace(file.GetHeaderSize() + 54 + 3 + 20, 2, "\xff\xff");
+        EXPECT_EQ(LasCalls(file), ReadLas(sBytes).vecCalls) << nFormat;
+    }
+}
+
+// Points of the format's size, without a word.
+TEST(CLasReader, Read_PntSizeBelowItsFormat)
+{
+    for (int nFormat = 0; nFormat <= 10; ++nFormat)
+        for (const int nBelow : {0, 1, 17})
+        {
+            const CLasFile file = LasOf(nFormat, 3);
+            std::string sBytes = file.GetBytes();
+            sBytes[105] = static_cast<char>(nBelow);
+            testing::internal::CaptureStderr();
+            EXPECT_EQ(LasCalls(file), ReadLas(sBytes).vecCalls) << nFormat << ", " << nBelow;
+            EXPECT_EQ("", testing::internal::GetCapturedStderr());
+        }
+}
+
+TEST(CLasReader, Read_VersionsBeyondTheKnownOnes)
+{
+    for (const char* sVersion : {"\1\5", "\2\1", "\2\4", "\xff\xff"})
+    {
+        CLasFile file = LasOf(1, 3);
+        file.nMinor = 4; // the longest header
+        std::string sBytes = file.GetBytes();
+        sBytes.replace(24, 2, sVersion);
+        EXPECT_EQ(LasCalls(file), ReadLas(sBytes).vecCalls) << std::string(sVersion);
+    }
 }
 
 } // namespace
