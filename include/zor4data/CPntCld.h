@@ -38,10 +38,14 @@
 /// Copies share points, marks and octree. A change made in place (a selection, a rebuilt octree) is
 /// seen by all copies; a compaction or a new filling gives the copy that makes it arrays of its own.
 ///
-/// Nothing here is thread-safe, prints, or throws on its own account; std::bad_alloc passes through, and
+/// Nothing here prints, starts a thread, or throws on its own account; std::bad_alloc passes through, and
 /// leaves the cloud as it was but for the order of its points where the octree was being built.
-/// REQUIRES: while a query runs, its listeners do not change the cloud or a copy of it.
-/// Delivery needs a colour listener: without one, points come with the colour they hold.
+///
+/// Const members, and the functions beside the class that take it as const, may run on several threads at
+/// once as long as nothing changes the cloud or a copy of it. They then call their listeners on these
+/// threads, the colour listener that the cloud was given too. Filling, building and editing need the cloud
+/// and its copies for themselves. REQUIRES: while a query runs, its listeners do not change the cloud or a
+/// copy of it. Delivery needs a colour listener: without one, points come with the colour they hold.
 class ZOR4DATA_API CPntCld final : public IPntCldReadListener
 {
 public:
@@ -285,6 +289,8 @@ public:
     void Morph(IPclProgressListener* pListener);
 
 private:
+    friend struct CCldStores; // what stands beside the class reads its stores
+
     ZOR4DATA_LOCAL bool ReadFromFile(const zor::String& sPath);
 
     enumPntCldType m_eType;

@@ -11,7 +11,9 @@
 #include <zor3geom/LINE_2D.h>
 #include <zor3geom/PAR_LINE_2D.h>
 #include <zor3geom/RECT_2D.h>
+#include <zor4data/CPntArrays.h>
 #include <zor4data/CPntCld.h>
+#include <zor4data/CRootCube.h>
 
 #include <cstdio>
 #include <cstring>
@@ -206,6 +208,14 @@ void QueryCld()
     Keep<double (CPntCld::*)() const>(&CPntCld::CalcMaxSearchDist);
 }
 
+void UseCompanions()
+{
+    using TPosition = std::int32_t;
+    Keep<CPntArrays (*)(const CPntCld&)>(&GetPntArrays);
+    Keep<bool (*)(const CPntCld&, CRootCube&)>(&GetRootCube);
+    Keep<bool (*)(const CRootCube&, int, TPosition, TPosition, TPosition, CLevelCube&)>(&GetLevelCube);
+}
+
 } // namespace
 
 int main()
@@ -217,6 +227,7 @@ int main()
     FillCld(colors);
     AskCld();
     QueryCld();
+    UseCompanions();
     std::printf("%d functions\n", g_nNumUsed);
     return 0;
 }
