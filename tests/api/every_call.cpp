@@ -14,6 +14,7 @@
 #include <zor4data/CPntArrays.h>
 #include <zor4data/CPntCld.h>
 #include <zor4data/CRootCube.h>
+#include <zor4data/PickPnt.h>
 
 #include <cstdio>
 #include <cstring>
@@ -214,6 +215,9 @@ void UseCompanions()
     Keep<CPntArrays (*)(const CPntCld&)>(&GetPntArrays);
     Keep<bool (*)(const CPntCld&, CRootCube&)>(&GetRootCube);
     Keep<bool (*)(const CRootCube&, int, TPosition, TPosition, TPosition, CLevelCube&)>(&GetLevelCube);
+    Keep<int (*)(const CPntCld&, const PNT_3D&, const PNT_3D&, double, const TPlanes&)>(&PickPnt);
+    Keep<int (*)(const CPntCld&, const PNT_3D&, double)>(&FindNearestPnt);
+    Keep<int (*)(const CPntCld&, const PNT_2D&, double)>(&FindNearestPnt2D);
 }
 
 } // namespace
