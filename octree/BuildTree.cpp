@@ -1,5 +1,6 @@
 #include <octree/BuildTree.h>
 
+#include <formats/Compact.h>
 #include <octree/CTruncPnt.h>
 #include <octree/CTruncPnt_Color.h>
 #include <octree/Partition.h>

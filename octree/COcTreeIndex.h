@@ -1,7 +1,7 @@
 #ifndef OCTREE_COCTREEINDEX_H
 #define OCTREE_COCTREEINDEX_H
 
-#include <formats/Compact.h>
+#include <octree/CDiagCounter.h>
 #include <octree/COcTreeArena.h>
 #include <octree/COcTreeChildren.h>
 #include <octree/COcTreeCube.h>
@@ -14,9 +14,6 @@ class COcTreeIndex
 public:
     COcTreeCube GetRootCube() const noexcept { return {m_nCentreX, m_nCentreY, m_nCentreZ, m_nEdge}; }
 
-    void CountPnts(std::int32_t n) noexcept { m_nNumPntsDelivered = WrapAdd(m_nNumPntsDelivered, n); }
-    void CountLeaves(std::int32_t n) noexcept { m_nNumLeavesDelivered = WrapAdd(m_nNumLeavesDelivered, n); }
-
     COcTreeNode* m_pRoot = nullptr; ///< lies in the arena; null when the build found no point
     std::int32_t m_nCentreX = 0;    ///< centre of the root cube, compact units
     std::int32_t m_nCentreY = 0;
@@ -27,8 +24,8 @@ public:
     std::int32_t m_nExtentZ = 0;
     std::int32_t m_nLeafSize = c_nLeafSize;
     std::int32_t m_nNodeSize = c_nNodeSize;
-    std::int32_t m_nNumPntsDelivered = 0;   ///< diagnostic, counted by the walks
-    std::int32_t m_nNumLeavesDelivered = 0; ///< diagnostic: leaves delivered whole
+    CDiagCounter m_nNumPntsDelivered;   ///< points delivered by the last query that counts them
+    CDiagCounter m_nNumLeavesDelivered; ///< leaves delivered whole
 
     /// L1 and L2 hold. They need not in the tree of a file: its runs may stand in another order, there may be
     /// gaps, and nodes and leaves without points.

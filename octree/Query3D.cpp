@@ -6,17 +6,6 @@
 #include <octree/WalkLod.h>
 #include <octree/WalkLodClip.h>
 
-namespace
-{
-
-void ResetCounters(COcTreeIndex& tree) noexcept
-{
-    tree.m_nNumPntsDelivered = 0;
-    tree.m_nNumLeavesDelivered = 0;
-}
-
-} // namespace
-
 template <class T>
 void CQuery3D<T>::GetPnts() const
 {
@@ -33,14 +22,17 @@ void CQuery3D<T>::GetPnts_Lod(double dLod) const
         return;
     COcTreeIndex& tree = *m_store.m_pTree;
     const std::int64_t nLimit = IsLodSpacing(dLod) ? CalcLodDepth(tree.m_nEdge, dLod) : -1;
-    // KEPT: the count of points is set to 0 before and after; the count of leaves goes on (Lod_Counters_Kept)
-    tree.m_nNumPntsDelivered = 0;
-    CWalkLod<T>(tree, listener, nLimit).Walk();
+    CDelivered delivered;
+    CWalkLod<T>(tree, listener, nLimit, delivered).Walk();
     listener.OnLeafEnd();
-    tree.m_nNumPntsDelivered = 0;
+    // KEPT: the count of points ends at 0 whatever was delivered; the count of leaves goes on
+    // (Lod_Counters_Kept)
+    tree.m_nNumPntsDelivered.Reset();
+    tree.m_nNumLeavesDelivered.Add(delivered.GetNumLeaves());
 }
 
-/// What both clipped queries have in common. Calls `walk(tree, listener, stack)`; without a root, nothing.
+/// What both clipped queries have in common. Calls `walk(tree, listener, stack, delivered)`; without a root,
+/// nothing.
 template <class T>
 template <class TFn>
 void CQuery3D<T>::WalkClipped(const std::vector<zor::geom::PLANE_3D>& vecPlanes, TFn walk) const
@@ -50,17 +42,25 @@ void CQuery3D<T>::WalkClipped(const std::vector<zor::geom::PLANE_3D>& vecPlanes,
         return;
     COcTreeIndex& tree = *m_store.m_pTree;
     CClipPlanes stack(vecPlanes, m_store.m_fOrgX, m_store.m_fOrgY, m_store.m_fOrgZ);
-    ResetCounters(tree);
-    walk(tree, listener, stack);
+    tree.m_nNumPntsDelivered.Reset();
+    tree.m_nNumLeavesDelivered.Reset();
+    CDelivered delivered;
+    walk(tree, listener, stack, delivered);
     listener.OnLeafEnd();
+    tree.m_nNumPntsDelivered.Add(delivered.GetNumPnts());
+    tree.m_nNumLeavesDelivered.Add(delivered.GetNumLeaves());
 }
 
 template <class T>
 void CQuery3D<T>::GetPnts_Clip(const std::vector<zor::geom::PLANE_3D>& vecPlanes) const
 {
     WalkClipped(
-        vecPlanes, [](COcTreeIndex& tree, COcTreeListener<T>& listener, CClipPlanes& stack)
-        { CWalkClip<T>(tree, listener, stack).WalkNode(*tree.m_pRoot, tree.GetRootCube(), stack.GetAll()); });
+        vecPlanes,
+        [](const COcTreeIndex& tree, COcTreeListener<T>& listener, CClipPlanes& stack, CDelivered& delivered)
+        {
+            CWalkClip<T>(tree, listener, stack, delivered)
+                .WalkNode(*tree.m_pRoot, tree.GetRootCube(), stack.GetAll());
+        });
 }
 
 template <class T>
@@ -72,9 +72,10 @@ void CQuery3D<T>::GetPnts_LodClip(double dLod, const std::vector<zor::geom::PLAN
         return;
     }
     WalkClipped(vecPlanes,
-                [dLod](COcTreeIndex& tree, COcTreeListener<T>& listener, CClipPlanes& stack)
+                [dLod](const COcTreeIndex& tree, COcTreeListener<T>& listener, CClipPlanes& stack,
+                       CDelivered& delivered)
                 {
-                    CWalkLodClip<T>(tree, listener, stack, CalcLodDepth(tree.m_nEdge, dLod))
+                    CWalkLodClip<T>(tree, listener, stack, CalcLodDepth(tree.m_nEdge, dLod), delivered)
                         .WalkNode(*tree.m_pRoot, tree.GetRootCube(), stack.GetAll(), 0);
                 });
 }

@@ -36,10 +36,10 @@ void CWalkClip<T>::ClipLeaf(const COcTreeLeaf& leaf, const COcTreeCube& cube, CP
         return;
     }
     if (straddling.GetRange().IsEmpty())
-        m_tree.CountPnts(m_listener.OnRun(leaf.m_nFirst, leaf.m_nCount));
+        m_delivered.CountPnts(m_listener.OnRun(leaf.m_nFirst, leaf.m_nCount));
     else
         DeliverTested(leaf, straddling.GetRange());
-    m_tree.CountLeaves(1);
+    m_delivered.CountLeaves(1);
 }
 
 /// Delivers everything under the node without walking it. L2: it is one run of the array.
@@ -47,8 +47,8 @@ template <class T>
 void CWalkClip<T>::DeliverWhole(const COcTreeNode& node)
 {
     const CNodeRun run = CalcNodeRun(node);
-    m_tree.CountPnts(m_listener.OnRun(run.nFirst, run.nCount));
-    m_tree.CountLeaves(run.nNumLeaves);
+    m_delivered.CountPnts(m_listener.OnRun(run.nFirst, run.nCount));
+    m_delivered.CountLeaves(run.nNumLeaves);
 }
 
 // KEPT: the point is not tested against the planes; it is enough that its leaf's cube is not outside
@@ -60,7 +60,7 @@ void CWalkClip<T>::DeliverFirst(const COcTreeLeaf& leaf)
     if (nIndex == -1)
         return;
     m_listener.OnPnt(nIndex);
-    m_tree.CountPnts(1);
+    m_delivered.CountPnts(1);
 }
 
 template <class T>
@@ -74,7 +74,7 @@ void CWalkClip<T>::DeliverTested(const COcTreeLeaf& leaf, CPlaneRange planes)
         m_listener.OnPnt(i);
         ++nNumDelivered;
     }
-    m_tree.CountPnts(nNumDelivered);
+    m_delivered.CountPnts(nNumDelivered);
 }
 
 template class CWalkClip<CTruncPnt>;

@@ -2,6 +2,7 @@
 #define OCTREE_WALKCLIP_H
 
 #include <octree/CClipPlanes.h>
+#include <octree/CDelivered.h>
 #include <octree/COcTreeIndex.h>
 #include <octree/COcTreeListener.h>
 
@@ -14,8 +15,9 @@ template <class T>
 class CWalkClip
 {
 public:
-    CWalkClip(COcTreeIndex& tree, COcTreeListener<T>& listener, CClipPlanes& stack)
-        : m_tree(tree), m_listener(listener), m_stack(stack)
+    CWalkClip(const COcTreeIndex& tree, COcTreeListener<T>& listener, CClipPlanes& stack,
+              CDelivered& delivered)
+        : m_tree(tree), m_listener(listener), m_stack(stack), m_delivered(delivered)
     {
     }
 
@@ -32,9 +34,10 @@ private:
     void DeliverFirst(const COcTreeLeaf& leaf);
     void DeliverTested(const COcTreeLeaf& leaf, CPlaneRange planes);
 
-    COcTreeIndex& m_tree;
+    const COcTreeIndex& m_tree;
     COcTreeListener<T>& m_listener;
     CClipPlanes& m_stack;
+    CDelivered& m_delivered;
 };
 
 extern template class CWalkClip<CTruncPnt>;

@@ -50,8 +50,8 @@ template <class T>
         DeliverFirst(&leaf);
         return;
     }
-    m_tree.CountPnts(m_listener.OnRun(leaf.m_nFirst, leaf.m_nCount));
-    m_tree.CountLeaves(1);
+    m_delivered.CountPnts(m_listener.OnRun(leaf.m_nFirst, leaf.m_nCount));
+    m_delivered.CountLeaves(1);
 }
 
 template <class T>
@@ -95,7 +95,7 @@ template <class T>
     if (nIndex == -1)
         return;
     m_listener.OnPnt(nIndex);
-    m_tree.CountPnts(1);
+    m_delivered.CountPnts(1);
 }
 
 template <class T>

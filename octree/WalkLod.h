@@ -1,6 +1,7 @@
 #ifndef OCTREE_WALKLOD_H
 #define OCTREE_WALKLOD_H
 
+#include <octree/CDelivered.h>
 #include <octree/COcTreeIndex.h>
 #include <octree/COcTreeListener.h>
 
@@ -16,8 +17,9 @@ class CWalkLod
 public:
     /// @param nLimit  depth at which cubes give one point. KEPT: a value below 0 is never met, so that every
     ///                live point is delivered (Lod_LargerThanTheTreeGivesEverything_Kept).
-    CWalkLod(COcTreeIndex& tree, COcTreeListener<T>& listener, std::int64_t nLimit)
-        : m_tree(tree), m_listener(listener), m_nLimit(nLimit)
+    CWalkLod(const COcTreeIndex& tree, COcTreeListener<T>& listener, std::int64_t nLimit,
+             CDelivered& delivered)
+        : m_tree(tree), m_listener(listener), m_nLimit(nLimit), m_delivered(delivered)
     {
     }
 
@@ -43,9 +45,10 @@ private:
     void EndAll();
     void DeliverFirst(const COcTreeLeaf* pLeaf);
 
-    COcTreeIndex& m_tree;
+    const COcTreeIndex& m_tree;
     COcTreeListener<T>& m_listener;
     std::int64_t m_nLimit;
+    CDelivered& m_delivered;
     CSearch m_aSearches[c_nNumSearches] = {};
     unsigned m_nNumBegun = 0; // wraps around, which differences and remainders allow
     unsigned m_nNumEnded = 0;

@@ -34,7 +34,7 @@ bool CWalkLodClip<T>::DeliverRepresentative(const COcTreeNode& node)
     if (nIndex == -1)
         return false;
     m_listener.OnPnt(nIndex);
-    m_tree.CountPnts(1);
+    m_delivered.CountPnts(1);
     return true;
 }
 

@@ -11,8 +11,10 @@ public:
     /// @param nLimit  depth at which cubes give one point. KEPT: leaves from one level above it on give one
     ///                point, so that a value below 0 takes one point of every leaf
     ///                (LodClip_LargerThanTheTreeGivesOnePointALeaf_Kept).
-    CWalkLodClip(COcTreeIndex& tree, COcTreeListener<T>& listener, CClipPlanes& stack, std::int64_t nLimit)
-        : m_tree(tree), m_listener(listener), m_stack(stack), m_nLimit(nLimit), m_clip(tree, listener, stack)
+    CWalkLodClip(const COcTreeIndex& tree, COcTreeListener<T>& listener, CClipPlanes& stack,
+                 std::int64_t nLimit, CDelivered& delivered)
+        : m_listener(listener), m_stack(stack), m_nLimit(nLimit), m_delivered(delivered),
+          m_clip(tree, listener, stack, delivered)
     {
     }
 
@@ -21,10 +23,10 @@ public:
 private:
     bool DeliverRepresentative(const COcTreeNode& node);
 
-    COcTreeIndex& m_tree;
     COcTreeListener<T>& m_listener;
     CClipPlanes& m_stack;
     std::int64_t m_nLimit;
+    CDelivered& m_delivered;
     CWalkClip<T> m_clip;
 };
 

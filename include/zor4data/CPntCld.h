@@ -39,11 +39,10 @@
 /// seen by all copies; a compaction or a new filling gives the copy that makes it arrays of its own.
 /// Deletions are the copy's own: what is deleted through one, the others go on counting and delivering.
 ///
-/// Nothing here is thread-safe, prints, or throws on its own account; std::bad_alloc passes through, and
+/// Nothing here prints, starts a thread, or throws on its own account; std::bad_alloc passes through, and
 /// leaves the cloud as it was but for the order of its points where the octree was being built.
-/// REQUIRES: while a query runs, its listeners do not change the cloud or a copy of it.
-/// Delivery needs a colour listener: without one, points come with the colour they hold.
 ///
+/// Const members, and the functions beside the ///
 /// A host may derive from it to watch or to filter what is read: `ReadFromFile` calls the reading slots of
 /// the object (`OnReadType` to `OnReadEnd`) for every file but a native one. An override hands on to the
 /// cloud's own what the cloud is to have. As many points as are announced to the cloud count, stored or not:
@@ -291,6 +290,8 @@ public:
     void Morph(IPclProgressListener* pListener);
 
 private:
+    friend struct CCldStores; // what stands beside the class reads its stores
+
     ZOR4DATA_LOCAL bool ReadFromFile(const zor::String& sPath);
 
     enumPntCldType m_eType;

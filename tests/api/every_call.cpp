@@ -11,7 +11,10 @@
 #include <zor3geom/LINE_2D.h>
 #include <zor3geom/PAR_LINE_2D.h>
 #include <zor3geom/RECT_2D.h>
+#include <zor4data/CPntArrays.h>
 #include <zor4data/CPntCld.h>
+#include <zor4data/CRootCube.h>
+#include <zor4data/PickPnt.h>
 
 #include <cstdio>
 #include <cstring>
@@ -206,6 +209,17 @@ void QueryCld()
     Keep<double (CPntCld::*)() const>(&CPntCld::CalcMaxSearchDist);
 }
 
+void UseCompanions()
+{
+    using TPosition = std::int32_t;
+    Keep<CPntArrays (*)(const CPntCld&)>(&GetPntArrays);
+    Keep<bool (*)(const CPntCld&, CRootCube&)>(&GetRootCube);
+    Keep<bool (*)(const CRootCube&, int, TPosition, TPosition, TPosition, CLevelCube&)>(&GetLevelCube);
+    Keep<int (*)(const CPntCld&, const PNT_3D&, const PNT_3D&, double, const TPlanes&)>(&PickPnt);
+    Keep<int (*)(const CPntCld&, const PNT_3D&, double)>(&FindNearestPnt);
+    Keep<int (*)(const CPntCld&, const PNT_2D&, double)>(&FindNearestPnt2D);
+}
+
 } // namespace
 
 int main()
@@ -217,6 +231,7 @@ int main()
     FillCld(colors);
     AskCld();
     QueryCld();
+    UseCompanions();
     std::printf("%d functions\n", g_nNumUsed);
     return 0;
 }

@@ -65,7 +65,8 @@ public:
         if (question.host.spoil)
             rec.SetSpoil();
         store->m_pColorListener = &color;
-        const int nNumLeavesBefore = store->m_pTree == nullptr ? 0 : store->m_pTree->m_nNumLeavesDelivered;
+        const int nNumLeavesBefore =
+            store->m_pTree == nullptr ? 0 : store->m_pTree->m_nNumLeavesDelivered.Get();
         RunQuery(CQuery3D<T>(*store, &rec, question.host.batch), eKind, question);
 
         Ref::CQuery ref(store.GetRef());
@@ -113,9 +114,10 @@ private:
             return "";
         // The level-of-detail query leaves the points at 0 and goes on counting the leaves.
         const bool bLod = eKind == Kind::Lod;
-        if (store.m_pTree->m_nNumPntsDelivered != (bLod ? 0 : ref.GetPntCounter()))
+        if (store.m_pTree->m_nNumPntsDelivered.Get() != (bLod ? 0 : ref.GetPntCounter()))
             return "counter of points differs";
-        if (store.m_pTree->m_nNumLeavesDelivered != ref.GetLeafCounter() + (bLod ? nNumLeavesBefore : 0))
+        if (store.m_pTree->m_nNumLeavesDelivered.Get() !=
+            ref.GetLeafCounter() + (bLod ? nNumLeavesBefore : 0))
             return "counter of leaves differs";
         return "";
     }

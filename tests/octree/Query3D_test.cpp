@@ -230,8 +230,8 @@ TYPED_TEST(Query3D_case, Clip_WithoutPlanesIsTheTreesOrder)
     this->GetStore().Delete(4);
     this->Query(100).GetPnts_Clip({});
     EXPECT_EQ(this->GetIndices().size(), 23U);
-    EXPECT_EQ(this->GetStore()->m_pTree->m_nNumPntsDelivered, 23);
-    EXPECT_EQ(this->GetStore()->m_pTree->m_nNumLeavesDelivered, 4);
+    EXPECT_EQ(this->GetStore()->m_pTree->m_nNumPntsDelivered.Get(), 23);
+    EXPECT_EQ(this->GetStore()->m_pTree->m_nNumLeavesDelivered.Get(), 4);
 }
 
 // A point on a plane is not in front of it, nor is a cube that touches it.
@@ -325,10 +325,44 @@ TYPED_TEST(Query3D_case, Lod_Counters_Kept)
 {
     this->BuildTwoLevels();
     this->Query().GetPnts_Clip({});
-    EXPECT_EQ(this->GetStore()->m_pTree->m_nNumLeavesDelivered, 3);
+    EXPECT_EQ(this->GetStore()->m_pTree->m_nNumLeavesDelivered.Get(), 3);
     this->Query().GetPnts_Lod(-1.0);
-    EXPECT_EQ(this->GetStore()->m_pTree->m_nNumPntsDelivered, 0);
-    EXPECT_EQ(this->GetStore()->m_pTree->m_nNumLeavesDelivered, 6);
+    EXPECT_EQ(this->GetStore()->m_pTree->m_nNumPntsDelivered.Get(), 0);
+    EXPECT_EQ(this->GetStore()->m_pTree->m_nNumLeavesDelivered.Get(), 6);
+}
+
+/// Looks at the tree's counters while points are delivered.
+class CCounterWatch final : public IPntCldListener
+{
+public:
+    explicit CCounterWatch(const COcTreeIndex& tree) : m_tree(tree) {}
+
+    void OnPnts(int, CCldCadPnt*) override
+    {
+        m_bChanged |= m_tree.m_nNumPntsDelivered.Get() != 0 || m_tree.m_nNumLeavesDelivered.Get() != 0;
+    }
+
+    bool HasChanged() const { return m_bChanged; }
+
+private:
+    const COcTreeIndex& m_tree;
+    bool m_bChanged = false;
+};
+
+// Queries on several threads share the counters: each adds its sums once, when it has delivered everything.
+TYPED_TEST(Query3D_case, Counters_AreAddedOnceAtTheEnd)
+{
+    this->BuildTwoLevels();
+    this->Query().GetPnts_Clip({}); // leaves counts behind, which the next query resets first
+    const COcTreeIndex& tree = *this->GetStore()->m_pTree;
+    const int nNumPnts = tree.m_nNumPntsDelivered.Get();
+    ASSERT_GT(nNumPnts, 0);
+    CCounterWatch watch(tree);
+    const CQuery3D<TypeParam> query(*this->GetStore(), &watch, 1);
+    query.GetPnts_Clip({});
+    query.GetPnts_LodClip(0.0001, {});
+    EXPECT_FALSE(watch.HasChanged());
+    EXPECT_EQ(tree.m_nNumPntsDelivered.Get(), nNumPnts);
 }
 
 } // namespace
