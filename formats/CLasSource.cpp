@@ -110,3 +110,19 @@ CMadeSource MakeLasSource(CLasGuard& guard)
         return {nullptr, guard.GetCause()};
     return {std::make_unique<CLasSource>(guard), {}};
 }
+
+bool HasLasColors(CLasGuard& guard)
+{
+    const CLasHeader& header = guard.GetHeader();
+    if (!header.HasColor())
+        return false;
+    CLaszipReader reader(guard);
+    if (!reader.IsOpen())
+        return false;
+    const std::int64_t nNumPnts = std::min(header.nNumPnts, guard.GetMaxNumPnts());
+    const laszip_point_struct* pPnt = nullptr;
+    for (std::int64_t i = 0; i < nNumPnts && (pPnt = reader.Read()) != nullptr; ++i)
+        if ((pPnt->rgb[0] | pPnt->rgb[1] | pPnt->rgb[2]) != 0)
+            return true;
+    return false;
+}

@@ -22,12 +22,15 @@ std::vector<CFinding> FindLasFindings(const CLasHeader& header, bool bAsMeant)
         vecFindings.push_back({"las-too-many",
                                sAnnounces + "a cloud holds " + std::to_string(c_nMaxCloudPnts) + " at most",
                                false, "split it into tiles"});
-    if (header.HasColor() && !header.IsColorTaken())
-        vecFindings.push_back({"las-color",
-                               "its colours are not taken, since its point format is " +
-                                   std::to_string(header.nFormat) + ": those of formats 2, 3 and 5 are",
-                               bAsMeant, ""});
     return vecFindings;
+}
+
+CFinding FindUntakenColors(const CLasHeader& header, bool bAsMeant)
+{
+    return {"las-color",
+            "its colours are not taken, since its point format is " + std::to_string(header.nFormat) +
+                ": those of formats 2, 3 and 5 are",
+            bAsMeant, ""};
 }
 
 CFinding FindUnreadPnts(std::int64_t nAnnounced, std::int64_t nNumRead)

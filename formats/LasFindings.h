@@ -13,6 +13,9 @@ struct CLasHeader;
 /// @param bAsMeant  can this build read the points as they are meant?
 std::vector<CFinding> FindLasFindings(const CLasHeader& header, bool bAsMeant);
 
+/// @return that the library takes the file without its colours, for a format whose colours it does not take.
+CFinding FindUntakenColors(const CLasHeader& header, bool bAsMeant);
+
 /// @return that fewer points could be read from a LAZ file than its header announces.
 CFinding FindUnreadPnts(std::int64_t nAnnounced, std::int64_t nNumRead);
 

@@ -113,7 +113,9 @@ void PrintInfo(const TJson& info, const CInputFile& file, const CLoadFacts& fact
     PrintLine("Type", file.GetKind().pTitle);
     PrintLine("Points", GroupDigits(info["points"].get<std::int64_t>()));
     PrintDuplicates(file, facts);
-    PrintLine("Colour", info["color"].get<bool>() ? "yes" : "no");
+    PrintLine("Colour", facts.HasFinding("color-zero") ? "its fields are all 0"
+                        : info["color"].get<bool>()    ? "yes"
+                                                       : "no");
     PrintBounds(info["bounds"]);
     if (!info["plan_density"].is_null())
     {

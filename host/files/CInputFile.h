@@ -73,8 +73,8 @@ public:
     /// @param facts  from one pass over the file's source.
     virtual void FindInPnts(const CSourceFacts& /*facts*/, std::vector<CFinding>& /*vecFindings*/) const {}
 
-    /// Adds what went wrong with the points while the file was loaded.
-    virtual void FindInCloud(const CPntCld& /*cloud*/, std::vector<CFinding>& /*vecFindings*/) const {}
+    /// Adds what went wrong with the points while the file was loaded. May read the file again.
+    virtual void FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindings);
 
     /// How many points the library has read.
     /// @param nNumCalls    of the progress bar during the load.

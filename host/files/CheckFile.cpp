@@ -4,6 +4,7 @@
 #include <host/files/CFileColors.h>
 #include <host/files/CStackedPnts.h>
 #include <host/files/CTakenPnts.h>
+#include <host/files/ColorFindings.h>
 #include <host/files/LoadCloud.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
@@ -119,6 +120,10 @@ void AskLoader(CCheckResult& result, CInputFile& file)
         result.vecFindings.push_back({"misread", "it loads, but is damaged: " + result.sCause, false, ""});
         result.bConvert = false;
     }
+    else if (sCause.empty() && result.bUnseen)
+    {
+        result.vecFindings = std::move(vecFindings);
+    }
     else if (result.sCause.empty() && !sCause.empty())
     {
         result.bConvert = std::any_of(result.vecFindings.begin(), result.vecFindings.end(),
@@ -132,6 +137,8 @@ void FindInPnts(CInputFile& file, const CSourceFacts& facts, CStackedPnts& stack
 {
     FindMergedPnts(facts, result.vecFindings);
     FindStackedPnts(stacked, facts, result.vecFindings);
+    if (facts.summary.bColor && facts.summary.nNumPnts > 0 && facts.nMaxColor == 0)
+        result.vecFindings.push_back(FindZeroColors());
     file.FindInPnts(facts, result.vecFindings);
     FindFarPnts(facts, result.vecFindings);
     if (facts.nNumFar > 0 && !CTakenPnts::CanTake(facts))
@@ -147,6 +154,7 @@ bool LookAtPnts(CCheckResult& result, CInputFile& file, const CConsole& console)
     {
         const std::unique_ptr<IPntSource> pSource = file.MakeSource();
         result.bLoaded = pSource == nullptr && file.IsCheckedByLoading();
+        result.bUnseen = pSource == nullptr;
         if (pSource == nullptr)
         {
             result.sCause = result.bLoaded ? TryLoad(file, result.vecFindings) : file.FindCause();

@@ -23,6 +23,7 @@ struct CCheckResult
     std::string sCause;               ///< why it cannot be loaded; empty: it can
     bool bConvert = false;            ///< that cause is none for `zorcld convert`
     bool bLoaded = false;             ///< it was loaded to find that out
+    bool bUnseen = false;             ///< only the library reads its points
     std::vector<CFinding> vecFindings;
 };
 

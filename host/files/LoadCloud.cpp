@@ -61,12 +61,17 @@ bool HasPlace(const CPntCld& cloud)
 
 } // namespace
 
+bool CLoadFacts::HasFinding(std::string_view sCode) const
+{
+    return std::any_of(vecFindings.begin(), vecFindings.end(),
+                       [&](const CFinding& finding) { return finding.pCode == sCode; });
+}
+
 void RefuseMovedPnts(const CLoadFacts& facts, const std::string& sPath)
 {
-    for (const CFinding& finding : facts.vecFindings)
-        if (finding.pCode == std::string_view("span"))
-            throw CFailure(
-                sPath, fmt::format("its points lie more than {} units from the first one; a zorcld that is "
+    if (facts.HasFinding("span"))
+        throw CFailure(sPath,
+                       fmt::format("its points lie more than {} units from the first one; a zorcld that is "
                                    "built with LASzip may convert it",
                                    c_nReach));
 }

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 class CPntCld;
@@ -19,6 +20,8 @@ class CInputFile;
 /// What is known of a load beside the cloud itself.
 struct CLoadFacts
 {
+    bool HasFinding(std::string_view sCode) const;
+
     std::int64_t nAnnounced = -1;  ///< -1: the file does not say
     std::int64_t nDuplicates = -1; ///< points removed for one at their x and y; -1: not known
     std::vector<CFinding> vecFindings;

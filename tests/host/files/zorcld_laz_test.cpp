@@ -88,6 +88,15 @@ TEST(ZorcldLaz, Check_SeesThePnts)
     EXPECT_EQ(GetCodes(zorcld, sLater), (TCodes{"las-color", "color-16-bit"}));
     EXPECT_NE(GetWarnings(zorcld, sLater)[0]["help"].get<std::string>().find("zorcld convert"),
               std::string::npos);
+    for (const int nFormat : {7, 8, 10})
+    {
+        CLasFile las = LasOf(nFormat, 100);
+        for (CLasPnt& pnt : las.vecPnts)
+            pnt.anColor = {};
+        EXPECT_EQ(GetCodes(zorcld, zorcld.Write("in.laz", LazBytes(las, 16))), TCodes{"color-zero"});
+        las.vecPnts.back().anColor = {0, 1, 0};
+        EXPECT_EQ(GetCodes(zorcld, zorcld.Write("in.laz", LazBytes(las, 16))), TCodes{"las-color"});
+    }
     CLasFile wide = LasOf(1, 5);
     wide.adScale = {1.0, 1.0, 1.0};
     wide.vecPnts[4].x = 300000;
