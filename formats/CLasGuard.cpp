@@ -21,6 +21,7 @@ bool CLasGuard::Check()
     m_nPosFirst = m_header.nPosPnts;
     if (!m_header.bCompressed)
         m_nMaxNumPnts = m_header.CalcNumHeld();
+    m_nLeastNumPnts = m_header.CalcNumThere();
     return CheckRecords();
 }
 
@@ -54,6 +55,8 @@ bool CLasGuard::CheckCompressor(const CLasRecord& record)
         return Refuse(guard.GetCause());
     m_nPosFirst = guard.GetPosFirst();
     m_nMaxNumPnts = guard.GetMaxNumPnts();
+    m_nLeastNumPnts = guard.GetLeastNumPnts();
+    m_nPosEnd = guard.GetPosEnd();
     return true;
 }
 

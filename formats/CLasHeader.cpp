@@ -36,6 +36,9 @@ std::string CLasHeader::Read(CSizedFile& file)
     TakeFacts(acBytes.data());
     if (nSize < LasLayout::c_nMinHeaderSize)
         return "it is cut off: it ends within the header, after " + Text(nFileSize) + " bytes";
+    if (nMinor >= LasLayout::c_nMinorOfWaveforms &&
+        nHeaderSize >= GetMinHeaderSize(LasLayout::c_nMinorOfWaveforms))
+        nPosWaveforms = LasLayout::Get(acBytes.data(), LasLayout::c_nPosWaveforms);
     if (nMinor >= LasLayout::c_nMinorOfLaterCounts &&
         nHeaderSize >= GetMinHeaderSize(LasLayout::c_nMinorOfLaterCounts))
         TakeLaterCounts(acBytes.data());
@@ -78,6 +81,8 @@ void CLasHeader::TakeLaterCounts(const unsigned char* pBytes)
 {
     if (nNumLegacy == 0)
         nNumPnts = LasLayout::Get(pBytes, LasLayout::c_nNumPnts);
+    if (LasLayout::Get(pBytes, LasLayout::c_nNumLaterRecords) > 0)
+        nPosLaterRecords = LasLayout::Get(pBytes, LasLayout::c_nPosLaterRecords);
     std::vector<std::int64_t> vecLater;
     for (std::size_t i = 0; i < LasLayout::c_nNumReturns; ++i)
         vecLater.push_back(LasLayout::Get(pBytes, LasLayout::c_nNumByReturn, i));
@@ -123,6 +128,20 @@ std::int64_t CLasHeader::CalcNumHeld() const
     if (bCompressed || nPntSize <= 0)
         return -1;
     return std::max<std::int64_t>(nFileSize - nPosPnts, 0) / nPntSize;
+}
+
+std::int64_t CLasHeader::CalcNumThere() const
+{
+    if (bCompressed || nPntSize <= 0)
+        return -1;
+    std::int64_t nEnd = nFileSize;
+    for (const std::int64_t nPosOther : {nPosWaveforms, nPosLaterRecords})
+        if (nPosOther > nPosPnts)
+            nEnd = std::min(nEnd, nPosOther);
+    const std::int64_t nNumBytes = std::max<std::int64_t>(nEnd - nPosPnts, 0);
+    const std::int64_t nNum = nNumBytes / nPntSize;
+    const bool bOther = nNumBytes % nPntSize != 0 && nNumPnts > 0;
+    return bOther ? std::min(nNum, nNumPnts) : nNum;
 }
 
 std::string CLasHeader::GetDate() const

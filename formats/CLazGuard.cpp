@@ -153,7 +153,15 @@ bool CLazGuard::CheckChunks()
         nPos += chunk.nNumBytes;
     }
     if (m_bVariable || m_bLayered)
+    {
         m_nMaxNumPnts = std::min(m_nMaxNumPnts, nSumPnts);
+        m_nLeastNumPnts = m_nMaxNumPnts;
+    }
+    else
+    {
+        m_nLeastNumPnts = m_nNumChunks > 0 ? m_nMaxNumPnts - m_nChunkSize + 1 : 0;
+        m_nPosEnd = m_nNumChunks > 0 ? nPos : 0;
+    }
     return true;
 }
 

@@ -36,6 +36,14 @@ public:
     /// The most points that can be read; of one stream, more than any holds.
     std::int64_t GetMaxNumPnts() const noexcept { return m_nMaxNumPnts; }
 
+    /// Points that the chunks hold at least. Only chunks of a fixed size, but for the last of them all full,
+    /// do not say how many the last one holds: then it counts as one. -1: of one stream, which does not tell.
+    std::int64_t GetLeastNumPnts() const noexcept { return m_nLeastNumPnts; }
+
+    /// Where the last such chunk ends, 0 where the number of points is known: behind the last point the
+    /// reading library has come to this place.
+    std::int64_t GetPosEnd() const noexcept { return m_nPosEnd; }
+
 private:
     bool CheckCompressor(std::int64_t nPos, std::uint16_t nSize);
     bool CheckItems(std::int64_t nPos, std::uint16_t nNumItems);
@@ -63,6 +71,8 @@ private:
     std::int64_t m_nPosTable = 0;            // where the chunks end and their table begins
     std::uint32_t m_nNumChunks = 0;
     std::int64_t m_nMaxNumPnts = std::numeric_limits<std::int64_t>::max();
+    std::int64_t m_nLeastNumPnts = -1;
+    std::int64_t m_nPosEnd = 0;
 };
 
 #endif
