@@ -78,6 +78,7 @@ TJson CollectInfo(const CPntCld& cloud, const CInputFile& file, const CLoadFacts
     info["warnings"] = TJson::array();
     for (const CFinding& finding : facts.vecFindings)
         info["warnings"].push_back(finding.sText);
+    info["help"] = facts.sCommand.empty() ? TJson() : TJson(facts.sCommand);
     file.Describe(info);
     return info;
 }
@@ -145,7 +146,7 @@ void ShowInfo(const COptions& options, const CConsole& console)
     CFileColors colors;
     CPntCld cloud(&colors);
     const std::unique_ptr<CInputFile> pFile = OpenInputFile(options.input);
-    const CLoadFacts facts = LoadCloud(cloud, *pFile, console);
+    const CLoadFacts facts = LoadOrAdvise(cloud, *pFile, console);
     const TJson info = CollectInfo(cloud, *pFile, facts);
     if (options.bJson)
         fmt::print("{}\n", info.dump(2, ' ', false, TJson::error_handler_t::replace));

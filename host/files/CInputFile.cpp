@@ -16,7 +16,7 @@ std::int64_t CFileFacts::CalcNumPnts() const
 }
 
 CInputFile::CInputFile(const CFileKind& kind, const std::string& sPath, CByteReader&& reader)
-    : m_reader(std::move(reader)), m_kind(kind), m_sPath(sPath)
+    : m_reader(std::move(reader)), m_kind(kind), m_input{sPath, ""}
 {
 }
 
@@ -36,7 +36,7 @@ std::unique_ptr<IPntSource> CInputFile::MakeSource()
 {
     CMadeSource made = TryMakeSource();
     if (!made.sCause.empty())
-        throw CFailure(m_sPath, made.sCause);
+        throw CFailure(m_input.sPath, made.sCause);
     return std::move(made.pSource);
 }
 

@@ -131,6 +131,13 @@ CLasFile::CLasFile(const std::string& sPath, CByteReader&& reader)
     m_facts.vecFindings = FindLasFindings(m_guard, ZORCLD_HAS_LASZIP);
 }
 
+/// Scales and offsets that are not numbers, or too large ones, show in the first point already.
+bool CLasFile::IsPlaceTaken() const
+{
+    const CSourcePnt first{m_adFirst[0], m_adFirst[1], m_adFirst[2], 0, 0, 0};
+    return first.IsFinite() && first.IsInReachOf(first);
+}
+
 void CLasFile::FindInPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFindings) const
 {
     if (facts.nMaxColor > 0 && !m_header.IsColorTaken())
@@ -148,10 +155,10 @@ void CLasFile::FindInPnts(const CSourceFacts& facts, std::vector<CFinding>& vecF
 /// not tell: they are those of its octree.)
 void CLasFile::FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindings)
 {
-    CInputFile::FindInCloud(cloud, vecFindings);
     constexpr double c_dNearEnd = c_dReach - 1.0 / c_dCompactScale;
-    if (!m_guard.GetCause().empty())
+    if (!m_guard.GetCause().empty() || m_facts.CalcNumPnts() == 0)
         return;
+    CInputFile::FindInCloud(cloud, vecFindings);
     if (m_header.HasColor() && !m_header.IsColorTaken())
         vecFindings.push_back(HasLasColors(m_guard) ? FindUntakenColors(m_header, ZORCLD_HAS_LASZIP)
                                                     : FindZeroColors());

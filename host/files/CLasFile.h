@@ -18,6 +18,7 @@ public:
     CLasFile(const std::string& sPath, CByteReader&& reader);
 
     bool IsCheckedByLoading() const override { return true; }
+    bool IsPlaceTaken() const override;
 
     void FindInPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFindings) const override;
     void FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindings) override;

@@ -5,6 +5,7 @@
 #include <host/files/CStackedPnts.h>
 #include <host/files/CTakenPnts.h>
 #include <host/files/ColorFindings.h>
+#include <host/files/ConvertCommand.h>
 #include <host/files/LoadCloud.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
@@ -184,21 +185,6 @@ bool LookAtPnts(CCheckResult& result, CInputFile& file, const CConsole& console)
     }
 }
 
-/// Of a file whose points have not been looked at: only a whole pass tells whether none of them is cut off.
-bool CanConvert(CInputFile& file, const CConsole& console)
-{
-    try
-    {
-        const std::unique_ptr<IPntSource> pSource = file.MakeSource();
-        return pSource != nullptr && CTakenPnts::CanTake(CollectSourceFacts(*pSource, file.GetPath(), console,
-                                                                            "checking ", nullptr));
-    }
-    catch (const CFailure&)
-    {
-        return false;
-    }
-}
-
 /// Nobody is sent to a command that fails.
 void TakeBackHelp(CCheckResult& result)
 {
@@ -213,6 +199,7 @@ CCheckResult CheckFile(const CInputOptions& input, const CConsole& console)
 {
     CCheckResult result;
     result.sPath = input.sPath;
+    result.sCommand = FormatConvertCommand(input);
     std::unique_ptr<CInputFile> pFile;
     try
     {
@@ -227,12 +214,13 @@ CCheckResult CheckFile(const CInputOptions& input, const CConsole& console)
     result.nNumPnts = pFile->GetFacts().CalcNumPnts();
     result.vecFindings = pFile->GetFacts().vecFindings;
     result.sCause = pFile->GetHeadCause();
+    // Of a file whose points cannot be looked at, only a whole pass tells whether none of them is cut off.
     const bool bTaken =
         result.sCause.empty() ? LookAtPnts(result, *pFile, console) : CanConvert(*pFile, console);
     result.bConvert = !result.sCause.empty() && !result.bLoaded;
     if (IsSmall(*pFile) && !result.bLoaded)
         AskLoader(result, *pFile);
-    if (!bTaken)
+    if (!bTaken || result.sCommand.empty())
         TakeBackHelp(result);
     return result;
 }

@@ -18,6 +18,7 @@ struct CInputOptions;
 struct CCheckResult
 {
     std::string sPath;
+    std::string sCommand;             ///< that converts it, where a finding or the cause says that this helps
     const CFileKind* pKind = nullptr; ///< null: not known
     std::int64_t nNumPnts = -1;       ///< that it holds, or else announces; -1: not known
     std::string sCause;               ///< why it cannot be loaded; empty: it can
