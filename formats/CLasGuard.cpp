@@ -19,6 +19,7 @@ bool CLasGuard::Check()
     m_nPosFirst = m_header.nPosPnts;
     if (!m_header.bCompressed)
         m_nMaxNumPnts = m_header.CalcNumHeld();
+    m_nLeastNumPnts = m_header.CalcNumThere();
     return CheckRecords();
 }
 
@@ -44,6 +45,8 @@ bool CLasGuard::CheckCompressor(const CLasRecord& record)
         return Refuse(m_laz.GetCause());
     m_nPosFirst = m_laz.GetPosFirst();
     m_nMaxNumPnts = m_laz.GetMaxNumPnts();
+    m_nLeastNumPnts = m_laz.GetLeastNumPnts();
+    m_nPosEnd = m_laz.GetPosEnd();
     return true;
 }
 

@@ -40,6 +40,13 @@ public:
     /// REQUIRES: Check has returned true.
     std::int64_t GetMaxNumPnts() const noexcept { return m_nMaxNumPnts; }
 
+    /// Points that are there at least, whatever the header announces; -1: nothing but reading them tells.
+    /// REQUIRES: Check has returned true.
+    std::int64_t GetLeastNumPnts() const noexcept { return m_nLeastNumPnts; }
+
+    /// Where compressed points end, of which only that is known, see CLazGuard; 0: their number is known.
+    std::int64_t GetPosEnd() const noexcept { return m_nPosEnd; }
+
     /// The records before the points, from the first on. REQUIRES: Check has returned true.
     CLasRecords GetRecords() { return {m_file, m_header}; }
 
@@ -82,6 +89,8 @@ private:
     bool m_bHasCompressor = false;
     std::int64_t m_nPosFirst = 0; // of the points: a compressed file too begins with a whole one
     std::int64_t m_nMaxNumPnts = std::numeric_limits<std::int64_t>::max();
+    std::int64_t m_nLeastNumPnts = -1;
+    std::int64_t m_nPosEnd = 0;
 };
 
 #endif

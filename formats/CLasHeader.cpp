@@ -30,7 +30,11 @@ std::string CLasHeader::Read(CSizedFile& file)
     TakeFacts(acBytes.data());
     if (nSize < LasLayout::c_nMinHeaderSize)
         return "it is cut off: it ends within the header, after " + Text(nFileSize) + " bytes";
-    if (nMajor == LasLayout::c_nMajorKnown && nMinor >= LasLayout::c_nMinorOfLaterCounts &&
+    const bool bKnown = nMajor == LasLayout::c_nMajorKnown;
+    if (bKnown && nMinor >= LasLayout::c_nMinorOfWaveforms &&
+        nHeaderSize >= CalcMinHeaderSize(LasLayout::c_nMinorOfWaveforms))
+        nPosWaveforms = LasLayout::Get(acBytes.data(), LasLayout::c_nPosWaveforms);
+    if (bKnown && nMinor >= LasLayout::c_nMinorOfLaterCounts &&
         nHeaderSize >= CalcMinHeaderSize(LasLayout::c_nMinorOfLaterCounts))
         TakeLaterCounts(acBytes.data());
     const std::string sCause = FindWrongPlace();
@@ -82,6 +86,8 @@ void CLasHeader::TakeLaterCounts(const unsigned char* pBytes)
 {
     if (nNumLegacy == 0)
         nNumPnts = LasLayout::Get(pBytes, LasLayout::c_nNumPnts);
+    if (LasLayout::Get(pBytes, LasLayout::c_nNumLaterRecords) > 0)
+        nPosLaterRecords = LasLayout::Get(pBytes, LasLayout::c_nPosLaterRecords);
     std::vector<std::int64_t> vecLater;
     for (std::size_t i = 0; i < LasLayout::c_nNumReturns; ++i)
         vecLater.push_back(LasLayout::Get(pBytes, LasLayout::c_nNumByReturn, i));
@@ -128,6 +134,21 @@ std::int64_t CLasHeader::CalcNumHeld() const
     if (bCompressed || nSize <= 0)
         return -1;
     return std::max<std::int64_t>(nFileSize - nPosPnts, 0) / nSize;
+}
+
+std::int64_t CLasHeader::CalcNumThere() const
+{
+    const int nSize = CalcPntSize();
+    if (bCompressed || nSize <= 0)
+        return -1;
+    std::int64_t nEnd = nFileSize;
+    for (const std::int64_t nPosOther : {nPosWaveforms, nPosLaterRecords})
+        if (nPosOther > nPosPnts)
+            nEnd = std::min(nEnd, nPosOther);
+    const std::int64_t nNumBytes = std::max<std::int64_t>(nEnd - nPosPnts, 0);
+    const std::int64_t nNum = nNumBytes / nSize;
+    const bool bOther = nNumBytes % nSize != 0 && nNumPnts > 0;
+    return bOther ? std::min(nNum, nNumPnts) : nNum;
 }
 
 std::string CLasHeader::GetDate() const

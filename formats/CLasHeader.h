@@ -31,6 +31,8 @@ struct CLasHeader
     std::uint16_t nPntSize = 0;               ///< bytes of a point, see CalcPntSize
     std::int64_t nNumLegacy = 0;              ///< the count of 32 bits
     std::int64_t nNumPnts = 0;                ///< the count that holds: that of 64 bits where the other is 0
+    std::int64_t nPosWaveforms = 0;           ///< behind the points; 0: none
+    std::int64_t nPosLaterRecords = 0;        ///< behind the points; 0: none
     std::vector<std::int64_t> vecNumByReturn; ///< of 1st, 2nd returns and so on: 5, from LAS 1.4 on 15
     std::array<double, 3> adScale{};
     std::array<double, 3> adOffset{};
@@ -54,6 +56,12 @@ struct CLasHeader
 
     /// @return points that the file has room for; -1 of a compressed file, whose size does not tell.
     std::int64_t CalcNumHeld() const;
+
+    /// Counts of headers are often too low, above all where a file was not finished. What lies behind the
+    /// announced points counts as points where it is a whole number of them, or where none are announced.
+    ///
+    /// @return points that stand before what else the file has; -1 of a compressed file.
+    std::int64_t CalcNumThere() const;
 
     /// @return the day of creation as "2024-02-01"; as much as is given, empty when nothing is.
     std::string GetDate() const;

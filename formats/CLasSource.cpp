@@ -19,16 +19,18 @@ public:
 
     bool HasColor() const override { return m_header.HasColor(); }
 
-    std::int64_t GetNumAnnounced() const override { return m_header.nNumPnts; }
+    std::int64_t GetNumAnnounced() const override
+    {
+        return std::max(m_header.nNumPnts, m_guard.GetLeastNumPnts());
+    }
 
     std::string ForEach(const TOnPnt& onPnt) override
     {
         CLaszipReader reader(m_guard, CLaszipReader::Parts_All);
         if (!reader.IsOpen())
             return "its LAS data are damaged or cut off";
-        const std::int64_t nNumPnts = std::min(m_header.nNumPnts, m_guard.GetMaxNumPnts());
         const laszip_point_struct* pPnt = nullptr;
-        for (m_nNumRead = 0; m_nNumRead < nNumPnts && (pPnt = reader.Read()) != nullptr; ++m_nNumRead)
+        for (m_nNumRead = 0; IsMoreToRead(reader) && (pPnt = reader.Read()) != nullptr; ++m_nNumRead)
             onPnt(SourceFromLasPnt(*pPnt));
         return {};
     }
@@ -36,12 +38,22 @@ public:
     /// Of a compressed file, only reading it tells how many points it holds.
     std::vector<CFinding> GetFindings() const override
     {
-        if (!m_header.bCompressed || m_nNumRead >= m_header.nNumPnts)
-            return {};
-        return {FindUnreadPnts(m_header.nNumPnts, m_nNumRead)};
+        if (m_header.bCompressed && m_nNumRead < m_header.nNumPnts)
+            return {FindUnreadPnts(m_header.nNumPnts, m_nNumRead)};
+        if (m_nNumRead > std::max(m_header.nNumPnts, m_guard.GetLeastNumPnts())) // else the head tells
+            return {FindUntakenPnts(m_header.nNumPnts, m_nNumRead, true, true)};
+        return {};
     }
 
 private:
+    /// Are there points left, announced or not?
+    bool IsMoreToRead(const CLaszipReader& reader) const
+    {
+        if (m_nNumRead >= m_guard.GetMaxNumPnts())
+            return false;
+        return m_nNumRead < GetNumAnnounced() || reader.GetPos() < m_guard.GetPosEnd();
+    }
+
     CSourcePnt SourceFromLasPnt(const laszip_point_struct& las) const
     {
         CSourcePnt pnt;
@@ -68,4 +80,20 @@ CMadeSource MakeLasSource(CLasGuard& guard)
     if (!guard.GetCause().empty())
         return {nullptr, guard.GetCause()};
     return {std::make_unique<CLasSource>(guard), {}};
+}
+
+bool HasLasColors(CLasGuard& guard)
+{
+    const CLasHeader& header = guard.GetHeader();
+    if (!header.HasColor())
+        return false;
+    CLaszipReader reader(guard, CLaszipReader::Parts_All);
+    if (!reader.IsOpen())
+        return false;
+    const std::int64_t nNumPnts = std::min(header.nNumPnts, guard.GetMaxNumPnts());
+    const laszip_point_struct* pPnt = nullptr;
+    for (std::int64_t i = 0; i < nNumPnts && (pPnt = reader.Read()) != nullptr; ++i)
+        if ((pPnt->rgb[0] | pPnt->rgb[1] | pPnt->rgb[2]) != 0)
+            return true;
+    return false;
 }

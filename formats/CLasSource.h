@@ -12,4 +12,11 @@ class CLasGuard;
 ///         LASzip.
 CMadeSource MakeLasSource(CLasGuard& guard);
 
+/// Reads up to the first point that has a colour other than black: fields of colours are often never filled.
+///
+/// @param guard  as above.
+/// @return false when there is none. A build without LASzip does not look, and says true of a format with
+///         colours.
+bool HasLasColors(CLasGuard& guard);
+
 #endif

@@ -32,6 +32,9 @@ public:
 
     bool IsOpen() const noexcept { return m_pPnt != nullptr; }
 
+    /// How far LASzip has taken the file.
+    std::int64_t GetPos() const noexcept { return m_file.GetPos(); }
+
     /// @return the next point, until the next call; null where the points end or cannot be decoded. It is not
     /// to
     ///         be called for more points than the guard's GetMaxNumPnts. REQUIRES: IsOpen.

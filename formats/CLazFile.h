@@ -28,6 +28,9 @@ public:
     /// Depth counts from the caller on. Before the first call it counts from the constructor.
     void StartHere() noexcept { m_nStart = GetStackPos(); }
 
+    /// How far the bytes have been taken.
+    std::int64_t GetPos() const noexcept { return m_nPosBlock + (gptr() - m_vecBlock.data()); }
+
 protected:
     int_type underflow() override;
     std::streamsize xsgetn(char* pBytes, std::streamsize nNum) override;
@@ -78,6 +81,8 @@ public:
     }
 
     void StartHere() noexcept { m_buf.StartHere(); }
+
+    std::int64_t GetPos() const noexcept { return m_buf.GetPos(); }
 
 private:
     CFilePtr m_pOwned; // of a file that it has opened itself

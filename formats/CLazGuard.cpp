@@ -73,6 +73,8 @@ bool CLazGuard::Check(std::int64_t nPos, std::uint16_t nSize, std::int64_t nPosP
             "it is cut off, damaged or was never finished: the table of its compressed points, without "
             "which they cannot be read, is not there");
     TakeChunksWithoutTable();
+    if (m_bLayered)
+        m_nLeastNumPnts = m_nMaxNumPnts;
     return true;
 }
 
@@ -182,7 +184,15 @@ bool CLazGuard::CheckChunks()
         m_nMaxNumPnts = static_cast<std::int64_t>(std::min<std::uint64_t>(
             std::uint64_t{m_vecChunks.size()} * m_nChunkSize, std::numeric_limits<std::int64_t>::max()));
     if (m_bVariable || m_bLayered)
+    {
         m_nMaxNumPnts = std::min(m_nMaxNumPnts, nSumPnts);
+        m_nLeastNumPnts = m_nMaxNumPnts;
+    }
+    else
+    {
+        m_nLeastNumPnts = m_vecChunks.empty() ? 0 : m_nMaxNumPnts - m_nChunkSize + 1;
+        m_nPosEnd = m_vecChunks.empty() ? 0 : m_vecStarts.back();
+    }
     return true;
 }
 

@@ -56,6 +56,13 @@ public:
     /// For CLazFile: with it LASzip does not look at the table, of which a damaged one, or a lack of memory
     /// while it is read, is its death. It needs that of chunks of variable size.
     std::vector<CFilePatch> GetPatches() const;
+    /// Points that the chunks hold at least. Only chunks of a fixed size, but for the last of them all full,
+    /// do not say how many the last one holds: then it counts as one. -1: of one stream, which does not tell.
+    std::int64_t GetLeastNumPnts() const noexcept { return m_nLeastNumPnts; }
+
+    /// Where the last such chunk ends, 0 where the number of points is known: behind the last point the
+    /// reading library has come to this place.
+    std::int64_t GetPosEnd() const noexcept { return m_nPosEnd; }
 
 private:
     bool CheckCompressor(std::int64_t nPos, std::uint16_t nSize);
@@ -87,6 +94,8 @@ private:
     std::vector<CLazChunk> m_vecChunks;      // of the table
     std::vector<std::int64_t> m_vecStarts;
     std::int64_t m_nMaxNumPnts = std::numeric_limits<std::int64_t>::max();
+    std::int64_t m_nLeastNumPnts = -1;
+    std::int64_t m_nPosEnd = 0;
 };
 
 #endif

@@ -1,13 +1,15 @@
 #include <formats/LasFindings.h>
 
-#include <formats/CLasHeader.h>
+#include <formats/CLasGuard.h>
 #include <formats/CloudLimits.h>
 #include <formats/CountOf.h>
 
-std::vector<CFinding> FindLasFindings(const CLasHeader& header, bool bAsMeant)
+std::vector<CFinding> FindLasFindings(const CLasGuard& guard, bool bAsMeant)
 {
     std::vector<CFinding> vecFindings;
+    const CLasHeader& header = guard.GetHeader();
     const std::int64_t nHeld = header.CalcNumHeld();
+    const std::int64_t nLeast = guard.GetLeastNumPnts();
     const std::string sAnnounces = "its header announces " + CountOf(header.nNumPnts, "point") + ", ";
     if (nHeld >= 0 && nHeld < header.nNumPnts)
         vecFindings.push_back(
@@ -16,18 +18,32 @@ std::vector<CFinding> FindLasFindings(const CLasHeader& header, bool bAsMeant)
                  " there: it is cut off, and a point at the first one's place comes for the "
                  "missing ones",
              bAsMeant && nHeld > 0, ""});
-    if (header.nNumPnts == 0)
+    if (nLeast > header.nNumPnts)
+        vecFindings.push_back(FindUntakenPnts(header.nNumPnts, nLeast, guard.GetPosEnd() == 0, bAsMeant));
+    else if (header.nNumPnts == 0)
         vecFindings.push_back({"las-empty", "it holds no points", false, ""});
     if (header.nNumPnts > c_nMaxCloudPnts)
         vecFindings.push_back({"las-too-many",
                                sAnnounces + "a cloud holds " + std::to_string(c_nMaxCloudPnts) + " at most",
                                false, "split it into tiles"});
-    if (header.HasColor() && !header.IsColorTaken())
-        vecFindings.push_back({"las-color",
-                               "its colours are not taken, since its point format is " +
-                                   std::to_string(header.nFormat) + ": those of formats 2, 3 and 5 are",
-                               bAsMeant, ""});
     return vecFindings;
+}
+
+CFinding FindUntakenColors(const CLasHeader& header, bool bAsMeant)
+{
+    return {"las-color",
+            "its colours are not taken, since its point format is " + std::to_string(header.nFormat) +
+                ": those of formats 2, 3 and 5 are",
+            bAsMeant, ""};
+}
+
+CFinding FindUntakenPnts(std::int64_t nAnnounced, std::int64_t nNumThere, bool bExact, bool bAsMeant)
+{
+    return {"las-count",
+            "its header announces " + CountOf(nAnnounced, "point") + ", but " + (bExact ? "" : "at least ") +
+                std::to_string(nNumThere) + OneOrMany(nNumThere, " is", " are") +
+                " there: those behind the announced ones are not read",
+            bAsMeant, ""};
 }
 
 CFinding FindUnreadPnts(std::int64_t nAnnounced, std::int64_t nNumRead)

@@ -61,8 +61,11 @@ constexpr CLasField<double> c_dScale{131};                    ///< x; y and z fo
 constexpr CLasField<double> c_dOffset{155};                   ///< x; y and z follow
 constexpr CLasField<double> c_dMax{179};                      ///< x; then the least x, and so y and z
 constexpr CLasField<double> c_dMin{187};
-constexpr CLasField<std::int64_t> c_nNumPnts{247};     ///< from LAS 1.4 on
-constexpr CLasField<std::int64_t> c_nNumByReturn{255}; ///< the first of c_nNumReturns
+constexpr CLasField<std::int64_t> c_nPosWaveforms{227};     ///< from LAS 1.3 on; 0: none in this file
+constexpr CLasField<std::int64_t> c_nPosLaterRecords{235};  ///< from LAS 1.4 on: they stand behind the points
+constexpr CLasField<std::uint32_t> c_nNumLaterRecords{243}; ///< likewise
+constexpr CLasField<std::int64_t> c_nNumPnts{247};          ///< from LAS 1.4 on
+constexpr CLasField<std::int64_t> c_nNumByReturn{255};      ///< the first of c_nNumReturns
 
 constexpr std::size_t c_nNumReturnsLegacy = 5;
 constexpr std::size_t c_nNumReturns = 15;
@@ -75,7 +78,8 @@ constexpr std::size_t c_nMaxHeaderSize = c_anHeaderSize.back(); ///< behind it n
 /// The major version of all that is known here.
 constexpr int c_nMajorKnown = 1;
 
-/// The first minor version that has the later counts.
+/// The first minor versions that have the position of waveforms, and the later counts and records.
+constexpr int c_nMinorOfWaveforms = 3;
 constexpr int c_nMinorOfLaterCounts = 4;
 
 /// The highest bits of the format in the header mark a compressed file.

@@ -9,8 +9,6 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
-#include <algorithm>
-#include <filesystem>
 #include <memory>
 
 namespace zorcld
@@ -31,36 +29,10 @@ struct COptions
     bool bJson = false;
 };
 
-/// The name as a shell takes it for one word, and a command for the name of a file.
-std::string Quote(const std::string& sName)
-{
-    std::string sText = !sName.empty() && sName.front() == '-' ? "./" + sName : sName;
-    const bool bPlain = std::all_of(sText.begin(), sText.end(),
-                                    [](unsigned char c)
-                                    {
-                                        return std::isalnum(c) != 0 ||
-                                               std::string_view("/._-+,=@%").find(static_cast<char>(c)) !=
-                                                   std::string_view::npos;
-                                    });
-    if (bPlain && !sText.empty())
-        return sText;
-    std::string sQuoted = "'";
-    for (const char c : sText)
-        sQuoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return sQuoted + "'";
-}
-
-std::string GetCommand(const CCheckResult& result)
-{
-    const std::filesystem::path path(result.sPath);
-    const std::string sOut = path.stem().string() + "_converted.cld";
-    return fmt::format("zorcld convert {} {}", Quote(result.sPath), Quote(sOut));
-}
-
 /// @return the command or the advice that helps; empty: nothing does.
 std::string GetHelp(const CCheckResult& result, bool bConvert, const std::string& sHint)
 {
-    return bConvert ? GetCommand(result) : sHint;
+    return bConvert ? result.sCommand : sHint;
 }
 
 int GetStatus(const CCheckResult& result)
@@ -111,7 +83,7 @@ void Print(const CCheckResult& result)
         bConvert = bConvert || finding.bConvert;
     }
     if (bConvert)
-        fmt::print("        what helps: {}\n", GetCommand(result));
+        fmt::print("        what helps: {}\n", result.sCommand);
 }
 
 void Check(const COptions& options, const CConsole& console)

@@ -20,6 +20,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <limits>
 #include <memory>
 
@@ -33,6 +34,7 @@ struct COptions
 {
     CInputOptions input;
     std::string sOutPath;
+    bool bForce = false;
 };
 
 unsigned char ToByte(std::uint16_t n)
@@ -144,11 +146,21 @@ std::string ConvertPnts(IPntSource& source, const COptions& options, const CCons
     return sResult;
 }
 
+/// The file that is read may be reached by another name, or through a link.
+void RefuseSameFile(const COptions& options)
+{
+    std::error_code error;
+    if (!options.bForce && std::filesystem::equivalent(options.input.sPath, options.sOutPath, error))
+        throw CUsageError(
+            fmt::format("OUT: '{}' is the file that is read (--force replaces it)", options.sOutPath));
+}
+
 void Convert(const COptions& options, const CConsole& console)
 {
     const std::string sExtension = GetExtension(options.sOutPath);
     if (sExtension != ".ply" && sExtension != ".cld")
         throw CUsageError(fmt::format("OUT: '{}' ends neither in .ply nor in .cld", options.sOutPath));
+    RefuseSameFile(options);
     const std::unique_ptr<CInputFile> pFile = OpenInputFile(options.input);
     std::unique_ptr<IPntSource> pSource = pFile->MakeSource();
     std::string sResult;
@@ -174,6 +186,7 @@ void AddConvertCommand(CLI::App& app, const CConsole& console)
         "convert", "Writes a file as .ply or .cld that loads as it is meant; reads more than the others do");
     AddInputOptions(*pCommand, pOptions->input);
     pCommand->add_option("OUT", pOptions->sOutPath, "File to write, .ply or .cld")->required();
+    pCommand->add_flag("--force", pOptions->bForce, "Let OUT replace the file that is read");
     pCommand->callback([pOptions, &console] { Convert(*pOptions, console); });
 }
 

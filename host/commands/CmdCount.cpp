@@ -27,7 +27,7 @@ void CountPoints(const COptions& options, const CConsole& console)
     const zor::geom::RECT_2D rect = ParseRect(options.sRect);
     CFileColors colors;
     CPntCld cloud(&colors);
-    LoadCloud(cloud, options.input, console);
+    LoadOrAdvise(cloud, options.input, console);
     fmt::print("{}\n", cloud.GetNumPnts2D(rect.xmin, rect.ymin, rect.xmax, rect.ymax));
 }
 

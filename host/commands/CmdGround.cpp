@@ -99,7 +99,7 @@ void FindGround(const COptions& options, const CConsole& console)
     CGroundPicture::COptions pictureOptions = ParsePicture(options);
     CViewColors colors;
     CPntCld cloud(&colors);
-    LoadCloud(cloud, options.input, console);
+    LoadOrAdvise(cloud, options.input, console);
     ChooseColors(options.picture, options.input.sPath, cloud, colors);
     pictureOptions.bByHeight = colors.IsByHeight();
     colors.SetByHeight(false);

@@ -78,6 +78,7 @@ TJson CollectInfo(const CPntCld& cloud, const CInputFile& file, const CLoadFacts
     info["warnings"] = TJson::array();
     for (const CFinding& finding : facts.vecFindings)
         info["warnings"].push_back(finding.sText);
+    info["help"] = facts.sCommand.empty() ? TJson() : TJson(facts.sCommand);
     file.Describe(info);
     return info;
 }
@@ -113,7 +114,9 @@ void PrintInfo(const TJson& info, const CInputFile& file, const CLoadFacts& fact
     PrintLine("Type", file.GetKind().pTitle);
     PrintLine("Points", GroupDigits(info["points"].get<std::int64_t>()));
     PrintDuplicates(file, facts);
-    PrintLine("Colour", info["color"].get<bool>() ? "yes" : "no");
+    PrintLine("Colour", facts.HasFinding("color-zero") ? "its fields are all 0"
+                        : info["color"].get<bool>()    ? "yes"
+                                                       : "no");
     PrintBounds(info["bounds"]);
     if (!info["plan_density"].is_null())
     {
@@ -143,7 +146,7 @@ void ShowInfo(const COptions& options, const CConsole& console)
     CFileColors colors;
     CPntCld cloud(&colors);
     const std::unique_ptr<CInputFile> pFile = OpenInputFile(options.input);
-    const CLoadFacts facts = LoadCloud(cloud, *pFile, console);
+    const CLoadFacts facts = LoadOrAdvise(cloud, *pFile, console);
     const TJson info = CollectInfo(cloud, *pFile, facts);
     if (options.bJson)
         fmt::print("{}\n", info.dump(2, ' ', false, TJson::error_handler_t::replace));

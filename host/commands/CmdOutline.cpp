@@ -162,7 +162,7 @@ void MakeOutline(const COptions& options, const CConsole& console)
 
     CViewColors colors;
     CPntCld cloud(&colors);
-    LoadCloud(cloud, options.input, console);
+    LoadOrAdvise(cloud, options.input, console);
     ChooseColors(options.picture, options.input.sPath, cloud, colors);
     const COutline outline = FindOutline(cloud, options, console);
     const TRing ring = outline.GetRing();

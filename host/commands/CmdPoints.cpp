@@ -34,7 +34,7 @@ void WritePoints(const COptions& options, const CConsole& console)
     CQuery query = ParseQuery(options.query);
     CFileColors colors;
     CPntCld cloud(&colors);
-    LoadCloud(cloud, options.input, console);
+    LoadOrAdvise(cloud, options.input, console);
     query.Choose(cloud);
     if (options.query.nMaxPnts > 0)
         query.dLod = FindLod(cloud, query, options.query.nMaxPnts);

@@ -121,7 +121,7 @@ void MakeProfile(const COptions& options, const CConsole& console)
 
     CViewColors colors;
     CPntCld cloud(&colors);
-    LoadCloud(cloud, options.input, console);
+    LoadOrAdvise(cloud, options.input, console);
     ChooseColors(options.picture, options.input.sPath, cloud, colors);
     const CProfile profile = CutProfile(cloud, line);
 

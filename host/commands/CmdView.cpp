@@ -99,7 +99,7 @@ void MakeView(const COptions& options, const CConsole& console)
 
     CViewColors colors;
     CPntCld cloud(&colors);
-    LoadCloud(cloud, options.input, console);
+    LoadOrAdvise(cloud, options.input, console);
     ChooseColors(options.picture, options.input.sPath, cloud, colors);
     view.query.Choose(cloud);
     if (!options.sOverlayPath.empty() && !IsNear(view.overlay, cloud))

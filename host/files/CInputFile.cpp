@@ -1,6 +1,8 @@
 #include <host/files/CInputFile.h>
 
+#include <host/files/ColorFindings.h>
 #include <host/output/CFailure.h>
+#include <host/output/HasColors.h>
 
 #include <algorithm>
 #include <utility>
@@ -14,7 +16,7 @@ std::int64_t CFileFacts::CalcNumPnts() const
 }
 
 CInputFile::CInputFile(const CFileKind& kind, const std::string& sPath, CByteReader&& reader)
-    : m_reader(std::move(reader)), m_kind(kind), m_sPath(sPath)
+    : m_reader(std::move(reader)), m_kind(kind), m_input{sPath, ""}
 {
 }
 
@@ -34,7 +36,7 @@ std::unique_ptr<IPntSource> CInputFile::MakeSource()
 {
     CMadeSource made = TryMakeSource();
     if (!made.sCause.empty())
-        throw CFailure(m_sPath, made.sCause);
+        throw CFailure(m_input.sPath, made.sCause);
     return std::move(made.pSource);
 }
 
@@ -45,6 +47,12 @@ std::int64_t CInputFile::CountByReading()
     const bool bRead =
         made.pSource != nullptr && made.pSource->ForEach([&](const CSourcePnt&) { ++nNumPnts; }).empty();
     return bRead ? nNumPnts : 0;
+}
+
+void CInputFile::FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindings)
+{
+    if (cloud.IsWithColor() && cloud.GetNumPnts() > 0 && !HasColors(cloud))
+        vecFindings.push_back(FindZeroColors());
 }
 
 std::int64_t CInputFile::CountRead(std::int64_t, std::vector<CFinding>&) const

@@ -3,6 +3,7 @@
 
 #include <formats/CByteReader.h>
 #include <formats/IPntSource.h>
+#include <host/files/CInputOptions.h>
 
 #include <nlohmann/json_fwd.hpp>
 
@@ -46,9 +47,13 @@ public:
     CInputFile& operator=(const CInputFile&) = delete;
 
     const CFileKind& GetKind() const { return m_kind; }
-    const std::string& GetPath() const { return m_sPath; } ///< as the user named it
+    const CInputOptions& GetInput() const { return m_input; } ///< as the user named it
+    const std::string& GetPath() const { return m_input.sPath; }
     std::int64_t GetSize() const { return m_reader.GetSize(); }
     const CFileFacts& GetFacts() const { return m_facts; }
+
+    /// Keeps the type that the user gave the file, empty where it was found out.
+    void SetToldType(const std::string& sType) { m_input.sType = sType; }
 
     /// @return why the library does not load the file, as far as its head tells, without a full stop; empty:
     ///         nothing found.
@@ -73,8 +78,12 @@ public:
     /// @param facts  from one pass over the file's source.
     virtual void FindInPnts(const CSourceFacts& /*facts*/, std::vector<CFinding>& /*vecFindings*/) const {}
 
-    /// Adds what went wrong with the points while the file was loaded.
-    virtual void FindInCloud(const CPntCld& /*cloud*/, std::vector<CFinding>& /*vecFindings*/) const {}
+    /// Adds what went wrong with the points while the file was loaded. May read the file again.
+    virtual void FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindings);
+
+    /// Does a cloud that has been loaded from this file have the points where the file means them, those
+    /// apart that are told to lie out of reach?
+    virtual bool IsPlaceTaken() const { return false; }
 
     /// How many points the library has read.
     /// @param nNumCalls    of the progress bar during the load.
@@ -108,7 +117,7 @@ private:
     virtual std::string CalcDataCause(std::int64_t nNumRead);
 
     const CFileKind& m_kind;
-    std::string m_sPath;
+    CInputOptions m_input;
     std::optional<std::string> m_sCause; // once found
 };
 

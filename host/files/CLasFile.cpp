@@ -1,6 +1,7 @@
 #include <host/files/CLasFile.h>
 
 #include <formats/LasFindings.h>
+#include <host/files/ColorFindings.h>
 #include <host/files/SourceFacts.h>
 #include <host/output/FormatCount.h>
 #include <host/output/PrintLine.h>
@@ -127,11 +128,20 @@ CLasFile::CLasFile(const std::string& sPath, CByteReader&& reader)
         m_vecRecords.push_back(record);
     m_facts.nAnnounced = m_header.nNumPnts;
     m_facts.nHeld = m_header.CalcNumHeld();
-    m_facts.vecFindings = FindLasFindings(m_header, ZORCLD_HAS_LASZIP);
+    m_facts.vecFindings = FindLasFindings(m_guard, ZORCLD_HAS_LASZIP);
+}
+
+/// Scales and offsets that are not numbers, or too large ones, show in the first point already.
+bool CLasFile::IsPlaceTaken() const
+{
+    const CSourcePnt first{m_adFirst[0], m_adFirst[1], m_adFirst[2], 0, 0, 0};
+    return first.IsFinite() && first.IsInReachOf(first);
 }
 
 void CLasFile::FindInPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFindings) const
 {
+    if (facts.nMaxColor > 0 && !m_header.IsColorTaken())
+        vecFindings.push_back(FindUntakenColors(m_header, ZORCLD_HAS_LASZIP));
     if (facts.HasDeepColor() && facts.nNumLowColors > 0)
         vecFindings.push_back(
             {"color-16-bit",
@@ -143,11 +153,15 @@ void CLasFile::FindInPnts(const CSourceFacts& facts, std::vector<CFinding>& vecF
 
 /// Points out of the first one's reach lie at the end of it once they are loaded. (The bounds of a cloud do
 /// not tell: they are those of its octree.)
-void CLasFile::FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindings) const
+void CLasFile::FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindings)
 {
     constexpr double c_dNearEnd = c_dReach - 1.0 / c_dCompactScale;
-    if (!m_guard.GetCause().empty())
+    if (!m_guard.GetCause().empty() || m_facts.CalcNumPnts() == 0)
         return;
+    CInputFile::FindInCloud(cloud, vecFindings);
+    if (m_header.HasColor() && !m_header.IsColorTaken())
+        vecFindings.push_back(HasLasColors(m_guard) ? FindUntakenColors(m_header, ZORCLD_HAS_LASZIP)
+                                                    : FindZeroColors());
     const auto calcDist = [&](double d, std::size_t k)
     { return std::fabs(d - static_cast<double>(SaturateToFloat(m_adFirst[k]))); };
     double dReach = 0.0;

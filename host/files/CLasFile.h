@@ -18,9 +18,10 @@ public:
     CLasFile(const std::string& sPath, CByteReader&& reader);
 
     bool IsCheckedByLoading() const override { return true; }
+    bool IsPlaceTaken() const override;
 
     void FindInPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFindings) const override;
-    void FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindings) const override;
+    void FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindings) override;
     std::int64_t CountRead(std::int64_t nNumCalls, std::vector<CFinding>& vecFindings) const override;
     void Describe(nlohmann::ordered_json& info) const override;
     void Print(const nlohmann::ordered_json& info) const override;

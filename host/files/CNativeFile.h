@@ -16,6 +16,8 @@ public:
 
     CNativeFile(const std::string& sPath, CByteReader&& reader);
 
+    bool IsPlaceTaken() const override { return true; }
+
     /// Builds the octree anew where the one of the file misses points.
     void Mend(CPntCld& cloud) const override;
 

@@ -4,6 +4,8 @@
 #include <host/files/CFileColors.h>
 #include <host/files/CStackedPnts.h>
 #include <host/files/CTakenPnts.h>
+#include <host/files/ColorFindings.h>
+#include <host/files/ConvertCommand.h>
 #include <host/files/LoadCloud.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
@@ -119,6 +121,10 @@ void AskLoader(CCheckResult& result, CInputFile& file)
         result.vecFindings.push_back({"misread", "it loads, but is damaged: " + result.sCause, false, ""});
         result.bConvert = false;
     }
+    else if (sCause.empty() && result.bUnseen)
+    {
+        result.vecFindings = std::move(vecFindings);
+    }
     else if (result.sCause.empty() && !sCause.empty())
     {
         result.bConvert = std::any_of(result.vecFindings.begin(), result.vecFindings.end(),
@@ -132,6 +138,8 @@ void FindInPnts(CInputFile& file, const CSourceFacts& facts, CStackedPnts& stack
 {
     FindMergedPnts(facts, result.vecFindings);
     FindStackedPnts(stacked, facts, result.vecFindings);
+    if (facts.summary.bColor && facts.summary.nNumPnts > 0 && facts.nMaxColor == 0)
+        result.vecFindings.push_back(FindZeroColors());
     file.FindInPnts(facts, result.vecFindings);
     FindFarPnts(facts, result.vecFindings);
     if (facts.nNumFar > 0 && !CTakenPnts::CanTake(facts))
@@ -147,6 +155,7 @@ bool LookAtPnts(CCheckResult& result, CInputFile& file, const CConsole& console)
     {
         const std::unique_ptr<IPntSource> pSource = file.MakeSource();
         result.bLoaded = pSource == nullptr && file.IsCheckedByLoading();
+        result.bUnseen = pSource == nullptr;
         if (pSource == nullptr)
         {
             result.sCause = result.bLoaded ? TryLoad(file, result.vecFindings) : file.FindCause();
@@ -176,21 +185,6 @@ bool LookAtPnts(CCheckResult& result, CInputFile& file, const CConsole& console)
     }
 }
 
-/// Of a file whose points have not been looked at: only a whole pass tells whether none of them is cut off.
-bool CanConvert(CInputFile& file, const CConsole& console)
-{
-    try
-    {
-        const std::unique_ptr<IPntSource> pSource = file.MakeSource();
-        return pSource != nullptr && CTakenPnts::CanTake(CollectSourceFacts(*pSource, file.GetPath(), console,
-                                                                            "checking ", nullptr));
-    }
-    catch (const CFailure&)
-    {
-        return false;
-    }
-}
-
 /// Nobody is sent to a command that fails.
 void TakeBackHelp(CCheckResult& result)
 {
@@ -205,6 +199,7 @@ CCheckResult CheckFile(const CInputOptions& input, const CConsole& console)
 {
     CCheckResult result;
     result.sPath = input.sPath;
+    result.sCommand = FormatConvertCommand(input);
     std::unique_ptr<CInputFile> pFile;
     try
     {
@@ -219,12 +214,13 @@ CCheckResult CheckFile(const CInputOptions& input, const CConsole& console)
     result.nNumPnts = pFile->GetFacts().CalcNumPnts();
     result.vecFindings = pFile->GetFacts().vecFindings;
     result.sCause = pFile->GetHeadCause();
+    // Of a file whose points cannot be looked at, only a whole pass tells whether none of them is cut off.
     const bool bTaken =
         result.sCause.empty() ? LookAtPnts(result, *pFile, console) : CanConvert(*pFile, console);
     result.bConvert = !result.sCause.empty() && !result.bLoaded;
     if (IsSmall(*pFile) && !result.bLoaded)
         AskLoader(result, *pFile);
-    if (!bTaken)
+    if (!bTaken || result.sCommand.empty())
         TakeBackHelp(result);
     return result;
 }

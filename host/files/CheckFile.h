@@ -18,11 +18,13 @@ struct CInputOptions;
 struct CCheckResult
 {
     std::string sPath;
+    std::string sCommand;             ///< that converts it, where a finding or the cause says that this helps
     const CFileKind* pKind = nullptr; ///< null: not known
     std::int64_t nNumPnts = -1;       ///< that it holds, or else announces; -1: not known
     std::string sCause;               ///< why it cannot be loaded; empty: it can
     bool bConvert = false;            ///< that cause is none for `zorcld convert`
     bool bLoaded = false;             ///< it was loaded to find that out
+    bool bUnseen = false;             ///< only the library reads its points
     std::vector<CFinding> vecFindings;
 };
 

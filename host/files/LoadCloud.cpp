@@ -3,6 +3,7 @@
 #include <formats/CloudLimits.h>
 #include <formats/CountOf.h>
 #include <host/files/CFileKind.h>
+#include <host/files/ConvertCommand.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
@@ -59,24 +60,51 @@ bool HasPlace(const CPntCld& cloud)
            std::isfinite(box.xmin + box.ymin + box.zmin + box.xmax + box.ymax + box.zmax);
 }
 
+/// @return the command that helps against what has been found; empty: none does.
+std::string FindCommand(const CLoadFacts& facts, const CPntCld& cloud, CInputFile& file,
+                        const CConsole& console)
+{
+    const bool bHelps = std::any_of(facts.vecFindings.begin(), facts.vecFindings.end(),
+                                    [](const CFinding& finding) { return finding.bConvert; });
+    if (!bHelps)
+        return {};
+    // The points have just been read, and lie near each other.
+    if (file.IsPlaceTaken() && cloud.GetNumPnts() > 0 && !facts.HasFinding("span"))
+        return FormatConvertCommand(file.GetInput());
+    return FindConvertCommand(file, console);
+}
+
+/// A line each; the last one that converting helps against names the command.
+void NoteFindings(const CLoadFacts& facts, const CInputFile& file, const CConsole& console)
+{
+    const auto itLast = std::find_if(facts.vecFindings.rbegin(), facts.vecFindings.rend(),
+                                     [](const CFinding& finding) { return finding.bConvert; });
+    for (const CFinding& finding : facts.vecFindings)
+    {
+        const bool bHelp = !facts.sCommand.empty() && &finding == &*itLast;
+        console.Note(fmt::format("{}: {}{}", file.GetPath(), finding.sText,
+                                 bHelp ? "; what helps: " + facts.sCommand : std::string()));
+    }
+}
+
 } // namespace
+
+bool CLoadFacts::HasFinding(std::string_view sCode) const
+{
+    return std::any_of(vecFindings.begin(), vecFindings.end(),
+                       [&](const CFinding& finding) { return finding.pCode == sCode; });
+}
 
 void RefuseMovedPnts(const CLoadFacts& facts, const std::string& sPath)
 {
-    for (const CFinding& finding : facts.vecFindings)
-        if (finding.pCode == std::string_view("span"))
-            throw CFailure(
-                sPath, fmt::format("its points lie more than {} units from the first one; a zorcld that is "
+    if (facts.HasFinding("span"))
+        throw CFailure(sPath,
+                       fmt::format("its points lie more than {} units from the first one; a zorcld that is "
                                    "built with LASzip may convert it",
                                    c_nReach));
 }
 
-CLoadFacts LoadCloud(CPntCld& cloud, const CInputOptions& input, const CConsole& console)
-{
-    return LoadCloud(cloud, *OpenInputFile(input), console);
-}
-
-CLoadFacts LoadCloud(CPntCld& cloud, CInputFile& file, const CConsole& console)
+static CLoadFacts ReadCloud(CPntCld& cloud, CInputFile& file, const CConsole& console)
 {
     const CFileFacts& fileFacts = file.GetFacts();
     CLoadFacts facts;
@@ -102,8 +130,6 @@ CLoadFacts LoadCloud(CPntCld& cloud, CInputFile& file, const CConsole& console)
     if (fileFacts.bDuplicates && nNumRead >= 0)
         facts.nDuplicates = std::max<std::int64_t>(nNumRead - cloud.GetNumPnts(), 0);
     file.FindInCloud(cloud, facts.vecFindings);
-    for (const CFinding& finding : facts.vecFindings)
-        console.Note(fmt::format("{}: {}", file.GetPath(), finding.sText));
     facts.dSeconds = CalcSeconds(timeEnd - timeStart);
     if (progress.HasPos())
     {
@@ -111,6 +137,36 @@ CLoadFacts LoadCloud(CPntCld& cloud, CInputFile& file, const CConsole& console)
         facts.dSecondsIndex = CalcSeconds(timeEnd - progress.GetLastTime());
     }
     return facts;
+}
+
+CLoadFacts LoadCloud(CPntCld& cloud, CInputFile& file, const CConsole& console)
+{
+    CLoadFacts facts = ReadCloud(cloud, file, console);
+    NoteFindings(facts, file, console);
+    return facts;
+}
+
+CLoadFacts LoadOrAdvise(CPntCld& cloud, CInputFile& file, const CConsole& console)
+{
+    try
+    {
+        CLoadFacts facts = ReadCloud(cloud, file, console);
+        facts.sCommand = FindCommand(facts, cloud, file, console);
+        NoteFindings(facts, file, console);
+        return facts;
+    }
+    catch (const CFailure& failure)
+    {
+        const std::string sCommand = FindConvertCommand(file, console);
+        throw sCommand.empty()
+            ? failure
+            : CFailure(failure.GetFile(), fmt::format("{}; what helps: {}", failure.GetCause(), sCommand));
+    }
+}
+
+CLoadFacts LoadOrAdvise(CPntCld& cloud, const CInputOptions& input, const CConsole& console)
+{
+    return LoadOrAdvise(cloud, *OpenInputFile(input), console);
 }
 
 } // namespace zorcld

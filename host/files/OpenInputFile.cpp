@@ -75,7 +75,10 @@ std::unique_ptr<CInputFile> OpenInputFile(const CInputOptions& input)
     const std::string sFirstBytes = ReadFirstBytes(reader);
     if (sFirstBytes.empty())
         throw CFailure(input.sPath, "is empty");
-    return FindFileKind(input, sFirstBytes).pMakeFile(input.sPath, std::move(reader));
+    std::unique_ptr<CInputFile> pFile =
+        FindFileKind(input, sFirstBytes).pMakeFile(input.sPath, std::move(reader));
+    pFile->SetToldType(input.sType);
+    return pFile;
 }
 
 } // namespace zorcld

@@ -1,6 +1,7 @@
 #include <host/picture/PictureOptions.h>
 
 #include <host/output/CFailure.h>
+#include <host/output/HasColors.h>
 #include <host/picture/CViewColors.h>
 #include <host/query/ParseNumbers.h>
 #include <zor4data/CPntCld.h>
@@ -18,7 +19,7 @@ void AddPictureOptions(CLI::App& command, CPictureOptions& options)
         ->type_name("WxH");
     command
         .add_option("--color", options.sColor,
-                    "Colours of the file, by height, or (auto) of the file where it has any")
+                    "Colours of the file, by height, or (auto) of the file where it has any but black")
         ->check(CLI::IsMember({"auto", "file", "height"}))
         ->capture_default_str();
     command.add_option("--unit", options.sUnit, "Name of the coordinate unit for scales and legend, as m");
@@ -42,7 +43,7 @@ void ChooseColors(const CPictureOptions& options, const std::string& sPath, cons
 {
     if (options.sColor == "file" && !cloud.IsWithColor())
         throw CFailure(sPath, "holds no colours (--color file asks for them)");
-    colors.SetByHeight(options.sColor == "height" || !cloud.IsWithColor());
+    colors.SetByHeight(options.sColor == "height" || (options.sColor == "auto" && !HasColors(cloud)));
 }
 
 } // namespace zorcld

@@ -42,7 +42,12 @@
 /// Nothing here prints, starts a thread, or throws on its own account; std::bad_alloc passes through, and
 /// leaves the cloud as it was but for the order of its points where the octree was being built.
 ///
-/// Const members, and the functions beside the ///
+/// Const members, and the functions beside the class that take it as const, may run on several threads at
+/// once as long as nothing changes the cloud or a copy of it. They then call their listeners on these
+/// threads, the colour listener that the cloud was given too. Filling, building and editing need the cloud
+/// and its copies for themselves. REQUIRES: while a query runs, its listeners do not change the cloud or a
+/// copy of it. Delivery needs a colour listener: without one, points come with the colour they hold.
+///
 /// A host may derive from it to watch or to filter what is read: `ReadFromFile` calls the reading slots of
 /// the object (`OnReadType` to `OnReadEnd`) for every file but a native one. An override hands on to the
 /// cloud's own what the cloud is to have. As many points as are announced to the cloud count, stored or not:

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -305,7 +306,7 @@ TEST(ZorcldConvert, Native)
     EXPECT_EQ(GetPnts(zorcld, sFirst), GetPnts(zorcld, sSecond));
     ExpectPnts(zorcld, sFirst, GetPnts(zorcld, sFirst));
     // In its own place.
-    ASSERT_EQ(zorcld.Run({"convert", sCut, sCut}).nStatus, 0);
+    ASSERT_EQ(zorcld.Run({"convert", sCut, sCut, "--force"}).nStatus, 0);
     EXPECT_EQ(zorcld.Run({"check", sCut}).nStatus, 0);
 }
 
@@ -331,6 +332,53 @@ TEST(ZorcldConvert, Output_FailedSaveLeavesTheOldFile)
     const CRun device = zorcld.Run({"convert", sFile, zorcld.GetPath("full.cld")});
     EXPECT_EQ(device.nStatus, 1);
     EXPECT_NE(device.sErr.find("not a regular file"), std::string::npos) << device.sErr;
+    EXPECT_EQ(zorcld.CountFiles(), 4U);
+}
+
+// By its own name or another: the file that is read is not what is written.
+TEST(ZorcldConvert, Output_OverTheInputOnlyWhenForced)
+{
+    const CZorcld zorcld;
+    const std::string sBytes = MakeHead("ascii", "float", 3) + c_sColors + "end_header\n" + c_sThree;
+    const std::string sFile = zorcld.Write("a.ply", sBytes);
+    std::filesystem::create_symlink(sFile, zorcld.GetPath("soft.ply"));
+    std::filesystem::create_hard_link(sFile, zorcld.GetPath("hard.ply"));
+    std::filesystem::create_directory(zorcld.GetPath("folder"));
+    for (const char* pName : {"a.ply", "./a.ply", "folder/../a.ply", "soft.ply", "hard.ply"})
+    {
+        const CRun run = zorcld.Run({"convert", sFile, zorcld.GetPath(pName)});
+        EXPECT_EQ(run.nStatus, 2) << pName;
+        EXPECT_TRUE(run.HasOneErrLine()) << run.sErr;
+        EXPECT_NE(run.sErr.find("is the file that is read (--force replaces it)"), std::string::npos)
+            << run.sErr;
+        EXPECT_EQ(ReadBytes(sFile), sBytes);
+    }
+    EXPECT_EQ(zorcld.Run({"convert", zorcld.GetPath("soft.ply"), sFile}).nStatus, 2);
+    EXPECT_EQ(zorcld.Run({"convert", sFile, zorcld.GetPath("soft.ply"), "--force"}).nStatus, 0);
+    EXPECT_TRUE(std::filesystem::is_symlink(zorcld.GetPath("soft.ply")));
+    EXPECT_EQ(GetPnts(zorcld, sFile), c_sThreePnts);
+}
+
+// What was there stays whole until all of the new file is.
+TEST(ZorcldConvert, Output_OtherCommandsToo)
+{
+    if (CZorcld::IsSanitized())
+        GTEST_SKIP() << "sanitizers write more than can be forbidden";
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("grid.ply", MakeGridPly(200));
+    for (const char* pCommand : {"points", "ground"})
+        for (const char* pOut : {"out.ply", "out.csv", "out.cld"})
+        {
+            if (pCommand == std::string("points") && pOut == std::string("out.cld"))
+                continue;
+            const std::string sOut = zorcld.Write(pOut, "old");
+            const CRun run = zorcld.RunAfter("trap '' 25; ulimit -f 100;", {pCommand, sFile, "-o", sOut});
+            EXPECT_EQ(run.nStatus, 1) << pCommand << pOut;
+            EXPECT_TRUE(run.HasOneErrLine()) << run.sErr;
+            EXPECT_EQ(ReadBytes(sOut), "old") << pCommand << pOut;
+            EXPECT_EQ(zorcld.Run({pCommand, sFile, "-o", sOut}).nStatus, 0) << pCommand << pOut;
+            EXPECT_GT(ReadBytes(sOut).size(), 1000U) << pCommand << pOut;
+        }
     EXPECT_EQ(zorcld.CountFiles(), 4U);
 }
 

@@ -88,10 +88,42 @@ TEST(ZorcldLaz, Check_SeesThePnts)
     EXPECT_EQ(GetCodes(zorcld, sLater), (TCodes{"las-color", "color-16-bit"}));
     EXPECT_NE(GetWarnings(zorcld, sLater)[0]["help"].get<std::string>().find("zorcld convert"),
               std::string::npos);
+    for (const int nFormat : {7, 8, 10})
+    {
+        CLasFile las = LasOf(nFormat, 100);
+        for (CLasPnt& pnt : las.vecPnts)
+            pnt.anColor = {};
+        EXPECT_EQ(GetCodes(zorcld, zorcld.Write("in.laz", LazBytes(las, 16))), TCodes{"color-zero"});
+        las.vecPnts.back().anColor = {0, 1, 0};
+        EXPECT_EQ(GetCodes(zorcld, zorcld.Write("in.laz", LazBytes(las, 16))), TCodes{"las-color"});
+    }
     CLasFile wide = LasOf(1, 5);
     wide.adScale = {1.0, 1.0, 1.0};
     wide.vecPnts[4].x = 300000;
     EXPECT_EQ(GetCodes(zorcld, zorcld.Write("in.laz", LazBytes(wide, 16))), TCodes{"span"});
+}
+
+// Chunks of 16 points: the last one holds 4, which in layers it says, and else only reading it tells.
+TEST(ZorcldLaz, CountTooLow_CheckSaysSoAndConvertTakesAll)
+{
+    const CZorcld zorcld;
+    for (const int nFormat : {1, 3, 6, 7})
+        for (const int nCount : {0, 1, 15, 16, 60, 99})
+        {
+            std::string sBytes = LazBytes(LasOf(nFormat, 100), 16);
+            sBytes[nFormat < 6 ? 107 : 247] = static_cast<char>(nCount);
+            const std::string sFile = zorcld.Write("in.laz", sBytes);
+            const nlohmann::json warnings = GetWarnings(zorcld, sFile);
+            ASSERT_FALSE(warnings.empty()) << nFormat << ' ' << nCount;
+            EXPECT_EQ(warnings[0]["code"], "las-count");
+            EXPECT_NE(warnings[0]["text"].get<std::string>().find(" are there: those behind"),
+                      std::string::npos)
+                << warnings;
+            const std::string sOut = zorcld.GetPath("out.ply");
+            EXPECT_EQ(zorcld.Run({"convert", sFile, sOut}).nStatus, 0);
+            EXPECT_NE(ReadBytes(sOut).find("element vertex 100\n"), std::string::npos)
+                << nFormat << ' ' << nCount;
+        }
 }
 
 TEST(ZorcldLaz, DamagedPnts)

@@ -1,0 +1,19 @@
+#ifndef HOST_FILES_COLORFINDINGS_H
+#define HOST_FILES_COLORFINDINGS_H
+
+#include <formats/CFinding.h>
+
+namespace zorcld
+{
+
+/// @return that a file has colours which were never filled. Every command that shows them goes by this line.
+inline CFinding FindZeroColors()
+{
+    return {"color-zero",
+            "its colour fields are all 0: pictures show heights instead, unless --color file is given", false,
+            ""};
+}
+
+} // namespace zorcld
+
+#endif

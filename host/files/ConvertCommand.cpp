@@ -1,0 +1,81 @@
+#include <host/files/ConvertCommand.h>
+
+#include <host/files/CInputFile.h>
+#include <host/files/CTakenPnts.h>
+#include <host/output/CFailure.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <filesystem>
+
+namespace zorcld
+{
+
+namespace
+{
+
+/// The name as a shell takes it for one word, and a command for the name of a file.
+std::string Quote(const std::string& sName)
+{
+    std::string sText = !sName.empty() && sName.front() == '-' ? "./" + sName : sName;
+    const bool bPlain = std::all_of(sText.begin(), sText.end(),
+                                    [](unsigned char c)
+                                    {
+                                        return std::isalnum(c) != 0 ||
+                                               std::string_view("/._-+,=@%").find(static_cast<char>(c)) !=
+                                                   std::string_view::npos;
+                                    });
+    if (bPlain && !sText.empty())
+        return sText;
+    std::string sQuoted = "'";
+    for (const char c : sText)
+        sQuoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return sQuoted + "'";
+}
+
+/// File systems take names of 255 bytes, of which some are for a temporary ending. Letters stay whole.
+std::string CutName(std::string sName)
+{
+    constexpr std::size_t c_nMaxBytes = 200;
+    std::size_t nSize = std::min(sName.size(), c_nMaxBytes);
+    while (nSize < sName.size() && nSize > 0 && (static_cast<unsigned char>(sName[nSize]) & 0xC0U) == 0x80U)
+        --nSize;
+    sName.resize(nSize);
+    return sName;
+}
+
+} // namespace
+
+std::string FormatConvertCommand(const CInputOptions& input)
+{
+    const bool bOneLine = std::none_of(input.sPath.begin(), input.sPath.end(),
+                                       [](unsigned char c) { return std::iscntrl(c) != 0; });
+    if (!bOneLine)
+        return {};
+    const std::string sOut = CutName(std::filesystem::path(input.sPath).stem().string()) + "_converted.cld";
+    const std::string sType = input.sType.empty() ? "" : "--type " + input.sType + ' ';
+    return fmt::format("zorcld convert {}{} {}", sType, Quote(input.sPath), Quote(sOut));
+}
+
+bool CanConvert(CInputFile& file, const CConsole& console)
+{
+    try
+    {
+        const std::unique_ptr<IPntSource> pSource = file.MakeSource();
+        return pSource != nullptr && CTakenPnts::CanTake(CollectSourceFacts(*pSource, file.GetPath(), console,
+                                                                            "checking ", nullptr));
+    }
+    catch (const CFailure&)
+    {
+        return false;
+    }
+}
+
+std::string FindConvertCommand(CInputFile& file, const CConsole& console)
+{
+    std::string sCommand = FormatConvertCommand(file.GetInput());
+    return !sCommand.empty() && CanConvert(file, console) ? sCommand : std::string();
+}
+
+} // namespace zorcld
