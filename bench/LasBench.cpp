@@ -10,9 +10,31 @@
 #include <cmath>
 #include <cstdio>
 #include <fstream>
+#include <utility>
 
 namespace
 {
+
+/// What the terrain lacks of a scan: by a rule, so that every run makes the same file.
+void FillScan(laszip_point_struct& pnt, std::int64_t i)
+{
+    const auto n = static_cast<std::uint32_t>(i) * 2654435761U; // scattered
+    const auto nClass = static_cast<laszip_U8>(n >> 30U == 0 ? 5 : 2);
+    const auto nReturns = static_cast<laszip_U8>(n >> 29U == 7 ? 2 : 1);
+    pnt.intensity = static_cast<laszip_U16>(n >> 22U);
+    pnt.gps_time = 3e8 + 1e-5 * static_cast<double>(i);
+    pnt.user_data = static_cast<laszip_U8>(i / 1000 % 4);
+    pnt.point_source_ID = static_cast<laszip_U16>(i / 200000);
+    const auto nAngle = static_cast<laszip_I16>(i / 50 % 40 - 20);
+    pnt.scan_angle_rank = static_cast<laszip_I8>(nAngle);
+    pnt.extended_scan_angle = static_cast<laszip_I16>(nAngle * 166);
+    pnt.classification = static_cast<laszip_U8>(nClass & 31U);
+    pnt.extended_classification = nClass;
+    pnt.return_number = 1;
+    pnt.extended_return_number = 1;
+    pnt.number_of_returns = static_cast<laszip_U8>(nReturns & 7U);
+    pnt.extended_number_of_returns = static_cast<laszip_U8>(nReturns & 15U);
+}
 
 /// The terrain as LAS in millimetres.
 std::string GetTerrainLas(std::int64_t nNum, int nFormat)
@@ -39,21 +61,49 @@ std::string GetTerrainLas(std::int64_t nNum, int nFormat)
     return GetBenchFile(std::to_string(nNum) + "_" + std::to_string(nFormat) + ".las", Write);
 }
 
-std::uint64_t Load(std::int64_t nNum, int nFormat, CCpuTimer& timer)
+/// The same as LAZ. What a scanner gives besides coordinates and colours changes from point to point as it
+/// does in real files: times rise, intensities scatter.
+std::string GetTerrainLaz(std::int64_t nNum, int nFormat)
+{
+    const auto Write = [=](const std::string& sPath)
+    {
+        const std::string sLas = GetTerrainLas(nNum, nFormat);
+        laszip_POINTER pFrom = nullptr;
+        laszip_POINTER pTo = nullptr;
+        laszip_header_struct* pHeader = nullptr;
+        laszip_point_struct* pPnt = nullptr;
+        laszip_BOOL bCompressed = 0;
+        laszip_I32 nFailed = laszip_create(&pFrom) + laszip_create(&pTo) +
+                             laszip_open_reader(pFrom, sLas.c_str(), &bCompressed) +
+                             laszip_get_header_pointer(pFrom, &pHeader) +
+                             laszip_get_point_pointer(pFrom, &pPnt) + laszip_set_header(pTo, pHeader) +
+                             laszip_request_native_extension(pTo, 1) +
+                             laszip_open_writer(pTo, sPath.c_str(), 1);
+        for (std::int64_t i = 0; i < nNum && nFailed == 0; ++i)
+        {
+            nFailed += laszip_read_point(pFrom);
+            FillScan(*pPnt, i);
+            nFailed += laszip_set_point(pTo, pPnt) + laszip_write_point(pTo);
+        }
+        nFailed += laszip_close_writer(pTo) + laszip_close_reader(pFrom);
+        return nFailed + laszip_destroy(pTo) + laszip_destroy(pFrom) == 0;
+    };
+    return GetBenchFile(std::to_string(nNum) + "_" + std::to_string(nFormat) + ".laz", Write);
+}
+
+std::uint64_t Load(const std::string& sPath, CCpuTimer& timer)
 {
     CNoColors colors;
     CPntCld cld(&colors);
     CNoEnd listener(cld);
-    const std::string sPath = GetTerrainLas(nNum, nFormat);
     bool bRead = false;
     timer.Measure([&] { bRead = ReadForeign(listener, nullptr, PntCldFile_Las, sPath.c_str()); });
     return bRead ? SumMm(cld, MakeAbsoluteSum()) : 0;
 }
 
 /// The reading library's own loop, with its own coordinates, which are kept nowhere.
-std::uint64_t Loop(std::int64_t nNum, int nFormat, CCpuTimer& timer)
+std::uint64_t Loop(const std::string& sPath, std::int64_t nNum, CCpuTimer& timer)
 {
-    const std::string sPath = GetTerrainLas(nNum, nFormat);
     std::uint64_t nNumRead = 0;
     double dSum = 0.0;
     timer.Measure(
@@ -99,8 +149,19 @@ void AddLasRows()
                     nNum,
                     "LASzip's own loop",
                     {1.35, 1.20},
-                    [=](CCpuTimer& timer) { return Load(nNum, nFormat, timer); },
-                    [=](CCpuTimer& timer) { return Loop(nNum, nFormat, timer); }});
+                    [=](CCpuTimer& timer) { return Load(GetTerrainLas(nNum, nFormat), timer); },
+                    [=](CCpuTimer& timer) { return Loop(GetTerrainLas(nNum, nFormat), nNum, timer); }});
+        // Of formats 6 to 10 the loop decompresses what the library leaves alone.
+        for (const auto& [nFormat, dTarget] : {std::pair{1, 1.10}, {3, 1.10}, {6, 0.80}, {7, 0.60}})
+            AddRow({"las",
+                    "LAZ load, format " + std::to_string(nFormat) + ", tree excluded",
+                    nNum,
+                    "LASzip's own loop",
+                    {dTarget, dTarget},
+                    [=, nFormat = nFormat](CCpuTimer& timer)
+                    { return Load(GetTerrainLaz(nNum, nFormat), timer); },
+                    [=, nFormat = nFormat](CCpuTimer& timer)
+                    { return Loop(GetTerrainLaz(nNum, nFormat), nNum, timer); }});
         AddValue({"las", "peak of a LAS load, less 1 MiB, to what the cloud keeps", nNum, "times", 1.15,
                   [=] { return MeasureLoadPeak(nNum); }});
     }

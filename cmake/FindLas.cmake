@@ -11,7 +11,9 @@ add_library(zor4data_las INTERFACE)
 set(ZOR4DATA_LAS_FOUND "")
 
 if(ZOR4DATA_LAS MATCHES "AUTO|LASlib")
-  find_package(LASlib CONFIG QUIET NAMES LASlib laslib)
+  # By itself CMake looks for LASlibConfig.cmake and laslib-config.cmake only.
+  find_package(LASlib CONFIG QUIET NAMES LASlib laslib
+    CONFIGS LASlib-config.cmake LASlibConfig.cmake laslib-config.cmake laslibConfig.cmake)
   if(TARGET LASlib)
     set(ZOR4DATA_LAS_FOUND LASlib)
     target_link_libraries(zor4data_las INTERFACE LASlib)

@@ -58,10 +58,12 @@ public:
     ///         a word and without allocating what the file does not hold. REQUIRES: Check has returned true.
     std::vector<CFilePatch> GetPatches() const;
 
-    /// @return whether the reading library can do without these: it copes by itself.
+    /// @return whether a reading library that opens the file itself copes with it: it says a word about what
+    /// it
+    ///         finds, and reads it. REQUIRES: Check has returned true.
     bool IsSafeAsItStands() const noexcept
     {
-        return m_nNumRecords >= m_header.nNumRecords && m_laz.HasTable();
+        return m_header.nNumRecords - m_nNumRecords <= c_nMaxMissingRecords && m_laz.HasTable();
     }
 
     /// The file for LASzip, see CLazFile; null when it could not be opened. Not owned.
@@ -72,6 +74,9 @@ public:
     std::array<double, 3> ReadFirstPnt();
 
 private:
+    /// Records for each of which a reading library may well allocate a place in vain.
+    static constexpr std::uint32_t c_nMaxMissingRecords = 65536;
+
     bool CheckRecords();
     bool CheckCompressor(const CLasRecord& record);
 

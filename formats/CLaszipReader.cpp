@@ -38,10 +38,13 @@ CLaszipReader::~CLaszipReader()
     laszip_destroy(m_pLaszip);
 }
 
-bool CLaszipReader::ReadPnt()
+const laszip_point* CLaszipReader::Read()
 {
+    if (m_nLeftInChunk == 0 && !EnterChunk())
+        return nullptr;
+    --m_nLeftInChunk;
     m_file.StartHere();
-    return laszip_read_point(m_pLaszip) == 0 || TellFailure();
+    return laszip_read_point(m_pLaszip) == 0 || TellFailure() ? m_pPnt : nullptr;
 }
 
 /// LASzip tells a lack of memory from damaged data in its message only: everything that is thrown in it but

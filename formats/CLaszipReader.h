@@ -38,17 +38,10 @@ public:
     /// @return the next point, until the next call; null where the points end or cannot be decoded. It is not
     /// to
     ///         be called for more points than the guard's GetMaxNumPnts. REQUIRES: IsOpen.
-    const laszip_point* Read()
-    {
-        if (m_nLeftInChunk == 0 && !EnterChunk())
-            return nullptr;
-        --m_nLeftInChunk;
-        return ReadPnt() ? m_pPnt : nullptr;
-    }
+    const laszip_point* Read();
 
 private:
     bool Open();
-    bool ReadPnt();
     bool EnterChunk();
     bool TellFailure();
 

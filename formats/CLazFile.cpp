@@ -9,8 +9,8 @@ namespace
 
 constexpr std::size_t c_nBlockSize = std::size_t{1} << 18U;
 
-/// Bytes that are given out at a time. LASzip gets up to 350 calls of 48 bytes deeper with each: 130 KB.
-constexpr std::ptrdiff_t c_nWindow = 8;
+/// Bytes that are given out at a time. LASzip gets up to 350 calls of 48 bytes deeper with each: 260 KB.
+constexpr std::ptrdiff_t c_nWindow = 16;
 
 /// On files that are not damaged LASzip has been seen 448 bytes deep.
 constexpr std::uintptr_t c_nMaxDepth = std::uintptr_t{1} << 16U;
@@ -80,16 +80,32 @@ bool CLazBuf::IsAtBadCode()
     return m_pEnd - gptr() >= nSize && std::memcmp(gptr(), acBad.data(), acBad.size()) == 0;
 }
 
-CLazBuf::int_type CLazBuf::underflow()
+/// Gives out the next bytes.
+/// @return false when there are none.
+bool CLazBuf::OpenWindow()
 {
     if (!m_bByByte && IsAtBadCode())
-        return traits_type::eof();
+        return false;
     m_bByByte = true;
     if (IsTooDeep() || (egptr() == m_pEnd && !ReadBlock()))
-        return traits_type::eof();
+        return false;
     char* const pNext = egptr();
     setg(pNext, pNext, pNext + std::min(m_pEnd - pNext, c_nWindow));
-    return traits_type::to_int_type(*pNext);
+    return true;
+}
+
+CLazBuf::int_type CLazBuf::underflow()
+{
+    return OpenWindow() ? traits_type::to_int_type(*gptr()) : traits_type::eof();
+}
+
+CLazBuf::int_type CLazBuf::uflow()
+{
+    if (!OpenWindow())
+        return traits_type::eof();
+    const int_type n = traits_type::to_int_type(*gptr());
+    gbump(1);
+    return n;
 }
 
 std::streamsize CLazBuf::xsgetn(char* pBytes, std::streamsize nNum)

@@ -33,6 +33,7 @@ public:
 
 protected:
     int_type underflow() override;
+    int_type uflow() override;
     std::streamsize xsgetn(char* pBytes, std::streamsize nNum) override;
     pos_type seekoff(off_type nOffset, std::ios_base::seekdir eFrom, std::ios_base::openmode eWhich) override;
     pos_type seekpos(pos_type nPos, std::ios_base::openmode eWhich) override;
@@ -48,6 +49,7 @@ private:
     void PatchBlock();
     bool TakeBlockAt(std::int64_t nPos);
     bool IsAtBadCode();
+    bool OpenWindow();
 
     std::FILE* m_pFile;
     std::vector<CFilePatch> m_vecPatches;

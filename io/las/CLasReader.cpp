@@ -46,7 +46,7 @@ bool Announce(const LASreader& reader, bool bColor, const CLasGuard& guard, IPnt
 bool CLasReader::Read(IDlgProgress* pProgress, const zor::String& sPath)
 {
     CLasGuard guard(sPath.c_str());
-    if (!guard.Check())
+    if (!guard.Check() || (ZOR4DATA_LASLIB && !guard.IsSafeAsItStands()))
         return false;
 
     LASreadOpener opener;
@@ -55,7 +55,8 @@ bool CLasReader::Read(IDlgProgress* pProgress, const zor::String& sPath)
     if (pReader == nullptr)
         return false;
 
-    const bool bColor = LasLayout::IsColorTaken(pReader->header.point_data_format);
+    // The file's own format: LASlib may show points of formats 1 and 3 as the later ones that they stand for.
+    const bool bColor = guard.GetHeader().IsColorTaken();
     if (!Announce(*pReader, bColor, guard, m_listener))
         return false;
     DeliverLasPnts(*pReader, bColor, guard.GetMaxNumPnts(), m_listener, pProgress);

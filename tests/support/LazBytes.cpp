@@ -40,9 +40,29 @@ void FillHeader(laszip_header_struct& header, const CLasFile& file)
     header.z_offset = file.adOffset[2];
 }
 
+/// Scattered, so that a code of it is about as long as it itself.
+void FillScan(laszip_point_struct& pnt, std::size_t i)
+{
+    const auto n = static_cast<std::uint32_t>(i + 1) * 2654435761U;
+    pnt.intensity = static_cast<laszip_U16>(n >> 16U);
+    pnt.gps_time = 1e9 / static_cast<double>(n);
+    pnt.user_data = static_cast<laszip_U8>(n >> 9U);
+    pnt.point_source_ID = static_cast<laszip_U16>(n >> 7U);
+    pnt.extended_scan_angle = static_cast<laszip_I16>(n % 20000U);
+    pnt.extended_classification = static_cast<laszip_U8>(n >> 20U);
+    pnt.extended_classification_flags =
+        static_cast<laszip_U8>((n >> 11U) & 8U); // LASzip wants the others twice
+    pnt.extended_scanner_channel = static_cast<laszip_U8>((n >> 5U) & 3U);
+    pnt.extended_number_of_returns = static_cast<laszip_U8>((n >> 13U) & 15U);
+    pnt.extended_return_number = static_cast<laszip_U8>((n >> 18U) & 15U);
+    pnt.rgb[3] = static_cast<laszip_U16>(n >> 8U);
+    for (std::size_t k = 0; k < sizeof pnt.wave_packet; ++k)
+        pnt.wave_packet[k] = static_cast<laszip_U8>(n >> (k % 24U));
+}
+
 } // namespace
 
-std::string LazBytes(const CLasFile& file, unsigned nChunkSize)
+std::string LazBytes(const CLasFile& file, unsigned nChunkSize, bool bScan)
 {
     std::ostringstream stream(std::ios::binary);
     laszip_POINTER pLaszip = nullptr;
@@ -56,8 +76,11 @@ std::string LazBytes(const CLasFile& file, unsigned nChunkSize)
     Must(laszip_set_chunk_size(pLaszip, nChunkSize));
     Must(laszip_open_writer_stream(pLaszip, stream, 1, 0));
     Must(laszip_get_point_pointer(pLaszip, &pPoint));
+    std::size_t nNumWritten = 0;
     for (const CLasPnt& pnt : file.vecPnts)
     {
+        if (bScan)
+            FillScan(*pPoint, nNumWritten++);
         pPoint->X = pnt.x;
         pPoint->Y = pnt.y;
         pPoint->Z = pnt.z;

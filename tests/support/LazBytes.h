@@ -8,6 +8,7 @@
 /// The points of `file` as a LAZ file, written by LASzip. Of the rest it takes format, scale and offset.
 ///
 /// @param nChunkSize  points of a chunk.
-std::string LazBytes(const CLasFile& file, unsigned nChunkSize);
+/// @param bScan       what else points have differs from point to point, by a rule; else it is 0.
+std::string LazBytes(const CLasFile& file, unsigned nChunkSize, bool bScan = false);
 
 #endif
