@@ -45,24 +45,35 @@ void KeepStaying(const std::vector<unsigned char>& vecStays, std::vector<int>& v
 
 void CProgressMorphFilter::extract(IPclProgressListener* pListener, std::vector<int>& vecGround)
 {
-    if (input_ && initCompute())
+    if (!input_)
     {
-        // A list of all points, which PCL has made itself, is not kept twice; it is made again at the end.
-        const bool bAll = fake_indices_;
-        if (bAll)
-            vecGround = std::move(*indices_);
-        else
-            vecGround = *indices_;
-        KeepGround(pListener, vecGround);
-        if (bAll)
-        {
-            indices_->resize(input_->size());
-            std::iota(indices_->begin(), indices_->end(), 0);
-        }
-    }
-    else
         CMorphProgress(pListener, 1).Finish();
-    deinitCompute();
+        return;
+    }
+    MakeIndices();
+    // A list of all points, which nobody has set, is not kept twice; it is made again at the end.
+    const bool bAll = fake_indices_;
+    if (bAll)
+        vecGround = std::move(*indices_);
+    else
+        vecGround = *indices_;
+    KeepGround(pListener, vecGround);
+    MakeIndices();
+}
+
+/// Makes the list of all points where none was set, as PCL's initCompute does. But should there be no memory
+/// for the list, that prints a line and goes on with an empty one: all points would be lost in silence.
+void CProgressMorphFilter::MakeIndices()
+{
+    if (!indices_)
+    {
+        indices_.reset(new pcl::Indices);
+        fake_indices_ = true;
+    }
+    if (!fake_indices_ || indices_->size() == input_->size())
+        return;
+    indices_->resize(input_->size());
+    std::iota(indices_->begin(), indices_->end(), 0);
 }
 
 void CProgressMorphFilter::KeepGround(IPclProgressListener* pListener, std::vector<int>& vecGround) const

@@ -57,6 +57,7 @@ public:
     void extract(IPclProgressListener* pListener, std::vector<int>& vecGround);
 
 private:
+    void MakeIndices();
     void KeepGround(IPclProgressListener* pListener, std::vector<int>& vecGround) const;
 };
 

@@ -1,14 +1,13 @@
 #ifndef TESTS_OCTREE_CPLANALLOCTEST_H
 #define TESTS_OCTREE_CPLANALLOCTEST_H
 
-#include <tests/support/CFailingAlloc.h>
 #include <tests/support/CTestStore.h>
+#include <tests/support/FailEveryAlloc.h>
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <functional>
-#include <new>
 #include <vector>
 
 /// A host without colours.
@@ -31,38 +30,6 @@ public:
 
     std::int64_t m_nSum = 0;
 };
-
-/// Fails the first allocation of `operation`, the second, and so on, until it gets through. Each time it
-/// either throws std::bad_alloc or has its result: `check` looks at it. What is left allocated is not
-/// counted: the clipper loses a few blocks of its own when it fails.
-inline void FailEach(const std::function<void()>& operation, const std::function<void()>& check)
-{
-    int nNumGood = 0;
-    int nNumThrown = 0;
-    for (bool bFailed = true; bFailed; ++nNumGood)
-    {
-        SCOPED_TRACE(nNumGood);
-        const std::int64_t nBefore = CFailingAlloc::GetNumAllocs();
-        bool bThrown = false;
-        try
-        {
-            const CFailingAlloc failing(nNumGood);
-            operation();
-        }
-        catch (const std::bad_alloc&)
-        {
-            bThrown = true;
-        }
-        bFailed = bThrown || CFailingAlloc::GetNumAllocs() - nBefore >= nNumGood;
-        nNumThrown += bThrown ? 1 : 0;
-        if (!bThrown)
-            check();
-        if (::testing::Test::HasFailure() || nNumGood > 20000)
-            break;
-    }
-    EXPECT_GT(nNumThrown, 3);
-    EXPECT_LT(nNumGood, 20000);
-}
 
 /// Queries in plan view while memory runs out, on a store of a few hundred points.
 template <class T>
@@ -87,19 +54,19 @@ public:
         return pnts;
     }
 
-    void FailEachOf(const TQuery& query)
+    void FailEachOf(const TQuery& query, int nStep = 1)
     {
         CSumListener whole;
         query(&whole);
         ASSERT_GT(whole.m_nSum, 0);
-        CSumListener listener;
-        FailEach(
-            [&]
-            {
-                listener.m_nSum = 0;
-                query(&listener);
-            },
-            [&] { ASSERT_EQ(listener.m_nSum, whole.m_nSum); });
+        // What is left allocated is not counted: the clipper loses a few blocks of its own when it fails.
+        const auto attempt = [&](CAllocPlan& plan)
+        {
+            CSumListener listener;
+            const bool bThrough = plan.Run([&] { query(&listener); });
+            EXPECT_TRUE(!bThrough || listener.m_nSum == whole.m_nSum);
+        };
+        EXPECT_GT(FailEveryAlloc(attempt, nStep), 3);
     }
 
     CNoColors m_colors;

@@ -17,7 +17,9 @@ namespace
 
 constexpr std::int64_t c_nNoLimit = std::numeric_limits<std::int64_t>::max();
 
-std::int64_t g_nNumLeft = c_nNoLimit;
+std::int64_t g_nNumLeft = c_nNoLimit; // allocations to let through
+std::int64_t g_nNumBad = 0;           // those to fail after them
+std::int64_t g_nNumFailed = 0;
 std::int64_t g_nNumAllocs = 0;
 std::int64_t g_nNumLive = 0;
 
@@ -25,10 +27,16 @@ bool MayAlloc() noexcept
 {
     if (g_nNumLeft == c_nNoLimit)
         return true;
-    if (g_nNumLeft == 0)
-        return false;
-    --g_nNumLeft;
-    return true;
+    if (g_nNumLeft > 0)
+    {
+        --g_nNumLeft;
+        return true;
+    }
+    if (g_nNumBad == 0)
+        return true;
+    --g_nNumBad;
+    ++g_nNumFailed;
+    return false;
 }
 
 void* Count(void* p) noexcept
@@ -59,9 +67,10 @@ void Release(void* p) noexcept
 
 } // namespace
 
-CFailingAlloc::CFailingAlloc(std::int64_t nNumGood) noexcept
+CFailingAlloc::CFailingAlloc(std::int64_t nNumGood, std::int64_t nNumBad) noexcept
 {
     g_nNumLeft = nNumGood;
+    g_nNumBad = nNumBad;
 }
 
 CFailingAlloc::~CFailingAlloc()
@@ -72,6 +81,11 @@ CFailingAlloc::~CFailingAlloc()
 std::int64_t CFailingAlloc::GetNumAllocs() noexcept
 {
     return g_nNumAllocs;
+}
+
+std::int64_t CFailingAlloc::GetNumFailed() noexcept
+{
+    return g_nNumFailed;
 }
 
 std::int64_t CFailingAlloc::GetNumLive() noexcept

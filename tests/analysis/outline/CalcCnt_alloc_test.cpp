@@ -2,8 +2,8 @@
 
 #include <analysis/outline/CalcCnt.h>
 #include <tests/analysis/outline/OutlineCases.h>
-#include <tests/support/CFailingAlloc.h>
 #include <tests/support/CTestStore.h>
+#include <tests/support/FailEveryAlloc.h>
 
 #include <gtest/gtest.h>
 
@@ -14,9 +14,15 @@ namespace
 class CCountListener final : public IPntCldListener
 {
 public:
-    void OnPnts(int nNumPnts, CCldCadPnt*) override { m_nNumPnts += nNumPnts; }
+    void OnPnts(int nNumPnts, CCldCadPnt* pPnts) override
+    {
+        m_nNumPnts += nNumPnts;
+        for (int i = 0; i < nNumPnts; ++i)
+            m_nSum = m_nSum * 31 + static_cast<std::uint64_t>(pPnts[i].m_nIndex);
+    }
 
     int m_nNumPnts = 0;
+    std::uint64_t m_nSum = 0; ///< of the indices, in their order
 };
 
 class CNoColors final : public ICldColorListener
@@ -42,24 +48,18 @@ TYPED_TEST(CalcCnt_alloc, EveryFailure_DeliversNothing)
     store.ComputeTree();
     CNoColors colors;
     store->m_pColorListener = &colors;
-    int nNumFailures = 0;
-    for (bool bDone = false; !bDone; nNumFailures += bDone ? 0 : 1)
+    CCountListener whole;
+    EXPECT_TRUE(CalcCnt(*store, nullptr, &whole, outlineCase.d));
+    EXPECT_GT(whole.m_nNumPnts, 300);
+    const auto attempt = [&](CAllocPlan& plan)
     {
         CCountListener listener;
         const std::int64_t nNumLive = CFailingAlloc::GetNumLive();
-        try
-        {
-            const CFailingAlloc failing(nNumFailures);
-            EXPECT_TRUE(CalcCnt(*store, nullptr, &listener, outlineCase.d));
-            bDone = true;
-            EXPECT_GT(listener.m_nNumPnts, 300);
-        }
-        catch (const std::bad_alloc&)
-        {
-            EXPECT_EQ(listener.m_nNumPnts, 0);
-        }
+        const bool bThrough =
+            plan.Run([&] { EXPECT_TRUE(CalcCnt(*store, nullptr, &listener, outlineCase.d)); });
+        EXPECT_EQ(listener.m_nNumPnts, bThrough ? whole.m_nNumPnts : 0);
+        EXPECT_EQ(listener.m_nSum, bThrough ? whole.m_nSum : 0U);
         EXPECT_EQ(CFailingAlloc::GetNumLive(), nNumLive);
-        ASSERT_LT(nNumFailures, 1000);
-    }
-    EXPECT_GT(nNumFailures, 10);
+    };
+    EXPECT_GT(FailEveryAlloc(attempt), 10);
 }

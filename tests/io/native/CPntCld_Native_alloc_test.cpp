@@ -2,41 +2,16 @@
 
 #include <tests/io/CMemFile.h>
 #include <tests/io/native/NativeBytes.h>
-#include <tests/support/CFailingAlloc.h>
+#include <tests/support/FailEveryAlloc.h>
 #include <tests/support/RealFiles.h>
 #include <zor4data/CPntCld.h>
 
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <new>
 
 namespace
 {
-
-/// Fails the first allocation of `operation`, the second, and so on, until it gets through.
-/// @return how many were made to fail.
-int FailEach(CPntCld& cld, const std::function<bool(CPntCld&)>& operation,
-             const std::function<void(CPntCld&)>& check)
-{
-    for (int nNumGood = 0; nNumGood < 1000; ++nNumGood)
-    {
-        const std::int64_t nNumLive = CFailingAlloc::GetNumLive();
-        try
-        {
-            const CFailingAlloc failing(nNumGood);
-            EXPECT_TRUE(operation(cld));
-            return nNumGood;
-        }
-        catch (const std::bad_alloc&)
-        {
-            EXPECT_EQ(nNumLive, CFailingAlloc::GetNumLive());
-            check(cld);
-        }
-    }
-    ADD_FAILURE() << "it never ends";
-    return 0;
-}
 
 /// @param bFalling  the runs of the leaves stand in the order opposite to the array's.
 std::string FileOf(int nNumPnts, bool bColor, bool bFalling = false)
@@ -49,31 +24,44 @@ std::string FileOf(int nNumPnts, bool bColor, bool bFalling = false)
     return sBytes;
 }
 
+/// A cloud as it was before anything was read into it.
+void CheckUntouched(const CPntCld& cld)
+{
+    EXPECT_EQ(-1, cld.GetVersion()); // it has no type yet
+    for (const enumPntCldType eType : {PntCldType_Pnt, PntCldType_PntColor})
+    {
+        CPntCld copy(cld);
+        copy.OnReadType(eType);
+        EXPECT_EQ(0, copy.GetNumPnts());
+        EXPECT_EQ(0, copy.GetVersion());
+        zor::geom::RECT_3D rect;
+        EXPECT_FALSE(copy.GetBdry(rect));
+    }
+}
+
 TEST(CPntCld_Native_alloc, ReadFromFile)
 {
     for (const bool bColor : {false, true})
     {
         const CMemFile file(FileOf(8, bColor, bColor)); // runs that fall take memory to be told apart
+        const CMemFile saved;
         const zor::String sPath = file.GetPath();
-        CPntCld cld(nullptr);
-        cld.ReadFromFile(nullptr, static_cast<enumPntCldFile>(9), sPath); // makes room for the path
-        const int nNumFailures = FailEach(
-            cld, [&](CPntCld& c) { return c.ReadFromFile(nullptr, PntCldFile_Native, sPath); },
-            [](CPntCld& c)
+        const auto attempt = [&](CAllocPlan& plan)
+        {
+            CPntCld cld(nullptr);
+            cld.ReadFromFile(nullptr, static_cast<enumPntCldFile>(9), sPath); // makes room for the path
+            const std::int64_t nNumLive = CFailingAlloc::GetNumLive();
+            if (!plan.Run([&] { EXPECT_TRUE(cld.ReadFromFile(nullptr, PntCldFile_Native, sPath)); }))
             {
-                EXPECT_EQ(-1, c.GetVersion()); // it has no type yet
-                for (const enumPntCldType eType : {PntCldType_Pnt, PntCldType_PntColor})
-                {
-                    CPntCld copy(c);
-                    copy.OnReadType(eType);
-                    EXPECT_EQ(0, copy.GetNumPnts());
-                    EXPECT_EQ(0, copy.GetVersion());
-                    zor::geom::RECT_3D rect;
-                    EXPECT_FALSE(copy.GetBdry(rect));
-                }
-            });
-        EXPECT_GT(nNumFailures, 5); // array, bit sets, tree, block, arena and their owners
-        EXPECT_EQ(8, cld.GetNumPnts());
+                EXPECT_EQ(nNumLive, CFailingAlloc::GetNumLive());
+                CheckUntouched(cld);
+                return;
+            }
+            EXPECT_EQ(8, cld.GetNumPnts());
+            EXPECT_TRUE(cld.WriteToFile(saved.GetPath(), 0));
+            EXPECT_EQ(ReadFileBytes(file.GetPath()), ReadFileBytes(saved.GetPath()));
+        };
+        EXPECT_GT(FailEveryAlloc(attempt), 5); // array, bit sets, tree, block, arena and their owners
     }
 }
 
@@ -82,17 +70,19 @@ TEST(CPntCld_Native_alloc, WriteToFile)
     const CMemFile in(FileOf(8, false));
     CPntCld cld(nullptr);
     ASSERT_TRUE(cld.ReadFromFile(nullptr, PntCldFile_Native, in.GetPath()));
-    const CMemFile out("what was there before");
+    CMemFile out;
     const zor::String sPath = out.GetPath();
-    const int nNumFailures = FailEach(
-        cld, [&](CPntCld& c) { return c.WriteToFile(sPath, 0); },
-        [&](CPntCld& c)
-        {
-            EXPECT_EQ(8, c.GetNumPnts());
-            EXPECT_EQ("what was there before", ReadFileBytes(out.GetPath()));
-        });
-    EXPECT_GT(nNumFailures, 0);
-    EXPECT_EQ(ReadFileBytes(in.GetPath()), ReadFileBytes(out.GetPath()));
+    const std::string sBefore = "what was there before";
+    const auto attempt = [&](CAllocPlan& plan)
+    {
+        out.Set(sBefore);
+        const std::int64_t nNumLive = CFailingAlloc::GetNumLive();
+        const bool bThrough = plan.Run([&] { EXPECT_TRUE(cld.WriteToFile(sPath, 0)); });
+        EXPECT_EQ(nNumLive, CFailingAlloc::GetNumLive());
+        EXPECT_EQ(8, cld.GetNumPnts());
+        EXPECT_EQ(bThrough ? ReadFileBytes(in.GetPath()) : sBefore, ReadFileBytes(out.GetPath()));
+    };
+    EXPECT_GT(FailEveryAlloc(attempt), 0);
 }
 
 // Points are read and written without an allocation each.
