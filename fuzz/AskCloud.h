@@ -1,13 +1,17 @@
 #ifndef FUZZ_ASKCLOUD_H
 #define FUZZ_ASKCLOUD_H
 
+#include <zor4data/CPntArrays.h>
 #include <zor4data/CPntCld.h>
+#include <zor4data/CRootCube.h>
+#include <zor4data/PickPnt.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 
 /// Ends the program where something that must hold does not.
 inline void Check(bool bHolds, const char* sWhat)
@@ -72,6 +76,44 @@ long long CountOf(Query query)
     return host.m_nNumPnts;
 }
 
+/// Reads all of a cloud's arrays.
+inline void AskArrays(const CPntCld& cld)
+{
+    const CPntArrays arrays = GetPntArrays(cld);
+    Check(arrays.pPnts != nullptr || arrays.nNumPnts == 0, "points lie in an array");
+    int nNumLive = 0;
+    unsigned nSum = 0;
+    for (int i = 0; i < arrays.nNumPnts; ++i)
+    {
+        nNumLive += ((arrays.pDelBits[i / 8] >> (i % 8)) & 1) == 0 ? 1 : 0;
+        nSum += arrays.pSelBits[i / 8];
+    }
+    for (std::int64_t i = 0; i < std::int64_t{arrays.nNumPnts} * arrays.nStride; ++i)
+        nSum += i % 16 == 15 && arrays.bColor ? 0U : arrays.pPnts[i]; // a byte without meaning
+    Check(nNumLive == cld.GetNumPnts() && nSum < 0xFFFFFFFFU, "the arrays hold the points that are counted");
+}
+
+/// Asks for single points: whatever the tree of a damaged file says, they are points of the cloud.
+inline void AskForPnts(const CPntCld& cld, const CNumbers& numbers,
+                       const std::vector<zor::geom::PLANE_3D>& vecPlanes)
+{
+    const int nNumSlots = GetPntArrays(cld).nNumPnts;
+    const auto isIndex = [=](int n) { return n >= -1 && n < nNumSlots; };
+    const zor::geom::PNT_3D place(numbers.Get(1), numbers.Get(2), numbers.Get(3));
+    const zor::geom::PNT_3D direction(numbers.Get(4), numbers.Get(5), numbers.Get(6));
+    Check(isIndex(PickPnt(cld, place, direction, numbers.Get(7), vecPlanes)), "PickPnt");
+    constexpr double c_dNoLimit = std::numeric_limits<double>::infinity();
+    for (const double dMax : {numbers.Get(0), c_dNoLimit})
+    {
+        Check(isIndex(FindNearestPnt(cld, place, dMax)), "FindNearestPnt");
+        Check(isIndex(FindNearestPnt2D(cld, zor::geom::PNT_2D(place.x, place.y), dMax)), "FindNearestPnt2D");
+    }
+    CRootCube root{};
+    CLevelCube cube{};
+    Check(!GetRootCube(cld, root) || GetLevelCube(root, 31, 1, 1 << 30, 77, cube),
+          "there is a cube of each level");
+}
+
 /// Runs every query.
 ///
 /// @param nInTree  points that the tree finds; 0 without a tree.
@@ -96,6 +138,8 @@ inline void AskCloud(const CPntCld& cld, int nInTree, const CNumbers& numbers)
           "GetPnts_LodClip without spacing clips");
     Check(CountOf([&](CFuzzHost* pHost) { cld.GetPnts_LodClip(pHost, dLod, vecPlanes, 4096); }) <= nInTree,
           "GetPnts_LodClip delivers points once");
+    AskArrays(cld);
+    AskForPnts(cld, numbers, vecPlanes);
     for (int i = 0; i < nNumPnts; i += 1 + nNumPnts / 50)
     {
         zor::geom::PNT_3D pnt;

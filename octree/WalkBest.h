@@ -55,7 +55,6 @@ private:
         int nOctant;
         const COcTreeLeaf* pLeaf; // null for an inner node
         const COcTreeNode* pNode;
-        CCoordBox coords;
     };
 
     /// The candidates under one node, least bound first, in the order of the octants where bounds are equal.
@@ -123,8 +122,9 @@ private:
         CCandidates candidates;
         for (const COcTreeChild child : node.GetChildren())
         {
-            CCandidate candidate{0.0, child.GetOctant(), nullptr, nullptr, halves.Get(child.GetOctant())};
-            if (!m_key.CalcBound(candidate.coords, candidate.dBound) || candidate.dBound > m_dBest)
+            CCandidate candidate{0.0, child.GetOctant(), nullptr, nullptr};
+            if (!m_key.CalcBound(halves.Get(candidate.nOctant), candidate.dBound) ||
+                candidate.dBound > m_dBest)
                 continue;
             if (child.IsLeaf())
                 candidate.pLeaf = &child.GetLeaf();
@@ -139,7 +139,7 @@ private:
             if (candidate.pLeaf != nullptr)
                 TestRun(candidate.pLeaf->m_nFirst, candidate.pLeaf->m_nCount);
             else
-                WalkNode(*candidate.pNode, cube.GetChild(candidate.nOctant), candidate.coords);
+                WalkNode(*candidate.pNode, cube.GetChild(candidate.nOctant), halves.Get(candidate.nOctant));
         }
     }
 
