@@ -12,6 +12,7 @@
 #include <zor3geom/PAR_LINE_2D.h>
 #include <zor3geom/RECT_2D.h>
 #include <zor4data/CPntCld.h>
+#include <zor4data/FindPntsInPolygons.h>
 
 #include <cstdio>
 #include <cstring>
@@ -206,6 +207,11 @@ void QueryCld()
     Keep<double (CPntCld::*)() const>(&CPntCld::CalcMaxSearchDist);
 }
 
+void UseCompanions()
+{
+    Keep<void (*)(const CPntCld&, IPntCldListener*, const TParts&, bool, int)>(&FindPntsInPolygons);
+}
+
 } // namespace
 
 int main()
@@ -217,6 +223,7 @@ int main()
     FillCld(colors);
     AskCld();
     QueryCld();
+    UseCompanions();
     std::printf("%d functions\n", g_nNumUsed);
     return 0;
 }

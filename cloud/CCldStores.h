@@ -1,0 +1,19 @@
+#ifndef CLOUD_CCLDSTORES_H
+#define CLOUD_CCLDSTORES_H
+
+#include <cloud/ForStore.h>
+#include <zor4data/CPntCld.h>
+
+/// The way of the companions to a cloud's stores: a friend of the class, not installed.
+struct CCldStores
+{
+    /// Runs `operation` on the live store, which it may read. @param other  the result for a cloud without
+    /// point type.
+    template <class Result, class Operation>
+    static Result Ask(const CPntCld& cld, Result other, Operation operation)
+    {
+        return ForStore(cld.m_eType, cld.m_cld, cld.m_cldColor, other, operation);
+    }
+};
+
+#endif
