@@ -1,5 +1,6 @@
 #include <fuzz/AskCloud.h>
 #include <fuzz/FuzzBody.h>
+#include <zor4data/FindPntsInPolygons.h>
 
 namespace
 {
@@ -119,6 +120,15 @@ void AskContours(const CPntCld& cld, CInput& input, bool bAny, double dStep)
     CSeen cut(cld);
     cld.FindPnts2D_Cnts(&cut, outer, holes);
     Check(cut.GetMax() <= 1, "holes or not");
+    CSeen inPolygons(cld);
+    CSeen outside(cld);
+    const std::vector<zor::geom::TMultiPartPolygon> vecPolygons{{outer, holes},
+                                                                {holes.empty() ? outer : holes[0], {}}};
+    FindPntsInPolygons(cld, &inPolygons, vecPolygons, false, 7);
+    FindPntsInPolygons(cld, &outside, vecPolygons, true, 1000);
+    Check(inPolygons.GetMax() <= 1 && outside.GetMax() <= 1, "FindPntsInPolygons delivers points once");
+    for (std::size_t i = 0; i < inPolygons.m_vecSeen.size(); ++i)
+        Check(inPolygons.m_vecSeen[i] + outside.m_vecSeen[i] == 1, "a point is inside or outside");
     CSeen inverted(cld);
     cld.FindPnts2D_IntCnt(&inverted, outer);
     Check(inverted.GetMax() <= 1, "FindPnts2D_IntCnt delivers points once");

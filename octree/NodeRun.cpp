@@ -16,7 +16,7 @@ std::int32_t CountLeaves(const COcTreeNode& node) noexcept
 
 } // namespace
 
-CNodeRun CalcNodeRun(const COcTreeNode& node) noexcept
+CPntRun FindPntRun(const COcTreeNode& node) noexcept
 {
     const COcTreeLeaf* pFirst = nullptr;
     for (const COcTreeNode* pNode = &node; pFirst == nullptr;)
@@ -36,5 +36,11 @@ CNodeRun CalcNodeRun(const COcTreeNode& node) noexcept
         else
             pNode = &child.GetNode();
     }
-    return {pFirst->m_nFirst, pLast->m_nFirst + pLast->m_nCount - pFirst->m_nFirst, CountLeaves(node)};
+    return {pFirst->m_nFirst, pLast->m_nFirst + pLast->m_nCount - pFirst->m_nFirst};
+}
+
+CNodeRun CalcNodeRun(const COcTreeNode& node) noexcept
+{
+    const CPntRun run = FindPntRun(node);
+    return {run.nFirst, run.nCount, CountLeaves(node)};
 }

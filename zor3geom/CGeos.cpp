@@ -1,7 +1,7 @@
 #include <zor3geom/CGeos.h>
 
 #include <zor3geom/CRingIndex.h>
-#include <zor3geom/IsFiniteRing.h>
+#include <zor3geom/IsUsableRing.h>
 
 #include <geos_c.h>
 
@@ -69,7 +69,7 @@ CGeosRegion CGeos::Clone(const GEOSGeometry* pGeometry) const
 
 CGeosRegion CGeos::MakeLinearRing(const std::vector<PNT_2D>& ring) const
 {
-    if (ring.size() < 3 || !IsFiniteRing(ring))
+    if (!IsUsableRing(ring))
         return Own(nullptr);
     std::vector<double> vecCoords;
     vecCoords.reserve(2 * ring.size() + 2);

@@ -1,7 +1,7 @@
 #include <zor3geom/CRingIndex.h>
 
 #include <zor3geom/CalcOrientation.h>
-#include <zor3geom/IsFiniteRing.h>
+#include <zor3geom/IsUsableRing.h>
 
 #include <algorithm>
 
@@ -16,7 +16,7 @@ constexpr std::size_t c_nMaxPerEdge = 8; // bands that an edge may be in on aver
 
 CRingIndex::CRingIndex(const std::vector<PNT_2D>& ring) : m_box(1.0, 1.0, -1.0, -1.0)
 {
-    if (ring.size() < 3 || !IsFiniteRing(ring))
+    if (!IsUsableRing(ring))
         return;
     PNT_2D start = ring.back();
     m_box = RECT_2D(start.x, start.y, start.x, start.y);

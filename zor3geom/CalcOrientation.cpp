@@ -1,5 +1,8 @@
 #include <zor3geom/CalcOrientation.h>
 
+#include <zor3geom/CalcWideOrientation.h>
+#include <zor3geom/IsUsableRing.h>
+
 #include <cmath>
 #include <cstddef>
 
@@ -44,6 +47,17 @@ private:
     std::size_t m_nNum = 0;
 };
 
+/// Can products of the number neither overflow nor vanish, not even in the parts that a rounding takes off?
+bool IsUsual(double d) noexcept
+{
+    return d == 0.0 || (std::fabs(d) < 1e150 && std::fabs(d) > 1e-140);
+}
+
+bool IsUsual(const PNT_2D& pnt) noexcept
+{
+    return IsUsual(pnt.x) && IsUsual(pnt.y);
+}
+
 int CalcExactly(const PNT_2D& a, const PNT_2D& b, const PNT_2D& p) noexcept
 {
     CExactSum sum;
@@ -64,8 +78,12 @@ int CalcOrientation(const PNT_2D& a, const PNT_2D& b, const PNT_2D& p) noexcept
     const double dLeft = (b.x - a.x) * (p.y - a.y);
     const double dRight = (b.y - a.y) * (p.x - a.x);
     const double d = dLeft - dRight;
-    if (std::fabs(d) > c_dBound * (std::fabs(dLeft) + std::fabs(dRight)))
+    constexpr double c_dVanished = 1e-300; // far above what a product loses where it comes near to nothing
+    if (std::fabs(d) > c_dBound * (std::fabs(dLeft) + std::fabs(dRight)) + c_dVanished)
         return d > 0.0 ? 1 : -1;
+    const bool bUsual = IsUsual(a) && IsUsual(b) && IsUsual(p);
+    if (!bUsual && IsFinitePnt(a) && IsFinitePnt(b) && IsFinitePnt(p))
+        return CalcWideOrientation(a, b, p);
     return CalcExactly(a, b, p);
 }
 

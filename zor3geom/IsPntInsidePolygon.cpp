@@ -1,7 +1,7 @@
 #include <zor3geom/IsPntInsidePolygon.h>
 
 #include <zor3geom/CalcOrientation.h>
-#include <zor3geom/IsFiniteRing.h>
+#include <zor3geom/IsUsableRing.h>
 
 #include <algorithm>
 
@@ -10,7 +10,7 @@ namespace zor::geom
 
 bool IsPntInsidePolygon(const std::vector<PNT_2D>& ring, const PNT_2D& pnt) noexcept
 {
-    if (ring.size() < 3 || !IsFiniteRing(ring) || !IsFinitePnt(pnt))
+    if (!IsUsableRing(ring) || !IsFinitePnt(pnt))
         return false;
     bool bInside = false;
     const PNT_2D* pStart = &ring.back();

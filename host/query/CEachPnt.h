@@ -7,6 +7,8 @@
 namespace zorcld
 {
 
+constexpr int c_nBatch = 4096; ///< points that a query of this room hands over at a time
+
 /// Listener that hands point by point to a function, which outlives it.
 template <class TFn>
 class CEachPnt final : public IPntCldListener

@@ -2,10 +2,10 @@
 
 #include <host/output/CFailure.h>
 #include <host/query/CEachPnt.h>
-#include <host/query/CPlanRegion.h>
 #include <host/query/ParseNumbers.h>
 #include <host/shapes/ReadShapes.h>
 #include <zor4data/CPntCld.h>
+#include <zor4data/FindPntsInPolygons.h>
 
 #include <CLI/CLI.hpp>
 
@@ -27,20 +27,6 @@ std::vector<bool> Mark(const CPntCld& cloud, TQuery query)
     { vecChosen[static_cast<std::size_t>(pnt.m_nIndex)] = true; };
     CEachPnt<decltype(mark)> listener(mark);
     query(listener);
-    return vecChosen;
-}
-
-std::vector<bool> ChooseInRegion(const CPntCld& cloud, const CPlanRegion& region, bool bOutside)
-{
-    std::vector<bool> vecChosen(static_cast<std::size_t>(cloud.GetNumPnts()));
-    const auto mark = [&](const CCldCadPnt& pnt) {
-        vecChosen[static_cast<std::size_t>(pnt.m_nIndex)] = region.Contains(PNT_2D(pnt.m_pnt.x, pnt.m_pnt.y));
-    };
-    CEachPnt<decltype(mark)> listener(mark);
-    const RECT_2D box = region.GetBox();
-    cloud.GetPnts2D(&listener, box.xmin, box.ymin, box.xmax, box.ymax);
-    if (bOutside)
-        vecChosen.flip();
     return vecChosen;
 }
 
@@ -102,9 +88,12 @@ TChoosePnts ParsePlan(const CPlanOptions& options)
                         });
         };
     if (!options.sContour.empty())
-        return [region = CPlanRegion(ReadShapes(options.sContour, "--contour").GetRegions(options.sContour)),
+        return [polygons = ReadShapes(options.sContour, "--contour").GetRegions(options.sContour),
                 bOutside = options.bOutside](const CPntCld& cloud)
-        { return ChooseInRegion(cloud, region, bOutside); };
+        {
+            return Mark(cloud, [&](IPntCldListener& listener)
+                        { FindPntsInPolygons(cloud, &listener, polygons, bOutside, c_nBatch); });
+        };
     return {};
 }
 

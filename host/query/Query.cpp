@@ -18,7 +18,6 @@ namespace zorcld
 namespace
 {
 
-constexpr int c_nBatch = 4096;
 constexpr double c_dFinest = 1e-4; // the cloud holds no finer steps
 
 class CCounter final : public IPntCldListener

@@ -255,7 +255,7 @@ public:
     /// counts as none: the square then counts as outside.
     ///
     /// Cost: grows with the squares along the contour; a point on the way is tested against the edges near
-    /// it only.
+    /// it only. `FindPntsInPolygons` (a header of its own) delivers exactly the points inside.
     void FindPnts2D_Cnts(IPntCldListener* pListener, const std::vector<zor::geom::PNT_2D>& outer,
                          const std::vector<std::vector<zor::geom::PNT_2D>>& holes) const;
 

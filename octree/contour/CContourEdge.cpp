@@ -51,7 +51,9 @@ bool CContourEdge::MayMeet(const TBox& box) const noexcept
     const double dHigh = dX * ((dX > 0.0 ? box.ymax : box.ymin) - a.y);
     const double dLow2 = dY * ((dY > 0.0 ? box.xmax : box.xmin) - a.x);
     const double dHigh2 = dY * ((dY > 0.0 ? box.xmin : box.xmax) - a.x);
-    const double dError = 1e-14 * (std::fabs(dLow) + std::fabs(dHigh) + std::fabs(dLow2) + std::fabs(dHigh2));
+    constexpr double c_dVanished = 1e-300; // far above what a product loses where it comes near to nothing
+    const double dError =
+        1e-14 * (std::fabs(dLow) + std::fabs(dHigh) + std::fabs(dLow2) + std::fabs(dHigh2)) + c_dVanished;
     return !(dLow - dLow2 > dError || dHigh - dHigh2 < -dError);
 }
 

@@ -1,6 +1,6 @@
 #include <octree/contour/WalkContour.h>
 
-#include <octree/NodeRun.h>
+#include <octree/DeliverWhole.h>
 #include <zor3geom/IsPntInsidePolygon.h>
 
 template <class T>
@@ -28,26 +28,7 @@ void CWalkContour<T>::WalkNode(const COcTreeNode& node, const COcTreeCube& cube,
     if (eSide == enumSide::Straddling)
         WalkChildren(node, cube, square);
     else if (eSide == enumSide::Inside)
-        DeliverWhole(node);
-}
-
-/// Delivers everything under the node. L2: it is one run of the array.
-template <class T>
-void CWalkContour<T>::DeliverWhole(const COcTreeNode& node)
-{
-    if (m_store.m_pTree->m_bTiled)
-    {
-        const CNodeRun run = CalcNodeRun(node);
-        m_listener.OnRun(run.nFirst, run.nCount);
-        return;
-    }
-    for (const COcTreeChild child : node.GetChildren())
-    {
-        if (child.IsLeaf())
-            m_listener.OnRun(child.GetLeaf().m_nFirst, child.GetLeaf().m_nCount);
-        else
-            DeliverWhole(child.GetNode());
-    }
+        DeliverWhole(*m_store.m_pTree, m_listener, node);
 }
 
 template <class T>

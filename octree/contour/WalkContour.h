@@ -31,7 +31,6 @@ public:
 private:
     void WalkNode(const COcTreeNode& node, const COcTreeCube& cube, const CEnteredSquare& square);
     void WalkChildren(const COcTreeNode& node, const COcTreeCube& cube, const CEnteredSquare& square);
-    void DeliverWhole(const COcTreeNode& node);
     void WalkLeaf(const COcTreeLeaf& leaf, const CEnteredSquare& square);
     bool IsWanted(std::int32_t nIndex, const CEnteredSquare& square) const;
 

@@ -14,6 +14,7 @@
 #include <zor4data/CPntArrays.h>
 #include <zor4data/CPntCld.h>
 #include <zor4data/CRootCube.h>
+#include <zor4data/FindPntsInPolygons.h>
 #include <zor4data/PickPnt.h>
 
 #include <cstdio>
@@ -218,6 +219,7 @@ void UseCompanions()
     Keep<int (*)(const CPntCld&, const PNT_3D&, const PNT_3D&, double, const TPlanes&)>(&PickPnt);
     Keep<int (*)(const CPntCld&, const PNT_3D&, double)>(&FindNearestPnt);
     Keep<int (*)(const CPntCld&, const PNT_2D&, double)>(&FindNearestPnt2D);
+    Keep<void (*)(const CPntCld&, IPntCldListener*, const TParts&, bool, int)>(&FindPntsInPolygons);
 }
 
 } // namespace

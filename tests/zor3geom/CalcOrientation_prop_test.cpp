@@ -1,9 +1,14 @@
 #include <zor3geom/CalcOrientation.h>
 
+#include <tests/support/WholeFromDouble.h>
+
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdint>
+#include <limits>
 #include <random>
+#include <vector>
 
 using zor::geom::CalcOrientation;
 using zor::geom::PNT_2D;
@@ -98,4 +103,43 @@ TEST(CalcOrientation_Prop, SameAsExactWhereDifferencesRound)
         ASSERT_EQ(CalcOrientation(a.ToPnt(1.0), b.ToPnt(1.0), p.ToPnt(1.0)), Exact(a, b, p))
             << a.x << ' ' << a.y << ' ' << b.x << ' ' << b.y << ' ' << p.x << ' ' << p.y;
     }
+}
+
+// From the smallest number to the largest: products vanish and overflow.
+TEST(CalcOrientation_Prop, SameAsExactForAnyFiniteNumbers)
+{
+    using TLimits = std::numeric_limits<double>;
+    std::mt19937_64 random(4);
+    std::uniform_int_distribution<int> drawExponent(-1074, 1023);
+    std::uniform_int_distribution<int> drawKind(0, 9);
+    std::uniform_real_distribution<double> drawShare(-1.0, 1.0);
+    const std::vector<double> vecOdd{0.0, TLimits::denorm_min(), TLimits::min(), TLimits::max(), 1.0, 0.0625};
+    const auto draw = [&]
+    {
+        const int nKind = drawKind(random);
+        const double d = nKind < 6 ? vecOdd[static_cast<std::size_t>(nKind)]
+                                   : std::ldexp(drawShare(random), drawExponent(random));
+        return drawShare(random) < 0.0 ? -d : d;
+    };
+    const auto compareProducts = [](const PNT_2D& a, const PNT_2D& b, const PNT_2D& p)
+    {
+        const TWhole left =
+            (WholeFromDouble(b.x) - WholeFromDouble(a.x)) * (WholeFromDouble(p.y) - WholeFromDouble(a.y));
+        const TWhole right =
+            (WholeFromDouble(b.y) - WholeFromDouble(a.y)) * (WholeFromDouble(p.x) - WholeFromDouble(a.x));
+        return left.compare(right);
+    };
+    int nNumOnLine = 0;
+    for (int i = 0; i < 20000; ++i)
+    {
+        const PNT_2D a(draw(), draw());
+        const PNT_2D b(draw(), draw());
+        const PNT_2D p = i % 4 == 0 ? PNT_2D(a.x / 2 + b.x / 2, a.y / 2 + b.y / 2) : PNT_2D(draw(), draw());
+        const int nCompared = compareProducts(a, b, p);
+        const int nExact = nCompared > 0 ? 1 : nCompared < 0 ? -1 : 0;
+        nNumOnLine += nExact == 0 ? 1 : 0;
+        ASSERT_EQ(CalcOrientation(a, b, p), nExact)
+            << a.x << ' ' << a.y << ' ' << b.x << ' ' << b.y << ' ' << p.x << ' ' << p.y;
+    }
+    EXPECT_GT(nNumOnLine, 300);
 }

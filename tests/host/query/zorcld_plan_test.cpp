@@ -187,7 +187,7 @@ TEST(ZorcldPlan, Contour_SamePointsFromEveryKindOfFile)
     EXPECT_EQ(grid.Ask({"--contour", grid.Write("c.geojson", ToJson({reversed}))}), wanted);
 }
 
-// The library's own query delivers nothing of leaves that a contour with holes passes through.
+// The library's contour query delivers nothing of leaves that a contour with holes passes through.
 TEST(ZorcldPlan, Contour_HolesAreTakenOutPointByPoint)
 {
     CGrid grid;
@@ -224,6 +224,61 @@ TEST(ZorcldPlan, Contour_EdgesIncluded)
               CGrid::Scan(
                   [](int x, int y)
                   { return x >= 2 && x <= 12 && y >= 2 && y <= 12 && !(x > 5 && x < 9 && y > 5 && y < 9); }));
+}
+
+// Any edge: of a hole in another one, and beside the outer ring.
+TEST(ZorcldPlan, Contour_EdgesOfHolesIncludedWhereverTheyRun)
+{
+    CGrid grid;
+    const std::string sPath = grid.Write(
+        "holes.wkt", "POLYGON ((2 2, 12 2, 12 12, 2 12), (5 5, 9 5, 9 9, 5 9), (7 7, 20 7, 20 10, 7 10))");
+    const auto isOnBox = [](int x, int y, int xmin, int ymin, int xmax, int ymax)
+    {
+        return x >= xmin && x <= xmax && y >= ymin && y <= ymax &&
+               (x == xmin || x == xmax || y == ymin || y == ymax);
+    };
+    const auto isIn = [&](int x, int y)
+    {
+        const bool bOnEdge =
+            isOnBox(x, y, 2, 2, 12, 12) || isOnBox(x, y, 5, 5, 9, 9) || isOnBox(x, y, 7, 7, 20, 10);
+        const bool bInHole = (x > 5 && x < 9 && y > 5 && y < 9) || (x > 7 && x < 20 && y > 7 && y < 10);
+        return bOnEdge || (x > 2 && x < 12 && y > 2 && y < 12 && !bInHole);
+    };
+    EXPECT_EQ(grid.Ask({"--contour", sPath}), CGrid::Scan(isIn));
+}
+
+// The corners are the points' own coordinates, to the last bit.
+TEST(ZorcldPlan, Contour_PntsAtItsOutermostCornersAreInside)
+{
+    const CZorcld zorcld;
+    std::mt19937 random(5);
+    std::uniform_real_distribution<float> draw(1234.5F, 1284.5F);
+    std::vector<float> vecCoords(3000);
+    std::generate(vecCoords.begin(), vecCoords.end(), [&] { return draw(random); });
+    const std::string sFile = zorcld.Write("far.ply", MakePly(vecCoords));
+    const auto calcPlace = [&](std::size_t i) // as the cloud holds it, by the first point
+    {
+        const auto calc = [](double d, double dOrg)
+        { return std::trunc((d - dOrg) * 10000.0) / 10000.0 + dOrg; };
+        return CPlace{calc(static_cast<double>(vecCoords[3 * i]), static_cast<double>(vecCoords[0])),
+                      calc(static_cast<double>(vecCoords[3 * i + 1]), static_cast<double>(vecCoords[1]))};
+    };
+    for (std::size_t i = 0; i < 20; ++i)
+    {
+        const CPlace a = calcPlace(i);
+        const CPlace b = calcPlace(i + 500);
+        std::ptrdiff_t nWanted = 0;
+        for (std::size_t k = 0; k < 1000; ++k)
+            nWanted += std::min(a.x, b.x) <= calcPlace(k).x && calcPlace(k).x <= std::max(a.x, b.x) &&
+                               std::min(a.y, b.y) <= calcPlace(k).y && calcPlace(k).y <= std::max(a.y, b.y)
+                           ? 1
+                           : 0;
+        const std::string sContour = zorcld.Write("box.geojson", ToJson({{a, {a.x, b.y}, b, {b.x, a.y}}}));
+        const std::string sOut = zorcld.GetPath("out.csv");
+        ASSERT_EQ(zorcld.Run({"points", sFile, "-o", sOut, "--contour", sContour}).nStatus, 0);
+        const std::string sText = ReadBytes(sOut);
+        EXPECT_EQ(std::count(sText.begin(), sText.end(), '\n') - 1, nWanted) << i;
+    }
 }
 
 // So small a cloud that the library takes every square of it as cut near its corners.
