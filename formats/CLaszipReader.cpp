@@ -12,8 +12,11 @@ CLaszipReader::CLaszipReader(CLasGuard& guard, enumParts eParts)
 {
     if (laszip_create(&m_pLaszip) != 0)
         throw std::bad_alloc();
-    if (eParts == Parts_Coords)
-        laszip_decompress_selective(m_pLaszip, laszip_DECOMPRESS_SELECTIVE_Z); // x and y always are
+    // x and y always are.
+    laszip_decompress_selective(m_pLaszip, eParts == Parts_Coords
+                                               ? laszip_DECOMPRESS_SELECTIVE_Z
+                                               : laszip_DECOMPRESS_SELECTIVE_ALL &
+                                                     ~laszip_DECOMPRESS_SELECTIVE_GPS_TIME);
     if (!Open())
     {
         m_pPnt = nullptr;
