@@ -26,7 +26,7 @@ public:
 
     std::string ForEach(const TOnPnt& onPnt) override
     {
-        CLaszipReader reader(m_guard, CLaszipReader::Parts_All);
+        CLaszipReader reader(m_guard, CLaszipReader::Parts_AllButTimes);
         if (!reader.IsOpen())
             return "its LAS data are damaged or cut off";
         const laszip_point_struct* pPnt = nullptr;

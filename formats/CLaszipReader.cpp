@@ -12,8 +12,10 @@ CLaszipReader::CLaszipReader(CLasGuard& guard, enumParts eParts)
 {
     if (laszip_create(&m_pLaszip) != 0)
         throw std::bad_alloc();
-    if (eParts == Parts_Coords)
-        laszip_decompress_selective(m_pLaszip, laszip_DECOMPRESS_SELECTIVE_Z); // x and y always are
+    constexpr laszip_U32 c_nCoords = laszip_DECOMPRESS_SELECTIVE_Z; // x and y always are
+    constexpr laszip_U32 c_nTimes = laszip_DECOMPRESS_SELECTIVE_GPS_TIME;
+    laszip_decompress_selective(
+        m_pLaszip, eParts == Parts_Coords ? c_nCoords : laszip_DECOMPRESS_SELECTIVE_ALL & ~c_nTimes);
     if (!Open())
     {
         m_pPnt = nullptr;

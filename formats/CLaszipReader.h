@@ -18,8 +18,9 @@ public:
     /// What is decompressed of a point of formats 6 to 10. Of the others it is always everything.
     enum enumParts
     {
-        Parts_All,
-        Parts_Coords ///< what else a point has is that of some point before it
+        Parts_AllButTimes, ///< of damaged times LASzip calls itself without end, in memory, where no stream
+                           ///< ends it
+        Parts_Coords       ///< what else a point has is that of some point before it
     };
 
     /// @param guard  of the file, which it has let through; kept, not owned. Nobody else may move the file's

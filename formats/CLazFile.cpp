@@ -9,9 +9,6 @@ namespace
 
 constexpr std::size_t c_nBlockSize = std::size_t{1} << 18U;
 
-/// Bytes that are given out at a time. LASzip gets up to 350 calls of 48 bytes deeper with each: 260 KB.
-constexpr std::ptrdiff_t c_nWindow = 16;
-
 /// On files that are not damaged LASzip has been seen 448 bytes deep.
 constexpr std::uintptr_t c_nMaxDepth = std::uintptr_t{1} << 16U;
 
@@ -80,32 +77,27 @@ bool CLazBuf::IsAtBadCode()
     return m_pEnd - gptr() >= nSize && std::memcmp(gptr(), acBad.data(), acBad.size()) == 0;
 }
 
-/// Gives out the next bytes.
-/// @return false when there are none.
-bool CLazBuf::OpenWindow()
+/// Makes sure that the block holds the next byte, and that it may be given out.
+bool CLazBuf::HasNext()
 {
-    if (!m_bByByte && IsAtBadCode())
+    if (IsTooDeep() || (!m_bByByte && IsAtBadCode()))
         return false;
     m_bByByte = true;
-    if (IsTooDeep() || (egptr() == m_pEnd && !ReadBlock()))
-        return false;
-    char* const pNext = egptr();
-    setg(pNext, pNext, pNext + std::min(m_pEnd - pNext, c_nWindow));
-    return true;
+    return gptr() != m_pEnd || ReadBlock();
 }
 
 CLazBuf::int_type CLazBuf::underflow()
 {
-    return OpenWindow() ? traits_type::to_int_type(*gptr()) : traits_type::eof();
+    return HasNext() ? traits_type::to_int_type(*gptr()) : traits_type::eof();
 }
 
 CLazBuf::int_type CLazBuf::uflow()
 {
-    if (!OpenWindow())
+    if (!HasNext())
         return traits_type::eof();
-    const int_type n = traits_type::to_int_type(*gptr());
-    gbump(1);
-    return n;
+    char* const pNext = gptr() + 1;
+    setg(pNext, pNext, pNext); // nothing is given out without being asked
+    return traits_type::to_int_type(pNext[-1]);
 }
 
 std::streamsize CLazBuf::xsgetn(char* pBytes, std::streamsize nNum)

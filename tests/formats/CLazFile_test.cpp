@@ -109,6 +109,22 @@ TEST(CLazFile, EndsWhereTheCallsAreTooDeep)
     EXPECT_LT(nDepth, 500);
 }
 
+// Not one byte more comes in a call that is too deep, whatever was read before it.
+TEST(CLazFile, NothingIsGivenOutInAdvance)
+{
+    const CMemFile file(ManyBytes());
+    CLazFile tested(file.GetPath());
+    tested.StartHere();
+    EXPECT_NE(std::char_traits<char>::eof(), tested.get());
+    const auto getDeep = [&](int nSteps, const auto& self) -> int
+    {
+        volatile char acMore[20000];
+        acMore[0] = 0;
+        return nSteps > 0 ? self(nSteps - 1, self) + acMore[0] : tested.get();
+    };
+    EXPECT_EQ(std::char_traits<char>::eof(), getDeep(10, getDeep));
+}
+
 // The whole file comes in a call that is deep, but not deeper than where it is told to start.
 TEST(CLazFile, DepthCountsFromTheStart)
 {

@@ -41,7 +41,7 @@ bool LASreader::Open(const CHAR* file_name)
 bool LASreader::OpenLaz()
 {
     m_nPosRgb = offsetof(laszip_point_struct, rgb);
-    const auto eParts = LasLayout::IsColorTaken(header.point_data_format) ? CLaszipReader::Parts_All
+    const auto eParts = LasLayout::IsColorTaken(header.point_data_format) ? CLaszipReader::Parts_AllButTimes
                                                                           : CLaszipReader::Parts_Coords;
     m_pLaszip = std::make_unique<CLaszipReader>(*m_pGuard, eParts);
     return m_pLaszip->IsOpen();
