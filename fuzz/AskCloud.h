@@ -2,6 +2,7 @@
 #define FUZZ_ASKCLOUD_H
 
 #include <zor4data/CPntCld.h>
+#include <zor4data/FindPntsInPolygons.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -72,6 +73,20 @@ long long CountOf(Query query)
     return host.m_nNumPnts;
 }
 
+/// Asks for the points in a triangle and for those outside.
+///
+/// @param nFound  points that the tree finds; without a tree, all.
+inline void AskPolygons(const CPntCld& cld, int nFound, const CNumbers& numbers)
+{
+    const std::vector<zor::geom::TMultiPartPolygon> vecPolygons = {{{{numbers.Get(0), numbers.Get(1)},
+                                                                     {numbers.Get(2), numbers.Get(3)},
+                                                                     {numbers.Get(4), numbers.Get(5)}},
+                                                                    {}}};
+    const auto count = [&](bool bOutside)
+    { return CountOf([&](CFuzzHost* pHost) { FindPntsInPolygons(cld, pHost, vecPolygons, bOutside, 9); }); };
+    Check(count(false) + count(true) == nFound, "a point is inside a polygon or outside");
+}
+
 /// Runs every query.
 ///
 /// @param nInTree  points that the tree finds; 0 without a tree.
@@ -96,6 +111,8 @@ inline void AskCloud(const CPntCld& cld, int nInTree, const CNumbers& numbers)
           "GetPnts_LodClip without spacing clips");
     Check(CountOf([&](CFuzzHost* pHost) { cld.GetPnts_LodClip(pHost, dLod, vecPlanes, 4096); }) <= nInTree,
           "GetPnts_LodClip delivers points once");
+    zor::geom::RECT_3D rect;
+    AskPolygons(cld, cld.GetBdry(rect) ? nInTree : nNumPnts, numbers);
     for (int i = 0; i < nNumPnts; i += 1 + nNumPnts / 50)
     {
         zor::geom::PNT_3D pnt;
