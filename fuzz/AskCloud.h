@@ -4,6 +4,7 @@
 #include <zor4data/CPntArrays.h>
 #include <zor4data/CPntCld.h>
 #include <zor4data/CRootCube.h>
+#include <zor4data/FindPntsInPolygons.h>
 #include <zor4data/PickPnt.h>
 
 #include <algorithm>
@@ -114,6 +115,20 @@ inline void AskForPnts(const CPntCld& cld, const CNumbers& numbers,
           "there is a cube of each level");
 }
 
+/// Asks for the points in a triangle and for those outside.
+///
+/// @param nFound  points that the tree finds; without a tree, all.
+inline void AskPolygons(const CPntCld& cld, int nFound, const CNumbers& numbers)
+{
+    const std::vector<zor::geom::TMultiPartPolygon> vecPolygons = {{{{numbers.Get(0), numbers.Get(1)},
+                                                                     {numbers.Get(2), numbers.Get(3)},
+                                                                     {numbers.Get(4), numbers.Get(5)}},
+                                                                    {}}};
+    const auto count = [&](bool bOutside)
+    { return CountOf([&](CFuzzHost* pHost) { FindPntsInPolygons(cld, pHost, vecPolygons, bOutside, 9); }); };
+    Check(count(false) + count(true) == nFound, "a point is inside a polygon or outside");
+}
+
 /// Runs every query.
 ///
 /// @param nInTree  points that the tree finds; 0 without a tree.
@@ -140,6 +155,8 @@ inline void AskCloud(const CPntCld& cld, int nInTree, const CNumbers& numbers)
           "GetPnts_LodClip delivers points once");
     AskArrays(cld);
     AskForPnts(cld, numbers, vecPlanes);
+    zor::geom::RECT_3D rect;
+    AskPolygons(cld, cld.GetBdry(rect) ? nInTree : nNumPnts, numbers);
     for (int i = 0; i < nNumPnts; i += 1 + nNumPnts / 50)
     {
         zor::geom::PNT_3D pnt;
