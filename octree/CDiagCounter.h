@@ -15,7 +15,8 @@ public:
     CDiagCounter(const CDiagCounter& other) noexcept : m_n(other.Get()) {}
     CDiagCounter& operator=(const CDiagCounter& other) noexcept
     {
-        m_n.store(other.Get(), std::memory_order_relaxed);
+        if (this != &other)
+            m_n.store(other.Get(), std::memory_order_relaxed);
         return *this;
     }
 

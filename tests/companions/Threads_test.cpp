@@ -130,8 +130,8 @@ double AskFields(const CPntCld& cld)
     unsigned char b = 0;
     cld.GetPntColor(17, r, g, b);
     return cld.GetNumPnts() + pnt.x + rect.xmax + r + (cld.IsWithColor() ? 1.0 : 0.0) + cld.GetVersion() +
-           (cld.IsModified() ? 1.0 : 0.0) + cld.GetFileType() + cld.GetFilePath().GetLength() +
-           (cld.GetColorListener() != nullptr ? 1.0 : 0.0);
+           (cld.IsModified() ? 1.0 : 0.0) + static_cast<int>(cld.GetFileType()) +
+           cld.GetFilePath().GetLength() + (cld.GetColorListener() != nullptr ? 1.0 : 0.0);
 }
 
 /// Copies share points and octree: each thread makes one, asks it, and lets it go.
