@@ -72,8 +72,7 @@ public:
     bool SetPos(int nPos) override
     {
         Check(m_nNumProgress == m_nNumPnts, "progress comes before its point");
-        // It exceeds 100 where int32 does not hold the count.
-        Check(m_nAnnounced < 0 || nPos >= 0, "progress is not negative");
+        Check(nPos >= 0, "progress is not negative");
         ++m_nNumProgress;
         return false;
     }

@@ -8,7 +8,8 @@ public:
     virtual void Start() = 0;
     virtual void Stop() = 0;
 
-    /// @param nPos  work done so far, percent.
+    /// @param nPos  work done so far, percent: 0 to 100, but beyond it where a file holds more points than it
+    ///              announces. Never negative.
     /// @return not looked at: an operation cannot be cancelled through it.
     virtual bool SetPos(int nPos) = 0;
 

@@ -23,10 +23,15 @@ inline unsigned char ByteFromChannel(std::uint16_t n) noexcept
 }
 
 /// Percentage of points delivered, of those announced. Every count is allowed: the percentage exceeds 100
-/// where more are delivered, saturates where none were announced, and is 0 for 0 of 0.
-inline int CalcLasProgress(std::int64_t nDelivered, std::int32_t nAnnounced) noexcept
+/// where more are delivered, saturates where none were announced, and is 0 for 0 of 0; it is never negative.
+///
+/// @param nAnnounced  the whole count, where the listener gets the lower 32 bits: of an honest file of very
+///                    many points these alone would make percentages that are negative or beyond 100. A
+///                    negative one is the file's, of 64 bits without a sign.
+inline int CalcLasProgress(std::int64_t nDelivered, std::int64_t nAnnounced) noexcept
 {
-    return SaturateToInt32(static_cast<double>(nDelivered) / static_cast<double>(nAnnounced) * 100.0);
+    const auto dAnnounced = static_cast<double>(static_cast<std::uint64_t>(nAnnounced));
+    return SaturateToInt32(static_cast<double>(nDelivered) / dAnnounced * 100.0);
 }
 
 /// Delivers the points that `reader` gives, before each of them the progress.
@@ -40,7 +45,7 @@ template <class Reader>
 void DeliverLasPnts(Reader& reader, bool bColor, std::int64_t nMax, IPntCldReadListener& listener,
                     IDlgProgress* pProgress)
 {
-    const auto nAnnounced = CountFromNumPnts(reader.npoints);
+    const std::int64_t nAnnounced = reader.npoints;
     const auto& point = reader.point;
     const auto& scale = *point.quantizer;
     for (std::int64_t i = 0; i < nMax && reader.read_point() != 0; ++i)

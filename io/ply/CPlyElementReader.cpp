@@ -62,6 +62,8 @@ void CPlyElementReader::TakeWholeItems(std::int32_t i, std::int32_t nEnd)
 {
     if (m_element.bVertex)
         DeliverWholeItems(i, nEnd);
+    else if (m_progress.IsWanted() && m_layout.GetMinSize() == 0)
+        m_progress.ReportOfNothing(i, nEnd);
     else if (m_progress.IsWanted())
         for (std::int32_t k = i; k < nEnd; ++k)
             m_progress.Report(k);

@@ -23,6 +23,16 @@ public:
 
     bool IsWanted() const noexcept { return m_pProgress != nullptr; }
 
+    /// Before each of the items `i` to `nEnd` - 1, which take no bytes of the file: of very many only some
+    /// are told, since nothing but the header says how many there are.
+    void ReportOfNothing(std::int32_t i, std::int32_t nEnd) const
+    {
+        constexpr std::int32_t c_nMaxCalls = 1000;
+        const std::int64_t nStep = m_nCount / c_nMaxCalls + 1;
+        for (std::int64_t k = i; k < nEnd; k += nStep)
+            Report(static_cast<std::int32_t>(k));
+    }
+
     /// Before item `i`.
     void Report(std::int32_t i) const
     {

@@ -17,7 +17,8 @@ public:
     /// Reads the file from start to end.
     ///
     /// @param pProgress  SetPos is called before each item of each element, with the percentage of the
-    ///                   elements done and, in whole percent, of this one; null: no calls.
+    ///                   elements done and, in whole percent, of this one; null: no calls. Of an element
+    ///                   without properties no more than 1000 items are told.
     ///
     /// For a vertex element it calls OnReadType, OnReadNumPnts with the count of the header, and OnReadPnt
     /// once a vertex; at the end OnReadEnd.

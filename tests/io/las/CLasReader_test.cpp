@@ -110,7 +110,7 @@ TEST(CLasReader, Read_CountOf64BitsWhereThatOf32Is0)
     EXPECT_TRUE(reading.bResult);
     ASSERT_EQ(7U, reading.vecCalls.size());
     EXPECT_EQ(CReadCall::NumPnts(-1), reading.vecCalls[1]);
-    EXPECT_EQ(CReadCall::Progress(-100), reading.vecCalls[4]);
+    EXPECT_EQ(CReadCall::Progress(0), reading.vecCalls[4]); // of the whole count
 }
 
 TEST(CLasReader, Read_CountOf32BitsGoesFirst)

@@ -9,6 +9,7 @@ namespace
 {
 
 constexpr int c_nMin = std::numeric_limits<int>::min();
+constexpr std::int64_t c_nMin64 = std::numeric_limits<std::int64_t>::min();
 constexpr int c_nMax = std::numeric_limits<int>::max();
 
 constexpr std::int64_t c_nNoLimit = std::numeric_limits<std::int64_t>::max();
@@ -107,12 +108,25 @@ TEST(DeliverLas, Progress_ExceedsAHundredWithMorePntsThanAnnounced)
     EXPECT_EQ(TInts({0, 50, 100, 150}), GetProgress(2, 4));
 }
 
+// The listener gets 32 bits of the count, the progress counts all of it.
+TEST(DeliverLas, Progress_NeverNegativeAndUpToAHundredOfCountsBeyondInt32)
+{
+    for (const std::int64_t nNum :
+         {std::int64_t{0x7FFFFFFF}, std::int64_t{0x80000000}, std::int64_t{0xFFFFFFFF},
+          std::int64_t{0x100000000}, std::int64_t{0x100000003}, std::int64_t{1} << 60})
+    {
+        EXPECT_EQ(TInts({0, 0, 0}), GetProgress(nNum, 3));
+        EXPECT_EQ(50, CalcLasProgress(nNum / 2 + 1, nNum));
+        EXPECT_EQ(100, CalcLasProgress(nNum, nNum));
+    }
+}
+
 TEST(DeliverLas, Progress_IsDefinedForEveryCount)
 {
     EXPECT_EQ(TInts({0, c_nMax, c_nMax}), GetProgress(0, 3)); // 0 of 0, then more than none
-    EXPECT_EQ(TInts({0, -100, -200}), GetProgress(0xFFFFFFFF, 3));
-    EXPECT_EQ(c_nMin, CalcLasProgress(std::int64_t{1} << 60, -1));
     EXPECT_EQ(c_nMax, CalcLasProgress(std::int64_t{1} << 60, 1));
+    EXPECT_EQ(6, CalcLasProgress(std::int64_t{1} << 60, -1)); // of 2^64
+    EXPECT_EQ(TInts({0, 0, 0}), GetProgress(c_nMin64, 3));
 }
 
 TEST(DeliverLas, CountFromNumPnts_TakesTheLowerBits)

@@ -337,6 +337,24 @@ TEST(CPlyReader, Progress_IsReportedForTheItemThatFails)
     EXPECT_EQ(std::vector<int>({0, 25, 50, 75}), ProgressOf(reading));
 }
 
+// One call an item, but not two thousand million where there is nothing to read.
+TEST(CPlyReader, Progress_ItemsWithoutPropertiesAreToldAThousandTimesAtMost)
+{
+    const auto read = [](const std::string& sElements)
+    { return ProgressOf(ReadPly(c_sPlyMagic + sElements + "end_header\n", true)); };
+    EXPECT_EQ(std::vector<int>({0, 16, 33, 50}), read("element a 3\nelement b 1\n"));
+    EXPECT_EQ(999U, read("element a 999\n").size());
+    for (const char* const sCount : {"1000", "1001", "54321", "2000000000", "2147483647"})
+    {
+        const std::vector<int> vecProgress = read("element a " + std::string(sCount) + "\n");
+        EXPECT_GE(vecProgress.size(), 100U);
+        EXPECT_LE(vecProgress.size(), 1000U);
+        EXPECT_EQ(0, vecProgress.front());
+        EXPECT_EQ(99, vecProgress.back());
+        EXPECT_TRUE(std::is_sorted(vecProgress.begin(), vecProgress.end()));
+    }
+}
+
 TEST(CPlyReader, Read_ItemsWithoutPropertiesTakeNoTime)
 {
     std::string sLines;

@@ -184,7 +184,9 @@ private:
             unsigned char aacSlot[7][8] = {};
             for (int i = 0; i < element.nCount; ++i)
             {
-                if (m_pProgress != nullptr)
+                // Of items that hold nothing a thousand at most are told.
+                const bool bTold = !element.vecProps.empty() || i % (element.nCount / 1000 + 1) == 0;
+                if (m_pProgress != nullptr && bTold)
                 {
                     const double dPart = static_cast<double>(i) / static_cast<double>(element.nCount);
                     m_pProgress->SetPos(static_cast<int>(nShare * dPart + nBase));
