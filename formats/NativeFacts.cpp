@@ -2,6 +2,7 @@
 
 #include <formats/CByteReader.h>
 #include <formats/CNativeTreeWalk.h>
+#include <formats/LittleEndian.h>
 
 namespace
 {
@@ -69,9 +70,24 @@ CNativeFacts FindNativeFacts(CByteReader& reader)
         return facts;
     facts.nNumHeld = facts.header.CalcNumHeld(static_cast<std::uint64_t>(facts.nFileSize - reader.GetPos()));
     const std::int64_t nPntBytes = facts.nNumHeld * static_cast<std::int64_t>(facts.header.GetPntSize());
-    if (facts.nNumHeld < facts.header.nNumPnts ||
-        !reader.Skip(nPntBytes + static_cast<std::int64_t>(c_nNativeTreeHeaderSize)))
+    std::array<unsigned char, c_nNativeTreeHeaderSize> acTree{};
+    if (facts.nNumHeld < facts.header.nNumPnts || !reader.Skip(nPntBytes) ||
+        !reader.Read(acTree.data(), acTree.size()))
         return facts;
+    facts.bTreeHeader = true;
+    facts.treeHeader = CNativeTreeHeader::FromBytes(acTree);
     WalkTree(reader, facts);
     return facts;
+}
+
+bool HasBoxOfItsPnts(CByteReader& reader, const CNativeFacts& facts)
+{
+    const std::size_t nPntSize = facts.header.GetPntSize();
+    std::array<CCompactRange, 3> ranges;
+    std::array<unsigned char, c_nNativeColorPntSize> acPnt{};
+    reader.SetPos(static_cast<std::int64_t>(c_nNativeHeaderSize));
+    for (std::int64_t i = 0; i < facts.nNumHeld && reader.Read(acPnt.data(), nPntSize); ++i)
+        for (std::size_t k = 0; k < ranges.size(); ++k)
+            ranges[k].Add(LittleEndian::Get<std::int32_t>(acPnt.data() + k * sizeof(std::int32_t)));
+    return CNativeTreeHeader::FromRanges(ranges) == facts.treeHeader;
 }

@@ -1,8 +1,25 @@
 #include <formats/NativeFindings.h>
 
+#include <formats/Compact.h>
 #include <formats/CountOf.h>
 #include <formats/NativeFacts.h>
 #include <formats/NativeFormat.h>
+
+#include <array>
+#include <cstdio>
+
+namespace
+{
+
+std::string FormatExtents(const CNativeTreeHeader& header)
+{
+    std::array<char, 64> acText{};
+    std::snprintf(acText.data(), acText.size(), "%.10g x %.10g x %.10g", header.anExtent[0] / c_dCompactScale,
+                  header.anExtent[1] / c_dCompactScale, header.anExtent[2] / c_dCompactScale);
+    return acText.data();
+}
+
+} // namespace
 
 std::vector<CFinding> FindNativeFindings(const CNativeFacts& native)
 {
@@ -28,5 +45,16 @@ std::vector<CFinding> FindNativeFindings(const CNativeFacts& native)
                 std::to_string(nOutside) + " of " + CountOf(native.nNumHeld, "point") +
                 OneOrMany(nOutside, " is", " are") + " outside it, found by a query of all points only",
             true);
+    if (native.nNumHeld > 0 && native.bTreeHeader && !native.treeHeader.IsPossible())
+        add("native-box",
+            "its octree gives the points extents of " + FormatExtents(native.treeHeader) +
+                " units, which no points have: queries go astray",
+            true);
     return vecFindings;
+}
+
+CFinding MakeNativeBoxFinding()
+{
+    return {"native-box", "its octree says that the points lie elsewhere than they do: queries go astray",
+            true, ""};
 }

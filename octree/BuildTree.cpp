@@ -1,6 +1,6 @@
 #include <octree/BuildTree.h>
 
-#include <formats/Compact.h>
+#include <formats/CCompactRange.h>
 #include <octree/CTruncPnt.h>
 #include <octree/CTruncPnt_Color.h>
 #include <octree/Partition.h>
@@ -22,31 +22,6 @@ constexpr std::int32_t c_nMinTail = 1000;         // fewer equal records at the 
 constexpr std::int64_t c_nMinInt32 = std::numeric_limits<std::int32_t>::min();
 constexpr std::int64_t c_nMaxInt32 = std::numeric_limits<std::int32_t>::max();
 
-/// Range of one coordinate over a run.
-class CRange
-{
-public:
-    void Add(std::int32_t n) noexcept
-    {
-        m_nMin = std::min(m_nMin, n);
-        m_nMax = std::max(m_nMax, n);
-    }
-
-    std::int32_t GetCentre() const noexcept
-    {
-        return static_cast<std::int32_t>((static_cast<std::int64_t>(m_nMin) + m_nMax) / 2);
-    }
-
-    std::int32_t GetExtent() const noexcept
-    {
-        return SaturateToInt32(static_cast<std::int64_t>(m_nMax) - m_nMin);
-    }
-
-private:
-    std::int32_t m_nMin = std::numeric_limits<std::int32_t>::max();
-    std::int32_t m_nMax = std::numeric_limits<std::int32_t>::min();
-};
-
 /// @return the first of the equal records that the array ends with: slots that a file announced and never
 ///         filled. `nNumPnts`, for no tail, where they are too few to matter.
 template <class T>
@@ -64,9 +39,9 @@ std::int32_t FindTail(const T* pPnts, std::int32_t nNumPnts) noexcept
 template <class T>
 void CalcBox(const T* pPnts, std::int32_t nNumPnts, COcTreeIndex& tree) noexcept
 {
-    CRange rangeX;
-    CRange rangeY;
-    CRange rangeZ;
+    CCompactRange rangeX;
+    CCompactRange rangeY;
+    CCompactRange rangeZ;
     for (std::int32_t i = 0; i < nNumPnts; ++i)
     {
         rangeX.Add(pPnts[i].m_nX);

@@ -46,9 +46,9 @@ public:
     /// filter would. Parameters that keep the published filter from ending, or on which it aborts, give
     /// an answer all the same: a series of windows that does not grow ends, a window without size is empty.
     ///
-    /// A cloud so wide that the published filter's octree has to round its own borders (10^8 windows and
-    /// more across, with coordinates next to 0 in it) may have other points there: that octree then misses
-    /// points that are in the window. This one does not.
+    /// Where the published filter's octree rounds its own borders inwards it misses points of a window, and
+    /// may have another result: far from 0 from PCL 1.15 on, with any version in clouds of 10^8 windows and
+    /// more across with coordinates next to 0. This one misses none.
     ///
     /// REQUIRES: indices, where set, inside the cloud. Throws std::bad_alloc, and what the listener throws;
     /// the filter can be used again then.

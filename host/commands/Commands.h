@@ -13,7 +13,7 @@ class CConsole;
 
 // Each adds one command with its options and what it does; AddInfoCommand stands in CmdInfo.cpp, and so on,
 // since a header for each would hold one line. A new command is a file of its own, a line here and a line in
-// the table of main.cpp.
+// the table of RunProgram.cpp.
 
 void AddInfoCommand(CLI::App& app, const CConsole& console);
 void AddViewCommand(CLI::App& app, const CConsole& console);

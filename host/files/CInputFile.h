@@ -78,6 +78,9 @@ public:
     /// @param facts  from one pass over the file's source.
     virtual void FindInPnts(const CSourceFacts& /*facts*/, std::vector<CFinding>& /*vecFindings*/) const {}
 
+    /// Where there is no source: adds what only a pass over the points in the file tells. Slow.
+    virtual void FindByReading(std::vector<CFinding>& /*vecFindings*/) {}
+
     /// Adds what went wrong with the points while the file was loaded. May read the file again.
     virtual void FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindings);
 
@@ -92,7 +95,7 @@ public:
     virtual std::int64_t CountRead(std::int64_t nNumCalls, std::vector<CFinding>& vecFindings) const;
 
     /// Makes good in the loaded cloud what was damaged in the file and can be found again.
-    virtual void Mend(CPntCld& /*cloud*/) const {}
+    virtual void Mend(CPntCld& /*cloud*/) {}
 
     /// Adds what else the head says, for `info --json`.
     virtual void Describe(nlohmann::ordered_json& /*info*/) const {}

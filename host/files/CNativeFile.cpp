@@ -40,9 +40,21 @@ CNativeFile::CNativeFile(const std::string& sPath, CByteReader&& reader)
     m_facts.vecFindings = FindNativeFindings(m_native);
 }
 
-void CNativeFile::Mend(CPntCld& cloud) const
+bool CNativeFile::HasWrongBox()
 {
-    if (!m_native.IsWhole())
+    return m_native.bTreeHeader && m_native.nNumHeld > 0 && m_native.treeHeader.IsPossible() &&
+           !HasBoxOfItsPnts(m_reader, m_native);
+}
+
+void CNativeFile::FindByReading(std::vector<CFinding>& vecFindings)
+{
+    if (HasWrongBox())
+        vecFindings.push_back(MakeNativeBoxFinding());
+}
+
+void CNativeFile::Mend(CPntCld& cloud)
+{
+    if (!m_native.IsWhole() || HasWrongBox())
         cloud.ComputeTree();
 }
 

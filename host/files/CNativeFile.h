@@ -18,10 +18,14 @@ public:
 
     bool IsPlaceTaken() const override { return true; }
 
-    /// Builds the octree anew where the one of the file misses points.
-    void Mend(CPntCld& cloud) const override;
+    void FindByReading(std::vector<CFinding>& vecFindings) override;
+
+    /// Builds the octree anew where the one of the file misses points, or looks for them elsewhere.
+    void Mend(CPntCld& cloud) override;
 
 private:
+    bool HasWrongBox();
+
     CMadeSource TryMakeSource() override { return {}; }
 
     CNativeFacts m_native;

@@ -159,6 +159,8 @@ bool LookAtPnts(CCheckResult& result, CInputFile& file, const CConsole& console)
         if (pSource == nullptr)
         {
             result.sCause = result.bLoaded ? TryLoad(file, result.vecFindings) : file.FindCause();
+            if (result.sCause.empty())
+                file.FindByReading(result.vecFindings);
             return result.sCause.empty();
         }
         CStackedPnts stacked;

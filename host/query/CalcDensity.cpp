@@ -55,9 +55,10 @@ CDensity CalcDensity(const CPntCld& cloud)
     const double dNumPnts = cloud.GetNumPnts();
     if (dNumPnts < 1.0 || !cloud.GetBdry(box))
         return {};
-    double dArea = (box.xmax - box.xmin) * (box.ymax - box.ymin);
-    if (!(dArea > 0.0))
+    // The box of a native file is what the file says: both sides may be below 0, and their product above.
+    if (!(box.xmax > box.xmin) || !(box.ymax > box.ymin))
         return {};
+    double dArea = (box.xmax - box.xmin) * (box.ymax - box.ymin);
 
     // A cloud that fills little of its box needs smaller cells than the box suggests.
     const double dBoxArea = dArea;

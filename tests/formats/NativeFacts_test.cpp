@@ -70,6 +70,40 @@ TEST(NativeFacts, Depth)
     EXPECT_EQ(0, chain(21).nNumInTree);
 }
 
+// What the octree says of its points, and whether it can be.
+TEST(NativeFacts, BoxOfTheTree)
+{
+    const auto file = [](const Ref::CTree& tree)
+    { return Start(0) + Count(4) + SomePnts(4, false) + TreeHeader(tree) + Masks(1, 1) + Leaf(4, 0); };
+    const auto hasBox = [](const std::string& sBytes)
+    {
+        const CMemFile memFile(sBytes);
+        CByteReader reader(CFilePtr(std::fopen(memFile.GetPath(), "rb")));
+        const CNativeFacts facts = FindNativeFacts(reader);
+        EXPECT_TRUE(facts.bTreeHeader);
+        return HasBoxOfItsPnts(reader, facts);
+    };
+    Ref::CTree tree; // points from 0, 0, 0 to 3000, 30, -3
+    tree.cube = {1500, 15, -1, 3000};
+    tree.extent = {3000, 30, 3};
+    EXPECT_TRUE(Find(file(tree)).IsWhole());
+    EXPECT_TRUE(hasBox(file(tree)));
+    Ref::CTree elsewhere = tree;
+    elsewhere.cube.y = 16;
+    EXPECT_TRUE(Find(file(elsewhere)).IsWhole());
+    EXPECT_FALSE(hasBox(file(elsewhere)));
+    for (std::size_t k = 0; k < 3; ++k)
+    {
+        Ref::CTree negative = tree;
+        negative.extent[k] = -5000;
+        EXPECT_FALSE(Find(file(negative)).IsWhole()) << k;
+        EXPECT_FALSE(Find(file(negative)).treeHeader.IsPossible()) << k;
+    }
+    Ref::CTree edge = tree;
+    edge.cube.edge = 2999;
+    EXPECT_FALSE(Find(file(edge)).IsWhole());
+}
+
 TEST(NativeFacts, Causes)
 {
     EXPECT_EQ("not a native cloud file: it has 4 bytes only",

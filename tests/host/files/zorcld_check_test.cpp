@@ -227,6 +227,29 @@ TEST(ZorcldCheck, Native)
     ExpectCause(zorcld, zorcld.Write("other.cld", sOther), "point type is 7", false);
 }
 
+// The octree of a native file says where its points lie. It is told when that cannot be, or is not so, and
+// converting makes it good.
+TEST(ZorcldCheck, Native_BoxOfTheOctree)
+{
+    const CZorcld zorcld;
+    const std::string sGood = zorcld.GetPath("good.cld");
+    ASSERT_EQ(zorcld.Run({"convert", zorcld.Write("grid.ply", MakeGridPly(20)), sGood}).nStatus, 0);
+    const std::size_t nTree = 27 + 15 * 400; // centre, edge, extents: seven int32
+    for (const std::size_t nField : {0U, 1U, 2U, 3U, 4U, 5U, 6U})
+        for (const char* pValue : {"\xff\xff\xff\xff", "\x00\x00\x00\x80", "\x10\x00\x00\x00"})
+        {
+            std::string sBytes = ReadBytes(sGood);
+            sBytes.replace(nTree + 4 * nField, 4, pValue, 4);
+            const std::string sFile = zorcld.Write("box.cld", sBytes);
+            const nlohmann::json file = ExpectWarnings(zorcld, sFile, {"native-box"});
+            EXPECT_NE(file["warnings"][0]["help"].get<std::string>().find("zorcld convert"),
+                      std::string::npos);
+            EXPECT_EQ(zorcld.Run({"info", sFile}).nStatus, 0);
+            ASSERT_EQ(zorcld.Run({"convert", "--force", sFile, sFile}).nStatus, 0);
+            ExpectWarnings(zorcld, sFile, {});
+        }
+}
+
 // The points do not depend on the records: one that runs into them does no harm.
 TEST(ZorcldCheck, Las_RecordsThatRunIntoThePntsDoNoHarm)
 {

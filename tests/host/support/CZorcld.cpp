@@ -9,6 +9,7 @@
 #include <stdexcept>
 
 #include <sys/wait.h>
+#include <unistd.h>
 
 namespace fs = std::filesystem;
 
@@ -30,9 +31,16 @@ bool CRun::HasOneErrLine() const
     return !sErr.empty() && sErr.back() == '\n' && std::count(sErr.begin(), sErr.end(), '\n') == 1;
 }
 
-CZorcld::CZorcld()
+CZorcld::CZorcld() : CZorcld(fs::temp_directory_path()) {}
+
+CZorcld::CZorcld(InMemory)
+    : CZorcld(access("/dev/shm", W_OK) == 0 ? fs::path("/dev/shm") : fs::temp_directory_path())
 {
-    std::string sFolder = (fs::temp_directory_path() / "zorcld_XXXXXX").string();
+}
+
+CZorcld::CZorcld(const fs::path& place)
+{
+    std::string sFolder = (place / "zorcld_XXXXXX").string();
     if (mkdtemp(sFolder.data()) == nullptr)
         throw std::runtime_error("no temporary folder");
     m_folder = sFolder;

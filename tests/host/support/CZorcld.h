@@ -20,7 +20,14 @@ struct CRun
 class CZorcld
 {
 public:
+    struct InMemory
+    {
+    };
+
     CZorcld();
+
+    /// The folder lies in memory where the system has room there: for thousands of results that nobody reads.
+    explicit CZorcld(InMemory);
     ~CZorcld();
     CZorcld(const CZorcld&) = delete;
     CZorcld& operator=(const CZorcld&) = delete;
@@ -50,6 +57,8 @@ public:
     std::size_t CountFiles() const;
 
 private:
+    explicit CZorcld(const std::filesystem::path& place);
+
     std::filesystem::path m_folder;
 };
 
