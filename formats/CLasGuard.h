@@ -49,6 +49,10 @@ public:
     /// The records before the points, from the first on. REQUIRES: Check has returned true.
     CLasRecords GetRecords() { return {m_file, m_header}; }
 
+    /// @return whether a record before or behind the points tells the coordinate system.
+    /// REQUIRES: Check has returned true.
+    bool HasCoordSystem();
+
     /// The file for LASzip, see CLazFile; null when it could not be opened. Not owned.
     std::FILE* GetStream() noexcept { return m_file.GetStream(); }
 
