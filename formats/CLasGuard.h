@@ -66,6 +66,10 @@ public:
         return m_header.nNumRecords - m_nNumRecords <= c_nMaxMissingRecords && m_laz.HasTable();
     }
 
+    /// @return whether a record before or behind the points tells the coordinate system.
+    /// REQUIRES: Check has returned true.
+    bool HasCoordSystem();
+
     /// The file for LASzip, see CLazFile; null when it could not be opened. Not owned.
     std::FILE* GetStream() noexcept { return m_file.GetStream(); }
 

@@ -1,6 +1,7 @@
 #include <formats/CLasSource.h>
 
 #include <formats/CLasGuard.h>
+#include <formats/CLasLeftOut.h>
 #include <formats/CLaszipReader.h>
 #include <formats/LasFindings.h>
 
@@ -30,8 +31,12 @@ public:
         if (!reader.IsOpen())
             return "its LAS data are damaged or cut off";
         const laszip_point_struct* pPnt = nullptr;
+        m_leftOut = CLasLeftOut();
         for (m_nNumRead = 0; IsMoreToRead(reader) && (pPnt = reader.Read()) != nullptr; ++m_nNumRead)
+        {
+            m_leftOut.Add(*pPnt);
             onPnt(SourceFromLasPnt(*pPnt));
+        }
         return {};
     }
 
@@ -43,6 +48,16 @@ public:
         if (m_nNumRead > std::max(m_header.nNumPnts, m_guard.GetLeastNumPnts())) // else the head tells
             return {FindUntakenPnts(m_header.nNumPnts, m_nNumRead, true, true)};
         return {};
+    }
+
+    std::vector<CLeftOut> GetLeftOut() const override
+    {
+        const auto nFormat = static_cast<unsigned>(m_header.nFormat);
+        std::vector<CLeftOut> vecLeftOut =
+            m_leftOut.List(LasLayout::HasInfrared(nFormat), LasLayout::HasWaveforms(nFormat));
+        if (m_guard.GetCause().empty() && m_guard.HasCoordSystem())
+            vecLeftOut.push_back({"coordinate system"});
+        return vecLeftOut;
     }
 
 private:
@@ -71,6 +86,7 @@ private:
     CLasGuard& m_guard;
     const CLasHeader& m_header;
     std::int64_t m_nNumRead = 0;
+    CLasLeftOut m_leftOut;
 };
 
 } // namespace

@@ -82,6 +82,18 @@ public:
         return sCause;
     }
 
+    std::vector<CLeftOut> GetLeftOut() const override
+    {
+        std::vector<CLeftOut> vecLeftOut;
+        for (std::size_t i = 0; i < m_vecRoles.size(); ++i)
+            if (m_vecRoles[i] == c_nOther)
+                vecLeftOut.push_back({m_pVertices->vecProps[i].sName, m_pVertices->nCount});
+        for (const CPlyMeantElement& elem : m_meaning.GetElements())
+            if (&elem != m_pVertices && elem.nCount > 0)
+                vecLeftOut.push_back({"element " + elem.sName, elem.nCount, "item"});
+        return vecLeftOut;
+    }
+
 private:
     std::string TakeRoles()
     {

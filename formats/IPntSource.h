@@ -2,6 +2,7 @@
 #define FORMATS_IPNTSOURCE_H
 
 #include <formats/CFinding.h>
+#include <formats/CLeftOut.h>
 #include <formats/CSourcePnt.h>
 
 #include <cstdint>
@@ -32,6 +33,9 @@ public:
 
     /// What the last `ForEach` saw beside the points.
     virtual std::vector<CFinding> GetFindings() const { return {}; }
+
+    /// What the file has beside places and colours; of points, what the last `ForEach` saw of it.
+    virtual std::vector<CLeftOut> GetLeftOut() const { return {}; }
 };
 
 /// A source, or why there is none.

@@ -108,6 +108,15 @@ constexpr CLasField<std::uint16_t> c_nRecordId{18};
 constexpr CLasField<std::uint16_t> c_nRecordSize{20};
 constexpr CLasTextField c_sRecordDescription{22, 32};
 
+/// The same behind the points, from LAS 1.4 on.
+constexpr std::int64_t c_nLaterRecordHeadSize = 60;
+constexpr CLasField<std::int64_t> c_nLaterRecordSize{20};
+
+/// Whose records tell the coordinate system: as keys, or as well-known text.
+constexpr char c_acProjection[] = "LASF_Projection";
+constexpr std::uint16_t c_nGeoKeysId = 34735;
+constexpr std::uint16_t c_nWktId = 2112;
+
 /// Whose record says how the points are compressed.
 constexpr char c_acCompressor[] = "laszip encoded";
 constexpr std::uint16_t c_nCompressorId = 22204;
@@ -153,6 +162,20 @@ constexpr std::array<CLazItemType, 15> c_aItemTypes = {{
 constexpr bool HasColor(unsigned nFormat) noexcept
 {
     return nFormat < c_aFormats.size() && c_aFormats[nFormat].nPosColor != 0;
+}
+
+/// @param nFormat  without the marks of compression.
+/// @return whether the points of a format have near infrared, behind their colours.
+constexpr bool HasInfrared(unsigned nFormat) noexcept
+{
+    return nFormat == 8 || nFormat == 10;
+}
+
+/// @param nFormat  without the marks of compression.
+/// @return whether the points of a format have waveforms.
+constexpr bool HasWaveforms(unsigned nFormat) noexcept
+{
+    return nFormat == 4 || nFormat == 5 || nFormat == 9 || nFormat == 10;
 }
 
 /// @param nFormat  without the marks of compression.

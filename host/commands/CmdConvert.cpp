@@ -4,6 +4,7 @@
 #include <host/files/CFileColors.h>
 #include <host/files/CTakenPnts.h>
 #include <host/files/LoadCloud.h>
+#include <host/files/NoteLeftOut.h>
 #include <host/files/OpenInputFile.h>
 #include <host/files/SaveCloud.h>
 #include <host/output/CConsole.h>
@@ -141,6 +142,7 @@ std::string ConvertPnts(IPntSource& source, const COptions& options, const CCons
             console.Note(fmt::format("{}: {}", options.input.sPath, finding.sText));
     std::string sResult = GetExtension(options.sOutPath) == ".cld" ? WriteNative(pnts, options, console)
                                                                    : WritePly(pnts, options, console);
+    NoteLeftOut(source.GetLeftOut(), options.sOutPath, console);
     for (const std::string& sNote : pnts.GetNotes())
         console.Note(fmt::format("{}: {}", options.sOutPath, sNote));
     return sResult;

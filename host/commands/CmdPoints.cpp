@@ -4,6 +4,8 @@
 #include <host/files/AddInputOptions.h>
 #include <host/files/CFileColors.h>
 #include <host/files/LoadCloud.h>
+#include <host/files/NoteLeftOut.h>
+#include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
 #include <host/output/COutFile.h>
@@ -34,7 +36,8 @@ void WritePoints(const COptions& options, const CConsole& console)
     CQuery query = ParseQuery(options.query);
     CFileColors colors;
     CPntCld cloud(&colors);
-    LoadOrAdvise(cloud, options.input, console);
+    const std::unique_ptr<CInputFile> pFile = OpenInputFile(options.input);
+    LoadOrAdvise(cloud, *pFile, console);
     query.Choose(cloud);
     if (options.query.nMaxPnts > 0)
         query.dLod = FindLod(cloud, query, options.query.nMaxPnts);
@@ -42,6 +45,7 @@ void WritePoints(const COptions& options, const CConsole& console)
     COutFile out(options.sOutPath);
     WritePnts(cloud, query, makeWriter, out, console);
     out.Commit();
+    NoteLeftOut(*pFile, options.sOutPath, console);
 }
 
 } // namespace

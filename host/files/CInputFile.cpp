@@ -40,6 +40,16 @@ std::unique_ptr<IPntSource> CInputFile::MakeSource()
     return std::move(made.pSource);
 }
 
+std::vector<CLeftOut> CInputFile::FindLeftOut()
+{
+    const CMadeSource made = TryMakeSource();
+    if (made.pSource == nullptr)
+        return {};
+    if (HasLeftOutInPnts())
+        static_cast<void>(made.pSource->ForEach([](const CSourcePnt&) {})); // what is damaged has been told
+    return made.pSource->GetLeftOut();
+}
+
 std::int64_t CInputFile::CountByReading()
 {
     std::int64_t nNumPnts = 0;

@@ -71,6 +71,10 @@ public:
     /// @throws CFailure with the cause when the file cannot be read.
     std::unique_ptr<IPntSource> MakeSource();
 
+    /// What the file has beside places and colours; empty where its source cannot be made. May read the file
+    /// once more.
+    std::vector<CLeftOut> FindLeftOut();
+
     /// Where there is no source: does only loading it tell whether the file is whole?
     virtual bool IsCheckedByLoading() const { return false; }
 
@@ -115,6 +119,9 @@ protected:
 
 private:
     virtual CMadeSource TryMakeSource() = 0;
+
+    /// Must the points be read to know what they have beside places and colours?
+    virtual bool HasLeftOutInPnts() const { return false; }
 
     /// As `FindCause`, where the head has nothing against the file.
     virtual std::string CalcDataCause(std::int64_t nNumRead);

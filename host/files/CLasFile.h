@@ -27,6 +27,7 @@ public:
     void Print(const nlohmann::ordered_json& info) const override;
 
 private:
+    bool HasLeftOutInPnts() const override { return true; }
     CMadeSource TryMakeSource() override { return MakeLasSource(m_guard); }
 
     CLasGuard m_guard;

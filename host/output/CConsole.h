@@ -16,6 +16,7 @@ public:
     /// Standard error is a terminal and the user does not want quiet.
     bool HasProgressBar() const;
 
+    bool IsQuiet() const { return m_bQuiet; }
     void SetQuiet() { m_bQuiet = true; }
 
 private:
