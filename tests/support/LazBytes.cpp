@@ -40,6 +40,24 @@ void FillHeader(laszip_header_struct& header, const CLasFile& file)
     header.z_offset = file.adOffset[2];
 }
 
+void FillAttributes(laszip_point_struct& point, const CLasPnt& pnt, bool bLater)
+{
+    point.intensity = pnt.nIntensity;
+    point.synthetic_flag = static_cast<laszip_U8>(pnt.nFlags & 1U);
+    point.keypoint_flag = static_cast<laszip_U8>(pnt.nFlags >> 1U & 1U);
+    point.withheld_flag = static_cast<laszip_U8>(pnt.nFlags >> 2U & 1U);
+    if (bLater)
+    {
+        point.extended_point_type = 1;
+        point.extended_return_number = static_cast<laszip_U8>(pnt.nReturn & 15U);
+        point.extended_classification = pnt.nClass;
+        point.extended_classification_flags = static_cast<laszip_U8>(pnt.nFlags & 15U);
+        return;
+    }
+    point.return_number = static_cast<laszip_U8>(pnt.nReturn & 7U);
+    point.classification = static_cast<laszip_U8>(pnt.nClass & 31U);
+}
+
 } // namespace
 
 std::string LazBytes(const CLasFile& file, unsigned nChunkSize)
@@ -63,6 +81,7 @@ std::string LazBytes(const CLasFile& file, unsigned nChunkSize)
         pPoint->Z = pnt.z;
         for (std::size_t i = 0; i < pnt.anColor.size(); ++i)
             pPoint->rgb[i] = pnt.anColor[i];
+        FillAttributes(*pPoint, pnt, file.nFormat >= 6);
         Must(laszip_write_point(pLaszip));
     }
     Must(laszip_close_writer(pLaszip));
