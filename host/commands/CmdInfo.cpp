@@ -6,6 +6,7 @@
 #include <host/files/LoadChosen.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
+#include <host/output/CFailure.h>
 #include <host/output/FormatCount.h>
 #include <host/output/GroupDigits.h>
 #include <host/output/PrintLine.h>
@@ -19,6 +20,7 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 #include <sys/resource.h>
 
 namespace zorcld
@@ -142,6 +144,21 @@ void PrintInfo(const TJson& info, const CInputFile& file, const CLoadFacts& fact
     PrintLine("Peak memory", fmt::format("{:.1f} MiB", info["peak_memory_bytes"].get<double>() / 1048576.0));
 }
 
+/// What the points of a LAS file say; nothing where only the library reads them.
+std::optional<CLasTally> FindTally(CInputFile& file, const CConsole& console)
+{
+    if (!CanTally(file))
+        return std::nullopt;
+    try
+    {
+        return CollectLasTally(file, console);
+    }
+    catch (const CFailure&) // the library has loaded it
+    {
+        return std::nullopt;
+    }
+}
+
 void ShowInfo(const COptions& options, const CConsole& console)
 {
     CLasWish wish;
@@ -149,17 +166,16 @@ void ShowInfo(const COptions& options, const CConsole& console)
     CFileColors colors;
     CPntCld cloud(&colors);
     const std::unique_ptr<CInputFile> pFile = OpenInputFile(options.input);
-    CLasTally tally;
-    const bool bTally = CanTally(*pFile);
+    std::optional<CLasTally> tally;
     if (wish.IsAsked())
         tally = CollectLasTally(*pFile, console);
     const CLoadFacts facts =
-        wish.IsAsked() ? LoadChosen(cloud, *pFile, wish, tally, console) : LoadCloud(cloud, *pFile, console);
+        wish.IsAsked() ? LoadChosen(cloud, *pFile, wish, *tally, console) : LoadCloud(cloud, *pFile, console);
     TJson info = CollectInfo(cloud, *pFile, facts);
-    if (bTally && !wish.IsAsked())
-        tally = CollectLasTally(*pFile, console);
-    if (bTally)
-        DescribeTally(tally, wish.choice, info["las"]);
+    if (!wish.IsAsked())
+        tally = FindTally(*pFile, console);
+    if (tally)
+        DescribeTally(*tally, wish.choice, info["las"]);
     if (options.bJson)
         fmt::print("{}\n", info.dump(2, ' ', false, TJson::error_handler_t::replace));
     else

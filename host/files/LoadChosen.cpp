@@ -59,12 +59,11 @@ public:
             m_cloud.OnReadPnt(pnt.x, pnt.y, pnt.z);
     }
 
+    bool HasAttribute() const { return m_eAttribute != LasAttribute_None; }
     std::int64_t GetNumPnts() const { return m_nNumPnts; }
     std::int64_t GetNumFar() const { return m_nNumFar; }
 
 private:
-    bool HasAttribute() const { return m_eAttribute != LasAttribute_None; }
-
     CPntCld& m_cloud;
     bool m_bColor;
     enumLasAttribute m_eAttribute;
@@ -80,12 +79,14 @@ void CheckCount(std::int64_t nNumPnts, const CInputFile& file)
                                                    CountOf(nNumPnts, "point"), c_nMaxCloudPnts));
 }
 
-/// What goes wrong with the points that are read so: not what the header says of more than are there.
+/// What goes wrong with the points that are read so: not what the header says of more than are there, and
+/// nothing of colours in whose place something else stands.
 std::vector<CFinding> CollectFindings(const CInputFile& file, const IPntSource& source, const CFiller& filler)
 {
     std::vector<CFinding> vecFindings;
     for (const CFinding& finding : file.GetFacts().vecFindings)
-        if (finding.pCode != std::string_view("las-count"))
+        if (finding.pCode != std::string_view("las-count") &&
+            (finding.pCode != std::string_view("las-color") || !filler.HasAttribute()))
             vecFindings.push_back(finding);
     for (const CFinding& finding : source.GetFindings())
         vecFindings.push_back(finding);

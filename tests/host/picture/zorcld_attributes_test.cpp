@@ -119,6 +119,16 @@ TEST(ZorcldAttributes, Intensity_AllTheSame)
     EXPECT_GT(CountColor(png, zorcld::CalcGrey(0.5), 0, png.nWidth), 20000);
 }
 
+// Of format 7, whose colours the library does not take: nothing is said of colours that nobody asked for.
+TEST(ZorcldAttributes, NoWordOfColors)
+{
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("s.las", LasOf(7, 10).GetBytes());
+    const std::string sOut = zorcld.GetPath("o.png");
+    EXPECT_EQ(zorcld.Run({"view", sFile, "-o", sOut, "--color", "class"}).sErr, "");
+    EXPECT_NE(zorcld.Run({"view", sFile, "-o", sOut, "--class", "1"}).sErr, "");
+}
+
 TEST(ZorcldAttributes, ChosenClass_Alone)
 {
     const CZorcld zorcld;
