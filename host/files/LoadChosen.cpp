@@ -129,6 +129,8 @@ CLoadFacts LoadChosen(CPntCld& cloud, CInputFile& file, const CLasWish& wish, co
                               progress.SetPos(static_cast<int>(filler.GetNumPnts() * 100 / nNumPnts));
                               filler.Add(pnt);
                           });
+        if (filler.GetNumPnts() != nNumPnts) // places without a point would become points
+            throw CFailure(file.GetPath(), "it was changed while it was read");
         const auto timeRead = CProgressBar::TClock::now();
         cloud.OnReadEnd();
         facts.dSecondsRead = CalcSeconds(timeStart, timeRead);
