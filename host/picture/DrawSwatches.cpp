@@ -30,6 +30,7 @@ std::vector<CSwatch> ChooseSwatches(const CSwatchLegend& legend, std::size_t nMa
         return vecChosen;
     const std::size_t nKept = std::max<std::size_t>(nMaxRows, 2) - 1;
     std::vector<std::int64_t> vecCounts;
+    vecCounts.reserve(vecChosen.size());
     for (const CSwatch& swatch : vecChosen)
         vecCounts.push_back(swatch.nNumPnts);
     std::nth_element(vecCounts.begin(), vecCounts.begin() + static_cast<std::ptrdiff_t>(nKept),
