@@ -12,6 +12,27 @@
 namespace
 {
 
+/// LASzip splits what shares a byte, and keeps formats from 6 on apart.
+CLasAttributes AttributesFromLasPnt(const laszip_point_struct& las, bool bLater)
+{
+    CLasAttributes attributes;
+    attributes.nIntensity = las.intensity;
+    if (bLater)
+    {
+        attributes.nClass = las.extended_classification;
+        attributes.nReturn = las.extended_return_number;
+        attributes.nFlags = las.extended_classification_flags;
+        return attributes;
+    }
+    const unsigned nFlags = las.synthetic_flag * CLasAttributes::Flag_Synthetic +
+                            las.keypoint_flag * CLasAttributes::Flag_KeyPoint +
+                            las.withheld_flag * CLasAttributes::Flag_Withheld;
+    attributes.nClass = las.classification;
+    attributes.nReturn = las.return_number;
+    attributes.nFlags = static_cast<std::uint8_t>(nFlags);
+    return attributes;
+}
+
 /// The points of a LAS or LAZ file as LASzip reads them, with the colours of every format that has them.
 class CLasSource final : public IPntSource
 {
@@ -75,6 +96,7 @@ private:
         pnt.x = las.X * m_header.adScale[0] + m_header.adOffset[0];
         pnt.y = las.Y * m_header.adScale[1] + m_header.adOffset[1];
         pnt.z = las.Z * m_header.adScale[2] + m_header.adOffset[2];
+        pnt.attributes = AttributesFromLasPnt(las, m_header.nFormat >= LasLayout::c_nFirstLaterFormat);
         if (!HasColor())
             return pnt;
         pnt.r = las.rgb[0];

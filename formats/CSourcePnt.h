@@ -1,6 +1,7 @@
 #ifndef FORMATS_CSOURCEPNT_H
 #define FORMATS_CSOURCEPNT_H
 
+#include <formats/CLasAttributes.h>
 #include <formats/CloudLimits.h>
 
 #include <cmath>
@@ -15,6 +16,7 @@ struct CSourcePnt
     std::uint16_t r = 0; ///< 0 to 255, or of a file with colours of 16 bits to 65535
     std::uint16_t g = 0;
     std::uint16_t b = 0;
+    CLasAttributes attributes = {}; ///< of LAS and LAZ only
 
     bool IsFinite() const { return std::isfinite(x) && std::isfinite(y) && std::isfinite(z); }
 

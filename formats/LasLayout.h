@@ -98,6 +98,9 @@ constexpr std::array<CLasFormat, 11> c_aFormats = {{{20, 0},
                                                     {59, 0},
                                                     {67, 30}}};
 
+/// From this format on returns, flags and classes take more bits.
+constexpr int c_nFirstLaterFormat = 6;
+
 /// x, y and z, each of 32 bits, begin a point of every format.
 constexpr CLasField<std::int32_t> c_nCoord{0};
 

@@ -6,6 +6,7 @@
 #include <host/files/LoadCloud.h>
 #include <host/files/NoteLeftOut.h>
 #include <host/files/OpenInputFile.h>
+#include <host/files/OpenLasPnts.h>
 #include <host/files/SaveCloud.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
@@ -34,6 +35,7 @@ namespace
 struct COptions
 {
     CInputOptions input;
+    CClassOptions classes;
     std::string sOutPath;
     bool bForce = false;
 };
@@ -163,8 +165,10 @@ void Convert(const COptions& options, const CConsole& console)
     if (sExtension != ".ply" && sExtension != ".cld")
         throw CUsageError(fmt::format("OUT: '{}' ends neither in .ply nor in .cld", options.sOutPath));
     RefuseSameFile(options);
+    const CClassChoice choice(options.classes);
     const std::unique_ptr<CInputFile> pFile = OpenInputFile(options.input);
-    std::unique_ptr<IPntSource> pSource = pFile->MakeSource();
+    std::unique_ptr<IPntSource> pSource =
+        choice.IsAsked() ? OpenLasPnts(*pFile, choice) : pFile->MakeSource();
     std::string sResult;
     if (pSource == nullptr && sExtension == ".cld")
     {
@@ -187,6 +191,7 @@ void AddConvertCommand(CLI::App& app, const CConsole& console)
     CLI::App* const pCommand = app.add_subcommand(
         "convert", "Writes a file as .ply or .cld that loads as it is meant; reads more than the others do");
     AddInputOptions(*pCommand, pOptions->input);
+    AddClassOptions(*pCommand, pOptions->classes);
     pCommand->add_option("OUT", pOptions->sOutPath, "File to write, .ply or .cld")->required();
     pCommand->add_flag("--force", pOptions->bForce, "Let OUT replace the file that is read");
     pCommand->callback([pOptions, &console] { Convert(*pOptions, console); });

@@ -2,9 +2,11 @@
 #include <host/files/AddInputOptions.h>
 #include <host/files/CFileColors.h>
 #include <host/files/CFileKind.h>
-#include <host/files/LoadCloud.h>
+#include <host/files/CLasTally.h>
+#include <host/files/LoadChosen.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
+#include <host/output/CFailure.h>
 #include <host/output/FormatCount.h>
 #include <host/output/GroupDigits.h>
 #include <host/output/PrintLine.h>
@@ -18,6 +20,7 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 #include <sys/resource.h>
 
 namespace zorcld
@@ -33,6 +36,7 @@ constexpr std::array c_lods = {0.1, 0.2, 0.5, 1.0, 2.0, 5.0, 10.0, 20.0, 50.0, 1
 struct COptions
 {
     CInputOptions input;
+    CClassOptions classes;
     bool bJson = false;
 };
 
@@ -138,16 +142,43 @@ void PrintInfo(const TJson& info, const CInputFile& file, const CLoadFacts& fact
                               facts.dSecondsIndex);
     PrintLine("Load time", fmt::format("{:.3f} s{}", facts.dSeconds, sPhases));
     file.Print(info);
+    if (info.contains("las"))
+        PrintTally(info["las"]);
     PrintLine("Peak memory", fmt::format("{:.1f} MiB", info["peak_memory_bytes"].get<double>() / 1048576.0));
+}
+
+/// What the points of a LAS file say; nothing where only the library reads them.
+std::optional<CLasTally> FindTally(CInputFile& file, const CConsole& console)
+{
+    if (!CanTally(file))
+        return std::nullopt;
+    try
+    {
+        return CollectLasTally(file, console);
+    }
+    catch (const CFailure&) // the library has loaded it
+    {
+        return std::nullopt;
+    }
 }
 
 void ShowInfo(const COptions& options, const CConsole& console)
 {
+    CLasWish wish;
+    wish.choice = CClassChoice(options.classes);
     CFileColors colors;
     CPntCld cloud(&colors);
     const std::unique_ptr<CInputFile> pFile = OpenInputFile(options.input);
-    const CLoadFacts facts = LoadOrAdvise(cloud, *pFile, console);
-    const TJson info = CollectInfo(cloud, *pFile, facts);
+    std::optional<CLasTally> tally;
+    if (wish.IsAsked())
+        tally = CollectLasTally(*pFile, console);
+    const CLoadFacts facts =
+        wish.IsAsked() ? LoadChosen(cloud, *pFile, wish, *tally, console) : LoadOrAdvise(cloud, *pFile, console);
+    TJson info = CollectInfo(cloud, *pFile, facts);
+    if (!wish.IsAsked())
+        tally = FindTally(*pFile, console);
+    if (tally)
+        DescribeTally(*tally, wish.choice, info["las"]);
     if (options.bJson)
         fmt::print("{}\n", info.dump(2, ' ', false, TJson::error_handler_t::replace));
     else
@@ -162,6 +193,7 @@ void AddInfoCommand(CLI::App& app, const CConsole& console)
     CLI::App* const pCommand = app.add_subcommand(
         "info", "Tells what a file holds: points, bounds, density, levels of detail, load time");
     AddInputOptions(*pCommand, pOptions->input);
+    AddClassOptions(*pCommand, pOptions->classes);
     pCommand->add_flag("--json", pOptions->bJson, "Print the result as JSON");
     pCommand->callback([pOptions, &console] { ShowInfo(*pOptions, console); });
 }

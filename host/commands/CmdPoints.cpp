@@ -3,7 +3,7 @@
 #include <host/commands/AddOutOption.h>
 #include <host/files/AddInputOptions.h>
 #include <host/files/CFileColors.h>
-#include <host/files/LoadCloud.h>
+#include <host/files/LoadChosen.h>
 #include <host/files/NoteLeftOut.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
@@ -27,6 +27,7 @@ struct COptions
 {
     CInputOptions input;
     CQueryOptions query;
+    CClassOptions classes;
     std::string sOutPath;
 };
 
@@ -34,10 +35,12 @@ void WritePoints(const COptions& options, const CConsole& console)
 {
     const TMakePntWriter makeWriter = FindPntWriter(options.sOutPath);
     CQuery query = ParseQuery(options.query);
+    CLasWish wish;
+    wish.choice = CClassChoice(options.classes);
     CFileColors colors;
     CPntCld cloud(&colors);
     const std::unique_ptr<CInputFile> pFile = OpenInputFile(options.input);
-    LoadOrAdvise(cloud, *pFile, console);
+    LoadAsWished(cloud, *pFile, wish, console);
     query.Choose(cloud);
     if (options.query.nMaxPnts > 0)
         query.dLod = FindLod(cloud, query, options.query.nMaxPnts);
@@ -56,6 +59,7 @@ void AddPointsCommand(CLI::App& app, const CConsole& console)
     CLI::App* const pCommand = app.add_subcommand("points", "Writes what a query delivers as PLY or CSV");
     AddInputOptions(*pCommand, pOptions->input);
     AddQueryOptions(*pCommand, pOptions->query);
+    AddClassOptions(*pCommand, pOptions->classes);
     AddOutOption(*pCommand, pOptions->sOutPath, "File to write, .ply or .csv");
     pCommand->callback([pOptions, &console] { WritePoints(*pOptions, console); });
 }

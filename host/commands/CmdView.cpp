@@ -3,7 +3,8 @@
 #include <host/commands/AddOutOption.h>
 #include <host/files/AddInputOptions.h>
 #include <host/files/CFileColors.h>
-#include <host/files/LoadCloud.h>
+#include <host/files/LoadChosen.h>
+#include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
 #include <host/output/COutFile.h>
@@ -35,6 +36,7 @@ struct COptions
 {
     CInputOptions input;
     CQueryOptions query;
+    CClassOptions classes;
     CPictureOptions picture;
     std::string sOutPath;
     std::string sFrom = "plan";
@@ -81,6 +83,11 @@ void MakeView(const COptions& options, const CConsole& console)
     CView view;
     view.camera = ParseFrom(options.sFrom);
     view.query = ParseQuery(options.query);
+    CLasWish wish;
+    wish.choice = CClassChoice(options.classes);
+    wish.eAttribute = FindAttribute(options.picture);
+    if (wish.choice.IsAsked())
+        view.sNote = wish.choice.Format();
     ParseSize(options.picture.sSize, view.nWidth, view.nHeight);
     view.bPlan = options.sFrom == "plan";
     view.background = ParseBackground(options.sBackground);
@@ -99,7 +106,7 @@ void MakeView(const COptions& options, const CConsole& console)
 
     CViewColors colors;
     CPntCld cloud(&colors);
-    LoadOrAdvise(cloud, options.input, console);
+    LoadAsWished(cloud, *OpenInputFile(options.input), wish, console);
     ChooseColors(options.picture, options.input.sPath, cloud, colors);
     view.query.Choose(cloud);
     if (!options.sOverlayPath.empty() && !IsNear(view.overlay, cloud))
@@ -124,7 +131,7 @@ void AddViewCommand(CLI::App& app, const CConsole& console)
     CLI::App* const pCommand = app.add_subcommand("view", "Makes a picture of a cloud");
     AddInputOptions(*pCommand, pOptions->input);
     AddOutOption(*pCommand, pOptions->sOutPath, "PNG to write", "OUT.png");
-    AddPictureOptions(*pCommand, pOptions->picture);
+    AddPictureOptions(*pCommand, pOptions->picture, true);
     pCommand
         ->add_option(
             "--from", pOptions->sFrom,
@@ -145,6 +152,7 @@ void AddViewCommand(CLI::App& app, const CConsole& console)
         ->capture_default_str()
         ->type_name("dark|light|transparent|#rrggbb");
     AddQueryOptions(*pCommand, pOptions->query);
+    AddClassOptions(*pCommand, pOptions->classes);
     pCommand->footer("Without --lod and --points the level of detail follows the picture's resolution.");
     pCommand->callback([pOptions, &console] { MakeView(*pOptions, console); });
 }

@@ -27,6 +27,7 @@ struct CFileFacts
     std::int64_t nAnnounced = -1; ///< points that it announces; -1: it does not say
     std::int64_t nHeld = -1;      ///< points that it has room for; -1: not known
     bool bDuplicates = true;      ///< points at one x and y are removed while it is loaded
+    bool bColorTaken = true;      ///< colours of its source are taken while it is loaded
     std::vector<CFinding> vecFindings;
     bool bNoProgress = false; ///< it announces items by the billion that take no bytes: no call for each
 

@@ -128,6 +128,7 @@ CLasFile::CLasFile(const std::string& sPath, CByteReader&& reader)
         m_vecRecords.push_back(record);
     m_facts.nAnnounced = m_header.nNumPnts;
     m_facts.nHeld = m_header.CalcNumHeld();
+    m_facts.bColorTaken = m_header.IsColorTaken();
     m_facts.vecFindings = FindLasFindings(m_guard, ZORCLD_HAS_LASZIP);
 }
 

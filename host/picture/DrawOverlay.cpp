@@ -2,7 +2,6 @@
 
 #include <host/picture/CPen.h>
 #include <host/picture/CPicture.h>
-#include <host/picture/HeightRamp.h>
 #include <host/picture/Ticks.h>
 
 #include <fmt/format.h>
@@ -82,7 +81,7 @@ void DrawNorth(CPen& pen, int nWidth, int nHeight)
 
 std::string MakeLegendTitle(const COverlay& overlay)
 {
-    return overlay.sUnit.empty() ? "Height" : "Height, " + overlay.sUnit;
+    return overlay.sUnit.empty() ? overlay.sRamp : overlay.sRamp + ", " + overlay.sUnit;
 }
 
 /// What stands in the legend, and how large it is; pixels.
@@ -138,7 +137,7 @@ void DrawLegend(CPen& pen, const COverlay& overlay, int nWidth, int nHeight)
     pen.Text(x, yPanel + 26.0 * m, 0.0, pen.Fit(MakeLegendTitle(overlay), legend.dPanel - 24.0 * m));
     const int nRows = static_cast<int>(std::ceil(legend.dHeight));
     for (int k = 0; k < nRows; ++k) // rows of whole pixels: no seams between them
-        pen.Rect(x, std::round(y) + k, dBar, 1.0, CalcHeightColor(1.0 - (k + 0.5) / nRows));
+        pen.Rect(x, std::round(y) + k, dBar, 1.0, overlay.pRampColor(1.0 - (k + 0.5) / nRows));
 
     pen.SetFont(legend.dFont, false);
     const double dRange = overlay.zMax - overlay.zMin;
@@ -156,8 +155,10 @@ void DrawLegend(CPen& pen, const COverlay& overlay, int nWidth, int nHeight)
 
 int CalcLegendWidth(const COverlay& overlay, int nWidth, int nHeight)
 {
-    return static_cast<int>(
-        std::ceil(MakeLegend(overlay, nWidth, nHeight).dPanel + 12.0 * CalcZoom(nWidth, nHeight)));
+    const double dPanel = overlay.swatches.vecSwatches.empty()
+                              ? MakeLegend(overlay, nWidth, nHeight).dPanel
+                              : CalcSwatchPanel(overlay.swatches, nWidth, nHeight);
+    return static_cast<int>(std::ceil(dPanel + 12.0 * CalcZoom(nWidth, nHeight)));
 }
 
 int CalcTitleHeight(int nWidth, int nHeight)
@@ -179,7 +180,9 @@ void DrawOverlay(CPicture& picture, const COverlay& overlay)
     pen.SetFont(15.0, true);
     for (const CCaption& caption : overlay.vecCaptions)
         pen.Text(caption.x, caption.y, 0.0, pen.Fit(caption.sText, caption.dMaxWidth));
-    if (overlay.bLegend)
+    if (!overlay.swatches.vecSwatches.empty())
+        DrawSwatches(pen, overlay.swatches, w, h, CalcTitleHeight(w, h), h - CalcScaleBarHeight(w, h));
+    else if (overlay.bLegend)
         DrawLegend(pen, overlay, w, h);
     if (overlay.dUnitsPerPixel > 0.0)
         DrawScaleBar(pen, overlay, w, h);

@@ -1,6 +1,9 @@
 #ifndef HOST_PICTURE_DRAWOVERLAY_H
 #define HOST_PICTURE_DRAWOVERLAY_H
 
+#include <host/picture/DrawSwatches.h>
+#include <host/picture/HeightRamp.h>
+
 #include <string>
 #include <vector>
 
@@ -27,10 +30,15 @@ struct COverlay
     bool bLegend = false; ///< ramp of heights from zMin to zMax
     double zMin = 0.0;
     double zMax = 0.0;
+    std::string sRamp = "Height"; ///< what the ramp shows
+    CRgb (*pRampColor)(double dShare) = &CalcHeightColor;
+    CSwatchLegend swatches;      ///< instead of the ramp
     double dUnitsPerPixel = 0.0; ///< for the scale bar, across the picture; 0: none
     std::string sScaleUnit;      ///< behind its lengths; empty: sUnit
     bool bNorth = false;         ///< an arrow to the north, which is up
     std::vector<CCaption> vecCaptions;
+
+    bool HasLegend() const { return bLegend || !swatches.vecSwatches.empty(); }
 };
 
 /// Draws title, captions, legend, scale bar and arrow over a picture. Texts that are too long are cut with an
@@ -38,7 +46,7 @@ struct COverlay
 void DrawOverlay(CPicture& picture, const COverlay& overlay);
 
 /// Space to the right that the legend takes, pixels.
-/// @param overlay  its unit and heights.
+/// @param overlay  its unit and heights, or its swatches.
 int CalcLegendWidth(const COverlay& overlay, int nWidth, int nHeight);
 
 /// Space above and below that title and scale bar take, pixels.

@@ -12,15 +12,22 @@
 namespace zorcld
 {
 
-void AddPictureOptions(CLI::App& command, CPictureOptions& options)
+void AddPictureOptions(CLI::App& command, CPictureOptions& options, bool bAttributes)
 {
+    std::vector<std::string> vecColors = {"auto", "file", "height"};
+    if (bAttributes)
+        vecColors.insert(vecColors.end(), {"class", "intensity", "return"});
     command.add_option("--size", options.sSize, "Size of the picture, pixels")
         ->capture_default_str()
         ->type_name("WxH");
     command
         .add_option("--color", options.sColor,
-                    "Colours of the file, by height, or (auto) of the file where it has any but black")
-        ->check(CLI::IsMember({"auto", "file", "height"}))
+                    bAttributes
+                        ? "Colours of the file, by height, or (auto) of the file where it has any but "
+                          "black; of "
+                          "LAS and LAZ also by class, intensity or return"
+                        : "Colours of the file, by height, or (auto) of the file where it has any but black")
+        ->check(CLI::IsMember(vecColors))
         ->capture_default_str();
     command.add_option("--unit", options.sUnit, "Name of the coordinate unit for scales and legend, as m");
 }
@@ -38,9 +45,19 @@ void ParseSize(const std::string& sSize, int& nWidth, int& nHeight)
     nHeight = static_cast<int>(size[1]);
 }
 
+enumLasAttribute FindAttribute(const CPictureOptions& options)
+{
+    if (options.sColor == "class")
+        return LasAttribute_Class;
+    if (options.sColor == "intensity")
+        return LasAttribute_Intensity;
+    return options.sColor == "return" ? LasAttribute_Return : LasAttribute_None;
+}
+
 void ChooseColors(const CPictureOptions& options, const std::string& sPath, const CPntCld& cloud,
                   CViewColors& colors)
 {
+    colors.SetAttribute(FindAttribute(options));
     if (options.sColor == "file" && !cloud.IsWithColor())
         throw CFailure(sPath, "holds no colours (--color file asks for them)");
     colors.SetByHeight(options.sColor == "height" || (options.sColor == "auto" && !HasColors(cloud)));

@@ -1,6 +1,8 @@
 #ifndef HOST_PICTURE_PICTUREOPTIONS_H
 #define HOST_PICTURE_PICTUREOPTIONS_H
 
+#include <formats/CLasAttributes.h>
+
 #include <string>
 
 class CPntCld;
@@ -23,13 +25,18 @@ struct CPictureOptions
 };
 
 /// Adds --size, --color and --unit.
-void AddPictureOptions(CLI::App& command, CPictureOptions& options);
+/// @param bAttributes  colours by the attributes of LAS files may be asked for too.
+void AddPictureOptions(CLI::App& command, CPictureOptions& options, bool bAttributes = false);
+
+/// The attribute that --color asks for; none where it asks for something else.
+enumLasAttribute FindAttribute(const CPictureOptions& options);
 
 /// The size that --size gives, pixels.
 /// @throws CUsageError
 void ParseSize(const std::string& sSize, int& nWidth, int& nHeight);
 
 /// Sets what --color asks for.
+/// @param cloud  where an attribute is asked for, with that in the place of colours.
 /// @param sPath  the file of the cloud, for the message.
 /// @throws CFailure when colours of the file are wanted and it has none.
 void ChooseColors(const CPictureOptions& options, const std::string& sPath, const CPntCld& cloud,

@@ -2,10 +2,12 @@
 
 #include <host/output/COutFile.h>
 #include <host/output/FormatCount.h>
+#include <host/picture/AttributeColors.h>
 #include <host/picture/CPicture.h>
 #include <host/picture/CViewColors.h>
 #include <host/picture/DrawOverlay.h>
 #include <host/picture/DrawPaths.h>
+#include <host/picture/FindAttributes.h>
 #include <host/picture/FindProportions.h>
 #include <host/picture/ViewRaster.h>
 #include <zor4data/CPntCld.h>
@@ -26,7 +28,7 @@ CArea FindArea(const CView& view, const COverlay& overlay)
     const double dTop = std::max<double>(dMargin, CalcTitleHeight(view.nWidth, view.nHeight));
     const double dBottom = std::max<double>(dMargin, CalcScaleBarHeight(view.nWidth, view.nHeight));
     const double dRight =
-        dMargin + (overlay.bLegend ? CalcLegendWidth(overlay, view.nWidth, view.nHeight) : 0);
+        dMargin + (overlay.HasLegend() ? CalcLegendWidth(overlay, view.nWidth, view.nHeight) : 0);
     return {dMargin, dTop, view.nWidth - dMargin - dRight, view.nHeight - dTop - dBottom};
 }
 
@@ -66,6 +68,34 @@ std::string FormatSubtitle(const CPntCld& cloud, const CViewResult& result)
     return GroupDigits(result.nNumPnts) + " of " + FormatCount(cloud.GetNumPnts(), "point");
 }
 
+/// Makes the colours suit what is seen of the cloud, and the legend that tells what they stand for.
+void FitColors(const CPntCld& cloud, const CView& view, const COverview& overview, CViewColors& colors,
+               COverlay& overlay)
+{
+    colors.GetHeightColors().SetRange(overview.zMin, overview.zMax);
+    overlay.zMin = overview.zMin;
+    overlay.zMax = overview.zMax;
+    const enumLasAttribute eAttribute = colors.GetAttribute();
+    overlay.bLegend = eAttribute == LasAttribute_Intensity || colors.IsByHeight();
+    if (eAttribute == LasAttribute_None)
+        return;
+    const std::vector<std::uint32_t> vecCounts = CountAttributes(cloud, view.query);
+    if (eAttribute != LasAttribute_Intensity)
+    {
+        overlay.swatches = {eAttribute == LasAttribute_Class ? "Class" : "Return",
+                            MakeSwatches(vecCounts, eAttribute)};
+        return;
+    }
+    const CIntensityRange range = FindIntensities(vecCounts);
+    colors.SetIntensities(range.dMin, range.dMax);
+    overlay.zMin = range.dMin;
+    overlay.zMax = range.dMax;
+    overlay.sRamp = "Intensity";
+    overlay.pRampColor = &CalcGrey;
+    overlay.sScaleUnit = overlay.sUnit;
+    overlay.sUnit.clear();
+}
+
 CViewResult DrawCloud(const CPntCld& cloud, const CView& view, const CCamera& camera, bool bPhoto,
                       const CFrame& frame, CPntRaster& raster)
 {
@@ -95,14 +125,12 @@ CViewResult RenderView(const CPntCld& cloud, CViewColors& colors, const CView& v
         camera.SetStretch(proportions.stretch);
         overview = LookOver(cloud, view.query, camera);
     }
-    colors.GetHeightColors().SetRange(overview.zMin, overview.zMax);
     COverlay overlay;
     overlay.sTitle = view.sTitle;
     overlay.sUnit = view.sUnit;
-    overlay.bLegend = colors.IsByHeight() && !overview.bEmpty;
     overlay.bNorth = view.bPlan;
-    overlay.zMin = overview.zMin;
-    overlay.zMax = overview.zMax;
+    if (!overview.bEmpty)
+        FitColors(cloud, view, overview, colors, overlay);
 
     CViewResult result;
     CFrame frame;

@@ -1,6 +1,7 @@
 #ifndef IO_LAS_DELIVERLAS_H
 #define IO_LAS_DELIVERLAS_H
 
+#include <formats/ByteFromChannel.h>
 #include <formats/Compact.h>
 #include <zor4data/IDlgProgress.h>
 #include <zor4data/IPntCldReadListener.h>
@@ -12,14 +13,6 @@
 inline std::int32_t CountFromNumPnts(std::int64_t nNumPnts) noexcept
 {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(nNumPnts));
-}
-
-/// A colour channel of 16 bits as one of 8.
-/// KEPT: each channel by itself, so that files with 8-bit colours come out right; of 16-bit colours, values
-/// up to 255 come out 256 times too bright (ByteFromChannel_EachChannelByItsOwnSize_Kept).
-inline unsigned char ByteFromChannel(std::uint16_t n) noexcept
-{
-    return static_cast<unsigned char>(n > 255 ? n >> 8U : n);
 }
 
 /// Percentage of points delivered, of those announced. Every count is allowed: the percentage exceeds 100

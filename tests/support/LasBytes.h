@@ -14,6 +14,10 @@ struct CLasPnt
     std::int32_t y = 0;
     std::int32_t z = 0;
     std::array<std::uint16_t, 3> anColor{}; ///< left out of formats without colour
+    std::uint16_t nIntensity = 7;
+    std::uint8_t nReturn = 1; ///< formats 0 to 5: up to 7, others up to 15
+    std::uint8_t nClass = 1;  ///< formats 0 to 5: up to 31
+    std::uint8_t nFlags = 0;  ///< synthetic 1, key point 2, withheld 4, overlap 8 (formats 6 to 10)
 };
 
 /// A LAS file that is not compressed, built from its parts. Make one, change what the test is about, then
@@ -58,6 +62,20 @@ private:
     static void Put(std::string& sBytes, std::size_t nPos, T value)
     {
         std::memcpy(sBytes.data() + nPos, &value, sizeof value);
+    }
+
+    void PutAttributes(std::string& sPnt, const CLasPnt& pnt) const
+    {
+        Put(sPnt, 12, pnt.nIntensity);
+        if (nFormat < 6)
+        {
+            Put(sPnt, 14, static_cast<std::uint8_t>(pnt.nReturn & 7U));
+            Put(sPnt, 15, static_cast<std::uint8_t>((pnt.nClass & 31U) | (pnt.nFlags & 7U) << 5U));
+            return;
+        }
+        Put(sPnt, 14, static_cast<std::uint8_t>(pnt.nReturn & 15U));
+        Put(sPnt, 15, static_cast<std::uint8_t>(pnt.nFlags & 15U));
+        Put(sPnt, 16, pnt.nClass);
     }
 
     std::string GetHeaderBytes() const
@@ -114,6 +132,7 @@ private:
             Put(sPnt, 0, pnt.x);
             Put(sPnt, 4, pnt.y);
             Put(sPnt, 8, pnt.z);
+            PutAttributes(sPnt, pnt);
             if (nColor != 0)
                 Put(sPnt, nColor, pnt.anColor);
             sBytes += sPnt;

@@ -60,6 +60,24 @@ void FillScan(laszip_point_struct& pnt, std::size_t i)
         pnt.wave_packet[k] = static_cast<laszip_U8>(n >> (k % 24U));
 }
 
+void FillAttributes(laszip_point_struct& point, const CLasPnt& pnt, bool bLater)
+{
+    point.intensity = pnt.nIntensity;
+    point.synthetic_flag = static_cast<laszip_U8>(pnt.nFlags & 1U);
+    point.keypoint_flag = static_cast<laszip_U8>(pnt.nFlags >> 1U & 1U);
+    point.withheld_flag = static_cast<laszip_U8>(pnt.nFlags >> 2U & 1U);
+    if (bLater)
+    {
+        point.extended_point_type = 1;
+        point.extended_return_number = static_cast<laszip_U8>(pnt.nReturn & 15U);
+        point.extended_classification = pnt.nClass;
+        point.extended_classification_flags = static_cast<laszip_U8>(pnt.nFlags & 15U);
+        return;
+    }
+    point.return_number = static_cast<laszip_U8>(pnt.nReturn & 7U);
+    point.classification = static_cast<laszip_U8>(pnt.nClass & 31U);
+}
+
 } // namespace
 
 std::string LazBytes(const CLasFile& file, unsigned nChunkSize, bool bScan)
@@ -81,6 +99,8 @@ std::string LazBytes(const CLasFile& file, unsigned nChunkSize, bool bScan)
     {
         if (bScan)
             FillScan(*pPoint, nNumWritten++);
+        else
+            FillAttributes(*pPoint, pnt, file.nFormat >= 6);
         pPoint->X = pnt.x;
         pPoint->Y = pnt.y;
         pPoint->Z = pnt.z;

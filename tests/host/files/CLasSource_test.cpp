@@ -106,6 +106,37 @@ TEST(CLasSource, ForEach_AllPntsAndColorsOfEveryFormat)
     }
 }
 
+// In formats from 6 on more bits, and one more flag.
+TEST(CLasSource, ForEach_AttributesOfEveryFormat)
+{
+    for (int nFormat = 0; nFormat <= 10; ++nFormat)
+    {
+        SCOPED_TRACE(nFormat);
+        const bool bLater = nFormat >= 6;
+        CLasFile las = LasOf(nFormat, 256);
+        for (std::size_t i = 0; i < las.vecPnts.size(); ++i)
+        {
+            las.vecPnts[i].nIntensity = static_cast<std::uint16_t>(65535 - 250 * i);
+            las.vecPnts[i].nReturn = static_cast<std::uint8_t>(i % (bLater ? 16 : 8));
+            las.vecPnts[i].nClass = static_cast<std::uint8_t>(i % (bLater ? 256 : 32));
+            las.vecPnts[i].nFlags = static_cast<std::uint8_t>(i / 16 % (bLater ? 16 : 8));
+        }
+        for (const std::string& sBytes : {las.GetBytes(), LazBytes(las, 50)})
+        {
+            const CReading reading = ReadSourceBytes(sBytes);
+            ASSERT_EQ(reading.vecPnts.size(), las.vecPnts.size());
+            for (std::size_t i = 0; i < las.vecPnts.size(); ++i)
+            {
+                const CLasAttributes& attributes = reading.vecPnts[i].attributes;
+                EXPECT_EQ(attributes.nIntensity, las.vecPnts[i].nIntensity) << i;
+                EXPECT_EQ(attributes.nReturn, las.vecPnts[i].nReturn) << i;
+                EXPECT_EQ(attributes.nClass, las.vecPnts[i].nClass) << i;
+                EXPECT_EQ(attributes.nFlags, las.vecPnts[i].nFlags) << i;
+            }
+        }
+    }
+}
+
 // A point is read where it stands, and is not read where it is not whole.
 TEST(CLasSource, ForEach_FewerOrMorePntsThanAnnounced)
 {
