@@ -125,7 +125,7 @@ bool HasLasColors(CLasGuard& guard)
     const CLasHeader& header = guard.GetHeader();
     if (!header.HasColor())
         return false;
-    CLaszipReader reader(guard, CLaszipReader::Parts_All);
+    CLaszipReader reader(guard, CLaszipReader::Parts_AllButTimes);
     if (!reader.IsOpen())
         return false;
     const std::int64_t nNumPnts = std::min(header.nNumPnts, guard.GetMaxNumPnts());
