@@ -36,8 +36,8 @@
 /// nothing and returns false, 0, or -1 where said. The same holds for any other value given to it.
 ///
 /// Copies share points, marks and octree. A change made in place (a selection, a rebuilt octree) is
-/// seen by all copies; a compaction or a new filling gives the copy that makes it arrays of its own.
-/// Deletions are the copy's own: what is deleted through one, the others go on counting and delivering.
+/// seen by all copies; a compaction or a new filling gives the copy that makes it arrays of its own. So a
+/// deletion holds for that copy alone: the others go on counting and delivering its points.
 ///
 /// Nothing here prints, starts a thread, or throws on its own account; std::bad_alloc passes through, and
 /// leaves the cloud as it was but for the order of its points where the octree was being built.
@@ -48,10 +48,8 @@
 /// and its copies for themselves. REQUIRES: while a query runs, its listeners do not change the cloud or a
 /// copy of it. Delivery needs a colour listener: without one, points come with the colour they hold.
 ///
-/// A host may derive from it to watch or to filter what is read: `ReadFromFile` calls the reading slots of
-/// the object (`OnReadType` to `OnReadEnd`) for every file but a native one. An override hands on to the
-/// cloud's own what the cloud is to have. As many points as are announced to the cloud count, stored or not:
-/// a host that leaves points out gathers the others, and announces and stores them in its `OnReadEnd`.
+/// A host may derive to watch or filter files being read (no native ones): `ReadFromFile` calls the object's
+/// slots. Slots announced count, stored or not: a filter gathers, and announces and stores in `OnReadEnd`.
 class ZOR4DATA_API CPntCld : public IPntCldReadListener
 {
 public:
@@ -97,7 +95,7 @@ public:
     /// @return false when there is no point; the cloud then has an octree without points.
     bool ComputeTree();
 
-    /// Loads a file, through the reading slots of the object. The cloud is not cleared first.
+    /// Loads a file. The cloud is not cleared first.
     ///
     /// @param pProgress  receives percent, one call a point and before it; null: no calls.
     /// @param eType      kind of the file; any other value: false.
@@ -168,8 +166,8 @@ public:
 
     void UnSelPnts();
 
-    /// Removes the selected points. The others keep their order; indices close up, and the cloud takes
-    /// no further points. Other copies keep the points, and have them selected still.
+    /// Removes the selected points; other copies keep them. Those left keep their order; indices close up,
+    /// and the cloud takes no further points.
     void DelSelPnts();
 
     // --- queries: one SetZRange to the colour listener, then OnPnts to the host's listener -------

@@ -1,10 +1,8 @@
 // The plan-view queries as a host calls them.
 
-#include <tests/support/CRandom.h>
 #include <tests/support/CTestCld.h>
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 
 namespace
@@ -174,47 +172,6 @@ TYPED_TEST(CPntCld_Query2D, NearLine_WithoutLengthHasNoCorridor)
     EXPECT_EQ(cld.m_log.GetText(), "Z");
     cld.m_cld.FindPnts2D_NearLine(&cld.m_rec, {4, 6}, {4, 6}, 3.0, true, true);
     EXPECT_EQ(cld.m_log.GetText(), "ZZcP1cP1");
-}
-
-// A corridor of length 1 that reaches 100,000 to either side, far from the origin, against exact arithmetic:
-// its ends are where they belong to a hundredth of a compact unit, in the middle and far aside.
-TYPED_TEST(CPntCld_Query2D, NearLine_MuchWiderThanLongEndsWhereItBelongs)
-{
-    constexpr double c_dDist = 100000.0;
-    CRandom random(1);
-    for (int nCase = 0; nCase < 500; ++nCase)
-    {
-        SCOPED_TRACE(nCase);
-        const double dAngle = 6.3 * random.Unit();
-        const PNT_2D along(std::cos(dAngle), std::sin(dAngle));
-        const PNT_2D p1(500000.0 + random.Unit(), 4000000.0 + random.Unit());
-        const PNT_2D p2(p1.x + along.x, p1.y + along.y);
-        std::vector<PNT_3D> vecPnts; // few and far apart: each leaf is cut by an end, and its points tested
-        for (int i = 0; i < 10; ++i)
-        {
-            const double dAlong = (i % 2) + 0.0004 * (random.Unit() - 0.5);
-            const double dAcross = 0.9 * c_dDist * (2.0 * random.Unit() - 1.0);
-            vecPnts.emplace_back(p1.x + dAlong * along.x - dAcross * along.y,
-                                 p1.y + dAlong * along.y + dAcross * along.x, i);
-        }
-        CLoggedCld<TypeParam> cld(vecPnts);
-        cld.m_cld.FindPnts2D_NearLine(&cld.m_rec, p1, p2, c_dDist, false, false);
-        const std::vector<int> vecFound = cld.m_rec.GetSortedIndices();
-        const long double dX = static_cast<long double>(p2.x) - p1.x;
-        const long double dY = static_cast<long double>(p2.y) - p1.y;
-        const long double dLength = std::hypot(dX, dY);
-        for (int i = 0; i < 10; ++i)
-        {
-            PNT_3D pnt;
-            cld.m_cld.GetPnt(i, pnt);
-            const long double dAlong = ((pnt.x - p1.x) * dX + (pnt.y - p1.y) * dY) / dLength;
-            const long double dDepth = std::min(dAlong, dLength - dAlong);
-            if (std::fabs(dDepth) < 1e-6L)
-                continue;
-            EXPECT_EQ(std::binary_search(vecFound.begin(), vecFound.end(), i), dDepth > 0.0L)
-                << static_cast<double>(dDepth);
-        }
-    }
 }
 
 TYPED_TEST(CPntCld_Query2D, Contours_OneSetZRangeOneRecordACall)
