@@ -42,11 +42,10 @@
 /// Nothing here prints, starts a thread, or throws on its own account; std::bad_alloc passes through, and
 /// leaves the cloud as it was but for the order of its points where the octree was being built.
 ///
-/// Const members, and the functions beside the class that take it as const, may run on several threads at
-/// once as long as nothing changes the cloud or a copy of it. They then call their listeners on these
-/// threads, the colour listener that the cloud was given too. Filling, building and editing need the cloud
-/// and its copies for themselves. REQUIRES: while a query runs, its listeners do not change the cloud or a
-/// copy of it. Delivery needs a colour listener: without one, points come with the colour they hold.
+/// Const members, and functions beside the class that take it as const, may run on several threads at once as
+/// long as nothing changes the cloud or a copy of it; they call their listeners on these threads, the colour
+/// listener too. REQUIRES: while a query runs, its listeners do not change the cloud or a copy of it.
+/// Delivery needs a colour listener: without one, points come with the colour they hold.
 ///
 /// A host may derive to watch or filter files being read (no native ones): `ReadFromFile` calls the object's
 /// slots. Slots announced count, stored or not: a filter gathers, and announces and stores in `OnReadEnd`.
