@@ -8,6 +8,7 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <memory>
 
 namespace zorcld
@@ -28,7 +29,8 @@ void CountPoints(const COptions& options, const CConsole& console)
     CFileColors colors;
     CPntCld cloud(&colors);
     LoadOrAdvise(cloud, options.input, console);
-    fmt::print("{}\n", cloud.GetNumPnts2D(rect.xmin, rect.ymin, rect.xmax, rect.ymax));
+    const std::vector<bool> vecChosen = ChooseInRect(cloud, rect);
+    fmt::print("{}\n", std::count(vecChosen.begin(), vecChosen.end(), true));
 }
 
 } // namespace

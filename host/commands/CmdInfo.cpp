@@ -3,10 +3,13 @@
 #include <host/files/CFileColors.h>
 #include <host/files/CFileKind.h>
 #include <host/files/CLasTally.h>
+#include <host/files/CLostPnts.h>
 #include <host/files/LoadChosen.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
+#include <host/output/CPntSummary.h>
+#include <host/output/FormatCoord.h>
 #include <host/output/FormatCount.h>
 #include <host/output/GroupDigits.h>
 #include <host/output/PrintLine.h>
@@ -47,21 +50,42 @@ std::int64_t GetPeakMemory()
     return static_cast<std::int64_t>(usage.ru_maxrss) * 1024;
 }
 
+TJson OrNull(std::int64_t nCount)
+{
+    return nCount < 0 ? TJson() : TJson(nCount);
+}
+
+/// Those of the points: the bounds that a cloud gives are those of its octree, which may be wider or
+/// narrower.
+TJson FindBounds(const CPntCld& cloud)
+{
+    CPntSummary summary;
+    for (int i = 0; i < cloud.GetNumPnts(); ++i)
+    {
+        zor::geom::PNT_3D pnt;
+        cloud.GetPnt(i, pnt);
+        summary.Add(pnt);
+    }
+    const zor::geom::RECT_3D& box = summary.box;
+    if (summary.nNumPnts == 0)
+        return {};
+    return {{"min", {box.xmin, box.ymin, box.zmin}}, {"max", {box.xmax, box.ymax, box.zmax}}};
+}
+
 /// Everything that the command tells, in the order in which it tells it.
-TJson CollectInfo(const CPntCld& cloud, const CInputFile& file, const CLoadFacts& facts)
+TJson CollectInfo(const CPntCld& cloud, const CInputFile& file, const CLoadFacts& facts,
+                  const CLostPnts& lost)
 {
     TJson info;
     info["file"] = file.GetPath();
     info["type"] = file.GetKind().pName;
     info["points"] = cloud.GetNumPnts();
-    info["announced"] = facts.nAnnounced < 0 ? TJson() : TJson(facts.nAnnounced);
-    info["duplicates_removed"] = facts.nDuplicates < 0 ? TJson() : TJson(facts.nDuplicates);
+    info["announced"] = OrNull(facts.nAnnounced);
+    info["duplicates_removed"] = OrNull(lost.nDuplicates);
+    info["not_numbers"] = OrNull(lost.nNotNumbers);
+    info["never_there"] = OrNull(lost.nNeverThere);
     info["color"] = cloud.IsWithColor();
-    zor::geom::RECT_3D box;
-    if (cloud.GetNumPnts() > 0 && cloud.GetBdry(box))
-        info["bounds"] = {{"min", {box.xmin, box.ymin, box.zmin}}, {"max", {box.xmax, box.ymax, box.zmax}}};
-    else
-        info["bounds"] = TJson();
+    info["bounds"] = FindBounds(cloud);
     const CDensity density = CalcDensity(cloud);
     info["plan_density"] = density.dPntsPerArea > 0.0 ? TJson(density.dPntsPerArea) : TJson();
     info["plan_spacing"] = density.dPntsPerArea > 0.0 ? TJson(density.dSpacing) : TJson();
@@ -87,15 +111,20 @@ TJson CollectInfo(const CPntCld& cloud, const CInputFile& file, const CLoadFacts
     return info;
 }
 
-void PrintDuplicates(const CInputFile& file, const CLoadFacts& facts)
+void PrintLostPnts(const CInputFile& file, const CLoadFacts& facts, const CLostPnts& lost)
 {
     std::string sText = "not known";
     if (!file.GetFacts().bDuplicates)
         sText = "before the file was saved";
-    else if (facts.nDuplicates >= 0)
-        sText = GroupDigits(facts.nDuplicates) + " of " + FormatCount(facts.nAnnounced, "announced point") +
+    else if (lost.nDuplicates >= 0)
+        sText = GroupDigits(lost.nDuplicates) +
+                (facts.nAnnounced < 0 ? "" : " of " + FormatCount(facts.nAnnounced, "announced point")) +
                 " (each at the x and y of another point)";
     PrintLine("Duplicates removed", sText);
+    if (lost.nNotNumbers > 0)
+        PrintLine("Not numbers", FormatCount(lost.nNotNumbers, "point") + " with coordinates that are none");
+    if (lost.nNeverThere > 0)
+        PrintLine("Never there", FormatCount(lost.nNeverThere, "announced point"));
 }
 
 void PrintBounds(const TJson& bounds)
@@ -107,17 +136,17 @@ void PrintBounds(const TJson& bounds)
     {
         const double dMin = bounds["min"][k].get<double>();
         const double dMax = bounds["max"][k].get<double>();
-        PrintLine(c_pLabels[k],
-                  fmt::format("{} {:14.4f} to {:14.4f}   ({:.4f})", "xyz"[k], dMin, dMax, dMax - dMin));
+        PrintLine(c_pLabels[k], fmt::format("{} {} to {}   ({})", "xyz"[k], FormatCoord(dMin, 14),
+                                            FormatCoord(dMax, 14), FormatCoord(dMax - dMin)));
     }
 }
 
-void PrintInfo(const TJson& info, const CInputFile& file, const CLoadFacts& facts)
+void PrintInfo(const TJson& info, const CInputFile& file, const CLoadFacts& facts, const CLostPnts& lost)
 {
     PrintLine("File", info["file"].get<std::string>());
     PrintLine("Type", file.GetKind().pTitle);
     PrintLine("Points", GroupDigits(info["points"].get<std::int64_t>()));
-    PrintDuplicates(file, facts);
+    PrintLostPnts(file, facts, lost);
     PrintLine("Colour", facts.HasFinding("color-zero") ? "its fields are all 0"
                         : info["color"].get<bool>()    ? "yes"
                                                        : "no");
@@ -172,9 +201,14 @@ void ShowInfo(const COptions& options, const CConsole& console)
     std::optional<CLasTally> tally;
     if (wish.IsAsked())
         tally = CollectLasTally(*pFile, console);
-    const CLoadFacts facts =
-        wish.IsAsked() ? LoadChosen(cloud, *pFile, wish, *tally, console) : LoadOrAdvise(cloud, *pFile, console);
-    TJson info = CollectInfo(cloud, *pFile, facts);
+    const CLoadFacts facts = wish.IsAsked() ? LoadChosen(cloud, *pFile, wish, *tally, console)
+                                            : LoadOrAdvise(cloud, *pFile, console);
+    CLostPnts lost;
+    if (wish.IsAsked())
+        lost.nDuplicates = facts.nDuplicates;
+    else
+        lost = CountLostPnts(cloud, *pFile, facts);
+    TJson info = CollectInfo(cloud, *pFile, facts, lost);
     if (!wish.IsAsked())
         tally = FindTally(*pFile, console);
     if (tally)
@@ -182,7 +216,7 @@ void ShowInfo(const COptions& options, const CConsole& console)
     if (options.bJson)
         fmt::print("{}\n", info.dump(2, ' ', false, TJson::error_handler_t::replace));
     else
-        PrintInfo(info, *pFile, facts);
+        PrintInfo(info, *pFile, facts, lost);
 }
 
 } // namespace

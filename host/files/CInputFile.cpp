@@ -5,6 +5,8 @@
 #include <host/output/HasColors.h>
 
 #include <algorithm>
+#include <array>
+#include <string_view>
 #include <utility>
 
 namespace zorcld
@@ -48,6 +50,29 @@ std::vector<CLeftOut> CInputFile::FindLeftOut()
     if (HasLeftOutInPnts())
         static_cast<void>(made.pSource->ForEach([](const CSourcePnt&) {})); // what is damaged has been told
     return made.pSource->GetLeftOut();
+}
+
+namespace
+{
+
+/// Does the library take other numbers from the file than those that are meant?
+bool HasOtherNumbers(const std::vector<CFinding>& vecFindings)
+{
+    constexpr std::array<std::string_view, 3> c_codes = {"ply-coordinates", "ply-sized-types", "grid-tabs"};
+    return std::any_of(vecFindings.begin(), vecFindings.end(),
+                       [&](const CFinding& finding)
+                       { return std::count(c_codes.begin(), c_codes.end(), finding.pCode) != 0; });
+}
+
+} // namespace
+
+bool CInputFile::ReadTaken(const IPntSource::TOnPnt& onPnt)
+{
+    if (HasOtherNumbers(m_facts.vecFindings))
+        return false;
+    const CMadeSource made = TryMakeSource();
+    return made.pSource != nullptr && made.pSource->ForEach(onPnt).empty() &&
+           !HasOtherNumbers(made.pSource->GetFindings());
 }
 
 std::int64_t CInputFile::CountByReading()

@@ -76,6 +76,10 @@ public:
     /// once more.
     std::vector<CLeftOut> FindLeftOut();
 
+    /// Reads the points that the library takes, where it takes them as the file means them.
+    /// @return false where it does not, or where the points cannot be read.
+    bool ReadTaken(const IPntSource::TOnPnt& onPnt);
+
     /// Where there is no source: does only loading it tell whether the file is whole?
     virtual bool IsCheckedByLoading() const { return false; }
 

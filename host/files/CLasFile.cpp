@@ -3,6 +3,7 @@
 #include <formats/LasFindings.h>
 #include <host/files/ColorFindings.h>
 #include <host/files/SourceFacts.h>
+#include <host/output/FormatCoord.h>
 #include <host/output/FormatCount.h>
 #include <host/output/PrintLine.h>
 #include <zor4data/CPntCld.h>
@@ -36,12 +37,6 @@ std::string FormatAxes(const TJson& values)
 {
     return fmt::format("{} {} {}", values[0].get<double>() + 0.0, values[1].get<double>() + 0.0,
                        values[2].get<double>() + 0.0); // no minus before 0
-}
-
-/// Damaged headers have numbers of hundreds of digits.
-std::string FormatBound(double d)
-{
-    return std::fabs(d) < 1e15 ? fmt::format("{:14.4f}", d) : fmt::format("{:14.6g}", d);
 }
 
 std::string TextOrNone(const TJson& text)
@@ -95,9 +90,9 @@ void PrintLasFacts(const TJson& facts)
     PrintLine("Offset", FormatAxes(facts["offset"]));
     const char* pLabel = "Bounds in header";
     for (std::size_t k = 0; k < 3; ++k, pLabel = "")
-        PrintLine(pLabel,
-                  fmt::format("{} {} to {}", "xyz"[k], FormatBound(facts["bounds"]["min"][k].get<double>()),
-                              FormatBound(facts["bounds"]["max"][k].get<double>())));
+        PrintLine(pLabel, fmt::format("{} {} to {}", "xyz"[k],
+                                      FormatCoord(facts["bounds"]["min"][k].get<double>(), 14),
+                                      FormatCoord(facts["bounds"]["max"][k].get<double>(), 14)));
     PrintLine("System identifier", TextOrNone(facts["system_identifier"]));
     PrintLine("Generating software", TextOrNone(facts["generating_software"]));
     PrintLine("Created", TextOrNone(facts["created"]));

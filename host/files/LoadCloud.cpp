@@ -126,9 +126,9 @@ static CLoadFacts ReadCloud(CPntCld& cloud, CInputFile& file, const CConsole& co
                                                       : sCause);
     }
 
-    const std::int64_t nNumRead = file.CountRead(progress.GetNumCalls(), facts.vecFindings);
-    if (fileFacts.bDuplicates && nNumRead >= 0)
-        facts.nDuplicates = std::max<std::int64_t>(nNumRead - cloud.GetNumPnts(), 0);
+    facts.nNumRead = file.CountRead(progress.GetNumCalls(), facts.vecFindings);
+    if (fileFacts.bDuplicates && facts.nNumRead >= 0)
+        facts.nDuplicates = std::max<std::int64_t>(facts.nNumRead - cloud.GetNumPnts(), 0);
     file.FindInCloud(cloud, facts.vecFindings);
     facts.dSeconds = CalcSeconds(timeEnd - timeStart);
     if (progress.HasPos())

@@ -63,6 +63,18 @@ RECT_2D ParseRect(const std::string& sRect)
     return {r[0], r[1], r[2], r[3]};
 }
 
+std::vector<bool> ChooseInRect(const CPntCld& cloud, const RECT_2D& rect)
+{
+    std::vector<bool> vecChosen(static_cast<std::size_t>(cloud.GetNumPnts()));
+    for (std::size_t i = 0; i < vecChosen.size(); ++i)
+    {
+        zor::geom::PNT_3D pnt;
+        cloud.GetPnt(static_cast<int>(i), pnt);
+        vecChosen[i] = pnt.x >= rect.xmin && pnt.x <= rect.xmax && pnt.y >= rect.ymin && pnt.y <= rect.ymax;
+    }
+    return vecChosen;
+}
+
 CPlanLine ParseLine(const std::string& sLine)
 {
     const std::vector<double> v = ParseNumbers(sLine, ',', 5, "--line");
@@ -74,11 +86,7 @@ CPlanLine ParseLine(const std::string& sLine)
 TChoosePnts ParsePlan(const CPlanOptions& options)
 {
     if (!options.sRect.empty())
-        return [rect = ParseRect(options.sRect)](const CPntCld& cloud)
-        {
-            return Mark(cloud, [&](IPntCldListener& listener)
-                        { cloud.GetPnts2D(&listener, rect.xmin, rect.ymin, rect.xmax, rect.ymax); });
-        };
+        return [rect = ParseRect(options.sRect)](const CPntCld& cloud) { return ChooseInRect(cloud, rect); };
     if (!options.sLine.empty())
         return [line = ParseLine(options.sLine), bEnds = options.bEnds](const CPntCld& cloud)
         {

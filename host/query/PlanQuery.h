@@ -34,6 +34,10 @@ void AddPlanOptions(CLI::App& command, CPlanOptions& options);
 /// @throws CUsageError
 zor::geom::RECT_2D ParseRect(const std::string& sRect);
 
+/// By index, which points of the cloud lie in the rectangle or on its edges: by the coordinates that the
+/// cloud gives them, to the last digit, which its own query rounds. Cost: a look at every point.
+std::vector<bool> ChooseInRect(const CPntCld& cloud, const zor::geom::RECT_2D& rect);
+
 /// A line with a width, or half of one, behind it.
 struct CPlanLine
 {

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <cmath>
+
 namespace
 {
 
@@ -47,6 +49,86 @@ TEST(ZorcldInfo, Json_CountsDuplicates)
     EXPECT_EQ(info["points"], 3);
     EXPECT_EQ(info["duplicates_removed"], 2);
     EXPECT_EQ(info["color"], false);
+}
+
+// Points that are not numbers, and points that are not in the file, are no duplicates.
+TEST(ZorcldInfo, LostPnts_EachByItsName)
+{
+    const CZorcld zorcld;
+    const float fNan = std::nanf("");
+    const nlohmann::json info = GetInfo(
+        zorcld, zorcld.Write("nan.ply", MakePly({1, 1,    1,    2,    3, 4, fNan, fNan, fNan, 2,   3,
+                                                 4, fNan, fNan, fNan, 5, 5, 5,    7,    8,    fNan})));
+    EXPECT_EQ(info["announced"], 7);
+    EXPECT_EQ(info["points"], 4); // the last one with the first one's height
+    EXPECT_EQ(info["duplicates_removed"], 1);
+    EXPECT_EQ(info["not_numbers"], 3);
+    EXPECT_EQ(info["never_there"], 0);
+    const CRun run = zorcld.Run({"info", zorcld.GetPath("nan.ply")});
+    EXPECT_NE(run.sOut.find("Not numbers         3 points with coordinates that are none\n"),
+              std::string::npos)
+        << run.sOut;
+    const std::string sHead = "ncols 2\nnrows 2\nxllcorner 10\nyllcorner 20\ncellsize 5\nNODATA_value -1\n";
+    const nlohmann::json grid = GetInfo(zorcld, zorcld.Write("nan.asc", sHead + "1 2\nnan -1\n"));
+    EXPECT_TRUE(grid["announced"].is_null());
+    EXPECT_EQ(grid["duplicates_removed"], 0);
+    EXPECT_EQ(grid["not_numbers"], 1);
+    if (!CZorcld::HasLaszip())
+        GTEST_SKIP() << "the points of LAS are not read without LASzip";
+    CLasFile las = LasOf(1, 5);
+    las.adOffset = {0.03, 0.0, 0.0};
+    las.nAnnounced = 9;
+    las.vecPnts[4] = las.vecPnts[3];
+    const nlohmann::json cut = GetInfo(zorcld, zorcld.Write("cut.las", las.GetBytes()));
+    EXPECT_EQ(cut["announced"], 9);
+    EXPECT_EQ(cut["duplicates_removed"], 1);
+    EXPECT_EQ(cut["not_numbers"], 0);
+    EXPECT_EQ(cut["never_there"], 4);
+    EXPECT_NE(
+        zorcld.Run({"info", zorcld.GetPath("cut.las")}).sOut.find("Never there         4 announced points\n"),
+        std::string::npos);
+}
+
+// With the digits of --json, edges of the rectangle lie where points lie.
+TEST(ZorcldInfo, Bounds_AreThoseOfThePoints)
+{
+    const CZorcld zorcld;
+    const auto expect = [&](const std::string& sFile)
+    {
+        const nlohmann::json info = GetInfo(zorcld, sFile);
+        const nlohmann::json& bounds = info["bounds"];
+        const std::string sRect = bounds["min"][0].dump() + "," + bounds["min"][1].dump() + "," +
+                                  bounds["max"][0].dump() + "," + bounds["max"][1].dump();
+        EXPECT_EQ(zorcld.Run({"count", sFile, "--rect=" + sRect}).sOut, info["points"].dump() + "\n")
+            << sRect;
+        const std::string sOut = zorcld.GetPath("out.ply");
+        EXPECT_EQ(zorcld.Run({"points", sFile, "--rect=" + sRect, "-o", sOut}).nStatus, 0);
+        EXPECT_NE(ReadBytes(sOut).find("element vertex " + info["points"].dump() + "\n"), std::string::npos);
+        return bounds;
+    };
+    std::vector<float> vecCoords;
+    for (int i = 0; i < 300; ++i)
+        vecCoords.insert(vecCoords.end(), {635619.85F + 0.07F * static_cast<float>(i),
+                                           1e6F - 0.3F * static_cast<float>(i), static_cast<float>(i % 7)});
+    const nlohmann::json bounds = expect(zorcld.Write("many.ply", MakePly(vecCoords)));
+    EXPECT_EQ(bounds["min"][2], 0.0);
+    EXPECT_EQ(bounds["max"][2], 6.0);
+    expect(zorcld.Write("one.ply", MakePly({0.1F, -0.3F, 1e5F})));
+    if (CZorcld::HasLas())
+        expect(zorcld.Write("in.las", LasOf(1, 200).GetBytes()));
+}
+
+// A grid without a corner lies at a number that stands for none.
+TEST(ZorcldInfo, Sentinels_AreNotPrintedInFull)
+{
+    const CZorcld zorcld;
+    const std::string sHead = "ncols 2\nnrows 2\nxllcenter 10\nyllcenter 20\ncellsize 5\nNODATA_value -1\n";
+    const CRun run = zorcld.Run({"info", zorcld.Write("centre.asc", sHead + "1 2\n3 4\n")});
+    EXPECT_EQ(run.nStatus, 0);
+    EXPECT_NE(run.sOut.find("3.40282e+38 to    3.40282e+38   (0.0000)\n"), std::string::npos) << run.sOut;
+    EXPECT_EQ(run.sOut.find("00000"), std::string::npos) << run.sOut;
+    const std::string sFar = zorcld.Write("far.ply", MakePly({1e38F, 1, 2, 1e38F, 2, 3}));
+    EXPECT_EQ(zorcld.Run({"info", sFar}).sOut.find("00000"), std::string::npos);
 }
 
 // Told by the points, not by the bounds that the header gives.

@@ -19,14 +19,14 @@ struct CRealFile
 
 constexpr CRealFile c_files[] = {
     {"las/1.2-with-color.copc.laz", 0, 3},
-    {"las/4_6_crop.las", 0, 0},
+    {"las/4_6_crop.las", 0, 3}, // its colours were never filled
     {"las/Topography.las", 0, 0},
     {"las/ahn3_delft.laz", 0, 0},
     {"las/autzen_trim.las", 0, 0},
     {"las/autzen_trim_7.las", 0, 3},
     {"las/bad/1.2-no-points.las", 0, 3},
     {"las/bad/1.2-with-color-clipped.las", 0, 3},
-    {"las/bad/bad_vlr_count.las", 0, 0},
+    {"las/bad/bad_vlr_count.las", 0, 3}, // likewise
     {"las/bad/broken_compressor.laz", 1, 1},
     {"las/bad/broken_size.laz", 1, 1},
     {"las/bad/garbage_nVariableLength.las", 1, 1},

@@ -46,9 +46,8 @@ std::string Blank(const CLasFile& las, std::size_t nNumPnts, std::size_t nPos, s
 
 std::string GetNames(int nFormat)
 {
-    std::string sNames =
-        "intensity, classes, return numbers, times, scan angles, user data, source IDs, flags";
-    sNames += nFormat >= 6 ? ", scanner channels" : "";
+    std::string sNames = "intensity, classes, return numbers, times, scan angles, user data, source IDs";
+    sNames += nFormat >= 6 ? ", flags, scanner channels" : "";
     sNames += nFormat == 8 || nFormat == 10 ? ", near infrared" : "";
     sNames += nFormat == 5 || nFormat == 10 ? ", waveforms" : "";
     return sNames;
