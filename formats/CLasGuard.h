@@ -4,6 +4,7 @@
 #include <formats/CLasHeader.h>
 #include <formats/CLasRecords.h>
 #include <formats/CSizedFile.h>
+#include <formats/FindLasCoordSystem.h>
 
 #include <array>
 #include <cstdint>
@@ -41,6 +42,10 @@ public:
 
     /// The records before the points, from the first on. REQUIRES: Check has returned true.
     CLasRecords GetRecords() { return {m_file, m_header}; }
+
+    /// @return the coordinate system that the records state; none where they state none that can be read.
+    /// REQUIRES: Check has returned true.
+    CCoordSystem ReadCoordSystem() { return FindLasCoordSystem(m_file, m_header); }
 
     /// The file for LASzip, see CLazFile; null when it could not be opened. Not owned.
     std::FILE* GetStream() noexcept { return m_file.GetStream(); }

@@ -48,6 +48,7 @@ void CLasHeader::TakeFacts(const unsigned char* pBytes)
 {
     using namespace LasLayout;
     nMajor = Get(pBytes, c_nMajor);
+    bWkt = (Get(pBytes, c_nEncoding) & c_nWktMark) != 0;
     nMinor = Get(pBytes, c_nMinor);
     sSystem = GetText(pBytes, c_sSystem);
     sSoftware = GetText(pBytes, c_sSoftware);
@@ -73,11 +74,13 @@ void CLasHeader::TakeFacts(const unsigned char* pBytes)
     }
 }
 
-/// Takes counts beyond 32 bits and for 15 returns, from LAS 1.4 on.
+/// Takes counts beyond 32 bits and for 15 returns, and where later records are, from LAS 1.4 on.
 void CLasHeader::TakeLaterCounts(const unsigned char* pBytes)
 {
     if (nNumLegacy == 0)
         nNumPnts = LasLayout::Get(pBytes, LasLayout::c_nNumPnts);
+    nPosLater = LasLayout::Get(pBytes, LasLayout::c_nPosLater);
+    nNumLater = LasLayout::Get(pBytes, LasLayout::c_nNumLater);
     std::vector<std::int64_t> vecLater;
     for (std::size_t i = 0; i < LasLayout::c_nNumReturns; ++i)
         vecLater.push_back(LasLayout::Get(pBytes, LasLayout::c_nNumByReturn, i));
