@@ -60,7 +60,6 @@ CGroundPicture::COptions ParsePicture(const COptions& options)
     CGroundPicture::COptions picture;
     ParseSize(options.picture.sSize, picture.nWidth, picture.nHeight);
     picture.sTitle = GetFileName(options.input.sPath);
-    picture.sUnit = options.picture.sUnit;
     return picture;
 }
 
@@ -99,7 +98,8 @@ void FindGround(const COptions& options, const CConsole& console)
     CGroundPicture::COptions pictureOptions = ParsePicture(options);
     CViewColors colors;
     CPntCld cloud(&colors);
-    LoadCloud(cloud, options.input, console);
+    const CLoadFacts facts = LoadCloud(cloud, options.input, console);
+    pictureOptions.units = ChooseUnits(options.picture, facts.coords);
     ChooseColors(options.picture, options.input.sPath, cloud, colors);
     pictureOptions.bByHeight = colors.IsByHeight();
     colors.SetByHeight(false);

@@ -2,6 +2,7 @@
 #include <host/files/AddInputOptions.h>
 #include <host/files/CFileColors.h>
 #include <host/files/CFileKind.h>
+#include <host/files/CoordSystemFacts.h>
 #include <host/files/LoadCloud.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
@@ -59,6 +60,7 @@ TJson CollectInfo(const CPntCld& cloud, const CInputFile& file, const CLoadFacts
     else
         info["bounds"] = TJson();
     const CDensity density = CalcDensity(cloud);
+    info["coordinate_system"] = CollectCoordSystem(facts.coords);
     info["plan_density"] = density.dPntsPerArea > 0.0 ? TJson(density.dPntsPerArea) : TJson();
     info["plan_spacing"] = density.dPntsPerArea > 0.0 ? TJson(density.dSpacing) : TJson();
     info["levels_of_detail"] = TJson::array();
@@ -115,6 +117,7 @@ void PrintInfo(const TJson& info, const CInputFile& file, const CLoadFacts& fact
     PrintDuplicates(file, facts);
     PrintLine("Colour", info["color"].get<bool>() ? "yes" : "no");
     PrintBounds(info["bounds"]);
+    PrintCoordSystem(facts.coords);
     if (!info["plan_density"].is_null())
     {
         PrintLine("Plan spacing", fmt::format("{:.4g}", info["plan_spacing"].get<double>()));

@@ -95,11 +95,11 @@ void MakeView(const COptions& options, const CConsole& console)
     }
     view.nMaxPnts = options.query.nMaxPnts;
     view.sTitle = GetFileName(options.input.sPath);
-    view.sUnit = options.picture.sUnit;
 
     CViewColors colors;
     CPntCld cloud(&colors);
-    LoadCloud(cloud, options.input, console);
+    const CLoadFacts facts = LoadCloud(cloud, options.input, console);
+    view.units = ChooseUnits(options.picture, facts.coords);
     ChooseColors(options.picture, options.input.sPath, cloud, colors);
     view.query.Choose(cloud);
     if (!options.sOverlayPath.empty() && !IsNear(view.overlay, cloud))

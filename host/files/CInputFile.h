@@ -2,6 +2,7 @@
 #define HOST_FILES_CINPUTFILE_H
 
 #include <formats/CByteReader.h>
+#include <formats/CCoordSystem.h>
 #include <formats/IPntSource.h>
 
 #include <nlohmann/json_fwd.hpp>
@@ -27,6 +28,7 @@ struct CFileFacts
     std::int64_t nHeld = -1;      ///< points that it has room for; -1: not known
     bool bDuplicates = true;      ///< points at one x and y are removed while it is loaded
     std::vector<CFinding> vecFindings;
+    CCoordSystem coords;      ///< none for most kinds of file
     bool bNoProgress = false; ///< it announces items by the billion that take no bytes: no call for each
 
     /// @return the points that it announces and has room for; -1: it does not say.

@@ -82,6 +82,7 @@ CLoadFacts LoadCloud(CPntCld& cloud, CInputFile& file, const CConsole& console)
     CLoadFacts facts;
     facts.nAnnounced = fileFacts.nAnnounced;
     facts.vecFindings = fileFacts.vecFindings;
+    facts.coords = fileFacts.coords;
 
     const auto timeStart = CProgressBar::TClock::now();
     CProgressBar progress(console, fmt::format("reading {}", GetFileName(file.GetPath())));

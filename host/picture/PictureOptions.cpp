@@ -1,6 +1,8 @@
 #include <host/picture/PictureOptions.h>
 
+#include <formats/CCoordSystem.h>
 #include <host/output/CFailure.h>
+#include <host/output/UnitSymbol.h>
 #include <host/picture/CViewColors.h>
 #include <host/query/ParseNumbers.h>
 #include <zor4data/CPntCld.h>
@@ -21,7 +23,9 @@ void AddPictureOptions(CLI::App& command, CPictureOptions& options)
                     "Colours of the file, by height, or (auto) of the file where it has any")
         ->check(CLI::IsMember({"auto", "file", "height"}))
         ->capture_default_str();
-    command.add_option("--unit", options.sUnit, "Name of the coordinate unit for scales and legend, as m");
+    command.add_option(
+        "--unit", options.sUnit,
+        "Name of the coordinate unit for scales and legend, as m; by default what a LAS file states");
 }
 
 void ParseSize(const std::string& sSize, int& nWidth, int& nHeight)
@@ -35,6 +39,18 @@ void ParseSize(const std::string& sSize, int& nWidth, int& nHeight)
                 fmt::format("--size: '{}' is not two whole numbers from {} to {}", sSize, c_dMin, c_dMax));
     nWidth = static_cast<int>(size[0]);
     nHeight = static_cast<int>(size[1]);
+}
+
+/// Heights of which a file does not say their unit have that of x and y; unless those are angles.
+CPictureUnits ChooseUnits(const CPictureOptions& options, const CCoordSystem& coords)
+{
+    CPictureUnits units;
+    if (coords.plan.dSize > 0.0)
+        units.bDegrees = IsDegree(coords.plan);
+    units.sPlan = options.sUnit.empty() ? GetUnitSymbol(coords.plan) : options.sUnit;
+    const CCoordUnit& height = coords.height.IsStated() || coords.plan.bAngle ? coords.height : coords.plan;
+    units.sHeight = options.sUnit.empty() ? GetUnitSymbol(height) : options.sUnit;
+    return units;
 }
 
 void ChooseColors(const CPictureOptions& options, const std::string& sPath, const CPntCld& cloud,

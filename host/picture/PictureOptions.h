@@ -1,9 +1,12 @@
 #ifndef HOST_PICTURE_PICTUREOPTIONS_H
 #define HOST_PICTURE_PICTUREOPTIONS_H
 
+#include <host/picture/CPictureUnits.h>
+
 #include <string>
 
 class CPntCld;
+struct CCoordSystem;
 namespace CLI
 {
 class App;
@@ -19,7 +22,7 @@ struct CPictureOptions
 {
     std::string sSize = "1600x1200";
     std::string sColor = "auto";
-    std::string sUnit;
+    std::string sUnit; ///< empty: as the file states it
 };
 
 /// Adds --size, --color and --unit.
@@ -28,6 +31,10 @@ void AddPictureOptions(CLI::App& command, CPictureOptions& options);
 /// The size that --size gives, pixels.
 /// @throws CUsageError
 void ParseSize(const std::string& sSize, int& nWidth, int& nHeight);
+
+/// What --unit names, or else what the file states.
+/// @param coords  of the file.
+CPictureUnits ChooseUnits(const CPictureOptions& options, const CCoordSystem& coords);
 
 /// Sets what --color asks for.
 /// @param sPath  the file of the cloud, for the message.

@@ -89,7 +89,7 @@ CViewResult RenderView(const CPntCld& cloud, CViewColors& colors, const CView& v
 {
     CCamera camera = view.camera;
     COverview overview = LookOver(cloud, view.query, camera);
-    const CProportions proportions = FindProportions(overview, view.bPlan);
+    const CProportions proportions = FindProportions(overview, view.bPlan, view.units.bDegrees);
     if (proportions.bDegrees)
     {
         camera.SetStretch(proportions.stretch);
@@ -98,7 +98,8 @@ CViewResult RenderView(const CPntCld& cloud, CViewColors& colors, const CView& v
     colors.GetHeightColors().SetRange(overview.zMin, overview.zMax);
     COverlay overlay;
     overlay.sTitle = view.sTitle;
-    overlay.sUnit = view.sUnit;
+    overlay.sUnit = view.units.sHeight;
+    overlay.sScaleUnit = view.units.sPlan;
     overlay.bLegend = colors.IsByHeight() && !overview.bEmpty;
     overlay.bNorth = view.bPlan;
     overlay.zMin = overview.zMin;
