@@ -89,6 +89,9 @@ TJson ToJson(const CCheckResult& result)
                                     {"text", finding.sText},
                                     {"help", sFindingHelp.empty() ? TJson() : TJson(sFindingHelp)}});
     }
+    file["remarks"] = TJson::array();
+    for (const CFinding& remark : result.vecRemarks)
+        file["remarks"].push_back({{"code", remark.pCode}, {"text", remark.sText}});
     return file;
 }
 
@@ -112,6 +115,8 @@ void Print(const CCheckResult& result)
     }
     if (bConvert)
         fmt::print("        what helps: {}\n", GetCommand(result));
+    for (const CFinding& remark : result.vecRemarks)
+        fmt::print("    {}\n", remark.sText);
 }
 
 void Check(const COptions& options, const CConsole& console)

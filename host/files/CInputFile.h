@@ -4,6 +4,7 @@
 #include <formats/CByteReader.h>
 #include <formats/CCoordSystem.h>
 #include <formats/IPntSource.h>
+#include <zor3geom/PNT_2D.h>
 
 #include <nlohmann/json_fwd.hpp>
 
@@ -28,7 +29,8 @@ struct CFileFacts
     std::int64_t nHeld = -1;      ///< points that it has room for; -1: not known
     bool bDuplicates = true;      ///< points at one x and y are removed while it is loaded
     std::vector<CFinding> vecFindings;
-    CCoordSystem coords;      ///< none for most kinds of file
+    std::vector<CFinding> vecRemarks; ///< what is as it should be, and surprises all the same
+    CCoordSystem coords;              ///< none for most kinds of file
     bool bNoProgress = false; ///< it announces items by the billion that take no bytes: no call for each
 
     /// @return the points that it announces and has room for; -1: it does not say.
@@ -67,6 +69,10 @@ public:
     /// @return null where only the library reads the points.
     /// @throws CFailure with the cause when the file cannot be read.
     std::unique_ptr<IPntSource> MakeSource();
+
+    /// From where the points of a grid are to where the centres of their cells are.
+    /// @return none for what is no grid.
+    virtual std::optional<zor::geom::PNT_2D> FindCentreShift() const { return {}; }
 
     /// Where there is no source: does only loading it tell whether the file is whole?
     virtual bool IsCheckedByLoading() const { return false; }

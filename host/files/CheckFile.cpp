@@ -224,7 +224,9 @@ CCheckResult CheckFile(const CInputOptions& input, const CConsole& console)
     result.bConvert = !result.sCause.empty() && !result.bLoaded;
     if (IsSmall(*pFile) && !result.bLoaded)
         AskLoader(result, *pFile);
-    if (!bTaken)
+    if (bTaken)
+        result.vecRemarks = pFile->GetFacts().vecRemarks;
+    else
         TakeBackHelp(result);
     return result;
 }

@@ -24,6 +24,7 @@ struct CCheckResult
     bool bConvert = false;            ///< that cause is none for `zorcld convert`
     bool bLoaded = false;             ///< it was loaded to find that out
     std::vector<CFinding> vecFindings;
+    std::vector<CFinding> vecRemarks; ///< nothing wrong
 };
 
 /// Looks at all points of a file. Memory does not grow with the file beyond what CStackedPnts takes; but LAZ
