@@ -15,8 +15,8 @@ namespace
 {
 
 // What the table is made of, in its order.
-constexpr std::array<const char*, 11> c_apGroups = {"build", "traversal", "pick",    "ply",     "native", "las",
-                                                     "grid",  "contour",   "polygon", "outline", "ground"};
+constexpr std::array<const char*, 11> c_apGroups = {
+    "build", "traversal", "pick", "ply", "native", "las", "grid", "contour", "polygon", "outline", "ground"};
 
 struct CGroupFn
 {

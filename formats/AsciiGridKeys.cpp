@@ -30,7 +30,9 @@ enumAsciiGridKey FindKey(Is is) noexcept
 
 enumAsciiGridKey FindTakenAsciiGridKey(std::string_view sWord) noexcept
 {
-    return FindKey([&](const CAsciiGridKey& key) { return key.sLower == sWord || key.sOther == sWord; });
+    const enumAsciiGridKey eKey =
+        FindKey([&](const CAsciiGridKey& key) { return key.sLower == sWord || key.sOther == sWord; });
+    return eKey <= AsciiGridKey_NoData ? eKey : AsciiGridKey_None;
 }
 
 enumAsciiGridKey FindAsciiGridKey(std::string_view sWord) noexcept

@@ -16,10 +16,13 @@ enum enumAsciiGridKey : std::uint8_t
     AsciiGridKey_XCorner, ///< of the lower left cell and of the grid
     AsciiGridKey_YCorner,
     AsciiGridKey_NoData,
+    AsciiGridKey_CellWidth,  ///< instead of the cell size, where cells are not square; the library takes
+                             ///< neither
+    AsciiGridKey_CellHeight, ///< that nor this
     AsciiGridKey_None,
 };
 
-/// The two spellings of a key that the library takes.
+/// The two spellings of a key that the library takes, up to the no-data value.
 struct CAsciiGridKey
 {
     std::string_view sLower;
@@ -35,7 +38,9 @@ inline constexpr std::array<CAsciiGridKey, AsciiGridKey_None> c_aAsciiGridKeys =
      {"yllcenter", "YLLCENTER"},
      {"xllcorner", "XLLCORNER"},
      {"yllcorner", "YLLCORNER"},
-     {"NODATA_value", "NODATA_VALUE"}}};
+     {"NODATA_value", "NODATA_VALUE"},
+     {"dx", "DX"},
+     {"dy", "DY"}}};
 
 /// The key that a word is to the library: one of its two spellings.
 enumAsciiGridKey FindTakenAsciiGridKey(std::string_view sWord) noexcept;

@@ -15,8 +15,9 @@ constexpr const char* c_sSpace = " \t\r\v\f";
 
 /// Of the keys that are no counts.
 constexpr std::optional<double> CAsciiGridMeaning::*c_apFields[] = {
-    &CAsciiGridMeaning::cellSize, &CAsciiGridMeaning::xCentre, &CAsciiGridMeaning::yCentre,
-    &CAsciiGridMeaning::xCorner,  &CAsciiGridMeaning::yCorner, &CAsciiGridMeaning::noData};
+    &CAsciiGridMeaning::cellSize,  &CAsciiGridMeaning::xCentre,   &CAsciiGridMeaning::yCentre,
+    &CAsciiGridMeaning::xCorner,   &CAsciiGridMeaning::yCorner,   &CAsciiGridMeaning::noData,
+    &CAsciiGridMeaning::cellWidth, &CAsciiGridMeaning::cellHeight};
 
 /// @return false at the end of the file, or at a line too long for a header.
 bool ReadLine(CByteReader& reader, std::string& sLine)
@@ -84,7 +85,9 @@ std::string CAsciiGridMeaning::FindCause() const
 {
     if (nNumRows < 1 || nNumCols < 1)
         return "not a grid: its header gives no number of rows and columns above 0";
-    if (!cellSize || !(*cellSize > 0.0) || !std::isfinite(*cellSize))
+    const auto isSize = [](const std::optional<double>& size)
+    { return size && *size > 0.0 && std::isfinite(*size); };
+    if (!isSize(cellWidth ? cellWidth : cellSize) || !isSize(cellHeight ? cellHeight : cellSize))
         return "its header gives no cell size above 0";
     if ((!xCorner && !xCentre) || (!yCorner && !yCentre))
         return "its header gives neither the lower left corner nor the centre of that cell";
@@ -97,6 +100,8 @@ std::string CAsciiGridMeaning::FindTakenCause() const
 {
     if (nTakenDataOffset == nDataOffset)
         return {};
+    if (cellWidth || cellHeight)
+        return "its header gives width and height of cells (dx, dy): only square cells (cellsize) are loaded";
     if (!sOddKey.empty())
         return "its header has the key '" + sOddKey + "': only " + Spellings(sOddKey) + " is accepted";
     if (bTabs)

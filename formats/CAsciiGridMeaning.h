@@ -13,9 +13,13 @@ class CByteReader;
 /// spelling, blanks or tabs, with or without a no-data value, corner or centre for each axis.
 struct CAsciiGridMeaning
 {
+    /// @return size of a cell. REQUIRES: FindCause() is empty, as for the corner.
+    double GetCellWidth() const { return cellWidth ? *cellWidth : *cellSize; }
+    double GetCellHeight() const { return cellHeight ? *cellHeight : *cellSize; }
+
     /// @return x and y of the lower left corner, from the centre where there is no corner.
-    double GetXCorner() const { return xCorner ? *xCorner : *xCentre - 0.5 * *cellSize; }
-    double GetYCorner() const { return yCorner ? *yCorner : *yCentre - 0.5 * *cellSize; }
+    double GetXCorner() const { return xCorner ? *xCorner : *xCentre - 0.5 * GetCellWidth(); }
+    double GetYCorner() const { return yCorner ? *yCorner : *yCentre - 0.5 * GetCellHeight(); }
 
     /// @return why it is no header of a grid, by the words, one line without a full stop; empty: it is one.
     std::string FindCause() const;
@@ -37,7 +41,9 @@ struct CAsciiGridMeaning
     std::optional<double> yCentre;
     std::optional<double> xCorner; ///< lower left, of the grid
     std::optional<double> yCorner;
-    std::optional<double> noData; ///< may be not-a-number
+    std::optional<double> noData;    ///< may be not-a-number
+    std::optional<double> cellWidth; ///< where it is given apart from the height
+    std::optional<double> cellHeight;
 
     std::string sOddKey;          ///< the first one that the library does not take, as written
     bool bTabs = false;           ///< a key and its value are separated by a tab

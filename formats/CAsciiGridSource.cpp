@@ -114,8 +114,8 @@ private:
             m_sOddWord = sWord;
         if (m_meaning.noData && (z == *m_meaning.noData || (std::isnan(z) && std::isnan(*m_meaning.noData))))
             return;
-        onPnt({static_cast<double>(nCol) * *m_meaning.cellSize + m_meaning.GetXCorner(),
-               static_cast<double>(m_meaning.nNumRows - m_nNumRows) * *m_meaning.cellSize +
+        onPnt({static_cast<double>(nCol) * m_meaning.GetCellWidth() + m_meaning.GetXCorner(),
+               static_cast<double>(m_meaning.nNumRows - m_nNumRows) * m_meaning.GetCellHeight() +
                    m_meaning.GetYCorner(),
                z});
     }

@@ -3,9 +3,6 @@
 #include <cerrno>
 #include <cstring>
 
-/// Behind the points, of which more are not looked at.
-static constexpr int c_nMaxLaterRecords = 1000;
-
 CLasGuard::CLasGuard(const char* pPath) : m_file(pPath), m_laz(m_file)
 {
     if (!m_file.IsOpen())
@@ -73,27 +70,4 @@ std::array<double, 3> CLasGuard::ReadFirstPnt()
     for (std::size_t i = 0; i < adCoords.size(); ++i)
         adCoords[i] = static_cast<double>(anCoords[i]) * m_header.adScale[i] + m_header.adOffset[i];
     return adCoords;
-}
-
-bool CLasGuard::HasCoordSystem()
-{
-    using namespace LasLayout;
-    const auto isOne = [](const std::string& sUser, std::uint16_t nId)
-    { return sUser == c_acProjection && (nId == c_nGeoKeysId || nId == c_nWktId); };
-    CLasRecords records = GetRecords();
-    for (CLasRecord record; records.Next(record);)
-        if (isOne(record.GetUser(), record.GetId()))
-            return true;
-    std::array<unsigned char, c_nLaterRecordHeadSize> acHead{};
-    std::int64_t nPos = m_header.nPosLaterRecords;
-    for (int i = 0; i < c_nMaxLaterRecords && nPos > 0 && m_file.ReadAt(nPos, acHead); ++i)
-    {
-        if (isOne(GetText(acHead.data(), c_sRecordUser), Get(acHead.data(), c_nRecordId)))
-            return true;
-        const std::int64_t nSize = Get(acHead.data(), c_nLaterRecordSize);
-        if (nSize < 0 || nSize > m_file.GetSize())
-            return false;
-        nPos += c_nLaterRecordHeadSize + nSize;
-    }
-    return false;
 }

@@ -6,6 +6,7 @@
 #include <formats/CLasRecords.h>
 #include <formats/CLazGuard.h>
 #include <formats/CSizedFile.h>
+#include <formats/FindLasCoordSystem.h>
 
 #include <array>
 #include <cstdint>
@@ -68,7 +69,11 @@ public:
 
     /// @return whether a record before or behind the points tells the coordinate system.
     /// REQUIRES: Check has returned true.
-    bool HasCoordSystem();
+    bool HasCoordSystem() { return HasLasCoordSystem(m_file, m_header); }
+
+    /// @return the coordinate system that the records state; none where they state none that can be read.
+    /// REQUIRES: Check has returned true.
+    CCoordSystem ReadCoordSystem() { return FindLasCoordSystem(m_file, m_header); }
 
     /// The file for LASzip, see CLazFile; null when it could not be opened. Not owned.
     std::FILE* GetStream() noexcept { return m_file.GetStream(); }

@@ -46,6 +46,7 @@ void CLasHeader::TakeFacts(const unsigned char* pBytes)
 {
     using namespace LasLayout;
     nMajor = Get(pBytes, c_nMajor);
+    bWkt = (Get(pBytes, c_nEncoding) & c_nWktMark) != 0;
     nMinor = Get(pBytes, c_nMinor);
     sSystem = GetText(pBytes, c_sSystem);
     sSoftware = GetText(pBytes, c_sSoftware);
@@ -81,13 +82,13 @@ int CLasHeader::CalcMinHeaderSize(int nMinorOfSize) const
     return anSize[std::min<std::size_t>(static_cast<std::size_t>(nMinorOfSize), anSize.size() - 1)];
 }
 
-/// Takes counts beyond 32 bits and for 15 returns, from LAS 1.4 on.
+/// Takes counts beyond 32 bits and for 15 returns, and where later records are, from LAS 1.4 on.
 void CLasHeader::TakeLaterCounts(const unsigned char* pBytes)
 {
     if (nNumLegacy == 0)
         nNumPnts = LasLayout::Get(pBytes, LasLayout::c_nNumPnts);
-    if (LasLayout::Get(pBytes, LasLayout::c_nNumLaterRecords) > 0)
-        nPosLaterRecords = LasLayout::Get(pBytes, LasLayout::c_nPosLaterRecords);
+    nPosLater = LasLayout::Get(pBytes, LasLayout::c_nPosLater);
+    nNumLater = LasLayout::Get(pBytes, LasLayout::c_nNumLater);
     std::vector<std::int64_t> vecLater;
     for (std::size_t i = 0; i < LasLayout::c_nNumReturns; ++i)
         vecLater.push_back(LasLayout::Get(pBytes, LasLayout::c_nNumByReturn, i));
@@ -142,7 +143,7 @@ std::int64_t CLasHeader::CalcNumThere() const
     if (bCompressed || nSize <= 0)
         return -1;
     std::int64_t nEnd = nFileSize;
-    for (const std::int64_t nPosOther : {nPosWaveforms, nPosLaterRecords})
+    for (const std::int64_t nPosOther : {nPosWaveforms, nNumLater > 0 ? nPosLater : 0})
         if (nPosOther > nPosPnts)
             nEnd = std::min(nEnd, nPosOther);
     const std::int64_t nNumBytes = std::max<std::int64_t>(nEnd - nPosPnts, 0);

@@ -32,8 +32,10 @@ struct CLasHeader
     std::int64_t nNumLegacy = 0;              ///< the count of 32 bits
     std::int64_t nNumPnts = 0;                ///< the count that holds: that of 64 bits where the other is 0
     std::int64_t nPosWaveforms = 0;           ///< behind the points; 0: none
-    std::int64_t nPosLaterRecords = 0;        ///< behind the points; 0: none
     std::vector<std::int64_t> vecNumByReturn; ///< of 1st, 2nd returns and so on: 5, from LAS 1.4 on 15
+    bool bWkt = false;                        ///< the coordinate system is stated as well-known text
+    std::int64_t nPosLater = 0;               ///< of the records behind the points, from LAS 1.4 on
+    std::uint32_t nNumLater = 0;              ///< their number
     std::array<double, 3> adScale{};
     std::array<double, 3> adOffset{};
     std::array<double, 3> adMin{};

@@ -44,6 +44,7 @@ namespace LasLayout
 constexpr std::array<char, 4> c_acMagic = {'L', 'A', 'S', 'F'};
 
 /// Fields of the public header block, counted from the start of the file.
+constexpr CLasField<std::uint16_t> c_nEncoding{6};
 constexpr CLasField<std::uint8_t> c_nMajor{24};
 constexpr CLasField<std::uint8_t> c_nMinor{25};
 constexpr CLasTextField c_sSystem{26, 32};
@@ -61,11 +62,11 @@ constexpr CLasField<double> c_dScale{131};                    ///< x; y and z fo
 constexpr CLasField<double> c_dOffset{155};                   ///< x; y and z follow
 constexpr CLasField<double> c_dMax{179};                      ///< x; then the least x, and so y and z
 constexpr CLasField<double> c_dMin{187};
-constexpr CLasField<std::int64_t> c_nPosWaveforms{227};     ///< from LAS 1.3 on; 0: none in this file
-constexpr CLasField<std::int64_t> c_nPosLaterRecords{235};  ///< from LAS 1.4 on: they stand behind the points
-constexpr CLasField<std::uint32_t> c_nNumLaterRecords{243}; ///< likewise
-constexpr CLasField<std::int64_t> c_nNumPnts{247};          ///< from LAS 1.4 on
-constexpr CLasField<std::int64_t> c_nNumByReturn{255};      ///< the first of c_nNumReturns
+constexpr CLasField<std::int64_t> c_nPosWaveforms{227}; ///< from LAS 1.3 on; 0: none in this file
+constexpr CLasField<std::int64_t> c_nPosLater{235};     ///< of the records behind the points, from LAS 1.4 on
+constexpr CLasField<std::uint32_t> c_nNumLater{243};    ///< their number
+constexpr CLasField<std::int64_t> c_nNumPnts{247};      ///< from LAS 1.4 on
+constexpr CLasField<std::int64_t> c_nNumByReturn{255};  ///< the first of c_nNumReturns
 
 constexpr std::size_t c_nNumReturnsLegacy = 5;
 constexpr std::size_t c_nNumReturns = 15;
@@ -111,14 +112,18 @@ constexpr CLasField<std::uint16_t> c_nRecordId{18};
 constexpr CLasField<std::uint16_t> c_nRecordSize{20};
 constexpr CLasTextField c_sRecordDescription{22, 32};
 
-/// The same behind the points, from LAS 1.4 on.
-constexpr std::int64_t c_nLaterRecordHeadSize = 60;
-constexpr CLasField<std::int64_t> c_nLaterRecordSize{20};
+/// A record behind the points has a longer head; whose it is and which stands where it does in the other.
+constexpr std::int64_t c_nLaterHeadSize = 60;
+constexpr CLasField<std::int64_t> c_nLaterSize{20};
 
-/// Whose records tell the coordinate system: as keys, or as well-known text.
+/// Whose records state the coordinate system, and which they are: the one as well-known text, which the mark
+/// in the encoding says, or the other as keys in three records: numbers, real numbers and texts.
 constexpr char c_acProjection[] = "LASF_Projection";
-constexpr std::uint16_t c_nGeoKeysId = 34735;
 constexpr std::uint16_t c_nWktId = 2112;
+constexpr std::uint16_t c_nGeoKeysId = 34735;
+constexpr std::uint16_t c_nGeoDoublesId = 34736;
+constexpr std::uint16_t c_nGeoTextsId = 34737;
+constexpr unsigned c_nWktMark = 16;
 
 /// Whose record says how the points are compressed.
 constexpr char c_acCompressor[] = "laszip encoded";

@@ -1,3 +1,4 @@
+#include <formats/CLasGuard.h>
 #include <fuzz/FuzzBody.h>
 #include <io/ReadForeign.h>
 #include <tests/io/CMemFile.h>
@@ -111,4 +112,7 @@ void FuzzBody(const std::uint8_t* pBytes, std::size_t nSize)
     file.Set(std::string(pBytes, pBytes + nSize));
     COrderListener listener;
     listener.CheckResult(ReadForeign(listener, &listener, PntCldFile_Las, file.GetPath()));
+    CLasGuard guard(file.GetPath());
+    if (guard.Check())
+        static_cast<void>(guard.ReadCoordSystem());
 }

@@ -61,6 +61,9 @@ TJson ToJson(const CCheckResult& result)
                                     {"text", finding.sText},
                                     {"help", sFindingHelp.empty() ? TJson() : TJson(sFindingHelp)}});
     }
+    file["remarks"] = TJson::array();
+    for (const CFinding& remark : result.vecRemarks)
+        file["remarks"].push_back({{"code", remark.pCode}, {"text", remark.sText}});
     return file;
 }
 
@@ -84,6 +87,8 @@ void Print(const CCheckResult& result)
     }
     if (bConvert)
         fmt::print("        what helps: {}\n", result.sCommand);
+    for (const CFinding& remark : result.vecRemarks)
+        fmt::print("    {}\n", remark.sText);
 }
 
 void Check(const COptions& options, const CConsole& console)

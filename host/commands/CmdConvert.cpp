@@ -2,6 +2,7 @@
 #include <host/files/AddInputOptions.h>
 #include <host/files/CCloudSource.h>
 #include <host/files/CFileColors.h>
+#include <host/files/CShiftedSource.h>
 #include <host/files/CTakenPnts.h>
 #include <host/files/LoadCloud.h>
 #include <host/files/NoteLeftOut.h>
@@ -25,6 +26,8 @@
 #include <filesystem>
 #include <limits>
 #include <memory>
+#include <optional>
+#include <utility>
 
 namespace zorcld
 {
@@ -38,6 +41,7 @@ struct COptions
     CClassOptions classes;
     std::string sOutPath;
     bool bForce = false;
+    bool bCellCentre = false;
 };
 
 unsigned char ToByte(std::uint16_t n)
@@ -159,6 +163,31 @@ void RefuseSameFile(const COptions& options)
             fmt::format("OUT: '{}' is the file that is read (--force replaces it)", options.sOutPath));
 }
 
+/// @return the source with the points where they are wanted in their cells.
+/// @throws CFailure when centres of cells are wanted of what has none.
+std::unique_ptr<IPntSource> PlaceInCells(const CInputFile& file, std::unique_ptr<IPntSource> pSource,
+                                         const COptions& options)
+{
+    const std::optional<zor::geom::PNT_2D> shift = file.FindCentreShift();
+    if (options.bCellCentre && !shift)
+        throw CFailure(file.GetPath(), "is no grid: --cell-centre has no cells to go by");
+    return options.bCellCentre ? MakeShiftedSource(std::move(pSource), *shift) : std::move(pSource);
+}
+
+void TellPlace(const CInputFile& file, const COptions& options, const CConsole& console)
+{
+    const std::optional<zor::geom::PNT_2D> shift = file.FindCentreShift();
+    if (!shift)
+        return;
+    console.Note(
+        options.bCellCentre
+            ? fmt::format("{}: points are put at the centres of their cells", options.sOutPath)
+            : fmt::format(
+                  "{}: points are the upper left corners of their cells, half a cell ({:.10g} by {:.10g}) "
+                  "from the centres; --cell-centre puts them there",
+                  options.sOutPath, shift->x, -shift->y));
+}
+
 void Convert(const COptions& options, const CConsole& console)
 {
     const std::string sExtension = GetExtension(options.sOutPath);
@@ -169,6 +198,7 @@ void Convert(const COptions& options, const CConsole& console)
     const std::unique_ptr<CInputFile> pFile = OpenInputFile(options.input);
     std::unique_ptr<IPntSource> pSource =
         choice.IsAsked() ? OpenLasPnts(*pFile, choice) : pFile->MakeSource();
+    pSource = PlaceInCells(*pFile, std::move(pSource), options);
     std::string sResult;
     if (pSource == nullptr && sExtension == ".cld")
     {
@@ -180,6 +210,7 @@ void Convert(const COptions& options, const CConsole& console)
             pSource = MakeCloudSource(*pFile, console);
         sResult = ConvertPnts(*pSource, options, console);
     }
+    TellPlace(*pFile, options, console);
     console.Note(fmt::format("{}: {}", options.sOutPath, sResult));
 }
 
@@ -194,6 +225,9 @@ void AddConvertCommand(CLI::App& app, const CConsole& console)
     AddClassOptions(*pCommand, pOptions->classes);
     pCommand->add_option("OUT", pOptions->sOutPath, "File to write, .ply or .cld")->required();
     pCommand->add_flag("--force", pOptions->bForce, "Let OUT replace the file that is read");
+    pCommand->add_flag(
+        "--cell-centre", pOptions->bCellCentre,
+        "Put the points of a grid at the centres of their cells, not at the upper left corners");
     pCommand->callback([pOptions, &console] { Convert(*pOptions, console); });
 }
 

@@ -1,6 +1,7 @@
 #include <host/commands/Commands.h>
 #include <host/files/AddInputOptions.h>
 #include <host/files/LoadCloud.h>
+#include <host/files/OpenInputFile.h>
 #include <host/files/SaveCloud.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
@@ -9,9 +10,13 @@
 #include <host/output/FormatCount.h>
 #include <host/output/GetExtension.h>
 #include <host/output/GetFileName.h>
+#include <host/output/UnitSymbol.h>
 #include <host/picture/CGroundPicture.h>
 #include <host/picture/CViewColors.h>
 #include <host/picture/PictureOptions.h>
+#include <host/query/CalcDensity.h>
+#include <host/query/FilterGround.h>
+#include <host/query/GroundFindings.h>
 #include <host/query/Query.h>
 #include <host/query/WritePnts.h>
 #include <zor4data/CPntCld.h>
@@ -35,6 +40,7 @@ struct COptions
     std::string sOutPath;
     std::string sPicturePath;
     CPictureOptions picture;
+    double dUnitScale = 0.0; // metres; 0: not given
 };
 
 class CFilterProgress final : public IPclProgressListener
@@ -47,12 +53,58 @@ private:
     CProgressBar& m_bar;
 };
 
-void FilterGround(CPntCld& cloud, const CConsole& console)
+void Filter(CPntCld& cloud, const CGroundScale& scale, const COptions& options, const CConsole& console)
 {
     CProgressBar bar(console, "finding the ground");
     bar.Start();
     CFilterProgress progress(bar);
-    cloud.Morph(&progress);
+    FilterGround(cloud, scale, options.input.sPath, &progress);
+}
+
+std::string FormatUnit(const CCoordUnit& unit)
+{
+    const std::string sName = GetUnitSymbol(unit);
+    return unit.dSize == 1.0 ? sName : fmt::format("{} ({:.6g} m)", sName, unit.dSize);
+}
+
+/// What --unit-scale gives, or else what the file states.
+/// @throws CFailure for degrees.
+CGroundScale ChooseGroundScale(const COptions& options, const CCoordSystem& coords, const CConsole& console)
+{
+    if (options.dUnitScale > 0.0)
+        return {options.dUnitScale, options.dUnitScale};
+    if (coords.plan.bAngle)
+        throw CFailure(
+            options.input.sPath,
+            fmt::format("its x and y are angles ({}), the ground filter goes by metres: it must be projected "
+                        "first; if they are none, --unit-scale tells how many metres a unit is",
+                        GetUnitSymbol(coords.plan)));
+    CGroundScale scale;
+    if (coords.GetPlanMetres() > 0.0)
+        scale.dPlan = coords.GetPlanMetres();
+    if (coords.GetHeightMetres() > 0.0)
+        scale.dHeight = coords.GetHeightMetres();
+    if (scale.IsOne())
+        return scale;
+    const CCoordUnit& height = coords.height.IsLength() ? coords.height : coords.plan;
+    const bool bSame = scale.dPlan == scale.dHeight;
+    console.Note(fmt::format(
+        "{}: coordinates are in {}{}, the ground is filtered in metres (--unit-scale 1 takes them "
+        "as they are)",
+        options.input.sPath, FormatUnit(coords.plan), bSame ? "" : ", heights in " + FormatUnit(height)));
+    return scale;
+}
+
+void Report(const COptions& options, const CGroundResult& result, const CConsole& console)
+{
+    fmt::print("{}: {} of {} {} {} ground ({:.1f} %)\n", options.input.sPath, result.nNumGround,
+               result.nNumAll, WithPlural("point", result.nNumAll), result.nNumGround == 1 ? "is" : "are",
+               result.nNumAll > 0
+                   ? 100.0 * static_cast<double>(result.nNumGround) / static_cast<double>(result.nNumAll)
+                   : 0.0);
+    const std::string sOdd = FindOddGround(result);
+    if (!sOdd.empty())
+        console.Note(fmt::format("{}: {}", options.input.sPath, sOdd));
 }
 
 CGroundPicture::COptions ParsePicture(const COptions& options)
@@ -60,7 +112,6 @@ CGroundPicture::COptions ParsePicture(const COptions& options)
     CGroundPicture::COptions picture;
     ParseSize(options.picture.sSize, picture.nWidth, picture.nHeight);
     picture.sTitle = GetFileName(options.input.sPath);
-    picture.sUnit = options.picture.sUnit;
     return picture;
 }
 
@@ -99,7 +150,11 @@ void FindGround(const COptions& options, const CConsole& console)
     CGroundPicture::COptions pictureOptions = ParsePicture(options);
     CViewColors colors;
     CPntCld cloud(&colors);
-    LoadOrAdvise(cloud, options.input, console);
+    const std::unique_ptr<CInputFile> pFile = OpenInputFile(options.input);
+    const CCoordSystem& coords = pFile->GetFacts().coords;
+    const CGroundScale scale = ChooseGroundScale(options, coords, console);
+    pictureOptions.units = ChooseUnits(options.picture, coords);
+    LoadOrAdvise(cloud, *pFile, console);
     ChooseColors(options.picture, options.input.sPath, cloud, colors);
     pictureOptions.bByHeight = colors.IsByHeight();
     colors.SetByHeight(false);
@@ -107,9 +162,9 @@ void FindGround(const COptions& options, const CConsole& console)
     CGroundPicture picture(pictureOptions);
     if (!options.sPicturePath.empty())
         picture.AddBefore(cloud);
-    const int nNumAll = cloud.GetNumPnts();
-    FilterGround(cloud, console);
-    const int nNumGround = cloud.GetNumPnts();
+    CGroundResult result = {cloud.GetNumPnts(), 0, CalcDensity(cloud).dSpacing * scale.dPlan};
+    Filter(cloud, scale, options, console);
+    result.nNumGround = cloud.GetNumPnts();
 
     // The picture's file takes its name only after the points' file has its own.
     std::optional<COutFile> pictureFile;
@@ -122,9 +177,7 @@ void FindGround(const COptions& options, const CConsole& console)
         SaveGround(cloud, options.sOutPath, console);
     if (pictureFile)
         pictureFile->Commit();
-    fmt::print("{}: {} of {} {} {} ground ({:.1f} %)\n", options.input.sPath, nNumGround, nNumAll,
-               WithPlural("point", nNumAll), nNumGround == 1 ? "is" : "are",
-               nNumAll > 0 ? 100.0 * nNumGround / nNumAll : 0.0);
+    Report(options, result, console);
 }
 
 } // namespace
@@ -145,9 +198,15 @@ void AddGroundCommand(CLI::App& app, const CConsole& console)
     pCommand->add_option("--picture", pOptions->sPicturePath, "Picture of the cloud before and after")
         ->type_name("OUT.png");
     AddPictureOptions(*pCommand, pOptions->picture);
-    pCommand->footer(
-        "The sizes it goes by are fixed, and suit metres: windows of 3 to 33 units, slopes up to 1,\n"
-        "heights above the ground from 0.5 to 3.");
+    pCommand
+        ->add_option("--unit-scale", pOptions->dUnitScale,
+                     "How many metres a coordinate unit is; by default what a LAS file states, else 1")
+        ->check(CLI::Range(1e-6, 1e6))
+        ->type_name("METRES");
+    pCommand->footer(fmt::format(
+        "The sizes it goes by are fixed, in metres: windows of {:g} to {:g}, slopes up to 1, heights above\n"
+        "the ground from 0.5 to 3.",
+        c_dSmallestWindow, c_dLargestWindow));
     pCommand->callback([pOptions, &console] { FindGround(*pOptions, console); });
 }
 

@@ -4,6 +4,7 @@
 #include <host/files/CFileKind.h>
 #include <host/files/CLasTally.h>
 #include <host/files/CLostPnts.h>
+#include <host/files/CoordSystemFacts.h>
 #include <host/files/LoadChosen.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
@@ -87,6 +88,7 @@ TJson CollectInfo(const CPntCld& cloud, const CInputFile& file, const CLoadFacts
     info["color"] = cloud.IsWithColor();
     info["bounds"] = FindBounds(cloud);
     const CDensity density = CalcDensity(cloud);
+    info["coordinate_system"] = CollectCoordSystem(facts.coords);
     info["plan_density"] = density.dPntsPerArea > 0.0 ? TJson(density.dPntsPerArea) : TJson();
     info["plan_spacing"] = density.dPntsPerArea > 0.0 ? TJson(density.dSpacing) : TJson();
     info["levels_of_detail"] = TJson::array();
@@ -151,6 +153,7 @@ void PrintInfo(const TJson& info, const CInputFile& file, const CLoadFacts& fact
                         : info["color"].get<bool>()    ? "yes"
                                                        : "no");
     PrintBounds(info["bounds"]);
+    PrintCoordSystem(facts.coords);
     if (!info["plan_density"].is_null())
     {
         PrintLine("Plan spacing", fmt::format("{:.4g}", info["plan_spacing"].get<double>()));

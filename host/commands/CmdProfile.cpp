@@ -99,12 +99,13 @@ TRing MakeCorridor(const CPlanLine& line)
             {line.p1.x + dX, line.p1.y + dY}};
 }
 
-void DrawProfile(const COptions& options, const CProfile& profile, CViewColors& colors, COutFile& out)
+void DrawProfile(const COptions& options, const CCoordSystem& coords, const CProfile& profile,
+                 CViewColors& colors, COutFile& out)
 {
     CProfileView view;
     ParseSize(options.picture.sSize, view.nWidth, view.nHeight);
     view.sTitle = GetFileName(options.input.sPath);
-    view.sUnit = options.picture.sUnit;
+    view.units = ChooseUnits(options.picture, coords);
     RenderProfile(profile, colors.IsByHeight() ? &colors.GetHeightColors() : nullptr, view, out);
 }
 
@@ -121,7 +122,7 @@ void MakeProfile(const COptions& options, const CConsole& console)
 
     CViewColors colors;
     CPntCld cloud(&colors);
-    LoadOrAdvise(cloud, options.input, console);
+    const CLoadFacts facts = LoadOrAdvise(cloud, options.input, console);
     ChooseColors(options.picture, options.input.sPath, cloud, colors);
     const CProfile profile = CutProfile(cloud, line);
 
@@ -129,7 +130,7 @@ void MakeProfile(const COptions& options, const CConsole& console)
     if (sExtension == ".csv")
         WriteCsv(profile, cloud.IsWithColor(), out);
     else if (sExtension == ".png")
-        DrawProfile(options, profile, colors, out);
+        DrawProfile(options, facts.coords, profile, colors, out);
     else
         WriteShape(out, MakeCorridor(line), {{"width", line.dWidth}, {"length", profile.dLength}});
     out.Commit();

@@ -102,11 +102,11 @@ void MakeView(const COptions& options, const CConsole& console)
     }
     view.nMaxPnts = options.query.nMaxPnts;
     view.sTitle = GetFileName(options.input.sPath);
-    view.sUnit = options.picture.sUnit;
 
     CViewColors colors;
     CPntCld cloud(&colors);
-    LoadAsWished(cloud, *OpenInputFile(options.input), wish, console);
+    const CLoadFacts facts = LoadAsWished(cloud, *OpenInputFile(options.input), wish, console);
+    view.units = ChooseUnits(options.picture, facts.coords);
     ChooseColors(options.picture, options.input.sPath, cloud, colors);
     view.query.Choose(cloud);
     if (!options.sOverlayPath.empty() && !IsNear(view.overlay, cloud))

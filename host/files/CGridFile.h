@@ -17,6 +17,10 @@ public:
 
     CGridFile(const std::string& sPath, CByteReader&& reader);
 
+    std::optional<zor::geom::PNT_2D> FindCentreShift() const override;
+    void Describe(nlohmann::ordered_json& info) const override;
+    void Print(const nlohmann::ordered_json& info) const override;
+
 private:
     CMadeSource TryMakeSource() override { return MakeAsciiGridSource(m_meaning, m_reader); }
     std::string CalcDataCause(std::int64_t nNumRead) override;

@@ -2,8 +2,10 @@
 #define HOST_FILES_CINPUTFILE_H
 
 #include <formats/CByteReader.h>
+#include <formats/CCoordSystem.h>
 #include <formats/IPntSource.h>
 #include <host/files/CInputOptions.h>
+#include <zor3geom/PNT_2D.h>
 
 #include <nlohmann/json_fwd.hpp>
 
@@ -29,6 +31,8 @@ struct CFileFacts
     bool bDuplicates = true;      ///< points at one x and y are removed while it is loaded
     bool bColorTaken = true;      ///< colours of its source are taken while it is loaded
     std::vector<CFinding> vecFindings;
+    std::vector<CFinding> vecRemarks; ///< what is as it should be, and surprises all the same
+    CCoordSystem coords;              ///< none for most kinds of file
     bool bNoProgress = false; ///< it announces items by the billion that take no bytes: no call for each
 
     /// @return the points that it announces and has room for; -1: it does not say.
@@ -79,6 +83,10 @@ public:
     /// Reads the points that the library takes, where it takes them as the file means them.
     /// @return false where it does not, or where the points cannot be read.
     bool ReadTaken(const IPntSource::TOnPnt& onPnt);
+
+    /// From where the points of a grid are to where the centres of their cells are.
+    /// @return none for what is no grid.
+    virtual std::optional<zor::geom::PNT_2D> FindCentreShift() const { return {}; }
 
     /// Where there is no source: does only loading it tell whether the file is whole?
     virtual bool IsCheckedByLoading() const { return false; }

@@ -121,6 +121,7 @@ CLasFile::CLasFile(const std::string& sPath, CByteReader&& reader)
     CLasRecords records = m_guard.GetRecords();
     for (CLasRecord record; m_vecRecords.size() < c_nMaxRecords && records.Next(record);)
         m_vecRecords.push_back(record);
+    m_facts.coords = m_guard.ReadCoordSystem();
     m_facts.nAnnounced = m_header.nNumPnts;
     m_facts.nHeld = m_header.CalcNumHeld();
     m_facts.bColorTaken = m_header.IsColorTaken();

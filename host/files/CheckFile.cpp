@@ -222,6 +222,8 @@ CCheckResult CheckFile(const CInputOptions& input, const CConsole& console)
     result.bConvert = !result.sCause.empty() && !result.bLoaded;
     if (IsSmall(*pFile) && !result.bLoaded)
         AskLoader(result, *pFile);
+    if (bTaken)
+        result.vecRemarks = pFile->GetFacts().vecRemarks;
     if (!bTaken || result.sCommand.empty())
         TakeBackHelp(result);
     return result;

@@ -26,6 +26,7 @@ struct CCheckResult
     bool bLoaded = false;             ///< it was loaded to find that out
     bool bUnseen = false;             ///< only the library reads its points
     std::vector<CFinding> vecFindings;
+    std::vector<CFinding> vecRemarks; ///< nothing wrong
 };
 
 /// Looks at all points of a file. Memory does not grow with the file beyond what CStackedPnts takes; but LAZ

@@ -149,6 +149,7 @@ CLoadFacts LoadChosen(CPntCld& cloud, CInputFile& file, const CLasWish& wish, co
     progress.Stop();
     facts.dSeconds = facts.dSecondsRead + facts.dSecondsIndex;
     facts.nAnnounced = file.GetFacts().nAnnounced;
+    facts.coords = file.GetFacts().coords;
     facts.nDuplicates = std::max<std::int64_t>(nNumPnts - cloud.GetNumPnts(), 0);
     facts.vecFindings = CollectFindings(file, *pSource, filler);
     for (const CFinding& finding : facts.vecFindings)

@@ -110,6 +110,7 @@ static CLoadFacts ReadCloud(CPntCld& cloud, CInputFile& file, const CConsole& co
     CLoadFacts facts;
     facts.nAnnounced = fileFacts.nAnnounced;
     facts.vecFindings = fileFacts.vecFindings;
+    facts.coords = fileFacts.coords;
 
     const auto timeStart = CProgressBar::TClock::now();
     CProgressBar progress(console, fmt::format("reading {}", GetFileName(file.GetPath())));

@@ -1,6 +1,7 @@
 #ifndef HOST_FILES_LOADCLOUD_H
 #define HOST_FILES_LOADCLOUD_H
 
+#include <formats/CCoordSystem.h>
 #include <formats/CFinding.h>
 #include <host/files/CInputOptions.h>
 
@@ -27,6 +28,7 @@ struct CLoadFacts
     std::int64_t nDuplicates = -1; ///< points removed for one at their x and y; -1: not known
     std::vector<CFinding> vecFindings;
     std::string sCommand; ///< that converts the file, where this helps against a finding; mostly empty
+    CCoordSystem coords;  ///< none where the file states none
     double dSeconds = 0.0;
     double dSecondsRead = -1.0;  ///< opening, decoding and storing; -1: not told apart
     double dSecondsIndex = -1.0; ///< octree and duplicates; -1: not told apart

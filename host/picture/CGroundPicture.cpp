@@ -56,7 +56,7 @@ void CGroundPicture::FitParts()
     const double m = CalcZoom(w, h);
     const double dMargin = 0.025 * std::min(w, h);
     COverlay overlay;
-    overlay.sUnit = m_options.sUnit;
+    overlay.sUnit = m_options.units.sHeight;
     overlay.zMin = m_overview.zMin;
     overlay.zMax = m_overview.zMax;
     const double dRight = dMargin + (m_options.bByHeight ? CalcLegendWidth(overlay, w, h) : 0);
@@ -128,7 +128,8 @@ void CGroundPicture::Write(COutFile& out)
     COverlay overlay;
     overlay.sTitle = m_options.sTitle;
     overlay.sSubtitle = FormatShare();
-    overlay.sUnit = m_options.sUnit;
+    overlay.sUnit = m_options.units.sHeight;
+    overlay.sScaleUnit = m_options.units.sPlan;
     overlay.bLegend = m_options.bByHeight && !m_overview.bEmpty;
     overlay.zMin = m_overview.zMin;
     overlay.zMax = m_overview.zMax;

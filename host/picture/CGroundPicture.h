@@ -1,6 +1,7 @@
 #ifndef HOST_PICTURE_CGROUNDPICTURE_H
 #define HOST_PICTURE_CGROUNDPICTURE_H
 
+#include <host/picture/CPictureUnits.h>
 #include <host/picture/CScreenPnt.h>
 #include <host/picture/ViewRaster.h>
 
@@ -26,7 +27,7 @@ public:
         int nWidth = 0; ///< pixels
         int nHeight = 0;
         std::string sTitle;
-        std::string sUnit;
+        CPictureUnits units;
         bool bByHeight = true; ///< else in the colours of the file
     };
 

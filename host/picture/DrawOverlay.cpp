@@ -32,7 +32,7 @@ void DrawScaleLabels(CPen& pen, const COverlay& overlay, const CPixel& start, do
                      double dMaxRight)
 {
     const double m = pen.GetZoom();
-    const std::string& sUnit = overlay.sScaleUnit.empty() ? overlay.sUnit : overlay.sScaleUnit;
+    const std::string& sUnit = overlay.sScaleUnit;
     const std::string sNumber = fmt::format("{:g}", dUnits);
     const double dNumber = pen.CalcTextWidth(sNumber);
     const double xEnd = std::max(start.x, std::min(start.x + dLength - 0.5 * dNumber, dMaxRight - dNumber));

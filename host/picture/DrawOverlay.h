@@ -26,7 +26,7 @@ struct COverlay
 {
     std::string sTitle;
     std::string sSubtitle;
-    std::string sUnit;    ///< behind lengths and heights; may be empty
+    std::string sUnit;    ///< behind heights; may be empty
     bool bLegend = false; ///< ramp of heights from zMin to zMax
     double zMin = 0.0;
     double zMax = 0.0;
@@ -34,7 +34,7 @@ struct COverlay
     CRgb (*pRampColor)(double dShare) = &CalcHeightColor;
     CSwatchLegend swatches;      ///< instead of the ramp
     double dUnitsPerPixel = 0.0; ///< for the scale bar, across the picture; 0: none
-    std::string sScaleUnit;      ///< behind its lengths; empty: sUnit
+    std::string sScaleUnit;      ///< behind its lengths; may be empty
     bool bNorth = false;         ///< an arrow to the north, which is up
     std::vector<CCaption> vecCaptions;
 

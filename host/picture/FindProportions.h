@@ -3,6 +3,7 @@
 
 #include <host/picture/CCamera.h>
 
+#include <optional>
 #include <string>
 
 namespace zorcld
@@ -19,10 +20,11 @@ struct CProportions
     std::string Format() const; ///< what must be told of it; empty: nothing
 };
 
-/// Degrees are told by heights that are hundreds of times as large as the cloud is wide, at places that are
-/// longitudes and latitudes.
-/// @param bPlan  from above: heights are not exaggerated.
-CProportions FindProportions(const COverview& overview, bool bPlan);
+/// Degrees are told by what the file says, else by heights that are hundreds of times as large as the cloud
+/// is wide; and only at places that are longitudes and latitudes.
+/// @param bPlan     from above: heights are not exaggerated.
+/// @param bDegrees  what the file says; none: nothing.
+CProportions FindProportions(const COverview& overview, bool bPlan, std::optional<bool> bDegrees);
 
 } // namespace zorcld
 

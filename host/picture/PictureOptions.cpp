@@ -1,7 +1,9 @@
 #include <host/picture/PictureOptions.h>
 
+#include <formats/CCoordSystem.h>
 #include <host/output/CFailure.h>
 #include <host/output/HasColors.h>
+#include <host/output/UnitSymbol.h>
 #include <host/picture/CViewColors.h>
 #include <host/query/ParseNumbers.h>
 #include <zor4data/CPntCld.h>
@@ -29,7 +31,9 @@ void AddPictureOptions(CLI::App& command, CPictureOptions& options, bool bAttrib
                         : "Colours of the file, by height, or (auto) of the file where it has any but black")
         ->check(CLI::IsMember(vecColors))
         ->capture_default_str();
-    command.add_option("--unit", options.sUnit, "Name of the coordinate unit for scales and legend, as m");
+    command.add_option(
+        "--unit", options.sUnit,
+        "Name of the coordinate unit for scales and legend, as m; by default what a LAS file states");
 }
 
 void ParseSize(const std::string& sSize, int& nWidth, int& nHeight)
@@ -52,6 +56,18 @@ enumLasAttribute FindAttribute(const CPictureOptions& options)
     if (options.sColor == "intensity")
         return LasAttribute_Intensity;
     return options.sColor == "return" ? LasAttribute_Return : LasAttribute_None;
+}
+
+/// Heights of which a file does not say their unit have that of x and y; unless those are angles.
+CPictureUnits ChooseUnits(const CPictureOptions& options, const CCoordSystem& coords)
+{
+    CPictureUnits units;
+    if (coords.plan.dSize > 0.0)
+        units.bDegrees = IsDegree(coords.plan);
+    units.sPlan = options.sUnit.empty() ? GetUnitSymbol(coords.plan) : options.sUnit;
+    const CCoordUnit& height = coords.height.IsStated() || coords.plan.bAngle ? coords.height : coords.plan;
+    units.sHeight = options.sUnit.empty() ? GetUnitSymbol(height) : options.sUnit;
+    return units;
 }
 
 void ChooseColors(const CPictureOptions& options, const std::string& sPath, const CPntCld& cloud,

@@ -2,10 +2,12 @@
 #define HOST_PICTURE_PICTUREOPTIONS_H
 
 #include <formats/CLasAttributes.h>
+#include <host/picture/CPictureUnits.h>
 
 #include <string>
 
 class CPntCld;
+struct CCoordSystem;
 namespace CLI
 {
 class App;
@@ -21,7 +23,7 @@ struct CPictureOptions
 {
     std::string sSize = "1600x1200";
     std::string sColor = "auto";
-    std::string sUnit;
+    std::string sUnit; ///< empty: as the file states it
 };
 
 /// Adds --size, --color and --unit.
@@ -34,6 +36,10 @@ enumLasAttribute FindAttribute(const CPictureOptions& options);
 /// The size that --size gives, pixels.
 /// @throws CUsageError
 void ParseSize(const std::string& sSize, int& nWidth, int& nHeight);
+
+/// What --unit names, or else what the file states.
+/// @param coords  of the file.
+CPictureUnits ChooseUnits(const CPictureOptions& options, const CCoordSystem& coords);
 
 /// Sets what --color asks for.
 /// @param cloud  where an attribute is asked for, with that in the place of colours.

@@ -97,6 +97,11 @@ std::string FormatSubtitle(const CProfile& profile, double dExaggeration, const 
     return sText;
 }
 
+std::string AddUnit(const char* pLabel, const std::string& sUnit)
+{
+    return sUnit.empty() ? pLabel : std::string(pLabel) + ", " + sUnit;
+}
+
 } // namespace
 
 double RenderProfile(const CProfile& profile, CHeightColors* pColors, const CProfileView& view, COutFile& out)
@@ -105,9 +110,9 @@ double RenderProfile(const CProfile& profile, CHeightColors* pColors, const CPro
     CAxes axes;
     const double dExaggeration = FitAxes(profile, heights, view, axes);
     axes.sTitle = view.sTitle;
-    axes.sSubtitle = FormatSubtitle(profile, dExaggeration, view.sUnit);
-    axes.sLabelX = view.sUnit.empty() ? "Distance along the line" : "Distance along the line, " + view.sUnit;
-    axes.sLabelY = view.sUnit.empty() ? "Height" : "Height, " + view.sUnit;
+    axes.sSubtitle = FormatSubtitle(profile, dExaggeration, view.units.sPlan);
+    axes.sLabelX = AddUnit("Distance along the line", view.units.sPlan);
+    axes.sLabelY = AddUnit("Height", view.units.sHeight);
     if (pColors != nullptr)
         pColors->SetRange(heights.dMin, heights.dMax);
 

@@ -1,6 +1,7 @@
 #ifndef HOST_PICTURE_RENDERPROFILE_H
 #define HOST_PICTURE_RENDERPROFILE_H
 
+#include <host/picture/CPictureUnits.h>
 #include <zor3geom/PNT_3D.h>
 #include <zor4data/CCldCadPnt.h>
 
@@ -35,7 +36,7 @@ struct CProfileView
     int nWidth = 0; ///< pixels
     int nHeight = 0;
     std::string sTitle;
-    std::string sUnit;
+    CPictureUnits units;
 };
 
 /// Draws the points by distance and height, within axes, and writes the picture as PNG, not yet committed.

@@ -92,7 +92,6 @@ void FitColors(const CPntCld& cloud, const CView& view, const COverview& overvie
     overlay.zMax = range.dMax;
     overlay.sRamp = "Intensity";
     overlay.pRampColor = &CalcGrey;
-    overlay.sScaleUnit = overlay.sUnit;
     overlay.sUnit.clear();
 }
 
@@ -119,7 +118,7 @@ CViewResult RenderView(const CPntCld& cloud, CViewColors& colors, const CView& v
 {
     CCamera camera = view.camera;
     COverview overview = LookOver(cloud, view.query, camera);
-    const CProportions proportions = FindProportions(overview, view.bPlan);
+    const CProportions proportions = FindProportions(overview, view.bPlan, view.units.bDegrees);
     if (proportions.bDegrees)
     {
         camera.SetStretch(proportions.stretch);
@@ -127,7 +126,8 @@ CViewResult RenderView(const CPntCld& cloud, CViewColors& colors, const CView& v
     }
     COverlay overlay;
     overlay.sTitle = view.sTitle;
-    overlay.sUnit = view.sUnit;
+    overlay.sUnit = view.units.sHeight;
+    overlay.sScaleUnit = view.units.sPlan;
     overlay.bNorth = view.bPlan;
     if (!overview.bEmpty)
         FitColors(cloud, view, overview, colors, overlay);

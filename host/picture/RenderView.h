@@ -3,6 +3,7 @@
 
 #include <host/picture/CBackground.h>
 #include <host/picture/CCamera.h>
+#include <host/picture/CPictureUnits.h>
 #include <host/query/Query.h>
 #include <host/shapes/CShapes.h>
 
@@ -31,7 +32,7 @@ struct CView
     CShapes overlay;       ///< drawn over the points; from above only
     std::string sTitle;
     std::string sNote; ///< added to the number of points below the title
-    std::string sUnit;
+    CPictureUnits units;
 };
 
 struct CViewResult

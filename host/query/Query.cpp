@@ -1,7 +1,9 @@
 #include <host/query/Query.h>
 
+#include <formats/Compact.h>
 #include <host/output/CFailure.h>
 #include <host/query/ParseNumbers.h>
+#include <zor1math/Log2.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -57,6 +59,42 @@ private:
     IPntCldListener& m_next;
     const std::vector<bool>& m_vecChosen;
 };
+
+/// Hands on the first point that comes.
+class CFirstOnly final : public IPntCldListener
+{
+public:
+    explicit CFirstOnly(IPntCldListener& next) : m_next(next) {}
+
+    void OnPnts(int nNumPnts, CCldCadPnt* pPnts) override
+    {
+        if (nNumPnts > 0 && !m_bDone)
+            m_next.OnPnts(1, pPnts);
+        m_bDone = m_bDone || nNumPnts > 0;
+    }
+
+private:
+    IPntCldListener& m_next;
+    bool m_bDone = false;
+};
+
+double CalcExtent(const CPntCld& cloud)
+{
+    zor::geom::RECT_3D box;
+    if (cloud.GetNumPnts() == 0 || !cloud.GetBdry(box))
+        return 0.0;
+    return std::max({box.xmax - box.xmin, box.ymax - box.ymin, box.zmax - box.zmin, c_dFinest});
+}
+
+/// Is the spacing beyond the coarsest level, which is one point? There the library thins no more. Both are
+/// compared as it does, by powers of two of the finest step.
+bool IsBeyondCloud(const CPntCld& cloud, double dLod)
+{
+    const double dExtent = CalcExtent(cloud);
+    const double dEdge = std::round(dExtent * c_dCompactScale);
+    return dExtent > 0.0 &&
+           std::floor(zor::math::Log2(dLod * c_dCompactScale)) > std::ceil(zor::math::Log2(dEdge));
+}
 
 void AddBoxPlanes(const std::vector<double>& box, std::vector<zor::geom::PLANE_3D>& vecPlanes)
 {
@@ -137,6 +175,15 @@ CQuery ParseQuery(const CQueryOptions& options)
 
 void RunQuery(const CPntCld& cloud, const CQuery& query, IPntCldListener& listener)
 {
+    const bool bLod = query.dLod > 0.0;
+    if (bLod && IsBeyondCloud(cloud, query.dLod))
+    {
+        CQuery whole = query;
+        whole.dLod = 0.0;
+        CFirstOnly firstOnly(listener);
+        RunQuery(cloud, whole, firstOnly);
+        return;
+    }
     if (query.pChosen != nullptr)
     {
         CQuery whole = query;
@@ -145,7 +192,6 @@ void RunQuery(const CPntCld& cloud, const CQuery& query, IPntCldListener& listen
         RunQuery(cloud, whole, chosenOnly);
         return;
     }
-    const bool bLod = query.dLod > 0.0;
     if (!query.vecPlanes.empty() && bLod)
         cloud.GetPnts_LodClip(&listener, query.dLod, query.vecPlanes, c_nBatch);
     else if (!query.vecPlanes.empty())
@@ -158,24 +204,15 @@ void RunQuery(const CPntCld& cloud, const CQuery& query, IPntCldListener& listen
 
 double FindLod(const CPntCld& cloud, CQuery query, std::int64_t nMaxPnts)
 {
-    zor::geom::RECT_3D box;
     query.dLod = 0.0;
-    if (CountPnts(cloud, query) <= nMaxPnts || !cloud.GetBdry(box))
+    const double dExtent = CalcExtent(cloud);
+    if (CountPnts(cloud, query) <= nMaxPnts || !(dExtent > 0.0))
         return 0.0;
-    const double dExtent =
-        std::max({box.xmax - box.xmin, box.ymax - box.ymin, box.zmax - box.zmin, c_dFinest});
-    // One point for the whole cloud at about its extent; with a spacing beyond that, every point.
     double dFound = dExtent;
-    bool bFound = false;
-    query.dLod = c_dFinest * std::exp2(std::ceil(std::log2(dExtent / c_dFinest)) + 1.0);
-    while (query.dLod >= c_dFinest)
+    query.dLod = c_dFinest * std::exp2(std::ceil(std::log2(dExtent / c_dFinest)) + 1.0); // one point
+    while (query.dLod >= c_dFinest && CountPnts(cloud, query) <= nMaxPnts)
     {
-        const bool bFits = CountPnts(cloud, query) <= nMaxPnts;
-        if (bFits)
-            dFound = query.dLod;
-        else if (bFound || query.dLod < 0.25 * dExtent)
-            break;
-        bFound = bFound || bFits;
+        dFound = query.dLod;
         query.dLod /= 2.0;
     }
     return dFound;

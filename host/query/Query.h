@@ -53,7 +53,7 @@ struct CQuery
 /// @throws CUsageError, CFailure when a file of a contour cannot be read
 CQuery ParseQuery(const CQueryOptions& options);
 
-/// Hands what the query delivers to the listener, in batches.
+/// Hands what the query delivers to the listener, in batches: with a spacing larger than the cloud one point.
 void RunQuery(const CPntCld& cloud, const CQuery& query, IPntCldListener& listener);
 
 /// @return the smallest spacing, of those that are a power of two of the cloud's smallest step, with

@@ -23,6 +23,15 @@ double Round(double d)
     return std::round(d * c_dCompactScale) / c_dCompactScale + 0.0; // no negative zero
 }
 
+/// Areas in square degrees are small: six digits.
+double RoundSmall(double d)
+{
+    if (std::fabs(d) >= 1.0 || d == 0.0)
+        return Round(d);
+    const double dStep = std::pow(10.0, 5.0 - std::floor(std::log10(std::fabs(d))));
+    return std::round(d * dStep) / dStep;
+}
+
 } // namespace
 
 void WriteGeoJson(COutFile& out, const TRing& ring, const std::vector<TProperty>& vecProperties)
@@ -36,7 +45,7 @@ void WriteGeoJson(COutFile& out, const TRing& ring, const std::vector<TProperty>
         if (dValue == std::floor(dValue) && std::fabs(dValue) < 1e15)
             feature["properties"][sName] = static_cast<std::int64_t>(dValue);
         else
-            feature["properties"][sName] = Round(dValue);
+            feature["properties"][sName] = RoundSmall(dValue);
     auto positions = nlohmann::ordered_json::array();
     for (const zor::geom::PNT_2D& pnt : written)
         positions.push_back({Round(pnt.x), Round(pnt.y)});

@@ -46,7 +46,6 @@
 /// long as nothing changes the cloud or a copy of it; they call their listeners on these threads, the colour
 /// listener too. REQUIRES: while a query runs, its listeners do not change the cloud or a copy of it.
 /// Delivery needs a colour listener: without one, points come with the colour they hold.
-///
 /// A host may derive to watch or filter files being read (no native ones): `ReadFromFile` calls the object's
 /// slots. Slots announced count, stored or not: a filter gathers, and announces and stores in `OnReadEnd`.
 class ZOR4DATA_API CPntCld : public IPntCldReadListener

@@ -49,6 +49,24 @@ TEST(CAsciiGridMeaning, Alike_WhereTheHeaderIsUsual)
     }
 }
 
+// The library takes square cells only, and no such key.
+TEST(CAsciiGridMeaning, CellsThatAreNotSquare)
+{
+    const CAsciiGridMeaning meaning =
+        Read(c_sSize + "xllcenter 10\nyllcenter 20\nDX 4\ndy 6\n" + c_sNoData + c_sRow);
+    EXPECT_EQ("", meaning.FindCause());
+    EXPECT_NE(std::string::npos, meaning.FindTakenCause().find("(dx, dy)")) << meaning.FindTakenCause();
+    EXPECT_EQ(4.0, meaning.GetCellWidth());
+    EXPECT_EQ(6.0, meaning.GetCellHeight());
+    EXPECT_EQ(8.0, meaning.GetXCorner());
+    EXPECT_EQ(17.0, meaning.GetYCorner());
+    EXPECT_EQ("", Read(c_sSize + c_sPlace + c_sCell + "dx 4\n" + c_sNoData + c_sRow).FindCause());
+    for (const char* pKeys : {"dx 4\n", "dy 4\n", "dx 4\ndy 0\n", "dx nan\ndy 4\n", "cellsize 5\ndx -1\n"})
+        EXPECT_EQ("its header gives no cell size above 0",
+                  Read(c_sSize + c_sPlace + pKeys + c_sNoData + c_sRow).FindCause())
+            << pKeys;
+}
+
 TEST(CAsciiGridMeaning, MixedCaseKeys)
 {
     const CAsciiGridMeaning meaning =

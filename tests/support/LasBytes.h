@@ -20,6 +20,14 @@ struct CLasPnt
     std::uint8_t nFlags = 0;  ///< synthetic 1, key point 2, withheld 4, overlap 8 (formats 6 to 10)
 };
 
+/// A record of variable length with an owner and a number.
+struct CLasNamedRecord
+{
+    std::string sUser;
+    std::uint16_t nId = 0;
+    std::string sData;
+};
+
 /// A LAS file that is not compressed, built from its parts. Make one, change what the test is about, then
 /// ask for its bytes.
 class CLasFile
@@ -31,10 +39,13 @@ public:
     std::array<double, 3> adScale = {0.01, 0.01, 0.01};
     std::array<double, 3> adOffset = {0.0, 0.0, 0.0};
     std::vector<CLasPnt> vecPnts;
-    std::vector<std::string> vecRecords; ///< of variable length: data of each, at most 65535 bytes
-    std::string sGap;                    ///< between the records and the points
-    std::int64_t nAnnounced = -1;        ///< -1: as many points as there are
-    bool bLegacyCount = true;            ///< the count of 32 bits is set, where the version has another
+    std::vector<std::string> vecRecords;   ///< of variable length: data of each, at most 65535 bytes
+    std::vector<CLasNamedRecord> vecNamed; ///< more of them, behind the others
+    std::vector<CLasNamedRecord> vecLater; ///< behind the points, from version 1.4 on
+    std::uint16_t nEncoding = 0;
+    std::string sGap;             ///< between the records and the points
+    std::int64_t nAnnounced = -1; ///< -1: as many points as there are
+    bool bLegacyCount = true;     ///< the count of 32 bits is set, where the version has another
 
     static std::size_t GetFormatSize(int nFormat)
     {
@@ -51,10 +62,15 @@ public:
         std::size_t nPos = GetHeaderSize() + sGap.size();
         for (const std::string& sRecord : vecRecords)
             nPos += 54 + sRecord.size();
+        for (const CLasNamedRecord& record : vecNamed)
+            nPos += 54 + record.sData.size();
         return nPos;
     }
 
-    std::string GetBytes() const { return GetHeaderBytes() + GetRecordBytes() + sGap + GetPntBytes(); }
+    std::string GetBytes() const
+    {
+        return GetHeaderBytes() + GetRecordBytes() + sGap + GetPntBytes() + GetLaterBytes();
+    }
 
 private:
     /// Overwrites the bytes at `nPos` with those of `value`, as a little-endian machine holds them.
@@ -83,6 +99,7 @@ private:
         const std::int64_t nCount = nAnnounced >= 0 ? nAnnounced : static_cast<std::int64_t>(vecPnts.size());
         std::string sBytes(GetHeaderSize(), '\0');
         sBytes.replace(0, 4, "LASF");
+        Put(sBytes, 6, nEncoding);
         Put(sBytes, 24, std::uint8_t{1});
         Put(sBytes, 25, static_cast<std::uint8_t>(nMinor));
         sBytes.replace(26, 11, "test system");
@@ -91,7 +108,7 @@ private:
         Put(sBytes, 92, std::uint16_t{2024});
         Put(sBytes, 94, static_cast<std::uint16_t>(GetHeaderSize()));
         Put(sBytes, 96, static_cast<std::uint32_t>(GetPosPnts()));
-        Put(sBytes, 100, static_cast<std::uint32_t>(vecRecords.size()));
+        Put(sBytes, 100, static_cast<std::uint32_t>(vecRecords.size() + vecNamed.size()));
         Put(sBytes, 104, static_cast<std::uint8_t>(nFormat));
         Put(sBytes, 105, static_cast<std::uint16_t>(GetPntSize()));
         if (bLegacyCount)
@@ -102,7 +119,11 @@ private:
             Put(sBytes, 155 + 8 * i, adOffset[i]);
         }
         if (nMinor >= 4)
+        {
+            Put(sBytes, 235, static_cast<std::uint64_t>(GetPosPnts() + vecPnts.size() * GetPntSize()));
+            Put(sBytes, 243, static_cast<std::uint32_t>(vecLater.size()));
             Put(sBytes, 247, static_cast<std::uint64_t>(nCount));
+        }
         return sBytes;
     }
 
@@ -116,6 +137,28 @@ private:
             Put(sHead, 18, std::uint16_t{7});
             Put(sHead, 20, static_cast<std::uint16_t>(sRecord.size()));
             sBytes += sHead + sRecord;
+        }
+        for (const CLasNamedRecord& record : vecNamed)
+        {
+            std::string sHead(54, '\0');
+            sHead.replace(2, record.sUser.size(), record.sUser);
+            Put(sHead, 18, record.nId);
+            Put(sHead, 20, static_cast<std::uint16_t>(record.sData.size()));
+            sBytes += sHead + record.sData;
+        }
+        return sBytes;
+    }
+
+    std::string GetLaterBytes() const
+    {
+        std::string sBytes;
+        for (const CLasNamedRecord& record : vecLater)
+        {
+            std::string sHead(60, '\0');
+            sHead.replace(2, record.sUser.size(), record.sUser);
+            Put(sHead, 18, record.nId);
+            Put(sHead, 20, static_cast<std::uint64_t>(record.sData.size()));
+            sBytes += sHead + record.sData;
         }
         return sBytes;
     }
@@ -140,6 +183,32 @@ private:
         return sBytes;
     }
 };
+
+/// The record that states a coordinate system as well-known text.
+inline CLasNamedRecord LasWkt(const std::string& sText)
+{
+    return {"LASF_Projection", 2112, sText};
+}
+
+/// The records that state one as keys, each key's number, where its value stands, how many, and the value.
+inline std::vector<CLasNamedRecord> LasGeoKeys(const std::vector<std::array<std::uint16_t, 4>>& vecKeys,
+                                               const std::vector<double>& vecDoubles = {},
+                                               const std::string& sTexts = {})
+{
+    std::vector<std::uint16_t> vecDirectory = {1, 1, 0, static_cast<std::uint16_t>(vecKeys.size())};
+    for (const std::array<std::uint16_t, 4>& anKey : vecKeys)
+        vecDirectory.insert(vecDirectory.end(), anKey.begin(), anKey.end());
+    const auto bytesOf = [](const auto& vecValues)
+    {
+        std::string sBytes(vecValues.size() * sizeof vecValues[0], '\0');
+        if (!sBytes.empty())
+            std::memcpy(sBytes.data(), vecValues.data(), sBytes.size());
+        return sBytes;
+    };
+    return {{"LASF_Projection", 34735, bytesOf(vecDirectory)},
+            {"LASF_Projection", 34736, bytesOf(vecDoubles)},
+            {"LASF_Projection", 34737, sTexts}};
+}
 
 /// `nNum` points (i, -2 i, 100 + i) with a colour that differs from channel to channel.
 inline std::vector<CLasPnt> LasPnts(int nNum)

@@ -148,6 +148,39 @@ TEST(ZorcldInfo, MovedPnts_AreTold)
         << run.sErr;
 }
 
+TEST(ZorcldInfo, CoordinateSystem_AsTheFileStatesIt)
+{
+    if (!CZorcld::HasLas())
+        GTEST_SKIP() << "LAS is not read";
+    const CZorcld zorcld;
+    CLasFile las = LasOf(1, 5);
+    EXPECT_TRUE(GetInfo(zorcld, zorcld.Write("a.las", las.GetBytes()))["coordinate_system"].is_null());
+
+    las.vecNamed = LasGeoKeys({{1024, 0, 1, 1}, {3072, 0, 1, 2903}, {3073, 34737, 6, 0}, {3076, 0, 1, 9003}},
+                              {}, "Place|");
+    const std::string sKeys = zorcld.Write("keys.las", las.GetBytes());
+    const nlohmann::json keys = GetInfo(zorcld, sKeys)["coordinate_system"];
+    EXPECT_EQ(keys["source"], "geokeys");
+    EXPECT_EQ(keys["name"], "Place");
+    EXPECT_EQ(keys["code"], "EPSG:2903");
+    EXPECT_EQ(keys["unit"]["name"], "US survey foot");
+    EXPECT_NEAR(keys["unit"]["metres"].get<double>(), 0.3048006096, 1e-9);
+    EXPECT_TRUE(keys["height_unit"].is_null());
+    const std::string sText = zorcld.Run({"info", sKeys}).sOut;
+    EXPECT_NE(sText.find("Coordinate system   Place, EPSG:2903 (GeoKeys)\n"), std::string::npos) << sText;
+    EXPECT_NE(sText.find("Unit                US survey foot (0.30480061 m)\n"), std::string::npos) << sText;
+
+    const std::string sWkt = "GEOGCS[\"Some\nwhere\",UNIT[\"degree\",0.0174532925199433]]";
+    las.vecNamed = {LasWkt(sWkt)};
+    const std::string sDegrees = zorcld.Write("wkt.las", las.GetBytes());
+    const nlohmann::json wkt = GetInfo(zorcld, sDegrees)["coordinate_system"];
+    EXPECT_EQ(wkt["source"], "wkt");
+    EXPECT_EQ(wkt["wkt"], sWkt);
+    EXPECT_NEAR(wkt["unit"]["radians"].get<double>(), 0.0174532925, 1e-9);
+    EXPECT_NE(zorcld.Run({"info", sDegrees}).sOut.find("Coordinate system   Some?where (WKT)\n"),
+              std::string::npos);
+}
+
 TEST(ZorcldInfo, OnePoint_HasNoDensity)
 {
     const CZorcld zorcld;

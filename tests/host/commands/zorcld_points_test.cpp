@@ -84,6 +84,34 @@ TEST(ZorcldPoints, Lod_ThinsAndPointsIsALimit)
     EXPECT_EQ(count("--points", "3600"), 3600);
 }
 
+TEST(ZorcldPoints, LodBeyondTheCloud_OnePoint)
+{
+    const CZorcld zorcld;
+    const std::string sOut = zorcld.GetPath("out.csv");
+    const auto count = [&](const std::string& sFile, std::vector<std::string> vecArgs)
+    {
+        vecArgs.insert(vecArgs.begin(), {"points", sFile, "-o", sOut});
+        EXPECT_EQ(zorcld.Run(vecArgs).nStatus, 0);
+        return CountLines(ReadBytes(sOut)) - 1;
+    };
+    for (const int nSide : {2, 9, 40, 64, 65})
+    {
+        const std::string sFile = zorcld.Write("grid.ply", MakeGridPly(nSide));
+        for (int i = 1; i < 40; i += 2)
+            EXPECT_EQ(count(sFile, {"--lod", std::to_string(4.0 * nSide * i)}), 1) << nSide << " " << i;
+        EXPECT_EQ(count(sFile, {"--lod", "1e18"}), 1);
+        // One of those that are chosen, whichever way.
+        EXPECT_EQ(count(sFile, {"--lod", "100000", "--rect", "0.5,0.5,99,99"}), 1);
+        EXPECT_EQ(count(sFile, {"--lod", "100000", "--box", "1,1,0,99,99,999"}), 1);
+        EXPECT_EQ(count(sFile, {"--lod", "100000", "--rect", "-9,-9,-8,-8"}), 0);
+    }
+    const std::string sOne = zorcld.Write("one.ply", MakePly({1, 2, 3}));
+    EXPECT_EQ(count(sOne, {"--lod", "5"}), 1);
+    const nlohmann::json info =
+        nlohmann::json::parse(zorcld.Run({"info", "--json", zorcld.Write("g.ply", MakeGridPly(9))}).sOut);
+    EXPECT_EQ(info["levels_of_detail"][9]["points"], 1);
+}
+
 TEST(ZorcldPoints, Ply_ReadBackAsItWas)
 {
     const CZorcld zorcld;

@@ -1,5 +1,6 @@
 #include <tests/host/support/CPng.h>
 #include <tests/host/support/CZorcld.h>
+#include <tests/support/LasBytes.h>
 
 #include <gtest/gtest.h>
 
@@ -7,6 +8,7 @@
 #include <cmath>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace
@@ -107,4 +109,37 @@ TEST(ZorcldDegrees, OtherClouds_AreNot)
         EXPECT_EQ(run.nStatus, 0);
         EXPECT_EQ(run.sErr, "");
     }
+}
+
+// Units that a LAS file states are those of scale and legend, and degrees need no steep heights to be told.
+TEST(ZorcldDegrees, UnitsOfTheFile_AsIfTheyWereGiven)
+{
+    if (!CZorcld::HasLas())
+        GTEST_SKIP() << "LAS is not read";
+    const CZorcld zorcld;
+    CLasFile las = LasOf(0, 0);
+    las.adScale = {0.01, 0.01, 1.0};
+    for (int i = 0; i < 400; ++i)
+        las.vecPnts.push_back({i % 20, i / 20, i % 3, {}});
+    const auto draw =
+        [&](const std::vector<CLasNamedRecord>& vecRecords, const std::vector<std::string>& vecMore)
+    {
+        las.vecNamed = vecRecords;
+        std::vector<std::string> vecArgs = {"view",   zorcld.Write("o.las", las.GetBytes()),
+                                            "-o",     zorcld.GetPath("o.png"),
+                                            "--size", "400x300"};
+        vecArgs.insert(vecArgs.end(), vecMore.begin(), vecMore.end());
+        const CRun run = zorcld.Run(vecArgs);
+        EXPECT_EQ(run.nStatus, 0) << run.sErr;
+        return std::pair(ReadBytes(zorcld.GetPath("o.png")), run.sErr);
+    };
+    const auto feet = LasGeoKeys({{1024, 0, 1, 1}, {3076, 0, 1, 9003}});
+    const std::string sFeet = draw(feet, {}).first;
+    EXPECT_TRUE(sFeet == draw({}, {"--unit", "ft"}).first);
+    EXPECT_FALSE(sFeet == draw({}, {}).first);
+    EXPECT_TRUE(draw(feet, {"--unit", "m"}).first == draw({}, {"--unit", "m"}).first);
+    const std::vector<CLasNamedRecord> degrees = {
+        LasWkt("GEOGCS[\"g\",UNIT[\"degree\",0.0174532925199433]]")};
+    EXPECT_EQ(draw({}, {}).second, "");
+    EXPECT_NE(draw(degrees, {}).second.find("x and y taken for degrees"), std::string::npos);
 }

@@ -1,11 +1,14 @@
 #include <tests/host/support/CPng.h>
 #include <tests/host/support/CZorcld.h>
+#include <tests/support/LasBytes.h>
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace
@@ -20,6 +23,17 @@ json Outline(const CZorcld& zorcld, const std::string& sFile, const std::string&
     EXPECT_EQ(run.nStatus, 0) << run.sErr;
     EXPECT_EQ(run.sErr, "");
     return json::parse(ReadBytes(sOut), nullptr, false);
+}
+
+std::string MakeGrid(int nCols, int nRows, double dCell, double x, double y)
+{
+    std::ostringstream text;
+    text.precision(12);
+    text << "ncols " << nCols << "\nnrows " << nRows << "\nxllcorner " << x << "\nyllcorner " << y
+         << "\ncellsize " << dCell << "\nNODATA_value -9999\n";
+    for (int i = 0; i < nCols * nRows; ++i)
+        text << 100 + i % 7 << (i % nCols == nCols - 1 ? "\n" : " ");
+    return text.str();
 }
 
 } // namespace
@@ -56,6 +70,72 @@ TEST(ZorcldOutline, Auto_SaysWhatItTook)
     ASSERT_EQ(run.nStatus, 0) << run.sErr;
     EXPECT_NE(run.sOut.find("4 times the mean plan spacing"), std::string::npos) << run.sOut;
     EXPECT_EQ(ReadBytes(zorcld.GetPath("outline.wkt")).substr(0, 10), "POLYGON ((");
+}
+
+// Cells of 8 1/10000 too, as grids in degrees have them: every other one is a step wider.
+TEST(ZorcldOutline, Auto_FullGridsAreOnePart)
+{
+    const CZorcld zorcld;
+    for (const double dCell : {1.0, 30.0, 0.1, 0.000833333, 0.000277778})
+        for (const auto& [nCols, nRows] : {std::pair{12, 9}, {5, 100}, {33, 31}, {50, 2}, {3, 50}, {201, 57}})
+        {
+            const std::string sFile =
+                zorcld.Write("grid.asc", MakeGrid(nCols, nRows, dCell, -105.550416667, 40.090416667));
+            SCOPED_TRACE(std::to_string(dCell) + " " + std::to_string(nCols) + " x " + std::to_string(nRows));
+            const json collection = Outline(zorcld, sFile, "auto"); // nothing on standard error
+            const double dWhole = dCell * dCell * (nCols - 1) * (nRows - 1);
+            const double dArea = collection["features"][0]["properties"]["area"].get<double>();
+            EXPECT_GT(dArea, 0.7 * dWhole); // rows 2.8 steps apart may come 2 apart
+            EXPECT_LT(dArea, 1.25 * dWhole);
+        }
+}
+
+TEST(ZorcldOutline, Auto_PartOfACloud_SaysHowMuchItHolds)
+{
+    const CZorcld zorcld;
+    std::vector<float> vecCoords;
+    const auto addSquare = [&](int nSide, int nStart)
+    {
+        for (int i = 0; i < nSide * nSide; ++i)
+            for (const int n : {nStart + i % nSide, i / nSide, 0})
+                vecCoords.push_back(static_cast<float>(n));
+    };
+    addSquare(30, 0);
+    addSquare(20, 5000);
+    const std::string sFile = zorcld.Write("two.ply", MakePly(vecCoords));
+    const CRun run = zorcld.Run({"outline", sFile, "-o", zorcld.GetPath("o.wkt"), "--distance", "auto"});
+    ASSERT_EQ(run.nStatus, 0) << run.sErr;
+    EXPECT_TRUE(run.HasOneErrLine()) << run.sErr;
+    EXPECT_NE(run.sErr.find("holds 900 of 1 300 points (69.2 %)"), std::string::npos) << run.sErr;
+}
+
+TEST(ZorcldOutline, Units_AsTheFileStatesThem)
+{
+    if (!CZorcld::HasLas())
+        GTEST_SKIP() << "LAS is not read";
+    const CZorcld zorcld;
+    CLasFile las = LasOf(0, 0);
+    las.adScale = {1.0, 1.0, 1.0};
+    for (int i = 0; i < 400; ++i)
+        las.vecPnts.push_back({i % 20, i / 20, 0, {}});
+    const auto run =
+        [&](const std::vector<CLasNamedRecord>& vecRecords, const std::vector<std::string>& vecMore)
+    {
+        las.vecNamed = vecRecords;
+        std::vector<std::string> vecArgs = {"outline",    zorcld.Write("o.las", las.GetBytes()),
+                                            "-o",         zorcld.GetPath("o.wkt"),
+                                            "--distance", "4"};
+        vecArgs.insert(vecArgs.end(), vecMore.begin(), vecMore.end());
+        return zorcld.Run(vecArgs).sOut;
+    };
+    const std::string sFeet = run(LasGeoKeys({{1024, 0, 1, 1}, {3076, 0, 1, 9003}}), {});
+    EXPECT_NE(sFeet.find("length 76 ft, area 361.00 square ft, distance 4 ft\n"), std::string::npos) << sFeet;
+    const std::string sDegrees = run({LasWkt("GEOGCS[\"g\",UNIT[\"degree\",0.0174532925199433]]")}, {});
+    EXPECT_NE(sDegrees.find("distance 4 degrees, about 4.45e+05 m to the north"), std::string::npos)
+        << sDegrees;
+    const std::string sNamed = run(LasGeoKeys({{1024, 0, 1, 1}, {3076, 0, 1, 9003}}), {"--unit", "yd"});
+    EXPECT_NE(sNamed.find("distance 4 yd\n"), std::string::npos) << sNamed;
+    EXPECT_NE(run({}, {}).find("distance 4\n"), std::string::npos);
 }
 
 TEST(ZorcldOutline, EveryKind_AndUsableAsAContour)
