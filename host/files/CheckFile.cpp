@@ -159,8 +159,6 @@ bool LookAtPnts(CCheckResult& result, CInputFile& file, const CConsole& console)
         if (pSource == nullptr)
         {
             result.sCause = result.bLoaded ? TryLoad(file, result.vecFindings) : file.FindCause();
-            if (result.sCause.empty())
-                file.FindByReading(result.vecFindings);
             return result.sCause.empty();
         }
         CStackedPnts stacked;
@@ -222,6 +220,8 @@ CCheckResult CheckFile(const CInputOptions& input, const CConsole& console)
     result.bConvert = !result.sCause.empty() && !result.bLoaded;
     if (IsSmall(*pFile) && !result.bLoaded)
         AskLoader(result, *pFile);
+    if (result.bUnseen && result.sCause.empty())
+        pFile->FindByReading(result.vecFindings);
     if (bTaken)
         result.vecRemarks = pFile->GetFacts().vecRemarks;
     if (!bTaken || result.sCommand.empty())

@@ -242,6 +242,7 @@ TEST(ZorcldCheck, Native_BoxOfTheOctree)
             sBytes.replace(nTree + 4 * nField, 4, pValue, 4);
             const std::string sFile = zorcld.Write("box.cld", sBytes);
             const nlohmann::json file = ExpectWarnings(zorcld, sFile, {"native-box"});
+            ASSERT_EQ(file["warnings"].size(), 1U);
             EXPECT_NE(file["warnings"][0]["help"].get<std::string>().find("zorcld convert"),
                       std::string::npos);
             EXPECT_EQ(zorcld.Run({"info", sFile}).nStatus, 0);
