@@ -77,17 +77,12 @@ bool IsNear(const CShapes& shapes, const CPntCld& cloud)
                        [&](const auto& polygon) { return isNear(polygon.outer); });
 }
 
-void MakeView(const COptions& options, const CConsole& console)
+/// @throws CUsageError; CFailure when the shapes cannot be read.
+CView ParseView(const COptions& options)
 {
-    CheckExtension(options.sOutPath, "--output", ".png");
     CView view;
     view.camera = ParseFrom(options.sFrom);
     view.query = ParseQuery(options.query);
-    CLasWish wish;
-    wish.choice = CClassChoice(options.classes);
-    wish.eAttribute = FindAttribute(options.picture);
-    if (wish.choice.IsAsked())
-        view.sNote = wish.choice.Format();
     ParseSize(options.picture.sSize, view.nWidth, view.nHeight);
     view.bPlan = options.sFrom == "plan";
     view.background = ParseBackground(options.sBackground);
@@ -102,6 +97,18 @@ void MakeView(const COptions& options, const CConsole& console)
     }
     view.nMaxPnts = options.query.nMaxPnts;
     view.sTitle = GetFileName(options.input.sPath);
+    return view;
+}
+
+void MakeView(const COptions& options, const CConsole& console)
+{
+    CheckExtension(options.sOutPath, "--output", ".png");
+    CView view = ParseView(options);
+    CLasWish wish;
+    wish.choice = CClassChoice(options.classes);
+    wish.eAttribute = FindAttribute(options.picture);
+    if (wish.choice.IsAsked())
+        view.sNote = wish.choice.Format();
 
     CViewColors colors;
     CPntCld cloud(&colors);

@@ -24,30 +24,31 @@
 /// One cloud of measured points in memory.
 ///
 /// Coordinates are kept to 1/10000 of the coordinate unit as offsets from the first point (rounded to
-/// float): they reach ±214748.3647 units from it and saturate beyond. A point takes 12 bytes, with
-/// colour 16, and two bits for its marks; the octree takes about 3.5 bytes a point more.
+/// float): they reach ±214748.3647 units from it and saturate beyond. A point takes 12 bytes, with colour
+/// 16, and two bits for its marks; the octree takes about 3.5 bytes a point more.
 ///
-/// To fill a cloud: `ReadFromFile`; or `OnReadType`, `Init(n)`, n times `AddPnt`, then `ComputeTree`
-/// or, to drop points stacked at one plan position as well, `OnReadEnd`. To ask it: the `GetPnts`
-/// family. An index is a position in the current array: every build of the octree, every deletion and
-/// every compaction changes it. Indices are not checked: 0 ≤ index < GetNumPnts().
+/// To fill a cloud: `ReadFromFile`; or `OnReadType`, `Init(n)`, n times `AddPnt`, then `ComputeTree` or, to
+/// drop points stacked at one plan position as well, `OnReadEnd`. To ask it: the `GetPnts` family. An index
+/// is a position in the current array: every build of the octree, every deletion and every compaction
+/// changes it. Indices are not checked: 0 ≤ index < GetNumPnts().
 ///
-/// Until `OnReadType` has been given one of the two point types every operation is inert: it does
-/// nothing and returns false, 0, or -1 where said. The same holds for any other value given to it.
+/// Until `OnReadType` has been given one of the two point types every operation is inert: it does nothing
+/// and returns false, 0, or -1 where said. The same holds for any other value given to it.
 ///
-/// Copies share points, marks and octree. A change made in place (a selection, a rebuilt octree) is
-/// seen by all copies; a compaction or a new filling gives the copy that makes it arrays of its own. So a
-/// deletion holds for that copy alone: the others go on counting and delivering its points.
+/// Copies share points, marks and octree. A change made in place (a selection, a rebuilt octree) is seen by
+/// all copies; a compaction or a new filling gives the copy that makes it arrays of its own. So a deletion
+/// holds for that copy alone: the others go on counting and delivering its points.
 ///
 /// Nothing here prints, starts a thread, or throws on its own account; std::bad_alloc passes through, and
 /// leaves the cloud as it was but for the order of its points where the octree was being built.
 ///
-/// Const members, and functions beside the class that take it as const, may run on several threads at once as
-/// long as nothing changes the cloud or a copy of it; they call their listeners on these threads, the colour
-/// listener too. REQUIRES: while a query runs, its listeners do not change the cloud or a copy of it.
+/// Const members, and functions beside the class that take it as const, may run on several threads at once
+/// as long as nothing changes the cloud or a copy of it; they call their listeners on these threads, the
+/// colour listener too. REQUIRES: while a query runs, its listeners do not change the cloud or a copy of it.
 /// Delivery needs a colour listener: without one, points come with the colour they hold.
+///
 /// A host may derive to watch or filter files being read (no native ones): `ReadFromFile` calls the object's
-/// slots. Slots announced count, stored or not: a filter gathers, and announces and stores in `OnReadEnd`.
+/// slots. Points announced count, stored or not: a filter gathers, then announces and stores in `OnReadEnd`.
 class ZOR4DATA_API CPntCld : public IPntCldReadListener
 {
 public:

@@ -6,6 +6,7 @@
 #include <zor4data/CPntArrays.h>
 #include <zor4data/CPntCld.h>
 #include <zor4data/CRootCube.h>
+#include <zor4data/FindPntsInPolygons.h>
 #include <zor4data/PickPnt.h>
 
 #include <cmath>
@@ -110,6 +111,12 @@ void AddQueries(std::vector<CQuestion>& vecQuestions)
                                      { cld.FindPnts2D_IntCnt(p, MakeRing(20.0)); }));
     vecQuestions.push_back(Delivered("FindPnts2D_Cnts", [](const CPntCld& cld, IPntCldListener* p)
                                      { cld.FindPnts2D_Cnts(p, MakeRing(20.0), {MakeRing(5.0)}); }));
+    for (const bool bOutside : {false, true})
+        vecQuestions.push_back(
+            Delivered("FindPntsInPolygons",
+                      [bOutside](const CPntCld& cld, IPntCldListener* p) {
+                          FindPntsInPolygons(cld, p, {{MakeRing(20.0), {MakeRing(5.0)}}}, bOutside, 64);
+                      }));
     vecQuestions.push_back({"CalcMaxSearchDist", [](const CPntCld& cld) { return cld.CalcMaxSearchDist(); }});
     vecQuestions.push_back(Delivered("CalcCnt",
                                      [](const CPntCld& cld, IPntCldListener* p)
