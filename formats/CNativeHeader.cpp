@@ -40,7 +40,7 @@ std::string CNativeHeader::FindCause() const
         return "not a native cloud file: it has " + CountOf(static_cast<std::int64_t>(nSize), "byte") +
                " only";
     if (!IsTypeKnown())
-        return (bPrologue ? "cannot be read" : "not a native cloud file") +
-               std::string(": its point type is ") + std::to_string(nType) + ", 0 and 1 are known";
+        return (bPrologue ? "" : "not a native cloud file: ") + std::string("its point type is ") +
+               std::to_string(nType) + ", 0 and 1 are known";
     return IsOriginFinite() ? "" : "its origin is no finite number: it is damaged";
 }

@@ -46,6 +46,14 @@ CFinding FindUntakenPnts(std::int64_t nAnnounced, std::int64_t nNumThere, bool b
             bAsMeant, ""};
 }
 
+CFinding FindTakenPnts(std::int64_t nAnnounced, std::int64_t nNumThere)
+{
+    return {"las-count",
+            "its header announces " + CountOf(nAnnounced, "point") + ", but " + std::to_string(nNumThere) +
+                OneOrMany(nNumThere, " is", " are") + " there: all of them are taken",
+            false, ""};
+}
+
 CFinding FindUnreadPnts(std::int64_t nAnnounced, std::int64_t nNumRead)
 {
     return {"las-count",

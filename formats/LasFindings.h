@@ -22,6 +22,9 @@ CFinding FindUntakenPnts(std::int64_t nAnnounced, std::int64_t nNumThere, bool b
 /// @return that the library takes the file without its colours, for a format whose colours it does not take.
 CFinding FindUntakenColors(const CLasHeader& header, bool bAsMeant);
 
+/// @return that all of more points than the header of a file announces have been taken.
+CFinding FindTakenPnts(std::int64_t nAnnounced, std::int64_t nNumThere);
+
 /// @return that fewer points could be read from a LAZ file than its header announces.
 CFinding FindUnreadPnts(std::int64_t nAnnounced, std::int64_t nNumRead);
 

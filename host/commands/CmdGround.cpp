@@ -10,6 +10,7 @@
 #include <host/output/FormatCount.h>
 #include <host/output/GetExtension.h>
 #include <host/output/GetFileName.h>
+#include <host/output/NumberInRange.h>
 #include <host/output/UnitSymbol.h>
 #include <host/picture/CGroundPicture.h>
 #include <host/picture/CViewColors.h>
@@ -201,7 +202,7 @@ void AddGroundCommand(CLI::App& app, const CConsole& console)
     pCommand
         ->add_option("--unit-scale", pOptions->dUnitScale,
                      "How many metres a coordinate unit is; by default what a LAS file states, else 1")
-        ->check(CLI::Range(1e-6, 1e6))
+        ->check(NumberInRange(1e-6, 1e6))
         ->type_name("METRES");
     pCommand->footer(fmt::format(
         "The sizes it goes by are fixed, in metres: windows of {:g} to {:g}, slopes up to 1, heights above\n"

@@ -208,7 +208,7 @@ void ShowInfo(const COptions& options, const CConsole& console)
                                             : LoadOrAdvise(cloud, *pFile, console);
     CLostPnts lost;
     if (wish.IsAsked())
-        lost.nDuplicates = facts.nDuplicates;
+        lost = {facts.nDuplicates, facts.nNotNumbers, -1};
     else
         lost = CountLostPnts(cloud, *pFile, facts);
     TJson info = CollectInfo(cloud, *pFile, facts, lost);

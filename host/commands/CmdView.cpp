@@ -11,6 +11,7 @@
 #include <host/output/FormatCount.h>
 #include <host/output/GetExtension.h>
 #include <host/output/GetFileName.h>
+#include <host/output/NumberInRange.h>
 #include <host/picture/CViewColors.h>
 #include <host/picture/PictureOptions.h>
 #include <host/picture/RenderView.h>
@@ -153,7 +154,7 @@ void AddViewCommand(CLI::App& app, const CConsole& console)
     pCommand
         ->add_option("--point-size", pOptions->dPntSize,
                      "Diameter of all points, pixels; by default they are as large as the gaps between them")
-        ->check(CLI::Range(0.5, 200.0))
+        ->check(NumberInRange(0.5, 200.0))
         ->type_name("N");
     pCommand->add_option("--background", pOptions->sBackground, "What is shown where no points are")
         ->capture_default_str()

@@ -89,7 +89,9 @@ std::string CClassChoice::Format() const
 
 std::string CClassChoice::FormatNone(const TLasClasses& classes) const
 {
-    return fmt::format("no point is of {}: {}", Format(),
+    const std::string sNone = m_bAllBut ? "no point is of another class than " + FormatClasses(~m_kept)
+                                        : "no point is of " + FormatClasses(m_kept);
+    return fmt::format("{}: {}", sNone,
                        classes.none() ? "it holds none at all"
                                       : "it has points of " + FormatClasses(classes));
 }

@@ -1,11 +1,18 @@
 #include <host/files/CInputFile.h>
 
+#include <formats/CloudLimits.h>
+#include <host/files/CFileKind.h>
 #include <host/files/ColorFindings.h>
 #include <host/output/CFailure.h>
 #include <host/output/HasColors.h>
+#include <zor4data/CPntArrays.h>
+
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
+#include <cstring>
+#include <limits>
 #include <string_view>
 #include <utility>
 
@@ -75,6 +82,28 @@ bool CInputFile::ReadTaken(const IPntSource::TOnPnt& onPnt)
            !HasOtherNumbers(made.pSource->GetFindings());
 }
 
+static bool HasCode(const std::vector<CFinding>& vecFindings, std::string_view sCode)
+{
+    return std::any_of(vecFindings.begin(), vecFindings.end(),
+                       [&](const CFinding& finding) { return finding.pCode == sCode; });
+}
+
+/// Coordinates out of reach, infinite ones too, end where the compact numbers end.
+static bool HasMovedPnts(const CPntCld& cloud)
+{
+    const CPntArrays arrays = GetPntArrays(cloud);
+    for (int i = 0; i < arrays.nNumPnts; ++i)
+    {
+        std::array<std::int32_t, 3> anCoords{};
+        std::memcpy(anCoords.data(), arrays.pPnts + std::ptrdiff_t{i} * arrays.nStride, sizeof anCoords);
+        const auto [itMin, itMax] = std::minmax_element(anCoords.begin(), anCoords.end());
+        if (*itMin == std::numeric_limits<std::int32_t>::min() ||
+            *itMax == std::numeric_limits<std::int32_t>::max())
+            return true;
+    }
+    return false;
+}
+
 std::int64_t CInputFile::CountByReading()
 {
     std::int64_t nNumPnts = 0;
@@ -87,7 +116,15 @@ std::int64_t CInputFile::CountByReading()
 void CInputFile::FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindings)
 {
     if (cloud.IsWithColor() && cloud.GetNumPnts() > 0 && !HasColors(cloud))
-        vecFindings.push_back(FindZeroColors());
+        vecFindings.push_back(FindZeroColors(true));
+    const bool bAsItStands = m_kind.eFile == PntCldFile_Native; // its own numbers
+    if (!bAsItStands && HasMovedPnts(cloud) && !HasCode(vecFindings, "span"))
+        vecFindings.push_back(
+            {"span",
+             fmt::format("points lie more than {} units from the first one and are moved to "
+                         "that distance",
+                         c_nReach),
+             true, ""});
 }
 
 std::int64_t CInputFile::CountRead(std::int64_t, std::vector<CFinding>&) const

@@ -139,7 +139,7 @@ void CLasFile::FindInPnts(const CSourceFacts& facts, std::vector<CFinding>& vecF
 {
     if (facts.nMaxColor > 0 && !m_header.IsColorTaken())
         vecFindings.push_back(FindUntakenColors(m_header, ZORCLD_HAS_LASZIP));
-    if (facts.HasDeepColor() && facts.nNumLowColors > 0)
+    if (m_header.IsColorTaken() && facts.HasDeepColor() && facts.nNumLowColors > 0)
         vecFindings.push_back(
             {"color-16-bit",
              fmt::format("its colours have 16 bits (up to {}), and of {} a channel from 1 to 255 is "
@@ -155,10 +155,9 @@ void CLasFile::FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindi
     constexpr double c_dNearEnd = c_dReach - 1.0 / c_dCompactScale;
     if (!m_guard.GetCause().empty() || m_facts.CalcNumPnts() == 0)
         return;
-    CInputFile::FindInCloud(cloud, vecFindings);
     if (m_header.HasColor() && !m_header.IsColorTaken())
         vecFindings.push_back(HasLasColors(m_guard) ? FindUntakenColors(m_header, ZORCLD_HAS_LASZIP)
-                                                    : FindZeroColors());
+                                                    : FindZeroColors(false));
     const auto calcDist = [&](double d, std::size_t k)
     { return std::fabs(d - static_cast<double>(SaturateToFloat(m_adFirst[k]))); };
     double dReach = 0.0;
@@ -174,7 +173,8 @@ void CLasFile::FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindi
              fmt::format("points lie more than {} units from the first one ({:.10g} {:.10g} {:.10g}) and "
                          "are moved to that distance",
                          c_nReach, m_adFirst[0], m_adFirst[1], m_adFirst[2]),
-             false, ""});
+             true, ""});
+    CInputFile::FindInCloud(cloud, vecFindings);
 }
 
 /// Of a compressed file, only reading it tells how many points it holds: one call a point, and no more.

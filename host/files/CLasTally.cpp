@@ -11,6 +11,8 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
+#include <numeric>
+
 namespace zorcld
 {
 
@@ -57,6 +59,11 @@ void PrintClasses(const TJson& classes)
 }
 
 } // namespace
+
+std::int64_t CLasTally::Count() const
+{
+    return std::accumulate(anByClass.begin(), anByClass.end(), std::int64_t{0});
+}
 
 std::int64_t CLasTally::Count(const CClassChoice& choice) const
 {

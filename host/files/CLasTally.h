@@ -27,6 +27,9 @@ struct CLasTally
         nMaxIntensity = std::max(nMaxIntensity, attributes.nIntensity);
     }
 
+    /// All points.
+    std::int64_t Count() const;
+
     /// Points of the classes that are kept.
     std::int64_t Count(const CClassChoice& choice) const;
 

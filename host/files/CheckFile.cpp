@@ -139,11 +139,24 @@ void FindInPnts(CInputFile& file, const CSourceFacts& facts, CStackedPnts& stack
     FindMergedPnts(facts, result.vecFindings);
     FindStackedPnts(stacked, facts, result.vecFindings);
     if (facts.summary.bColor && facts.summary.nNumPnts > 0 && facts.nMaxColor == 0)
-        result.vecFindings.push_back(FindZeroColors());
+        result.vecFindings.push_back(FindZeroColors(file.GetFacts().bColorTaken));
     file.FindInPnts(facts, result.vecFindings);
     FindFarPnts(facts, result.vecFindings);
     if (facts.nNumFar > 0 && !CTakenPnts::CanTake(facts))
         HintAtTiles(result.vecFindings);
+}
+
+/// Reading tells exactly how many points there are, the head at least how many. What could be read of them
+/// converting takes, and says again that it is not all.
+void TakeFinding(CFinding&& finding, bool bTaken, std::vector<CFinding>& vecFindings)
+{
+    const auto isCount = [](const CFinding& other) { return other.pCode == std::string_view("las-count"); };
+    if (isCount(finding))
+    {
+        vecFindings.erase(std::remove_if(vecFindings.begin(), vecFindings.end(), isCount), vecFindings.end());
+        finding.bConvert = finding.bConvert || bTaken;
+    }
+    vecFindings.push_back(std::move(finding));
 }
 
 /// Reads the points where the host can read them one by one: that pass tells the cause, too, of a file that
@@ -171,7 +184,7 @@ bool LookAtPnts(CCheckResult& result, CInputFile& file, const CConsole& console)
             return bTaken;
         result.nNumPnts = nNumPnts;
         for (CFinding& finding : pSource->GetFindings())
-            result.vecFindings.push_back(std::move(finding));
+            TakeFinding(std::move(finding), bTaken, result.vecFindings);
         FindInPnts(file, facts, stacked, result);
         return bTaken;
     }

@@ -7,11 +7,14 @@ namespace zorcld
 {
 
 /// @return that a file has colours which were never filled. Every command that shows them goes by this line.
-inline CFinding FindZeroColors()
+/// @param bTaken  does the library take the colours of the file?
+inline CFinding FindZeroColors(bool bTaken)
 {
     return {"color-zero",
-            "its colour fields are all 0: pictures show heights instead, unless --color file is given", false,
-            ""};
+            bTaken
+                ? "its colour fields are all 0: pictures show heights instead, unless --color file is given"
+                : "its colour fields are all 0",
+            false, ""};
 }
 
 } // namespace zorcld

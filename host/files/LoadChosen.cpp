@@ -2,8 +2,10 @@
 
 #include <formats/ByteFromChannel.h>
 #include <formats/CloudLimits.h>
+#include <formats/LasFindings.h>
 #include <host/files/CInputFile.h>
 #include <host/files/CLasTally.h>
+#include <host/files/ColorFindings.h>
 #include <host/files/OpenLasPnts.h>
 #include <host/files/SourceFacts.h>
 #include <host/output/AttributeBytes.h>
@@ -45,8 +47,10 @@ public:
     {
         if (m_nNumPnts++ == 0)
             m_first = pnt;
-        else
-            m_nNumFar += pnt.IsInReachOf(m_first) ? 0 : 1;
+        if (!pnt.IsFinite())
+            ++m_nNumNotFinite;
+        else if (m_first.IsFinite() && !pnt.IsInReachOf(m_first))
+            ++m_nNumFar;
         m_nMaxColor = std::max({m_nMaxColor, pnt.r, pnt.g, pnt.b});
         if (HasAttribute())
         {
@@ -63,6 +67,7 @@ public:
     bool HasAttribute() const { return m_eAttribute != LasAttribute_None; }
     std::int64_t GetNumPnts() const { return m_nNumPnts; }
     std::int64_t GetNumFar() const { return m_nNumFar; }
+    std::int64_t GetNumNotFinite() const { return m_nNumNotFinite; }
     std::uint16_t GetMaxColor() const { return m_nMaxColor; }
 
 private:
@@ -71,7 +76,8 @@ private:
     enumLasAttribute m_eAttribute;
     CSourcePnt m_first;
     std::int64_t m_nNumPnts = 0;
-    std::int64_t m_nNumFar = 0; // points out of the first one's reach
+    std::int64_t m_nNumFar = 0;       // points out of the first one's reach
+    std::int64_t m_nNumNotFinite = 0; // such a coordinate becomes that of the origin
     std::uint16_t m_nMaxColor = 0;
 };
 
@@ -82,20 +88,39 @@ void CheckCount(std::int64_t nNumPnts, const CInputFile& file)
                                                    CountOf(nNumPnts, "point"), c_nMaxCloudPnts));
 }
 
-/// What goes wrong with the points that are read so: not what the header says of more than are there, and
-/// nothing of colours in whose place something else stands.
-std::vector<CFinding> CollectFindings(const CInputFile& file, const IPntSource& source, const CFiller& filler)
+/// What is told of colours, unless something else stands in their place.
+void FindInColors(const CInputFile& file, const IPntSource& source, const CFiller& filler,
+                  std::vector<CFinding>& vecFindings)
 {
-    std::vector<CFinding> vecFindings;
-    for (const CFinding& finding : file.GetFacts().vecFindings)
-        if (finding.pCode != std::string_view("las-count"))
-            vecFindings.push_back(finding);
+    if (filler.HasAttribute() || !source.HasColor() || filler.GetNumPnts() == 0)
+        return;
     CSourceFacts facts;
     facts.nMaxColor = filler.GetMaxColor();
-    if (!filler.HasAttribute())
-        file.FindInPnts(facts, vecFindings);
-    for (const CFinding& finding : source.GetFindings())
-        vecFindings.push_back(finding);
+    file.FindInPnts(facts, vecFindings);
+    if (facts.nMaxColor == 0)
+        vecFindings.push_back(FindZeroColors(file.GetFacts().bColorTaken));
+}
+
+/// What goes wrong with the points that are read so. How many there are has been counted.
+std::vector<CFinding> CollectFindings(const CInputFile& file, const IPntSource& source,
+                                      const CLasTally& tally, const CFiller& filler)
+{
+    std::vector<CFinding> vecFindings;
+    const auto take = [&](const std::vector<CFinding>& vecOthers)
+    {
+        for (const CFinding& finding : vecOthers)
+            if (finding.pCode != std::string_view("las-count"))
+                vecFindings.push_back(finding);
+    };
+    take(file.GetFacts().vecFindings);
+    take(source.GetFindings());
+    const std::int64_t nAnnounced = file.GetFacts().nAnnounced;
+    const std::int64_t nNumThere = tally.Count();
+    if (nNumThere > nAnnounced)
+        vecFindings.push_back(FindTakenPnts(nAnnounced, nNumThere));
+    else if (nNumThere < nAnnounced)
+        vecFindings.push_back(FindUnreadPnts(nAnnounced, nNumThere));
+    FindInColors(file, source, filler, vecFindings);
     if (filler.GetNumFar() > 0)
         vecFindings.push_back({"span",
                                fmt::format("{} more than {} units from the first one chosen {} moved to "
@@ -150,11 +175,13 @@ CLoadFacts LoadChosen(CPntCld& cloud, CInputFile& file, const CLasWish& wish, co
     facts.dSeconds = facts.dSecondsRead + facts.dSecondsIndex;
     facts.nAnnounced = file.GetFacts().nAnnounced;
     facts.coords = file.GetFacts().coords;
-    facts.nDuplicates = std::max<std::int64_t>(nNumPnts - cloud.GetNumPnts(), 0);
-    facts.vecFindings = CollectFindings(file, *pSource, filler);
+    facts.nNumRead = nNumPnts;
+    facts.nNotNumbers = filler.GetNumNotFinite();
+    facts.nDuplicates = std::max<std::int64_t>(nNumPnts - facts.nNotNumbers - cloud.GetNumPnts(), 0);
+    facts.vecFindings = CollectFindings(file, *pSource, tally, filler);
     for (const CFinding& finding : facts.vecFindings)
         console.Note(fmt::format("{}: {}", file.GetPath(), finding.sText));
-    if (nNumPnts == 0)
+    if (nNumPnts == 0 && wish.choice.IsAsked())
         console.Note(fmt::format("{}: {}", file.GetPath(), wish.choice.FormatNone(tally.GetClasses())));
     return facts;
 }

@@ -26,6 +26,7 @@ struct CLoadFacts
     std::int64_t nAnnounced = -1;  ///< -1: the file does not say
     std::int64_t nNumRead = -1;    ///< points that the library has read; -1: not known
     std::int64_t nDuplicates = -1; ///< points removed for one at their x and y; -1: not known
+    std::int64_t nNotNumbers = -1; ///< points with coordinates that are not numbers; -1: not known
     std::vector<CFinding> vecFindings;
     std::string sCommand; ///< that converts the file, where this helps against a finding; mostly empty
     CCoordSystem coords;  ///< none where the file states none

@@ -108,7 +108,7 @@ TEST(NativeFacts, Causes)
 {
     EXPECT_EQ("not a native cloud file: it has 4 bytes only",
               Find(c_sPrologue.substr(0, 4)).header.FindCause());
-    EXPECT_EQ("cannot be read: its point type is 2, 0 and 1 are known", Find(Start(2)).header.FindCause());
+    EXPECT_EQ("its point type is 2, 0 and 1 are known", Find(Start(2)).header.FindCause());
     EXPECT_EQ("not a native cloud file: its point type is -1, 0 and 1 are known",
               Find("x" + Start(-1).substr(1)).header.FindCause());
     EXPECT_EQ("its origin is no finite number: it is damaged",

@@ -103,6 +103,7 @@ TEST(ZorcldAdvice, RefusedOrReadWrongly_EveryCommandNamesConvert)
     ExpectAdvice(zorcld, "zero.asc",
                  Replace(Replace(c_sGridHead, "corner 10", "corner 0"), "corner 20", "corner 0") +
                      "1 2\n3 4\n");
+    ExpectAdvice(zorcld, "far.ply", MakePly({0, 0, 0, 1e6F, 1, 2, 1e6F, 2, 3, 1e6F, 3, 4, 1e6F, 9, 4}));
     if (CZorcld::HasLaszip())
         ExpectAdvice(zorcld, "format7.las", LasOf(7, 20).GetBytes());
 }

@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <limits>
 #include <map>
 #include <sstream>
 
@@ -178,6 +179,43 @@ TEST(ZorcldClasses, NoPointOfTheClass_IsTold)
     EXPECT_TRUE(run.HasOneErrLine()) << run.sErr;
     EXPECT_NE(run.sErr.find("class 9 water"), std::string::npos) << run.sErr;
     EXPECT_EQ(zorcld.Run({"view", sFile, "--class", "water", "-o", zorcld.GetPath("o.png")}).nStatus, 0);
+}
+
+// Colours, counts and numbers that are none: what is told without a choice of classes is told with it.
+TEST(ZorcldClasses, WhatIsLost_IsToldOfChosenPoints)
+{
+    const CZorcld zorcld;
+    CLasFile las = MakeLas(3);
+    for (CLasPnt& pnt : las.vecPnts)
+        pnt.anColor = {};
+    const std::string sBlack = zorcld.Write("black.las", las.GetBytes());
+    EXPECT_NE(GetInfo(zorcld, {sBlack, "--class", "1"})["warnings"].dump().find("colour fields are all 0"),
+              std::string::npos);
+    las = MakeLas(1);
+    las.nAnnounced = 15;
+    const std::string sMore = zorcld.Write("more.las", las.GetBytes());
+    const std::string sTaken = "announces 15 points, but 20 are there: all of them are taken";
+    EXPECT_NE(GetInfo(zorcld, {sMore, "--no-class", "9"})["warnings"].dump().find(sTaken), std::string::npos);
+    const CRun run = zorcld.Run({"view", sMore, "--color", "class", "-o", zorcld.GetPath("o.png")});
+    EXPECT_NE(run.sErr.find(sTaken), std::string::npos) << run.sErr;
+    EXPECT_TRUE(run.HasOneErrLine()) << run.sErr;
+    las.nAnnounced = 20;
+    las.adOffset[1] = std::numeric_limits<double>::infinity();
+    const nlohmann::json info =
+        GetInfo(zorcld, {zorcld.Write("none.las", las.GetBytes()), "--class", "1,2,6,7"});
+    EXPECT_EQ(info["not_numbers"], 20);
+    EXPECT_EQ(info["duplicates_removed"], 0);
+}
+
+TEST(ZorcldClasses, NothingLeft_IsSaidInWords)
+{
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("c.las", MakeLas(1).GetBytes());
+    const std::string sOut = zorcld.GetPath("o.csv");
+    const CRun run = zorcld.Run({"points", sFile, "--no-class", "1,2,6,7", "-o", sOut});
+    EXPECT_NE(run.sErr.find("no point is of another class than classes 1 unclassified, 2 ground"),
+              std::string::npos)
+        << run.sErr;
 }
 
 // A file without classes: one line, and nothing is written.

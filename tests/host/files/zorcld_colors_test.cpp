@@ -88,6 +88,32 @@ TEST(ZorcldColors, AllZero_PicturesShowHeightsUnlessToldOtherwise)
     }
 }
 
+// Where no colour is taken there is none to ask for.
+TEST(ZorcldColors, AllZeroAndNotTaken_ColorFileIsNotAdvised)
+{
+    if (!CZorcld::HasLaszip())
+        GTEST_SKIP() << "the points of LAS are not read without LASzip";
+    const CZorcld zorcld;
+    CLasFile las = LasOf(7, 20);
+    for (CLasPnt& pnt : las.vecPnts)
+        pnt.anColor = {};
+    const std::string sFile = zorcld.Write("zero.las", las.GetBytes());
+    for (const char* pCommand : {"info", "check"})
+    {
+        const CRun run = zorcld.Run({pCommand, sFile});
+        EXPECT_NE((run.sErr + run.sOut).find("colour fields are all 0"), std::string::npos) << pCommand;
+        EXPECT_EQ((run.sErr + run.sOut).find("--color"), std::string::npos) << pCommand;
+    }
+}
+
+TEST(ZorcldColors, NotANumber_IsNoSizeAndNoScale)
+{
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("one.ply", MakePly({1, 2, 3}));
+    EXPECT_EQ(zorcld.Run({"view", sFile, "--point-size", "nan", "-o", zorcld.GetPath("o.png")}).nStatus, 2);
+    EXPECT_EQ(zorcld.Run({"ground", sFile, "--unit-scale", "nan"}).nStatus, 2);
+}
+
 // A format whose colours are not taken loses nothing where they are all black.
 TEST(ZorcldColors, NotTaken_SaidOnlyWhereAColorIsNotZero)
 {
