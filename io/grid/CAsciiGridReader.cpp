@@ -7,40 +7,17 @@
 #include <io/grid/CAsciiGridCells.h>
 #include <zor4data/IPntCldReadListener.h>
 
-bool CAsciiGridReader::Read(const zor::String& sPath)
-{
-    CAsciiGridHeader header;
-    CAsciiGridCells cells;
-    {
-        const CFilePtr pFile(std::fopen(sPath.c_str(), "r"));
-        if (pFile == nullptr)
-            return false;
-        std::setvbuf(pFile.get(), nullptr, _IONBF, 0);
-        CAsciiGridText text(pFile.get());
-        if (!header.Read(text))
-            return false;
-        ReadCells(text, header, cells);
-    }
-    if (cells.GetNumCells() == 0)
-        return false;
+#include <cstdio>
 
-    m_listener.OnReadType(PntCldType_Pnt);
-    m_listener.OnReadNumPnts(SaturateToInt32(cells.GetNumCells()));
-    // KEPT: the point is the upper left corner of the cell, not its centre
-    // (Read_PointsOnUpperLeftCorners_Kept).
-    cells.Take(
-        [&](std::int32_t nRow, std::int32_t nCol, double dValue)
-        {
-            m_listener.OnReadPnt(nCol * header.dCellSize + header.dXCorner,
-                                 (header.nNumRows - nRow) * header.dCellSize + header.dYCorner, dValue);
-        });
-    m_listener.OnReadEnd();
-    return true;
-}
+namespace
+{
 
 /// Reads the rows behind the header. Empty lines, with a carriage return or without, do not count as rows,
 /// lines of blanks do.
-void CAsciiGridReader::ReadCells(CAsciiGridText& text, const CAsciiGridHeader& header, CAsciiGridCells& cells)
+///
+/// @param take  is called with row, column and value of each cell that holds data.
+template <class F>
+void ReadCells(CAsciiGridText& text, const CAsciiGridHeader& header, F take)
 {
     for (std::int32_t nRow = 0; nRow < header.nNumRows && text.FindLine(); ++nRow)
     {
@@ -48,8 +25,64 @@ void CAsciiGridReader::ReadCells(CAsciiGridText& text, const CAsciiGridHeader& h
         {
             const double dValue = text.GetNumber();
             if (dValue != header.dNoData) // true for what is not a number
-                cells.Add(nRow, nCol, dValue);
+                take(nRow, nCol, dValue);
         }
         text.SkipLine();
     }
+}
+
+/// Reads header and cells from the start of the file, which is left behind them.
+/// @return false when the header is refused.
+template <class F>
+bool ReadGrid(std::FILE* pFile, CAsciiGridHeader& header, F take)
+{
+    CAsciiGridText text(pFile);
+    if (!header.Read(text))
+        return false;
+    ReadCells(text, header, take);
+    return true;
+}
+
+} // namespace
+
+bool CAsciiGridReader::Read(const zor::String& sPath)
+{
+    CFilePtr pFile(std::fopen(sPath.c_str(), "r"));
+    if (pFile == nullptr)
+        return false;
+    std::setvbuf(pFile.get(), nullptr, _IONBF, 0);
+    CAsciiGridHeader header;
+    CAsciiGridCells cells;
+    std::int64_t nNumCells = 0;
+    const auto keep = [&](std::int32_t nRow, std::int32_t nCol, double dValue)
+    {
+        if (nNumCells++ < m_nMaxWaiting)
+            cells.Add(nRow, nCol, dValue);
+    };
+    if (!ReadGrid(pFile.get(), header, keep) || nNumCells == 0)
+        return false;
+
+    m_listener.OnReadType(PntCldType_Pnt);
+    m_listener.OnReadNumPnts(SaturateToInt32(nNumCells));
+    // KEPT: the point is the upper left corner of the cell, not its centre
+    // (Read_PointsOnUpperLeftCorners_Kept).
+    const auto deliver = [&](std::int32_t nRow, std::int32_t nCol, double dValue)
+    {
+        m_listener.OnReadPnt(nCol * header.dCellSize + header.dXCorner,
+                             (header.nNumRows - nRow) * header.dCellSize + header.dYCorner, dValue);
+    };
+    if (nNumCells <= m_nMaxWaiting)
+    {
+        pFile.reset();
+        cells.Take(deliver);
+    }
+    else
+    {
+        cells = CAsciiGridCells();
+        CAsciiGridHeader sameHeader;
+        if (fseeko(pFile.get(), 0, SEEK_SET) != 0 || !ReadGrid(pFile.get(), sameHeader, deliver))
+            return false;
+    }
+    m_listener.OnReadEnd();
+    return true;
 }

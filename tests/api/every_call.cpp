@@ -16,6 +16,7 @@
 #include <zor4data/CRootCube.h>
 #include <zor4data/FindPntsInPolygons.h>
 #include <zor4data/PickPnt.h>
+#include <zor4data/ReadPnts.h>
 
 #include <cstdio>
 #include <cstring>
@@ -219,6 +220,7 @@ void UseCompanions()
     Keep<int (*)(const CPntCld&, const PNT_3D&, const PNT_3D&, double, const TPlanes&)>(&PickPnt);
     Keep<int (*)(const CPntCld&, const PNT_3D&, double)>(&FindNearestPnt);
     Keep<int (*)(const CPntCld&, const PNT_2D&, double)>(&FindNearestPnt2D);
+    Keep<bool (*)(IPntCldReadListener&, IDlgProgress*, enumPntCldFile, const String&)>(&ReadPnts);
     Keep<void (*)(const CPntCld&, IPntCldListener*, const TParts&, bool, int)>(&FindPntsInPolygons);
 }
 
