@@ -1,5 +1,6 @@
 #include <io/grid/CAsciiGridReader.h>
 
+#include <formats/AsciiGridCells.h>
 #include <formats/CAsciiGridHeader.h>
 #include <formats/CAsciiGridText.h>
 #include <formats/CFilePtr.h>
@@ -12,26 +13,9 @@
 namespace
 {
 
-/// Reads the rows behind the header. Empty lines, with a carriage return or without, do not count as rows,
-/// lines of blanks do.
+/// Reads header and cells from the start of the file, which is left behind them.
 ///
 /// @param take  is called with row, column and value of each cell that holds data.
-template <class F>
-void ReadCells(CAsciiGridText& text, const CAsciiGridHeader& header, F take)
-{
-    for (std::int32_t nRow = 0; nRow < header.nNumRows && text.FindLine(); ++nRow)
-    {
-        for (std::int32_t nCol = 0; nCol < header.nNumCols && text.FindToken(); ++nCol)
-        {
-            const double dValue = text.GetNumber();
-            if (dValue != header.dNoData) // true for what is not a number
-                take(nRow, nCol, dValue);
-        }
-        text.SkipLine();
-    }
-}
-
-/// Reads header and cells from the start of the file, which is left behind them.
 /// @return false when the header is refused.
 template <class F>
 bool ReadGrid(std::FILE* pFile, CAsciiGridHeader& header, F take)
@@ -39,7 +23,12 @@ bool ReadGrid(std::FILE* pFile, CAsciiGridHeader& header, F take)
     CAsciiGridText text(pFile);
     if (!header.Read(text))
         return false;
-    ReadCells(text, header, take);
+    ForEachAsciiGridCell(text, header,
+                         [&](std::int32_t nRow, std::int32_t nCol, double dValue)
+                         {
+                             take(nRow, nCol, dValue);
+                             return true;
+                         });
     return true;
 }
 

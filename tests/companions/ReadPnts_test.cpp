@@ -1,10 +1,7 @@
 // A foreign file's points into any listener: the calls that a cloud makes on itself, and nothing kept.
 
-#include <tests/io/CMemFile.h>
+#include <tests/companions/SmallFiles.h>
 #include <tests/io/CRecReadListener.h>
-#include <tests/support/LasBytes.h>
-#include <tests/support/RealFiles.h>
-#include <zor4data/CPntCld.h>
 #include <zor4data/ReadPnts.h>
 
 #include <gtest/gtest.h>
@@ -44,36 +41,9 @@ void ExpectSameCalls(enumPntCldFile eType, const zor::String& sPath)
     EXPECT_FALSE(rec.m_bOtherProgressCall);
 }
 
-struct CCase
-{
-    enumPntCldFile eType;
-    std::string sBytes;
-};
-
-std::string PlyBytes()
-{
-    std::string sBytes = "ply\nformat binary_little_endian 1.0\nelement vertex 3\nproperty float x\n"
-                         "property float y\nproperty float z\nproperty uchar red\nproperty uchar green\n"
-                         "property uchar blue\nelement face 1\nproperty list uchar int vertex_indices\n"
-                         "end_header\n";
-    for (int i = 0; i < 3 * 15; ++i)
-        sBytes += static_cast<char>(i);
-    return sBytes + std::string(1, '\3') + std::string(12, '\1');
-}
-
-/// One small file of each kind, two of LAS.
-std::vector<CCase> SmallFiles()
-{
-    return {{PntCldFile_Ply, PlyBytes()},
-            {PntCldFile_AsciiGrid, "ncols 3\nnrows 2\nxllcorner 100\nyllcorner 200\ncellsize 10\n"
-                                   "NODATA_value -9999\n1 2 -9999\n4 5 6\n"},
-            {PntCldFile_Las, LasOf(1, 5).GetBytes()},
-            {PntCldFile_Las, LasOf(3, 5).GetBytes()}};
-}
-
 TEST(ReadPnts, EachKind_SameCallsAsTheCloud)
 {
-    for (const CCase& file : SmallFiles())
+    for (const CSmallFile& file : SmallForeignFiles())
     {
         SCOPED_TRACE(file.eType);
         const CMemFile memFile(file.sBytes);
@@ -83,7 +53,7 @@ TEST(ReadPnts, EachKind_SameCallsAsTheCloud)
 
 TEST(ReadPnts, CutOffAnywhere_SameCallsAsTheCloud)
 {
-    for (const CCase& file : SmallFiles())
+    for (const CSmallFile& file : SmallForeignFiles())
         for (std::size_t nSize = 0; nSize < file.sBytes.size(); ++nSize)
         {
             SCOPED_TRACE(testing::Message() << file.eType << " cut off at " << nSize);
@@ -112,17 +82,11 @@ TEST(ReadPnts, RealFiles_SameCallsAsTheCloud)
 
 TEST(ReadPnts, NativeOrUnknownKindOrNoFile_FalseWithoutAnyCall)
 {
-    CPntCld cld(nullptr);
-    cld.OnReadType(PntCldType_Pnt);
-    cld.Init(1);
-    cld.AddPnt(1.0, 2.0, 3.0);
-    cld.ComputeTree();
-    const CMemFile native;
-    ASSERT_TRUE(cld.WriteToFile(native.GetPath(), 1));
+    const CMemFile native(SmallNative(PntCldType_Pnt));
     CRecReadListener rec;
     for (const int nType : {-1, 0, 4, 2147483647})
         EXPECT_FALSE(ReadPnts(rec, &rec, static_cast<enumPntCldFile>(nType), native.GetPath())) << nType;
-    for (const CCase& file : SmallFiles())
+    for (const CSmallFile& file : SmallForeignFiles())
         EXPECT_FALSE(ReadPnts(rec, &rec, file.eType, "/no/such/file")) << file.eType;
     EXPECT_TRUE(rec.m_vecCalls.empty());
 }
@@ -164,7 +128,7 @@ std::ptrdiff_t CountOpenFiles()
 
 TEST(ReadPnts, ExceptionOfAnyCall_PassesThroughAndClosesTheFile)
 {
-    for (const CCase& file : SmallFiles())
+    for (const CSmallFile& file : SmallForeignFiles())
     {
         const CMemFile memFile(file.sBytes);
         const std::ptrdiff_t nNumOpen = CountOpenFiles();
