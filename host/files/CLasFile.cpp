@@ -105,7 +105,6 @@ const CFileKind CLasFile::c_kind = {
     "las",
     "LAS",
     {"las", "laz"},
-    [](std::string_view sFirst) { return sFirst.substr(0, 4) == "LASF"; },
     [](const std::string& sPath, CByteReader&& reader) -> std::unique_ptr<CInputFile>
     { return std::make_unique<CLasFile>(sPath, std::move(reader)); }};
 

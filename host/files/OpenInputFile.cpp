@@ -1,5 +1,6 @@
 #include <host/files/OpenInputFile.h>
 
+#include <formats/FindFileKind.h>
 #include <host/files/CFileKind.h>
 #include <host/files/CGridFile.h>
 #include <host/files/CInputOptions.h>
@@ -37,20 +38,20 @@ void RefuseIrregular(const std::string& sPath)
 
 std::string ReadFirstBytes(CByteReader& reader)
 {
-    constexpr std::size_t c_nMaxBytes = 16;
     std::string sBytes;
-    for (int c = 0; sBytes.size() < c_nMaxBytes && (c = reader.Get()) >= 0;)
+    for (int c = 0; sBytes.size() < c_nFileKindBytes && (c = reader.Get()) >= 0;)
         sBytes += static_cast<char>(c);
     reader.SetPos(0);
     return sBytes;
 }
 
-const CFileKind& FindFileKind(const CInputOptions& input, const std::string& sFirstBytes)
+const CFileKind& ChooseFileKind(const CInputOptions& input, const std::string& sFirstBytes)
 {
+    const enumPntCldFile eContent = FindFileKind(sFirstBytes);
     std::string sExtension = GetExtension(input.sPath);
     sExtension.erase(0, 1); // the dot
     for (const CFileKind* pKind : GetFileKinds())
-        if (!input.sType.empty() ? input.sType == pKind->pName : pKind->pIsContent(sFirstBytes))
+        if (!input.sType.empty() ? input.sType == pKind->pName : pKind->eFile == eContent)
             return *pKind;
     for (const CFileKind* pKind : GetFileKinds())
         if (std::count(pKind->vecExtensions.begin(), pKind->vecExtensions.end(), sExtension) != 0)
@@ -76,7 +77,7 @@ std::unique_ptr<CInputFile> OpenInputFile(const CInputOptions& input)
     if (sFirstBytes.empty())
         throw CFailure(input.sPath, "is empty");
     std::unique_ptr<CInputFile> pFile =
-        FindFileKind(input, sFirstBytes).pMakeFile(input.sPath, std::move(reader));
+        ChooseFileKind(input, sFirstBytes).pMakeFile(input.sPath, std::move(reader));
     pFile->SetToldType(input.sType);
     return pFile;
 }
