@@ -3,42 +3,24 @@
 #include <companions/LookAtFile.h>
 #include <formats/CByteReader.h>
 #include <formats/FindFileKind.h>
+#include <formats/FindPathCause.h>
 
 #include <array>
 #include <cerrno>
-#include <filesystem>
 #include <system_error>
 
 namespace
 {
-
-namespace fs = std::filesystem;
 
 std::string TextOf(int nError)
 {
     return std::generic_category().message(nError);
 }
 
-/// @return why there is nothing to look at, as far as the name tells.
-CFileCause FindPathCause(const zor::String& sPath)
-{
-    std::error_code error;
-    const fs::file_status status = fs::status(sPath.c_str(), error);
-    if (status.type() == fs::file_type::not_found)
-        return {FileCause_NotFound, "not found"};
-    if (error)
-        return {FileCause_NotOpened, error.message()};
-    if (fs::is_directory(status))
-        return {FileCause_Directory, "is a directory"};
-    if (!fs::is_regular_file(status))
-        return {FileCause_NotRegular, "is not a regular file"};
-    return {};
-}
-
 /// Opens a file that has bytes. @return null, and the cause, where there is none.
 CFilePtr OpenFile(const zor::String& sPath, CFileCause& cause)
 {
-    cause = FindPathCause(sPath);
+    cause = FindPathCause(sPath.c_str());
     if (cause.IsRefusal())
         return nullptr;
     CFilePtr pFile(std::fopen(sPath.c_str(), "rb"));

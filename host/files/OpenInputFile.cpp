@@ -1,6 +1,7 @@
 #include <host/files/OpenInputFile.h>
 
 #include <formats/FindFileKind.h>
+#include <formats/FindPathCause.h>
 #include <host/files/CFileKind.h>
 #include <host/files/CGridFile.h>
 #include <host/files/CInputOptions.h>
@@ -12,29 +13,12 @@
 #include <host/output/GetExtension.h>
 
 #include <algorithm>
-#include <filesystem>
 
 namespace zorcld
 {
 
-namespace fs = std::filesystem;
-
 namespace
 {
-
-void RefuseIrregular(const std::string& sPath)
-{
-    std::error_code error;
-    const fs::file_status status = fs::status(sPath, error);
-    if (status.type() == fs::file_type::not_found)
-        throw CFailure(sPath, "not found");
-    if (error)
-        throw CFailure(sPath, error.message());
-    if (fs::is_directory(status))
-        throw CFailure(sPath, "is a directory");
-    if (!fs::is_regular_file(status)) // a pipe could be read once only
-        throw CFailure(sPath, "is not a regular file");
-}
 
 std::string ReadFirstBytes(CByteReader& reader)
 {
@@ -71,7 +55,9 @@ const std::vector<const CFileKind*>& GetFileKinds()
 
 std::unique_ptr<CInputFile> OpenInputFile(const CInputOptions& input)
 {
-    RefuseIrregular(input.sPath);
+    const CFileCause cause = FindPathCause(input.sPath.c_str());
+    if (cause.IsRefusal())
+        throw CFailure(input.sPath, cause.sText);
     CByteReader reader = OpenByteReader(input.sPath);
     const std::string sFirstBytes = ReadFirstBytes(reader);
     if (sFirstBytes.empty())
