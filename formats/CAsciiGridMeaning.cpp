@@ -81,41 +81,56 @@ std::string Spellings(const std::string& sOddKey)
 
 } // namespace
 
-std::string CAsciiGridMeaning::FindCause() const
+CFileCause CAsciiGridMeaning::FindCause() const
 {
     if (nNumRows < 1 || nNumCols < 1)
-        return "not a grid: its header gives no number of rows and columns above 0";
+        return {FileCause_GridCounts, "not a grid: its header gives no number of rows and columns above 0"};
     const auto isSize = [](const std::optional<double>& size)
     { return size && *size > 0.0 && std::isfinite(*size); };
     if (!isSize(cellWidth ? cellWidth : cellSize) || !isSize(cellHeight ? cellHeight : cellSize))
-        return "its header gives no cell size above 0";
+        return {FileCause_GridCellSize, "its header gives no cell size above 0"};
     if ((!xCorner && !xCentre) || (!yCorner && !yCentre))
-        return "its header gives neither the lower left corner nor the centre of that cell";
+        return {FileCause_GridPlace,
+                "its header gives neither the lower left corner nor the centre of that cell"};
     if (!std::isfinite(GetXCorner()) || !std::isfinite(GetYCorner()))
-        return "its header gives a corner or a centre that is not a number";
+        return {FileCause_GridPlaceNumber, "its header gives a corner or a centre that is not a number"};
     return {};
 }
 
-std::string CAsciiGridMeaning::FindTakenCause() const
+CFileCause CAsciiGridMeaning::FindTakenCause() const
 {
     if (nTakenDataOffset == nDataOffset)
         return {};
+    CFileCause cause = FindDifference();
+    if (nTakenDataOffset >= 0) // what it takes for data begins within the header
+        cause.eCause = FileCause_None;
+    return cause;
+}
+
+CFileCause CAsciiGridMeaning::FindDifference() const
+{
     if (cellWidth || cellHeight)
-        return "its header gives width and height of cells (dx, dy): only square cells (cellsize) are loaded";
+        return {
+            FileCause_GridCellWidth,
+            "its header gives width and height of cells (dx, dy): only square cells (cellsize) are loaded"};
     if (!sOddKey.empty())
-        return "its header has the key '" + sOddKey + "': only " + Spellings(sOddKey) + " is accepted";
+        return {FileCause_GridKey,
+                "its header has the key '" + sOddKey + "': only " + Spellings(sOddKey) + " is accepted"};
     if (bTabs)
-        return "a tab separates key and value in its header: only blanks do";
-    std::string sCause = FindCause();
-    if (!sCause.empty() || nTakenDataOffset >= 0)
-        return sCause;
+        return {FileCause_GridTab, "a tab separates key and value in its header: only blanks do"};
+    CFileCause cause = FindCause();
+    if (!cause.empty() || nTakenDataOffset >= 0)
+        return cause;
     if (!noData)
-        return "its header has no line NODATA_value, which is required";
+        return {FileCause_GridNoData, "its header has no line NODATA_value, which is required"};
     if (!CAsciiGridHeader::IsGiven(*noData))
-        return "its no-data value is not a number, so its header is not complete";
+        return {FileCause_GridNoDataNumber,
+                "its no-data value is not a number, so its header is not complete"};
     if (!(xCentre && yCentre) && !(xCorner && yCorner))
-        return "its header mixes corner and centre: both values of one of them are required";
-    return "its header has a line without a key and a value, or a number that is missing or too large";
+        return {FileCause_GridPlaceMixed,
+                "its header mixes corner and centre: both values of one of them are required"};
+    return {FileCause_GridLine,
+            "its header has a line without a key and a value, or a number that is missing or too large"};
 }
 
 CAsciiGridMeaning ReadAsciiGridMeaning(CByteReader& reader)

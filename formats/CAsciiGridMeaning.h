@@ -2,6 +2,7 @@
 #define FORMATS_CASCIIGRIDMEANING_H
 
 #include <formats/CAsciiGridHeader.h>
+#include <formats/CFileCause.h>
 
 #include <cstdint>
 #include <optional>
@@ -21,11 +22,11 @@ struct CAsciiGridMeaning
     double GetXCorner() const { return xCorner ? *xCorner : *xCentre - 0.5 * GetCellWidth(); }
     double GetYCorner() const { return yCorner ? *yCorner : *yCentre - 0.5 * GetCellHeight(); }
 
-    /// @return why it is no header of a grid, by the words, one line without a full stop; empty: it is one.
-    std::string FindCause() const;
+    /// @return why it is no header of a grid, by the words; its number means the same.
+    CFileCause FindCause() const;
 
-    /// @return why the library refuses it, likewise; empty: it does not.
-    std::string FindTakenCause() const;
+    /// @return why the library refuses it, or takes it for another one than it is.
+    CFileCause FindTakenCause() const;
 
     /// @return whether the library puts every point at 1.7e200: the corner is 0, 0 without a centre, or not
     /// given.
@@ -51,6 +52,9 @@ struct CAsciiGridMeaning
 
     CAsciiGridHeader taken;             ///< as the library takes it
     std::int64_t nTakenDataOffset = -1; ///< where its data begin to the library; -1: it refuses the header
+
+private:
+    CFileCause FindDifference() const;
 };
 
 /// Reads lines while they begin with a key.

@@ -6,15 +6,15 @@
 CLasGuard::CLasGuard(const char* pPath) : m_file(pPath), m_laz(m_file)
 {
     if (!m_file.IsOpen())
-        m_sCause = std::string("cannot be opened: ") + std::strerror(errno);
+        m_cause = {FileCause_NotOpened, std::string("cannot be opened: ") + std::strerror(errno)};
 }
 
 bool CLasGuard::Check()
 {
     if (!m_file.IsOpen())
         return false;
-    m_sCause = m_header.Read(m_file);
-    if (!m_sCause.empty())
+    m_cause = m_header.Read(m_file);
+    if (!m_cause.empty())
         return false;
     m_nPosFirst = m_header.nPosPnts;
     if (!m_header.bCompressed)
@@ -30,19 +30,23 @@ bool CLasGuard::CheckRecords()
         if (record.IsCompressor() && !CheckCompressor(record))
             return false;
     if (m_header.bCompressed && !m_bHasCompressor)
-        return Refuse("it is marked as compressed, but does not say how");
+        return Refuse(FileCause_LasNotSaidHow, "it is marked as compressed, but does not say how");
     if (!m_header.bCompressed && m_bHasCompressor)
-        return Refuse("it says how its points are compressed, but is not marked as compressed");
+        return Refuse(FileCause_LasNotMarked,
+                      "it says how its points are compressed, but is not marked as compressed");
     return true;
 }
 
 bool CLasGuard::CheckCompressor(const CLasRecord& record)
 {
     if (m_bHasCompressor)
-        return Refuse("it says twice how its points are compressed");
+        return Refuse(FileCause_LasSaidTwice, "it says twice how its points are compressed");
     m_bHasCompressor = true;
     if (!m_laz.Check(record.GetPos(), record.GetSize(), m_header.nPosPnts, m_header.nPntSize))
-        return Refuse(m_laz.GetCause());
+    {
+        m_cause = m_laz.GetCause();
+        return false;
+    }
     m_nPosFirst = m_laz.GetPosFirst();
     m_nMaxNumPnts = m_laz.GetMaxNumPnts();
     m_nLeastNumPnts = m_laz.GetLeastNumPnts();

@@ -1,6 +1,7 @@
 #ifndef FORMATS_CLASGUARD_H
 #define FORMATS_CLASGUARD_H
 
+#include <formats/CFileCause.h>
 #include <formats/CFilePatch.h>
 #include <formats/CLasHeader.h>
 #include <formats/CLasRecords.h>
@@ -31,8 +32,8 @@ public:
     ///         reading library.
     bool Check();
 
-    /// Why `Check` has returned false: one line of English without path and full stop; empty: it has not.
-    const std::string& GetCause() const noexcept { return m_sCause; }
+    /// Why `Check` has returned false; empty: it has not.
+    const CFileCause& GetCause() const noexcept { return m_cause; }
 
     /// What the file says of itself, also of one that is not let through.
     const CLasHeader& GetHeader() const noexcept { return m_header; }
@@ -89,14 +90,14 @@ private:
     bool CheckRecords();
     bool CheckCompressor(const CLasRecord& record);
 
-    bool Refuse(std::string sCause)
+    bool Refuse(enumFileCause eCause, std::string sText)
     {
-        m_sCause = std::move(sCause);
+        m_cause = {eCause, std::move(sText)};
         return false;
     }
 
     CSizedFile m_file;
-    std::string m_sCause;
+    CFileCause m_cause;
     CLasHeader m_header;
     CLazGuard m_laz;
     std::uint32_t m_nNumRecords = 0; // that are there, of those announced

@@ -17,7 +17,7 @@ std::string Text(std::int64_t n)
 
 } // namespace
 
-std::string CLasHeader::Read(CSizedFile& file)
+CFileCause CLasHeader::Read(CSizedFile& file)
 {
     *this = CLasHeader();
     nFileSize = file.GetSize();
@@ -26,10 +26,11 @@ std::string CLasHeader::Read(CSizedFile& file)
         std::clamp<std::int64_t>(nFileSize, 0, static_cast<std::int64_t>(acBytes.size())));
     if (nSize < LasLayout::c_acMagic.size() || !file.ReadAt(0, acBytes.data(), nSize) ||
         std::memcmp(acBytes.data(), LasLayout::c_acMagic.data(), LasLayout::c_acMagic.size()) != 0)
-        return "not a LAS file: it does not begin with LASF";
+        return {FileCause_LasFirstBytes, "not a LAS file: it does not begin with LASF"};
     TakeFacts(acBytes.data());
     if (nSize < LasLayout::c_nMinHeaderSize)
-        return "it is cut off: it ends within the header, after " + Text(nFileSize) + " bytes";
+        return {FileCause_LasCutOff,
+                "it is cut off: it ends within the header, after " + Text(nFileSize) + " bytes"};
     const bool bKnown = nMajor == LasLayout::c_nMajorKnown;
     if (bKnown && nMinor >= LasLayout::c_nMinorOfWaveforms &&
         nHeaderSize >= CalcMinHeaderSize(LasLayout::c_nMinorOfWaveforms))
@@ -37,8 +38,8 @@ std::string CLasHeader::Read(CSizedFile& file)
     if (bKnown && nMinor >= LasLayout::c_nMinorOfLaterCounts &&
         nHeaderSize >= CalcMinHeaderSize(LasLayout::c_nMinorOfLaterCounts))
         TakeLaterCounts(acBytes.data());
-    const std::string sCause = FindWrongPlace();
-    return sCause.empty() ? FindWrongLayout() : sCause;
+    const CFileCause cause = FindWrongPlace();
+    return cause.empty() ? FindWrongLayout() : cause;
 }
 
 /// Takes what every version has.
@@ -98,27 +99,29 @@ void CLasHeader::TakeLaterCounts(const unsigned char* pBytes)
 }
 
 /// Of sizes and positions, the first that keeps the file from being read.
-std::string CLasHeader::FindWrongPlace() const
+CFileCause CLasHeader::FindWrongPlace() const
 {
     const int nMinHeader = CalcMinHeaderSize(nMinor);
     if (nHeaderSize < nMinHeader)
-        return "its header was never finished or is damaged: it says that it has " +
-               CountOf(nHeaderSize, "byte") + ", of version " + Text(nMajor) + "." + Text(nMinor) +
-               " it has " + Text(nMinHeader) + " at least";
+        return {FileCause_LasHeaderSize, "its header was never finished or is damaged: it says that it has " +
+                                             CountOf(nHeaderSize, "byte") + ", of version " + Text(nMajor) +
+                                             "." + Text(nMinor) + " it has " + Text(nMinHeader) +
+                                             " at least"};
     if (nPosPnts > nFileSize)
-        return "it is cut off or damaged: its points begin at byte " + Text(nPosPnts) + ", but it has " +
-               Text(nFileSize) + " bytes";
+        return {FileCause_LasPntsBehind, "it is cut off or damaged: its points begin at byte " +
+                                             Text(nPosPnts) + ", but it has " + Text(nFileSize) + " bytes"};
     if (nPosPnts < nHeaderSize)
-        return "its header is damaged: the points begin at byte " + Text(nPosPnts) + ", within the header";
+        return {FileCause_LasPntsBefore,
+                "its header is damaged: the points begin at byte " + Text(nPosPnts) + ", within the header"};
     return {};
 }
 
 /// Of the point format, what keeps the file from being read.
-std::string CLasHeader::FindWrongLayout() const
+CFileCause CLasHeader::FindWrongLayout() const
 {
     const auto nFormatIndex = static_cast<std::size_t>(nFormat);
     if (nFormatIndex >= LasLayout::c_aFormats.size())
-        return "its point format " + Text(nFormat) + " is unknown: 0 to 10 are known";
+        return {FileCause_LasFormat, "its point format " + Text(nFormat) + " is unknown: 0 to 10 are known"};
     return {};
 }
 

@@ -1,6 +1,7 @@
 #ifndef FORMATS_CLASHEADER_H
 #define FORMATS_CLASHEADER_H
 
+#include <formats/CFileCause.h>
 #include <formats/LasLayout.h>
 
 #include <array>
@@ -43,9 +44,8 @@ struct CLasHeader
 
     /// Reads the header. What could be read stays also when something is wrong with it.
     ///
-    /// @return why the library does not take the file, as far as the header tells: one line of English
-    ///         without path and full stop; empty: nothing found.
-    std::string Read(CSizedFile& file);
+    /// @return why the library does not take the file, as far as the header tells.
+    CFileCause Read(CSizedFile& file);
 
     /// @return whether the points have colours, and whether the library takes them.
     bool HasColor() const { return LasLayout::HasColor(static_cast<unsigned>(nFormat)); }
@@ -72,8 +72,8 @@ private:
     void TakeFacts(const unsigned char* pBytes);
     void TakeLaterCounts(const unsigned char* pBytes);
     int CalcMinHeaderSize(int nMinorOfSize) const;
-    std::string FindWrongPlace() const;
-    std::string FindWrongLayout() const;
+    CFileCause FindWrongPlace() const;
+    CFileCause FindWrongLayout() const;
 };
 
 #endif

@@ -61,7 +61,7 @@ bool CLazGuard::Check(std::int64_t nPos, std::uint16_t nSize, std::int64_t nPosP
         m_nMaxNumPnts = std::numeric_limits<std::uint32_t>::max();
         m_nPosFirst = m_nPosPnts;
         m_nChunkSize = 0;
-        return CLazCode::BeginsAt(m_file, m_nPosPnts + m_nPntSize) || Refuse(c_sBadPnts);
+        return CLazCode::BeginsAt(m_file, m_nPosPnts + m_nPntSize) || Refuse(FileCause_LazPnts, c_sBadPnts);
     }
     m_nPosFirst = m_nPosPnts + LasLayout::c_nTablePosSize;
     m_bVariable = m_nChunkSize == c_nVariableChunks;
@@ -70,6 +70,7 @@ bool CLazGuard::Check(std::int64_t nPos, std::uint16_t nSize, std::int64_t nPosP
         return CheckChunks();
     if (m_bVariable)
         return Refuse(
+            FileCause_LazNoTable,
             "it is cut off, damaged or was never finished: the table of its compressed points, without "
             "which they cannot be read, is not there");
     TakeChunksWithoutTable();
@@ -93,20 +94,22 @@ bool CLazGuard::CheckCompressor(std::int64_t nPos, std::uint16_t nSize)
     constexpr const char* c_sBadRecord = "what it says of its compression is damaged";
     std::array<unsigned char, c_nCompressorSize> acBytes{};
     if (nSize < acBytes.size() || !m_file.ReadAt(nPos, acBytes))
-        return Refuse(c_sBadRecord);
+        return Refuse(FileCause_LazRecord, c_sBadRecord);
     m_nCompressor = Get(acBytes.data(), c_nCompressor);
     m_nChunkSize = Get(acBytes.data(), c_nChunkSize);
     m_bLayered = m_nCompressor == c_nLayered;
     if (m_nCompressor < c_nOneStream || m_nCompressor > c_nLayered)
-        return Refuse("it is compressed in an unknown way (" + std::to_string(m_nCompressor) + ")");
+        return Refuse(FileCause_LazCompressor,
+                      "it is compressed in an unknown way (" + std::to_string(m_nCompressor) + ")");
     const std::uint16_t nNumItems = Get(acBytes.data(), c_nNumItems);
     if (m_nCompressor >= c_nChunked && m_nChunkSize == 0)
-        return Refuse(c_sBadRecord);
+        return Refuse(FileCause_LazRecord, c_sBadRecord);
     if (Get(acBytes.data(), c_nCoder) != 0 || nNumItems == 0 ||
         nSize != c_nCompressorSize + sizeof(CLazItem) * nNumItems)
-        return Refuse(c_sBadRecord);
+        return Refuse(FileCause_LazRecord, c_sBadRecord);
     return CheckItems(nPos + static_cast<std::int64_t>(c_nCompressorSize), nNumItems) ||
-           Refuse("it is compressed in an unknown way, or what it says of its points is damaged");
+           Refuse(FileCause_LazItems,
+                  "it is compressed in an unknown way, or what it says of its points is damaged");
 }
 
 /// The parts of a point: together as many bytes as a point, and of the kind that the compressor takes.
@@ -174,10 +177,10 @@ bool CLazGuard::CheckChunks()
         m_vecStarts.push_back(nPos + chunk.nNumBytes);
         if (m_bLayered ? !ReadLayers(nPos) || nPos != m_vecStarts.back()
                        : !CLazCode::BeginsAt(m_file, nPos + m_nPntSize))
-            return Refuse(c_sBadPnts);
+            return Refuse(FileCause_LazPnts, c_sBadPnts);
         const std::uint32_t nNumPnts = m_bLayered ? m_vecNumbers.front() : chunk.nNumPnts;
         if (m_bVariable && nNumPnts != chunk.nNumPnts)
-            return Refuse(c_sBadPnts);
+            return Refuse(FileCause_LazPnts, c_sBadPnts);
         nSumPnts += nNumPnts;
     }
     if (!m_bVariable)

@@ -1,6 +1,7 @@
 #ifndef FORMATS_CLAZGUARD_H
 #define FORMATS_CLAZGUARD_H
 
+#include <formats/CFileCause.h>
 #include <formats/CFilePatch.h>
 #include <formats/CLazTable.h>
 
@@ -33,7 +34,7 @@ public:
     bool Check(std::int64_t nPos, std::uint16_t nSize, std::int64_t nPosPnts, std::uint16_t nPntSize);
 
     /// Why `Check` has returned false, see CLasGuard.
-    const std::string& GetCause() const noexcept { return m_sCause; }
+    const CFileCause& GetCause() const noexcept { return m_cause; }
 
     /// Where the first point stands, which is not compressed. REQUIRES: Check has returned true.
     std::int64_t GetPosFirst() const noexcept { return m_nPosFirst; }
@@ -73,14 +74,14 @@ private:
     void TakeChunksWithoutTable();
     bool ReadLayers(std::int64_t& nPos);
 
-    bool Refuse(std::string sCause)
+    bool Refuse(enumFileCause eCause, std::string sText)
     {
-        m_sCause = std::move(sCause);
+        m_cause = {eCause, std::move(sText)};
         return false;
     }
 
     CSizedFile& m_file;
-    std::string m_sCause;
+    CFileCause m_cause;
     std::int64_t m_nPosPnts = 0;
     std::uint16_t m_nPntSize = 0;
     std::int64_t m_nPosFirst = 0;

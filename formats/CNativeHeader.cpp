@@ -34,13 +34,14 @@ bool CNativeHeader::IsOriginFinite() const noexcept
     return std::all_of(afOrg.begin(), afOrg.end(), [](float f) { return std::isfinite(f); });
 }
 
-std::string CNativeHeader::FindCause() const
+CFileCause CNativeHeader::FindCause() const
 {
     if (nSize < c_acNativePrologue.size())
-        return "not a native cloud file: it has " + CountOf(static_cast<std::int64_t>(nSize), "byte") +
-               " only";
+        return {FileCause_NativeTooShort, "not a native cloud file: it has " +
+                                              CountOf(static_cast<std::int64_t>(nSize), "byte") + " only"};
     if (!IsTypeKnown())
-        return (bPrologue ? "" : "not a native cloud file: ") + std::string("its point type is ") +
-               std::to_string(nType) + ", 0 and 1 are known";
-    return IsOriginFinite() ? "" : "its origin is no finite number: it is damaged";
+        return {FileCause_NativeType, (bPrologue ? "" : "not a native cloud file: ") +
+                                          std::string("its point type is ") + std::to_string(nType) +
+                                          ", 0 and 1 are known"};
+    return {FileCause_None, IsOriginFinite() ? "" : "its origin is no finite number: it is damaged"};
 }

@@ -1,12 +1,12 @@
 #ifndef FORMATS_CNATIVEHEADER_H
 #define FORMATS_CNATIVEHEADER_H
 
+#include <formats/CFileCause.h>
 #include <formats/NativeFormat.h>
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <string>
 
 /// What stands in a native file before its points. Bytes behind the end of the file count as zero.
 struct CNativeHeader
@@ -29,9 +29,8 @@ struct CNativeHeader
 
     bool IsOriginFinite() const noexcept;
 
-    /// @return why the library does not load the file, or nothing useful from it, one line without a
-    ///         full stop; empty: nothing found.
-    std::string FindCause() const;
+    /// @return why the library does not load the file, or nothing useful from it.
+    CFileCause FindCause() const;
 
     std::size_t nSize = 0;  ///< bytes of the header that are there
     bool bPrologue = false; ///< the first five bytes are as they are written; the library takes any

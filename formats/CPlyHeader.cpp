@@ -68,13 +68,13 @@ enumPlyRole RoleFromName(std::string_view sName)
     return static_cast<enumPlyRole>(pFound - c_asPlyRoleNames.begin() + PlyRole_X);
 }
 
-std::string FindFormatCause(std::string_view sPiece)
+CFileCause FindFormatCause(std::string_view sPiece)
 {
     if (StartsWith(sPiece, "format ascii"))
-        return "ASCII PLY is not supported, only binary little-endian";
+        return {FileCause_PlyAscii, "ASCII PLY is not supported, only binary little-endian"};
     if (StartsWith(sPiece, "format binary_big_endian"))
-        return "big-endian PLY is not supported, only binary little-endian";
-    return "its second line is not 'format binary_little_endian 1.0'";
+        return {FileCause_PlyBigEndian, "big-endian PLY is not supported, only binary little-endian"};
+    return {FileCause_PlyFormat, "its second line is not 'format binary_little_endian 1.0'"};
 }
 
 } // namespace
@@ -193,15 +193,17 @@ const CPlyElement* CPlyHeader::FindVertices() const
     return found == m_vecElements.end() ? nullptr : &*found;
 }
 
-std::string CPlyHeader::FindCause() const
+CFileCause CPlyHeader::FindCause() const
 {
     if (m_eState == State_First)
-        return "not a PLY file";
+        return {FileCause_PlyFirstLine, "not a PLY file"};
     if (m_eState == State_Format)
         return FindFormatCause(m_sFormat);
     if (m_eState != State_End)
-        return "its header has no end, 'end_header' is missing";
-    return m_vecElements.empty() ? "no element holds anything, every count is 0" : "";
+        return {FileCause_PlyNoEnd, "its header has no end, 'end_header' is missing"};
+    if (m_vecElements.empty())
+        return {FileCause_PlyNoElements, "no element holds anything, every count is 0"};
+    return {};
 }
 
 std::string CPlyHeader::FindMissingCoords(const CPlyElement& element) const
@@ -216,21 +218,23 @@ std::string CPlyHeader::FindMissingCoords(const CPlyElement& element) const
     return sMissing;
 }
 
-std::string CPlyHeader::FindCause(const CPlyElement& element) const
+CFileCause CPlyHeader::FindCause(const CPlyElement& element) const
 {
     const CPlyProperty* const pProps = GetProperties(element);
     const CPlyProperty* const pEnd = pProps + element.nNumProps;
     const std::string sMissing = element.bVertex ? FindMissingCoords(element) : "";
     const std::string sName(GetName(element));
     if (!sMissing.empty())
-        return (sName == "vertex" ? "its vertices have no "
-                                  : "its element " + sName + " is taken for the vertices and has no ") +
-               sMissing;
+        return {FileCause_PlyNoCoords,
+                (sName == "vertex" ? "its vertices have no "
+                                   : "its element " + sName + " is taken for the vertices and has no ") +
+                    sMissing};
     const CPlyProperty* const pOther =
         std::find_if(pProps, pEnd, [](const CPlyProperty& prop) { return !prop.IsReadable(); });
     if (pOther == pEnd)
         return {};
     const std::string sText(GetText(pOther->nText, pOther->nTextSize));
-    return "property type not supported: '" + sText.substr(0, sText.rfind(' ')) + "' of " +
-           std::string(BehindLastBlank(sText)) + " in element " + sName;
+    return {FileCause_PlyPropertyType, "property type not supported: '" + sText.substr(0, sText.rfind(' ')) +
+                                           "' of " + std::string(BehindLastBlank(sText)) + " in element " +
+                                           sName};
 }

@@ -1,6 +1,7 @@
 #ifndef FORMATS_CPLYHEADER_H
 #define FORMATS_CPLYHEADER_H
 
+#include <formats/CFileCause.h>
 #include <formats/PlyTypes.h>
 
 #include <cstddef>
@@ -76,15 +77,18 @@ public:
     /// @return the element whose items become points first; null when there is none.
     const CPlyElement* FindVertices() const;
 
-    /// @return why the library refuses the header, one line without a full stop; empty: it does not. A header
-    ///         without an end is a cause too, though the library takes the elements that stand whole in it.
-    std::string FindCause() const;
+    /// @return why the library refuses the header. A header without an end is a cause too, though the library
+    ///         takes the elements that stand whole in it: IsTaken.
+    CFileCause FindCause() const;
+
+    /// @return whether the library goes on to the data.
+    bool IsTaken() const noexcept { return m_eState >= State_Inside && !m_vecElements.empty(); }
 
     /// @return whether an element has x, y and z.
     bool HasCoords(const CPlyElement& element) const { return FindMissingCoords(element).empty(); }
 
     /// @return why the library gives up at one of `GetElements`, likewise.
-    std::string FindCause(const CPlyElement& element) const;
+    CFileCause FindCause(const CPlyElement& element) const;
 
 private:
     std::string FindMissingCoords(const CPlyElement& element) const;

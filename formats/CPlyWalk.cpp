@@ -16,11 +16,11 @@ std::int64_t CalcSize(const CPlyProperty& prop)
 CPlyWalk::CPlyWalk(const CPlyHeader& header, std::int64_t nFileSize)
     : m_header(header), m_nFileSize(nFileSize), m_nPos(header.GetDataOffset())
 {
-    const std::string sCause = header.FindCause();
-    if (sCause.empty())
+    Note(header.FindCause());
+    if (header.IsTaken())
         Advance();
     else
-        Finish(sCause);
+        Refuse();
 }
 
 void CPlyWalk::Take(std::int64_t nPosBlock, std::string_view sBlock)
@@ -32,9 +32,8 @@ void CPlyWalk::Take(std::int64_t nPosBlock, std::string_view sBlock)
         m_nPos += 1 + nItems * CalcSize(m_header.GetProperties(GetElement())[m_nProp]);
         ++m_nProp;
         if (m_nPos > m_nFileSize)
-            FinishCutOff();
-        else
-            Advance();
+            NoteCutOff();
+        Advance();
     }
 }
 
@@ -46,64 +45,84 @@ void CPlyWalk::Advance()
         const CPlyElement& element = GetElement();
         const CPlyProperty* const pProps = m_header.GetProperties(element);
         const bool bBegins = m_nItem == 0 && m_nProp == 0;
-        const std::string sCause = bBegins ? m_header.FindCause(element) : "";
-        if (!sCause.empty())
-            return Finish(sCause);
+        const CFileCause cause = bBegins ? m_header.FindCause(element) : CFileCause();
+        if (!cause.empty())
+        {
+            Note(cause);
+            return Refuse();
+        }
         const bool bLists = std::any_of(pProps, pProps + element.nNumProps,
                                         [](const CPlyProperty& prop) { return prop.IsList(); });
         if (!(bLists ? AdvanceLists(element) : AdvanceItems(element)))
             return;
         m_nItem = 0;
     }
-    Finish(m_header.FindVertices() == nullptr ? "has no vertices" : "");
+    if (m_header.FindVertices() == nullptr)
+        Note({FileCause_None, "has no vertices"});
+    m_bDone = true;
 }
 
+/// To the library a value is there where its first byte is: the last one may be cut off.
 /// @return false when the walk ends or has to wait.
 bool CPlyWalk::AdvanceItems(const CPlyElement& element)
 {
+    if (element.nNumProps == 0)
+        return true;
     std::int64_t nItemSize = 0;
     const CPlyProperty* const pProps = m_header.GetProperties(element);
     for (std::size_t i = 0; i < element.nNumProps; ++i)
         nItemSize += CalcSize(pProps[i]);
-    m_nItem = nItemSize == 0 ? element.nAnnounced
-                             : std::min(element.nAnnounced, (m_nFileSize - m_nPos) / nItemSize);
-    m_nPos += m_nItem * nItemSize;
+    m_nItem = std::min(element.nAnnounced, std::max<std::int64_t>(m_nFileSize - m_nPos, 0) / nItemSize);
     if (m_nItem < element.nAnnounced)
-        FinishCutOff();
+        NoteCutOff();
+    m_nPos += element.nCount * nItemSize;
+    if (m_nPos - CalcSize(pProps[element.nNumProps - 1]) >= m_nFileSize)
+        Refuse();
     return !m_bDone;
 }
 
 /// @return false when the walk ends or has to wait.
 bool CPlyWalk::AdvanceLists(const CPlyElement& element)
 {
-    for (; m_nItem < element.nAnnounced; ++m_nItem)
+    for (; m_nItem < element.nCount; ++m_nItem)
     {
         for (; m_nProp < element.nNumProps; ++m_nProp)
         {
-            const CPlyProperty& prop = m_header.GetProperties(element)[m_nProp];
-            if (prop.IsList() && m_nPos < m_nFileSize)
-                return false; // its count is wanted
-            m_nPos += CalcSize(prop);
-            if (prop.IsList() || m_nPos > m_nFileSize)
+            if (m_nPos >= m_nFileSize)
             {
-                FinishCutOff();
+                NoteCutOff();
+                Refuse();
                 return false;
             }
+            const CPlyProperty& prop = m_header.GetProperties(element)[m_nProp];
+            if (prop.IsList())
+                return false; // its count is wanted
+            m_nPos += CalcSize(prop);
+            if (m_nPos > m_nFileSize)
+                NoteCutOff();
         }
         m_nProp = 0;
     }
     return true;
 }
 
-void CPlyWalk::FinishCutOff()
+void CPlyWalk::NoteCutOff()
 {
     const CPlyElement& element = GetElement();
-    Finish("truncated after " + std::to_string(m_nItem) + " of " +
-           FormatPlyItems(element.nAnnounced, m_header.GetName(element), element.bVertex));
+    Note({FileCause_PlyCutOff,
+          "truncated after " + std::to_string(m_nItem) + " of " +
+              FormatPlyItems(element.nAnnounced, m_header.GetName(element), element.bVertex)});
 }
 
-void CPlyWalk::Finish(const std::string& sCause)
+/// Keeps the first.
+void CPlyWalk::Note(const CFileCause& cause)
 {
-    m_sCause = sCause;
+    if (m_cause.empty())
+        m_cause = cause;
+}
+
+void CPlyWalk::Refuse()
+{
+    m_bRefused = true;
     m_bDone = true;
 }

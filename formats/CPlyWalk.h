@@ -22,16 +22,18 @@ public:
     /// Looks at the counts in a block of the file that stands at `nPosBlock`.
     void Take(std::int64_t nPosBlock, std::string_view sBlock);
 
-    /// @return why the library does not read the file, without a full stop; empty: nothing found so far.
-    const std::string& GetCause() const { return m_sCause; }
+    /// @return the first that is wrong with the file, as far as found; a refusal where the library does not
+    ///         read it to its end.
+    CFileCause GetCause() const { return {m_bRefused ? m_cause.eCause : FileCause_None, m_cause.sText}; }
 
 private:
     void Advance();
     bool AdvanceItems(const CPlyElement& element);
     bool AdvanceLists(const CPlyElement& element);
     const CPlyElement& GetElement() const { return m_header.GetElements()[m_nElem]; }
-    void FinishCutOff();
-    void Finish(const std::string& sCause);
+    void NoteCutOff();
+    void Note(const CFileCause& cause);
+    void Refuse();
 
     const CPlyHeader& m_header;
     std::int64_t m_nFileSize;
@@ -40,7 +42,8 @@ private:
     std::int64_t m_nItem = 0; // of the element
     std::size_t m_nProp = 0;  // of the item
     bool m_bDone = false;
-    std::string m_sCause;
+    CFileCause m_cause; // with its number, refused or not
+    bool m_bRefused = false;
 };
 
 #endif

@@ -15,16 +15,13 @@ namespace zorcld
 
 class CInputFile;
 
-/// A kind of file that the library reads: how it is called and how it is told from others.
+/// A kind of file that the library reads: how it is called.
 struct CFileKind
 {
     enumPntCldFile eFile;
     const char* pName;                           ///< for --type and in results
     const char* pTitle;                          ///< for people
     std::vector<std::string_view> vecExtensions; ///< lower case, without the dot
-
-    /// Do the first bytes of a file, up to 16 of them, say that it is of this kind?
-    bool (*pIsContent)(std::string_view sFirstBytes);
 
     /// @param sPath   as the user named it.
     /// @param reader  of that file, at its start; moved into the result.

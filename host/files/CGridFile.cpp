@@ -1,7 +1,6 @@
 #include <host/files/CGridFile.h>
 
 #include <formats/AsciiGridFindings.h>
-#include <formats/AsciiGridKeys.h>
 #include <host/output/PrintLine.h>
 
 #include <fmt/format.h>
@@ -15,7 +14,6 @@ const CFileKind CGridFile::c_kind = {
     "grid",
     "ESRI ASCII grid",
     {"asc", "agr"},
-    IsAsciiGridStart,
     [](const std::string& sPath, CByteReader&& reader) -> std::unique_ptr<CInputFile>
     { return std::make_unique<CGridFile>(sPath, std::move(reader)); }};
 

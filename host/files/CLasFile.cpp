@@ -105,7 +105,6 @@ const CFileKind CLasFile::c_kind = {
     "las",
     "LAS",
     {"las", "laz"},
-    [](std::string_view sFirst) { return sFirst.substr(0, 4) == "LASF"; },
     [](const std::string& sPath, CByteReader&& reader) -> std::unique_ptr<CInputFile>
     { return std::make_unique<CLasFile>(sPath, std::move(reader)); }};
 
@@ -113,7 +112,7 @@ CLasFile::CLasFile(const std::string& sPath, CByteReader&& reader)
     : CInputFile(c_kind, sPath, std::move(reader)), m_guard(sPath.c_str()), m_header(m_guard.GetHeader())
 {
     const bool bLet = m_guard.Check();
-    m_sHeadCause = ZORCLD_HAS_LAS ? m_guard.GetCause()
+    m_sHeadCause = ZORCLD_HAS_LAS ? m_guard.GetCause().sText
                                   : "this zorcld was built without a library that reads LAS (ZOR4DATA_LAS)";
     if (!bLet)
         return;

@@ -4,28 +4,15 @@
 #include <zor4data/CPntCld.h>
 
 #include <algorithm>
-#include <cstring>
 
 namespace zorcld
 {
-
-namespace
-{
-
-bool HasPrologue(std::string_view sFirst)
-{
-    return sFirst.size() >= c_acNativePrologue.size() &&
-           std::memcmp(sFirst.data(), c_acNativePrologue.data(), c_acNativePrologue.size()) == 0;
-}
-
-} // namespace
 
 const CFileKind CNativeFile::c_kind = {
     PntCldFile_Native,
     "native",
     "native cloud file",
     {"cld"},
-    HasPrologue,
     [](const std::string& sPath, CByteReader&& reader) -> std::unique_ptr<CInputFile>
     { return std::make_unique<CNativeFile>(sPath, std::move(reader)); }};
 

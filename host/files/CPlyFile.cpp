@@ -26,7 +26,6 @@ const CFileKind CPlyFile::c_kind = {
     "ply",
     "PLY",
     {"ply"},
-    [](std::string_view sFirst) { return sFirst.substr(0, 4) == "ply\n" || sFirst.substr(0, 4) == "ply\r"; },
     [](const std::string& sPath, CByteReader&& reader) -> std::unique_ptr<CInputFile>
     { return std::make_unique<CPlyFile>(sPath, std::move(reader)); }};
 

@@ -1,5 +1,7 @@
 #include <host/files/OpenInputFile.h>
 
+#include <formats/FindFileKind.h>
+#include <formats/FindPathCause.h>
 #include <host/files/CFileKind.h>
 #include <host/files/CGridFile.h>
 #include <host/files/CInputOptions.h>
@@ -11,46 +13,29 @@
 #include <host/output/GetExtension.h>
 
 #include <algorithm>
-#include <filesystem>
 
 namespace zorcld
 {
 
-namespace fs = std::filesystem;
-
 namespace
 {
 
-void RefuseIrregular(const std::string& sPath)
-{
-    std::error_code error;
-    const fs::file_status status = fs::status(sPath, error);
-    if (status.type() == fs::file_type::not_found)
-        throw CFailure(sPath, "not found");
-    if (error)
-        throw CFailure(sPath, error.message());
-    if (fs::is_directory(status))
-        throw CFailure(sPath, "is a directory");
-    if (!fs::is_regular_file(status)) // a pipe could be read once only
-        throw CFailure(sPath, "is not a regular file");
-}
-
 std::string ReadFirstBytes(CByteReader& reader)
 {
-    constexpr std::size_t c_nMaxBytes = 16;
     std::string sBytes;
-    for (int c = 0; sBytes.size() < c_nMaxBytes && (c = reader.Get()) >= 0;)
+    for (int c = 0; sBytes.size() < c_nFileKindBytes && (c = reader.Get()) >= 0;)
         sBytes += static_cast<char>(c);
     reader.SetPos(0);
     return sBytes;
 }
 
-const CFileKind& FindFileKind(const CInputOptions& input, const std::string& sFirstBytes)
+const CFileKind& ChooseFileKind(const CInputOptions& input, const std::string& sFirstBytes)
 {
+    const enumPntCldFile eContent = FindFileKind(sFirstBytes);
     std::string sExtension = GetExtension(input.sPath);
     sExtension.erase(0, 1); // the dot
     for (const CFileKind* pKind : GetFileKinds())
-        if (!input.sType.empty() ? input.sType == pKind->pName : pKind->pIsContent(sFirstBytes))
+        if (!input.sType.empty() ? input.sType == pKind->pName : pKind->eFile == eContent)
             return *pKind;
     for (const CFileKind* pKind : GetFileKinds())
         if (std::count(pKind->vecExtensions.begin(), pKind->vecExtensions.end(), sExtension) != 0)
@@ -70,13 +55,15 @@ const std::vector<const CFileKind*>& GetFileKinds()
 
 std::unique_ptr<CInputFile> OpenInputFile(const CInputOptions& input)
 {
-    RefuseIrregular(input.sPath);
+    const CFileCause cause = FindPathCause(input.sPath.c_str());
+    if (cause.IsRefusal())
+        throw CFailure(input.sPath, cause.sText);
     CByteReader reader = OpenByteReader(input.sPath);
     const std::string sFirstBytes = ReadFirstBytes(reader);
     if (sFirstBytes.empty())
         throw CFailure(input.sPath, "is empty");
     std::unique_ptr<CInputFile> pFile =
-        FindFileKind(input, sFirstBytes).pMakeFile(input.sPath, std::move(reader));
+        ChooseFileKind(input, sFirstBytes).pMakeFile(input.sPath, std::move(reader));
     pFile->SetToldType(input.sType);
     return pFile;
 }

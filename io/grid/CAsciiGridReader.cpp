@@ -1,5 +1,6 @@
 #include <io/grid/CAsciiGridReader.h>
 
+#include <formats/AsciiGridCells.h>
 #include <formats/CAsciiGridHeader.h>
 #include <formats/CAsciiGridText.h>
 #include <formats/CFilePtr.h>
@@ -7,49 +8,70 @@
 #include <io/grid/CAsciiGridCells.h>
 #include <zor4data/IPntCldReadListener.h>
 
-bool CAsciiGridReader::Read(const zor::String& sPath)
-{
-    CAsciiGridHeader header;
-    CAsciiGridCells cells;
-    {
-        const CFilePtr pFile(std::fopen(sPath.c_str(), "r"));
-        if (pFile == nullptr)
-            return false;
-        std::setvbuf(pFile.get(), nullptr, _IONBF, 0);
-        CAsciiGridText text(pFile.get());
-        if (!header.Read(text))
-            return false;
-        ReadCells(text, header, cells);
-    }
-    if (cells.GetNumCells() == 0)
-        return false;
+#include <cstdio>
 
-    m_listener.OnReadType(PntCldType_Pnt);
-    m_listener.OnReadNumPnts(SaturateToInt32(cells.GetNumCells()));
-    // KEPT: the point is the upper left corner of the cell, not its centre
-    // (Read_PointsOnUpperLeftCorners_Kept).
-    cells.Take(
-        [&](std::int32_t nRow, std::int32_t nCol, double dValue)
-        {
-            m_listener.OnReadPnt(nCol * header.dCellSize + header.dXCorner,
-                                 (header.nNumRows - nRow) * header.dCellSize + header.dYCorner, dValue);
-        });
-    m_listener.OnReadEnd();
+namespace
+{
+
+/// Reads header and cells from the start of the file, which is left behind them.
+///
+/// @param take  is called with row, column and value of each cell that holds data.
+/// @return false when the header is refused.
+template <class F>
+bool ReadGrid(std::FILE* pFile, CAsciiGridHeader& header, F take)
+{
+    CAsciiGridText text(pFile);
+    if (!header.Read(text))
+        return false;
+    ForEachAsciiGridCell(text, header,
+                         [&](std::int32_t nRow, std::int32_t nCol, double dValue)
+                         {
+                             take(nRow, nCol, dValue);
+                             return true;
+                         });
     return true;
 }
 
-/// Reads the rows behind the header. Empty lines, with a carriage return or without, do not count as rows,
-/// lines of blanks do.
-void CAsciiGridReader::ReadCells(CAsciiGridText& text, const CAsciiGridHeader& header, CAsciiGridCells& cells)
+} // namespace
+
+bool CAsciiGridReader::Read(const zor::String& sPath)
 {
-    for (std::int32_t nRow = 0; nRow < header.nNumRows && text.FindLine(); ++nRow)
+    CFilePtr pFile(std::fopen(sPath.c_str(), "r"));
+    if (pFile == nullptr)
+        return false;
+    std::setvbuf(pFile.get(), nullptr, _IONBF, 0);
+    CAsciiGridHeader header;
+    CAsciiGridCells cells;
+    std::int64_t nNumCells = 0;
+    const auto keep = [&](std::int32_t nRow, std::int32_t nCol, double dValue)
     {
-        for (std::int32_t nCol = 0; nCol < header.nNumCols && text.FindToken(); ++nCol)
-        {
-            const double dValue = text.GetNumber();
-            if (dValue != header.dNoData) // true for what is not a number
-                cells.Add(nRow, nCol, dValue);
-        }
-        text.SkipLine();
+        if (nNumCells++ < m_nMaxWaiting)
+            cells.Add(nRow, nCol, dValue);
+    };
+    if (!ReadGrid(pFile.get(), header, keep) || nNumCells == 0)
+        return false;
+
+    m_listener.OnReadType(PntCldType_Pnt);
+    m_listener.OnReadNumPnts(SaturateToInt32(nNumCells));
+    // KEPT: the point is the upper left corner of the cell, not its centre
+    // (Read_PointsOnUpperLeftCorners_Kept).
+    const auto deliver = [&](std::int32_t nRow, std::int32_t nCol, double dValue)
+    {
+        m_listener.OnReadPnt(nCol * header.dCellSize + header.dXCorner,
+                             (header.nNumRows - nRow) * header.dCellSize + header.dYCorner, dValue);
+    };
+    if (nNumCells <= m_nMaxWaiting)
+    {
+        pFile.reset();
+        cells.Take(deliver);
     }
+    else
+    {
+        cells = CAsciiGridCells();
+        CAsciiGridHeader sameHeader;
+        if (fseeko(pFile.get(), 0, SEEK_SET) != 0 || !ReadGrid(pFile.get(), sameHeader, deliver))
+            return false;
+    }
+    m_listener.OnReadEnd();
+    return true;
 }

@@ -3,17 +3,23 @@
 
 #include <zor0lang/String.h>
 
-class CAsciiGridCells;
-struct CAsciiGridHeader;
-class CAsciiGridText;
+#include <cstdint>
+#include <limits>
+
 class IPntCldReadListener;
 
 /// Reads the cells of an ESRI ASCII grid that hold data as points without colour.
 class CAsciiGridReader
 {
 public:
-    /// @param listener  receives the points; kept, not owned.
-    explicit CAsciiGridReader(IPntCldReadListener& listener) : m_listener(listener) {}
+    /// @param listener     receives the points; kept, not owned.
+    /// @param nMaxWaiting  values that may wait in memory until all are counted, 8 bytes each; a file of more
+    ///                     is read twice.
+    explicit CAsciiGridReader(IPntCldReadListener& listener,
+                              std::int64_t nMaxWaiting = std::numeric_limits<std::int64_t>::max())
+        : m_listener(listener), m_nMaxWaiting(nMaxWaiting)
+    {
+    }
 
     /// Reads the file from start to end.
     ///
@@ -23,13 +29,13 @@ public:
     /// rows have fewer points. A token that is no number counts as 0.
     ///
     /// @return false, without any call, when the file is missing, its header is not complete or holds
-    ///         anything else, or no cell holds data.
+    ///         anything else, or no cell holds data. False without OnReadEnd when a file that is read twice
+    ///         is no longer there to be read.
     bool Read(const zor::String& sPath);
 
 private:
-    static void ReadCells(CAsciiGridText& text, const CAsciiGridHeader& header, CAsciiGridCells& cells);
-
     IPntCldReadListener& m_listener;
+    std::int64_t m_nMaxWaiting;
 };
 
 #endif

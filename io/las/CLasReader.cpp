@@ -43,10 +43,19 @@ bool Announce(const LASreader& reader, bool bColor, const CLasGuard& guard, IPnt
 
 } // namespace
 
+CFileCause CLasReader::FindCause(const CLasGuard& guard)
+{
+    if (guard.GetCause().IsRefusal() || !ZOR4DATA_LASLIB || guard.IsSafeAsItStands())
+        return guard.GetCause();
+    return {FileCause_LasUnsafe, "it is damaged in a way that this library does not read: its records or its "
+                                 "table of compressed points are not there"};
+}
+
 bool CLasReader::Read(IDlgProgress* pProgress, const zor::String& sPath)
 {
     CLasGuard guard(sPath.c_str());
-    if (!guard.Check() || (ZOR4DATA_LASLIB && !guard.IsSafeAsItStands()))
+    static_cast<void>(guard.Check());
+    if (FindCause(guard).IsRefusal())
         return false;
 
     LASreadOpener opener;

@@ -1,8 +1,10 @@
 #ifndef IO_LAS_CLASREADER_H
 #define IO_LAS_CLASREADER_H
 
+#include <formats/CFileCause.h>
 #include <zor0lang/String.h>
 
+class CLasGuard;
 class IDlgProgress;
 class IPntCldReadListener;
 
@@ -13,6 +15,10 @@ class CLasReader
 public:
     /// @param listener  receives the points; kept, not owned.
     explicit CLasReader(IPntCldReadListener& listener) : m_listener(listener) {}
+
+    /// @param guard  of a file, after its check.
+    /// @return why `Read` returns false without any call for that file.
+    static CFileCause FindCause(const CLasGuard& guard);
 
     /// Reads the file from start to end.
     ///

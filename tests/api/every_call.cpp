@@ -11,11 +11,13 @@
 #include <zor3geom/LINE_2D.h>
 #include <zor3geom/PAR_LINE_2D.h>
 #include <zor3geom/RECT_2D.h>
+#include <zor4data/CFileFacts.h>
 #include <zor4data/CPntArrays.h>
 #include <zor4data/CPntCld.h>
 #include <zor4data/CRootCube.h>
 #include <zor4data/FindPntsInPolygons.h>
 #include <zor4data/PickPnt.h>
+#include <zor4data/ReadPnts.h>
 
 #include <cstdio>
 #include <cstring>
@@ -219,6 +221,10 @@ void UseCompanions()
     Keep<int (*)(const CPntCld&, const PNT_3D&, const PNT_3D&, double, const TPlanes&)>(&PickPnt);
     Keep<int (*)(const CPntCld&, const PNT_3D&, double)>(&FindNearestPnt);
     Keep<int (*)(const CPntCld&, const PNT_2D&, double)>(&FindNearestPnt2D);
+    Keep<bool (*)(IPntCldReadListener&, IDlgProgress*, enumPntCldFile, const String&)>(&ReadPnts);
+    Keep<CFileFacts (*)(const String&)>(&FindFileFacts);
+    Keep<CFileFacts (*)(const String&, enumPntCldFile)>(&FindFileFacts);
+    Keep<std::vector<CFileLoss> (*)(const String&, enumPntCldFile)>(&FindFileLosses);
     Keep<void (*)(const CPntCld&, IPntCldListener*, const TParts&, bool, int)>(&FindPntsInPolygons);
 }
 

@@ -1,7 +1,9 @@
 // Companions when memory runs out, and how much they take.
 
 #include <tests/companions/CRecipeCld.h>
+#include <tests/companions/SmallFiles.h>
 #include <tests/support/CFailingAlloc.h>
+#include <zor4data/CFileFacts.h>
 #include <zor4data/PickPnt.h>
 
 #include <functional>
@@ -79,6 +81,22 @@ TYPED_TEST(Companions_alloc, FindNearest_TakesNone)
     EXPECT_NE(nFound, -1);
     EXPECT_NE(nFoundInPlan, -1);
     EXPECT_EQ(nNumAfter, nNumBefore);
+}
+
+// Whichever allocation fails, std::bad_alloc comes through, nothing leaks, and nothing counts as the file's
+// fault.
+TEST(Companions_alloc_files, FindFileFactsAndLosses_BadAllocOrTheResult)
+{
+    std::vector<CSmallFile> vecFiles = SmallForeignFiles();
+    vecFiles.push_back({PntCldFile_Native, SmallNative(PntCldType_PntColor)});
+    for (const CSmallFile& file : vecFiles)
+    {
+        const CMemFile memFile(file.sBytes);
+        const zor::String sPath(memFile.GetPath());
+        EXPECT_GT(FailEach([&] { EXPECT_EQ(FindFileFacts(sPath).eCause, FileCause_None); }), 0);
+        const std::size_t nNumLosses = FindFileLosses(sPath, file.eType).size();
+        FailEach([&] { EXPECT_EQ(FindFileLosses(sPath, file.eType).size(), nNumLosses); });
+    }
 }
 
 } // namespace

@@ -55,7 +55,7 @@ TEST(CAsciiGridMeaning, CellsThatAreNotSquare)
     const CAsciiGridMeaning meaning =
         Read(c_sSize + "xllcenter 10\nyllcenter 20\nDX 4\ndy 6\n" + c_sNoData + c_sRow);
     EXPECT_EQ("", meaning.FindCause());
-    EXPECT_NE(std::string::npos, meaning.FindTakenCause().find("(dx, dy)")) << meaning.FindTakenCause();
+    EXPECT_NE(std::string::npos, meaning.FindTakenCause().sText.find("(dx, dy)")) << meaning.FindTakenCause();
     EXPECT_EQ(4.0, meaning.GetCellWidth());
     EXPECT_EQ(6.0, meaning.GetCellHeight());
     EXPECT_EQ(8.0, meaning.GetXCorner());

@@ -279,7 +279,7 @@ TEST(CLasGuard, RealFiles)
     {
         CLasGuard guard((folder / "las" / file.sName).c_str());
         EXPECT_EQ(*file.sCause == '\0', guard.Check()) << file.sName << ": " << guard.GetCause();
-        EXPECT_NE(std::string::npos, guard.GetCause().find(file.sCause)) << guard.GetCause();
+        EXPECT_NE(std::string::npos, guard.GetCause().sText.find(file.sCause)) << guard.GetCause();
     }
 }
 

@@ -235,4 +235,18 @@ TEST(CAsciiGridReader, Read_ManyCells)
     EXPECT_TRUE(ReadGridSlowly(sText) == ReadGrid(sText));
 }
 
+// Whether values wait in memory or the file is read again is not to be seen.
+TEST(CAsciiGridReader, Read_SameCallsHoweverManyValuesMayWait)
+{
+    const CMemFile file(GridHeader(3, 3) + "1 2 -9999\n\n4 -9999 6\n7 x 9 10\n11\n");
+    const CReading whole = ReadGridFile(file.GetPath());
+    ASSERT_TRUE(whole.bResult);
+    for (int nMaxWaiting = 0; nMaxWaiting <= 8; ++nMaxWaiting)
+    {
+        CRecReadListener rec;
+        EXPECT_TRUE(ReadForeign(rec, &rec, PntCldFile_AsciiGrid, file.GetPath(), nMaxWaiting));
+        EXPECT_EQ(rec.m_vecCalls, whole.vecCalls) << nMaxWaiting;
+    }
+}
+
 } // namespace
