@@ -11,14 +11,17 @@ bool CPntCld::ReadFromFile(IDlgProgress* pProgress, enumPntCldFile eType, const 
 {
     m_sFilePath = sPath; // set first, since the copy can fail
     m_eFileType = eType;
-    return eType == PntCldFile_Native ? ReadFromFile(sPath) : ReadForeign(*this, pProgress, eType, sPath);
+    // KEPT: a native file tells no progress here (ReadFromFile_OfANativeFileTellsNoProgress_Kept).
+    return eType == PntCldFile_Native ? ReadFromFile(sPath, nullptr)
+                                      : ReadForeign(*this, pProgress, eType, sPath);
 }
 
-bool CPntCld::ReadFromFile(const zor::String& sPath)
+bool CPntCld::ReadFromFile(const zor::String& sPath, IDlgProgress* pProgress)
 {
     ifpstream stream(sPath);
     if (stream.IsFailed())
         return false;
+    stream.SetProgress(pProgress);
     const CNativeHeader header = ReadNativeHeader(stream);
     const auto eType = static_cast<enumPntCldType>(header.nType);
     // KEPT: the result does not tell whether the store took the points: a loaded one takes none, and a file

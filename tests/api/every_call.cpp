@@ -15,6 +15,7 @@
 #include <zor4data/CPntCld.h>
 #include <zor4data/CRootCube.h>
 #include <zor4data/FindPntsInPolygons.h>
+#include <zor4data/LoadNative.h>
 #include <zor4data/PickPnt.h>
 
 #include <cstdio>
@@ -216,6 +217,7 @@ void UseCompanions()
     Keep<CPntArrays (*)(const CPntCld&)>(&GetPntArrays);
     Keep<bool (*)(const CPntCld&, CRootCube&)>(&GetRootCube);
     Keep<bool (*)(const CRootCube&, int, TPosition, TPosition, TPosition, CLevelCube&)>(&GetLevelCube);
+    Keep<bool (*)(CPntCld&, IDlgProgress*, const zor::String&)>(&LoadNative);
     Keep<int (*)(const CPntCld&, const PNT_3D&, const PNT_3D&, double, const TPlanes&)>(&PickPnt);
     Keep<int (*)(const CPntCld&, const PNT_3D&, double)>(&FindNearestPnt);
     Keep<int (*)(const CPntCld&, const PNT_2D&, double)>(&FindNearestPnt2D);
