@@ -22,6 +22,9 @@ struct CCldStores
         cld.m_eFileType = PntCldFile_Native;
         return cld.ReadFromFile(sPath, pProgress);
     }
+
+    /// Writes what `WriteToFile` writes.
+    static void Write(CPntCld& cld, ofpstream& stream) { cld.WriteToFile(stream); }
 };
 
 #endif

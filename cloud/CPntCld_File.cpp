@@ -42,8 +42,11 @@ bool CPntCld::ReadFromFile(const zor::String& sPath, IDlgProgress* pProgress)
 bool CPntCld::WriteToFile(const zor::String& sPath, short nVersion)
 {
     ofpstream stream(sPath, "cld", nVersion);
-    if (stream.IsFailed())
-        return false;
+    return !stream.IsFailed() && WriteToFile(stream);
+}
+
+bool CPntCld::WriteToFile(ofpstream& stream)
+{
     stream.WriteNumber(static_cast<std::int32_t>(GetVersion()));
     stream.WriteNumber(static_cast<std::int16_t>(m_eType));
     return ForStore(m_eType, m_cld, m_cldColor, false,

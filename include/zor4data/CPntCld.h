@@ -21,6 +21,8 @@
 
 #include <vector>
 
+class ofpstream;
+
 /// One cloud of measured points in memory.
 ///
 /// Coordinates are kept to 1/10000 of the coordinate unit as offsets from the first point (rounded to
@@ -117,7 +119,7 @@ public:
     /// @param nVersion  not written; the file carries `GetVersion`.
     /// @return false when the file could not be opened, or the cloud has no point type. True in all other
     ///         cases: a full disk is not noticed, and a cloud without an octree leaves a file of 11 bytes,
-    ///         which loads as no points. To be certain, save to a temporary name and load that.
+    ///         which loads as no points. `SaveCloud` (a header of its own) tells.
     bool WriteToFile(const zor::String& sPath, short nVersion);
 
     /// Gives up points and octree. Selection, origin, flags and version stay until the next `Init`.
@@ -300,6 +302,7 @@ private:
     friend struct CCldStores; // what stands beside the class reads its stores
 
     ZOR4DATA_LOCAL bool ReadFromFile(const zor::String& sPath, IDlgProgress* pProgress);
+    ZOR4DATA_LOCAL bool WriteToFile(ofpstream& stream);
 
     enumPntCldType m_eType;
     COcTree<CTruncPnt> m_cld;            // live when the type is PntCldType_Pnt
