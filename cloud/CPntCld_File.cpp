@@ -12,8 +12,7 @@ bool CPntCld::ReadFromFile(IDlgProgress* pProgress, enumPntCldFile eType, const 
     m_sFilePath = sPath; // set first, since the copy can fail
     m_eFileType = eType;
     // KEPT: a native file tells no progress here (ReadFromFile_OfANativeFileTellsNoProgress_Kept).
-    return eType == PntCldFile_Native ? ReadFromFile(sPath, nullptr)
-                                      : ReadForeign(*this, pProgress, eType, sPath);
+    return eType == PntCldFile_Native ? ReadFromFile(sPath) : ReadForeign(*this, pProgress, eType, sPath);
 }
 
 bool CPntCld::ReadFromFile(const zor::String& sPath, IDlgProgress* pProgress)

@@ -301,7 +301,7 @@ public:
 private:
     friend struct CCldStores; // what stands beside the class reads its stores
 
-    ZOR4DATA_LOCAL bool ReadFromFile(const zor::String& sPath, IDlgProgress* pProgress);
+    ZOR4DATA_LOCAL bool ReadFromFile(const zor::String& sPath, IDlgProgress* pProgress = nullptr);
     ZOR4DATA_LOCAL bool WriteToFile(ofpstream& stream);
 
     enumPntCldType m_eType;
