@@ -14,6 +14,17 @@ struct CCldStores
     {
         return ForStore(cld.m_eType, cld.m_cld, cld.m_cldColor, other, operation);
     }
+
+    /// Loads a native file as `ReadFromFile` does, with progress.
+    static bool LoadNative(CPntCld& cld, IDlgProgress* pProgress, const zor::String& sPath)
+    {
+        cld.m_sFilePath = sPath; // set first, since the copy can fail
+        cld.m_eFileType = PntCldFile_Native;
+        return cld.ReadFromFile(sPath, pProgress);
+    }
+
+    /// Writes what `WriteToFile` writes.
+    static void Write(CPntCld& cld, ofpstream& stream) { cld.WriteToFile(stream); }
 };
 
 #endif

@@ -11,14 +11,16 @@ bool CPntCld::ReadFromFile(IDlgProgress* pProgress, enumPntCldFile eType, const 
 {
     m_sFilePath = sPath; // set first, since the copy can fail
     m_eFileType = eType;
+    // KEPT: a native file tells no progress here (ReadFromFile_OfANativeFileTellsNoProgress_Kept).
     return eType == PntCldFile_Native ? ReadFromFile(sPath) : ReadForeign(*this, pProgress, eType, sPath);
 }
 
-bool CPntCld::ReadFromFile(const zor::String& sPath)
+bool CPntCld::ReadFromFile(const zor::String& sPath, IDlgProgress* pProgress)
 {
     ifpstream stream(sPath);
     if (stream.IsFailed())
         return false;
+    stream.SetProgress(pProgress);
     const CNativeHeader header = ReadNativeHeader(stream);
     const auto eType = static_cast<enumPntCldType>(header.nType);
     // KEPT: the result does not tell whether the store took the points: a loaded one takes none, and a file
@@ -39,8 +41,11 @@ bool CPntCld::ReadFromFile(const zor::String& sPath)
 bool CPntCld::WriteToFile(const zor::String& sPath, short nVersion)
 {
     ofpstream stream(sPath, "cld", nVersion);
-    if (stream.IsFailed())
-        return false;
+    return !stream.IsFailed() && WriteToFile(stream);
+}
+
+bool CPntCld::WriteToFile(ofpstream& stream)
+{
     stream.WriteNumber(static_cast<std::int32_t>(GetVersion()));
     stream.WriteNumber(static_cast<std::int16_t>(m_eType));
     return ForStore(m_eType, m_cld, m_cldColor, false,

@@ -8,10 +8,10 @@ class CPntCld;
 namespace zorcld
 {
 
-/// Saves the cloud as a native file that appears whole or not at all: written under a temporary name beside
-/// the target, checked byte for byte as to its length and its octree, brought to the disk, and renamed.
+/// Saves the cloud with the library's SaveCloud, whose temporary file also goes away when the program is
+/// interrupted.
 ///
-/// REQUIRES: at least one point, and an octree.
+/// REQUIRES: an octree.
 /// @throws CFailure when that fails; a file that was there is then as it was.
 void SaveCloud(CPntCld& cloud, const std::string& sPath);
 

@@ -1,9 +1,13 @@
 #include <host/output/RemoveAbandoned.h>
 
+#include <formats/CPlacedFile.h>
+
 #include <algorithm>
 #include <cctype>
 #include <ctime>
+#include <filesystem>
 #include <memory>
+#include <string_view>
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -21,6 +25,7 @@ constexpr std::time_t c_nDay = 24 * 60 * 60;
 
 bool HasTempName(std::string_view sName)
 {
+    constexpr std::string_view c_sTempSuffix = CPlacedFile::c_sSuffix;
     const std::size_t nFixed = c_sTempSuffix.find('X');
     if (sName.size() <= c_sTempSuffix.size())
         return false;
@@ -49,12 +54,6 @@ bool IsHeld(int nFolder, const char* pName)
 
 } // namespace
 
-void HoldTempFile(int nFile)
-{
-    // Where the file system knows no locks, its age alone protects the file.
-    static_cast<void>(flock(nFile, LOCK_EX | LOCK_NB));
-}
-
 void RemoveAbandoned(const std::string& sFolder)
 {
     const std::unique_ptr<DIR, int (*)(DIR*)> pFolder(opendir(sFolder.empty() ? "." : sFolder.c_str()),
@@ -70,6 +69,13 @@ void RemoveAbandoned(const std::string& sFolder)
             !IsHeld(nFolder, pEntry->d_name))
             unlinkat(nFolder, pEntry->d_name, 0);
     }
+}
+
+void RemoveAbandonedBeside(const std::string& sTarget)
+{
+    std::string sPath;
+    if (CPlacedFile::FollowLink(sTarget, sPath) == 0)
+        RemoveAbandoned(std::filesystem::path(sPath).parent_path().string());
 }
 
 } // namespace zorcld

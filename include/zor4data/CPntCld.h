@@ -21,6 +21,8 @@
 
 #include <vector>
 
+class ofpstream;
+
 /// One cloud of measured points in memory.
 ///
 /// Coordinates are kept to 1/10000 of the coordinate unit as offsets from the first point (rounded to
@@ -41,6 +43,10 @@
 ///
 /// Nothing here prints, starts a thread, or throws on its own account; std::bad_alloc passes through, and
 /// leaves the cloud as it was but for the order of its points where the octree was being built.
+///
+/// A host cancels with an exception out of one of its listeners. It passes through; nothing leaks. Const
+/// members and `Morph` leave the cloud exactly as it was. After a broken-off `ReadFromFile` it holds what had
+/// come: the type, the announced count, the points stored until then, and no octree.
 ///
 /// Const members, and functions beside the class that take it as const, may run on several threads at once
 /// as long as nothing changes the cloud or a copy of it; they call their listeners on these threads, the
@@ -96,7 +102,8 @@ public:
 
     /// Loads a file. The cloud is not cleared first.
     ///
-    /// @param pProgress  receives percent, one call a point and before it; null: no calls.
+    /// @param pProgress  receives percent, one call a point and before it; null, a grid, or a native file: no
+    ///                   calls. `LoadNative` (a header of its own) loads a native file with progress.
     /// @param eType      kind of the file; any other value: false.
     /// @param sPath      recorded together with the kind before anything else, whatever the outcome.
     /// @return false when there is no reader for the kind, or the file is missing, is not of the kind, or
@@ -112,7 +119,7 @@ public:
     /// @param nVersion  not written; the file carries `GetVersion`.
     /// @return false when the file could not be opened, or the cloud has no point type. True in all other
     ///         cases: a full disk is not noticed, and a cloud without an octree leaves a file of 11 bytes,
-    ///         which loads as no points. To be certain, save to a temporary name and load that.
+    ///         which loads as no points. `SaveCloud` (a header of its own) tells.
     bool WriteToFile(const zor::String& sPath, short nVersion);
 
     /// Gives up points and octree. Selection, origin, flags and version stay until the next `Init`.
@@ -294,7 +301,8 @@ public:
 private:
     friend struct CCldStores; // what stands beside the class reads its stores
 
-    ZOR4DATA_LOCAL bool ReadFromFile(const zor::String& sPath);
+    ZOR4DATA_LOCAL bool ReadFromFile(const zor::String& sPath, IDlgProgress* pProgress = nullptr);
+    ZOR4DATA_LOCAL bool WriteToFile(ofpstream& stream);
 
     enumPntCldType m_eType;
     COcTree<CTruncPnt> m_cld;            // live when the type is PntCldType_Pnt

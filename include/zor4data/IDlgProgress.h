@@ -10,7 +10,8 @@ public:
 
     /// @param nPos  work done so far, percent: 0 to 100, but beyond it where a file holds more points than it
     ///              announces. Never negative.
-    /// @return not looked at: an operation cannot be cancelled through it.
+    /// @return not looked at: an operation is cancelled with an exception, which may leave this slot as any
+    ///         other.
     virtual bool SetPos(int nPos) = 0;
 
 protected:

@@ -3,11 +3,11 @@
 
 #include <cstdint>
 
-/// Why a file is not loaded. Numbers stay what they are for good; new ones come behind the last of their
-/// kind.
+/// Why a file is not loaded, or not saved. Numbers stay what they are for good; new ones come behind the last
+/// of their kind.
 enum enumFileCause : std::int32_t
 {
-    FileCause_None = 0, ///< nothing found that would keep it from loading
+    FileCause_None = 0, ///< loading: nothing found that would keep it from it; saving: it is there, whole
 
     FileCause_NotFound = 1,    ///< there is no file of that name
     FileCause_NotOpened = 2,   ///< it is there, but cannot be opened or looked up
@@ -58,6 +58,13 @@ enum enumFileCause : std::int32_t
     FileCause_LazPnts = 92,       ///< its compressed points are damaged
     FileCause_LazNoTable = 93, ///< the table of its compressed points is missing, and cannot be done without
     FileCause_LasUnsafe = 94,  ///< it is not handed to LASlib, which does not cope with its damage
+
+    FileCause_NotCreated = 120,    ///< no file can be made in its folder
+    FileCause_NotWritten = 121,    ///< not every byte arrived: the disk is full, or it would grow too large
+    FileCause_NotSynced = 122,     ///< it could not be brought to the disk
+    FileCause_NotRenamed = 123,    ///< it could not be given its name
+    FileCause_LinkNowhere = 124,   ///< it is a symbolic link that leads nowhere, or in a circle
+    FileCause_NothingToSave = 125, ///< the cloud has no point type, or no octree
 };
 
 #endif

@@ -3,6 +3,7 @@
 #include <formats/NativeFormat.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <cstring>
 
@@ -53,7 +54,7 @@ ofpstream::ofpstream(const zor::String& sPath, const char* pTag, short nVersion)
 ofpstream::~ofpstream()
 {
     if (!IsFailed())
-        WriteOut(static_cast<std::size_t>(m_pPos - m_pBlock));
+        Flush();
 }
 
 void ofpstream::Write(const void* pBytes, std::size_t nNumBytes) noexcept
@@ -82,8 +83,18 @@ unsigned char* ofpstream::WriteBlock(unsigned char* pPos) noexcept
     return m_pPos;
 }
 
+void ofpstream::Flush() noexcept
+{
+    WriteOut(static_cast<std::size_t>(m_pPos - m_pBlock));
+    m_pPos = m_pBlock;
+}
+
 void ofpstream::WriteOut(std::size_t nNumBytes) noexcept
 {
-    if (std::ferror(m_pFile.get()) == 0)
-        std::fwrite(m_pBlock, 1, nNumBytes, m_pFile.get());
+    m_nNumBytes += nNumBytes;
+    if (m_nError != 0)
+        return;
+    errno = 0;
+    if (std::fwrite(m_pBlock, 1, nNumBytes, m_pFile.get()) != nNumBytes)
+        m_nError = errno != 0 ? errno : EIO;
 }

@@ -6,6 +6,7 @@
 #include <zor0lang/String.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 
 /// A binary file being written, behind a prologue of five bytes.
@@ -30,8 +31,17 @@ public:
     ofpstream(const ofpstream&) = delete;
     ofpstream& operator=(const ofpstream&) = delete;
 
+    /// Writes what is still in memory. Nothing is to be written afterwards.
+    void Flush() noexcept;
+
+    /// @return errno of the first write that failed; 0: the file has taken every byte given to it so far.
+    int GetError() const noexcept { return m_nError; }
+
+    /// @return length of the file with all that has been given to it.
+    std::uint64_t GetNumBytes() const noexcept { return m_nNumBytes; }
+
     /// @return whether the file could not be opened.
-    /// KEPT: nothing tells whether the bytes arrive. After the first that did not, nothing more is written
+    /// KEPT: it does not tell whether the bytes arrive. After the first that did not, nothing more is written
     /// (FullDisk_Kept, WriteToFile_FullDisk_Kept).
     bool IsFailed() const noexcept { return m_pFile == nullptr; }
 
@@ -73,6 +83,8 @@ private:
     CFilePtr m_pFile;
     zor::String m_sTag;
     short m_nVersion;
+    std::uint64_t m_nNumBytes = 0; // written, or tried to
+    int m_nError = 0;
 };
 
 #endif

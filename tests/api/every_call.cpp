@@ -16,8 +16,10 @@
 #include <zor4data/CPntCld.h>
 #include <zor4data/CRootCube.h>
 #include <zor4data/FindPntsInPolygons.h>
+#include <zor4data/LoadNative.h>
 #include <zor4data/PickPnt.h>
 #include <zor4data/ReadPnts.h>
+#include <zor4data/SaveCloud.h>
 
 #include <cstdio>
 #include <cstring>
@@ -218,6 +220,9 @@ void UseCompanions()
     Keep<CPntArrays (*)(const CPntCld&)>(&GetPntArrays);
     Keep<bool (*)(const CPntCld&, CRootCube&)>(&GetRootCube);
     Keep<bool (*)(const CRootCube&, int, TPosition, TPosition, TPosition, CLevelCube&)>(&GetLevelCube);
+    Keep<bool (*)(CPntCld&, IDlgProgress*, const zor::String&)>(&LoadNative);
+    Keep<enumFileCause (*)(CPntCld&, const zor::String&)>(&SaveCloud);
+    Keep<enumFileCause (*)(CPntCld&, const zor::String&, const TOnTempFile&)>(&SaveCloud);
     Keep<int (*)(const CPntCld&, const PNT_3D&, const PNT_3D&, double, const TPlanes&)>(&PickPnt);
     Keep<int (*)(const CPntCld&, const PNT_3D&, double)>(&FindNearestPnt);
     Keep<int (*)(const CPntCld&, const PNT_2D&, double)>(&FindNearestPnt2D);

@@ -1,4 +1,5 @@
 // Output files: where links lead, what is on the disk when a file gets its name, what killed runs leave.
+#include <formats/CPlacedFile.h>
 #include <host/output/RemoveAbandoned.h>
 #include <tests/host/support/CZorcld.h>
 
@@ -187,7 +188,7 @@ TEST(RemoveAbandoned, HeldFileStays)
     const CZorcld zorcld;
     const std::string sPath = WriteAged(zorcld, "x.zorcld-AbCd12", 48 * c_nHour);
     const int nFile = open(sPath.c_str(), O_RDONLY | O_CLOEXEC);
-    zorcld::HoldTempFile(nFile);
+    CPlacedFile::Hold(nFile);
     zorcld::RemoveAbandoned(zorcld.GetPath(""));
     EXPECT_TRUE(Exists(sPath));
     close(nFile);

@@ -324,4 +324,24 @@ TYPED_TEST(CPntCld_Native, ReadFromFile_IntoACopy)
     EXPECT_EQ(this->FileOfFive(), ReadFileBytes(this->m_out.GetPath()));
 }
 
+class CNoCalls final : public IDlgProgress
+{
+public:
+    void Start() override { ADD_FAILURE(); }
+    void Stop() override { ADD_FAILURE(); }
+    bool SetPos(int) override
+    {
+        ADD_FAILURE();
+        return true;
+    }
+};
+
+TYPED_TEST(CPntCld_Native, ReadFromFile_OfANativeFileTellsNoProgress_Kept)
+{
+    this->m_file.Set(this->FileOfFive());
+    CNoCalls progress;
+    EXPECT_TRUE(this->m_cld.ReadFromFile(&progress, PntCldFile_Native, this->m_file.GetPath()));
+    EXPECT_EQ(this->m_cld.GetNumPnts(), 5);
+}
+
 } // namespace
