@@ -4,6 +4,8 @@
 #include <cloud/ForStore.h>
 #include <zor4data/CPntCld.h>
 
+#include <vector>
+
 /// The way of the companions to a cloud's stores: a friend of the class, not installed.
 struct CCldStores
 {
@@ -21,6 +23,15 @@ struct CCldStores
         cld.m_sFilePath = sPath; // set first, since the copy can fail
         cld.m_eFileType = PntCldFile_Native;
         return cld.ReadFromFile(sPath, pProgress);
+    }
+
+    /// @return what `Morph` keeps, ascending.
+    static std::vector<int> FindGround(const CPntCld& cld, IPclProgressListener* pListener);
+
+    /// Reduces the live store to the listed points.
+    static void KeepPnts(CPntCld& cld, const std::vector<int>& vecIndices)
+    {
+        ForStore(cld.m_eType, cld.m_cld, cld.m_cldColor, [&](auto& store) { store.KeepPnts(vecIndices); });
     }
 
     /// Writes what `WriteToFile` writes.

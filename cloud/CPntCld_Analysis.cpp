@@ -2,7 +2,7 @@
 
 #include <analysis/ground/CPclManager.h>
 #include <analysis/outline/CalcCnt.h>
-#include <cloud/ForStore.h>
+#include <cloud/CCldStores.h>
 
 bool CPntCld::CalcCnt(IDlgProgress* pProgress, IPntCldListener* pListener, double d) const
 {
@@ -12,13 +12,18 @@ bool CPntCld::CalcCnt(IDlgProgress* pProgress, IPntCldListener* pListener, doubl
 
 // KEPT: the filter numbers the live points, and its numbers are taken as indices of the store: with points
 // marked deleted and not yet removed the two differ (Morph_PositionsAmongTheLiveAreIndicesOfAll_Kept).
-void CPntCld::Morph(IPclProgressListener* pListener)
+std::vector<int> CCldStores::FindGround(const CPntCld& cld, IPclProgressListener* pListener)
 {
     CPclManager manager;
     manager.CreateCloud();
     constexpr int c_nBatch = 4096;
-    GetPnts(&manager, c_nBatch);
+    cld.GetPnts(&manager, c_nBatch);
     std::vector<int> vecGround;
     manager.Filter(pListener, vecGround);
-    ForStore(m_eType, m_cld, m_cldColor, [&](auto& store) { store.KeepPnts(vecGround); });
+    return vecGround;
+}
+
+void CPntCld::Morph(IPclProgressListener* pListener)
+{
+    CCldStores::KeepPnts(*this, CCldStores::FindGround(*this, pListener));
 }

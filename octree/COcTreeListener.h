@@ -3,7 +3,7 @@
 
 #include <octree/CCadPntBatch.h>
 #include <octree/COcTreeData.h>
-#include <octree/COcTreeNode.h>
+#include <octree/FindLivePnt.h>
 #include <octree/IOcTreeListener.h>
 #include <octree/SetCadPnt.h>
 
@@ -12,6 +12,8 @@ template <class T>
 class COcTreeListener final : public IOcTreeListener<T>
 {
 public:
+    using IHost = IPntCldListener; ///< whom it delivers to
+
     /// Makes the buffer, then tells the colour listener the height range of the store's box (undefined
     /// without a tree).
     COcTreeListener(IPntCldListener* pListener, const COcTreeData<T>& store, std::int32_t nBatch);
@@ -50,14 +52,7 @@ public:
         return nNumLive;
     }
 
-    /// @return the first live point of a leaf, or -1.
-    std::int32_t FindLivePnt(const COcTreeLeaf& leaf) const noexcept
-    {
-        for (std::int32_t i = leaf.m_nFirst; i < leaf.m_nFirst + leaf.m_nCount; ++i)
-            if (!m_store.IsDeleted(i))
-                return i;
-        return -1;
-    }
+    std::int32_t FindLivePnt(const COcTreeLeaf& leaf) const noexcept { return ::FindLivePnt(m_store, leaf); }
 
 private:
     const COcTreeData<T>& m_store;

@@ -2,12 +2,11 @@
 #define OCTREE_DELIVERWHOLE_H
 
 #include <octree/COcTreeIndex.h>
-#include <octree/COcTreeListener.h>
 #include <octree/NodeRun.h>
 
 /// Delivers every live point under a node, in the order of the walk. L2: they are one run of the array.
-template <class T>
-void DeliverWhole(const COcTreeIndex& tree, COcTreeListener<T>& listener, const COcTreeNode& node)
+template <class Visitor>
+void DeliverWhole(const COcTreeIndex& tree, Visitor& listener, const COcTreeNode& node)
 {
     if (tree.m_bTiled)
     {

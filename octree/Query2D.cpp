@@ -17,11 +17,10 @@ using zor::geom::PNT_3D;
 namespace
 {
 
-constexpr int c_nBatch = 1;
 constexpr double c_dQuarterTurn = -1.5707963267948966; // radians
 
-template <class T>
-void FindEnd(const COcTreeData<T>& store, COcTreeListener<T>& listener, const PNT_2D& pnt)
+template <class T, class Visitor>
+void FindEnd(const COcTreeData<T>& store, Visitor& listener, const PNT_2D& pnt)
 {
     if (!HasRoot(store))
         return;
@@ -48,10 +47,10 @@ void CalcAcross(const PNT_2D& from, const PNT_2D& to, double t, PNT_3D& plus, PN
 
 } // namespace
 
-template <class T>
-void CQuery2D<T>::GetPnts2D(double xmin, double ymin, double xmax, double ymax) const
+template <class T, class Visitor>
+void CQuery2D<T, Visitor>::GetPnts2D(double xmin, double ymin, double xmax, double ymax) const
 {
-    CQuery3D<T>(m_store, m_pListener, c_nBatch)
+    CQuery3D<T, Visitor>(m_store, m_pListener, m_nBatch)
         .GetPnts_Clip({PLANE_3D(-1.0, 0.0, 0.0, xmin), PLANE_3D(0.0, -1.0, 0.0, ymin),
                        PLANE_3D(1.0, 0.0, 0.0, -xmax), PLANE_3D(0.0, 1.0, 0.0, -ymax)});
 }
@@ -59,13 +58,14 @@ void CQuery2D<T>::GetPnts2D(double xmin, double ymin, double xmax, double ymax) 
 // KEPT: a point at an end of the line is delivered by the end search and again by the corridor, and the
 // corridor, a query of its own, tells the colour listener the height range a second time
 // (NearLine_EndsInTheCorridorComeTwice_Kept, NearLine_SecondSetZRangeForTheCorridor_Kept).
-template <class T>
-void CQuery2D<T>::FindPnts2D_NearLine(const PNT_2D& p1, const PNT_2D& p2, double dist, bool bStart,
-                                      bool bEnd) const
+template <class T, class Visitor>
+void CQuery2D<T, Visitor>::FindPnts2D_NearLine(const PNT_2D& p1, const PNT_2D& p2, double dist, bool bStart,
+                                               bool bEnd) const
 {
-    COcTreeListener<T> listener(m_pListener, m_store, c_nBatch);
+    Visitor listener(m_pListener, m_store, m_nBatch);
     if (bStart)
         FindEnd(m_store, listener, p1);
+    listener.OnLeafEnd(); // the corridor has a buffer of its own
     if (dist > 0.0)
         FindCorridor(p1, p2, dist);
     if (bEnd)
@@ -75,8 +75,8 @@ void CQuery2D<T>::FindPnts2D_NearLine(const PNT_2D& p1, const PNT_2D& p2, double
 
 /// Delivers the points in the rectangle that reaches `dist` to either side of the segment and ends with it. A
 /// line without length has no corridor; a corridor whose corners are not finite numbers holds nothing.
-template <class T>
-void CQuery2D<T>::FindCorridor(const PNT_2D& p1, const PNT_2D& p2, double dist) const
+template <class T, class Visitor>
+void CQuery2D<T, Visitor>::FindCorridor(const PNT_2D& p1, const PNT_2D& p2, double dist) const
 {
     const double dLength = PAR_LINE_2D(p1, p2).length();
     if (dLength == 0.0)
@@ -89,7 +89,7 @@ void CQuery2D<T>::FindCorridor(const PNT_2D& p1, const PNT_2D& p2, double dist) 
     CalcAcross(p2, p1, dist / dLength, c, d);
     std::vector<PLANE_3D> vecPlanes;
     zor::geom::CalcRectPlanes(a, b, c, d, vecPlanes);
-    CQuery3D<T>(m_store, m_pListener, c_nBatch).GetPnts_Clip(vecPlanes);
+    CQuery3D<T, Visitor>(m_store, m_pListener, m_nBatch).GetPnts_Clip(vecPlanes);
 }
 
 template <class T>
@@ -104,7 +104,9 @@ double CalcMaxSearchDist(const COcTreeData<T>& store) noexcept
     return std::max(1.0, 5.0 * dX / std::sqrt(store.m_nNumPnts / (dY / dX)));
 }
 
-template class CQuery2D<CTruncPnt>;
-template class CQuery2D<CTruncPnt_Color>;
+template class CQuery2D<CTruncPnt, COcTreeListener<CTruncPnt>>;
+template class CQuery2D<CTruncPnt_Color, COcTreeListener<CTruncPnt_Color>>;
+template class CQuery2D<CTruncPnt, CIndexVisitor<CTruncPnt>>;
+template class CQuery2D<CTruncPnt_Color, CIndexVisitor<CTruncPnt_Color>>;
 template double CalcMaxSearchDist(const COcTreeData<CTruncPnt>& store) noexcept;
 template double CalcMaxSearchDist(const COcTreeData<CTruncPnt_Color>& store) noexcept;

@@ -1,22 +1,24 @@
 #ifndef OCTREE_QUERY2D_H
 #define OCTREE_QUERY2D_H
 
-#include <octree/COcTreeData.h>
+#include <octree/CIndexVisitor.h>
+#include <octree/COcTreeListener.h>
 #include <zor3geom/PNT_2D.h>
 
-class CTruncPnt;
-class CTruncPnt_Color;
-class IPntCldListener;
-
-/// The queries of rectangles and lines in plan view, on one store: heights are not looked at, one record a
-/// call. Without a tree, or with one without a root, they deliver nothing.
-template <class T>
+/// The queries of rectangles and lines in plan view, on one store: heights are not looked at. Without a tree,
+/// or with one without a root, they deliver nothing.
+///
+/// @tparam Visitor  as for `CQuery3D`.
+template <class T, class Visitor = COcTreeListener<T>>
 class CQuery2D
 {
 public:
     using PNT_2D = zor::geom::PNT_2D;
+    using IHost = typename Visitor::IHost;
 
-    CQuery2D(const COcTreeData<T>& store, IPntCldListener* pListener) : m_store(store), m_pListener(pListener)
+    /// @param nBatch  records, or indices, a call.
+    CQuery2D(const COcTreeData<T>& store, IHost* pListener, int nBatch = 1)
+        : m_store(store), m_pListener(pListener), m_nBatch(nBatch)
     {
     }
 
@@ -30,7 +32,8 @@ private:
     void FindCorridor(const PNT_2D& p1, const PNT_2D& p2, double dist) const;
 
     const COcTreeData<T>& m_store;
-    IPntCldListener* m_pListener;
+    IHost* m_pListener;
+    int m_nBatch;
 };
 
 /// @return five times the mean plan spacing of a store's points, at least 1, coordinate units; 1.7e200, no
@@ -38,8 +41,10 @@ private:
 template <class T>
 double CalcMaxSearchDist(const COcTreeData<T>& store) noexcept;
 
-extern template class CQuery2D<CTruncPnt>;
-extern template class CQuery2D<CTruncPnt_Color>;
+extern template class CQuery2D<CTruncPnt, COcTreeListener<CTruncPnt>>;
+extern template class CQuery2D<CTruncPnt_Color, COcTreeListener<CTruncPnt_Color>>;
+extern template class CQuery2D<CTruncPnt, CIndexVisitor<CTruncPnt>>;
+extern template class CQuery2D<CTruncPnt_Color, CIndexVisitor<CTruncPnt_Color>>;
 extern template double CalcMaxSearchDist(const COcTreeData<CTruncPnt>& store) noexcept;
 extern template double CalcMaxSearchDist(const COcTreeData<CTruncPnt_Color>& store) noexcept;
 

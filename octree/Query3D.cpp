@@ -6,24 +6,24 @@
 #include <octree/WalkLod.h>
 #include <octree/WalkLodClip.h>
 
-template <class T>
-void CQuery3D<T>::GetPnts() const
+template <class T, class Visitor>
+void CQuery3D<T, Visitor>::GetPnts() const
 {
-    COcTreeListener<T> listener(m_pListener, m_store, m_nBatch);
+    Visitor listener(m_pListener, m_store, m_nBatch);
     listener.OnRun(0, m_store.m_nNumPnts);
     listener.OnLeafEnd();
 }
 
-template <class T>
-void CQuery3D<T>::GetPnts_Lod(double dLod) const
+template <class T, class Visitor>
+void CQuery3D<T, Visitor>::GetPnts_Lod(double dLod) const
 {
-    COcTreeListener<T> listener(m_pListener, m_store, m_nBatch);
+    Visitor listener(m_pListener, m_store, m_nBatch);
     if (!HasRoot(m_store))
         return;
     COcTreeIndex& tree = *m_store.m_pTree;
     const std::int64_t nLimit = IsLodSpacing(dLod) ? CalcLodDepth(tree.m_nEdge, dLod) : -1;
     CDelivered delivered;
-    CWalkLod<T>(tree, listener, nLimit, delivered).Walk();
+    CWalkLod<Visitor>(tree, listener, nLimit, delivered).Walk();
     listener.OnLeafEnd();
     // KEPT: the count of points ends at 0 whatever was delivered; the count of leaves goes on
     // (Lod_Counters_Kept)
@@ -33,11 +33,11 @@ void CQuery3D<T>::GetPnts_Lod(double dLod) const
 
 /// What both clipped queries have in common. Calls `walk(tree, listener, stack, delivered)`; without a root,
 /// nothing.
-template <class T>
+template <class T, class Visitor>
 template <class TFn>
-void CQuery3D<T>::WalkClipped(const std::vector<zor::geom::PLANE_3D>& vecPlanes, TFn walk) const
+void CQuery3D<T, Visitor>::WalkClipped(const std::vector<zor::geom::PLANE_3D>& vecPlanes, TFn walk) const
 {
-    COcTreeListener<T> listener(m_pListener, m_store, m_nBatch);
+    Visitor listener(m_pListener, m_store, m_nBatch);
     if (!HasRoot(m_store))
         return;
     COcTreeIndex& tree = *m_store.m_pTree;
@@ -51,20 +51,20 @@ void CQuery3D<T>::WalkClipped(const std::vector<zor::geom::PLANE_3D>& vecPlanes,
     tree.m_nNumLeavesDelivered.Add(delivered.GetNumLeaves());
 }
 
-template <class T>
-void CQuery3D<T>::GetPnts_Clip(const std::vector<zor::geom::PLANE_3D>& vecPlanes) const
+template <class T, class Visitor>
+void CQuery3D<T, Visitor>::GetPnts_Clip(const std::vector<zor::geom::PLANE_3D>& vecPlanes) const
 {
-    WalkClipped(
-        vecPlanes,
-        [](const COcTreeIndex& tree, COcTreeListener<T>& listener, CClipPlanes& stack, CDelivered& delivered)
-        {
-            CWalkClip<T>(tree, listener, stack, delivered)
-                .WalkNode(*tree.m_pRoot, tree.GetRootCube(), stack.GetAll());
-        });
+    WalkClipped(vecPlanes,
+                [](const COcTreeIndex& tree, Visitor& listener, CClipPlanes& stack, CDelivered& delivered)
+                {
+                    CWalkClip<Visitor>(tree, listener, stack, delivered)
+                        .WalkNode(*tree.m_pRoot, tree.GetRootCube(), stack.GetAll());
+                });
 }
 
-template <class T>
-void CQuery3D<T>::GetPnts_LodClip(double dLod, const std::vector<zor::geom::PLANE_3D>& vecPlanes) const
+template <class T, class Visitor>
+void CQuery3D<T, Visitor>::GetPnts_LodClip(double dLod,
+                                           const std::vector<zor::geom::PLANE_3D>& vecPlanes) const
 {
     if (!IsLodSpacing(dLod))
     {
@@ -72,13 +72,14 @@ void CQuery3D<T>::GetPnts_LodClip(double dLod, const std::vector<zor::geom::PLAN
         return;
     }
     WalkClipped(vecPlanes,
-                [dLod](const COcTreeIndex& tree, COcTreeListener<T>& listener, CClipPlanes& stack,
-                       CDelivered& delivered)
+                [dLod](const COcTreeIndex& tree, Visitor& listener, CClipPlanes& stack, CDelivered& delivered)
                 {
-                    CWalkLodClip<T>(tree, listener, stack, CalcLodDepth(tree.m_nEdge, dLod), delivered)
+                    CWalkLodClip<Visitor>(tree, listener, stack, CalcLodDepth(tree.m_nEdge, dLod), delivered)
                         .WalkNode(*tree.m_pRoot, tree.GetRootCube(), stack.GetAll(), 0);
                 });
 }
 
-template class CQuery3D<CTruncPnt>;
-template class CQuery3D<CTruncPnt_Color>;
+template class CQuery3D<CTruncPnt, COcTreeListener<CTruncPnt>>;
+template class CQuery3D<CTruncPnt_Color, COcTreeListener<CTruncPnt_Color>>;
+template class CQuery3D<CTruncPnt, CIndexVisitor<CTruncPnt>>;
+template class CQuery3D<CTruncPnt_Color, CIndexVisitor<CTruncPnt_Color>>;

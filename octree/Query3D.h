@@ -1,22 +1,23 @@
 #ifndef OCTREE_QUERY3D_H
 #define OCTREE_QUERY3D_H
 
-#include <octree/COcTreeData.h>
+#include <octree/CIndexVisitor.h>
+#include <octree/COcTreeListener.h>
 #include <zor3geom/PLANE_3D.h>
 
 #include <vector>
 
-class CTruncPnt;
-class CTruncPnt_Color;
-class IPntCldListener;
-
 /// The queries in space, on one store. Each makes its visitor (one `SetZRange`), walks, and flushes.
 /// Without a tree, or with one without a root, all but the first deliver nothing.
-template <class T>
+///
+/// @tparam Visitor  what it delivers: records, or indices alone (`CIndexVisitor`, which sets no range).
+template <class T, class Visitor = COcTreeListener<T>>
 class CQuery3D
 {
 public:
-    CQuery3D(const COcTreeData<T>& store, IPntCldListener* pListener, int nBatch)
+    using IHost = typename Visitor::IHost;
+
+    CQuery3D(const COcTreeData<T>& store, IHost* pListener, int nBatch)
         : m_store(store), m_pListener(pListener), m_nBatch(nBatch)
     {
     }
@@ -38,11 +39,13 @@ private:
     void WalkClipped(const std::vector<zor::geom::PLANE_3D>& vecPlanes, TFn walk) const;
 
     const COcTreeData<T>& m_store;
-    IPntCldListener* m_pListener;
+    IHost* m_pListener;
     int m_nBatch;
 };
 
-extern template class CQuery3D<CTruncPnt>;
-extern template class CQuery3D<CTruncPnt_Color>;
+extern template class CQuery3D<CTruncPnt, COcTreeListener<CTruncPnt>>;
+extern template class CQuery3D<CTruncPnt_Color, COcTreeListener<CTruncPnt_Color>>;
+extern template class CQuery3D<CTruncPnt, CIndexVisitor<CTruncPnt>>;
+extern template class CQuery3D<CTruncPnt_Color, CIndexVisitor<CTruncPnt_Color>>;
 
 #endif

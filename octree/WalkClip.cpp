@@ -2,8 +2,8 @@
 
 #include <octree/NodeRun.h>
 
-template <class T>
-void CWalkClip<T>::WalkNode(const COcTreeNode& node, const COcTreeCube& cube, CPlaneRange planes)
+template <class Visitor>
+void CWalkClip<Visitor>::WalkNode(const COcTreeNode& node, const COcTreeCube& cube, CPlaneRange planes)
 {
     const CStraddling straddling(m_stack, planes, cube); // pops in its destructor
     if (straddling.IsOutside())
@@ -23,9 +23,9 @@ void CWalkClip<T>::WalkNode(const COcTreeNode& node, const COcTreeCube& cube, CP
     }
 }
 
-template <class T>
-void CWalkClip<T>::ClipLeaf(const COcTreeLeaf& leaf, const COcTreeCube& cube, CPlaneRange planes,
-                            bool bOnePnt)
+template <class Visitor>
+void CWalkClip<Visitor>::ClipLeaf(const COcTreeLeaf& leaf, const COcTreeCube& cube, CPlaneRange planes,
+                                  bool bOnePnt)
 {
     const CStraddling straddling(m_stack, planes, cube);
     if (straddling.IsOutside())
@@ -43,8 +43,8 @@ void CWalkClip<T>::ClipLeaf(const COcTreeLeaf& leaf, const COcTreeCube& cube, CP
 }
 
 /// Delivers everything under the node without walking it. L2: it is one run of the array.
-template <class T>
-void CWalkClip<T>::DeliverWhole(const COcTreeNode& node)
+template <class Visitor>
+void CWalkClip<Visitor>::DeliverWhole(const COcTreeNode& node)
 {
     const CNodeRun run = CalcNodeRun(node);
     m_delivered.CountPnts(m_listener.OnRun(run.nFirst, run.nCount));
@@ -53,8 +53,8 @@ void CWalkClip<T>::DeliverWhole(const COcTreeNode& node)
 
 // KEPT: the point is not tested against the planes; it is enough that its leaf's cube is not outside
 // (LodClip_PointOfALeafIsNotTested_Kept).
-template <class T>
-void CWalkClip<T>::DeliverFirst(const COcTreeLeaf& leaf)
+template <class Visitor>
+void CWalkClip<Visitor>::DeliverFirst(const COcTreeLeaf& leaf)
 {
     const std::int32_t nIndex = m_listener.FindLivePnt(leaf);
     if (nIndex == -1)
@@ -63,8 +63,8 @@ void CWalkClip<T>::DeliverFirst(const COcTreeLeaf& leaf)
     m_delivered.CountPnts(1);
 }
 
-template <class T>
-void CWalkClip<T>::DeliverTested(const COcTreeLeaf& leaf, CPlaneRange planes)
+template <class Visitor>
+void CWalkClip<Visitor>::DeliverTested(const COcTreeLeaf& leaf, CPlaneRange planes)
 {
     std::int32_t nNumDelivered = 0;
     for (std::int32_t i = leaf.m_nFirst; i < leaf.m_nFirst + leaf.m_nCount; ++i)
@@ -77,5 +77,7 @@ void CWalkClip<T>::DeliverTested(const COcTreeLeaf& leaf, CPlaneRange planes)
     m_delivered.CountPnts(nNumDelivered);
 }
 
-template class CWalkClip<CTruncPnt>;
-template class CWalkClip<CTruncPnt_Color>;
+template class CWalkClip<COcTreeListener<CTruncPnt>>;
+template class CWalkClip<COcTreeListener<CTruncPnt_Color>>;
+template class CWalkClip<CIndexVisitor<CTruncPnt>>;
+template class CWalkClip<CIndexVisitor<CTruncPnt_Color>>;

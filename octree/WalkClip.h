@@ -3,6 +3,7 @@
 
 #include <octree/CClipPlanes.h>
 #include <octree/CDelivered.h>
+#include <octree/CIndexVisitor.h>
 #include <octree/COcTreeIndex.h>
 #include <octree/COcTreeListener.h>
 
@@ -11,12 +12,11 @@
 /// KEPT: L4, the walk decides by the nominal cubes: a leaf whose cube lies inside delivers all its live
 /// points, one whose cube lies outside none, even where a point lies a few units outside its cube
 /// (Clip_DecidesByNominalCubes_Kept).
-template <class T>
+template <class Visitor>
 class CWalkClip
 {
 public:
-    CWalkClip(const COcTreeIndex& tree, COcTreeListener<T>& listener, CClipPlanes& stack,
-              CDelivered& delivered)
+    CWalkClip(const COcTreeIndex& tree, Visitor& listener, CClipPlanes& stack, CDelivered& delivered)
         : m_tree(tree), m_listener(listener), m_stack(stack), m_delivered(delivered)
     {
     }
@@ -35,12 +35,14 @@ private:
     void DeliverTested(const COcTreeLeaf& leaf, CPlaneRange planes);
 
     const COcTreeIndex& m_tree;
-    COcTreeListener<T>& m_listener;
+    Visitor& m_listener;
     CClipPlanes& m_stack;
     CDelivered& m_delivered;
 };
 
-extern template class CWalkClip<CTruncPnt>;
-extern template class CWalkClip<CTruncPnt_Color>;
+extern template class CWalkClip<COcTreeListener<CTruncPnt>>;
+extern template class CWalkClip<COcTreeListener<CTruncPnt_Color>>;
+extern template class CWalkClip<CIndexVisitor<CTruncPnt>>;
+extern template class CWalkClip<CIndexVisitor<CTruncPnt_Color>>;
 
 #endif

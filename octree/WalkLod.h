@@ -2,6 +2,7 @@
 #define OCTREE_WALKLOD_H
 
 #include <octree/CDelivered.h>
+#include <octree/CIndexVisitor.h>
 #include <octree/COcTreeIndex.h>
 #include <octree/COcTreeListener.h>
 
@@ -11,14 +12,13 @@
 /// Each representative lies at the end of a chain of records far from each other. So that the walk does
 /// not wait for every one of them, the last few searches are under way together, each a step further than
 /// the next, and what the next step will read is fetched ahead. Delivery is in the order of the walk.
-template <class T>
+template <class Visitor>
 class CWalkLod
 {
 public:
     /// @param nLimit  depth at which cubes give one point. KEPT: a value below 0 is never met, so that every
     ///                live point is delivered (Lod_LargerThanTheTreeGivesEverything_Kept).
-    CWalkLod(const COcTreeIndex& tree, COcTreeListener<T>& listener, std::int64_t nLimit,
-             CDelivered& delivered)
+    CWalkLod(const COcTreeIndex& tree, Visitor& listener, std::int64_t nLimit, CDelivered& delivered)
         : m_tree(tree), m_listener(listener), m_nLimit(nLimit), m_delivered(delivered)
     {
     }
@@ -46,7 +46,7 @@ private:
     void DeliverFirst(const COcTreeLeaf* pLeaf);
 
     const COcTreeIndex& m_tree;
-    COcTreeListener<T>& m_listener;
+    Visitor& m_listener;
     std::int64_t m_nLimit;
     CDelivered& m_delivered;
     CSearch m_aSearches[c_nNumSearches] = {};
@@ -54,7 +54,9 @@ private:
     unsigned m_nNumEnded = 0;
 };
 
-extern template class CWalkLod<CTruncPnt>;
-extern template class CWalkLod<CTruncPnt_Color>;
+extern template class CWalkLod<COcTreeListener<CTruncPnt>>;
+extern template class CWalkLod<COcTreeListener<CTruncPnt_Color>>;
+extern template class CWalkLod<CIndexVisitor<CTruncPnt>>;
+extern template class CWalkLod<CIndexVisitor<CTruncPnt_Color>>;
 
 #endif

@@ -2,9 +2,9 @@
 
 #include <octree/FindRepresentative.h>
 
-template <class T>
-void CWalkLodClip<T>::WalkNode(const COcTreeNode& node, const COcTreeCube& cube, CPlaneRange planes,
-                               std::int64_t nDepth)
+template <class Visitor>
+void CWalkLodClip<Visitor>::WalkNode(const COcTreeNode& node, const COcTreeCube& cube, CPlaneRange planes,
+                                     std::int64_t nDepth)
 {
     // KEPT: a cube of the wanted size gives its point before any plane is looked at, even where only its
     // parent reaches into the kept volume (LodClip_NodeAtTheLimitIsNotTested_Kept).
@@ -26,8 +26,8 @@ void CWalkLodClip<T>::WalkNode(const COcTreeNode& node, const COcTreeCube& cube,
     }
 }
 
-template <class T>
-bool CWalkLodClip<T>::DeliverRepresentative(const COcTreeNode& node)
+template <class Visitor>
+bool CWalkLodClip<Visitor>::DeliverRepresentative(const COcTreeNode& node)
 {
     const COcTreeLeaf* const pLeaf = FindRepresentative(node);
     const std::int32_t nIndex = pLeaf == nullptr ? -1 : m_listener.FindLivePnt(*pLeaf);
@@ -38,5 +38,7 @@ bool CWalkLodClip<T>::DeliverRepresentative(const COcTreeNode& node)
     return true;
 }
 
-template class CWalkLodClip<CTruncPnt>;
-template class CWalkLodClip<CTruncPnt_Color>;
+template class CWalkLodClip<COcTreeListener<CTruncPnt>>;
+template class CWalkLodClip<COcTreeListener<CTruncPnt_Color>>;
+template class CWalkLodClip<CIndexVisitor<CTruncPnt>>;
+template class CWalkLodClip<CIndexVisitor<CTruncPnt_Color>>;

@@ -4,15 +4,15 @@
 #include <octree/WalkClip.h>
 
 /// Walk of a thinned cloud that is clipped by planes.
-template <class T>
+template <class Visitor>
 class CWalkLodClip
 {
 public:
     /// @param nLimit  depth at which cubes give one point. KEPT: leaves from one level above it on give one
     ///                point, so that a value below 0 takes one point of every leaf
     ///                (LodClip_LargerThanTheTreeGivesOnePointALeaf_Kept).
-    CWalkLodClip(const COcTreeIndex& tree, COcTreeListener<T>& listener, CClipPlanes& stack,
-                 std::int64_t nLimit, CDelivered& delivered)
+    CWalkLodClip(const COcTreeIndex& tree, Visitor& listener, CClipPlanes& stack, std::int64_t nLimit,
+                 CDelivered& delivered)
         : m_listener(listener), m_stack(stack), m_nLimit(nLimit), m_delivered(delivered),
           m_clip(tree, listener, stack, delivered)
     {
@@ -23,14 +23,16 @@ public:
 private:
     bool DeliverRepresentative(const COcTreeNode& node);
 
-    COcTreeListener<T>& m_listener;
+    Visitor& m_listener;
     CClipPlanes& m_stack;
     std::int64_t m_nLimit;
     CDelivered& m_delivered;
-    CWalkClip<T> m_clip;
+    CWalkClip<Visitor> m_clip;
 };
 
-extern template class CWalkLodClip<CTruncPnt>;
-extern template class CWalkLodClip<CTruncPnt_Color>;
+extern template class CWalkLodClip<COcTreeListener<CTruncPnt>>;
+extern template class CWalkLodClip<COcTreeListener<CTruncPnt_Color>>;
+extern template class CWalkLodClip<CIndexVisitor<CTruncPnt>>;
+extern template class CWalkLodClip<CIndexVisitor<CTruncPnt_Color>>;
 
 #endif

@@ -10,9 +10,8 @@ using zor::geom::TMultiPartPolygon;
 namespace
 {
 
-template <class T>
-void ScanAll(const COcTreeData<T>& store, COcTreeListener<T>& listener, const CPolygonIndex& polygons,
-             bool bOutside)
+template <class T, class Visitor>
+void ScanAll(const COcTreeData<T>& store, Visitor& listener, const CPolygonIndex& polygons, bool bOutside)
 {
     for (std::int32_t i = 0; i < store.m_nNumPnts; ++i)
     {
@@ -28,19 +27,27 @@ void ScanAll(const COcTreeData<T>& store, COcTreeListener<T>& listener, const CP
 
 } // namespace
 
-template <class T>
-void QueryPolygons(const COcTreeData<T>& store, IPntCldListener* pListener,
+template <class T, class Visitor>
+void QueryPolygons(const COcTreeData<T>& store, typename Visitor::IHost* pListener,
                    const std::vector<TMultiPartPolygon>& vecPolygons, bool bOutside, int nBatch)
 {
-    COcTreeListener<T> listener(pListener, store, nBatch);
+    Visitor listener(pListener, store, nBatch);
     if (store.m_pTree == nullptr)
         ScanAll(store, listener, CPolygonIndex(vecPolygons), bOutside);
     else if (HasRoot(store))
-        CWalkPolygons<T>(store, listener, vecPolygons, bOutside).Walk();
+        CWalkPolygons<T, Visitor>(store, listener, vecPolygons, bOutside).Walk();
     listener.OnLeafEnd();
 }
 
-template void QueryPolygons(const COcTreeData<CTruncPnt>& store, IPntCldListener* pListener,
-                            const std::vector<TMultiPartPolygon>& vecPolygons, bool bOutside, int nBatch);
-template void QueryPolygons(const COcTreeData<CTruncPnt_Color>& store, IPntCldListener* pListener,
-                            const std::vector<TMultiPartPolygon>& vecPolygons, bool bOutside, int nBatch);
+template void QueryPolygons<CTruncPnt, COcTreeListener<CTruncPnt>>(
+    const COcTreeData<CTruncPnt>& store, IPntCldListener* pListener,
+    const std::vector<TMultiPartPolygon>& vecPolygons, bool bOutside, int nBatch);
+template void QueryPolygons<CTruncPnt_Color, COcTreeListener<CTruncPnt_Color>>(
+    const COcTreeData<CTruncPnt_Color>& store, IPntCldListener* pListener,
+    const std::vector<TMultiPartPolygon>& vecPolygons, bool bOutside, int nBatch);
+template void QueryPolygons<CTruncPnt, CIndexVisitor<CTruncPnt>>(
+    const COcTreeData<CTruncPnt>& store, IPntIndexListener* pListener,
+    const std::vector<TMultiPartPolygon>& vecPolygons, bool bOutside, int nBatch);
+template void QueryPolygons<CTruncPnt_Color, CIndexVisitor<CTruncPnt_Color>>(
+    const COcTreeData<CTruncPnt_Color>& store, IPntIndexListener* pListener,
+    const std::vector<TMultiPartPolygon>& vecPolygons, bool bOutside, int nBatch);

@@ -32,8 +32,8 @@ CSpan CalcSpan(std::int64_t nCentre, std::int64_t nExtent) noexcept
 
 } // namespace
 
-template <class T>
-typename CWalkPolygons<T>::TBox CWalkPolygons<T>::CalcRootBox() const noexcept
+template <class T, class Visitor>
+typename CWalkPolygons<T, Visitor>::TBox CWalkPolygons<T, Visitor>::CalcRootBox() const noexcept
 {
     const COcTreeIndex& tree = *m_store.m_pTree;
     const CSpan x = CalcSpan(tree.m_nCentreX, tree.m_nExtentX);
@@ -42,20 +42,20 @@ typename CWalkPolygons<T>::TBox CWalkPolygons<T>::CalcRootBox() const noexcept
 }
 
 // Offsets of a box are an int32's; the conversion is the points' own, and rises with the offset.
-template <class T>
-double CWalkPolygons<T>::CalcX(std::int64_t n) const noexcept
+template <class T, class Visitor>
+double CWalkPolygons<T, Visitor>::CalcX(std::int64_t n) const noexcept
 {
     return CoordFromCompact(static_cast<std::int32_t>(n), m_store.m_fOrgX);
 }
 
-template <class T>
-double CWalkPolygons<T>::CalcY(std::int64_t n) const noexcept
+template <class T, class Visitor>
+double CWalkPolygons<T, Visitor>::CalcY(std::int64_t n) const noexcept
 {
     return CoordFromCompact(static_cast<std::int32_t>(n), m_store.m_fOrgY);
 }
 
-template <class T>
-void CWalkPolygons<T>::Walk()
+template <class T, class Visitor>
+void CWalkPolygons<T, Visitor>::Walk()
 {
     const COcTreeIndex& tree = *m_store.m_pTree;
     const TBox box = CalcRootBox();
@@ -68,15 +68,15 @@ void CWalkPolygons<T>::Walk()
 }
 
 /// @return whether the whole square is asked for. REQUIRES: it does not straddle an edge.
-template <class T>
-bool CWalkPolygons<T>::IsWhole(const CFrame& frame) const noexcept
+template <class T, class Visitor>
+bool CWalkPolygons<T, Visitor>::IsWhole(const CFrame& frame) const noexcept
 {
     return (frame.eSide == enumSide::Outside) == m_bOutside;
 }
 
-template <class T>
-void CWalkPolygons<T>::WalkChildren(const COcTreeNode& node, const COcTreeCube& cube, const TBox& box,
-                                    const CFrame& frame)
+template <class T, class Visitor>
+void CWalkPolygons<T, Visitor>::WalkChildren(const COcTreeNode& node, const COcTreeCube& cube,
+                                             const TBox& box, const CFrame& frame)
 {
     // L3: on the plane a point lies in the upper half. A plane beside the box leaves a half that has no
     // point.
@@ -95,9 +95,9 @@ void CWalkPolygons<T>::WalkChildren(const COcTreeNode& node, const COcTreeCube& 
 }
 
 /// @param cube  of the node above; `box` and `frame` are the child's.
-template <class T>
-void CWalkPolygons<T>::WalkChild(const COcTreeChild& child, const COcTreeCube& cube, const TBox& box,
-                                 const CFrame& frame)
+template <class T, class Visitor>
+void CWalkPolygons<T, Visitor>::WalkChild(const COcTreeChild& child, const COcTreeCube& cube, const TBox& box,
+                                          const CFrame& frame)
 {
     if (frame.eSide != enumSide::Straddling && !IsWhole(frame))
         return;
@@ -111,8 +111,8 @@ void CWalkPolygons<T>::WalkChild(const COcTreeChild& child, const COcTreeCube& c
         DeliverWhole(*m_store.m_pTree, m_listener, child.GetNode());
 }
 
-template <class T>
-void CWalkPolygons<T>::WalkLeaf(const COcTreeLeaf& leaf, const CFrame& frame)
+template <class T, class Visitor>
+void CWalkPolygons<T, Visitor>::WalkLeaf(const COcTreeLeaf& leaf, const CFrame& frame)
 {
     for (std::int32_t i = leaf.m_nFirst; i < leaf.m_nFirst + leaf.m_nCount; ++i)
     {
@@ -125,5 +125,7 @@ void CWalkPolygons<T>::WalkLeaf(const COcTreeLeaf& leaf, const CFrame& frame)
     }
 }
 
-template class CWalkPolygons<CTruncPnt>;
-template class CWalkPolygons<CTruncPnt_Color>;
+template class CWalkPolygons<CTruncPnt, COcTreeListener<CTruncPnt>>;
+template class CWalkPolygons<CTruncPnt_Color, COcTreeListener<CTruncPnt_Color>>;
+template class CWalkPolygons<CTruncPnt, CIndexVisitor<CTruncPnt>>;
+template class CWalkPolygons<CTruncPnt_Color, CIndexVisitor<CTruncPnt_Color>>;

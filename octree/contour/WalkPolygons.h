@@ -1,6 +1,7 @@
 #ifndef OCTREE_CONTOUR_WALKPOLYGONS_H
 #define OCTREE_CONTOUR_WALKPOLYGONS_H
 
+#include <octree/CIndexVisitor.h>
 #include <octree/COcTreeIndex.h>
 #include <octree/COcTreeListener.h>
 #include <octree/contour/CPolygonTracker.h>
@@ -12,13 +13,13 @@
 /// the box of all points. Their sides are those of points, in coordinates as points are delivered, so that no
 /// rounding comes between a square and its points. Where L3 does not hold, in the tree of a damaged file or
 /// one that points were added behind, a point counts by its square.
-template <class T>
+template <class T, class Visitor>
 class CWalkPolygons
 {
 public:
     using TBox = zor::geom::TPlanBox<std::int64_t>; // compact units, both sides in it
 
-    CWalkPolygons(const COcTreeData<T>& store, COcTreeListener<T>& listener,
+    CWalkPolygons(const COcTreeData<T>& store, Visitor& listener,
                   const std::vector<zor::geom::TMultiPartPolygon>& vecPolygons, bool bOutside)
         : m_store(store), m_listener(listener), m_tracker(vecPolygons), m_bOutside(bOutside)
     {
@@ -39,12 +40,14 @@ private:
     void WalkLeaf(const COcTreeLeaf& leaf, const CFrame& frame);
 
     const COcTreeData<T>& m_store;
-    COcTreeListener<T>& m_listener;
+    Visitor& m_listener;
     CPolygonTracker m_tracker;
     bool m_bOutside;
 };
 
-extern template class CWalkPolygons<CTruncPnt>;
-extern template class CWalkPolygons<CTruncPnt_Color>;
+extern template class CWalkPolygons<CTruncPnt, COcTreeListener<CTruncPnt>>;
+extern template class CWalkPolygons<CTruncPnt_Color, COcTreeListener<CTruncPnt_Color>>;
+extern template class CWalkPolygons<CTruncPnt, CIndexVisitor<CTruncPnt>>;
+extern template class CWalkPolygons<CTruncPnt_Color, CIndexVisitor<CTruncPnt_Color>>;
 
 #endif

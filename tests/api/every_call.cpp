@@ -15,7 +15,11 @@
 #include <zor4data/CPntArrays.h>
 #include <zor4data/CPntCld.h>
 #include <zor4data/CRootCube.h>
+#include <zor4data/FindGround.h>
+#include <zor4data/FindIndices.h>
 #include <zor4data/FindPntsInPolygons.h>
+#include <zor4data/IPntIndexListener.h>
+#include <zor4data/KeepPnts.h>
 #include <zor4data/LoadNative.h>
 #include <zor4data/PickPnt.h>
 #include <zor4data/ReadPnts.h>
@@ -233,6 +237,21 @@ void UseCompanions()
     Keep<void (*)(const CPntCld&, IPntCldListener*, const TParts&, bool, int)>(&FindPntsInPolygons);
 }
 
+void UseIndexCompanions()
+{
+    using TListener = IPntIndexListener*;
+    Keep<void (*)(const CPntCld&, TListener, int)>(&FindIndices);
+    Keep<void (*)(const CPntCld&, TListener, double, int)>(&FindIndices_Lod);
+    Keep<void (*)(const CPntCld&, TListener, const TPlanes&, int)>(&FindIndices_Clip);
+    Keep<void (*)(const CPntCld&, TListener, double, const TPlanes&, int)>(&FindIndices_LodClip);
+    Keep<void (*)(const CPntCld&, TListener, double, double, double, double, int)>(&FindIndices2D);
+    Keep<void (*)(const CPntCld&, TListener, const PNT_2D&, const PNT_2D&, double, bool, bool, int)>(
+        &FindIndices2D_NearLine);
+    Keep<void (*)(const CPntCld&, TListener, const TParts&, bool, int)>(&FindIndicesInPolygons);
+    Keep<std::vector<int> (*)(const CPntCld&, IPclProgressListener*)>(&FindGround);
+    Keep<void (*)(CPntCld&, const std::vector<int>&)>(&KeepPnts);
+}
+
 } // namespace
 
 int main()
@@ -245,6 +264,7 @@ int main()
     AskCld();
     QueryCld();
     UseCompanions();
+    UseIndexCompanions();
     std::printf("%d functions\n", g_nNumUsed);
     return 0;
 }

@@ -4,6 +4,7 @@
 #include <tests/companions/SmallFiles.h>
 #include <tests/support/CFailingAlloc.h>
 #include <zor4data/CFileFacts.h>
+#include <zor4data/FindIndices.h>
 #include <zor4data/PickPnt.h>
 
 #include <functional>
@@ -69,6 +70,13 @@ TYPED_TEST(Companions_alloc, PickPnt_TakesMemoryForPlanesOnly)
     int nFoundBehind = -1;
     EXPECT_GT(FailEach([&] { nFoundBehind = PickPnt(*this->m_cld, from, direction, 0.01, vecPlanes); }), 0);
     EXPECT_EQ(nFoundBehind, nFound);
+}
+
+TYPED_TEST(Companions_alloc, FindIndices_OneAllocationABatch)
+{
+    EXPECT_EQ(FailEach([this] { FindIndices(*this->m_cld, nullptr, 64); }), 1);
+    EXPECT_EQ(FailEach([this] { FindIndices_Lod(*this->m_cld, nullptr, 5.0, 64); }), 1);
+    EXPECT_GT(FailEach([this] { FindIndices2D(*this->m_cld, nullptr, 0.0, 0.0, 9.0, 9.0, 64); }), 1);
 }
 
 TYPED_TEST(Companions_alloc, FindNearest_TakesNone)

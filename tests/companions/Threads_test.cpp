@@ -6,7 +6,9 @@
 #include <zor4data/CPntArrays.h>
 #include <zor4data/CPntCld.h>
 #include <zor4data/CRootCube.h>
+#include <zor4data/FindIndices.h>
 #include <zor4data/FindPntsInPolygons.h>
+#include <zor4data/IPntIndexListener.h>
 #include <zor4data/PickPnt.h>
 
 #include <cmath>
@@ -59,6 +61,18 @@ public:
 private:
     double m_dSum = 0.0;
     int m_nNumPnts = 0;
+};
+
+class CIndexSum final : public IPntIndexListener
+{
+public:
+    void OnIndices(int nNumPnts, const std::int32_t* pIndices) override
+    {
+        for (int i = 0; i < nNumPnts; ++i)
+            m_dSum = std::fmod(m_dSum * 3.0 + pIndices[i], 1e9);
+    }
+
+    double m_dSum = 0.0;
 };
 
 /// One question: its name, and its answer as a number.
@@ -160,6 +174,20 @@ double AskArrays(const CPntCld& cld)
     return dSum;
 }
 
+double AskIndices(const CPntCld& cld)
+{
+    const std::vector<PLANE_3D> planes{PLANE_3D(1.0, 0.5, 0.0, -50.0)};
+    CIndexSum sum;
+    FindIndices(cld, &sum, 64);
+    FindIndices_Lod(cld, &sum, 3.0, 64);
+    FindIndices_Clip(cld, &sum, planes, 64);
+    FindIndices_LodClip(cld, &sum, 3.0, planes, 64);
+    FindIndices2D(cld, &sum, 10.0, 20.0, 30.0, 50.0, 64);
+    FindIndices2D_NearLine(cld, &sum, PNT_2D(5.0, 5.0), PNT_2D(55.0, 40.0), 2.0, true, true, 64);
+    FindIndicesInPolygons(cld, &sum, {{MakeRing(20.0), {MakeRing(5.0)}}}, false, 64);
+    return sum.m_dSum;
+}
+
 double AskCubes(const CPntCld& cld)
 {
     CRootCube root{};
@@ -189,6 +217,7 @@ std::vector<CQuestion> MakeQuestions()
     vecQuestions.push_back({"fields", AskFields});
     vecQuestions.push_back({"copy", AskCopy});
     vecQuestions.push_back({"GetPntArrays", AskArrays});
+    vecQuestions.push_back({"FindIndices", AskIndices});
     vecQuestions.push_back({"GetRootCube, GetLevelCube", AskCubes});
     vecQuestions.push_back({"PickPnt, FindNearestPnt, FindNearestPnt2D", AskPicks});
     return vecQuestions;
