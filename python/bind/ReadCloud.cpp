@@ -1,0 +1,123 @@
+#include <python/bind/ReadCloud.h>
+
+#include <python/bind/CMemFile.h>
+#include <python/bind/CProgress.h>
+#include <zor4data/LoadNative.h>
+#include <zor4data/SaveCloud.h>
+
+#include <cerrno>
+
+namespace py = pybind11;
+
+namespace zorpy
+{
+
+namespace
+{
+
+/// A cloud that looks for signals at every point that is read: of an ASCII grid no progress is told.
+class CWatchedCld final : public CPntCld
+{
+public:
+    explicit CWatchedCld(CProgress& progress) : CPntCld(nullptr), m_progress(progress) {}
+
+    void OnReadPnt(double x, double y, double z) override
+    {
+        m_progress.Poll();
+        CPntCld::OnReadPnt(x, y, z);
+    }
+
+    void OnReadPnt(double x, double y, double z, unsigned char r, unsigned char g, unsigned char b) override
+    {
+        CPntCld::OnReadPnt(x, y, z, r, g, b);
+    }
+
+private:
+    CProgress& m_progress;
+};
+
+bool Load(CPntCld& cld, CProgress& progress, enumPntCldFile eType, const zor::String& sPath)
+{
+    if (eType == PntCldFile_Native)
+        return LoadNative(cld, &progress, sPath);
+    return cld.ReadFromFile(&progress, eType, sPath);
+}
+
+} // namespace
+
+TCloudPtr ReadCloud(const std::string& sPath, int nKind, const py::object& callback)
+{
+    const auto eType = static_cast<enumPntCldFile>(nKind);
+    CProgress progress(callback);
+    const py::gil_scoped_release released;
+    const zor::String sFile(sPath.c_str());
+    TCloudPtr pCloud;
+    if (eType == PntCldFile_AsciiGrid)
+    {
+        CWatchedCld cld(progress);
+        if (Load(cld, progress, eType, sFile))
+            pCloud = std::make_shared<CCloud>(cld);
+    }
+    else
+    {
+        CPntCld cld(nullptr);
+        if (Load(cld, progress, eType, sFile))
+            pCloud = std::make_shared<CCloud>(cld);
+    }
+    if (pCloud != nullptr)
+        progress.SetPos(100);
+    CheckSignals();
+    return pCloud;
+}
+
+TCloudPtr CloudFromBytes(const py::buffer& bytes)
+{
+    const py::buffer_info info = bytes.request();
+    const py::gil_scoped_release released;
+    CMemFile file;
+    if (!file.Write(static_cast<const char*>(info.ptr), info.size * info.itemsize))
+        throw std::bad_alloc();
+    CPntCld cld(nullptr);
+    if (!LoadNative(cld, nullptr, zor::String(file.GetPath().c_str())))
+        return nullptr;
+    return std::make_shared<CCloud>(cld);
+}
+
+py::bytes BytesFromCloud(const CCloud& cloud)
+{
+    CMemFile file;
+    std::int64_t nSize = 0;
+    {
+        const py::gil_scoped_release released;
+        CPntCld cld(cloud.GetCld()); // a save is no const operation, though it changes nothing here
+        cld.WriteToFile(zor::String(file.GetPath().c_str()), 1);
+        nSize = file.FindSize();
+    }
+    const CPntArrays& arrays = cloud.GetArrays();
+    if (nSize < std::int64_t{arrays.nNumPnts} * arrays.nStride)
+        throw std::bad_alloc(); // memory is the only disk that can be full
+    PyObject* const pBytes = PyBytes_FromStringAndSize(nullptr, nSize);
+    if (pBytes == nullptr)
+        throw py::error_already_set();
+    auto bytes = py::reinterpret_steal<py::bytes>(pBytes);
+    char* const pData = PyBytes_AS_STRING(pBytes);
+    const py::gil_scoped_release released;
+    if (!file.Read(pData, nSize))
+        throw std::bad_alloc();
+    return bytes;
+}
+
+py::tuple WriteCloud(const CCloud& cloud, const std::string& sPath)
+{
+    int nCause = 0;
+    int nError = 0;
+    {
+        const py::gil_scoped_release released;
+        CPntCld cld(cloud.GetCld());
+        nCause = SaveCloud(cld, zor::String(sPath.c_str()));
+        nError = errno;
+    }
+    return py::make_tuple(nCause, nError);
+}
+
+} // namespace zorpy

@@ -1,0 +1,97 @@
+"""Files: what they say of themselves, and how they become clouds."""
+
+from __future__ import annotations
+
+import os
+from dataclasses import dataclass
+from typing import Callable, Literal, Optional, Union
+
+import numpy as np
+from numpy.typing import NDArray
+
+from . import _core
+
+Kind = Literal["native", "ply", "grid", "las"]
+PathLike = Union[str, bytes, "os.PathLike[str]", "os.PathLike[bytes]"]
+Progress = Callable[[int], object]
+
+#: Kinds by the library's numbers.
+_KINDS: tuple[Kind, ...] = ("native", "ply", "grid", "las")
+
+
+@dataclass(frozen=True)
+class Loss:
+    """Something that is lost when a file is loaded, or comes otherwise than the file means it."""
+
+    code: str  #: short and lasting, for programs: ``"ply-coordinates"``
+    text: str  #: one line of English
+
+
+@dataclass(frozen=True)
+class Facts:
+    """What a file says of itself before it is loaded."""
+
+    path: str
+    kind: Optional[Kind]  #: by its first bytes, or as asked for; None: not known
+    cause: str  #: why it would not load, without full stop; empty: nothing found that would keep it from it
+    number: int  #: the cause's number, 0 where there is none
+    announced: Optional[int]  #: points; None: it does not say, as no ASCII grid does
+    has_color: bool  #: it would be loaded with colour
+    bounds: Optional[NDArray[np.float64]]  #: [[xmin, ymin, zmin], [xmax, ymax, zmax]], which may be untrue
+    losses: tuple[Loss, ...]  #: what would be lost if it were loaded
+
+    @property
+    def loads(self) -> bool:
+        """Whether nothing was found that would keep the file from loading."""
+        return self.number == 0
+
+
+def number_of_kind(kind: Optional[Kind]) -> int:
+    """The library's number of a kind; -1: by content."""
+    if kind is None:
+        return -1
+    if kind not in _KINDS:
+        raise ValueError(f"kind is {kind!r}: it must be one of {', '.join(_KINDS)}")
+    return _KINDS.index(kind)
+
+
+def bytes_of_path(path: PathLike) -> bytes:
+    """A path as the system takes it."""
+    name = os.fsencode(path)
+    if b"\0" in name:
+        raise ValueError("a path cannot hold a null byte")
+    return name
+
+
+def find_facts(path: PathLike, number: int) -> Facts:
+    """Look at a file as one of a kind, by the library's number."""
+    kind, cause_number, cause, announced, has_color, box, losses = _core.facts(bytes_of_path(path), number)
+    return Facts(
+        path=os.fsdecode(path),
+        kind=_KINDS[kind] if 0 <= kind < len(_KINDS) else None,
+        cause=cause,
+        number=cause_number,
+        announced=announced if announced >= 0 else None,
+        has_color=has_color,
+        bounds=None if box is None else np.array(box).reshape(2, 3),
+        losses=tuple(Loss(code, text) for code, text in losses),
+    )
+
+
+def facts(path: PathLike, *, kind: Optional[Kind] = None) -> Facts:
+    """Tell what a file says of itself, and why it would not load, without loading it.
+
+    Parameters
+    ----------
+    path : str, bytes or os.PathLike
+        The file. Its name does not matter.
+    kind : {'native', 'ply', 'grid', 'las'}, optional
+        Take it for this kind, whatever its first bytes say.
+
+    Returns
+    -------
+    Facts
+        Points are not read, so that it takes milliseconds whatever the size. A file that is missing is no
+        exception: it is a cause.
+    """
+    return find_facts(path, number_of_kind(kind))

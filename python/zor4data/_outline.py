@@ -1,0 +1,29 @@
+"""The outline of a cloud."""
+
+from __future__ import annotations
+
+from typing import Any
+
+import numpy as np
+
+
+class Outline(np.ndarray):  # type: ignore[type-arg]
+    """Corners of an outline in plan, an N x 2 array of float64, the last corner the first again.
+
+    Whatever takes ``__geo_interface__`` takes it as a polygon. What is computed from it is an array like others.
+    """
+
+    @property
+    def __geo_interface__(self) -> dict[str, Any]:
+        if self.ndim != 2 or self.shape[1] != 2:
+            raise AttributeError("__geo_interface__: these are not the corners of an outline")
+        ring = [tuple(corner) for corner in self.tolist()]
+        return {"type": "Polygon", "coordinates": (tuple(ring),) if ring else ()}
+
+    def __array_finalize__(self, obj: Any) -> None:
+        """Nothing but the array is carried over."""
+
+    def __array_wrap__(self, array: Any, context: Any = None, return_scalar: bool = False) -> Any:
+        """What is computed is no outline."""
+        plain = np.asarray(array)
+        return plain[()] if plain.ndim == 0 else plain

@@ -1,0 +1,84 @@
+"""Polygons, however they come, as the rings that the library takes."""
+
+from __future__ import annotations
+
+from typing import Any, Iterator, Mapping, Sequence
+
+import numpy as np
+from numpy.typing import ArrayLike, NDArray
+
+Ring = NDArray[np.float64]
+Polygon = tuple[Ring, list[Ring]]
+
+
+def _ring(coordinates: ArrayLike) -> Ring:
+    """A ring as an N x 2 array; further coordinates are left out."""
+    ring = np.asarray(coordinates, dtype=np.float64)
+    if ring.size == 0:
+        return np.empty((0, 2))
+    if ring.ndim != 2 or ring.shape[1] < 2:
+        raise ValueError(f"a ring must be an N x 2 array of coordinates, not one of shape {ring.shape}")
+    return np.ascontiguousarray(ring[:, :2])
+
+
+def _polygon(rings: Sequence[ArrayLike]) -> Polygon:
+    """An outer ring and its holes."""
+    if len(rings) == 0:
+        return np.empty((0, 2)), []
+    return _ring(rings[0]), [_ring(hole) for hole in rings[1:]]
+
+
+def _from_mapping(shape: Mapping[str, Any]) -> Iterator[Polygon]:
+    """Polygons of a GeoJSON object."""
+    kind = shape.get("type")
+    if kind == "Polygon":
+        yield _polygon(shape["coordinates"])
+    elif kind == "MultiPolygon":
+        for rings in shape["coordinates"]:
+            yield _polygon(rings)
+    elif kind == "Feature":
+        yield from _from_mapping(shape["geometry"])
+    elif kind == "FeatureCollection":
+        for feature in shape["features"]:
+            yield from _from_mapping(feature)
+    elif kind == "GeometryCollection":
+        for geometry in shape["geometries"]:
+            yield from _from_mapping(geometry)
+    else:
+        raise ValueError(f"polygons are wanted, not a {kind}")
+
+
+def _from_any(shape: Any) -> Iterator[Polygon]:
+    """Polygons of one thing: geometry, GeoJSON, ring, or several of them."""
+    if hasattr(shape, "__geo_interface__"):
+        yield from _from_mapping(shape.__geo_interface__)
+    elif isinstance(shape, Mapping):
+        yield from _from_mapping(shape)
+    elif isinstance(shape, np.ndarray) or _is_ring(shape):
+        yield _ring(shape), []
+    elif isinstance(shape, Sequence) and not isinstance(shape, (str, bytes)):
+        for part in shape:
+            yield from _from_any(part)
+    else:
+        raise TypeError(f"polygons are wanted, not {type(shape).__name__}")
+
+
+def _is_ring(shape: Any) -> bool:
+    """Whether a sequence is one of pairs of numbers."""
+    if not isinstance(shape, Sequence) or len(shape) == 0 or isinstance(shape, (str, bytes)):
+        return False
+    first = shape[0]
+    if isinstance(first, Mapping) or hasattr(first, "__geo_interface__") or isinstance(first, (str, bytes)):
+        return False
+    return np.ndim(first) == 1 and np.size(first) in (2, 3)
+
+
+def read_polygons(shape: Any) -> list[Polygon]:
+    """Every polygon of a shape.
+
+    Parameters
+    ----------
+    shape : object
+        Anything with ``__geo_interface__``, a GeoJSON mapping, an N x 2 array (one ring), or a sequence of these.
+    """
+    return list(_from_any(shape))

@@ -1,0 +1,103 @@
+"""Questions to clouds."""
+
+from __future__ import annotations
+
+from typing import Any, Callable
+
+import numpy as np
+from numpy.typing import ArrayLike, NDArray
+
+from . import _core
+from ._polygons import read_polygons
+
+
+def read_planes(planes: ArrayLike) -> NDArray[np.float64]:
+    """Planes as the N x 4 array that the library takes."""
+    array = np.asarray(planes, dtype=np.float64)
+    if array.size == 0:
+        return np.empty((0, 4))
+    if array.ndim != 2 or array.shape[1] != 4:
+        raise ValueError(f"planes must be an N x 4 array of a, b, c, d, not one of shape {array.shape}")
+    return np.ascontiguousarray(array)
+
+
+def _read_place(place: ArrayLike, name: str) -> tuple[float, float]:
+    """A place in plan."""
+    array = np.asarray(place, dtype=np.float64)
+    if array.ndim != 1 or array.size not in (2, 3):
+        raise ValueError(f"{name} must be a place (x, y), not an array of shape {array.shape}")
+    return float(array[0]), float(array[1])
+
+
+class Query:
+    """A question to a cloud: what `Cloud.find` answers at once, and `Cloud.batches` in parts.
+
+    Made by the class methods, which are named, and take what the methods of `Cloud` of their names take. A query
+    belongs to no cloud, never changes, and can be pickled.
+    """
+
+    __slots__ = ("_args", "_core", "_name")
+
+    _core: _core.Query
+    _name: str
+    _args: tuple[Any, ...]
+
+    def __init__(self) -> None:
+        raise TypeError("queries are made by Query.all, Query.lod and the others")
+
+    @classmethod
+    def _make(cls, name: str, args: tuple[Any, ...], make: Callable[[], _core.Query]) -> Query:
+        query = object.__new__(cls)
+        query._name = name
+        query._args = args
+        query._core = make()
+        return query
+
+    def __repr__(self) -> str:
+        return f"Query.{self._name}({', '.join(map(repr, self._args))})"
+
+    def __reduce__(self) -> tuple[Callable[..., Query], tuple[Any, ...]]:
+        return getattr(Query, self._name), self._args
+
+    @classmethod
+    def all(cls) -> Query:
+        """Every point."""
+        return cls._make("all", (), _core.query_all)
+
+    @classmethod
+    def lod(cls, spacing: float) -> Query:
+        """A level of detail, see `Cloud.lod`."""
+        return cls._make("lod", (spacing,), lambda: _core.query_lod(spacing))
+
+    @classmethod
+    def clip(cls, planes: ArrayLike) -> Query:
+        """The points behind planes, see `Cloud.clip`."""
+        array = read_planes(planes)
+        return cls._make("clip", (array,), lambda: _core.query_clip(array))
+
+    @classmethod
+    def lod_clip(cls, spacing: float, planes: ArrayLike) -> Query:
+        """A level of detail of the points behind planes, see `Cloud.lod_clip`."""
+        array = read_planes(planes)
+        return cls._make("lod_clip", (spacing, array), lambda: _core.query_lod_clip(spacing, array))
+
+    @classmethod
+    def rect(cls, xmin: float, ymin: float, xmax: float, ymax: float) -> Query:
+        """The points in a rectangle, see `Cloud.rect`."""
+        args = (xmin, ymin, xmax, ymax)
+        return cls._make("rect", args, lambda: _core.query_rect(*args))
+
+    @classmethod
+    def near_line(
+        cls, p1: ArrayLike, p2: ArrayLike, distance: float, start: bool = False, end: bool = False
+    ) -> Query:
+        """The points along a line, see `Cloud.near_line`."""
+        args = (_read_place(p1, "p1"), _read_place(p2, "p2"), distance, start, end)
+        return cls._make("near_line", args, lambda: _core.query_line(*args))
+
+    @classmethod
+    def inside(cls, polygons: Any, outside: bool = False) -> Query:
+        """The points inside polygons, or outside, see `Cloud.inside`."""
+        parts = read_polygons(polygons)
+        shape = {"type": "MultiPolygon", "coordinates": [[outer, *holes] for outer, holes in parts]}
+        return cls._make("inside", (shape, outside), lambda: _core.query_polygons(parts, outside))
