@@ -7,6 +7,7 @@ ZOR4DATA_BUILD names a folder where the module has been built (``build/dev``); w
 from __future__ import annotations
 
 import os
+import shutil
 import subprocess
 import sys
 import sysconfig
@@ -62,6 +63,7 @@ class BinaryDistribution(Distribution):
         return True
 
 
+shutil.rmtree(WORK / "lib", ignore_errors=True)  # what the package no longer has would go into the wheel
 for folder in ("lib", "egg"):
     (WORK / folder).mkdir(parents=True, exist_ok=True)
 setup(

@@ -9,7 +9,7 @@ from pathlib import Path
 
 # The folders of the library and the host: what is installed or linked into what is installed, and the sample.
 PRODUCT = ("zor0lang", "zor1math", "zor3geom", "include", "formats", "octree", "io", "analysis", "cloud",
-           "companions", "sample", "host")
+           "companions", "sample", "host", "python")
 AROUND = ("tests", "fuzz", "bench")
 
 

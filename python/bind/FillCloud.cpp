@@ -41,12 +41,14 @@ struct CSource
     TPlace org; ///< that one
 };
 
-/// @return the origin as the library stores it.
+/// @return the origin as the library stores it; not-a-number where a float does not reach.
 TPlace RoundOrigin(const TPlace& place)
 {
+    constexpr double c_dLargest = std::numeric_limits<float>::max();
     TPlace rounded;
     for (std::size_t k = 0; k < place.size(); ++k)
-        rounded[k] = static_cast<double>(static_cast<float>(place[k]));
+        rounded[k] = std::fabs(place[k]) <= c_dLargest ? static_cast<double>(static_cast<float>(place[k]))
+                                                       : std::numeric_limits<double>::quiet_NaN();
     return rounded;
 }
 
@@ -70,11 +72,15 @@ TPlace MoveToStep(const TPlace& place, const TPlace& org)
     return moved;
 }
 
-/// The first point sets the origin: it moves only where that stays what it is.
+/// The first point sets the origin: it moves only on the axes where that stays what it is.
 TPlace MoveFirst(const TPlace& place, const TPlace& org)
 {
-    const TPlace moved = MoveToStep(place, org);
-    return RoundOrigin(moved) == org ? moved : place;
+    TPlace moved = MoveToStep(place, org);
+    const TPlace rounded = RoundOrigin(moved);
+    for (std::size_t k = 0; k < place.size(); ++k)
+        if (!(rounded[k] == org[k]))
+            moved[k] = place[k];
+    return moved;
 }
 
 template <class Number>

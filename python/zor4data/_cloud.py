@@ -212,7 +212,7 @@ class Cloud:
         Parameters
         ----------
         spacing : float
-            Coordinate units. Not above 0, not-a-number, or larger than the cloud: every point.
+            Coordinate units. Not above 0, not-a-number, or four times the size of the cloud: every point.
 
         Returns
         -------
@@ -245,7 +245,7 @@ class Cloud:
         Parameters
         ----------
         spacing : float
-            As for `lod`; larger than the cloud: one point of each leaf.
+            As for `lod`; but four times the size of the cloud: one point of each leaf.
         planes : array_like, shape (P, 4)
             As for `clip`.
 

@@ -85,7 +85,7 @@ def _read_origin(origin: ArrayLike) -> tuple[float, float, float]:
     array = np.asarray(origin, dtype=np.float64)
     if array.shape != (3,):
         raise ValueError(f"origin must be a place (x, y, z), not an array of shape {array.shape}")
-    if not np.isfinite(array.astype(np.float32)).all():
+    if not (np.abs(array) <= np.finfo(np.float32).max).all():
         raise ValueError(f"origin is {array}: it must be finite, as a float32 too")
     return float(array[0]), float(array[1]), float(array[2])
 

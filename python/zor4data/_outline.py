@@ -8,7 +8,7 @@ import numpy as np
 
 
 class Outline(np.ndarray):  # type: ignore[type-arg]
-    """Corners of an outline in plan, an N x 2 array of float64, the last corner the first again.
+    """Corners of an outline in plan, an N x 2 array of float64, clockwise, the last corner the first again.
 
     Whatever takes ``__geo_interface__`` takes it as a polygon. What is computed from it is an array like others.
     """
@@ -17,8 +17,12 @@ class Outline(np.ndarray):  # type: ignore[type-arg]
     def __geo_interface__(self) -> dict[str, Any]:
         if self.ndim != 2 or self.shape[1] != 2:
             raise AttributeError("__geo_interface__: these are not the corners of an outline")
-        ring = [tuple(corner) for corner in self.tolist()]
-        return {"type": "Polygon", "coordinates": (tuple(ring),) if ring else ()}
+        corners = np.asarray(self)
+        x, y = (corners - corners[:1]).T
+        if (x[:-1] * y[1:] - x[1:] * y[:-1]).sum() < 0.0:
+            corners = corners[::-1]  # GeoJSON's outer rings run counter-clockwise
+        ring = tuple((x, y) for x, y in corners.tolist())
+        return {"type": "Polygon", "coordinates": (ring,) if ring else ()}
 
     def __array_finalize__(self, obj: Any) -> None:
         """Nothing but the array is carried over."""

@@ -1,0 +1,80 @@
+"""Answers in parts."""
+
+from __future__ import annotations
+
+import itertools
+import threading
+import tracemalloc
+from pathlib import Path
+
+import numpy as np
+import pytest
+from conftest import landscape
+from test_life import resident
+
+import zor4data
+from zor4data import Cloud, Query
+
+QUERIES = [
+    Query.all(),
+    Query.lod(2.0),
+    Query.clip([[1, 0, 0, -40]]),
+    Query.lod_clip(2.0, [[1, 0, 0, -40]]),
+    Query.rect(1, 2, 30, 40),
+    Query.near_line((1, 2), (50, 60), 3.0, True, True),
+    Query.inside(np.array([(0, 0), (40, 0), (40, 40)])),
+    Query.rect(-3, -3, -1, -1),
+]
+
+
+@pytest.mark.parametrize("query", QUERIES, ids=lambda q: repr(q).partition("(")[0])
+@pytest.mark.parametrize("n", [1, 7, 1000, 2**31 - 1])
+def test_batches_are_the_answer_in_parts(terrain: Cloud, query: Query, n: int) -> None:
+    if n == 2**31 - 1 and resident() < 0:
+        pytest.skip("no room")
+    if n == 1:
+        terrain = terrain.take(slice(0, 500))
+    if n == 2**31 - 1:
+        n = 10**6
+    whole = terrain.find(query)
+    batches = list(terrain.batches(query, n))
+    assert all(batch.dtype == np.int32 for batch in batches)
+    assert (np.concatenate([whole[:0], *batches]) == whole).all()
+    assert all(1 <= len(batch) <= n for batch in batches)
+
+
+@pytest.mark.parametrize("n", [0, -1, 2**31])
+def test_batches_of_a_wrong_size_are_an_error(terrain: Cloud, n: int) -> None:
+    with pytest.raises(ValueError, match="n is"):
+        terrain.batches(Query.all(), n)
+
+
+def test_batches_end_early(terrain: Cloud) -> None:
+    before = threading.active_count()
+    threads = len(list(Path("/proc/self/task").iterdir()))
+    batches = terrain.batches(Query.all(), 10)
+    assert len(list(itertools.islice(batches, 3))) == 3
+    batches.close()
+    assert list(batches) == []
+    with terrain.batches(Query.all(), 10) as more:
+        next(more)
+    assert list(more) == []
+    del batches, more
+    unused = terrain.batches(Query.all(), 10)
+    del unused
+    assert threading.active_count() == before
+    assert len(list(Path("/proc/self/task").iterdir())) == threads
+
+
+def test_batches_hold_two_batches_at_most() -> None:
+    cloud = zor4data.from_arrays(landscape(3_000_000)[0])
+    for _ in cloud.batches(Query.all(), 1000):
+        pass
+    before = resident()
+    most = 0
+    tracemalloc.start()
+    for count, _ in enumerate(cloud.batches(Query.all(), 10000)):
+        if count % 10 == 0:
+            most = max(most, resident())
+    tracemalloc.stop()
+    assert most - before < 3 << 20  # all indices would be 12 MB

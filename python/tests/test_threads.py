@@ -1,0 +1,84 @@
+"""Several threads ask one cloud at once."""
+
+from __future__ import annotations
+
+import threading
+from concurrent.futures import ThreadPoolExecutor
+from typing import Any, Callable
+
+import numpy as np
+from conftest import landscape
+
+import zor4data
+from zor4data import Cloud, Query
+
+THREADS = 4
+PLANES = [[1.0, 0.5, 0.0, -60.0], [0.0, 0.0, 1.0, -4.0]]
+RING = np.array([(5.0, 5.0), (40.0, 8.0), (30.0, 44.0)])
+
+#: Every question, by its name.
+QUESTIONS: dict[str, Callable[[Cloud], Any]] = {
+    "points": lambda cloud: cloud.points,
+    "xyz": lambda cloud: cloud.xyz(),
+    "rgb": lambda cloud: cloud.rgb(slice(0, 1000)),
+    "bounds": lambda cloud: cloud.bounds,
+    "all": lambda cloud: cloud.all(),
+    "lod": lambda cloud: cloud.lod(3.0),
+    "clip": lambda cloud: cloud.clip(PLANES),
+    "lod_clip": lambda cloud: cloud.lod_clip(3.0, PLANES),
+    "rect": lambda cloud: cloud.rect(5, 5, 30, 40),
+    "near_line": lambda cloud: cloud.near_line((2, 2), (45, 40), 2.0, start=True, end=True),
+    "inside": lambda cloud: cloud.inside(RING),
+    "pick": lambda cloud: cloud.pick((20, 20, 90), (0.1, 0.0, -1.0), 0.02),
+    "nearest": lambda cloud: cloud.nearest(np.random.default_rng(1).uniform(0, 40, (50, 3))),
+    "batches": lambda cloud: np.concatenate(list(cloud.batches(Query.lod(2.0), 64))),
+    "outline": lambda cloud: np.asarray(cloud.outline(3.0)),
+    "ground_mask": lambda cloud: cloud.ground_mask(),
+    "take": lambda cloud: cloud.take(cloud.lod(4.0)).points,
+    "bytes": lambda cloud: np.frombuffer(cloud._core.to_bytes(), np.uint8),
+    "search_distance": lambda cloud: cloud.search_distance(),
+}
+
+
+def ask(cloud: Cloud, first: int) -> dict[str, Any]:
+    """Asks everything, beginning somewhere."""
+    names = list(QUESTIONS)
+    return {name: QUESTIONS[name](cloud) for name in names[first:] + names[:first]}
+
+
+def test_every_question_is_answered_as_to_one_alone() -> None:
+    xyz, rgb = landscape(8000)
+    expected = ask(zor4data.from_arrays(xyz, rgb), 0)
+    cloud = zor4data.from_arrays(xyz, rgb)  # bounds not asked yet
+    with ThreadPoolExecutor(THREADS) as pool:
+        for apart in (0, 5):
+            for answers in pool.map(lambda n: ask(cloud, n * apart % len(QUESTIONS)), range(THREADS)):
+                for name, answer in answers.items():
+                    assert np.array_equal(answer, expected[name]), name
+
+
+def test_the_interpreter_goes_on_during_long_work() -> None:
+    xyz, _ = landscape(400000)
+    cloud = zor4data.from_arrays(xyz)
+    done = threading.Event()
+    turns = 0
+
+    def work() -> None:
+        cloud.ground_mask()
+        done.set()
+
+    thread = threading.Thread(target=work)
+    thread.start()
+    while not done.wait(0.0005):
+        turns += 1
+    thread.join()
+    assert turns > 10
+
+
+def test_one_stream_of_batches_serves_several_threads() -> None:
+    cloud = zor4data.from_arrays(landscape(20000)[0])
+    batches = cloud.batches(Query.all(), 16)
+    with ThreadPoolExecutor(THREADS) as pool:
+        parts = pool.map(lambda _: list(batches), range(THREADS))
+        found = np.concatenate([batch for part in parts for batch in part])
+    assert (np.sort(found) == np.arange(20000)).all()
