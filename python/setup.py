@@ -1,7 +1,7 @@
 """Builds the wheel: the module by CMake, the library with it.
 
 ZOR4DATA_BUILD names a folder where the module has been built (``build/dev``); without it everything is built below
-``build/python`` of the source tree. Nothing is written beside the sources.
+``build/python`` of the source tree. Nothing is written beside the sources but, without ``--outdir``, the wheel.
 """
 
 from __future__ import annotations
@@ -18,7 +18,7 @@ from setuptools.command.build_ext import build_ext
 
 ROOT = Path(__file__).resolve().parent.parent
 READY = os.environ.get("ZOR4DATA_BUILD")
-WORK = ROOT / "build" / "python"
+WORK = Path(READY).resolve() / "python" / "wheel" if READY else ROOT / "build" / "python"
 COMPONENT = "zor4data_python"
 
 

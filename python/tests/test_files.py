@@ -193,7 +193,14 @@ def test_search_distance_suits_the_density() -> None:
 
 
 @pytest.mark.parametrize(
-    "name", ["las/autzen_trim.las", "las/ahn3_delft.laz", "las/pdrf8-1.4.las", "ply/lidar_source_cc.ply", "asc/bijou_no_nodata.asc"]
+    "name",
+    [
+        "las/autzen_trim.las",
+        "las/ahn3_delft.laz",
+        "las/pdrf8-1.4.las",
+        "ply/lidar_source_cc.ply",
+        "asc/bijou_no_nodata.asc",
+    ],
 )
 def test_real_files_are_read(real_files: Path, name: str) -> None:
     found = zor4data.facts(real_files / name)

@@ -103,16 +103,15 @@ def test_lod_is_a_thinned_cloud(cloud: Cloud, spacing: float) -> None:
 
 
 @pytest.mark.parametrize("spacing", [0.4, 1.0, 2.5, 9.0])
-def test_lod_same_as_the_command_line(
-    spacing: float, tmp_path: Path, run_program: Callable[..., None]
-) -> None:
+def test_lod_same_as_the_command_line(spacing: float, tmp_path: Path, run_program: Callable[..., None]) -> None:
     cloud = zor4data.from_arrays(scatter(5000, 3))
     cloud.write(tmp_path / "in.cld")
     planes = [[0.5, 0.25, 0.1, -1300.0]]
-    for name, found, more in (
+    asked: list[tuple[str, NDArray[np.int32], list[str]]] = [
         ("lod", cloud.lod(spacing), []),
         ("both", cloud.lod_clip(spacing, planes), ["--clip", "0.5,0.25,0.1,-1300"]),
-    ):
+    ]
+    for name, found, more in asked:
         out = tmp_path / f"{name}.csv"
         run_program("points", tmp_path / "in.cld", "--lod", spacing, *more, "-o", out, "-q")
         rows = np.loadtxt(out, delimiter=",", skiprows=1, usecols=(0, 1, 2), ndmin=2)
@@ -200,7 +199,7 @@ def test_pick_and_nearest_take_one_or_many() -> None:
     assert cloud.nearest(np.zeros((2, 3, 3))).shape == (2, 3)
     assert cloud.pick((530, 4020, 90), (0, 0, -1), 0.3).shape == ()
     assert cloud.pick(np.zeros((4, 1, 3)), np.ones((5, 3)), 0.1).shape == (4, 5)
-    for wrong in ((1,), (1, 2, 3, 4), [[1, 2, 3, 4]]):
+    for wrong in (np.zeros(1), np.zeros(4), np.zeros((2, 4))):
         with pytest.raises(ValueError, match="coordinates"):
             cloud.nearest(wrong)
     for angle in (-0.1, 1.6, float("nan")):

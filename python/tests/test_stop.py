@@ -73,12 +73,13 @@ def test_an_exception_in_the_progress_stops_an_analysis(terrain: Cloud, name: st
 
 
 def test_progress_rises_from_0_to_100(ply: Path, terrain: Cloud) -> None:
-    for run in (
+    runs: list[Callable[[zor4data.Progress], Any]] = [
         lambda progress: zor4data.read(ply, progress=progress),
         lambda progress: terrain.ground(progress=progress),
         lambda progress: terrain.ground_mask(progress=progress),
         lambda progress: terrain.outline(2.0, progress=progress),
-    ):
+    ]
+    for run in runs:
         told: list[int] = []
         run(told.append)
         assert told == sorted(set(told))
@@ -91,12 +92,14 @@ def test_a_progress_that_is_none_is_an_error(ply: Path) -> None:
 
 
 def test_stopping_leaks_nothing(ply: Path, terrain: Cloud) -> None:
+    runs: list[Callable[[zor4data.Progress], Any]] = [
+        lambda stop: zor4data.read(ply, progress=stop),
+        lambda stop: terrain.ground(progress=stop),
+        lambda stop: terrain.outline(2.0, progress=stop),
+    ]
+
     def stop_all() -> None:
-        for run in (
-            lambda stop: zor4data.read(ply, progress=stop),
-            lambda stop: terrain.ground(progress=stop),
-            lambda stop: terrain.outline(2.0, progress=stop),
-        ):
+        for run in runs:
             with pytest.raises(Enough):
                 run(Stopper(20))
 

@@ -8,7 +8,7 @@ from __future__ import annotations
 
 from ._cloud import COLOR_POINT, POINT, Batches, Cloud
 from ._errors import Error, ReadError, WriteError
-from ._facts import Facts, Kind, Loss, facts
+from ._facts import Facts, Kind, Loss, Progress, facts
 from ._make import from_arrays, read
 from ._outline import Outline
 from ._query import Query
@@ -25,6 +25,7 @@ __all__ = [
     "Kind",
     "Loss",
     "Outline",
+    "Progress",
     "Query",
     "ReadError",
     "WriteError",

@@ -177,7 +177,7 @@ class Cloud:
         -------
         ndarray of int32, shape (M,)
         """
-        return self._core.find(query._core)
+        return self._core.find(query._asks)
 
     def batches(self, query: Query, n: int) -> Batches:
         """The same indices `n` at a time, with memory for no more than two batches.
@@ -195,7 +195,7 @@ class Cloud:
         """
         if not 1 <= n <= np.iinfo(np.int32).max:
             raise ValueError(f"n is {n}: a batch holds at least 1 index, and less than 2**31")
-        return Batches(_core.BatchStream(self._core, query._core, n))
+        return Batches(_core.BatchStream(self._core, query._asks, n))
 
     def all(self) -> NDArray[np.int32]:
         """Every point, ascending.
@@ -405,7 +405,10 @@ class Cloud:
         return corners.reshape(-1, 2).view(Outline)
 
     def search_distance(self) -> float:
-        """A distance suited to the density: five times the mean spacing in plan, at least 1; infinite without points."""
+        """A distance suited to the density, for `outline`.
+
+        Five times the mean spacing of the points in plan, at least 1, coordinate units; infinite without points.
+        """
         return self._core.search_distance()
 
     # --- new clouds and files --------------------------------------------------------------------

@@ -36,9 +36,9 @@ class Query:
     belongs to no cloud, never changes, and can be pickled.
     """
 
-    __slots__ = ("_args", "_core", "_name")
+    __slots__ = ("_args", "_asks", "_name")
 
-    _core: _core.Query
+    _asks: _core.Query
     _name: str
     _args: tuple[Any, ...]
 
@@ -50,7 +50,7 @@ class Query:
         query = object.__new__(cls)
         query._name = name
         query._args = args
-        query._core = make()
+        query._asks = make()
         return query
 
     def __repr__(self) -> str:
@@ -88,9 +88,7 @@ class Query:
         return cls._make("rect", args, lambda: _core.query_rect(*args))
 
     @classmethod
-    def near_line(
-        cls, p1: ArrayLike, p2: ArrayLike, distance: float, start: bool = False, end: bool = False
-    ) -> Query:
+    def near_line(cls, p1: ArrayLike, p2: ArrayLike, distance: float, start: bool = False, end: bool = False) -> Query:
         """The points along a line, see `Cloud.near_line`."""
         args = (_read_place(p1, "p1"), _read_place(p2, "p2"), distance, start, end)
         return cls._make("near_line", args, lambda: _core.query_line(*args))
