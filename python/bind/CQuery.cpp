@@ -1,6 +1,6 @@
 #include <python/bind/CQuery.h>
 
-#include <python/bind/ArrayFromVector.h>
+#include <python/bind/CIndexBuffer.h>
 #include <zor4data/FindIndices.h>
 
 namespace py = pybind11;
@@ -14,17 +14,6 @@ namespace zorpy
 
 namespace
 {
-
-class CCollector final : public IPntIndexListener
-{
-public:
-    void OnIndices(int nNumPnts, const std::int32_t* pIndices) override
-    {
-        m_vecIndices.insert(m_vecIndices.end(), pIndices, pIndices + nNumPnts);
-    }
-
-    std::vector<std::int32_t> m_vecIndices;
-};
 
 std::vector<PNT_2D> ReadRing(const TRingArray& ring)
 {
@@ -104,12 +93,12 @@ CQuery MakePolygonQuery(const std::vector<TPolygonArrays>& polygons, bool bOutsi
 py::array_t<std::int32_t> FindAll(const CCloud& cloud, const CQuery& query)
 {
     constexpr int c_nBatch = 4096; // 16 KiB: they are copied while the processor has them near
-    CCollector collector;
+    CIndexBuffer buffer;
     {
         const py::gil_scoped_release released;
-        query.Ask(cloud.GetCld(), collector, c_nBatch);
+        query.Ask(cloud.GetCld(), buffer, c_nBatch);
     }
-    return ArrayFromVector(std::move(collector.m_vecIndices));
+    return buffer.MakeArray();
 }
 
 } // namespace zorpy

@@ -13,16 +13,50 @@ namespace zorpy
 namespace
 {
 
-/// The origin in the order in which a loop over twelve bytes at a time needs it.
-struct CScaled
+/// Makes coordinates of the records of all points. Four at a time are whole vectors for the processor,
+/// whatever the stride: the division, which the library's own coordinates have, is what takes the time.
+class CXyzLoop
 {
-    std::array<double, 3> adOrg;
-
-    void Put(const std::array<std::int32_t, 3>& an, double* pOut) const noexcept
+public:
+    explicit CXyzLoop(const CPntArrays& arrays) : m_arrays(arrays), m_adOrg(GetOrigin(arrays))
     {
-        for (std::size_t k = 0; k < an.size(); ++k)
-            pOut[k] = CoordFromOffset(an[k], adOrg[k]);
+        for (std::size_t i = 0; i < m_adOrgs.size(); ++i)
+            m_adOrgs[i] = m_adOrg[i % m_adOrg.size()];
     }
+
+    void Put(std::int64_t nIndex, double* pOut) const noexcept
+    {
+        const std::array<std::int32_t, 3> an = GetOffsets(m_arrays, nIndex);
+        for (std::size_t k = 0; k < an.size(); ++k)
+            pOut[k] = CoordFromOffset(an[k], m_adOrg[k]);
+    }
+
+    void PutAll(double* pOut) const noexcept
+    {
+        std::int64_t i = 0;
+        for (; i + c_nPnts <= m_arrays.nNumPnts; i += c_nPnts)
+            PutSome(i, pOut + 3 * i);
+        for (; i < m_arrays.nNumPnts; ++i)
+            Put(i, pOut + 3 * i);
+    }
+
+private:
+    static constexpr int c_nPnts = 4;
+    static constexpr std::size_t c_nCoords = 3 * c_nPnts;
+
+    void PutSome(std::int64_t nFirst, double* pOut) const noexcept
+    {
+        std::int32_t an[c_nCoords];
+        for (int i = 0; i < c_nPnts; ++i)
+            std::memcpy(an + 3 * i, m_arrays.pPnts + (nFirst + i) * m_arrays.nStride,
+                        3 * sizeof(std::int32_t));
+        for (std::size_t i = 0; i < c_nCoords; ++i)
+            pOut[i] = CoordFromOffset(an[i], m_adOrgs[i]);
+    }
+
+    const CPntArrays& m_arrays;
+    std::array<double, 3> m_adOrg;
+    std::array<double, c_nCoords> m_adOrgs{};
 };
 
 constexpr int c_nFirstColorByte = 12;
@@ -76,10 +110,14 @@ void FillXyz(const CCloud& cloud, const py::object& index, py::array_t<double>& 
     const CPntArrays& arrays = cloud.GetArrays();
     CheckRoom(arrays, index, out);
     double* const pOut = out.mutable_data();
-    const CScaled scaled{GetOrigin(arrays)};
-    ForEachPnt(arrays, index,
-               [&, scaled](std::int64_t nIndex, std::int64_t i)
-               { scaled.Put(GetOffsets(arrays, nIndex), pOut + 3 * i); });
+    const CXyzLoop loop(arrays);
+    if (index.is_none())
+    {
+        const py::gil_scoped_release released;
+        loop.PutAll(pOut);
+        return;
+    }
+    ForEachPnt(arrays, index, [&](std::int64_t nIndex, std::int64_t i) { loop.Put(nIndex, pOut + 3 * i); });
 }
 
 void FillRgb(const CCloud& cloud, const py::object& index, py::array_t<std::uint8_t>& out)
