@@ -33,25 +33,30 @@ public:
 
     void PutAll(double* pOut) const noexcept
     {
-        std::int64_t i = 0;
-        for (; i + c_nPnts <= m_arrays.nNumPnts; i += c_nPnts)
-            PutSome(i, pOut + 3 * i);
+        std::int64_t i = m_arrays.nStride == 12 ? PutBlocks<12>(pOut) : PutBlocks<16>(pOut);
         for (; i < m_arrays.nNumPnts; ++i)
             Put(i, pOut + 3 * i);
     }
 
 private:
     static constexpr int c_nPnts = 4;
-    static constexpr std::size_t c_nCoords = 3 * c_nPnts;
+    static constexpr int c_nCoords = 3 * c_nPnts;
 
-    void PutSome(std::int64_t nFirst, double* pOut) const noexcept
+    /// @return how many points it took.
+    template <int nStride>
+    std::int64_t PutBlocks(double* pOut) const noexcept
     {
-        std::int32_t an[c_nCoords];
-        for (int i = 0; i < c_nPnts; ++i)
-            std::memcpy(an + 3 * i, m_arrays.pPnts + (nFirst + i) * m_arrays.nStride,
-                        3 * sizeof(std::int32_t));
-        for (std::size_t i = 0; i < c_nCoords; ++i)
-            pOut[i] = CoordFromOffset(an[i], m_adOrgs[i]);
+        const std::array<double, c_nCoords> adOrgs = m_adOrgs;
+        std::int64_t i = 0;
+        for (; i + c_nPnts <= m_arrays.nNumPnts; i += c_nPnts)
+        {
+            std::int32_t an[c_nPnts * nStride / 4];
+            std::memcpy(an, m_arrays.pPnts + i * nStride, sizeof an);
+            for (int n = 0; n < c_nCoords; ++n)
+                pOut[3 * i + n] =
+                    CoordFromOffset(an[n / 3 * (nStride / 4) + n % 3], adOrgs[static_cast<std::size_t>(n)]);
+        }
+        return i;
     }
 
     const CPntArrays& m_arrays;
