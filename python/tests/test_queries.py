@@ -39,6 +39,7 @@ def check(found: NDArray[np.int32], distances: NDArray[np.float64]) -> None:
 def test_all_is_every_point(cloud: Cloud) -> None:
     assert cloud.all().dtype == np.int32
     assert (cloud.all() == np.arange(len(cloud))).all()
+    assert (cloud.find(Query.all()) == cloud.all()).all()
 
 
 @pytest.mark.parametrize("seed", range(12))
