@@ -4,7 +4,9 @@
 #include <zor4data/CPntArrays.h>
 #include <zor4data/CPntCld.h>
 #include <zor4data/CRootCube.h>
+#include <zor4data/FindIndices.h>
 #include <zor4data/FindPntsInPolygons.h>
+#include <zor4data/IPntIndexListener.h>
 #include <zor4data/PickPnt.h>
 
 #include <algorithm>
@@ -129,6 +131,48 @@ inline void AskPolygons(const CPntCld& cld, int nFound, const CNumbers& numbers)
     Check(count(false) + count(true) == nFound, "a point is inside a polygon or outside");
 }
 
+/// A host of indices.
+class CFuzzIndices final : public IPntIndexListener
+{
+public:
+    void OnIndices(int nNumPnts, const std::int32_t* pIndices) override
+    {
+        for (int i = 0; i < nNumPnts; ++i)
+            m_nIndexSum += pIndices[i];
+        m_nNumPnts += nNumPnts;
+    }
+
+    long long m_nNumPnts = 0;
+    long long m_nIndexSum = 0;
+};
+
+/// Indices alone are those of the records.
+inline void AskIndices(const CPntCld& cld, double dLod, const std::vector<zor::geom::PLANE_3D>& vecPlanes)
+{
+    const auto check = [](const CFuzzHost& host, const CFuzzIndices& indices)
+    {
+        Check(host.m_nNumPnts == indices.m_nNumPnts && host.m_nIndexSum == indices.m_nIndexSum,
+              "indices are those of the records");
+    };
+    CFuzzHost all;
+    CFuzzIndices allIndices;
+    cld.GetPnts(&all, 64);
+    FindIndices(cld, &allIndices, 7);
+    check(all, allIndices);
+    CFuzzHost lod;
+    CFuzzIndices lodIndices;
+    cld.GetPnts_Lod(&lod, dLod, 64);
+    FindIndices_Lod(cld, &lodIndices, dLod, 7);
+    check(lod, lodIndices);
+    CFuzzHost clip;
+    CFuzzIndices clipIndices;
+    cld.GetPnts_Clip(&clip, vecPlanes, 64);
+    cld.GetPnts_LodClip(&clip, dLod, vecPlanes, 64);
+    FindIndices_Clip(cld, &clipIndices, vecPlanes, 7);
+    FindIndices_LodClip(cld, &clipIndices, dLod, vecPlanes, 7);
+    check(clip, clipIndices);
+}
+
 /// Runs every query.
 ///
 /// @param nInTree  points that the tree finds; 0 without a tree.
@@ -153,6 +197,7 @@ inline void AskCloud(const CPntCld& cld, int nInTree, const CNumbers& numbers)
           "GetPnts_LodClip without spacing clips");
     Check(CountOf([&](CFuzzHost* pHost) { cld.GetPnts_LodClip(pHost, dLod, vecPlanes, 4096); }) <= nInTree,
           "GetPnts_LodClip delivers points once");
+    AskIndices(cld, dLod, vecPlanes);
     AskArrays(cld);
     AskForPnts(cld, numbers, vecPlanes);
     zor::geom::RECT_3D rect;
