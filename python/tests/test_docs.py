@@ -7,6 +7,7 @@ import re
 import subprocess
 import sys
 from pathlib import Path
+from typing import Callable
 
 import pytest
 from tour import IMAGES, PAGE, ROOT, read_code, read_pictures, run_code
@@ -47,7 +48,8 @@ def test_every_method_is_in_the_table_of_names() -> None:
     for name in dir(zor4data.Cloud):
         if not name.startswith("_") and name != "find":
             assert f"`Cloud.{name}" in table, name
-    for function in (zor4data.read, zor4data.from_arrays, zor4data.facts):
+    functions: list[Callable[..., object]] = [zor4data.read, zor4data.from_arrays, zor4data.facts]
+    for function in functions:
         names = re.search(rf"`{function.__name__}\((.*?)\)`", table)
         assert names is not None
         wanted = [name for name in inspect.signature(function).parameters]

@@ -37,19 +37,26 @@ def one_round(cloud: Cloud) -> None:
     cloud.bounds.sum()
     with pytest.raises(IndexError):
         cloud.xyz(-1)
+
+
+def one_stream(cloud: Cloud) -> None:
+    """A query in parts, left before its end."""
     with cloud.batches(Query.all(), 100) as batches:
         next(batches)
 
 
 def test_memory_and_references_are_flat_over_ten_thousand_rounds() -> None:
-    cloud = zor4data.from_arrays(*landscape(600))
+    cloud = zor4data.from_arrays(*landscape(400))
     held = (zor4data.POINT, zor4data.COLOR_POINT, None, zor4data.Cloud, cloud._core)
     for _ in range(300):
         one_round(cloud)
+        one_stream(cloud)
     gc.collect()
     references, memory = [sys.getrefcount(thing) for thing in held], resident()
-    for _ in range(10000):
+    for count in range(10000):
         one_round(cloud)
+        if count % 10 == 0:  # each has a thread
+            one_stream(cloud)
     gc.collect()
     grown = [sys.getrefcount(thing) - before for thing, before in zip(held, references)]
     assert max(grown) < 50 and min(grown) > -50
