@@ -164,6 +164,8 @@ void FindGround(const COptions& options, const CConsole& console)
     const CCoordSystem& coords = pFile->GetFacts().coords;
     const CGroundScale scale = ChooseGroundScale(options, coords, console);
     pictureOptions.units = ChooseUnits(options.picture, coords);
+    if (!options.sPicturePath.empty())
+        NoteOtherUnit(options.picture, coords, options.input.sPath, console);
     LoadOrAdvise(cloud, *pFile, console);
     ChooseColors(options.picture, options.input.sPath, cloud, colors);
     pictureOptions.bByHeight = colors.IsByHeight();
