@@ -1,7 +1,7 @@
 // Output files: where links lead, what is on the disk when a file gets its name, what killed runs leave.
 #include <formats/CPlacedFile.h>
 #include <host/output/RemoveAbandoned.h>
-#include <tests/host/support/CZorcld.h>
+#include <tests/host/support/CTracedTest.h>
 
 #include <gtest/gtest.h>
 
@@ -53,20 +53,14 @@ std::string WriteAged(const CZorcld& zorcld, const std::string& sName, std::time
     return sPath;
 }
 
-/// Runs under a trace of their system calls, where that can be had.
-class ZorcldTraced : public testing::Test
+class ZorcldTraced : public CTracedTest
 {
 protected:
     void SetUp() override
     {
-        if (CZorcld::IsSanitized())
-            GTEST_SKIP() << "sanitizers do not run under a trace";
-        if (std::system("strace -o /dev/null true >/dev/null 2>&1") != 0)
-            GTEST_SKIP() << "strace is not there, or may not trace";
+        CTracedTest::SetUp();
         m_zorcld.Write("grid.ply", MakeGridPly(4));
     }
-
-    const CZorcld m_zorcld;
 };
 
 } // namespace
