@@ -55,8 +55,10 @@ public:
         m_leftOut = CLasLeftOut();
         for (m_nNumRead = 0; IsMoreToRead(reader) && (pPnt = reader.Read()) != nullptr; ++m_nNumRead)
         {
-            m_leftOut.Add(*pPnt);
-            onPnt(SourceFromLasPnt(*pPnt));
+            const CSourcePnt pnt = SourceFromLasPnt(*pPnt);
+            if (!m_isCounted || m_isCounted(pnt))
+                m_leftOut.Add(*pPnt);
+            onPnt(pnt);
         }
         return {};
     }
@@ -70,6 +72,8 @@ public:
             return {FindUntakenPnts(m_header.nNumPnts, m_nNumRead, true, true)};
         return {};
     }
+
+    void CountLeftOutOf(const TIsCounted& isCounted) override { m_isCounted = isCounted; }
 
     std::vector<CLeftOut> GetLeftOut() const override
     {
@@ -109,6 +113,7 @@ private:
     const CLasHeader& m_header;
     std::int64_t m_nNumRead = 0;
     CLasLeftOut m_leftOut;
+    TIsCounted m_isCounted; // empty: every point is
 };
 
 } // namespace

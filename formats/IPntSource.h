@@ -34,6 +34,11 @@ public:
     /// What the last `ForEach` saw beside the points.
     virtual std::vector<CFinding> GetFindings() const { return {}; }
 
+    using TIsCounted = std::function<bool(const CSourcePnt&)>;
+
+    /// From here on `GetLeftOut` counts those points only of which `isCounted` says so; by default all.
+    virtual void CountLeftOutOf(const TIsCounted& /*isCounted*/) {}
+
     /// What the file has beside places and colours; of points, what the last `ForEach` saw of it.
     virtual std::vector<CLeftOut> GetLeftOut() const { return {}; }
 };

@@ -1,4 +1,6 @@
 #include <host/commands/Commands.h>
+
+#include <host/commands/AddOutOption.h>
 #include <host/files/AddInputOptions.h>
 #include <host/files/CCloudSource.h>
 #include <host/files/CFileColors.h>
@@ -16,6 +18,7 @@
 #include <host/output/FormatCount.h>
 #include <host/output/GetExtension.h>
 #include <host/output/PntWriter.h>
+#include <host/output/RefuseSameFile.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -23,7 +26,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <limits>
 #include <memory>
 #include <optional>
@@ -154,15 +156,6 @@ std::string ConvertPnts(IPntSource& source, const COptions& options, const CCons
     return sResult;
 }
 
-/// The file that is read may be reached by another name, or through a link.
-void RefuseSameFile(const COptions& options)
-{
-    std::error_code error;
-    if (!options.bForce && std::filesystem::equivalent(options.input.sPath, options.sOutPath, error))
-        throw CUsageError(
-            fmt::format("OUT: '{}' is the file that is read (--force replaces it)", options.sOutPath));
-}
-
 /// @return the source with the points where they are wanted in their cells.
 /// @throws CFailure when centres of cells are wanted of what has none.
 std::unique_ptr<IPntSource> PlaceInCells(const CInputFile& file, std::unique_ptr<IPntSource> pSource,
@@ -193,7 +186,7 @@ void Convert(const COptions& options, const CConsole& console)
     const std::string sExtension = GetExtension(options.sOutPath);
     if (sExtension != ".ply" && sExtension != ".cld")
         throw CUsageError(fmt::format("OUT: '{}' ends neither in .ply nor in .cld", options.sOutPath));
-    RefuseSameFile(options);
+    RefuseSameFile(options.input.sPath, options.sOutPath, "OUT", options.bForce);
     const CClassChoice choice(options.classes);
     const std::unique_ptr<CInputFile> pFile = OpenInputFile(options.input);
     std::unique_ptr<IPntSource> pSource =
@@ -224,7 +217,7 @@ void AddConvertCommand(CLI::App& app, const CConsole& console)
     AddInputOptions(*pCommand, pOptions->input);
     AddClassOptions(*pCommand, pOptions->classes);
     pCommand->add_option("OUT", pOptions->sOutPath, "File to write, .ply or .cld")->required();
-    pCommand->add_flag("--force", pOptions->bForce, "Let OUT replace the file that is read");
+    AddForceFlag(*pCommand, pOptions->bForce);
     pCommand->add_flag(
         "--cell-centre", pOptions->bCellCentre,
         "Put the points of a grid at the centres of their cells, not at the upper left corners");

@@ -115,6 +115,7 @@ void MakeView(const COptions& options, const CConsole& console)
     CPntCld cloud(&colors);
     const CLoadFacts facts = LoadAsWished(cloud, *OpenInputFile(options.input), wish, console);
     view.units = ChooseUnits(options.picture, facts.coords);
+    NoteOtherUnit(options.picture, facts.coords, options.input.sPath, console);
     ChooseColors(options.picture, options.input.sPath, cloud, colors);
     view.query.Choose(cloud);
     if (!options.sOverlayPath.empty() && !IsNear(view.overlay, cloud))

@@ -92,6 +92,8 @@ std::string FormatSubtitle(const CProfile& profile, double dExaggeration, const 
     std::string sText = fmt::format("{} up to {} beside the line",
                                     FormatCount(static_cast<std::int64_t>(profile.vecPnts.size()), "point"),
                                     WithUnit(fmt::format("{:.6g}", 0.5 * profile.dWidth), sUnit));
+    if (!profile.sNote.empty())
+        sText += ", " + profile.sNote;
     if (dExaggeration != 1.0)
         sText += fmt::format(", heights drawn {:g} times as large", dExaggeration);
     return sText;

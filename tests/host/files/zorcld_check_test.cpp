@@ -374,7 +374,7 @@ TEST(ZorcldCheck, Help_QuotesOddNames)
     const CZorcld zorcld;
     const std::string sFile = zorcld.Write("it's one.ply", MakeDoublePly());
     const nlohmann::json file = Check(zorcld, sFile, 3);
-    EXPECT_NE(file["warnings"][0]["help"].get<std::string>().find("'it'\\''s one_converted.cld'"),
+    EXPECT_NE(file["warnings"][0]["help"].get<std::string>().find("/it'\\''s one.ply_converted.cld'"),
               std::string::npos)
         << file.dump(1);
 }
