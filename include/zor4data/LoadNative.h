@@ -11,8 +11,7 @@ class IDlgProgress;
 /// show it and cancel.
 ///
 /// @param pProgress  receives percent of the file's bytes, 0 to 100 and never falling: once before the
-/// points,
-///                   and then at least every 64 MiB; null: no calls.
+///                   points, and then at least every 64 MiB; null: no calls.
 /// @return as ReadFromFile: false where the file cannot be opened, or names no point type. A cloud that has
 ///         points or an octree takes nothing from the file, and there is no call but the first.
 ///

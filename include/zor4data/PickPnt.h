@@ -15,9 +15,8 @@ class CPntCld;
 ///
 /// @param from       where the ray begins, coordinate units.
 /// @param direction  where it goes; of any length above 0.
-/// @param dTan       the cone's opening: tangent of the angle between the ray and the cone's side, the size
-/// of
-///                   so many pixels at distance 1. 0: only what lies on the ray as computed below.
+/// @param dTan       the cone's opening: tangent of the angle between the ray and the cone's side, the
+///                   size of so many pixels at distance 1. 0: only what lies on the ray as computed below.
 /// @param planes     coordinate units, normals pointing out of the kept volume, as for `GetPnts_Clip`, but
 ///                   asked of every point by its own coordinates. Empty: every point.
 /// @return the point's index; -1: none.

@@ -23,8 +23,7 @@ using TOnTempFile = std::function<void(const zor::String& sTempPath)>;
 ///
 /// @param sPath  where the file is to be. A symbolic link is followed, and stays.
 /// @return FileCause_None: the file is there. Else why not (`enumFileCause.h`), and errno says what the
-/// system
-///         said, 0 where it said nothing: FileCause_Directory, _NotRegular, and _NotCreated to
+///         system said, 0 where it said nothing: FileCause_Directory, _NotRegular, and _NotCreated to
 ///         _NothingToSave.
 ///
 /// A cloud without an octree is not saved: its points would be missing in the file. Points marked deleted are
