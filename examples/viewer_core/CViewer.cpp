@@ -14,6 +14,7 @@ constexpr double c_dFinest = 1.0;   // pixels
 constexpr double c_dCoarsest = 1e4; // pixels: more than a picture has
 constexpr double c_dStep = 1.25;
 constexpr double c_dNearest = 0.1; // nothing nearer to the eye is drawn
+constexpr double c_dRoom = 0.001;  // coordinate units: the box is exact to 2/10000
 constexpr int c_nBatch = 1024;
 
 } // namespace
@@ -36,7 +37,7 @@ std::pair<double, double> CViewer::CalcDepths(const CCamera& camera) const
         dNear = std::min(dNear, dDepth);
         dFar = std::max(dFar, dDepth);
     }
-    return {std::max(dNear, c_dNearest), dFar};
+    return {std::max(dNear - c_dRoom, c_dNearest), dFar + c_dRoom};
 }
 
 // [bands]
