@@ -77,7 +77,7 @@ bool CViewer::FillFrame(const CCamera& camera, CVertexBuffer& buffer)
             return false;
         m_dSpacing *= c_dStep;
     }
-    m_bRoom = buffer.GetSize() < buffer.GetCapacity() / 2;
+    m_bRoom = buffer.GetSize() < buffer.GetCapacity() / 4; // half the spacing: four times the points
     return true;
 }
 // [/bands]

@@ -19,8 +19,8 @@ public:
     /// @param cld  kept, not owned; has an octree.
     explicit CViewer(const CPntCld& cld);
 
-    /// Fills the buffer anew. Where not everything fits, the points get sparser until it does; while half of
-    /// it stays empty, they get denser by a step a frame.
+    /// Fills the buffer anew. Where not everything fits, the points get sparser until it does; while
+    /// three quarters of it stay empty, they get denser by a step a frame.
     ///
     /// @return false where even the sparsest points do not fit; the buffer is then full.
     bool FillFrame(const CCamera& camera, CVertexBuffer& buffer);
@@ -38,7 +38,7 @@ private:
     const CPntCld& m_cld;
     double m_dSpacing = 1.0;
     int m_nNumBands = 0;
-    bool m_bRoom = false; // the last frame left half of the buffer empty
+    bool m_bRoom = false; // the last frame left three quarters of the buffer empty
 };
 
 #endif

@@ -10,6 +10,7 @@
 #include <zor4data/CFileFacts.h>
 #include <zor4data/CPntCld.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <vector>
 
@@ -29,7 +30,7 @@ int main(int argc, char** argv)
     CViewer viewer(cld);
 
     const zor::geom::PNT_3D target(0.5 * (box.xmin + box.xmax), 0.5 * (box.ymin + box.ymax), box.zmin);
-    const double dSize = box.xmax - box.xmin;
+    const double dSize = std::max({box.xmax - box.xmin, box.ymax - box.ymin, 1.0});
     for (int nFrame = 0; nFrame < 8; ++nFrame)
     {
         const double dAway = dSize * (2.0 - 0.25 * nFrame); // ends within the cloud
