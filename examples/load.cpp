@@ -63,7 +63,7 @@ int main(int argc, char** argv)
         return std::fprintf(stderr, "usage: load FILE [PERCENT-TO-CANCEL-AT]\n"), 2;
     CProgressBar progress;
     if (argc > 2)
-        progress.m_nCancelAt = std::atoi(argv[2]);
+        progress.m_nCancelAt = static_cast<int>(std::strtol(argv[2], nullptr, 10));
 
     // [cancel]
     CFileColors colors;

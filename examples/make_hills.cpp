@@ -30,8 +30,9 @@ std::string MakePly()
                          "property uchar red\nproperty uchar green\nproperty uchar blue\nend_header\n";
     for (int i = 0; i < n * n; ++i)
     {
+        const int nRow = i / n;
         const double x = CHills::c_dSpacing * (i % n);
-        const double y = CHills::c_dSpacing * (i / n);
+        const double y = CHills::c_dSpacing * nRow;
         AppendFloat(sBytes, x);
         AppendFloat(sBytes, y);
         AppendFloat(sBytes, CHills::CalcHeight(x, y));
@@ -45,8 +46,6 @@ bool WriteFile(const char* pPath, const std::string& sBytes)
     std::ofstream file(pPath, std::ios::binary);
     file << sBytes;
     file.close();
-    if (!file)
-        std::fprintf(stderr, "make_hills: %s was not written\n", pPath);
     return !file.fail();
 }
 
@@ -60,5 +59,7 @@ int main()
     const bool bWritten = WriteFile("hills.ply", sPly) &&
                           WriteFile("hills_cut.ply", sPly.substr(0, sPly.size() / 2)) &&
                           WriteFile("hills_text.ply", sText);
-    return bWritten ? 0 : 1;
+    if (!bWritten)
+        return std::fprintf(stderr, "make_hills: not everything was written\n"), 1;
+    return 0;
 }

@@ -53,11 +53,13 @@ bool CViewer::TryFillFrame(const CCamera& camera, CVertexBuffer& buffer)
     m_nNumBands = 0;
     try
     {
-        for (double dNear = dFirst; dNear < dLast; dNear *= 2.0, ++m_nNumBands)
+        double dNear = dFirst;
+        for (; dNear < dLast; ++m_nNumBands)
         {
             // A spacing above the cloud's own size would mean one point a leaf: more points, not fewer.
             const double dLod = std::min(m_dSpacing * camera.CalcPixelSize(dNear), dEdge);
             m_cld.GetPnts_LodClip(&buffer, dLod, camera.GetFrustum(dNear, 2.0 * dNear), c_nBatch);
+            dNear *= 2.0;
         }
     }
     catch (const CBufferFull&)
