@@ -19,6 +19,7 @@ class IPntCldListener;
 /// delivers and those of the rings: a point is on an edge when it lies on the segment between the two
 /// corners, and nowhere beside it.
 ///
+/// @param cld        asked for its points.
 /// @param pListener  receives the points; the array it is given is reused after each call. Null: nobody does.
 /// @param polygons   coordinate units. Closing edges are implied, rings may be given closed and run
 ///                   either way round; polygons may overlap, and holes each other and the outer ring. A
