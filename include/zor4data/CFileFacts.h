@@ -19,9 +19,8 @@
 /// - whether memory suffices. A LAS file that announces more points than it can hold is refused where they
 ///   find no room and loads, short of them, where they do; std::bad_alloc of any other kind is no property of
 ///   the file.
-/// - pipes and devices: they could be read once only, and are not looked into (FileCause_NotRegular), though
-/// a
-///   native file may come through one.
+/// - pipes and devices: they could be read once only, and are not looked into (FileCause_NotRegular),
+///   though a native file may come through one.
 /// - a file that changes meanwhile, or a disk that fails.
 ///
 /// A file that loads may still load badly, or hold nothing: `FindFileLosses` tells.
