@@ -15,8 +15,8 @@ std::vector<CFinding> FindLasFindings(const CLasGuard& guard, bool bAsMeant)
         vecFindings.push_back(
             {"las-count",
              sAnnounces + "but " + std::to_string(nHeld) + OneOrMany(nHeld, " is", " are") +
-                 " there: it is cut off, and a point at the first one's place comes for the "
-                 "missing ones",
+                 " there: it is cut off" +
+                 (nHeld > 0 ? ", and a point at the first one's place comes for the missing ones" : ""),
              bAsMeant && nHeld > 0, ""});
     if (nLeast > header.nNumPnts)
         vecFindings.push_back(FindUntakenPnts(header.nNumPnts, nLeast, guard.GetPosEnd() == 0, bAsMeant));

@@ -59,7 +59,7 @@ void WalkTree(CByteReader& reader, CNativeFacts& facts)
 
 } // namespace
 
-CNativeFacts FindNativeFacts(CByteReader& reader)
+CNativeFacts FindNativeHead(CByteReader& reader)
 {
     CNativeFacts facts;
     facts.nFileSize = reader.GetSize();
@@ -76,7 +76,14 @@ CNativeFacts FindNativeFacts(CByteReader& reader)
         return facts;
     facts.bTreeHeader = true;
     facts.treeHeader = CNativeTreeHeader::FromBytes(acTree);
-    WalkTree(reader, facts);
+    return facts;
+}
+
+CNativeFacts FindNativeFacts(CByteReader& reader)
+{
+    CNativeFacts facts = FindNativeHead(reader);
+    if (facts.bTreeHeader)
+        WalkTree(reader, facts);
     return facts;
 }
 

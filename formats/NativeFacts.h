@@ -29,6 +29,10 @@ struct CNativeFacts
     }
 };
 
+/// What stands before the points and before the octree: all but what the octree's nodes tell.
+/// @param reader  at the start of the file.
+CNativeFacts FindNativeHead(CByteReader& reader);
+
 /// Time: that of reading the octree, bounded by the size of the file. Memory: a block, and a bit a point
 /// where the runs of the leaves do not follow each other.
 /// @param reader  at the start of the file.

@@ -19,9 +19,7 @@ const CFileKind CNativeFile::c_kind = {
 CNativeFile::CNativeFile(const std::string& sPath, CByteReader&& reader)
     : CInputFile(c_kind, sPath, std::move(reader)), m_native(FindNativeFacts(m_reader))
 {
-    m_sHeadCause = m_native.header.FindCause();
-    const bool bCounts = m_native.header.IsTypeKnown(); // of another file they mean nothing
-    m_facts.nAnnounced = bCounts ? std::max<std::int64_t>(m_native.header.nNumPnts, 0) : 0;
+    m_sWrong = m_native.header.FindCause();
     m_facts.nHeld = m_native.nNumHeld;
     m_facts.bDuplicates = false; // they were removed before it was written
     m_facts.vecFindings = FindNativeFindings(m_native);
