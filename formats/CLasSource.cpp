@@ -53,12 +53,19 @@ public:
             return "its LAS data are damaged or cut off";
         const laszip_point_struct* pPnt = nullptr;
         m_leftOut = CLasLeftOut();
-        for (m_nNumRead = 0; IsMoreToRead(reader) && (pPnt = reader.Read()) != nullptr; ++m_nNumRead)
+        m_nNumRead = 0;
+        while (IsMoreToRead(reader) && (pPnt = reader.Read()) != nullptr)
         {
+            ++m_nNumRead;
             m_leftOut.Add(*pPnt);
             onPnt(SourceFromLasPnt(*pPnt));
         }
         return {};
+    }
+
+    std::int64_t GetNumUntaken() const override
+    {
+        return std::max<std::int64_t>(m_nNumRead - m_header.nNumPnts, 0);
     }
 
     /// Of a compressed file, only reading it tells how many points it holds.

@@ -133,12 +133,12 @@ void CLasFile::FindInPnts(const CSourceFacts& facts, std::vector<CFinding>& vecF
 {
     if (facts.nMaxColor > 0 && !m_header.IsColorTaken())
         vecFindings.push_back(FindUntakenColors(m_header, ZORCLD_HAS_LASZIP));
-    if (m_header.IsColorTaken() && facts.HasDeepColor() && facts.nNumLowColors > 0)
+    if (m_header.IsColorTaken() && facts.nMaxColorTaken > 255 && facts.nNumLowColors > 0)
         vecFindings.push_back(
             {"color-16-bit",
              fmt::format("its colours have 16 bits (up to {}), and of {} a channel from 1 to 255 is "
                          "taken as one of 8 bits: far too bright",
-                         facts.nMaxColor, FormatCount(facts.nNumLowColors, "point")),
+                         facts.nMaxColorTaken, FormatCount(facts.nNumLowColors, "point")),
              true, ""});
 }
 

@@ -140,6 +140,8 @@ void FindInPnts(CInputFile& file, const CSourceFacts& facts, CStackedPnts& stack
     FindStackedPnts(stacked, facts, result.vecFindings);
     if (facts.summary.bColor && facts.summary.nNumPnts > 0 && facts.nMaxColor == 0)
         result.vecFindings.push_back(FindZeroColors(result.facts.bColor));
+    else if (result.facts.bColor && facts.nMaxColor > 0 && facts.nMaxColorTaken == 0)
+        result.vecFindings.push_back(FindZeroColorsRead());
     file.FindInPnts(facts, result.vecFindings);
     FindFarPnts(facts, result.vecFindings);
     if (facts.nNumFar > 0 && !CTakenPnts::CanTake(facts))

@@ -96,6 +96,7 @@ void FindInColors(CInputFile& file, const IPntSource& source, const CFiller& fil
         return;
     CSourceFacts facts;
     facts.nMaxColor = filler.GetMaxColor();
+    facts.nMaxColorTaken = facts.nMaxColor;
     file.FindInPnts(facts, vecFindings);
     if (facts.nMaxColor == 0)
         vecFindings.push_back(FindZeroColors(file.GetFileFacts().bColor));
