@@ -60,6 +60,7 @@ public:
             m_leftOut.Add(*pPnt);
             onPnt(SourceFromLasPnt(*pPnt));
         }
+        m_nNumBytesLeft = std::max<std::int64_t>(m_header.FindPosEnd() - reader.GetPos(), 0);
         return {};
     }
 
@@ -75,6 +76,8 @@ public:
             return {FindUnreadPnts(m_header.nNumPnts, m_nNumRead)};
         if (m_nNumRead > std::max(m_header.nNumPnts, m_guard.GetLeastNumPnts())) // else the head tells
             return {FindUntakenPnts(m_header.nNumPnts, m_nNumRead, true, true)};
+        if (m_guard.IsOneStream() && m_nNumBytesLeft > 0)
+            return {FindBytesBehind(m_header.nNumPnts, m_nNumBytesLeft)};
         return {};
     }
 
@@ -115,6 +118,7 @@ private:
     CLasGuard& m_guard;
     const CLasHeader& m_header;
     std::int64_t m_nNumRead = 0;
+    std::int64_t m_nNumBytesLeft = 0; // behind the last point
     CLasLeftOut m_leftOut;
 };
 

@@ -46,6 +46,15 @@ CFinding FindUntakenPnts(std::int64_t nAnnounced, std::int64_t nNumThere, bool b
             bAsMeant, ""};
 }
 
+CFinding FindBytesBehind(std::int64_t nAnnounced, std::int64_t nNumBytes)
+{
+    return {"las-bytes",
+            "its header announces " + CountOf(nAnnounced, "point") + ", and " + CountOf(nNumBytes, "byte") +
+                OneOrMany(nNumBytes, " follows", " follow") +
+                " them: these may be more points, which its kind of compression does not tell",
+            false, ""};
+}
+
 CFinding FindTakenPnts(std::int64_t nAnnounced, std::int64_t nNumThere)
 {
     return {"las-count",

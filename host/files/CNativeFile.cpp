@@ -31,14 +31,32 @@ bool CNativeFile::HasWrongBox()
            !HasBoxOfItsPnts(m_reader, m_native);
 }
 
+std::int64_t CNativeFile::CountFalsePnts()
+{
+    const bool bTree = m_native.treeHeader.IsPossible() && m_native.bTreeWhole;
+    if (bTree && m_native.nNumInTree == m_native.nNumHeld)
+        return 0;
+    const std::int64_t nNumTrue = FindNumBeforeTree(m_reader, m_native);
+    return nNumTrue < 0 ? 0 : m_native.nNumHeld - nNumTrue;
+}
+
 void CNativeFile::FindByReading(std::vector<CFinding>& vecFindings)
 {
-    if (HasWrongBox())
+    if (const std::int64_t nNumFalse = CountFalsePnts(); nNumFalse > 0)
+        vecFindings = {MakeNativeCountFinding(m_native.header.nNumPnts, m_native.nNumHeld - nNumFalse)};
+    else if (HasWrongBox())
         vecFindings.push_back(MakeNativeBoxFinding());
 }
 
 void CNativeFile::Mend(CPntCld& cloud)
 {
+    const std::int64_t nNumFalse = CountFalsePnts();
+    const int nNumPnts = cloud.GetNumPnts();
+    cloud.UnSelPnts();
+    for (std::int64_t i = nNumPnts - nNumFalse; i < nNumPnts; ++i)
+        cloud.SelPnt(static_cast<int>(i), false);
+    if (nNumFalse > 0)
+        cloud.DelSelPnts();
     if (!m_native.IsWhole() || HasWrongBox())
         cloud.ComputeTree();
 }
