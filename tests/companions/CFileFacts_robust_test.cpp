@@ -60,7 +60,7 @@ std::vector<CSmallFile> AllSmallFiles()
                                               "1\r\nNODATA_value 0\r\n0 1\r\n"});
 #ifdef ZOR4DATA_TEST_LAZ
     vecFiles.push_back({PntCldFile_Las, LazBytes(LasOf(1, 20), 8, true)});
-    vecFiles.push_back({PntCldFile_Las, LazBytes(LasOf(6, 20), 8, true)});
+    vecFiles.push_back({PntCldFile_Las, LazBytes(LasOf(6, 20), 16, true)});
 #endif
     return vecFiles;
 }
@@ -83,6 +83,11 @@ class CFileFactsOfSmallFile : public testing::TestWithParam<CSmallFile>
 {
 };
 
+std::string GetNameOf(const testing::TestParamInfo<CSmallFile>& param)
+{
+    return "Kind" + std::to_string(param.param.eType) + "_" + std::to_string(param.index);
+}
+
 TEST_P(CFileFactsOfSmallFile, EachByteChanged_CauseWhereItIsNotLoaded)
 {
     CMemFile memFile;
@@ -102,10 +107,7 @@ TEST_P(CFileFactsOfSmallFile, EachByteChanged_CauseWhereItIsNotLoaded)
 }
 
 INSTANTIATE_TEST_SUITE_P(CFileFacts_robust, CFileFactsOfSmallFile, testing::ValuesIn(AllSmallFiles()),
-                         [](const testing::TestParamInfo<CSmallFile>& one) {
-                             return "Kind" + std::to_string(info.param.eType) + "_" +
-                                    std::to_string(info.index);
-                         });
+                         GetNameOf);
 
 TEST(CFileFacts_robust, FileOfAnotherKind_CauseWhereItIsNotLoaded)
 {
