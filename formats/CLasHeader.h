@@ -62,6 +62,10 @@ struct CLasHeader
     /// Counts of headers are often too low, above all where a file was not finished. What lies behind the
     /// announced points counts as points where it is a whole number of them, or where none are announced.
     ///
+    /// @return where the points end at the latest: where something else that the header names begins behind
+    ///         them, else the file's size.
+    std::int64_t FindPosEnd() const;
+
     /// @return points that stand before what else the file has; -1 of a compressed file.
     std::int64_t CalcNumThere() const;
 

@@ -53,14 +53,22 @@ public:
             return "its LAS data are damaged or cut off";
         const laszip_point_struct* pPnt = nullptr;
         m_leftOut = CLasLeftOut();
-        for (m_nNumRead = 0; IsMoreToRead(reader) && (pPnt = reader.Read()) != nullptr; ++m_nNumRead)
+        m_nNumRead = 0;
+        while (IsMoreToRead(reader) && (pPnt = reader.Read()) != nullptr)
         {
+            ++m_nNumRead;
             const CSourcePnt pnt = SourceFromLasPnt(*pPnt);
             if (!m_isCounted || m_isCounted(pnt))
                 m_leftOut.Add(*pPnt);
             onPnt(pnt);
         }
+        m_nNumBytesLeft = std::max<std::int64_t>(m_header.FindPosEnd() - reader.GetPos(), 0);
         return {};
+    }
+
+    std::int64_t GetNumUntaken() const override
+    {
+        return std::max<std::int64_t>(m_nNumRead - m_header.nNumPnts, 0);
     }
 
     /// Of a compressed file, only reading it tells how many points it holds.
@@ -70,6 +78,8 @@ public:
             return {FindUnreadPnts(m_header.nNumPnts, m_nNumRead)};
         if (m_nNumRead > std::max(m_header.nNumPnts, m_guard.GetLeastNumPnts())) // else the head tells
             return {FindUntakenPnts(m_header.nNumPnts, m_nNumRead, true, true)};
+        if (m_guard.IsOneStream() && m_nNumBytesLeft > 0)
+            return {FindBytesBehind(m_header.nNumPnts, m_nNumBytesLeft)};
         return {};
     }
 
@@ -112,6 +122,7 @@ private:
     CLasGuard& m_guard;
     const CLasHeader& m_header;
     std::int64_t m_nNumRead = 0;
+    std::int64_t m_nNumBytesLeft = 0; // behind the last point
     CLasLeftOut m_leftOut;
     TIsCounted m_isCounted; // empty: every point is
 };

@@ -31,6 +31,10 @@ public:
     ///         full stop; empty: nothing.
     virtual std::string ForEach(const TOnPnt& onPnt) = 0;
 
+    /// @return how many points `ForEach` has delivered that the library does not take, since they lie behind
+    ///         the announced ones. Up to date in each call, for the point that it gets.
+    virtual std::int64_t GetNumUntaken() const { return 0; }
+
     /// What the last `ForEach` saw beside the points.
     virtual std::vector<CFinding> GetFindings() const { return {}; }
 

@@ -15,8 +15,8 @@ std::vector<CFinding> FindLasFindings(const CLasGuard& guard, bool bAsMeant)
         vecFindings.push_back(
             {"las-count",
              sAnnounces + "but " + std::to_string(nHeld) + OneOrMany(nHeld, " is", " are") +
-                 " there: it is cut off, and a point at the first one's place comes for the "
-                 "missing ones",
+                 " there: it is cut off" +
+                 (nHeld > 0 ? ", and a point at the first one's place comes for the missing ones" : ""),
              bAsMeant && nHeld > 0, ""});
     if (nLeast > header.nNumPnts)
         vecFindings.push_back(FindUntakenPnts(header.nNumPnts, nLeast, guard.GetPosEnd() == 0, bAsMeant));
@@ -44,6 +44,15 @@ CFinding FindUntakenPnts(std::int64_t nAnnounced, std::int64_t nNumThere, bool b
                 std::to_string(nNumThere) + OneOrMany(nNumThere, " is", " are") +
                 " there: those behind the announced ones are not read",
             bAsMeant, ""};
+}
+
+CFinding FindBytesBehind(std::int64_t nAnnounced, std::int64_t nNumBytes)
+{
+    return {"las-bytes",
+            "its header announces " + CountOf(nAnnounced, "point") + ", and " + CountOf(nNumBytes, "byte") +
+                OneOrMany(nNumBytes, " follows", " follow") +
+                " them: these may be more points, which its kind of compression does not tell",
+            false, ""};
 }
 
 CFinding FindTakenPnts(std::int64_t nAnnounced, std::int64_t nNumThere)

@@ -19,6 +19,9 @@ std::vector<CFinding> FindLasFindings(const CLasGuard& guard, bool bAsMeant);
 /// @param bExact  is that known to be all of them?
 CFinding FindUntakenPnts(std::int64_t nAnnounced, std::int64_t nNumThere, bool bExact, bool bAsMeant);
 
+/// @return that bytes follow the announced points of a file that does not tell how many points there are.
+CFinding FindBytesBehind(std::int64_t nAnnounced, std::int64_t nNumBytes);
+
 /// @return that the library takes the file without its colours, for a format whose colours it does not take.
 CFinding FindUntakenColors(const CLasHeader& header, bool bAsMeant);
 

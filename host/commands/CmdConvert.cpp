@@ -1,3 +1,4 @@
+#include <formats/LasFindings.h>
 #include <host/commands/Commands.h>
 
 #include <host/commands/AddOutOption.h>
@@ -142,9 +143,21 @@ std::string SaveLoaded(CInputFile& file, const COptions& options, const CConsole
     return FormatResult(cloud.GetNumPnts(), cloud.IsWithColor(), facts.nDuplicates);
 }
 
-std::string ConvertPnts(IPntSource& source, const COptions& options, const CConsole& console)
+/// The library would read the announced ones only.
+void TellUntakenPnts(const IPntSource& source, CInputFile& file, const CConsole& console)
+{
+    const std::int64_t nAnnounced = file.GetFileFacts().nAnnounced;
+    const std::int64_t nNumUntaken = source.GetNumUntaken();
+    if (nNumUntaken > 0)
+        console.Note(
+            fmt::format("{}: {}", file.GetPath(), FindTakenPnts(nAnnounced, nAnnounced + nNumUntaken).sText));
+}
+
+std::string ConvertPnts(IPntSource& source, CInputFile& file, const COptions& options,
+                        const CConsole& console)
 {
     const CTakenPnts pnts(source, options.input.sPath, console);
+    TellUntakenPnts(source, file, console);
     for (const CFinding& finding : source.GetFindings())
         if (!finding.bConvert) // what converting mends goes wrong for other commands only
             console.Note(fmt::format("{}: {}", options.input.sPath, finding.sText));
@@ -201,7 +214,7 @@ void Convert(const COptions& options, const CConsole& console)
     {
         if (pSource == nullptr)
             pSource = MakeCloudSource(*pFile, console);
-        sResult = ConvertPnts(*pSource, options, console);
+        sResult = ConvertPnts(*pSource, *pFile, options, console);
     }
     TellPlace(*pFile, options, console);
     console.Note(fmt::format("{}: {}", options.sOutPath, sResult));

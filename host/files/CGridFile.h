@@ -23,7 +23,6 @@ public:
 
 private:
     CMadeSource TryMakeSource() override { return MakeAsciiGridSource(m_meaning, m_reader); }
-    std::string CalcDataCause(std::int64_t nNumRead) override;
 
     CAsciiGridMeaning m_meaning; // of its header
 };

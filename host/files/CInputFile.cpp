@@ -19,26 +19,33 @@
 namespace zorcld
 {
 
-std::int64_t CFileFacts::CalcNumPnts() const
-{
-    return nHeld < 0 ? nAnnounced : std::min(nHeld, nAnnounced);
-}
-
 CInputFile::CInputFile(const CFileKind& kind, const std::string& sPath, CByteReader&& reader)
     : m_reader(std::move(reader)), m_kind(kind), m_input{sPath, ""}
 {
 }
 
-const std::string& CInputFile::FindCause(std::int64_t nNumRead)
+const CFileFacts& CInputFile::GetFileFacts()
 {
-    if (!m_sCause)
-        m_sCause = m_sHeadCause.empty() ? CalcDataCause(nNumRead) : m_sHeadCause;
-    return *m_sCause;
+    if (!m_fileFacts)
+        m_fileFacts = CalcFileFacts();
+    return *m_fileFacts;
 }
 
-std::string CInputFile::CalcDataCause(std::int64_t)
+CFileFacts CInputFile::CalcFileFacts() const
 {
-    return {};
+    return FindFileFacts(zor::String(GetPath()), m_kind.eFile);
+}
+
+std::int64_t CInputFile::CalcNumPnts()
+{
+    const std::int64_t nAnnounced = GetFileFacts().nAnnounced;
+    return m_facts.nHeld < 0 ? nAnnounced : std::min(m_facts.nHeld, nAnnounced);
+}
+
+CFileCause CInputFile::FindHeadCause()
+{
+    const CFileFacts& facts = GetFileFacts();
+    return {facts.eCause, facts.eCause == FileCause_None ? m_sWrong : facts.sCause};
 }
 
 std::unique_ptr<IPntSource> CInputFile::MakeSource()
@@ -104,15 +111,6 @@ static bool HasMovedPnts(const CPntCld& cloud)
     return false;
 }
 
-std::int64_t CInputFile::CountByReading()
-{
-    std::int64_t nNumPnts = 0;
-    const CMadeSource made = TryMakeSource();
-    const bool bRead =
-        made.pSource != nullptr && made.pSource->ForEach([&](const CSourcePnt&) { ++nNumPnts; }).empty();
-    return bRead ? nNumPnts : 0;
-}
-
 void CInputFile::FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindings)
 {
     if (cloud.IsWithColor() && cloud.GetNumPnts() > 0 && !HasColors(cloud))
@@ -125,11 +123,6 @@ void CInputFile::FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFin
                          "that distance",
                          c_nReach),
              true, ""});
-}
-
-std::int64_t CInputFile::CountRead(std::int64_t, std::vector<CFinding>&) const
-{
-    return m_facts.CalcNumPnts();
 }
 
 } // namespace zorcld

@@ -1,7 +1,9 @@
 #ifndef HOST_FILES_CHECKFILE_H
 #define HOST_FILES_CHECKFILE_H
 
+#include <formats/CFileCause.h>
 #include <formats/CFinding.h>
+#include <zor4data/CFileFacts.h>
 
 #include <cstdint>
 #include <string>
@@ -21,7 +23,8 @@ struct CCheckResult
     std::string sCommand;             ///< that converts it, where a finding or the cause says that this helps
     const CFileKind* pKind = nullptr; ///< null: not known
     std::int64_t nNumPnts = -1;       ///< that it holds, or else announces; -1: not known
-    std::string sCause;               ///< why it cannot be loaded; empty: it can
+    CFileCause cause;                 ///< why it cannot be loaded; empty: it can
+    CFileFacts facts;                 ///< what the library knows of it
     bool bConvert = false;            ///< that cause is none for `zorcld convert`
     bool bLoaded = false;             ///< it was loaded to find that out
     bool bUnseen = false;             ///< only the library reads its points

@@ -42,6 +42,8 @@ public:
                                                                        : sCause;
     }
 
+    std::int64_t GetNumUntaken() const override { return m_pSource->GetNumUntaken(); }
+
     std::vector<CFinding> GetFindings() const override { return m_pSource->GetFindings(); }
 
     std::vector<CLeftOut> GetLeftOut() const override { return m_pSource->GetLeftOut(); }

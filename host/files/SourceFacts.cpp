@@ -41,10 +41,13 @@ private:
     std::int64_t m_nStep = 1;
 };
 
-void AddColor(CSourceFacts& facts, const CSourcePnt& pnt)
+void AddColor(CSourceFacts& facts, const CSourcePnt& pnt, bool bTaken)
 {
     const auto isLow = [](std::uint16_t n) { return n > 0 && n <= 255; };
     facts.nMaxColor = std::max({facts.nMaxColor, pnt.r, pnt.g, pnt.b});
+    if (!bTaken)
+        return;
+    facts.nMaxColorTaken = std::max({facts.nMaxColorTaken, pnt.r, pnt.g, pnt.b});
     facts.nNumLowColors += isLow(pnt.r) || isLow(pnt.g) || isLow(pnt.b) ? 1 : 0;
 }
 
@@ -86,7 +89,8 @@ CSourceFacts CollectSourceFacts(IPntSource& source, const std::string& sPath, co
                 ++facts.nNumFar;
             else if (onPntNear)
                 onPntNear(pnt);
-            AddColor(facts, pnt);
+            if (facts.summary.bColor)
+                AddColor(facts, pnt, source.GetNumUntaken() == 0);
             sampler.Add(pnt);
         });
     if (!sCause.empty())

@@ -251,6 +251,32 @@ TEST(ZorcldCheck, Native_BoxOfTheOctree)
         }
 }
 
+// A count that is too high: the first bytes of the octree are taken for points. Converting takes them away.
+TEST(ZorcldCheck, Native_CountThatReachesIntoTheOctree)
+{
+    const CZorcld zorcld;
+    const std::string sGood = zorcld.GetPath("good.cld");
+    ASSERT_EQ(zorcld.Run({"convert", zorcld.Write("grid.ply", MakeGridPly(20)), sGood}).nStatus, 0);
+    for (const int nMore : {1, 2, 7, 30})
+    {
+        std::string sBytes = ReadBytes(sGood);
+        sBytes[23] = static_cast<char>(sBytes[23] + nMore); // 400 is 0x190
+        const std::string sFile = zorcld.Write("more.cld", sBytes);
+        const nlohmann::json file = ExpectWarnings(zorcld, sFile, {"native-count"});
+        EXPECT_EQ(
+            file["warnings"][0]["text"],
+            "it announces " + std::to_string(400 + nMore) +
+                " points, but its octree begins behind 400, which it fits: bytes of it are taken for the "
+                "other points, and queries go astray");
+        const std::string sOut = zorcld.GetPath("out.cld");
+        ASSERT_EQ(zorcld.Run({"convert", sFile, sOut}).nStatus, 0);
+        ExpectWarnings(zorcld, sOut, {});
+        EXPECT_EQ(zorcld.Run({"points", "-q", sOut, "-o", zorcld.GetPath("a.csv")}).nStatus, 0);
+        EXPECT_EQ(zorcld.Run({"points", "-q", sGood, "-o", zorcld.GetPath("b.csv")}).nStatus, 0);
+        EXPECT_EQ(ReadBytes(zorcld.GetPath("a.csv")), ReadBytes(zorcld.GetPath("b.csv")));
+    }
+}
+
 // The points do not depend on the records: one that runs into them does no harm.
 TEST(ZorcldCheck, Las_RecordsThatRunIntoThePntsDoNoHarm)
 {
