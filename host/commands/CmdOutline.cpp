@@ -10,6 +10,7 @@
 #include <host/output/GetExtension.h>
 #include <host/output/GetFileName.h>
 #include <host/output/PntWriter.h>
+#include <host/output/RefuseSameFile.h>
 #include <host/output/UnitSymbol.h>
 #include <host/picture/CViewColors.h>
 #include <host/picture/PictureOptions.h>
@@ -36,6 +37,7 @@ struct COptions
     CInputOptions input;
     std::string sDistance;
     std::string sOutPath;
+    bool bForce = false;
     CPictureOptions picture;
 };
 
@@ -109,6 +111,7 @@ void MakeOutline(const COptions& options, const CConsole& console)
     if (!IsShapeExtension(sExtension) && sExtension != ".csv" && sExtension != ".png")
         throw CUsageError(
             fmt::format("--output: '{}' ends in none of .geojson, .wkt, .csv and .png", options.sOutPath));
+    RefuseSameFile(options.input.sPath, options.sOutPath, "--output", options.bForce);
     const double dGiven = ParseDistance(options.sDistance);
     int nWidth = 0;
     int nHeight = 0;
@@ -151,6 +154,7 @@ void AddOutlineCommand(CLI::App& app, const CConsole& console)
         ->type_name("D|auto");
     AddOutOption(*pCommand, pOptions->sOutPath,
                  "File to write: .geojson, .wkt or .csv, or .png for a picture of it over the points");
+    AddForceFlag(*pCommand, pOptions->bForce);
     AddPictureOptions(*pCommand, pOptions->picture);
     pCommand->callback([pOptions, &console] { MakeOutline(*pOptions, console); });
 }

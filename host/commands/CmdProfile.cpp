@@ -10,6 +10,7 @@
 #include <host/output/FormatCount.h>
 #include <host/output/GetExtension.h>
 #include <host/output/GetFileName.h>
+#include <host/output/RefuseSameFile.h>
 #include <host/picture/CViewColors.h>
 #include <host/picture/FindProportions.h>
 #include <host/picture/PictureOptions.h>
@@ -41,6 +42,7 @@ struct COptions
     CInputOptions input;
     std::string sLine;
     std::string sOutPath;
+    bool bForce = false;
     CPictureOptions picture;
 };
 
@@ -157,6 +159,7 @@ void MakeProfile(const COptions& options, const CConsole& console)
     if (!IsShapeExtension(sExtension) && sExtension != ".csv" && sExtension != ".png")
         throw CUsageError(
             fmt::format("--output: '{}' ends in none of .png, .csv, .geojson and .wkt", options.sOutPath));
+    RefuseSameFile(options.input.sPath, options.sOutPath, "--output", options.bForce);
     const CPlanLine line = ParseCorridor(options.sLine);
     int nWidth = 0;
     int nHeight = 0;
@@ -199,6 +202,7 @@ void AddProfileCommand(CLI::App& app, const CConsole& console)
         ->type_name("x1,y1,x2,y2,WIDTH");
     AddOutOption(*pCommand, pOptions->sOutPath,
                  "File to write: .png, .csv for the points, or .geojson or .wkt for the corridor's place");
+    AddForceFlag(*pCommand, pOptions->bForce);
     AddPictureOptions(*pCommand, pOptions->picture);
     pCommand->callback([pOptions, &console] { MakeProfile(*pOptions, console); });
 }

@@ -12,6 +12,7 @@
 #include <host/output/GetExtension.h>
 #include <host/output/GetFileName.h>
 #include <host/output/NumberInRange.h>
+#include <host/output/RefuseSameFile.h>
 #include <host/picture/CViewColors.h>
 #include <host/picture/PictureOptions.h>
 #include <host/picture/RenderView.h>
@@ -40,6 +41,7 @@ struct COptions
     CClassOptions classes;
     CPictureOptions picture;
     std::string sOutPath;
+    bool bForce = false;
     std::string sFrom = "plan";
     std::string sOverlayPath;
     std::string sBackground = "dark";
@@ -104,6 +106,7 @@ CView ParseView(const COptions& options)
 void MakeView(const COptions& options, const CConsole& console)
 {
     CheckExtension(options.sOutPath, "--output", ".png");
+    RefuseSameFile(options.input.sPath, options.sOutPath, "--output", options.bForce);
     CView view = ParseView(options);
     CLasWish wish;
     wish.choice = CClassChoice(options.classes);
@@ -140,6 +143,7 @@ void AddViewCommand(CLI::App& app, const CConsole& console)
     CLI::App* const pCommand = app.add_subcommand("view", "Makes a picture of a cloud");
     AddInputOptions(*pCommand, pOptions->input);
     AddOutOption(*pCommand, pOptions->sOutPath, "PNG to write", "OUT.png");
+    AddForceFlag(*pCommand, pOptions->bForce);
     AddPictureOptions(*pCommand, pOptions->picture, true);
     pCommand
         ->add_option(

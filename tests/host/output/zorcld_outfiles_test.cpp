@@ -218,7 +218,11 @@ TEST(ZorcldOutFiles, Input_IsReplacedOnlyWhenForced)
             expectRefused({pCommand, sFile, "-o", zorcld.GetPath(pName)});
         expectRefused({pCommand, zorcld.GetPath("soft.ply"), "-o", sFile});
     }
-    expectRefused({"ground", sFile, "--picture", zorcld.GetPath("hard.png")});
+    const std::string sHard = zorcld.GetPath("hard.png");
+    expectRefused({"ground", sFile, "--picture", sHard});
+    expectRefused({"view", sFile, "-o", sHard});
+    expectRefused({"profile", sFile, "--line", "0,0,5,5,2", "-o", sHard});
+    expectRefused({"outline", sFile, "--distance", "auto", "-o", sHard});
     EXPECT_EQ(
         zorcld.Run({"points", sFile, "-o", zorcld.GetPath("soft.ply"), "--lod", "5", "--force"}).nStatus, 0);
     EXPECT_LT(ReadBytes(sFile).size(), sBytes.size());
