@@ -19,6 +19,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace
 {
@@ -136,7 +137,8 @@ void LookAtLas(const zor::String& sPath, CFileLook& look)
     if (!bLet)
         return;
     const CLasHeader& header = guard.GetHeader();
-    look.facts.nAnnounced = header.nNumPnts;
+    // The file's count has 64 bits and no sign.
+    look.facts.nAnnounced = header.nNumPnts < 0 ? std::numeric_limits<std::int64_t>::max() : header.nNumPnts;
     look.facts.bColor = header.IsColorTaken();
     if (header.nNumPnts != 0)
         SetBounds(header.adMin, header.adMax, look.facts);

@@ -241,6 +241,14 @@ TEST(CFileFacts, Announced_AsTheFileSays)
     EXPECT_EQ(find(file.GetBytes()), 5000000000);
 }
 
+TEST(CFileFacts, AnnouncedBeyondWhatHasASign_TheLargest)
+{
+    if (!IsLasRead())
+        GTEST_SKIP() << "LAS is not read";
+    const CMemFile file(With(LasOf(6, 3).GetBytes(), 247, std::uint64_t{1} << 63U));
+    EXPECT_EQ(FindFileFacts(file.GetPath()).nAnnounced, std::numeric_limits<std::int64_t>::max());
+}
+
 TEST(CFileFacts, Color_AsItWouldBeLoaded)
 {
     const auto find = [](const std::string& sBytes)
