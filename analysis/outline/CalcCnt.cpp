@@ -45,7 +45,7 @@ bool CalcCnt(const COcTreeData<T>& store, IDlgProgress* pProgress, IPntCldListen
     const std::int32_t nStart = FindStartPnt(tree, pPnts, pCluster.get());
     if (nStart == -1)
         return false;
-    COutlineWalk<T> walk(tree, pPnts, pCluster.get(), dRadius);
+    COutlineWalk<T> walk(tree, pPnts, pCluster.get(), dRadius, 4 * std::int64_t{store.m_nNumPnts});
     if (!walk.Walk(nStart))
         return false;
     for (const std::int32_t nIndex : walk.GetPath())

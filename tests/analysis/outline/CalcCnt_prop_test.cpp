@@ -11,6 +11,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 
 namespace
 {
@@ -63,10 +64,12 @@ std::set<int> ToSet(const unsigned char* pBits, int nNum)
 
 /// The walk beside the model's: path, and points that were not given up (the start point aside).
 template <class T>
-void CompareWalks(const COcTree<T>& store, unsigned char* pCluster, int nStart, double d,
-                  COutlineModel& model)
+void CompareWalks(const COcTree<T>& store, const std::vector<unsigned char>& vecCluster, int nStart, double d,
+                  std::int64_t nPatience, COutlineModel& model)
 {
-    COutlineWalk<T> walk(*store.m_pTree, store.m_pPnts.get(), pCluster, d * 10000.0);
+    std::vector<unsigned char> vecOpen = vecCluster;
+    unsigned char* const pCluster = vecOpen.data();
+    COutlineWalk<T> walk(*store.m_pTree, store.m_pPnts.get(), pCluster, d * 10000.0, nPatience);
     ASSERT_EQ(walk.Walk(nStart), model.IsClosed());
     ASSERT_EQ(walk.GetPath(), model.GetPath());
     std::set<int> setOpen = ToSet(pCluster, store.m_nNumPnts);
@@ -90,8 +93,14 @@ void CompareStages(const COcTree<T>& store, double d, COutlineModel& model)
             CPntBits::Set(pCluster.get(), i);
     const int nStart = FindStartPnt(*store.m_pTree, store.m_pPnts.get(), pCluster.get());
     ASSERT_EQ(nStart, model.GetStart());
-    if (nStart != -1)
-        CompareWalks(store, pCluster.get(), nStart, d, model);
+    if (nStart == -1)
+        return;
+    const std::vector<unsigned char> vecCluster(pCluster.get(),
+                                                pCluster.get() + CPntBits::GetNumBytes(store.m_nNumPnts));
+    // Without the index, with it from the first step on, and with one that is made on the way.
+    for (const std::int64_t nPatience :
+         {std::numeric_limits<std::int64_t>::max(), std::int64_t{0}, 3 * std::int64_t{store.m_nNumPnts}})
+        ASSERT_NO_FATAL_FAILURE(CompareWalks(store, vecCluster, nStart, d, nPatience, model)) << nPatience;
 }
 
 /// Everything that CalcCnt gives and calls, beside the model's.
