@@ -10,8 +10,8 @@
 namespace
 {
 
-constexpr std::int64_t c_nPatience = 4;   // refusals between two looks around
-constexpr std::int64_t c_nMaxLook = 32;   // segments and cells, after which a look ends
+constexpr std::int64_t c_nPatience = 2;   // refusals between two looks around
+constexpr std::int64_t c_nMaxLook = 48;   // segments and cells, after which a look ends
 constexpr std::int32_t c_nMaxRings = 100; // of cells: there is an end to every look
 constexpr double c_dEndless = std::numeric_limits<double>::infinity();
 

@@ -158,7 +158,7 @@ bool COutlineWalk<T>::IsGivenUpAgain(std::int32_t nIndex, std::int32_t nGivenUp,
 // the walk closes a point as soon as it takes it, and leaves it closed when it gives the point up; only the
 // start point stays open, to be reached again. That is why the walk ends: it takes no point twice.
 template <class T>
-bool COutlineWalk<T>::Walk(std::int32_t nStart)
+enumOutline COutlineWalk<T>::Walk(std::int32_t nStart, std::int64_t nMaxLooks)
 {
     std::int32_t nGivenUp = -1; // from the last point of the path as it is
     m_path.Push(nStart);
@@ -177,10 +177,10 @@ bool COutlineWalk<T>::Walk(std::int32_t nStart)
             nGivenUp = -1;
         }
         if (nNext == nStart)
-            return true;
+            return Outline_Closed;
         CPntBits::Clear(m_pOpen, nNext);
-    } while (!m_path.IsEmpty());
-    return false;
+    } while (!m_path.IsEmpty() && GetNumLooks() <= nMaxLooks);
+    return m_path.IsEmpty() ? Outline_None : Outline_LeftOff;
 }
 
 template class COutlineWalk<CTruncPnt>;

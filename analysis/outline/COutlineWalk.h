@@ -5,6 +5,7 @@
 #include <analysis/outline/COutlinePath.h>
 #include <analysis/outline/CPlanIndex.h>
 #include <octree/COcTreeIndex.h>
+#include <zor4data/enumOutline.h>
 
 #include <cstdint>
 #include <memory>
@@ -37,8 +38,9 @@ public:
     /// Walks until the start point is reached again. To be called once. Throws std::bad_alloc.
     ///
     /// @param nStart  a point of the set.
-    /// @return false when there is no way back to it.
-    bool Walk(std::int32_t nStart);
+    /// @param nMaxLooks  looks after which the walk is left off, at the next point.
+    /// @return Outline_None when there is no way back to it.
+    enumOutline Walk(std::int32_t nStart, std::int64_t nMaxLooks);
 
     /// @return the points of the walk, the start point first and, if it was reached again, last.
     const std::vector<std::int32_t>& GetPath() const noexcept { return m_path.GetIndices(); }

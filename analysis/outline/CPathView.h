@@ -46,7 +46,7 @@ private:
         double dSector;
     };
 
-    static constexpr int c_nNumSectors = 64;
+    static constexpr int c_nNumSectors = 128;
 
     static CSeen See(double dx, double dy) noexcept;
     void Draw(const CSeen& to) noexcept;
