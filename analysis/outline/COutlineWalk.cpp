@@ -120,7 +120,10 @@ void COutlineWalk<T>::MakeIndex()
     if (!(m_rings.GetRadius(0) > 0.0)) // not a number, or below 0: the tree finds what no ring holds
         return;
     m_pIndex = CPlanIndex<T>::Make(m_tree, m_pPnts, m_pOpen);
-    if (m_pIndex != nullptr && !m_pIndex->GetPnts().GetBox().IsEmpty())
+    if (m_pIndex == nullptr || m_pIndex->GetPnts().GetBox().IsEmpty())
+        return;
+    constexpr std::size_t c_nMaxPnts = 200000000; // the grid lists a segment up to nine times, in an int32
+    if (m_pIndex->GetPnts().GetNumPnts() < c_nMaxPnts)
         m_path.MakeGrid(m_pIndex->GetPnts().GetBox(), m_pIndex->GetPnts().GetNumPnts() / 2 + 1);
 }
 

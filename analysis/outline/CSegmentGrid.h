@@ -98,6 +98,9 @@ private:
     template <class OnSegment>
     bool FindInCell(const CGrid& grid, std::int32_t nCol, std::int32_t nRow, OnSegment& onSegment) const;
 
+    template <class Show>
+    void VisitLong(double x, double y, Show& show) const;
+
     double m_dMinX;
     double m_dMinY;
     std::vector<CGrid> m_vecGrids; // finest first
@@ -134,8 +137,14 @@ void CSegmentGrid::VisitRing(double x, double y, std::int32_t nRing, IsHidden is
                 FindInCell(finest, nCol, nRow, show);
         }
     }
-    if (nRing > 0)
-        return;
+    if (nRing == 0)
+        VisitLong(x, y, show);
+}
+
+/// Shows the long segments around a place: those of the cells next to its own in all but the finest grid.
+template <class Show>
+void CSegmentGrid::VisitLong(double x, double y, Show& show) const
+{
     for (std::size_t i = 1; i < m_vecGrids.size(); ++i) // of the long segments those around
     {
         const CGrid& grid = m_vecGrids[i];
