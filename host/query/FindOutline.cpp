@@ -7,6 +7,7 @@
 #include <host/query/CalcDensity.h>
 #include <host/query/CalcLargestShare.h>
 #include <zor4data/CPntCld.h>
+#include <zor4data/CalcCntWithin.h>
 #include <zor4data/FindPntsInPolygons.h>
 
 #include <fmt/format.h>
@@ -14,6 +15,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <limits>
 #include <utility>
 
 namespace zorcld
@@ -32,6 +34,11 @@ constexpr double c_dWhole = 0.95; // of the points: what lies beside is not miss
 constexpr double c_dEnough = 0.9; // of a cloud of more points than
 constexpr int c_nMaxQuick = 100000;
 
+// Of a walk at a distance that was not asked for: seconds. Walks along ragged outlines of millions of points
+// take a tenth of that.
+constexpr std::int64_t c_nMaxLooks = 60000000;
+constexpr std::int64_t c_nEndless = std::numeric_limits<std::int64_t>::max();
+
 bool IsLarge(const CPntCld& cloud)
 {
     return cloud.GetNumPnts() > c_nMaxQuick;
@@ -42,15 +49,16 @@ bool HoldsShare(const COutline& outline, const CPntCld& cloud, double dShare)
     return static_cast<double>(outline.nNumInside) >= dShare * cloud.GetNumPnts();
 }
 
-/// @return whether there is a closed one.
-bool WalkOutline(const CPntCld& cloud, const CConsole& console, double dDistance, COutline& outline)
+/// @param nMaxLooks  what the walk may take.
+enumOutline WalkOutline(const CPntCld& cloud, const CConsole& console, double dDistance,
+                        std::int64_t nMaxLooks, COutline& outline)
 {
     CProgressBar progress(console, fmt::format("outline at distance {:.4g}", dDistance));
     progress.Start();
     const auto add = [&](const CCldCadPnt& pnt) { outline.vecCorners.push_back(pnt); };
     CEachPnt<decltype(add)> listener(add);
     outline.dDistance = dDistance;
-    return cloud.CalcCnt(&progress, &listener, dDistance);
+    return CalcCntWithin(cloud, &progress, &listener, dDistance, nMaxLooks);
 }
 
 /// Counted by place, since the walk may go around less than the part whose points it goes by: a spur that it
@@ -92,11 +100,17 @@ CTry MakeTry(const CPntCld& cloud, double dSpacing, double dFactor)
 }
 
 /// Walks around the largest part and keeps the outline if it holds more than the one so far.
-void TryDistance(const CPntCld& cloud, const CTry& one, double dSpacing, const CConsole& console,
-                 COutline& best)
+void TryDistance(const CPntCld& cloud, const std::string& sPath, const CTry& one, double dSpacing,
+                 const CConsole& console, COutline& best)
 {
     COutline outline;
-    if (!WalkOutline(cloud, console, one.dDistance, outline))
+    const enumOutline eOutline = WalkOutline(cloud, console, one.dDistance, c_nMaxLooks, outline);
+    if (eOutline == Outline_LeftOff)
+        console.Note(
+            fmt::format("{0}: at distance {1:.10g} the walk meets dead ends without number and is left "
+                        "off; --distance {1:.10g} walks on",
+                        sPath, one.dDistance));
+    if (eOutline != Outline_Closed)
         return;
     outline.nNumInside = CountInside(cloud, outline);
     outline.sHow = fmt::format(" ({:g} times the mean plan spacing of {:.4g})", one.dFactor, dSpacing);
@@ -126,7 +140,7 @@ COutline FindAutomatic(const CPntCld& cloud, const std::string& sPath, const CCo
         if (one.dMissed > 0.0)
             vecOthers.push_back(one);
         else
-            TryDistance(cloud, one, dSpacing, console, best);
+            TryDistance(cloud, sPath, one, dSpacing, console, best);
     }
     constexpr double c_dStep = 0.01; // a part that is larger by less is no reason for a larger distance
     std::stable_sort(vecOthers.begin(), vecOthers.end(),
@@ -134,7 +148,7 @@ COutline FindAutomatic(const CPntCld& cloud, const std::string& sPath, const CCo
                      { return std::ceil(a.dMissed / c_dStep) < std::ceil(b.dMissed / c_dStep); });
     for (const CTry& one : vecOthers)
         if (best.vecCorners.empty())
-            TryDistance(cloud, one, dSpacing, console, best);
+            TryDistance(cloud, sPath, one, dSpacing, console, best);
     if (best.vecCorners.empty())
         throw CFailure(sPath, fmt::format("has no closed outline at distances from {:.4g} to {:.4g}",
                                           *std::min_element(c_adSpacings, pEnd) * dSpacing,
@@ -164,7 +178,7 @@ COutline FindOutline(const CPntCld& cloud, double dGiven, const std::string& sPa
     if (!(dGiven > 0.0))
         return FindAutomatic(cloud, sPath, console);
     COutline outline;
-    if (!WalkOutline(cloud, console, dGiven, outline))
+    if (WalkOutline(cloud, console, dGiven, c_nEndless, outline) != Outline_Closed)
         throw CFailure(sPath, fmt::format("has no closed outline at distance {:.10g}", dGiven));
     outline.nNumInside = CountInside(cloud, outline);
     return outline;
