@@ -151,8 +151,8 @@ bool IsOneLine(const std::string& sText)
     return !sText.empty() && sText.find('\n') == std::string::npos && sText.back() != '.';
 }
 
-/// Every cause that no file can have in this test, that only paths have, or only saving (from 120 on).
-const std::set<int> c_otherCauses = {0, 1, 2, 3, 4, 5, 6, 7, 94, 120, 121, 122, 123, 124, 125};
+/// Every cause that no file can have in this test, or that only paths have.
+const std::set<int> c_otherCauses = {0, 1, 2, 3, 4, 5, 6, 7, 94};
 
 TEST(CFileFacts, EachCause_HasAFileThatIsNotLoaded)
 {

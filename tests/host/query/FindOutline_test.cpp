@@ -40,7 +40,7 @@ TEST(FindOutline, DistanceThatIsGiven_IsWalkedToItsEnd)
     CPntCld cloud(&colors);
     FillSquare(cloud);
     testing::internal::CaptureStderr();
-    const zorcld::COutline outline = zorcld::FindOutline(cloud, 1.5, "a.ply", zorcld::CConsole(), 1);
+    const zorcld::COutline outline = zorcld::FindOutline(cloud, 4.0, "a.ply", zorcld::CConsole(), 1);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ(outline.nNumInside, cloud.GetNumPnts());
 }
