@@ -3,6 +3,7 @@
 
 #include <formats/CFinding.h>
 
+#include <cstdint>
 #include <vector>
 
 struct CNativeFacts;
