@@ -4,6 +4,25 @@
 #include <formats/CloudLimits.h>
 #include <formats/CountOf.h>
 
+namespace
+{
+
+/// A scale that was never set: the coordinates of such an axis are lost.
+void FindZeroScales(const CLasHeader& header, std::vector<CFinding>& vecFindings)
+{
+    std::string sAxes;
+    for (std::size_t i = 0; i < header.adScale.size(); ++i)
+        if (header.adScale[i] == 0.0)
+            sAxes += std::string(sAxes.empty() ? "" : ", ") + "xyz"[i];
+    if (!sAxes.empty())
+        vecFindings.push_back({"las-scale",
+                               "its header gives a scale of 0 for " + sAxes +
+                                   ": all points have the same place there, where they lay cannot be known",
+                               false, ""});
+}
+
+} // namespace
+
 std::vector<CFinding> FindLasFindings(const CLasGuard& guard, bool bAsMeant)
 {
     std::vector<CFinding> vecFindings;
@@ -26,6 +45,8 @@ std::vector<CFinding> FindLasFindings(const CLasGuard& guard, bool bAsMeant)
         vecFindings.push_back({"las-too-many",
                                sAnnounces + "a cloud holds " + std::to_string(c_nMaxCloudPnts) + " at most",
                                false, "split it into tiles"});
+    if (header.nNumPnts > 0)
+        FindZeroScales(header, vecFindings);
     return vecFindings;
 }
 

@@ -37,6 +37,7 @@ void WritePoints(const COptions& options, const CConsole& console)
 {
     const TMakePntWriter makeWriter = FindPntWriter(options.sOutPath);
     RefuseSameFile(options.input.sPath, options.sOutPath, "--output", options.bForce);
+    RefuseSameFile(options.query.plan.sContour, options.sOutPath, "--output", options.bForce);
     CQuery query = ParseQuery(options.query);
     CLasWish wish;
     wish.choice = CClassChoice(options.classes);

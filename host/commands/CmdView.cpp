@@ -106,7 +106,8 @@ CView ParseView(const COptions& options)
 void MakeView(const COptions& options, const CConsole& console)
 {
     CheckExtension(options.sOutPath, "--output", ".png");
-    RefuseSameFile(options.input.sPath, options.sOutPath, "--output", options.bForce);
+    for (const std::string& sIn : {options.input.sPath, options.query.plan.sContour, options.sOverlayPath})
+        RefuseSameFile(sIn, options.sOutPath, "--output", options.bForce);
     CView view = ParseView(options);
     CLasWish wish;
     wish.choice = CClassChoice(options.classes);

@@ -54,6 +54,8 @@ void FindMergedPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFinding
     const zor::geom::RECT_3D& box = facts.summary.box;
     if (facts.CalcShareMerged() < c_dWorthTelling)
         return;
+    // A wall along an axis is as thin: where all points have the same x, no unit parts them.
+    const bool bThin = !(box.xmax > box.xmin) || !(box.ymax > box.ymin);
     vecFindings.push_back(
         {"small-units",
          fmt::format("its points lie within {:.4g} x {:.4g} units, of which a cloud keeps 1/{:.0f}: they get "
@@ -61,7 +63,7 @@ void FindMergedPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFinding
                      box.xmax - box.xmin, box.ymax - box.ymin, c_dCompactScale,
                      (box.xmax - box.xmin) * c_dCompactScale + 1.0,
                      (box.ymax - box.ymin) * c_dCompactScale + 1.0),
-         false, "smaller units: metres instead of degrees or kilometres"});
+         false, bThin ? "" : "smaller units: metres instead of degrees or kilometres"});
 }
 
 /// Walls and the undersides of things.

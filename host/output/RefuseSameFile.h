@@ -6,7 +6,8 @@
 namespace zorcld
 {
 
-/// Keeps a command from writing over the file that it reads, by whatever name or link that is reached.
+/// Keeps a command from writing over a file that it reads, by whatever name or link that is reached.
+/// @param sInPath   empty: nothing is read.
 /// @param sOutPath  empty: nothing is written.
 /// @param pOption   what gave that name, for the message.
 /// @param bForce    the user wants it so.

@@ -163,6 +163,9 @@ TEST(ZorcldCheck, Las)
     cut.nAnnounced = 5;
     expect(cut, {"las-count"});
     expect(LasOf(1, 0), {"las-empty"});
+    CLasFile flat = LasOf(1, 5);
+    flat.adScale[2] = 0.0;
+    expect(flat, {"las-scale"});
     CLasFile huge = LasOf(6, 3);
     huge.nAnnounced = std::int64_t{1} << 40;
     const std::string sHuge = zorcld.Write("huge.las", huge.GetBytes());

@@ -221,6 +221,12 @@ TEST(ZorcldOutFiles, Input_IsReplacedOnlyWhenForced)
     const std::string sHard = zorcld.GetPath("hard.png");
     expectRefused({"ground", sFile, "--picture", sHard});
     expectRefused({"view", sFile, "-o", sHard});
+    const std::string sContour = zorcld.Write("contour.csv", "0,0\n2,0\n2,2\n");
+    expectRefused({"points", sFile, "--contour", sContour, "-o", sContour});
+    EXPECT_EQ(ReadBytes(sContour), "0,0\n2,0\n2,2\n");
+    ASSERT_EQ(link(sContour.c_str(), zorcld.GetPath("contour.png").c_str()), 0);
+    for (const char* pOption : {"--contour", "--overlay"})
+        expectRefused({"view", sFile, pOption, sContour, "-o", zorcld.GetPath("contour.png")});
     expectRefused({"profile", sFile, "--line", "0,0,5,5,2", "-o", sHard});
     expectRefused({"outline", sFile, "--distance", "auto", "-o", sHard});
     EXPECT_EQ(
