@@ -13,6 +13,7 @@ class IPntCldListener;
 /// Delivers what `CPntCld::CalcCnt` delivers, but leaves off where the walk takes too long: at some distances
 /// it runs into dead ends in most of a cloud before it comes back to its beginning, or finds that it cannot.
 ///
+/// @param cld        is not changed.
 /// @param pProgress  called once a point while points are joined, not during the walk; may be null.
 /// @param pListener  receives the outline point by point; not null.
 /// @param d          coordinate units: points at most so far apart belong together.
