@@ -1,5 +1,6 @@
 #include <host/files/ConvertCommand.h>
 
+#include <formats/MakePrintable.h>
 #include <host/files/CInputFile.h>
 #include <host/files/CTakenPnts.h>
 #include <host/output/CFailure.h>
@@ -69,9 +70,7 @@ std::string FindFreePath(const fs::path& path)
 
 std::string FormatConvertCommand(const CInputOptions& input)
 {
-    const bool bOneLine = std::none_of(input.sPath.begin(), input.sPath.end(),
-                                       [](unsigned char c) { return std::iscntrl(c) != 0; });
-    if (!bOneLine)
+    if (ReplaceControls(input.sPath) != input.sPath) // it could not be printed as it is
         return {};
     const std::string sOut = FindFreePath(input.sPath);
     const std::string sType = input.sType.empty() ? "" : "--type " + input.sType + ' ';
