@@ -75,7 +75,7 @@ public:
     std::vector<CFinding> GetFindings() const override
     {
         if (m_header.bCompressed && m_nNumRead < m_header.nNumPnts)
-            return {FindUnreadPnts(m_header.nNumPnts, m_nNumRead)};
+            return {FindUnreadPnts(m_header.nNumPnts, m_nNumRead, true)};
         if (m_nNumRead > std::max(m_header.nNumPnts, m_guard.GetLeastNumPnts())) // else the head tells
             return {FindUntakenPnts(m_header.nNumPnts, m_nNumRead, true, true)};
         if (m_guard.IsOneStream() && m_nNumBytesLeft > 0)

@@ -77,6 +77,13 @@ std::string FormatConvertCommand(const CInputOptions& input)
     return fmt::format("zorcld convert {}{} {}", sType, Quote(input.sPath), Quote(sOut));
 }
 
+std::string FormatCheckCommand(const CInputOptions& folder)
+{
+    const std::size_t nSize = folder.sPath.find_last_not_of('/') + 1; // of the root 0
+    const std::string sType = folder.sType.empty() ? "" : "--type " + folder.sType + ' ';
+    return fmt::format("zorcld check {}{}/*", sType, nSize == 0 ? "" : Quote(folder.sPath.substr(0, nSize)));
+}
+
 bool CanConvert(CInputFile& file, const CConsole& console)
 {
     try
