@@ -91,5 +91,5 @@ CFinding FindUnreadPnts(std::int64_t nAnnounced, std::int64_t nNumRead, bool bAs
     return {"las-count",
             "its header announces " + CountOf(nAnnounced, "point") + ", but " + std::to_string(nNumRead) +
                 " could be read: it is damaged or cut off",
-            bAsMeant && nNumRead > 0, ""};
+            bAsMeant && nNumRead > 0, "", true};
 }
