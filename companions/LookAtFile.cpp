@@ -19,7 +19,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace
 {
@@ -138,7 +137,7 @@ void LookAtLas(const zor::String& sPath, CFileLook& look)
         return;
     const CLasHeader& header = guard.GetHeader();
     // The file's count has 64 bits and no sign.
-    look.facts.nAnnounced = header.nNumPnts < 0 ? std::numeric_limits<std::int64_t>::max() : header.nNumPnts;
+    look.facts.nAnnounced = header.GetNumAnnounced();
     look.facts.bColor = header.IsColorTaken();
     if (header.nNumPnts != 0)
         SetBounds(header.adMin, header.adMax, look.facts);

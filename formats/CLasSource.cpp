@@ -43,7 +43,7 @@ public:
 
     std::int64_t GetNumAnnounced() const override
     {
-        return std::max(m_header.nNumPnts, m_guard.GetLeastNumPnts());
+        return std::max(m_header.GetNumAnnounced(), m_guard.GetLeastNumPnts());
     }
 
     std::string ForEach(const TOnPnt& onPnt) override
@@ -68,18 +68,19 @@ public:
 
     std::int64_t GetNumUntaken() const override
     {
-        return std::max<std::int64_t>(m_nNumRead - m_header.nNumPnts, 0);
+        return std::max<std::int64_t>(m_nNumRead - m_header.GetNumAnnounced(), 0);
     }
 
     /// Of a compressed file, only reading it tells how many points it holds.
     std::vector<CFinding> GetFindings() const override
     {
-        if (m_header.bCompressed && m_nNumRead < m_header.nNumPnts)
-            return {FindUnreadPnts(m_header.nNumPnts, m_nNumRead)};
-        if (m_nNumRead > std::max(m_header.nNumPnts, m_guard.GetLeastNumPnts())) // else the head tells
-            return {FindUntakenPnts(m_header.nNumPnts, m_nNumRead, true, true)};
+        if (m_header.bCompressed && m_nNumRead < m_header.GetNumAnnounced())
+            return {FindUnreadPnts(m_header.GetNumAnnounced(), m_nNumRead)};
+        if (m_nNumRead >
+            std::max(m_header.GetNumAnnounced(), m_guard.GetLeastNumPnts())) // else the head tells
+            return {FindUntakenPnts(m_header.GetNumAnnounced(), m_nNumRead, true, true)};
         if (m_guard.IsOneStream() && m_nNumBytesLeft > 0)
-            return {FindBytesBehind(m_header.nNumPnts, m_nNumBytesLeft)};
+            return {FindBytesBehind(m_header.GetNumAnnounced(), m_nNumBytesLeft)};
         return {};
     }
 

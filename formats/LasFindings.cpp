@@ -29,23 +29,25 @@ std::vector<CFinding> FindLasFindings(const CLasGuard& guard, bool bAsMeant)
     const CLasHeader& header = guard.GetHeader();
     const std::int64_t nHeld = header.CalcNumHeld();
     const std::int64_t nLeast = guard.GetLeastNumPnts();
-    const std::string sAnnounces = "its header announces " + CountOf(header.nNumPnts, "point") + ", ";
-    if (nHeld >= 0 && nHeld < header.nNumPnts)
+    const std::string sAnnounces =
+        "its header announces " + CountOf(header.GetNumAnnounced(), "point") + ", ";
+    if (nHeld >= 0 && nHeld < header.GetNumAnnounced())
         vecFindings.push_back(
             {"las-count",
              sAnnounces + "but " + std::to_string(nHeld) + OneOrMany(nHeld, " is", " are") +
                  " there: it is cut off" +
                  (nHeld > 0 ? ", and a point at the first one's place comes for the missing ones" : ""),
              bAsMeant && nHeld > 0, ""});
-    if (nLeast > header.nNumPnts)
-        vecFindings.push_back(FindUntakenPnts(header.nNumPnts, nLeast, guard.GetPosEnd() == 0, bAsMeant));
-    else if (header.nNumPnts == 0)
+    if (nLeast > header.GetNumAnnounced())
+        vecFindings.push_back(
+            FindUntakenPnts(header.GetNumAnnounced(), nLeast, guard.GetPosEnd() == 0, bAsMeant));
+    else if (header.GetNumAnnounced() == 0)
         vecFindings.push_back({"las-empty", "it holds no points", false, ""});
-    if (header.nNumPnts > c_nMaxCloudPnts)
+    if (header.GetNumAnnounced() > c_nMaxCloudPnts)
         vecFindings.push_back({"las-too-many",
                                sAnnounces + "a cloud holds " + std::to_string(c_nMaxCloudPnts) + " at most",
                                false, "split it into tiles"});
-    if (header.nNumPnts > 0)
+    if (header.GetNumAnnounced() > 0)
         FindZeroScales(header, vecFindings);
     return vecFindings;
 }
