@@ -24,7 +24,8 @@ nlohmann::json Check(const CZorcld& zorcld, const std::string& sFile)
 std::vector<std::string> GetTexts(const CZorcld& zorcld, const std::string& sFile)
 {
     std::vector<std::string> vecTexts;
-    for (const nlohmann::json& warning : Check(zorcld, sFile)["warnings"])
+    const nlohmann::json file = Check(zorcld, sFile);
+    for (const nlohmann::json& warning : file["warnings"])
         vecTexts.push_back(warning["text"]);
     std::sort(vecTexts.begin(), vecTexts.end());
     return vecTexts;
