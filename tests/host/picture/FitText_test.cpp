@@ -40,8 +40,8 @@ TEST(FitText, Numbers_AreNotCut)
 {
     const std::string sText = "heights \u00d7 10, 5 358 points, all";
     EXPECT_EQ(Fit(sText, 23.0, Cut_End), "heights \u00d7 10, 5 358 po\u2026");
-    EXPECT_EQ(Fit(sText, 19.0, Cut_End), "heights \u00d7 10,\u2026"); // not "5 358"
-    EXPECT_EQ(Fit(sText, 16.0, Cut_End), "heights \u00d7 10,\u2026"); // not "5"
+    EXPECT_EQ(Fit(sText, 19.0, Cut_End), "heights \u00d7 10, \u2026"); // not "5 358"
+    EXPECT_EQ(Fit(sText, 16.0, Cut_End), "heights \u00d7 10, \u2026"); // not "5"
     EXPECT_EQ(Fit(sText, 12.0, Cut_End), "heights \u00d7 \u2026");
     EXPECT_EQ(Fit("1.5e+05 units", 5.0, Cut_End), "\u2026");
 }
