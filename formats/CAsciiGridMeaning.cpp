@@ -2,6 +2,7 @@
 
 #include <formats/AsciiGridKeys.h>
 #include <formats/CByteReader.h>
+#include <formats/MakePrintable.h>
 #include <formats/ParseDouble.h>
 
 #include <algorithm>
@@ -130,8 +131,8 @@ CFileCause CAsciiGridMeaning::FindDifference() const
             FileCause_GridCellWidth,
             "its header gives width and height of cells (dx, dy): only square cells (cellsize) are loaded"};
     if (!sOddKey.empty())
-        return {FileCause_GridKey,
-                "its header has the key '" + sOddKey + "': only " + Spellings(sOddKey) + " is accepted"};
+        return {FileCause_GridKey, "its header has the key '" + MakePrintableName(sOddKey) + "': only " +
+                                       Spellings(sOddKey) + " is accepted"};
     if (bTabs)
         return {FileCause_GridTab, "a tab separates key and value in its header: only blanks do"};
     CFileCause cause = FindCause();

@@ -4,6 +4,7 @@
 #include <formats/CAsciiGridMeaning.h>
 #include <formats/CByteReader.h>
 #include <formats/CountOf.h>
+#include <formats/MakePrintable.h>
 #include <formats/ParseDouble.h>
 
 #include <cmath>
@@ -175,7 +176,7 @@ std::vector<CFinding> CAsciiGridSource::GetFindings() const
     if (m_nNumOdd > 0)
         add("grid-not-numbers",
             CountOf(m_nNumOdd, "value") + OneOrMany(m_nNumOdd, " is not a number", " are not numbers") +
-                ", the first is '" + m_sOddWord +
+                ", the first is '" + MakePrintableName(m_sOddWord) +
                 "': a value that begins with a number counts as that number, any other one as 0");
     return vecFindings;
 }

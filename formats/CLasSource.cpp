@@ -75,7 +75,7 @@ public:
     std::vector<CFinding> GetFindings() const override
     {
         if (m_header.bCompressed && m_nNumRead < m_header.GetNumAnnounced())
-            return {FindUnreadPnts(m_header.GetNumAnnounced(), m_nNumRead)};
+            return {FindUnreadPnts(m_header.GetNumAnnounced(), m_nNumRead, true)};
         if (m_nNumRead >
             std::max(m_header.GetNumAnnounced(), m_guard.GetLeastNumPnts())) // else the head tells
             return {FindUntakenPnts(m_header.GetNumAnnounced(), m_nNumRead, true, true)};

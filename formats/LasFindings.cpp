@@ -86,10 +86,10 @@ CFinding FindTakenPnts(std::int64_t nAnnounced, std::int64_t nNumThere)
             false, ""};
 }
 
-CFinding FindUnreadPnts(std::int64_t nAnnounced, std::int64_t nNumRead)
+CFinding FindUnreadPnts(std::int64_t nAnnounced, std::int64_t nNumRead, bool bAsMeant)
 {
     return {"las-count",
             "its header announces " + CountOf(nAnnounced, "point") + ", but " + std::to_string(nNumRead) +
                 " could be read: it is damaged or cut off",
-            false, ""};
+            bAsMeant && nNumRead > 0, "", true};
 }

@@ -28,7 +28,7 @@ CFinding FindUntakenColors(const CLasHeader& header, bool bAsMeant);
 /// @return that all of more points than the header of a file announces have been taken.
 CFinding FindTakenPnts(std::int64_t nAnnounced, std::int64_t nNumThere);
 
-/// @return that fewer points could be read from a LAZ file than its header announces.
-CFinding FindUnreadPnts(std::int64_t nAnnounced, std::int64_t nNumRead);
+/// @return that fewer points could be read from a LAZ file than its header announces. Converting takes those.
+CFinding FindUnreadPnts(std::int64_t nAnnounced, std::int64_t nNumRead, bool bAsMeant);
 
 #endif

@@ -5,6 +5,7 @@
 #include <host/files/DescribeFacts.h>
 #include <host/output/CConsole.h>
 #include <host/output/FormatCount.h>
+#include <host/output/PrintMessage.h>
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -71,26 +72,26 @@ TJson ToJson(const CCheckResult& result)
 
 void Print(const CCheckResult& result)
 {
+    const auto print = [](const std::string& sText) { PrintMessage(stdout, sText); };
     std::string sFacts = result.pKind == nullptr ? "" : result.pKind->pTitle;
     if (result.nNumPnts >= 0 && result.cause.empty())
         sFacts += ", " + FormatCount(result.nNumPnts, "point");
     bool bConvert = result.bConvert;
     if (!result.cause.empty())
-        fmt::print("{}: cannot be loaded: {}\n", result.sPath, result.cause.sText);
+        print(result.sPath + ": cannot be loaded: " + result.cause.sText);
     else
-        fmt::print("{}: {}{}\n", result.sPath, sFacts,
-                   result.vecFindings.empty() ? ": no problems found" : "");
+        print(result.sPath + ": " + sFacts + (result.vecFindings.empty() ? ": no problems found" : ""));
     for (const CFinding& finding : result.vecFindings)
     {
-        fmt::print("    {}\n", finding.sText);
+        print("    " + finding.sText);
         if (!finding.bConvert && !finding.sHint.empty())
-            fmt::print("        what helps: {}\n", finding.sHint);
+            print("        what helps: " + finding.sHint);
         bConvert = bConvert || finding.bConvert;
     }
     if (bConvert)
-        fmt::print("        what helps: {}\n", result.sCommand);
+        print("        what helps: " + result.sCommand);
     for (const CFinding& remark : result.vecRemarks)
-        fmt::print("    {}\n", remark.sText);
+        print("    " + remark.sText);
 }
 
 void Check(const COptions& options, const CConsole& console)

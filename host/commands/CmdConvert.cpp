@@ -159,7 +159,7 @@ std::string ConvertPnts(IPntSource& source, CInputFile& file, const COptions& op
     const CTakenPnts pnts(source, options.input.sPath, console);
     TellUntakenPnts(source, file, console);
     for (const CFinding& finding : source.GetFindings())
-        if (!finding.bConvert) // what converting mends goes wrong for other commands only
+        if (!finding.bConvert || finding.bPart) // what converting mends goes wrong for other commands only
             console.Note(fmt::format("{}: {}", options.input.sPath, finding.sText));
     std::string sResult = GetExtension(options.sOutPath) == ".cld" ? WriteNative(pnts, options, console)
                                                                    : WritePly(pnts, options, console);

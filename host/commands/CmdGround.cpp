@@ -15,6 +15,7 @@
 #include <host/output/GetExtension.h>
 #include <host/output/GetFileName.h>
 #include <host/output/NumberInRange.h>
+#include <host/output/PrintMessage.h>
 #include <host/output/RefuseSameFile.h>
 #include <host/output/UnitSymbol.h>
 #include <host/picture/CGroundPicture.h>
@@ -104,11 +105,12 @@ CGroundScale ChooseGroundScale(const COptions& options, const CCoordSystem& coor
 
 void Report(const COptions& options, const CGroundResult& result, const CConsole& console)
 {
-    fmt::print("{}: {} of {} {} {} ground ({:.1f} %)\n", options.input.sPath, result.nNumGround,
-               result.nNumAll, WithPlural("point", result.nNumAll), result.nNumGround == 1 ? "is" : "are",
-               result.nNumAll > 0
-                   ? 100.0 * static_cast<double>(result.nNumGround) / static_cast<double>(result.nNumAll)
-                   : 0.0);
+    PrintMessage(stdout, fmt::format("{}: {} of {} {} {} ground ({:.1f} %)", options.input.sPath,
+                                     result.nNumGround, result.nNumAll, WithPlural("point", result.nNumAll),
+                                     result.nNumGround == 1 ? "is" : "are",
+                                     result.nNumAll > 0 ? 100.0 * static_cast<double>(result.nNumGround) /
+                                                              static_cast<double>(result.nNumAll)
+                                                        : 0.0));
     const std::string sOdd = FindOddGround(result);
     if (!sOdd.empty())
         console.Note(fmt::format("{}: {}", options.input.sPath, sOdd));

@@ -10,6 +10,7 @@
 #include <host/output/FormatCount.h>
 #include <host/output/GetExtension.h>
 #include <host/output/GetFileName.h>
+#include <host/output/PrintMessage.h>
 #include <host/output/RefuseSameFile.h>
 #include <host/picture/CViewColors.h>
 #include <host/picture/FindProportions.h>
@@ -149,8 +150,9 @@ void Report(const COptions& options, const CPntCld& cloud, const CProfile& profi
             fmt::format("{}: no point lies along the line: {}", options.input.sPath, FormatPlan(cloud)));
     if (!profile.sNote.empty())
         console.Note(fmt::format("{}: {}, distances are in metres", options.input.sPath, profile.sNote));
-    fmt::print("{}: {} {} along {:.6g}{}\n", options.sOutPath, nNumPnts, WithPlural("point", nNumPnts),
-               profile.dLength, profile.sNote.empty() ? "" : " m");
+    PrintMessage(stdout, fmt::format("{}: {} {} along {:.6g}{}", options.sOutPath, nNumPnts,
+                                     WithPlural("point", nNumPnts), profile.dLength,
+                                     profile.sNote.empty() ? "" : " m"));
 }
 
 void MakeProfile(const COptions& options, const CConsole& console)

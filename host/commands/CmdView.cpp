@@ -12,6 +12,7 @@
 #include <host/output/GetExtension.h>
 #include <host/output/GetFileName.h>
 #include <host/output/NumberInRange.h>
+#include <host/output/PrintMessage.h>
 #include <host/output/RefuseSameFile.h>
 #include <host/picture/CViewColors.h>
 #include <host/picture/PictureOptions.h>
@@ -131,9 +132,10 @@ void MakeView(const COptions& options, const CConsole& console)
     out.Commit();
     if (!result.sProportions.empty())
         console.Note(fmt::format("{}: {}", options.input.sPath, result.sProportions));
-    fmt::print("{}: {} x {}, {} {}{}\n", options.sOutPath, view.nWidth, view.nHeight, result.nNumPnts,
-               WithPlural("point", result.nNumPnts),
-               result.dLod > 0.0 ? fmt::format(", level of detail {:.4g}", result.dLod) : std::string());
+    PrintMessage(stdout, fmt::format("{}: {} x {}, {} {}{}", options.sOutPath, view.nWidth, view.nHeight,
+                                     result.nNumPnts, WithPlural("point", result.nNumPnts),
+                                     result.dLod > 0.0 ? fmt::format(", level of detail {:.4g}", result.dLod)
+                                                       : std::string()));
 }
 
 } // namespace

@@ -22,6 +22,7 @@ public:
     void Print(const nlohmann::ordered_json& info) const override;
 
 private:
+    bool IsPlaceLost() const override { return m_meaning.IsPlaceLost(); }
     CMadeSource TryMakeSource() override { return MakeAsciiGridSource(m_meaning, m_reader); }
 
     CAsciiGridMeaning m_meaning; // of its header

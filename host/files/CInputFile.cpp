@@ -1,13 +1,11 @@
 #include <host/files/CInputFile.h>
 
-#include <formats/CloudLimits.h>
 #include <host/files/CFileKind.h>
 #include <host/files/ColorFindings.h>
+#include <host/files/PntFindings.h>
 #include <host/output/CFailure.h>
 #include <host/output/HasColors.h>
 #include <zor4data/CPntArrays.h>
-
-#include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
@@ -89,6 +87,14 @@ bool CInputFile::ReadTaken(const IPntSource::TOnPnt& onPnt)
            !HasOtherNumbers(made.pSource->GetFindings());
 }
 
+std::string CInputFile::FindUnreadable()
+{
+    const CMadeSource made = TryMakeSource();
+    if (!made.sCause.empty() || made.pSource == nullptr || !HasOtherNumbers(m_facts.vecFindings))
+        return made.sCause;
+    return made.pSource->ForEach([](const CSourcePnt&) {}); // other sizes lead it past the end
+}
+
 static bool HasCode(const std::vector<CFinding>& vecFindings, std::string_view sCode)
 {
     return std::any_of(vecFindings.begin(), vecFindings.end(),
@@ -96,14 +102,15 @@ static bool HasCode(const std::vector<CFinding>& vecFindings, std::string_view s
 }
 
 /// Coordinates out of reach, infinite ones too, end where the compact numbers end.
-static bool HasMovedPnts(const CPntCld& cloud)
+/// @param nFirstAxis  0: x is looked at, too; 2: z only.
+static bool HasMovedPnts(const CPntCld& cloud, std::ptrdiff_t nFirstAxis)
 {
     const CPntArrays arrays = GetPntArrays(cloud);
     for (int i = 0; i < arrays.nNumPnts; ++i)
     {
         std::array<std::int32_t, 3> anCoords{};
         std::memcpy(anCoords.data(), arrays.pPnts + std::ptrdiff_t{i} * arrays.nStride, sizeof anCoords);
-        const auto [itMin, itMax] = std::minmax_element(anCoords.begin(), anCoords.end());
+        const auto [itMin, itMax] = std::minmax_element(anCoords.begin() + nFirstAxis, anCoords.end());
         if (*itMin == std::numeric_limits<std::int32_t>::min() ||
             *itMax == std::numeric_limits<std::int32_t>::max())
             return true;
@@ -116,13 +123,10 @@ void CInputFile::FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFin
     if (cloud.IsWithColor() && cloud.GetNumPnts() > 0 && !HasColors(cloud))
         vecFindings.push_back(FindZeroColors(true));
     const bool bAsItStands = m_kind.eFile == PntCldFile_Native; // its own numbers
-    if (!bAsItStands && HasMovedPnts(cloud) && !HasCode(vecFindings, "span"))
-        vecFindings.push_back(
-            {"span",
-             fmt::format("points lie more than {} units from the first one and are moved to "
-                         "that distance",
-                         c_nReach),
-             true, ""});
+    if (!bAsItStands && HasMovedPnts(cloud, IsPlaceLost() ? 2 : 0) && !HasCode(vecFindings, "span"))
+        vecFindings.push_back(FindMovedPnts());
+    if (const std::string sCause = FindUnreadable(); !sCause.empty())
+        vecFindings.push_back(FindUnreadablePnts(sCause));
 }
 
 } // namespace zorcld

@@ -130,6 +130,12 @@ private:
     /// Must the points be read to know what they have beside places and colours?
     virtual bool HasLeftOutInPnts() const { return false; }
 
+    /// Do all points get one x and y that are none, which has been told?
+    virtual bool IsPlaceLost() const { return false; }
+
+    /// @return why the points cannot be read as the header means them, though the library takes it.
+    std::string FindUnreadable();
+
     virtual CFileFacts CalcFileFacts() const;
 
     const CFileKind& m_kind;

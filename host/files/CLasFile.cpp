@@ -175,7 +175,7 @@ void CLasFile::FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindi
 void CLasFile::FindInCount(std::int64_t nNumRead, std::vector<CFinding>& vecFindings)
 {
     if (m_facts.nHeld < 0 && nNumRead < m_header.nNumPnts)
-        vecFindings.push_back(FindUnreadPnts(m_header.nNumPnts, nNumRead));
+        vecFindings.push_back(FindUnreadPnts(m_header.nNumPnts, nNumRead, ZORCLD_HAS_LASZIP));
 }
 
 void CLasFile::Describe(nlohmann::ordered_json& info) const

@@ -28,6 +28,8 @@ void FindFarPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFindings)
 {
     if (facts.nNumNotFinite > 0)
         vecFindings.push_back(FindNotFinitePnts(facts.nNumNotFinite));
+    if (facts.nNumFar == 0 && facts.bInfinite)
+        vecFindings.push_back(FindMovedPnts());
     if (facts.nNumFar == 0)
         return;
     vecFindings.push_back(
@@ -140,7 +142,7 @@ void FindInPnts(CInputFile& file, const CSourceFacts& facts, CStackedPnts& stack
 {
     FindMergedPnts(facts, result.vecFindings);
     FindStackedPnts(stacked, facts, result.vecFindings);
-    if (facts.summary.bColor && facts.summary.nNumPnts > 0 && facts.nMaxColor == 0)
+    if (facts.summary.bColor && result.nNumPnts > 0 && facts.nMaxColor == 0)
         result.vecFindings.push_back(FindZeroColors(result.facts.bColor));
     else if (result.facts.bColor && facts.nMaxColor > 0 && facts.nMaxColorTaken == 0)
         result.vecFindings.push_back(FindZeroColorsRead());
@@ -150,15 +152,12 @@ void FindInPnts(CInputFile& file, const CSourceFacts& facts, CStackedPnts& stack
         HintAtTiles(result.vecFindings);
 }
 
-/// Reading tells for sure what the head tells in part, as how many points there are. What could be read of
-/// them converting takes, and says again that it is not all.
-void TakeFinding(CFinding&& finding, bool bTaken, std::vector<CFinding>& vecFindings)
+/// Reading tells for sure what the head tells in part, as how many points there are.
+void TakeFinding(CFinding&& finding, std::vector<CFinding>& vecFindings)
 {
     const std::string_view sCode = finding.pCode;
     const auto isSame = [&](const CFinding& other) { return other.pCode == sCode; };
     vecFindings.erase(std::remove_if(vecFindings.begin(), vecFindings.end(), isSame), vecFindings.end());
-    if (sCode == "las-count")
-        finding.bConvert = finding.bConvert || bTaken;
     vecFindings.push_back(std::move(finding));
 }
 
@@ -189,7 +188,7 @@ bool LookAtPnts(CCheckResult& result, CInputFile& file, const CConsole& console)
             return bTaken;
         result.nNumPnts = nNumPnts;
         for (CFinding& finding : pSource->GetFindings())
-            TakeFinding(std::move(finding), bTaken, result.vecFindings);
+            TakeFinding(std::move(finding), result.vecFindings);
         FindInPnts(file, facts, stacked, result);
         return bTaken;
     }
@@ -197,8 +196,7 @@ bool LookAtPnts(CCheckResult& result, CInputFile& file, const CConsole& console)
     {
         result.cause = file.FindCause();
         if (result.cause.empty())
-            result.vecFindings.push_back(
-                {"misread", "by its header it cannot be read: " + failure.GetCause(), false, ""});
+            result.vecFindings.push_back(FindUnreadablePnts(failure.GetCause()));
         return false;
     }
 }
@@ -227,6 +225,9 @@ CCheckResult CheckFile(const CInputOptions& input, const CConsole& console)
     {
         result.facts = FindFileFacts(zor::String(input.sPath));
         result.cause = {result.facts.eCause, failure.GetCause()};
+        result.bConvert = result.facts.eCause == FileCause_Directory && !result.sCommand.empty();
+        if (result.bConvert)
+            result.sCommand = FormatCheckCommand(input);
         return result;
     }
     result.pKind = &pFile->GetKind();
@@ -242,6 +243,8 @@ CCheckResult CheckFile(const CInputOptions& input, const CConsole& console)
         AskLoader(result, *pFile);
     if (result.bUnseen && result.cause.empty())
         pFile->FindByReading(result.vecFindings);
+    if (!result.cause.empty()) // nothing is read wrongly of what is not read
+        result.vecFindings.clear();
     if (bTaken)
         result.vecRemarks = pFile->GetFacts().vecRemarks;
     if (!bTaken || result.sCommand.empty())

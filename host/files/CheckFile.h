@@ -20,12 +20,13 @@ struct CInputOptions;
 struct CCheckResult
 {
     std::string sPath;
-    std::string sCommand;             ///< that converts it, where a finding or the cause says that this helps
+    std::string sCommand; ///< that converts it, where a finding or the cause says that this helps; of a
+                          ///< folder, that checks the files in it
     const CFileKind* pKind = nullptr; ///< null: not known
     std::int64_t nNumPnts = -1;       ///< that it holds, or else announces; -1: not known
     CFileCause cause;                 ///< why it cannot be loaded; empty: it can
     CFileFacts facts;                 ///< what the library knows of it
-    bool bConvert = false;            ///< that cause is none for `zorcld convert`
+    bool bConvert = false;            ///< against that cause, the command helps
     bool bLoaded = false;             ///< it was loaded to find that out
     bool bUnseen = false;             ///< only the library reads its points
     std::vector<CFinding> vecFindings;

@@ -1,5 +1,6 @@
 #include <host/files/ConvertCommand.h>
 
+#include <formats/MakePrintable.h>
 #include <host/files/CInputFile.h>
 #include <host/files/CTakenPnts.h>
 #include <host/output/CFailure.h>
@@ -69,13 +70,18 @@ std::string FindFreePath(const fs::path& path)
 
 std::string FormatConvertCommand(const CInputOptions& input)
 {
-    const bool bOneLine = std::none_of(input.sPath.begin(), input.sPath.end(),
-                                       [](unsigned char c) { return std::iscntrl(c) != 0; });
-    if (!bOneLine)
+    if (ReplaceControls(input.sPath) != input.sPath) // it could not be printed as it is
         return {};
     const std::string sOut = FindFreePath(input.sPath);
     const std::string sType = input.sType.empty() ? "" : "--type " + input.sType + ' ';
     return fmt::format("zorcld convert {}{} {}", sType, Quote(input.sPath), Quote(sOut));
+}
+
+std::string FormatCheckCommand(const CInputOptions& folder)
+{
+    const std::size_t nSize = folder.sPath.find_last_not_of('/') + 1; // of the root 0
+    const std::string sType = folder.sType.empty() ? "" : "--type " + folder.sType + ' ';
+    return fmt::format("zorcld check {}{}/*", sType, nSize == 0 ? "" : Quote(folder.sPath.substr(0, nSize)));
 }
 
 bool CanConvert(CInputFile& file, const CConsole& console)

@@ -14,6 +14,9 @@ struct CInputOptions;
 ///         a shell; empty for a name that no line of a shell holds.
 std::string FormatConvertCommand(const CInputOptions& input);
 
+/// @return the command that checks all files of a folder.
+std::string FormatCheckCommand(const CInputOptions& folder);
+
 /// Would `zorcld convert` take most of the points? Reads the file from front to back.
 bool CanConvert(CInputFile& file, const CConsole& console);
 

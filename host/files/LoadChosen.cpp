@@ -120,7 +120,7 @@ std::vector<CFinding> CollectFindings(CInputFile& file, const IPntSource& source
     if (nNumThere > nAnnounced)
         vecFindings.push_back(FindTakenPnts(nAnnounced, nNumThere));
     else if (nNumThere < nAnnounced)
-        vecFindings.push_back(FindUnreadPnts(nAnnounced, nNumThere));
+        vecFindings.push_back(FindUnreadPnts(nAnnounced, nNumThere, ZORCLD_HAS_LASZIP));
     FindInColors(file, source, filler, vecFindings);
     if (filler.GetNumFar() > 0)
         vecFindings.push_back({"span",

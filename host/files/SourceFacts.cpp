@@ -76,9 +76,13 @@ CSourceFacts CollectSourceFacts(IPntSource& source, const std::string& sPath, co
         [&](const CSourcePnt& pnt)
         {
             progress.SetPos(static_cast<int>(static_cast<double>(facts.summary.nNumPnts) * dStep));
+            if (facts.summary.bColor)
+                AddColor(facts, pnt, source.GetNumUntaken() == 0);
             if (!pnt.IsFinite())
             {
                 ++facts.nNumNotFinite;
+                facts.bInfinite =
+                    facts.bInfinite || std::isinf(pnt.x) || std::isinf(pnt.y) || std::isinf(pnt.z);
                 return;
             }
             const bool bFirst = facts.summary.nNumPnts == 0;
@@ -89,8 +93,6 @@ CSourceFacts CollectSourceFacts(IPntSource& source, const std::string& sPath, co
                 ++facts.nNumFar;
             else if (onPntNear)
                 onPntNear(pnt);
-            if (facts.summary.bColor)
-                AddColor(facts, pnt, source.GetNumUntaken() == 0);
             sampler.Add(pnt);
         });
     if (!sCause.empty())

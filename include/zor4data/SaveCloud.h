@@ -28,8 +28,9 @@ using TOnTempFile = std::function<void(const zor::String& sTempPath)>;
 ///         _NothingToSave.
 ///
 /// A cloud without an octree is not saved: its points would be missing in the file. Points marked deleted are
-/// removed from the cloud first, whether it can be saved or not; nothing else of it changes, and the flag
-/// `IsModified` is the host's to clear. Throws std::bad_alloc; the same holds then.
+/// removed from the cloud right before the temporary file is written, and stay removed whatever fails then;
+/// where it does not come to that (no octree, no place for the file), the cloud is as it was. Nothing else of
+/// it changes, and the flag `IsModified` is the host's to clear. Throws std::bad_alloc; the same holds then.
 /// Cost: that of WriteToFile, and the disk's.
 ZOR4DATA_API enumFileCause SaveCloud(CPntCld& cld, const zor::String& sPath);
 

@@ -303,6 +303,23 @@ std::vector<std::string> CodesOf(const std::string& sBytes, enumPntCldFile eType
     return vecCodes;
 }
 
+// What a terminal obeys comes from no file into a sentence; a name without end makes none.
+TEST(CFileFacts, NamesFromFiles_ArePrintable)
+{
+    const std::string sHead = "ply\nformat binary_little_endian 1.0\nelement vertex 1\n";
+    const std::string sXyz = "property float x\nproperty float y\nproperty float z\n";
+    const CMemFile tab(sHead + sXyz + "property a\tb\xff c\033d\nend_header\n............");
+    EXPECT_EQ(FindFileFacts(tab.GetPath()).sCause,
+              "property type not supported: 'a?b?' of c?d in element vertex");
+    const CMemFile wide(sHead + sXyz + "property " + std::string(200, 'f') + " w\nend_header\n............");
+    EXPECT_EQ(FindFileFacts(wide.GetPath()).sCause,
+              "property type not supported: '" + std::string(80, 'f') + "\u2026' of w in element vertex");
+    const CMemFile more(sHead + sXyz + "property uchar a\033[31mb\nelement \033c 1\nproperty uchar i\n" +
+                        "end_header\n" + std::string(14, '\1'));
+    for (const CFileLoss& loss : FindFileLosses(more.GetPath(), PntCldFile_Ply))
+        EXPECT_EQ(loss.sText.find('\033'), std::string::npos) << loss.sText;
+}
+
 TEST(CFileFacts, Losses_AreToldForWhatLoads)
 {
     using TCodes = std::vector<std::string>;

@@ -209,6 +209,25 @@ TYPED_TEST(SaveCloud_test, MarkedDeleted_AreNotSaved)
     this->ExpectSaved(sPath);
 }
 
+TYPED_TEST(SaveCloud_test, WhateverFails_TheCloudStays)
+{
+    CPntCld& cld = *this->m_cld;
+    const auto nNumPnts = cld.GetNumPnts();
+    cld.SelPnt(5, false);
+    cld.DelSelPnts();
+    const CCldState before(cld);
+    EXPECT_EQ(SaveCloud(cld, this->m_folder.GetPath("missing/x.cld")), FileCause_NotCreated);
+    EXPECT_EQ(SaveCloud(cld, this->m_folder.GetPath("")), FileCause_Directory);
+    EXPECT_EQ(SaveCloud(cld, "/dev/null"), FileCause_NotRegular);
+    EXPECT_TRUE(CCldState(cld) == before);
+    {
+        const CSizeLimit limit(1);
+        EXPECT_EQ(SaveCloud(cld, this->m_folder.GetPath("x.cld")), FileCause_NotWritten);
+    }
+    EXPECT_TRUE(CCldState(cld) == before);
+    EXPECT_EQ(cld.GetNumPnts(), nNumPnts - 1);
+}
+
 // At every kind of place: within the first block, between blocks, at the last byte.
 TYPED_TEST(SaveCloud_test, FileTooLarge_LeavesTheOldFile)
 {

@@ -407,3 +407,26 @@ TEST(ZorcldCheck, Help_QuotesOddNames)
               std::string::npos)
         << file.dump(1);
 }
+
+// Terminals obey what names hold, of files and in them; only programs get the names of files as they are.
+TEST(ZorcldCheck, Names_ArePrintable)
+{
+    const CZorcld zorcld;
+    const std::string sFile =
+        zorcld.Write("a\nb\033.ply", MakeVertices(c_sXyz + "property \033[31mflo w\n", ""));
+    const CRun run = zorcld.Run({"check", sFile});
+    EXPECT_EQ(std::count(run.sOut.begin(), run.sOut.end(), '\n'), 1) << run.sOut;
+    EXPECT_EQ(run.sOut.find('\033'), std::string::npos) << run.sOut;
+    EXPECT_NE(run.sOut.find("/a?b?.ply: cannot be loaded: property type not supported: '?[31mflo'"),
+              std::string::npos)
+        << run.sOut;
+    EXPECT_EQ(Check(zorcld, sFile, 1)["file"], sFile);
+    const CRun info = zorcld.Run({"info", sFile});
+    EXPECT_NE(info.sErr.find("/a?b?.ply: property type not supported: '?[31mflo'"), std::string::npos)
+        << info.sErr;
+
+    const std::string sMore = zorcld.Write(
+        "more.ply", MakeVertices(c_sXyz + "property uchar a\033[31mb\n", PackFloats({1, 2, 3}) + "x"));
+    const CRun convert = zorcld.Run({"convert", sMore, zorcld.GetPath("more.cld")});
+    EXPECT_NE(convert.sErr.find("not written: a?[31mb"), std::string::npos) << convert.sErr;
+}

@@ -128,7 +128,7 @@ TEST(ZorcldLaz, CountTooLow_CheckSaysSoAndConvertTakesAll)
         }
 }
 
-TEST(ZorcldLaz, CountTooHigh_CheckNamesConvert)
+TEST(ZorcldLaz, CountTooHigh_CommandsNameConvert)
 {
     const CZorcld zorcld;
     std::string sBytes = LazBytes(LasOf(6, 100), 16);
@@ -138,7 +138,15 @@ TEST(ZorcldLaz, CountTooHigh_CheckNamesConvert)
     ASSERT_EQ(warnings.size(), 1U) << warnings;
     EXPECT_EQ(warnings[0]["code"], "las-count");
     ASSERT_TRUE(warnings[0]["help"].is_string()) << warnings;
-    EXPECT_NE(warnings[0]["help"].get<std::string>().find("zorcld convert"), std::string::npos);
+    const std::string sHelp = warnings[0]["help"];
+    EXPECT_NE(sHelp.find("zorcld convert"), std::string::npos);
+    for (const std::vector<std::string>& vecArgs :
+         {std::vector<std::string>{"info", sFile}, {"view", sFile, "-o", zorcld.GetPath("out.png")}})
+    {
+        const CRun run = zorcld.Run(vecArgs);
+        EXPECT_EQ(run.nStatus, 0);
+        EXPECT_NE(run.sErr.find("damaged or cut off; what helps: " + sHelp), std::string::npos) << run.sErr;
+    }
     EXPECT_EQ(zorcld.Run({"convert", sFile, zorcld.GetPath("out.cld")}).nStatus, 0);
 }
 

@@ -14,8 +14,9 @@
 namespace
 {
 
-/// Hills of some hundred metres over 0.1 by 0.1 degrees, the middle at 60 degrees north.
-std::string MakeHills()
+/// Hills over 0.1 by 0.1 degrees, the middle at 60 degrees north.
+/// @param dHeight  of the highest, metres.
+std::string MakeHills(double dHeight = 150.0)
 {
     std::string sPly =
         MakePlyHeader("element vertex 10000\nproperty float x\nproperty float y\nproperty float z\n"
@@ -23,7 +24,7 @@ std::string MakeHills()
     for (int j = 0; j < 100; ++j)
         for (int i = 0; i < 100; ++i)
         {
-            const double z = 900.0 + 150.0 * std::sin(0.11 * i) * std::cos(0.13 * j);
+            const double z = 900.0 + dHeight * std::sin(0.11 * i) * std::cos(0.13 * j);
             sPly += PackFloats({static_cast<float>(10.0 + 0.001 * i), static_cast<float>(59.95 + 0.001 * j),
                                 static_cast<float>(z)});
             sPly += std::string(3, static_cast<char>(190));
@@ -93,6 +94,25 @@ TEST(ZorcldDegrees, Oblique_ReadableAndTold)
     const CBox box = FindDrawn(ReadPng(sOut));
     EXPECT_GT(box.nWidth, 500U);
     EXPECT_GT(box.nHeight, 150U);
+}
+
+// Small pictures have no room for all that is told: how much larger heights are is told first.
+TEST(ZorcldDegrees, SmallPicture_TellsTheExaggeration)
+{
+    const CZorcld zorcld;
+    const auto readSubtitle = [&](double dHeight, const std::string& sTold)
+    {
+        const std::string sOut = zorcld.GetPath("out.png");
+        const CRun run = zorcld.Run({"view", zorcld.Write("hills.ply", MakeHills(dHeight)), "-o", sOut,
+                                     "--size", "200x200", "--from", "215,30"});
+        EXPECT_NE(run.sErr.find("heights drawn " + sTold + " times as large"), std::string::npos) << run.sErr;
+        const CPng png = ReadPng(sOut);
+        std::vector<unsigned char> vecRows;
+        for (std::uint32_t y = 24; y < 33; ++y) // foot at 0.55 * 56, letters of 0.55 * 14
+            vecRows.insert(vecRows.end(), png.GetPixel(0, y), png.GetPixel(0, y + 1));
+        return vecRows;
+    };
+    EXPECT_NE(readSubtitle(150.0, "5"), readSubtitle(75.0, "10"));
 }
 
 // A tall narrow scan, and one far from any longitude, are drawn as they are.
