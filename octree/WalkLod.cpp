@@ -2,15 +2,15 @@
 
 #include <octree/FindRepresentative.h>
 
-template <class T>
-void CWalkLod<T>::Walk()
+template <class Listener>
+void CWalkLod<Listener>::Walk(const COcTreeNode& node, std::int64_t nDepth)
 {
-    WalkNode(*m_tree.m_pRoot, 0);
+    WalkNode(node, nDepth);
     EndAll();
 }
 
-template <class T>
-void CWalkLod<T>::WalkNode(const COcTreeNode& node, std::int64_t nDepth)
+template <class Listener>
+void CWalkLod<Listener>::WalkNode(const COcTreeNode& node, std::int64_t nDepth)
 {
     if (nDepth == m_nLimit)
     {
@@ -33,8 +33,8 @@ void CWalkLod<T>::WalkNode(const COcTreeNode& node, std::int64_t nDepth)
 
 // This function is inlined and the rare ways out of it are not: a call of it would take a quarter longer
 // where leaves are small.
-template <class T>
-[[gnu::always_inline]] inline void CWalkLod<T>::WalkLeaf(const COcTreeLeaf& leaf, bool bOnePnt)
+template <class Listener>
+[[gnu::always_inline]] inline void CWalkLod<Listener>::WalkLeaf(const COcTreeLeaf& leaf, bool bOnePnt)
 {
     const bool bIsBehind = m_nNumEnded != m_nNumBegun;
     if (bOnePnt && bIsBehind)
@@ -54,8 +54,8 @@ template <class T>
     m_delivered.CountLeaves(1);
 }
 
-template <class T>
-[[gnu::noinline]] void CWalkLod<T>::Begin(const CSearch& search)
+template <class Listener>
+[[gnu::noinline]] void CWalkLod<Listener>::Begin(const CSearch& search)
 {
     if (m_nNumBegun - m_nNumEnded == c_nNumSearches)
         EndFirst();
@@ -65,8 +65,8 @@ template <class T>
 }
 
 /// Takes a search one level down, unless it has ended.
-template <class T>
-void CWalkLod<T>::Step(CSearch& search) const noexcept
+template <class Listener>
+void CWalkLod<Listener>::Step(CSearch& search) const noexcept
 {
     if (search.pNode == nullptr)
         return;
@@ -78,8 +78,8 @@ void CWalkLod<T>::Step(CSearch& search) const noexcept
 }
 
 /// Ends the search begun first and delivers what it found.
-template <class T>
-void CWalkLod<T>::EndFirst()
+template <class Listener>
+void CWalkLod<Listener>::EndFirst()
 {
     CSearch& search = m_aSearches[m_nNumEnded++ % c_nNumSearches];
     while (search.pNode != nullptr)
@@ -88,8 +88,8 @@ void CWalkLod<T>::EndFirst()
 }
 
 /// Delivers the first live point of a leaf, if there are a leaf and such a point.
-template <class T>
-[[gnu::noinline]] void CWalkLod<T>::DeliverFirst(const COcTreeLeaf* pLeaf)
+template <class Listener>
+[[gnu::noinline]] void CWalkLod<Listener>::DeliverFirst(const COcTreeLeaf* pLeaf)
 {
     const std::int32_t nIndex = pLeaf == nullptr ? -1 : m_listener.FindLivePnt(*pLeaf);
     if (nIndex == -1)
@@ -98,12 +98,14 @@ template <class T>
     m_delivered.CountPnts(1);
 }
 
-template <class T>
-[[gnu::noinline]] void CWalkLod<T>::EndAll()
+template <class Listener>
+[[gnu::noinline]] void CWalkLod<Listener>::EndAll()
 {
     while (m_nNumEnded != m_nNumBegun)
         EndFirst();
 }
 
-template class CWalkLod<CTruncPnt>;
-template class CWalkLod<CTruncPnt_Color>;
+template class CWalkLod<COcTreeListener<CTruncPnt>>;
+template class CWalkLod<COcTreeListener<CTruncPnt_Color>>;
+template class CWalkLod<CRunListener<CTruncPnt>>;
+template class CWalkLod<CRunListener<CTruncPnt_Color>>;

@@ -62,7 +62,7 @@ CReply AnswerTile(const CRequest& request, CServed& served)
     if (request.sIfNoneMatch == sTag)
         reply.nStatus = 304;
     else
-        reply = CReply("application/octet-stream", MakeTile(*pVersion, address, nullptr));
+        reply = MakeTile(pVersion, address, nullptr);
     reply.vecHeaders.emplace_back("ETag", sTag);
     reply.vecHeaders.emplace_back("Cache-Control", "private, max-age=31536000, immutable");
     return reply;

@@ -13,7 +13,7 @@
 namespace zorcld
 {
 
-/// Puts a tile's points into its bytes: the header, and 12 bytes a point (docs/serve.md).
+/// Makes the bytes of a tile: 12 a point, and the header, which is known when all points are (docs/serve.md).
 class CTileWriter
 {
 public:
@@ -22,16 +22,21 @@ public:
 
     /// @param nEdge  over which the steps are spread, compact units; that of the cube, as a rule.
     CTileWriter(const CLevelCube& cube, std::int64_t nEdge)
-        : m_cube(cube), m_nEdge(nEdge),
-          m_dStepsPerUnit(nEdge > 0 ? c_dNumSteps / static_cast<double>(nEdge) : 0.0),
-          m_sBytes(c_nHeaderSize, '\0')
+        : m_cube(cube)
     {
+        SetEdge(nEdge);
     }
 
-    void Reserve(std::size_t nNumPnts) { m_sBytes.reserve(c_nHeaderSize + nNumPnts * c_nPntSize); }
+    /// For the points that are added from now on, and the header.
+    void SetEdge(std::int64_t nEdge)
+    {
+        m_nEdge = nEdge;
+        m_dStepsPerUnit = nEdge > 0 ? c_dNumSteps / static_cast<double>(nEdge) : 0.0;
+    }
 
+    /// Appends a point.
     /// @param nX,nY,nZ  offset of a point of the cube, compact units.
-    void Add(std::int32_t nX, std::int32_t nY, std::int32_t nZ, const CRgbBytes& color)
+    void Add(std::int32_t nX, std::int32_t nY, std::int32_t nZ, const CRgbBytes& color, std::string& sBytes)
     {
         const std::int64_t dx = nX - m_cube.nX;
         const std::int64_t dy = nY - m_cube.nY;
@@ -43,32 +48,21 @@ public:
         const unsigned nStepZ = CalcStep(dz);
         const auto low = [](unsigned n) { return static_cast<char>(n & 255U); };
         const auto high = [](unsigned n) { return static_cast<char>((n >> 8U) & 255U); };
-        const char acPnt[c_nPntSize] = {low(nStepX),
-                                        high(nStepX),
-                                        low(nStepY),
-                                        high(nStepY),
-                                        low(nStepZ),
-                                        high(nStepZ),
-                                        0,
-                                        0,
-                                        low(color.r),
-                                        low(color.g),
-                                        low(color.b),
-                                        0};
-        m_sBytes.append(acPnt, c_nPntSize);
+        const char acPnt[c_nPntSize] = {low(nStepX),  high(nStepX), low(nStepY), high(nStepY),
+                                        low(nStepZ),  high(nStepZ), 0,           0,
+                                        low(color.r), low(color.g), low(color.b), 0};
+        sBytes.append(acPnt, c_nPntSize);
     }
 
-    std::size_t GetNumPnts() const { return (m_sBytes.size() - c_nHeaderSize) / c_nPntSize; }
-
-    /// @return twice the distance of the farthest point from the centre, along an axis: an edge that holds
-    /// all
-    ///         points.
+    /// @return an edge that holds all points added: twice the distance of the farthest from the centre, along
+    ///         an axis.
     std::int64_t CalcNeededEdge() const { return 2 * m_nReach; }
 
+    /// Writes the header of the points added.
+    /// @param pTo    where its bytes go.
     /// @param root   of the cloud.
     /// @param bMore  deeper levels have more points of this cube.
-    /// @return all bytes; the writer has none any more.
-    std::string Finish(const CRootCube& root, bool bMore);
+    void PutHeader(char* pTo, const CRootCube& root, std::uint32_t nNumPnts, bool bMore) const;
 
 private:
     static constexpr double c_dNumSteps = 65534.0; // an odd number of values: the centre is one
@@ -81,11 +75,10 @@ private:
     }
 
     CLevelCube m_cube;
-    std::int64_t m_nEdge;
-    double m_dStepsPerUnit;
+    std::int64_t m_nEdge = 0;
+    double m_dStepsPerUnit = 0.0;
     std::int64_t m_nReach = 0;
     unsigned m_nOctants = 0; // bit k: octant k holds a point
-    std::string m_sBytes;
 };
 
 } // namespace zorcld

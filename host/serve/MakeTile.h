@@ -1,24 +1,36 @@
 #ifndef HOST_SERVE_MAKETILE_H
 #define HOST_SERVE_MAKETILE_H
 
-#include <host/serve/CTileRun.h>
+#include <host/serve/CReply.h>
+#include <host/serve/CServed.h>
 
-#include <string>
+#include <cstdint>
+#include <memory>
 
 namespace zorcld
 {
 
-class CCloudVersion;
 struct CAttribute;
+
+/// Which cube of the octree a tile is.
+struct CTileAddress
+{
+    int nLevel = 0; ///< 0: the root cube
+    std::int32_t nI = 0;
+    std::int32_t nJ = 0;
+    std::int32_t nK = 0;
+};
 
 /// Is there such a cube on a level that has tiles?
 bool IsTile(const CCloudVersion& version, const CTileAddress& address);
 
-/// Makes the bytes of a tile (docs/serve.md): of the version's level of detail the points of the cube.
+/// Makes a tile (docs/serve.md): of the version's level of detail the points of the cube. Large ones come in
+/// pieces.
 ///
 /// @param pAttribute  that the colours stand for; null: the file's.
 /// REQUIRES: IsTile.
-std::string MakeTile(const CCloudVersion& version, const CTileAddress& address, const CAttribute* pAttribute);
+CReply MakeTile(const TVersion& pVersion, const CTileAddress& address,
+                const std::shared_ptr<const CAttribute>& pAttribute);
 
 } // namespace zorcld
 
