@@ -1,0 +1,23 @@
+import type { App } from './App';
+import { formatHash, parseHash } from './hash';
+
+const quiet = 200; // milliseconds without a change before the address follows
+
+/** Keeps the state behind the # of the address, and takes it from there when the address changes. */
+export class Memory {
+    #timer: ReturnType<typeof setTimeout> | undefined;
+
+    constructor(readonly app: App) {
+        addEventListener('hashchange', () => app.change(parseHash(location.hash)));
+        addEventListener('pagehide', () => this.#write());
+    }
+
+    save(): void {
+        clearTimeout(this.#timer);
+        this.#timer = setTimeout(() => this.#write(), quiet);
+    }
+
+    #write(): void {
+        history.replaceState(null, '', `${location.pathname}${location.search}${formatHash(this.app.state)}`);
+    }
+}

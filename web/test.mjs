@@ -1,0 +1,27 @@
+// Bundles the tests of a folder and runs them with node's own runner: `node test.mjs unit`, `node test.mjs browser`.
+import { build } from 'esbuild';
+import { spawnSync } from 'node:child_process';
+import { readdirSync, rmSync } from 'node:fs';
+import { join } from 'node:path';
+
+const kind = process.argv[2];
+const folder = join('tests', kind);
+const out = join('out', kind);
+const files = readdirSync(folder).filter((name) => name.endsWith('.test.ts'));
+if (files.length === 0) throw new Error(`no tests in ${folder}`);
+
+rmSync(out, { recursive: true, force: true });
+await build({
+    entryPoints: files.map((name) => join(folder, name)),
+    outdir: out,
+    outExtension: { '.js': '.mjs' },
+    bundle: true,
+    platform: 'node',
+    format: 'esm',
+    target: 'node18',
+    packages: 'external',
+    logLevel: 'warning',
+});
+const tests = files.map((name) => join(out, name.replace(/\.ts$/, '.mjs')));
+const { status } = spawnSync(process.execPath, ['--test', '--test-concurrency=1', ...tests], { stdio: 'inherit' });
+process.exit(status ?? 1);
