@@ -3,8 +3,8 @@
 #include <cloud/CCldStores.h>
 #include <octree/LodRuns.h>
 
-bool FindLodRuns(const CPntCld& cld, double dLod, int nLevel, std::int32_t nI, std::int32_t nJ, std::int32_t nK,
-                 CLodRuns& runs)
+bool FindLodRuns(const CPntCld& cld, double dLod, int nLevel, std::int32_t nI, std::int32_t nJ,
+                 std::int32_t nK, CLodRuns& runs)
 {
     constexpr int c_nMaxLevel = 31; // as GetLevelCube
     if (nLevel < 0 || nLevel > c_nMaxLevel)

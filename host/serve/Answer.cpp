@@ -36,6 +36,16 @@ struct CResource
 constexpr std::array c_resources = {
     CResource{"/api/info", AnswerInfo, enumNeeds::Nothing, false},
     CResource{"/api/tile/", AnswerTile, enumNeeds::Cloud, false},
+    CResource{"/api/pick", AnswerPick, enumNeeds::Cloud, false},
+    CResource{"/api/nearest", AnswerNearest, enumNeeds::Cloud, false},
+    CResource{"/api/point", AnswerPnt, enumNeeds::Cloud, false},
+    CResource{"/api/rect", AnswerRect, enumNeeds::Cloud, true},
+    CResource{"/api/count", AnswerCount, enumNeeds::Cloud, true},
+    CResource{"/api/export", AnswerExport, enumNeeds::Cloud, true},
+    CResource{"/api/profile", AnswerProfile, enumNeeds::Cloud, true},
+    CResource{"/api/outline", AnswerOutline, enumNeeds::Cloud, false},
+    CResource{"/api/ground", AnswerGround, enumNeeds::Cloud, false},
+    CResource{"/api/color", AnswerColor, enumNeeds::Cloud, false},
     CResource{"/api/", nullptr, enumNeeds::Nothing, false},
     CResource{"/", AnswerPage, enumNeeds::Nothing, false},
 };

@@ -20,7 +20,8 @@ class CTilePnts
 {
 public:
     /// @param pAttribute  that the colours stand for; null: the file's, white without any.
-    CTilePnts(const CPntArrays& arrays, std::vector<CPntRun> vecRuns, std::shared_ptr<const CAttribute> pAttribute)
+    CTilePnts(const CPntArrays& arrays, std::vector<CPntRun> vecRuns,
+              std::shared_ptr<const CAttribute> pAttribute)
         : m_arrays(arrays), m_vecRuns(std::move(vecRuns)), m_pAttribute(std::move(pAttribute))
     {
     }

@@ -21,11 +21,7 @@ public:
     static constexpr std::size_t c_nPntSize = 12;
 
     /// @param nEdge  over which the steps are spread, compact units; that of the cube, as a rule.
-    CTileWriter(const CLevelCube& cube, std::int64_t nEdge)
-        : m_cube(cube)
-    {
-        SetEdge(nEdge);
-    }
+    CTileWriter(const CLevelCube& cube, std::int64_t nEdge) : m_cube(cube) { SetEdge(nEdge); }
 
     /// For the points that are added from now on, and the header.
     void SetEdge(std::int64_t nEdge)
@@ -48,9 +44,18 @@ public:
         const unsigned nStepZ = CalcStep(dz);
         const auto low = [](unsigned n) { return static_cast<char>(n & 255U); };
         const auto high = [](unsigned n) { return static_cast<char>((n >> 8U) & 255U); };
-        const char acPnt[c_nPntSize] = {low(nStepX),  high(nStepX), low(nStepY), high(nStepY),
-                                        low(nStepZ),  high(nStepZ), 0,           0,
-                                        low(color.r), low(color.g), low(color.b), 0};
+        const char acPnt[c_nPntSize] = {low(nStepX),
+                                        high(nStepX),
+                                        low(nStepY),
+                                        high(nStepY),
+                                        low(nStepZ),
+                                        high(nStepZ),
+                                        0,
+                                        0,
+                                        low(color.r),
+                                        low(color.g),
+                                        low(color.b),
+                                        0};
         sBytes.append(acPnt, c_nPntSize);
     }
 

@@ -4,6 +4,7 @@
 #include <formats/Compact.h>
 #include <host/files/CFileKind.h>
 #include <host/files/CInputFile.h>
+#include <host/files/CLasTally.h>
 #include <host/files/CoordSystemFacts.h>
 #include <host/files/LoadCloud.h>
 #include <host/output/HasColors.h>
@@ -111,6 +112,7 @@ TJson CollectFacts(const CPntCld& cloud, const CInputFile& file, const CLoadFact
     json["heights"] = FindHeights(arrays);
     json["colored"] = HasColors(cloud);
     json["unit"] = DescribeUnit(facts.coords);
+    json["attributes"] = CanTally(file) ? TJson{"class", "intensity", "return"} : TJson::array();
     json["coordinate_system"] = CollectCoordSystem(facts.coords);
     return json;
 }

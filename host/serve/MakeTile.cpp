@@ -52,7 +52,8 @@ class CTilePieces final : public IPieces
 {
 public:
     CTilePieces(TVersion pVersion, const CTile& tile, CTilePnts&& pnts)
-        : m_pVersion(std::move(pVersion)), m_tile(tile), m_pnts(std::move(pnts)), m_writer(tile.cube, tile.cube.nEdge)
+        : m_pVersion(std::move(pVersion)), m_tile(tile), m_pnts(std::move(pnts)),
+          m_writer(tile.cube, tile.cube.nEdge)
     {
         std::string sBytes;
         while (m_pnts.WriteNext(c_nPiece, m_writer, sBytes))
@@ -75,8 +76,8 @@ public:
         {
             m_bHeader = true;
             sPiece.assign(CTileWriter::c_nHeaderSize, '\0');
-            m_writer.PutHeader(sPiece.data(), m_pVersion->GetRoot(), static_cast<std::uint32_t>(m_tile.nNumPnts),
-                               m_tile.bMore);
+            m_writer.PutHeader(sPiece.data(), m_pVersion->GetRoot(),
+                               static_cast<std::uint32_t>(m_tile.nNumPnts), m_tile.bMore);
         }
         m_pnts.WriteNext(c_nPiece, m_writer, sPiece);
         return !sPiece.empty();
@@ -110,8 +111,9 @@ CReply MakeTile(const TVersion& pVersion, const CTileAddress& address,
                 address.nK, runs);
     CTilePnts pnts(version.GetArrays(), std::move(runs.vecRuns), pAttribute);
     tile.nNumPnts = pnts.CountPnts();
-    tile.bMore = runs.nNumInCube < 0 ? address.nLevel < version.GetNumLevels()
-                                     : tile.nNumPnts < runs.nNumInCube && address.nLevel < version.GetNumLevels();
+    tile.bMore = runs.nNumInCube < 0
+                     ? address.nLevel < version.GetNumLevels()
+                     : tile.nNumPnts < runs.nNumInCube && address.nLevel < version.GetNumLevels();
     if (tile.nNumPnts > c_nMaxAtOnce)
     {
         CReply reply(c_pType, {});

@@ -17,6 +17,16 @@ struct CRequest;
 
 CReply AnswerInfo(const CRequest& request, CServed& served);
 CReply AnswerTile(const CRequest& request, CServed& served);
+CReply AnswerPick(const CRequest& request, CServed& served);
+CReply AnswerNearest(const CRequest& request, CServed& served);
+CReply AnswerPnt(const CRequest& request, CServed& served);
+CReply AnswerRect(const CRequest& request, CServed& served);
+CReply AnswerCount(const CRequest& request, CServed& served);
+CReply AnswerExport(const CRequest& request, CServed& served);
+CReply AnswerProfile(const CRequest& request, CServed& served);
+CReply AnswerOutline(const CRequest& request, CServed& served);
+CReply AnswerGround(const CRequest& request, CServed& served);
+CReply AnswerColor(const CRequest& request, CServed& served);
 CReply AnswerPage(const CRequest& request, CServed& served);
 
 /// What several of them need.

@@ -4,7 +4,6 @@
 #include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
-#include <host/output/GetFileName.h>
 #include <host/serve/Answer.h>
 #include <host/serve/CGate.h>
 #include <host/serve/CHttpServer.h>
@@ -63,7 +62,7 @@ private:
         try
         {
             const CLoadFacts facts = LoadOrAdvise(m_cloud, m_file, m_console);
-            m_served.SetReady(m_cloud, CollectFacts(m_cloud, m_file, facts));
+            m_served.SetReady(m_cloud, {CollectFacts(m_cloud, m_file, facts), facts.coords});
         }
         catch (const CStopped&)
         {
@@ -117,7 +116,7 @@ void WarnOfOthers(const std::string& sAddress, const CConsole& console)
 void RunServer(const CServeOptions& options, const CConsole& console)
 {
     const std::unique_ptr<CInputFile> pFile = OpenInputFile(options.input);
-    CServed served(GetFileName(options.input.sPath), MakeFirstVersion(), options.nBudget);
+    CServed served(options.input, MakeFirstVersion(), options.nBudget);
     std::unique_ptr<CGate> pGate;
     CHttpOptions http;
     http.sAddress = options.sAddress;
@@ -134,6 +133,7 @@ void RunServer(const CServeOptions& options, const CConsole& console)
     if (options.bOpen)
         OpenBrowser(sUrl, console);
     server.Wait();
+    served.GetJobs().StopAll();
     const CServed::CProgress progress = served.GetProgress();
     if (progress.eState == CServed::enumState::Failed)
         throw CFailure(options.input.sPath, progress.sCause);
