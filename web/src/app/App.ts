@@ -117,6 +117,7 @@ export class App {
         this.ground = await this.jobs.run<GroundResult>('Ground', 'api/ground', {});
         if (this.ground?.note) this.ui.tell(this.ground.note);
         this.change({ ground: this.ground !== null && this.state.ground });
+        this.ui.updateCards();
     }
 
     async #loadOutline(): Promise<void> {

@@ -12,7 +12,7 @@ export function firstState(info: CloudInfo, aspect: number): State {
     const budget = info.budget ?? (isPhone ? budgets.phone : budgets.desktop);
     return {
         camera: { target: [0, 0, 0], distance: Math.max(1, aspect), azimuth: 215, elevation: 35, parallel: false },
-        theme: matchMedia('(prefers-color-scheme: light)').matches ? 'light' : 'dark',
+        theme: 'dark',
         background: null,
         color: info.colored ? 'file' : 'height',
         pointSize: 1,

@@ -25,6 +25,10 @@ export function childAddress(address: TileAddress, octant: number): TileAddress 
     };
 }
 
+export function parentAddress({ level, i, j, k }: TileAddress): TileAddress {
+    return { level: level - 1, i: i >> 1, j: j >> 1, k: k >> 1 };
+}
+
 const spacingsPerEdge = 128;
 
 /** A tile that is there. */
@@ -34,20 +38,22 @@ export class TileNode {
     readonly box: Box;
     /** What the level thins to, coordinate units. */
     readonly spacing: number;
-    /** How far the points really lie apart, never more than a few times what the level thins to. */
+    /** How far the points really lie apart, as far as can be told; never more than in the tile above. */
     readonly pointSpacing: number;
     /** Number of the selection that last looked at it. */
     lastUsed = 0;
 
+    /** @param above  the tile that this is an octant of: few points in it are no sparse surface. */
     constructor(
         readonly address: TileAddress,
         bytes: ArrayBuffer,
+        above?: TileNode,
     ) {
         this.key = addressKey(address);
         this.tile = decodeTile(bytes);
         this.box = cubeBox(this.tile.centre, this.tile.edge);
         this.spacing = this.tile.edge / spacingsPerEdge;
-        this.pointSpacing = Math.min(estimateSpacing(this.tile), 4 * this.spacing);
+        this.pointSpacing = Math.min(estimateSpacing(this.tile), above?.pointSpacing ?? 4 * this.spacing);
     }
 
     /** The octants that hold points. */

@@ -1,7 +1,7 @@
 import type { View } from '../view/View';
 import { selectTiles, type Selection, type SelectOptions } from './selectTiles';
 import { TileLoader, type FetchTile } from './TileLoader';
-import { TileNode } from './TileNode';
+import { addressKey, parentAddress, TileNode } from './TileNode';
 
 const cachedBudgets = 3; // so many times what is drawn at most stays in memory
 
@@ -25,7 +25,7 @@ export class TileStore {
         this.#loader = new TileLoader(
             fetchTile,
             (address, bytes) => {
-                const node = new TileNode(address, bytes);
+                const node = new TileNode(address, bytes, this.#nodes.get(addressKey(parentAddress(address))));
                 node.lastUsed = this.#turn;
                 this.#nodes.set(node.key, node);
                 this.#points += node.tile.count;

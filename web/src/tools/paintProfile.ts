@@ -37,7 +37,7 @@ export interface ProfileLook {
 }
 
 export function paintProfile(canvas: HTMLCanvasElement, profile: Profile, axes: Axes, look: ProfileLook): void {
-    const context = canvas.getContext('2d')!;
+    const context = canvas.getContext('2d', { willReadFrequently: true })!;
     context.setTransform(1, 0, 0, 1, 0, 0);
     context.clearRect(0, 0, canvas.width, canvas.height);
     paintPoints(context, profile, axes, look);

@@ -6,7 +6,7 @@ import { groupDigits } from '../math/numbers';
 import { button, h } from './dom';
 
 const colorNames: Readonly<Record<ColorBy, string>> = {
-    file: 'Colours of the file',
+    file: 'As in the file',
     height: 'Height',
     class: 'Class',
     intensity: 'Intensity',
@@ -14,11 +14,11 @@ const colorNames: Readonly<Record<ColorBy, string>> = {
 };
 
 const views = [
-    ['from-southwest', '⟋', 215, 35],
-    ['from-south', 'S', 180, 5],
-    ['from-east', 'E', 90, 5],
-    ['from-north', 'N', 0, 5],
-    ['from-west', 'W', 270, 5],
+    ['SW', 'the south-west, above', 215, 35],
+    ['S', 'the south', 180, 5],
+    ['E', 'the east', 90, 5],
+    ['N', 'the north', 0, 5],
+    ['W', 'the west', 270, 5],
 ] as const;
 
 /** How the points look. */
@@ -99,8 +99,8 @@ export class DisplayPanel {
 
     #viewButtons(): HTMLElement {
         const box = h('div', { class: 'views', attr: { role: 'group', 'aria-label': 'Look from' } });
-        for (const [, sign, azimuth, elevation] of views) {
-            const label = elevation > 5 ? 'Look from the south-west, above' : `Look from ${sign}`;
+        for (const [sign, where, azimuth, elevation] of views) {
+            const label = `Look from ${where}`;
             box.append(button(sign, () => this.app.lookFrom({ azimuth, elevation }), { class: 'small', attr: { 'aria-label': label, title: label } }));
         }
         return h('div', { class: 'row' }, h('span', { class: 'label' }, 'Look from'), box);

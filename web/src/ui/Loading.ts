@@ -1,3 +1,4 @@
+import { parseHash } from '../app/hash';
 import { h } from './dom';
 
 /** What is seen until the cloud is there. */
@@ -8,8 +9,7 @@ export class Loading {
     readonly element = h('div', { class: 'loading', attr: { role: 'status' } }, this.#title, this.#bar, this.#text);
 
     constructor(root: HTMLElement) {
-        const isLight = matchMedia('(prefers-color-scheme: light)').matches || location.hash.includes('theme=light');
-        document.documentElement.dataset.theme = isLight ? 'light' : 'dark';
+        document.documentElement.dataset.theme = parseHash(location.hash).theme ?? 'dark';
         root.replaceChildren(this.element);
     }
 

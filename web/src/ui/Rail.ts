@@ -69,7 +69,7 @@ export class Rail {
         };
         for (const [id, element] of this.#buttons) {
             if (id === 'fit') continue;
-            const isOn = app.gathering?.kind.name === id || pressed[id] === true;
+            const isOn = app.gathering?.kind.name === id || (pressed[id] ?? false);
             element.setAttribute('aria-pressed', String(isOn));
         }
     }

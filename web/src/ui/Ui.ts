@@ -64,7 +64,7 @@ export class Ui {
         this.#rail.update();
         this.#display.update(state);
         const cards: (keyof State)[] = ['marks', 'polygon', 'clip', 'ground', 'outline'];
-        if (cards.some((key) => state[key] !== before[key]) || state === before) this.#cards.update();
+        if (cards.some((key) => state[key] !== before[key])) this.updateCards();
         this.#profile.update();
         document.body.classList.toggle('with-profile', state.corridor !== null);
     }
@@ -104,8 +104,12 @@ export class Ui {
         if (this.#drawn.textContent !== text) this.#drawn.textContent = text;
     }
 
-    showOutline(outline: OutlineResult): void {
+    updateCards(): void {
         this.#cards.update();
+    }
+
+    showOutline(outline: OutlineResult): void {
+        this.updateCards();
         if (outline.inside < outline.whole) this.tell('The outline is of the largest part of the cloud');
     }
 

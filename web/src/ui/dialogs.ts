@@ -5,8 +5,9 @@ import { formatCoord, groupDigits } from '../math/numbers';
 import { button, h } from './dom';
 
 function openDialog(title: string, ...content: (Node | string)[]): void {
-    const dialog = h('dialog', { class: 'panel', attr: { 'aria-label': title } }, h('h2', {}, title), ...content);
-    dialog.append(h('div', { class: 'actions' }, button('Close', () => dialog.close(), { class: 'primary' })));
+    const close = button('Close', () => dialog.close(), { class: 'primary' });
+    const head = h('div', { class: 'dialog-head' }, h('h2', {}, title), close);
+    const dialog = h('dialog', { class: 'panel', attr: { 'aria-label': title } }, head, ...content);
     dialog.addEventListener('close', () => dialog.remove());
     dialog.addEventListener('click', (event) => {
         if (event.target === dialog) dialog.close(); // beside it

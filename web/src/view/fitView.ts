@@ -1,6 +1,6 @@
 import { boxCentre, boxCorner, type Box } from '../math/Box';
-import { basisOf, halfTan, type Camera } from './Camera';
 import { along, dot, sub, type Vec3 } from '../math/vec3';
+import { basisOf, halfTan, type Basis, type Camera } from './Camera';
 
 export interface Direction {
     readonly azimuth: number;
@@ -8,30 +8,48 @@ export interface Direction {
     readonly parallel?: boolean;
 }
 
-const margin = 1.06;
+const margin = 1.08;
+const rounds = 5; // each brings the box nearer to the middle of a perspective view; after these it is there
 
-/** A view from a direction that shows a whole box, as large as the picture allows. */
+/** A view from a direction that shows a whole box in the middle, as large as the picture allows. */
 export function fitView(box: Box, direction: Direction, aspect: number): Camera {
+    const { azimuth, elevation, parallel = false } = direction;
     const basis = basisOf(direction);
-    const parallel = direction.parallel ?? false;
-    const middle = boxCentre(box);
-    const [wide, high] = [halfTan * aspect, halfTan].map((tan) => tan / margin);
-    let reach = 1e-3;
-    for (let corner = 0; corner < 8; ++corner) {
-        const arm = sub(boxCorner(box, corner), middle);
-        const near = parallel ? 0 : dot(arm, basis.viewer);
-        const across = Math.max(Math.abs(dot(arm, basis.right)) / wide, Math.abs(dot(arm, basis.up)) / high);
-        reach = Math.max(reach, across + near);
+    const corners = [0, 1, 2, 3, 4, 5, 6, 7].map((corner) => boxCorner(box, corner));
+    let target = boxCentre(box);
+    let distance = findDistance(corners, target, basis, parallel, aspect);
+    for (let round = 0; round < rounds && !parallel; ++round) {
+        target = centre(corners, target, basis, distance);
+        distance = findDistance(corners, target, basis, parallel, aspect);
     }
-    return { target: centred(box, basis, middle), distance: reach, ...directionOf(direction), parallel };
+    return { target, distance, azimuth, elevation, parallel };
 }
 
-function directionOf(direction: Direction): { azimuth: number; elevation: number } {
-    return { azimuth: direction.azimuth, elevation: direction.elevation };
+/** The least from which all corners are seen. */
+function findDistance(
+    corners: readonly Vec3[],
+    target: Vec3,
+    basis: Basis,
+    parallel: boolean,
+    aspect: number,
+): number {
+    const [wide, high] = [(halfTan * aspect) / margin, halfTan / margin];
+    const distances = corners.map((corner) => {
+        const arm = sub(corner, target);
+        const across = Math.max(Math.abs(dot(arm, basis.right)) / wide, Math.abs(dot(arm, basis.up)) / high);
+        return across + (parallel ? 0 : dot(arm, basis.viewer));
+    });
+    return Math.max(...distances, 1e-3);
 }
 
-/** What is near looks larger: the box hangs low in a view from above, so the target is moved a little towards it. */
-function centred(box: Box, basis: ReturnType<typeof basisOf>, middle: Vec3): Vec3 {
-    const height = box.max[2] - box.min[2];
-    return along(middle, basis.up, -0.02 * height);
+/** The target moved across, so that as much of the picture is free on either side. */
+function centre(corners: readonly Vec3[], target: Vec3, basis: Basis, distance: number): Vec3 {
+    const shift = (axis: Vec3): number => {
+        const seen = corners.map((corner) => {
+            const arm = sub(corner, target);
+            return dot(arm, axis) / Math.max(distance - dot(arm, basis.viewer), 1e-9);
+        });
+        return ((Math.min(...seen) + Math.max(...seen)) / 2) * distance;
+    };
+    return along(along(target, basis.right, shift(basis.right)), basis.up, shift(basis.up));
 }
