@@ -68,7 +68,7 @@ CReply AnswerExport(const CRequest& request, CServed& served)
     const CPntChoice choice(request, served);
     std::shared_ptr<void> slot = served.TakeStream();
     CMarkedPnts marked = choice.Mark();
-    auto pWriter = std::make_unique<CFileWriter>(FindPntWriter("." + *pFormat), marked.summary);
+    auto pWriter = std::make_unique<CFileWriter>(FindPntWriter("part." + *pFormat), marked.summary);
     CReply reply;
     reply.sType = *pFormat == "csv" ? "text/csv; charset=utf-8" : "application/octet-stream";
     reply.vecHeaders.emplace_back("Cache-Control", "no-store");

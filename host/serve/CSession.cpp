@@ -39,7 +39,7 @@ bool IsOfRequest(beast::error_code error)
 }
 
 /// A reply for which there is no memory is one that takes none.
-CReply AnswerAnyway(const CHttpServer::CCallbacks& callbacks, const CRequest& request)
+CReply AnswerAnyway(const CHttpCallbacks& callbacks, const CRequest& request)
 {
     try
     {

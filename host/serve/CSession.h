@@ -1,7 +1,7 @@
 #ifndef HOST_SERVE_CSESSION_H
 #define HOST_SERVE_CSESSION_H
 
-#include <host/serve/CHttpServer.h>
+#include <host/serve/CHttpOptions.h>
 #include <host/serve/FormatHead.h>
 
 #include <boost/asio/thread_pool.hpp>
@@ -23,7 +23,7 @@ namespace zorcld
 struct CSessionShare
 {
     CHttpOptions options;
-    CHttpServer::CCallbacks callbacks;
+    CHttpCallbacks callbacks;
     boost::asio::thread_pool& slowLane;
     std::atomic<int> nNumClients{0};
 };

@@ -15,6 +15,7 @@
 #include <zor4data/CPntArrays.h>
 #include <zor4data/CPntCld.h>
 #include <zor4data/CRootCube.h>
+#include <zor4data/FindLodRuns.h>
 #include <zor4data/FindPntsInPolygons.h>
 #include <zor4data/LoadNative.h>
 #include <zor4data/PickPnt.h>
@@ -220,6 +221,7 @@ void UseCompanions()
     Keep<CPntArrays (*)(const CPntCld&)>(&GetPntArrays);
     Keep<bool (*)(const CPntCld&, CRootCube&)>(&GetRootCube);
     Keep<bool (*)(const CRootCube&, int, TPosition, TPosition, TPosition, CLevelCube&)>(&GetLevelCube);
+    Keep<bool (*)(const CPntCld&, double, int, TPosition, TPosition, TPosition, CLodRuns&)>(&FindLodRuns);
     Keep<bool (*)(CPntCld&, IDlgProgress*, const zor::String&)>(&LoadNative);
     Keep<enumFileCause (*)(CPntCld&, const zor::String&)>(&SaveCloud);
     Keep<enumFileCause (*)(CPntCld&, const zor::String&, const TOnTempFile&)>(&SaveCloud);

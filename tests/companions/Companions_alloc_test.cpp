@@ -4,10 +4,12 @@
 #include <tests/companions/SmallFiles.h>
 #include <tests/support/CFailingAlloc.h>
 #include <zor4data/CFileFacts.h>
+#include <zor4data/FindLodRuns.h>
 #include <zor4data/PickPnt.h>
 
 #include <functional>
 #include <new>
+#include <utility>
 
 namespace
 {
@@ -69,6 +71,20 @@ TYPED_TEST(Companions_alloc, PickPnt_TakesMemoryForPlanesOnly)
     int nFoundBehind = -1;
     EXPECT_GT(FailEach([&] { nFoundBehind = PickPnt(*this->m_cld, from, direction, 0.01, vecPlanes); }), 0);
     EXPECT_EQ(nFoundBehind, nFound);
+}
+
+TYPED_TEST(Companions_alloc, FindLodRuns_TakesMemoryForItsRuns)
+{
+    CLodRuns found;
+    EXPECT_GT(FailEach(
+                  [&]
+                  {
+                      CLodRuns runs;
+                      ASSERT_TRUE(FindLodRuns(*this->m_cld, 0.0, 0, 0, 0, 0, runs));
+                      found = std::move(runs);
+                  }),
+              0);
+    EXPECT_EQ(found.nNumInCube, 5000);
 }
 
 TYPED_TEST(Companions_alloc, FindNearest_TakesNone)
