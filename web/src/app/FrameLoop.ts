@@ -16,6 +16,7 @@ export class FrameLoop {
     request(): void {
         if (this.#requested) return;
         this.#requested = true;
+        document.documentElement.dataset.settled = 'no';
         requestAnimationFrame((now) => this.#frame(now));
     }
 
@@ -25,7 +26,7 @@ export class FrameLoop {
         this.#last = now;
         this.#draw();
         const settled = !moves && this.app.stage.isComplete;
-        document.documentElement.dataset.settled = settled ? 'yes' : 'no';
+        if (settled) document.documentElement.dataset.settled = 'yes';
         this.app.ui.showDrawn(this.app.stage.selection.points, this.app.stage.isComplete);
         if (moves) this.request();
     }

@@ -43,7 +43,7 @@ export class Painter {
         paintScaleBar(pen, area.left + 18, area.bottom - 22, app.info.unit.plan);
         const legend = legendOf(app);
         if (legend !== null) paintLegend(pen, legend, area.right - 12, area.top + 12, area.bottom - 70);
-        if (view.width > 420) paintNorth(pen, area.right - 34, area.bottom - 36);
+        if (view.width > 420) paintNorth(pen, view.width - 34, area.bottom - 36);
     }
 
     /** The outline has no heights: it is drawn where most of the ground is. */

@@ -74,8 +74,10 @@ export class Ui {
         const { innerWidth: width, innerHeight: height } = window;
         const profile = this.#profile.element.hidden ? 0 : this.#profile.element.offsetHeight + 8;
         if (width < narrow) return { left: 0, top: 70, right: width, bottom: height - profile - 92 };
-        const top = Math.max(64, this.#display.element.hidden ? 0 : this.#display.element.offsetHeight + 64);
-        return { left: this.#rail.element.offsetWidth + 12, top, right: width, bottom: height - profile - 8 };
+        const covered = this.#display.element.hidden ? 0 : this.#display.element.offsetWidth;
+        const cards = this.#cards.element.childElementCount > 0 ? this.#cards.element.offsetWidth : 0;
+        const right = width - (covered + cards > 0 ? Math.max(covered, cards) + 12 : 0);
+        return { left: this.#rail.element.offsetWidth + 12, top: 64, right, bottom: height - profile - 8 };
     }
 
     updateTool(): void {
