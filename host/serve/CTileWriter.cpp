@@ -1,7 +1,6 @@
 #include <host/serve/CTileWriter.h>
 
 #include <formats/Compact.h>
-#include <host/serve/PutNumber.h>
 
 namespace zorcld
 {

@@ -2,13 +2,12 @@
 #define HOST_SERVE_CTILEWRITER_H
 
 #include <host/picture/CRgb.h>
+#include <host/serve/PutNumber.h>
 #include <zor4data/CRootCube.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <cstdlib>
-#include <string>
 
 namespace zorcld
 {
@@ -23,47 +22,43 @@ public:
     /// @param nEdge  over which the steps are spread, compact units; that of the cube, as a rule.
     CTileWriter(const CLevelCube& cube, std::int64_t nEdge) : m_cube(cube) { SetEdge(nEdge); }
 
-    /// For the points that are added from now on, and the header.
+    /// For the points that are put from now on, and the header.
     void SetEdge(std::int64_t nEdge)
     {
         m_nEdge = nEdge;
         m_dStepsPerUnit = nEdge > 0 ? c_dNumSteps / static_cast<double>(nEdge) : 0.0;
     }
 
-    /// Appends a point.
+    /// Puts a point into 12 bytes.
     /// @param nX,nY,nZ  offset of a point of the cube, compact units.
-    void Add(std::int32_t nX, std::int32_t nY, std::int32_t nZ, const CRgbBytes& color, std::string& sBytes)
+    void Put(std::int32_t nX, std::int32_t nY, std::int32_t nZ, const CRgbBytes& color, char* pTo)
     {
         const std::int64_t dx = nX - m_cube.nX;
         const std::int64_t dy = nY - m_cube.nY;
         const std::int64_t dz = nZ - m_cube.nZ;
         m_nOctants |= 1U << ((dx >= 0 ? 4U : 0U) + (dy >= 0 ? 2U : 0U) + (dz >= 0 ? 1U : 0U));
-        m_nReach = std::max({m_nReach, std::abs(dx), std::abs(dy), std::abs(dz)});
-        const unsigned nStepX = CalcStep(dx);
-        const unsigned nStepY = CalcStep(dy);
-        const unsigned nStepZ = CalcStep(dz);
-        const auto low = [](unsigned n) { return static_cast<char>(n & 255U); };
-        const auto high = [](unsigned n) { return static_cast<char>((n >> 8U) & 255U); };
-        const char acPnt[c_nPntSize] = {low(nStepX),
-                                        high(nStepX),
-                                        low(nStepY),
-                                        high(nStepY),
-                                        low(nStepZ),
-                                        high(nStepZ),
-                                        0,
-                                        0,
-                                        low(color.r),
-                                        low(color.g),
-                                        low(color.b),
-                                        0};
-        sBytes.append(acPnt, c_nPntSize);
+        std::int64_t nStepX = CalcStep(dx);
+        std::int64_t nStepY = CalcStep(dy);
+        std::int64_t nStepZ = CalcStep(dz);
+        if ((CalcRoom(nStepX) | CalcRoom(nStepY) | CalcRoom(nStepZ)) < 0)
+        {
+            m_nReach = std::max({m_nReach, std::abs(dx), std::abs(dy), std::abs(dz)});
+            nStepX = std::clamp(nStepX, c_nMinStep, c_nMaxStep);
+            nStepY = std::clamp(nStepY, c_nMinStep, c_nMaxStep);
+            nStepZ = std::clamp(nStepZ, c_nMinStep, c_nMaxStep);
+        }
+        const std::uint64_t nPlace = Wrap(nStepX) | Wrap(nStepY) << 16U | Wrap(nStepZ) << 32U;
+        const std::uint32_t nColor =
+            color.r | static_cast<std::uint32_t>(color.g) << 8U | static_cast<std::uint32_t>(color.b) << 16U;
+        PutUint64(pTo, nPlace);
+        PutUint32(pTo + 8, nColor);
     }
 
-    /// @return an edge that holds all points added: twice the distance of the farthest from the centre, along
-    ///         an axis.
-    std::int64_t CalcNeededEdge() const { return 2 * m_nReach; }
+    /// @return an edge that holds all points put: where some lie beside the edge, twice the distance of the
+    ///         farthest from the centre, along an axis.
+    std::int64_t CalcNeededEdge() const { return std::max(2 * m_nReach, m_nEdge); }
 
-    /// Writes the header of the points added.
+    /// Writes the header of the points put.
     /// @param pTo    where its bytes go.
     /// @param root   of the cloud.
     /// @param bMore  deeper levels have more points of this cube.
@@ -71,13 +66,21 @@ public:
 
 private:
     static constexpr double c_dNumSteps = 65534.0; // an odd number of values: the centre is one
+    static constexpr std::int64_t c_nMinStep = 1;  // while they are calculated steps count from 32768 below
+    static constexpr std::int64_t c_nMiddle = 32768;
+    static constexpr std::int64_t c_nMaxStep = 65535;
 
-    unsigned CalcStep(std::int64_t nOffset) const
+    /// Rounds, but does not stop at the ends. The farthest offset over the smallest edge has 49 bits.
+    std::int64_t CalcStep(std::int64_t nOffset) const
     {
-        const double dStep = static_cast<double>(nOffset) * m_dStepsPerUnit;
-        const double dWhole = std::clamp(dStep + (dStep < 0.0 ? -0.5 : 0.5), -32767.0, 32767.0);
-        return static_cast<unsigned>(static_cast<int>(dWhole));
+        constexpr double c_dMiddle = 32768.5;
+        return static_cast<std::int64_t>(static_cast<double>(nOffset) * m_dStepsPerUnit + c_dMiddle);
     }
+
+    /// @return below 0 for a step beyond the ends.
+    static std::int64_t CalcRoom(std::int64_t nStep) { return (nStep - c_nMinStep) | (c_nMaxStep - nStep); }
+
+    static std::uint64_t Wrap(std::int64_t nStep) { return static_cast<std::uint16_t>(nStep - c_nMiddle); }
 
     CLevelCube m_cube;
     std::int64_t m_nEdge = 0;

@@ -9,11 +9,20 @@
 namespace zorcld
 {
 
-/// Writes a number little-endian.
+// Each writes a number little-endian. Byte by byte without a loop, which compilers make one store of.
+
 inline void PutUint32(char* pTo, std::uint32_t n)
 {
-    for (unsigned k = 0; k < 4; ++k)
-        pTo[k] = static_cast<char>((n >> (8U * k)) & 255U);
+    pTo[0] = static_cast<char>(n & 255U);
+    pTo[1] = static_cast<char>(n >> 8U & 255U);
+    pTo[2] = static_cast<char>(n >> 16U & 255U);
+    pTo[3] = static_cast<char>(n >> 24U & 255U);
+}
+
+inline void PutUint64(char* pTo, std::uint64_t n)
+{
+    PutUint32(pTo, static_cast<std::uint32_t>(n));
+    PutUint32(pTo + 4, static_cast<std::uint32_t>(n >> 32U));
 }
 
 inline void PutFloat32(char* pTo, double d)
@@ -28,8 +37,7 @@ inline void PutFloat64(char* pTo, double d)
 {
     std::uint64_t n = 0;
     std::memcpy(&n, &d, sizeof(n));
-    for (unsigned k = 0; k < 8; ++k)
-        pTo[k] = static_cast<char>((n >> (8U * k)) & 255U);
+    PutUint64(pTo, n);
 }
 
 } // namespace zorcld
