@@ -32,4 +32,4 @@ export interface State {
 }
 
 export const pointSizes = { min: 0.5, max: 3, step: 0.1 } as const;
-export const budgets = { min: 100_000, max: 10_000_000, desktop: 1_000_000, phone: 333_000 } as const;
+export const budgets = { min: 1000, max: 10_000_000, desktop: 1_000_000, phone: 333_000 } as const;

@@ -1,11 +1,8 @@
 import {
-    BufferAttribute,
-    BufferGeometry,
     Camera as SceneCamera,
     DepthTexture,
     FloatType,
     GLSL3,
-    Mesh,
     NearestFilter,
     NoBlending,
     RawShaderMaterial,
@@ -20,7 +17,8 @@ import type { Box } from '../math/Box';
 import type { Vec3 } from '../math/vec3';
 import type { TileNode } from '../tiles/TileNode';
 import type { View } from '../view/View';
-import { maxRing, pointFragment, pointVertex, screenVertex, shadeFragment } from './shaders';
+import { maxRing, pointFragment, pointVertex } from './shaders';
+import { Shading } from './Shading';
 import { TileMesh, type PointLook } from './TileMesh';
 
 export interface Look {
@@ -46,7 +44,7 @@ export class Renderer {
     readonly #meshes = new Map<TileNode, TileMesh>();
     readonly #shared = sharedUniforms();
     readonly #pointMaterial: RawShaderMaterial;
-    readonly #screen: Mesh<BufferGeometry, RawShaderMaterial>;
+    readonly #shading: Shading;
     readonly #target: WebGLRenderTarget;
     #scale = 1;
 
@@ -68,7 +66,7 @@ export class Renderer {
             magFilter: NearestFilter,
             depthTexture: new DepthTexture(1, 1, FloatType),
         });
-        this.#screen = makeScreen(this.#target);
+        this.#shading = new Shading(this.#target);
     }
 
     /** @param scale  device pixels a CSS pixel. */
@@ -78,6 +76,7 @@ export class Renderer {
         this.#renderer.setSize(width, height, false);
         const size = this.#renderer.getDrawingBufferSize(new Vector2());
         this.#target.setSize(Math.max(1, size.x), Math.max(1, size.y));
+        this.#shading.resize(size.x, size.y);
     }
 
     draw(view: View, tiles: readonly TileNode[], look: Look): void {
@@ -98,9 +97,11 @@ export class Renderer {
         this.#renderer.setClearColor(0x000000, 0);
         this.#renderer.clear(true, true, false);
         this.#renderer.render(this.#scene, this.#camera);
-        this.#renderer.setRenderTarget(null);
-        this.#shade(view, look, range);
-        this.#renderer.render(this.#screen, this.#camera);
+        this.#shading.draw(this.#renderer, view, range, {
+            background: look.background ?? surrounds[look.theme].background,
+            strength: look.shading ? (look.byHeight ? 1 : 0.8) : 0,
+            scale: this.#scale,
+        });
     }
 
     /** What was made of a tile is let go. */
@@ -141,17 +142,6 @@ export class Renderer {
         shared.uByHeight.value = look.byHeight;
         shared.uSizeRange.value.set(sizeRange[0] * this.#scale, sizeRange[1] * this.#scale * look.pointSize);
         shared.uAccent.value.set(...accent[look.theme]).divideScalar(255);
-    }
-
-    #shade(view: View, look: Look, range: readonly [number, number]): void {
-        const uniforms = this.#screen.material.uniforms;
-        const background = look.background ?? surrounds[look.theme].background;
-        (uniforms.uNearFar.value as Vector2).set(...range);
-        uniforms.uParallel.value = view.camera.parallel;
-        uniforms.uFocal.value = view.focal * this.#scale;
-        uniforms.uScale.value = this.#scale;
-        uniforms.uStrength.value = look.shading ? (look.byHeight ? 1 : 0.8) : 0;
-        (uniforms.uBackground.value as Vector3).set(...background).divideScalar(255);
     }
 }
 
@@ -204,30 +194,4 @@ function makePointMaterial(): RawShaderMaterial {
         fragmentShader: pointFragment,
         blending: NoBlending,
     });
-}
-
-function makeScreen(target: WebGLRenderTarget): Mesh<BufferGeometry, RawShaderMaterial> {
-    const geometry = new BufferGeometry();
-    geometry.setAttribute('position', new BufferAttribute(new Float32Array([-1, -1, 0, 3, -1, 0, -1, 3, 0]), 3));
-    const material = new RawShaderMaterial({
-        glslVersion: GLSL3,
-        vertexShader: screenVertex,
-        fragmentShader: shadeFragment,
-        blending: NoBlending,
-        depthTest: false,
-        depthWrite: false,
-        uniforms: {
-            uColor: { value: target.texture },
-            uDepth: { value: target.depthTexture },
-            uNearFar: { value: new Vector2() },
-            uParallel: { value: false },
-            uFocal: { value: 1 },
-            uBackground: { value: new Vector3() },
-            uStrength: { value: 0 },
-            uScale: { value: 1 },
-        },
-    });
-    const screen = new Mesh(geometry, material);
-    screen.frustumCulled = false;
-    return screen;
 }

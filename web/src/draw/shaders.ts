@@ -74,10 +74,6 @@ export const screenVertex = `
 in vec3 position;
 void main() { gl_Position = vec4(position.xy, 0.0, 1.0); }`;
 
-/**
- * Closes gaps a few pixels wide: a pixel without a point takes the nearest in depth of its neighbours, where these
- * lie around it. Writes the distance in front of the viewer beside the colour of what is seen.
- */
 const depthReading = `
 precision highp float;
 uniform sampler2D uColor;
@@ -102,13 +98,52 @@ float depthAt(ivec2 at, float other) {
     return texelFetch(uColor, p, 0).a == 0.0 ? other : linearDepth(texelFetch(uDepth, p, 0).r);
 }`;
 
+/** Of how many pixels' width and height a pixel of the noise picture tells. */
+export const noiseCell = 4;
+
+/**
+ * Where kinks are all over a surface, as in the steps of depth cameras, they are noise: how much of it, 0 to 1. Kinks
+ * too large for that, as of trees and eaves, speak against it.
+ */
+export const noiseFragment = `${depthReading}
+out vec4 outColor;
+
+// How much a surface bends at a pixel, in widths of its points.
+float bendAt(ivec2 p, float d, float size, int n) {
+    float x = 0.5 * (depthAt(p + ivec2(n, 0), d) + depthAt(p - ivec2(n, 0), d)) - d;
+    float y = 0.5 * (depthAt(p + ivec2(0, n), d) + depthAt(p - ivec2(0, n), d)) - d;
+    float perUnit = uParallel ? uFocal : uFocal / d;
+    return max(abs(x), abs(y)) * perUnit / size;
+}
+
+void main() {
+    ivec2 at = ivec2(gl_FragCoord.xy * ${noiseCell.toFixed(1)});
+    float count = 0.0;
+    float kinks = 0.0;
+    float size = max(2.0, texelFetch(uColor, within(at), 0).a * 64.0);
+    int n = max(1, int(0.6 * size + 0.5));
+    for (int y = -3; y <= 3; ++y)
+        for (int x = -3; x <= 3; ++x) {
+            ivec2 p = within(at + ivec2(x, y) * 2 * n);
+            if (isEmpty(p))
+                continue;
+            float bend = bendAt(p, depthAt(p, 1.0), size, n);
+            count += 1.0;
+            kinks += bend > 6.0 ? -1.5 : (bend > 0.8 ? 1.0 : 0.0);
+        }
+    outColor = vec4(smoothstep(0.05, 0.2, kinks / max(count, 1.0)), 0.0, 0.0, 1.0);
+}`;
+
 /** Depth shading: eye-dome lighting and soft light from the upper left, over the surround. */
 export const shadeFragment = `${depthReading}
 uniform vec3 uBackground;
 uniform float uStrength;
 uniform float uScale;        // device pixels a CSS pixel
+uniform sampler2D uNoise;
 out vec4 outColor;
 
+// Closes gaps a few pixels wide: a pixel without a point takes the nearest in depth of its neighbours, where these lie
+// around it.
 ivec2 findPoint(ivec2 at) {
     if (!isEmpty(at))
         return at;
@@ -163,7 +198,8 @@ void main() {
     float depth = linearDepth(texelFetch(uDepth, at, 0).r);
     float perUnit = uParallel ? uFocal : uFocal / depth;
     int n = max(int(uScale + 0.5), int(0.6 * size + 0.5));
-    float noise = 0.45 * size;   // in pixels: rough surfaces and flat discs bend by no more
+    float share = texture(uNoise, gl_FragCoord.xy / vec2(textureSize(uColor, 0))).r;
+    float noise = mix(0.45, 4.5, share) * size; // in pixels: rough surfaces and flat discs bend by no more
 
     const ivec2 dirs[4] = ivec2[4](ivec2(1, 0), ivec2(0, 1), ivec2(1, 1), ivec2(1, -1));
     const int radii[3] = int[3](1, 2, 5);
@@ -180,7 +216,7 @@ void main() {
         }
         behind += weights[k] * sum * 0.25;
     }
-    float dome = exp(-uStrength * 0.9 * behind);
+    float dome = exp(-uStrength * 0.9 * (1.0 - 0.6 * share) * behind);
 
     int m = 2 * n;
     float reach = 3.0 * float(m) / perUnit;
@@ -191,6 +227,6 @@ void main() {
              - smoothDepth(at - ivec2(0, m), depthAt(at - ivec2(0, m), middle), reach, n)) * perUnit / float(m);
     vec3 normal = normalize(vec3(clamp(right, -1.5, 1.5), clamp(up, -1.5, 1.5), 1.0));
     float lit = clamp(dot(normal, vec3(-0.45, 0.60, 1.0)), 0.0, 1.35);
-    float share = uStrength * 0.42;
-    outColor = vec4(texel.rgb * dome * (1.0 - share + share * lit), 1.0);
+    float byLight = uStrength * 0.42 * (1.0 - 0.85 * share);
+    outColor = vec4(texel.rgb * dome * (1.0 - byLight + byLight * lit), 1.0);
 }`;
