@@ -14,6 +14,8 @@
 #include <fmt/format.h>
 
 #include <atomic>
+#include <chrono>
+#include <cstdlib>
 #include <exception>
 #include <random>
 #include <thread>
@@ -111,6 +113,19 @@ void WarnOfOthers(const std::string& sAddress, const CConsole& console)
                         sAddress));
 }
 
+/// Ends the program if what is still going on, the building of an octree for instance, does not notice soon
+/// that it is to stop. No file is being written.
+void EndSoon(int nStatus)
+{
+    std::thread(
+        [nStatus]
+        {
+            std::this_thread::sleep_for(std::chrono::seconds(2));
+            std::_Exit(nStatus);
+        })
+        .detach();
+}
+
 } // namespace
 
 void RunServer(const CServeOptions& options, const CConsole& console)
@@ -135,6 +150,7 @@ void RunServer(const CServeOptions& options, const CConsole& console)
     server.Wait();
     served.GetJobs().StopAll();
     const CServed::CProgress progress = served.GetProgress();
+    EndSoon(progress.eState == CServed::enumState::Failed ? 1 : 0);
     if (progress.eState == CServed::enumState::Failed)
         throw CFailure(options.input.sPath, progress.sCause);
 }

@@ -53,59 +53,55 @@ const std::vector<std::string>& GetTargets()
 }
 
 /// Words that parsers stumble over.
-const std::vector<std::string>& GetWords()
-{
-    static const std::vector<std::string> c_vecWords = {
-        "../",
-        "%2e%2e/",
-        "%00",
-        "%",
-        "%zz",
-        "nan",
-        "inf",
-        "-1",
-        "1e999",
-        "1e-999",
-        "99999999999999999999",
-        "0x10",
-        "",
-        "2147483647",
-        "2147483648",
-        "-2147483649",
-        "4294967295",
-        "\r\n",
-        "\n",
-        "\r",
-        " ",
-        "\t",
-        "&",
-        "=",
-        "?",
-        "#",
-        "//",
-        "\"",
-        "'",
-        "<script>",
-        "\xff\xfe",
-        "{}",
-        std::string(300, '9'),
-        std::string(2000, 'A'),
-        std::string(1, '\0'),
-        "Content-Length: 99999999999\r\n",
-        "Transfer-Encoding: chunked\r\n",
-        "Host: evil.example\r\n",
-        "Origin: null\r\n",
-        "HTTP/1.0",
-        "HTTP/2.0",
-        "POST",
-        "CONNECT",
-        ",,,,,,",
-        "1,2,3,4,5,6",
-        "token=",
-        "Expect: 100-continue\r\n",
-    };
-    return c_vecWords;
-}
+const std::vector<std::string> c_vecWords = {
+    "../",
+    "%2e%2e/",
+    "%00",
+    "%",
+    "%zz",
+    "nan",
+    "inf",
+    "-1",
+    "1e999",
+    "1e-999",
+    "99999999999999999999",
+    "0x10",
+    "",
+    "2147483647",
+    "2147483648",
+    "-2147483649",
+    "4294967295",
+    "\r\n",
+    "\n",
+    "\r",
+    " ",
+    "\t",
+    "&",
+    "=",
+    "?",
+    "#",
+    "//",
+    "\"",
+    "'",
+    "<script>",
+    "\xff\xfe",
+    "{}",
+    std::string(300, '9'),
+    std::string(2000, 'A'),
+    std::string(1, '\0'),
+    "Content-Length: 99999999999\r\n",
+    "Transfer-Encoding: chunked\r\n",
+    "Host: evil.example\r\n",
+    "Origin: null\r\n",
+    "HTTP/1.0",
+    "HTTP/2.0",
+    "POST",
+    "CONNECT",
+    ",,,,,,",
+    "1,2,3,4,5,6",
+    "token=",
+    "Expect: 100-continue\r\n",
+};
 
 /// Replaces, inserts, removes and repeats bytes and words.
 std::string Damage(std::string sRequest, CRandom& random)
@@ -118,7 +114,7 @@ std::string Damage(std::string sRequest, CRandom& random)
         switch (random.Int(0, 5))
         {
         case 0:
-            sRequest.insert(nAt, random.Pick(GetWords()));
+            sRequest.insert(nAt, random.Pick(c_vecWords));
             break;
         case 1:
             sRequest.erase(nAt, static_cast<std::size_t>(random.Int(1, 30)));
@@ -128,7 +124,7 @@ std::string Damage(std::string sRequest, CRandom& random)
                 sRequest[nAt] = static_cast<char>(random.Int(0, 255));
             break;
         case 3:
-            sRequest.replace(nAt, static_cast<std::size_t>(random.Int(0, 12)), random.Pick(GetWords()));
+            sRequest.replace(nAt, static_cast<std::size_t>(random.Int(0, 12)), random.Pick(c_vecWords));
             break;
         case 4:
             sRequest.insert(nAt, sRequest.substr(pos(), static_cast<std::size_t>(random.Int(1, 60))));
