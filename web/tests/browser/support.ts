@@ -7,7 +7,7 @@ import type { Vec3 } from '../../src/math/vec3';
 import type { Camera } from '../../src/view/Camera';
 import { View } from '../../src/view/View';
 
-export const size = { width: 640, height: 480 };
+export const size = { width: 480, height: 360 };
 const patience = 120_000; // milliseconds: software draws slowly, and builds may run beside
 
 export interface KnownPoint {
@@ -78,6 +78,7 @@ export class Served {
 export interface Pixels {
     readonly width: number;
     readonly height: number;
+    readonly data: Buffer;
     at(x: number, y: number): Vec3;
 }
 
@@ -147,7 +148,7 @@ export class Window {
             const i = 4 * (Math.round(y) * width + Math.round(x));
             return [data[i], data[i + 1], data[i + 2]];
         };
-        return { width, height, at };
+        return { width, height, data, at };
     }
 
     hash(): Promise<string> {
