@@ -39,5 +39,5 @@ await build({
     logLevel: 'warning',
 });
 const tests = files.map((name) => join(out, name.replace(/\.ts$/, '.mjs')));
-const { status } = spawnSync(process.execPath, ['--test', '--test-concurrency=1', ...tests], { stdio: 'inherit' });
+const { status } = spawnSync(process.execPath, ['--test', ...tests], { stdio: 'inherit' });
 process.exit(status ?? 1);
