@@ -115,6 +115,10 @@ CReply Answer(const CRequest& request, const CGate& gate, CServed& served)
     {
         return MakeLineReply(400, OnOneLine(error.what()));
     }
+    catch (const CFailure& failure) // of the file: it is not made for what is asked
+    {
+        return MakeLineReply(400, OnOneLine(failure.GetCause()));
+    }
     catch (const std::bad_alloc&)
     {
         return MakeLineReply(503, "not enough memory");

@@ -1,8 +1,7 @@
 #include <host/serve/CCloudVersion.h>
 
 #include <formats/Compact.h>
-#include <zor4data/CCldCadPnt.h>
-#include <zor4data/IPntCldListener.h>
+#include <zor4data/FindLodRuns.h>
 
 #include <cmath>
 #include <utility>
@@ -13,23 +12,21 @@ namespace zorcld
 namespace
 {
 
-constexpr int c_nBatch = 4096;
-
 /// 2 to this power is how many spacings the edge of a tile has.
 constexpr int c_nLogTileSteps = 7;
 
 /// No inner node of an octree lies below depth 20: at this level each leaf gives all of its points.
 constexpr int c_nMaxLevel = 15;
 
-class CPntCounter final : public IPntCldListener
+/// How many points the level of detail of a spacing has.
+std::int64_t CountPnts(const CPntCld& cloud, double dLod, CLodRuns& runs)
 {
-public:
-    void OnPnts(int nNumPnts, CCldCadPnt*) override { m_nNumPnts += nNumPnts; }
-    std::int64_t GetNumPnts() const { return m_nNumPnts; }
-
-private:
-    std::int64_t m_nNumPnts = 0;
-};
+    std::int64_t nNumPnts = 0;
+    if (FindLodRuns(cloud, dLod, 0, 0, 0, 0, runs))
+        for (const CPntRun& run : runs.vecRuns)
+            nNumPnts += run.nCount;
+    return nNumPnts;
+}
 
 } // namespace
 
@@ -45,21 +42,16 @@ double CCloudVersion::CalcLod(int nLevel) const
     return std::ldexp(m_root.nEdge / c_dCompactScale, -(nLevel + c_nLogTileSteps));
 }
 
-/// The first level that delivers what the whole octree holds. Each level costs as many points as it delivers,
-/// so that all of them together cost little more than the last.
-int CCloudVersion::CalcNumLevels()
+/// The first level that has what the whole octree holds. No point is looked at for that.
+int CCloudVersion::CalcNumLevels() const
 {
-    CPntCounter all;
-    m_cloud.GetPnts_Clip(&all, {}, c_nBatch);
-    m_bWhole = all.GetNumPnts() == m_arrays.nNumPnts && m_cloud.GetNumPnts() == m_arrays.nNumPnts;
-    for (int nLevel = 0; nLevel < c_nMaxLevel; ++nLevel)
-    {
-        CPntCounter thinned;
-        m_cloud.GetPnts_Lod(&thinned, CalcLod(nLevel), c_nBatch);
-        if (thinned.GetNumPnts() >= all.GetNumPnts())
-            return nLevel;
-    }
-    return c_nMaxLevel;
+    constexpr double c_dAll = 0.0; // no spacing
+    CLodRuns runs;
+    const std::int64_t nNumAll = CountPnts(m_cloud, c_dAll, runs);
+    int nLevel = 0;
+    while (nLevel < c_nMaxLevel && CountPnts(m_cloud, CalcLod(nLevel), runs) < nNumAll)
+        ++nLevel;
+    return nLevel;
 }
 
 } // namespace zorcld

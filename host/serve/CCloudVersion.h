@@ -31,21 +31,17 @@ public:
     /// The deepest level: its tiles hold every point.
     int GetNumLevels() const { return m_nNumLevels; }
 
-    /// Does each slot of the arrays hold a live point, and the octree know all of them?
-    bool IsWhole() const { return m_bWhole; }
-
     /// The spacing to which tiles of a level are thinned, coordinate units.
     double CalcLod(int nLevel) const;
 
 private:
-    int CalcNumLevels();
+    int CalcNumLevels() const;
 
     CPntCld m_cloud;
     std::string m_sName;
     std::int64_t m_nVersion;
     CPntArrays m_arrays;
     CRootCube m_root{};
-    bool m_bWhole = false;
     int m_nNumLevels = 0;
 };
 
