@@ -9,7 +9,7 @@ import type { Vec3 } from '../math/vec3';
 import { Gathering, toolKinds, type ToolName } from '../tools/tools';
 import { Ui } from '../ui/Ui';
 import { orbit, refocus, zoom, type Camera } from '../view/Camera';
-import { fitView, type Direction } from '../view/fitView';
+import { firstDirection, fitView, type Direction } from '../view/fitView';
 import type { View } from '../view/View';
 import { FrameLoop } from './FrameLoop';
 import { parseHash } from './hash';
@@ -59,7 +59,7 @@ export class App {
         this.#pointers = new Pointers(this.ui.canvas, this.#hands());
         bindKeys(this);
         const remembered = parseHash(location.hash);
-        const fitted = fitView(this.bounds(), { azimuth: 215, elevation: 35 }, this.aspect());
+        const fitted = fitView(this.bounds(), firstDirection(this.bounds()), this.aspect());
         this.change({ camera: fitted, ...remembered });
     }
 

@@ -25,6 +25,13 @@ export function fitView(box: Box, direction: Direction, aspect: number): Camera 
     return { target, distance, azimuth, elevation, parallel };
 }
 
+/** Where a cloud is first seen from: as the camera did, where its coordinates look like a depth camera's. */
+export function firstDirection({ min, max }: Box): Direction {
+    const deep = max[2] - min[2];
+    const around = [0, 1].every((k) => min[k] < 0 && max[k] > 0 && deep > 0.5 * (max[k] - min[k]));
+    return around && min[2] > 0 ? { azimuth: 180, elevation: -90 } : { azimuth: 215, elevation: 35 };
+}
+
 /** The least from which all corners are seen. */
 function findDistance(
     corners: readonly Vec3[],

@@ -5,7 +5,7 @@ import { angleAt, planArea } from '../../src/math/measures';
 import { formatMeasure, makeTicks, roundDown } from '../../src/math/numbers';
 import { distance, dot, length, unit, type Vec3 } from '../../src/math/vec3';
 import { basisOf, eyeOf, orbit, pan, refocus, zoom, type Camera } from '../../src/view/Camera';
-import { fitView } from '../../src/view/fitView';
+import { firstDirection, fitView } from '../../src/view/fitView';
 import { View } from '../../src/view/View';
 
 const far: Vec3 = [4000000.1234, 5500000.4321, 123.45];
@@ -121,4 +121,10 @@ test('Numbers_MeasuresHaveDecimalsThatMatter', () => {
     assert.equal(formatMeasure(1.23456), '1.235');
     assert.equal(formatMeasure(12.3456), '12.35');
     assert.equal(formatMeasure(1234567.8), '1\u202f234\u202f568');
+});
+
+test('FirstDirection_DepthCamerasAsTheySaw', () => {
+    assert.equal(firstDirection({ min: [-2, -1.5, 1], max: [1.5, 1.5, 5] }).elevation, -90);
+    assert.equal(firstDirection({ min: [0, 0, 290], max: [500, 500, 330] }).elevation, 35);
+    assert.equal(firstDirection({ min: [-50, -50, -1], max: [50, 50, 20] }).elevation, 35);
 });
