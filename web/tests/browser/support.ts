@@ -97,6 +97,7 @@ export class Window {
             executablePath: process.env.CHROMIUM ?? 'chromium',
             args: ['--no-sandbox', '--use-angle=swiftshader', '--enable-unsafe-swiftshader', '--disable-dev-shm-usage'],
             defaultViewport: size,
+            timeout: patience,
             protocolTimeout: patience,
         });
         const window = new Window(browser, await browser.newPage());
