@@ -18,13 +18,17 @@ constexpr int c_nLogTileSteps = 7;
 /// No inner node of an octree lies below depth 20: at this level each leaf gives all of its points.
 constexpr int c_nMaxLevel = 15;
 
-/// How many points the level of detail of a spacing has.
+/// How many points the level of detail of a spacing has. Counted by cubes of a level above all limits, so
+/// that there are never the runs of the whole cloud at once.
 std::int64_t CountPnts(const CPntCld& cloud, double dLod, CLodRuns& runs)
 {
+    constexpr int c_nLevel = 2;
+    constexpr int c_nNumCubes = 1 << (3 * c_nLevel);
     std::int64_t nNumPnts = 0;
-    if (FindLodRuns(cloud, dLod, 0, 0, 0, 0, runs))
-        for (const CPntRun& run : runs.vecRuns)
-            nNumPnts += run.nCount;
+    for (int n = 0; n < c_nNumCubes; ++n)
+        if (FindLodRuns(cloud, dLod, c_nLevel, n >> 4, (n >> 2) & 3, n & 3, runs))
+            for (const CPntRun& run : runs.vecRuns)
+                nNumPnts += run.nCount;
     return nNumPnts;
 }
 
