@@ -4,6 +4,8 @@
 #include <bench/CMmSum.h>
 #include <octree/CTruncPnt.h>
 #include <sample/CSampleTerrain.h>
+#include <tests/support/CNoColors.h>
+#include <tests/support/CSumListener.h>
 #include <zor4data/CPntCld.h>
 
 #include <cstdint>
@@ -11,33 +13,6 @@
 #include <memory>
 #include <string>
 #include <vector>
-
-/// Sets no colour and counts nothing: the cheapest colour listener a host can have.
-class CNoColors final : public ICldColorListener
-{
-public:
-    void GetColor(double, float&, float&, float&) override {}
-    void SetZRange(double, double) override {}
-};
-
-/// Counts points and adds up their indices, or their coordinates, so that a delivery cannot be left out.
-class CSumListener final : public IPntCldListener
-{
-public:
-    void OnPnts(int nNumPnts, CCldCadPnt* pPnts) override
-    {
-        for (int i = 0; i < nNumPnts; ++i)
-        {
-            m_nSum += static_cast<std::uint64_t>(pPnts[i].m_nIndex) + 1U;
-            m_dSumZ += pPnts[i].m_pnt.z;
-        }
-        m_nNumPnts += nNumPnts;
-    }
-
-    std::int64_t m_nNumPnts = 0;
-    std::uint64_t m_nSum = 0;
-    double m_dSumZ = 0.0;
-};
 
 /// The synthetic terrain, seed 1, made once for each size.
 const std::vector<CSamplePnt>& GetTerrain(std::int64_t nNumPnts);

@@ -1,38 +1,17 @@
 #include <bench/BuildCases.h>
-
-#include <nanoflann.hpp>
+#include <bench/CNanoflannPnts.h>
 
 #include <memory>
 
 namespace
 {
 
-/// The compact points as nanoflann wants to see them.
-struct CPnts
-{
-    std::size_t kdtree_get_point_count() const { return vecPnts.size(); }
-
-    double kdtree_get_pt(std::size_t i, std::size_t nAxis) const
-    {
-        const CTruncPnt& pnt = vecPnts[i];
-        return nAxis == 0 ? pnt.m_nX : nAxis == 1 ? pnt.m_nY : pnt.m_nZ;
-    }
-
-    template <class TBox>
-    bool kdtree_get_bbox(TBox&) const
-    {
-        return false; // it finds the box itself
-    }
-
-    const std::vector<CTruncPnt>& vecPnts;
-};
-
-using TTree =
-    nanoflann::KDTreeSingleIndexAdaptor<nanoflann::L2_Simple_Adaptor<double, CPnts>, CPnts, 3, std::uint32_t>;
+using TPnts = CNanoflannPnts<CTruncPnt>;
+using TTree = TNanoflannTree<CTruncPnt, 3>;
 
 std::uint64_t BuildNanoflann(std::int64_t nNum, bool bShuffled, CCpuTimer& timer)
 {
-    const CPnts pnts{GetBuildPnts(nNum, bShuffled)};
+    const TPnts pnts{GetBuildPnts(nNum, bShuffled)};
     std::unique_ptr<TTree> pTree;
     timer.Measure(
         [&] { pTree = std::make_unique<TTree>(3, pnts, nanoflann::KDTreeSingleIndexAdaptorParams(10)); });

@@ -1,10 +1,9 @@
 // The nearest point to a place, beside nanoflann's k-d tree.
 
 #include <bench/BenchTable.h>
+#include <bench/CNanoflannPnts.h>
 #include <bench/PickCases.h>
 #include <zor4data/PickPnt.h>
-
-#include <nanoflann.hpp>
 
 #include <memory>
 
@@ -16,39 +15,19 @@ using zor::geom::PNT_3D;
 
 constexpr int c_nNumPlaces = 20000;
 
-/// The cloud's points as nanoflann wants to see them, in plan or in space.
-struct CPnts
-{
-    std::size_t kdtree_get_point_count() const { return vecPnts.size(); }
-
-    double kdtree_get_pt(std::size_t i, std::size_t nAxis) const
-    {
-        const PNT_3D& pnt = vecPnts[i];
-        return nAxis == 0 ? pnt.x : nAxis == 1 ? pnt.y : pnt.z;
-    }
-
-    template <class TBox>
-    bool kdtree_get_bbox(TBox&) const
-    {
-        return false; // it finds the box itself
-    }
-
-    const std::vector<PNT_3D>& vecPnts;
-};
-
+using TPnts = CNanoflannPnts<PNT_3D>;
 template <int NumAxes>
-using TTree = nanoflann::KDTreeSingleIndexAdaptor<nanoflann::L2_Simple_Adaptor<double, CPnts>, CPnts, NumAxes,
-                                                  std::uint32_t>;
+using TTree = TNanoflannTree<PNT_3D, NumAxes>;
 
 template <int NumAxes>
 const TTree<NumAxes>& GetTree(std::int64_t nNum)
 {
     static std::int64_t nMadeFor = -1;
-    static std::unique_ptr<CPnts> pPnts;
+    static std::unique_ptr<TPnts> pPnts;
     static std::unique_ptr<TTree<NumAxes>> pTree;
     if (nMadeFor != nNum)
     {
-        pPnts.reset(new CPnts{GetCldPnts(nNum)});
+        pPnts.reset(new TPnts{GetCldPnts(nNum)});
         pTree =
             std::make_unique<TTree<NumAxes>>(NumAxes, *pPnts, nanoflann::KDTreeSingleIndexAdaptorParams(10));
         nMadeFor = nNum;

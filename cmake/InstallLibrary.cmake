@@ -6,14 +6,11 @@ install(TARGETS zor4data EXPORT zor4dataTargets
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 
 set(_zor_include ${CMAKE_INSTALL_INCLUDEDIR}/zor4data-0)
-# Of the lower layers what a host may use: tests/api/every_call.cpp calls each function in it.
-install(FILES zor0lang/DoubleDaString.h zor0lang/Export.h zor0lang/LongDaStringNullZero.h zor0lang/String.h
-  zor0lang/StringTrimBoth.h DESTINATION ${_zor_include}/zor0lang)
-install(FILES zor1math/Log2.h DESTINATION ${_zor_include}/zor1math)
-install(FILES zor3geom/BOOL_OP.h zor3geom/CalcRectPlanes.h zor3geom/DoBoolOperation.h zor3geom/IsPntInsidePolygon.h
-  zor3geom/LINE_2D.h zor3geom/PAR_LINE_2D.h zor3geom/PLANE_3D.h zor3geom/PNT_2D.h zor3geom/PNT_3D.h
-  zor3geom/RECT_2D.h zor3geom/RECT_3D.h zor3geom/TMultiPartPolygon.h zor3geom/TPlanBox.h zor3geom/Undefined.h
-  DESTINATION ${_zor_include}/zor3geom)
+include(ExportedHeaders)
+foreach(_zor_header IN LISTS ZOR4DATA_LOWER_HEADERS)
+  get_filename_component(_zor_folder ${_zor_header} DIRECTORY)
+  install(FILES ${_zor_header} DESTINATION ${_zor_include}/${_zor_folder})
+endforeach()
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/zor4data DESTINATION ${_zor_include} FILES_MATCHING PATTERN "*.h")
 # The exported class holds its stores by value: their declaration goes with it.
 install(FILES cloud/COcTree.h DESTINATION ${_zor_include}/cloud)

@@ -3,35 +3,12 @@
 #include <companions/LookAtFile.h>
 #include <formats/CByteReader.h>
 #include <formats/FindFileKind.h>
-#include <formats/FindPathCause.h>
+#include <formats/OpenRegularFile.h>
 
 #include <array>
-#include <cerrno>
-#include <system_error>
 
 namespace
 {
-
-std::string TextOf(int nError)
-{
-    return std::generic_category().message(nError);
-}
-
-/// Opens a file that has bytes. @return null, and the cause, where there is none.
-CFilePtr OpenFile(const zor::String& sPath, CFileCause& cause)
-{
-    cause = FindPathCause(sPath.c_str());
-    if (cause.IsRefusal())
-        return nullptr;
-    CFilePtr pFile(std::fopen(sPath.c_str(), "rb"));
-    if (pFile == nullptr)
-        cause = {FileCause_NotOpened, "cannot be opened: " + TextOf(errno)};
-    else if (fseeko(pFile.get(), 0, SEEK_END) == 0 && ftello(pFile.get()) == 0)
-        cause = {FileCause_Empty, "is empty"};
-    else if (fseeko(pFile.get(), 0, SEEK_SET) != 0)
-        cause = {FileCause_NotOpened, "cannot be read: " + TextOf(errno)};
-    return cause.IsRefusal() ? nullptr : std::move(pFile);
-}
 
 enumPntCldFile FindKindOf(std::FILE* pFile)
 {
@@ -40,11 +17,12 @@ enumPntCldFile FindKindOf(std::FILE* pFile)
     return FindFileKind({acBytes.data(), nNum});
 }
 
-CFileLook Look(const zor::String& sPath, enumPntCldFile eType)
+CFileLook Look(const zor::String& sPath, enumPntCldFile eType, bool bLosses)
 {
     CFileLook look;
+    look.bLosses = bLosses;
     look.facts.eType = eType;
-    if (CFilePtr pFile = OpenFile(sPath, look.cause))
+    if (CFilePtr pFile = OpenRegularFile(sPath.c_str(), look.cause))
         LookAtFile(sPath, std::move(pFile), look);
     return look;
 }
@@ -65,7 +43,7 @@ CFileFacts FindFileFacts(const zor::String& sPath)
 {
     CFileLook look;
     {
-        const CFilePtr pFile = OpenFile(sPath, look.cause);
+        const CFilePtr pFile = OpenRegularFile(sPath.c_str(), look.cause);
         if (pFile == nullptr)
             return TakeFacts(std::move(look));
         look.facts.eType = FindKindOf(pFile.get());
@@ -78,12 +56,12 @@ CFileFacts FindFileFacts(const zor::String& sPath)
 
 CFileFacts FindFileFacts(const zor::String& sPath, enumPntCldFile eType)
 {
-    return TakeFacts(Look(sPath, eType));
+    return TakeFacts(Look(sPath, eType, false));
 }
 
 std::vector<CFileLoss> FindFileLosses(const zor::String& sPath, enumPntCldFile eType)
 {
-    const CFileLook look = Look(sPath, eType);
+    const CFileLook look = Look(sPath, eType, true);
     std::vector<CFileLoss> vecLosses;
     if (look.cause.IsRefusal())
         return vecLosses;

@@ -13,6 +13,7 @@
 #include <formats/LasFindings.h>
 #include <formats/NativeFacts.h>
 #include <formats/NativeFindings.h>
+#include <formats/PlyFacts.h>
 #include <formats/PlyFindings.h>
 #include <io/las/CLasReader.h>
 
@@ -34,14 +35,15 @@ void SetBounds(const std::array<double, 3>& adMin, const std::array<double, 3>& 
 
 void LookAtNative(CByteReader& reader, CFileLook& look)
 {
-    const CNativeFacts native = FindNativeFacts(reader);
+    const CNativeFacts native = look.bLosses ? FindNativeFacts(reader) : FindNativeHead(reader);
     const CNativeHeader& header = native.header;
     look.cause = header.FindCause();
     if (!header.IsTypeKnown())
         return;
     look.facts.nAnnounced = std::max<std::int64_t>(header.nNumPnts, 0);
     look.facts.bColor = header.nType == 1;
-    look.vecFindings = FindNativeFindings(native);
+    if (look.bLosses)
+        look.vecFindings = FindNativeFindings(native);
     if (!native.bTreeHeader || native.nNumHeld == 0 || !native.treeHeader.IsPossible())
         return;
     std::array<double, 3> adMin{};
@@ -56,17 +58,6 @@ void LookAtNative(CByteReader& reader, CFileLook& look)
     SetBounds(adMin, adMax, look.facts);
 }
 
-bool HasColors(const CPlyHeader& header, const CPlyElement& vertices)
-{
-    const CPlyProperty* const pProps = header.GetProperties(vertices);
-    const auto hasRole = [&](enumPlyRole eRole)
-    {
-        return std::any_of(pProps, pProps + vertices.nNumProps,
-                           [&](const CPlyProperty& prop) { return prop.eRole == eRole; });
-    };
-    return hasRole(PlyRole_Red) && hasRole(PlyRole_Green) && hasRole(PlyRole_Blue);
-}
-
 void LookAtPly(CByteReader& reader, CFileLook& look)
 {
     CPlyMeaning meaning;
@@ -79,13 +70,8 @@ void LookAtPly(CByteReader& reader, CFileLook& look)
     }
     reader.SetOnBlock(nullptr);
     look.cause = walk.GetCause();
-    const CPlyElement* const pVertices = header.FindVertices();
-    if (pVertices != nullptr && header.HasCoords(*pVertices))
-    {
-        look.facts.nAnnounced = pVertices->nAnnounced;
-        look.facts.bColor = HasColors(header, *pVertices);
-    }
-    if (look.cause.IsRefusal() || !meaning.GetCause().empty())
+    look.facts = FindPlyFacts(header);
+    if (!look.bLosses || look.cause.IsRefusal() || !meaning.GetCause().empty())
         return;
     look.vecFindings = FindPlyFindings(meaning);
     const CMadeSource made = MakePlySource(meaning, reader);
@@ -112,6 +98,16 @@ bool HasTakenCell(std::FILE* pFile, bool& bHeader)
     return bCell;
 }
 
+/// Counts beyond the library's are none by their words.
+CFileCause FindNoCellsCause(const CAsciiGridMeaning& meaning)
+{
+    CFileCause cause = meaning.FindCause();
+    if (cause.empty())
+        cause = {FileCause_GridNoCells,
+                 "no cell holds a height: there are none, or all have the no-data value"};
+    return cause;
+}
+
 /// The words tell why, the library's own reading tells whether.
 void LookAtGrid(CByteReader& reader, CFileLook& look)
 {
@@ -122,14 +118,13 @@ void LookAtGrid(CByteReader& reader, CFileLook& look)
     if (bCell)
         look.cause.eCause = FileCause_None;
     else if (bHeader && look.cause.empty())
-        look.cause = {FileCause_GridNoCells,
-                      "no cell holds a height: there are none, or all have the no-data value"};
+        look.cause = FindNoCellsCause(meaning);
     else if (bHeader)
         look.cause.eCause = FileCause_GridNoCells;
     else if (!look.cause.IsRefusal())
         look.cause = {FileCause_GridLine,
                       "its header has a line that is no key with a value, or too long a one"};
-    if (!look.cause.IsRefusal())
+    if (look.bLosses && !look.cause.IsRefusal())
         look.vecFindings = FindAsciiGridFindings(meaning);
 }
 
@@ -141,10 +136,13 @@ void LookAtLas(const zor::String& sPath, CFileLook& look)
     if (!bLet)
         return;
     const CLasHeader& header = guard.GetHeader();
-    look.facts.nAnnounced = header.nNumPnts;
+    // The file's count has 64 bits and no sign.
+    look.facts.nAnnounced = header.GetNumAnnounced();
     look.facts.bColor = header.IsColorTaken();
     if (header.nNumPnts != 0)
         SetBounds(header.adMin, header.adMax, look.facts);
+    if (!look.bLosses)
+        return;
     look.vecFindings = FindLasFindings(guard, false);
     if (header.HasColor() && !header.IsColorTaken())
         look.vecFindings.push_back(FindUntakenColors(header, false));

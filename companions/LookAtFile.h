@@ -12,6 +12,7 @@
 /// What has been found in a file.
 struct CFileLook
 {
+    bool bLosses = false;              ///< are losses asked for? They may take longer
     CFileFacts facts;                  ///< but for the cause
     CFileCause cause;                  ///< one that is no refusal is a loss
     std::vector<CFinding> vecFindings; ///< of a file that is not refused

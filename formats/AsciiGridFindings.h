@@ -11,4 +11,7 @@ struct CAsciiGridMeaning;
 /// the library refuses.
 std::vector<CFinding> FindAsciiGridFindings(const CAsciiGridMeaning& meaning);
 
+/// @return that tabs separate values.
+CFinding FindAsciiGridTabs();
+
 #endif

@@ -2,6 +2,7 @@
 
 #include <formats/AsciiGridKeys.h>
 #include <formats/CByteReader.h>
+#include <formats/MakePrintable.h>
 #include <formats/ParseDouble.h>
 
 #include <algorithm>
@@ -73,6 +74,22 @@ bool TakeLine(CAsciiGridMeaning& meaning, const std::string& sLine)
     return true;
 }
 
+/// @return whether only a tab separates two words of a line.
+bool HasTabs(std::string_view sLine)
+{
+    std::size_t nEnd = sLine.find_last_not_of(c_sSpace) + 1; // 0: no word
+    for (std::size_t n = std::min(sLine.find_first_not_of(c_sSpace), nEnd); n < nEnd;)
+    {
+        n = std::min(sLine.find_first_of(c_sSpace, n), nEnd);
+        const std::size_t nNext = std::min(sLine.find_first_not_of(c_sSpace, n), nEnd);
+        const std::string_view sSeparator = sLine.substr(n, nNext - n);
+        if (sSeparator.find('\t') != sSeparator.npos && sSeparator.find(' ') == sSeparator.npos)
+            return true;
+        n = nNext;
+    }
+    return false;
+}
+
 std::string Spellings(const std::string& sOddKey)
 {
     const CAsciiGridKey& key = c_aAsciiGridKeys[FindAsciiGridKey(sOddKey)];
@@ -114,8 +131,8 @@ CFileCause CAsciiGridMeaning::FindDifference() const
             FileCause_GridCellWidth,
             "its header gives width and height of cells (dx, dy): only square cells (cellsize) are loaded"};
     if (!sOddKey.empty())
-        return {FileCause_GridKey,
-                "its header has the key '" + sOddKey + "': only " + Spellings(sOddKey) + " is accepted"};
+        return {FileCause_GridKey, "its header has the key '" + MakePrintableName(sOddKey) + "': only " +
+                                       Spellings(sOddKey) + " is accepted"};
     if (bTabs)
         return {FileCause_GridTab, "a tab separates key and value in its header: only blanks do"};
     CFileCause cause = FindCause();
@@ -148,6 +165,7 @@ CAsciiGridMeaning ReadAsciiGridMeaning(CByteReader& reader)
             break;
         meaning.nDataOffset = reader.GetPos();
     }
+    meaning.bTabsInRow = HasTabs(sLine);
     reader.SetPos(meaning.nDataOffset);
     return meaning;
 }

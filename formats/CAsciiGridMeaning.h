@@ -46,8 +46,9 @@ struct CAsciiGridMeaning
     std::optional<double> cellWidth; ///< where it is given apart from the height
     std::optional<double> cellHeight;
 
-    std::string sOddKey;          ///< the first one that the library does not take, as written
-    bool bTabs = false;           ///< a key and its value are separated by a tab
+    std::string sOddKey;     ///< the first one that the library does not take, as written
+    bool bTabs = false;      ///< a key and its value are separated by a tab
+    bool bTabsInRow = false; ///< values of the first row are separated by tabs, as far as it is looked at
     std::int64_t nDataOffset = 0; ///< position of the first byte behind the header
 
     CAsciiGridHeader taken;             ///< as the library takes it

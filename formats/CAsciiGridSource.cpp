@@ -1,8 +1,10 @@
 #include <formats/CAsciiGridSource.h>
 
+#include <formats/AsciiGridFindings.h>
 #include <formats/CAsciiGridMeaning.h>
 #include <formats/CByteReader.h>
 #include <formats/CountOf.h>
+#include <formats/MakePrintable.h>
 #include <formats/ParseDouble.h>
 
 #include <cmath>
@@ -19,6 +21,7 @@ class CRowReader
 public:
     explicit CRowReader(CByteReader& reader) : m_reader(reader) {}
 
+    /// @return whether values have been read that only a tab separates.
     bool HasTabs() const { return m_bTabs; }
 
     /// @return false at the end of the row, whose line feed is taken, or of the file.
@@ -34,15 +37,28 @@ public:
                 return true;
             static_cast<void>(m_reader.Get());
             if (bEnd)
+            {
+                m_cSeparator = ' '; // nothing stands before the first one of a row
                 return false;
-            m_bTabs = m_bTabs || c == '\t';
-            if (!bSpace && sWord.size() < c_nMaxWord)
-                sWord += static_cast<char>(c);
+            }
+            if (bSpace)
+                m_cSeparator = m_cSeparator == ' ' ? ' ' : static_cast<char>(c);
+            else
+                TakeLetter(static_cast<char>(c), sWord);
         }
     }
 
 private:
+    void TakeLetter(char c, std::string& sWord)
+    {
+        m_bTabs = m_bTabs || m_cSeparator == '\t';
+        m_cSeparator = '\0';
+        if (sWord.size() < c_nMaxWord)
+            sWord += c;
+    }
+
     CByteReader& m_reader;
+    char m_cSeparator = ' '; // what has come since the last word: a blank if there was one
     bool m_bTabs = false;
 };
 
@@ -156,11 +172,11 @@ std::vector<CFinding> CAsciiGridSource::GetFindings() const
         add("grid-long-rows", CountOf(m_nNumLong, "row") + OneOrMany(m_nNumLong, " has", " have") + " more" +
                                   sColumns + "the rest is not taken");
     if (m_bTabs)
-        add("grid-tabs", "tabs separate its values: only the first value of such a run is taken", true);
+        vecFindings.push_back(FindAsciiGridTabs());
     if (m_nNumOdd > 0)
         add("grid-not-numbers",
             CountOf(m_nNumOdd, "value") + OneOrMany(m_nNumOdd, " is not a number", " are not numbers") +
-                ", the first is '" + m_sOddWord +
+                ", the first is '" + MakePrintableName(m_sOddWord) +
                 "': a value that begins with a number counts as that number, any other one as 0");
     return vecFindings;
 }

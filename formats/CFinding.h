@@ -10,6 +10,7 @@ struct CFinding
     std::string sText;     ///< for people, without a full stop
     bool bConvert = false; ///< `zorcld convert` makes a file without it: it reads files as they are meant
     std::string sHint;     ///< what else helps; often empty
+    bool bPart = false;    ///< the file that `zorcld convert` makes lacks what this one lacks
 };
 
 #endif

@@ -49,6 +49,10 @@ public:
     /// Where compressed points end, of which only that is known, see CLazGuard; 0: their number is known.
     std::int64_t GetPosEnd() const noexcept { return m_nPosEnd; }
 
+    /// Are the points compressed as one stream, which does not tell how many they are?
+    /// REQUIRES: Check has returned true.
+    bool IsOneStream() const noexcept { return m_bHasCompressor && m_laz.IsOneStream(); }
+
     /// The records before the points, from the first on. REQUIRES: Check has returned true.
     CLasRecords GetRecords() { return {m_file, m_header}; }
 

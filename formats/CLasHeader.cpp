@@ -140,16 +140,21 @@ std::int64_t CLasHeader::CalcNumHeld() const
     return std::max<std::int64_t>(nFileSize - nPosPnts, 0) / nSize;
 }
 
+std::int64_t CLasHeader::FindPosEnd() const
+{
+    std::int64_t nEnd = nFileSize;
+    for (const std::int64_t nPosOther : {nPosWaveforms, nNumLater > 0 ? nPosLater : 0})
+        if (nPosOther > nPosPnts)
+            nEnd = std::min(nEnd, nPosOther);
+    return nEnd;
+}
+
 std::int64_t CLasHeader::CalcNumThere() const
 {
     const int nSize = CalcPntSize();
     if (bCompressed || nSize <= 0)
         return -1;
-    std::int64_t nEnd = nFileSize;
-    for (const std::int64_t nPosOther : {nPosWaveforms, nNumLater > 0 ? nPosLater : 0})
-        if (nPosOther > nPosPnts)
-            nEnd = std::min(nEnd, nPosOther);
-    const std::int64_t nNumBytes = std::max<std::int64_t>(nEnd - nPosPnts, 0);
+    const std::int64_t nNumBytes = std::max<std::int64_t>(FindPosEnd() - nPosPnts, 0);
     const std::int64_t nNum = nNumBytes / nSize;
     const bool bOther = nNumBytes % nSize != 0 && nNumPnts > 0;
     return bOther ? std::min(nNum, nNumPnts) : nNum;

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -62,6 +63,17 @@ struct CLasHeader
     /// Counts of headers are often too low, above all where a file was not finished. What lies behind the
     /// announced points counts as points where it is a whole number of them, or where none are announced.
     ///
+    /// @return where the points end at the latest: where something else that the header names begins behind
+    ///         them, else the file's size.
+    std::int64_t FindPosEnd() const;
+
+    /// @return the count that holds, as far as it is a number of this type: a count of 2^63 and more is the
+    ///         largest one.
+    std::int64_t GetNumAnnounced() const noexcept
+    {
+        return nNumPnts < 0 ? std::numeric_limits<std::int64_t>::max() : nNumPnts;
+    }
+
     /// @return points that stand before what else the file has; -1 of a compressed file.
     std::int64_t CalcNumThere() const;
 

@@ -43,7 +43,7 @@ public:
 
     std::int64_t GetNumAnnounced() const override
     {
-        return std::max(m_header.nNumPnts, m_guard.GetLeastNumPnts());
+        return std::max(m_header.GetNumAnnounced(), m_guard.GetLeastNumPnts());
     }
 
     std::string ForEach(const TOnPnt& onPnt) override
@@ -53,23 +53,38 @@ public:
             return "its LAS data are damaged or cut off";
         const laszip_point_struct* pPnt = nullptr;
         m_leftOut = CLasLeftOut();
-        for (m_nNumRead = 0; IsMoreToRead(reader) && (pPnt = reader.Read()) != nullptr; ++m_nNumRead)
+        m_nNumRead = 0;
+        while (IsMoreToRead(reader) && (pPnt = reader.Read()) != nullptr)
         {
-            m_leftOut.Add(*pPnt);
-            onPnt(SourceFromLasPnt(*pPnt));
+            ++m_nNumRead;
+            const CSourcePnt pnt = SourceFromLasPnt(*pPnt);
+            if (!m_isCounted || m_isCounted(pnt))
+                m_leftOut.Add(*pPnt);
+            onPnt(pnt);
         }
+        m_nNumBytesLeft = std::max<std::int64_t>(m_header.FindPosEnd() - reader.GetPos(), 0);
         return {};
+    }
+
+    std::int64_t GetNumUntaken() const override
+    {
+        return std::max<std::int64_t>(m_nNumRead - m_header.GetNumAnnounced(), 0);
     }
 
     /// Of a compressed file, only reading it tells how many points it holds.
     std::vector<CFinding> GetFindings() const override
     {
-        if (m_header.bCompressed && m_nNumRead < m_header.nNumPnts)
-            return {FindUnreadPnts(m_header.nNumPnts, m_nNumRead)};
-        if (m_nNumRead > std::max(m_header.nNumPnts, m_guard.GetLeastNumPnts())) // else the head tells
-            return {FindUntakenPnts(m_header.nNumPnts, m_nNumRead, true, true)};
+        if (m_header.bCompressed && m_nNumRead < m_header.GetNumAnnounced())
+            return {FindUnreadPnts(m_header.GetNumAnnounced(), m_nNumRead, true)};
+        if (m_nNumRead >
+            std::max(m_header.GetNumAnnounced(), m_guard.GetLeastNumPnts())) // else the head tells
+            return {FindUntakenPnts(m_header.GetNumAnnounced(), m_nNumRead, true, true)};
+        if (m_guard.IsOneStream() && m_nNumBytesLeft > 0)
+            return {FindBytesBehind(m_header.GetNumAnnounced(), m_nNumBytesLeft)};
         return {};
     }
+
+    void CountLeftOutOf(const TIsCounted& isCounted) override { m_isCounted = isCounted; }
 
     std::vector<CLeftOut> GetLeftOut() const override
     {
@@ -108,7 +123,9 @@ private:
     CLasGuard& m_guard;
     const CLasHeader& m_header;
     std::int64_t m_nNumRead = 0;
+    std::int64_t m_nNumBytesLeft = 0; // behind the last point
     CLasLeftOut m_leftOut;
+    TIsCounted m_isCounted; // empty: every point is
 };
 
 } // namespace

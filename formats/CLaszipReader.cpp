@@ -46,7 +46,15 @@ const laszip_point* CLaszipReader::Read()
         return nullptr;
     --m_nLeftInChunk;
     m_file.StartHere();
-    return laszip_read_point(m_pLaszip) == 0 || TellFailure() ? m_pPnt : nullptr;
+    const bool bRead = laszip_read_point(m_pLaszip) == 0 || TellFailure();
+    return bRead && !IsBehindPnts() ? m_pPnt : nullptr;
+}
+
+/// LASzip goes on behind the last point where the header announces more, and takes the table of chunks for
+/// code. After each point it has taken as many bytes as were written with it, and no more.
+bool CLaszipReader::IsBehindPnts() const noexcept
+{
+    return m_guard.GetPosEnd() > 0 && m_file.GetPos() > m_guard.GetPosEnd();
 }
 
 /// LASzip tells a lack of memory from damaged data in its message only: everything that is thrown in it but

@@ -36,14 +36,15 @@ public:
     /// How far LASzip has taken the file.
     std::int64_t GetPos() const noexcept { return m_file.GetPos(); }
 
-    /// @return the next point, until the next call; null where the points end or cannot be decoded. It is not
-    /// to
-    ///         be called for more points than the guard's GetMaxNumPnts. REQUIRES: IsOpen.
+    /// @return the next point, until the next call; null where the points end or cannot be decoded, or what
+    ///         has been decoded is not all of it the code of points. It is not to be called for more points
+    ///         than the guard's GetMaxNumPnts. REQUIRES: IsOpen.
     const laszip_point* Read();
 
 private:
     bool Open();
     bool EnterChunk();
+    bool IsBehindPnts() const noexcept;
     bool TellFailure();
 
     CLasGuard& m_guard;

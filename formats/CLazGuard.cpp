@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bitset>
 
 namespace
 {
@@ -112,16 +113,19 @@ bool CLazGuard::CheckCompressor(std::int64_t nPos, std::uint16_t nSize)
                   "it is compressed in an unknown way, or what it says of its points is damaged");
 }
 
-/// The parts of a point: together as many bytes as a point, and of the kind that the compressor takes.
+/// The parts of a point: together as many bytes as a point, of the kind that the compressor takes, and each
+/// once: of two parts of extra bytes, the library frees the place of the first and then writes there.
 bool CLazGuard::CheckItems(std::int64_t nPos, std::uint16_t nNumItems)
 {
     std::uint32_t nSumSizes = 0;
     std::size_t nNumLayers = 0;
+    std::bitset<LasLayout::c_aItemTypes.size()> seen;
     for (std::uint16_t i = 0; i < nNumItems; ++i, nPos += sizeof(CLazItem))
     {
         CLazItem item{};
-        if (!m_file.ReadAt(nPos, item) || !IsKnown(item, m_bLayered))
+        if (!m_file.ReadAt(nPos, item) || !IsKnown(item, m_bLayered) || seen[item.nType])
             return false;
+        seen.set(item.nType);
         nSumSizes += item.nSize;
         if (m_bLayered)
             nNumLayers += CountLayers(item);

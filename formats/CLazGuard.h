@@ -54,6 +54,8 @@ public:
     /// Points of every chunk but the last; 0: chunks of variable size, or none.
     std::uint32_t GetChunkSize() const noexcept { return m_bVariable ? 0 : m_nChunkSize; }
 
+    bool IsOneStream() const noexcept { return !m_bVariable && m_nChunkSize == 0; }
+
     /// For CLazFile: with it LASzip does not look at the table, of which a damaged one, or a lack of memory
     /// while it is read, is its death. It needs that of chunks of variable size.
     std::vector<CFilePatch> GetPatches() const;

@@ -1,5 +1,6 @@
 #include <formats/CPlacedFile.h>
 
+#include <array>
 #include <cerrno>
 #include <climits>
 #include <cstdio>
@@ -8,29 +9,71 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/random.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace
 {
 
-/// The rights of the file that will be replaced; of a new one those that the user's mask leaves.
+bool IsRegular(const std::string& sPath, struct stat& status) noexcept
+{
+    return stat(sPath.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+/// The rights of the file that will be replaced; of a new one those that everybody is granted, of which the
+/// system takes what the user's mask takes.
 mode_t FindMode(const std::string& sTarget) noexcept
 {
     struct stat old = {};
-    if (stat(sTarget.c_str(), &old) == 0 && S_ISREG(old.st_mode))
-        return old.st_mode & 0777U;
-    const mode_t nMask = umask(0);
-    umask(nMask);
-    return 0666U & ~nMask;
+    return IsRegular(sTarget, old) ? old.st_mode & 0777U : mode_t{0666};
 }
 
-/// @return for mkstemp; of a name that would become too long a part.
+/// @return a path that ends in the suffix, to choose its last characters; of a name that would become too
+/// long a part.
 std::string MakeTempPath(const std::string& sTarget)
 {
     const std::size_t nName = sTarget.rfind('/') + 1; // 0 where there is none
     return sTarget.substr(0, nName) + sTarget.substr(nName, NAME_MAX - CPlacedFile::c_sSuffix.size()) +
            std::string(CPlacedFile::c_sSuffix);
+}
+
+/// Makes a file under a name that is not taken. mkstemp would make it for its owner alone, and the mask, by
+/// which others get their rights, can only be asked by changing it, for every thread of the host.
+/// @return its descriptor; -1: errno says why not.
+int CreateTemp(std::string& sTemp, mode_t nMode) noexcept
+{
+    constexpr std::string_view c_sLetters = "0123456789abcdefghijklmnopqrstuvwxyz";
+    constexpr std::size_t c_nChosen = 6;
+    for (int nTry = 0; nTry < 100; ++nTry)
+    {
+        std::array<unsigned char, c_nChosen> abChosen{};
+        if (getrandom(abChosen.data(), abChosen.size(), 0) != static_cast<ssize_t>(abChosen.size()))
+            return -1;
+        for (std::size_t i = 0; i < c_nChosen; ++i)
+            sTemp[sTemp.size() - c_nChosen + i] = c_sLetters[abChosen[i] % c_sLetters.size()];
+        const int nFile = open(sTemp.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, nMode);
+        if (nFile >= 0 || errno != EEXIST)
+            return nFile;
+    }
+    return -1;
+}
+
+/// @return descriptor of the folder of a file; -1: it cannot be opened.
+int OpenFolder(const std::string& sPath)
+{
+    const std::size_t nName = sPath.rfind('/') + 1;
+    const std::string sFolder = nName == 0 ? "." : sPath.substr(0, nName);
+    return open(sFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+}
+
+/// A new name is brought to the disk with its folder. Where that fails, the file is there all the same.
+void SyncFolder(int nFolder) noexcept
+{
+    if (nFolder < 0)
+        return;
+    static_cast<void>(fsync(nFolder));
+    close(nFolder);
 }
 
 /// Errors of the disk show here at the latest. What cannot be brought to a disk at all, a pipe or a file in
@@ -70,7 +113,8 @@ CPlacedFile::CPlacedFile(const std::string& sTarget)
 void CPlacedFile::Make()
 {
     m_sTemp = MakeTempPath(m_sTarget);
-    m_nFile = mkostemp(m_sTemp.data(), O_CLOEXEC);
+    const mode_t nMode = FindMode(m_sTarget);
+    m_nFile = CreateTemp(m_sTemp, nMode);
     if (m_nFile < 0)
     {
         m_sTemp.clear();
@@ -78,7 +122,9 @@ void CPlacedFile::Make()
         return;
     }
     Hold(m_nFile);
-    fchmod(m_nFile, FindMode(m_sTarget)); // mkostemp gives rights to the owner alone
+    struct stat old = {};
+    if (IsRegular(m_sTarget, old))
+        fchmod(m_nFile, nMode); // the mask does not take from the rights of a file that is replaced
 }
 
 CPlacedFile::~CPlacedFile()
@@ -99,7 +145,12 @@ enumFileCause CPlacedFile::Place()
 {
     if (!Sync(m_nFile))
         return FileCause_NotSynced;
-    if (std::rename(m_sTemp.c_str(), m_sTarget.c_str()) != 0)
+    const int nFolder = OpenFolder(m_sTarget);
+    const bool bRenamed = std::rename(m_sTemp.c_str(), m_sTarget.c_str()) == 0;
+    const int nError = errno;
+    SyncFolder(nFolder);
+    errno = nError;
+    if (!bRenamed)
         return FileCause_NotRenamed;
     m_sTemp.clear();
     return FileCause_None;

@@ -12,8 +12,8 @@
 class CPlacedFile
 {
 public:
-    /// What is put behind the name of a file to make a temporary one, for mkstemp: its last characters are
-    /// chosen then. No other program is likely to name files so.
+    /// What is put behind the name of a file to make a temporary one; its last six characters are chosen
+    /// then. No other program is likely to name files so.
     static constexpr std::string_view c_sSuffix = ".zorcld-XXXXXX";
 
     /// @param sTarget  where the file is to be; a symbolic link is followed. REQUIRES: no device or pipe.

@@ -4,6 +4,7 @@
 #include <formats/CPlyLines.h>
 #include <formats/CPlyMeaning.h>
 #include <formats/Compact.h>
+#include <formats/MakePrintable.h>
 #include <zor0lang/LongDaStringNullZero.h>
 
 #include <algorithm>
@@ -223,7 +224,7 @@ CFileCause CPlyHeader::FindCause(const CPlyElement& element) const
     const CPlyProperty* const pProps = GetProperties(element);
     const CPlyProperty* const pEnd = pProps + element.nNumProps;
     const std::string sMissing = element.bVertex ? FindMissingCoords(element) : "";
-    const std::string sName(GetName(element));
+    const std::string sName = MakePrintableName(GetName(element));
     if (!sMissing.empty())
         return {FileCause_PlyNoCoords,
                 (sName == "vertex" ? "its vertices have no "
@@ -233,8 +234,8 @@ CFileCause CPlyHeader::FindCause(const CPlyElement& element) const
         std::find_if(pProps, pEnd, [](const CPlyProperty& prop) { return !prop.IsReadable(); });
     if (pOther == pEnd)
         return {};
-    const std::string sText(GetText(pOther->nText, pOther->nTextSize));
-    return {FileCause_PlyPropertyType, "property type not supported: '" + sText.substr(0, sText.rfind(' ')) +
-                                           "' of " + std::string(BehindLastBlank(sText)) + " in element " +
-                                           sName};
+    const std::string_view sText = GetText(pOther->nText, pOther->nTextSize);
+    return {FileCause_PlyPropertyType,
+            "property type not supported: '" + MakePrintableName(sText.substr(0, sText.rfind(' '))) +
+                "' of " + MakePrintableName(BehindLastBlank(sText)) + " in element " + sName};
 }

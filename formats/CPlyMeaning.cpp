@@ -1,6 +1,7 @@
 #include <formats/CPlyMeaning.h>
 
 #include <formats/CPlyLines.h>
+#include <formats/MakePrintable.h>
 
 #include <algorithm>
 #include <charconv>
@@ -100,7 +101,7 @@ std::string CPlyMeaning::TakeFormat(const std::vector<std::string>& vecWords)
     else if (sFormat == "binary_big_endian")
         m_eFormat = PlyFormat_Big;
     else
-        return "its format '" + sFormat + "' is not known";
+        return "its format '" + MakePrintableName(sFormat) + "' is not known";
     m_bFormat = true;
     return {};
 }
@@ -114,7 +115,8 @@ std::string CPlyMeaning::TakeElement(const std::vector<std::string>& vecWords)
     const std::string& sCount = vecWords[2];
     const auto result = std::from_chars(sCount.data(), sCount.data() + sCount.size(), element.nCount);
     if (result.ec != std::errc() || result.ptr != sCount.data() + sCount.size())
-        return "the count '" + sCount + "' of element " + element.sName + " is not a number";
+        return "the count '" + MakePrintableName(sCount) + "' of element " +
+               MakePrintableName(element.sName) + " is not a number";
     m_vecElements.push_back(std::move(element));
     return {};
 }

@@ -3,6 +3,7 @@
 #include <formats/CByteReader.h>
 #include <formats/CPlyMeaning.h>
 #include <formats/LittleEndian.h>
+#include <formats/MakePrintable.h>
 #include <formats/ParseDouble.h>
 
 #include <algorithm>
@@ -87,10 +88,11 @@ public:
         std::vector<CLeftOut> vecLeftOut;
         for (std::size_t i = 0; i < m_vecRoles.size(); ++i)
             if (m_vecRoles[i] == c_nOther)
-                vecLeftOut.push_back({m_pVertices->vecProps[i].sName, m_pVertices->nCount});
+                vecLeftOut.push_back(
+                    {MakePrintableName(m_pVertices->vecProps[i].sName), m_pVertices->nCount});
         for (const CPlyMeantElement& elem : m_meaning.GetElements())
             if (&elem != m_pVertices && elem.nCount > 0)
-                vecLeftOut.push_back({"element " + elem.sName, elem.nCount, "item"});
+                vecLeftOut.push_back({"element " + MakePrintableName(elem.sName), elem.nCount, "item"});
         return vecLeftOut;
     }
 
@@ -130,8 +132,8 @@ private:
         for (const CPlyMeantElement* pElem = m_meaning.GetElements().data(); pElem <= m_pVertices; ++pElem)
             for (const CPlyMeantProperty& prop : pElem->vecProps)
                 if (prop.pType == nullptr && pElem->nCount > 0)
-                    return "property type not known: '" + prop.sType + "' of " + prop.sName + " in element " +
-                           pElem->sName;
+                    return "property type not known: '" + MakePrintableName(prop.sType) + "' of " +
+                           MakePrintableName(prop.sName) + " in element " + MakePrintableName(pElem->sName);
         return {};
     }
 

@@ -31,8 +31,17 @@ public:
     ///         full stop; empty: nothing.
     virtual std::string ForEach(const TOnPnt& onPnt) = 0;
 
+    /// @return how many points `ForEach` has delivered that the library does not take, since they lie behind
+    ///         the announced ones. Up to date in each call, for the point that it gets.
+    virtual std::int64_t GetNumUntaken() const { return 0; }
+
     /// What the last `ForEach` saw beside the points.
     virtual std::vector<CFinding> GetFindings() const { return {}; }
+
+    using TIsCounted = std::function<bool(const CSourcePnt&)>;
+
+    /// From here on `GetLeftOut` counts those points only of which `isCounted` says so; by default all.
+    virtual void CountLeftOutOf(const TIsCounted& /*isCounted*/) {}
 
     /// What the file has beside places and colours; of points, what the last `ForEach` saw of it.
     virtual std::vector<CLeftOut> GetLeftOut() const { return {}; }

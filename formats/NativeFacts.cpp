@@ -59,7 +59,7 @@ void WalkTree(CByteReader& reader, CNativeFacts& facts)
 
 } // namespace
 
-CNativeFacts FindNativeFacts(CByteReader& reader)
+CNativeFacts FindNativeHead(CByteReader& reader)
 {
     CNativeFacts facts;
     facts.nFileSize = reader.GetSize();
@@ -76,8 +76,38 @@ CNativeFacts FindNativeFacts(CByteReader& reader)
         return facts;
     facts.bTreeHeader = true;
     facts.treeHeader = CNativeTreeHeader::FromBytes(acTree);
-    WalkTree(reader, facts);
     return facts;
+}
+
+CNativeFacts FindNativeFacts(CByteReader& reader)
+{
+    CNativeFacts facts = FindNativeHead(reader);
+    if (facts.bTreeHeader)
+        WalkTree(reader, facts);
+    return facts;
+}
+
+std::int64_t FindNumBeforeTree(CByteReader& reader, const CNativeFacts& facts)
+{
+    int nNumLeft = 64; // looks at what may be an octree: points can be made so that many places look like one
+    const auto nPntSize = static_cast<std::int64_t>(facts.header.GetPntSize());
+    std::array<unsigned char, c_nNativeTreeHeaderSize> acTree{};
+    for (std::int32_t n = 1; n < facts.nNumHeld && nNumLeft > 0; ++n)
+    {
+        reader.SetPos(static_cast<std::int64_t>(c_nNativeHeaderSize) + n * nPntSize);
+        if (!reader.Read(acTree.data(), acTree.size()))
+            return -1;
+        if (!CNativeTreeHeader::FromBytes(acTree).IsPossible())
+            continue;
+        CNativeFacts fewer = facts;
+        fewer.nNumHeld = n;
+        fewer.nNumInTree = 0;
+        WalkTree(reader, fewer);
+        if (fewer.bTreeWhole && fewer.nNumInTree == n && fewer.nNumBehind == 0)
+            return n;
+        --nNumLeft;
+    }
+    return -1;
 }
 
 bool HasBoxOfItsPnts(CByteReader& reader, const CNativeFacts& facts)

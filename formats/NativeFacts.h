@@ -29,10 +29,21 @@ struct CNativeFacts
     }
 };
 
+/// What stands before the points and before the octree: all but what the octree's nodes tell.
+/// @param reader  at the start of the file.
+CNativeFacts FindNativeHead(CByteReader& reader);
+
 /// Time: that of reading the octree, bounded by the size of the file. Memory: a block, and a bit a point
 /// where the runs of the leaves do not follow each other.
 /// @param reader  at the start of the file.
 CNativeFacts FindNativeFacts(CByteReader& reader);
+
+/// A count that is too high makes points of the first bytes of the octree.
+///
+/// @param facts  of the same file, whose octree is not as it should be behind the announced points.
+/// @return how many points stand before an octree that fits them, and ends with the file; -1: none is found.
+///         Reads the points.
+std::int64_t FindNumBeforeTree(CByteReader& reader, const CNativeFacts& facts);
 
 /// @return whether the octree of a file says of its points' box what a build would say: reads all points.
 /// @param facts  of the same file, which has the header of an octree and a point: REQUIRES.

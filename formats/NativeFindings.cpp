@@ -58,3 +58,12 @@ CFinding MakeNativeBoxFinding()
     return {"native-box", "its octree says that the points lie elsewhere than they do: queries go astray",
             true, ""};
 }
+
+CFinding MakeNativeCountFinding(std::int64_t nAnnounced, std::int64_t nNumBeforeTree)
+{
+    return {"native-count",
+            "it announces " + CountOf(nAnnounced, "point") + ", but its octree begins behind " +
+                std::to_string(nNumBeforeTree) +
+                ", which it fits: bytes of it are taken for the other points, and queries go astray",
+            true, ""};
+}

@@ -2,13 +2,15 @@
 
 #include <formats/CPlyMeaning.h>
 #include <formats/CountOf.h>
+#include <formats/MakePrintable.h>
 
 namespace
 {
 
 std::string FormatReading(const CPlyMeantProperty& prop, const CPlyType& read)
 {
-    return "declared '" + prop.sType + "' but read as '" + std::string(read.sName) + "': they come out wrong";
+    return "declared '" + MakePrintableName(prop.sType) + "' but read as '" + std::string(read.sName) +
+           "': they come out wrong";
 }
 
 void FindWrongCoords(const CPlyMeantElement& vertices, std::vector<CFinding>& vecFindings)
@@ -34,12 +36,13 @@ void FindWrongSizes(const std::vector<CPlyMeantElement>& vecElems, std::vector<C
             const CPlyType* const pRead = prop.FindTaken();
             if (pRead == nullptr || prop.pType == nullptr || prop.pType->nSize == pRead->nSize)
                 continue;
-            vecFindings.push_back(
-                {"ply-sized-types",
-                 "type '" + prop.sType + "' of " + prop.sName + " is read as '" + std::string(pRead->sName) +
-                     "' of " + CountOf(static_cast<std::int64_t>(pRead->nSize), "byte") + ", but has " +
-                     std::to_string(prop.pType->nSize) + ": what follows comes out wrong",
-                 true, ""});
+            vecFindings.push_back({"ply-sized-types",
+                                   "type '" + prop.sType + "' of " + MakePrintableName(prop.sName) +
+                                       " is read as '" + std::string(pRead->sName) + "' of " +
+                                       CountOf(static_cast<std::int64_t>(pRead->nSize), "byte") +
+                                       ", but has " + std::to_string(prop.pType->nSize) +
+                                       ": what follows comes out wrong",
+                                   true, ""});
             return;
         }
     }

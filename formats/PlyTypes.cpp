@@ -1,6 +1,7 @@
 #include <formats/PlyTypes.h>
 
 #include <formats/CountOf.h>
+#include <formats/MakePrintable.h>
 
 #include <algorithm>
 
@@ -8,7 +9,7 @@ std::string FormatPlyItems(std::int64_t nCount, std::string_view sElement, bool 
 {
     if (bVertices)
         return std::to_string(nCount) + OneOrMany(nCount, " vertex", " vertices");
-    return CountOf(nCount, "item") + " of element " + std::string(sElement);
+    return CountOf(nCount, "item") + " of element " + MakePrintableName(sElement);
 }
 
 const CPlyType* FindPlyType(std::string_view sWord) noexcept

@@ -1,8 +1,10 @@
 #include <fuzz/AskCloud.h>
+#include <fuzz/CheckFacts.h>
 #include <fuzz/FuzzBody.h>
 #include <io/ReadForeign.h>
 #include <tests/io/CMemFile.h>
 #include <tests/io/grid/CSlowGridReader.h>
+#include <zor4data/ReadPnts.h>
 
 #include <string>
 
@@ -17,6 +19,10 @@ void FuzzBody(const std::uint8_t* pBytes, std::size_t nSize)
     CRecReadListener expected;
     Check(bResult == CSlowGridReader(expected, sText).Read(), "result");
     Check(rec.m_vecCalls == expected.m_vecCalls, "calls");
+    CRecReadListener streamed;
+    Check(ReadPnts(streamed, nullptr, PntCldFile_AsciiGrid, file.GetPath()) == bResult, "result of ReadPnts");
+    Check(streamed.m_vecCalls == expected.m_vecCalls, "calls of ReadPnts");
+    CheckFacts(PntCldFile_AsciiGrid, file.GetPath(), bResult);
 
     CFuzzHost host;
     CPntCld cld(&host);

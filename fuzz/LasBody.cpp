@@ -1,10 +1,11 @@
 #include <formats/CLasGuard.h>
+#include <fuzz/CheckFacts.h>
 #include <fuzz/FuzzBody.h>
-#include <io/ReadForeign.h>
 #include <tests/io/CMemFile.h>
 #include <zor4data/CPntCld.h>
 #include <zor4data/IDlgProgress.h>
 #include <zor4data/IPntCldReadListener.h>
+#include <zor4data/ReadPnts.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -111,7 +112,9 @@ void FuzzBody(const std::uint8_t* pBytes, std::size_t nSize)
     static CMemFile file;
     file.Set(std::string(pBytes, pBytes + nSize));
     COrderListener listener;
-    listener.CheckResult(ReadForeign(listener, &listener, PntCldFile_Las, file.GetPath()));
+    const bool bResult = ReadPnts(listener, &listener, PntCldFile_Las, file.GetPath());
+    listener.CheckResult(bResult);
+    CheckFacts(PntCldFile_Las, file.GetPath(), bResult);
     CLasGuard guard(file.GetPath());
     if (guard.Check())
         static_cast<void>(guard.ReadCoordSystem());

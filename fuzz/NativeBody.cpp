@@ -1,4 +1,5 @@
 #include <fuzz/AskCloud.h>
+#include <fuzz/CheckFacts.h>
 #include <fuzz/FuzzBody.h>
 #include <tests/io/CMemFile.h>
 #include <tests/io/native/CSlowNativeReader.h>
@@ -70,6 +71,7 @@ void FuzzBody(const std::uint8_t* pBytes, std::size_t nSize)
     CFuzzHost host;
     CPntCld cld(&host);
     Check(cld.ReadFromFile(nullptr, PntCldFile_Native, file.GetPath()) == expected.m_bResult, "result");
+    CheckFacts(PntCldFile_Native, file.GetPath(), expected.m_bResult);
     CompareWithRules(cld, expected);
     AskCloud(cld, static_cast<int>(expected.m_vecFound.size()), numbers);
     if (!expected.m_bTree)

@@ -1,9 +1,11 @@
 #include <fuzz/AskCloud.h>
+#include <fuzz/CheckFacts.h>
 #include <fuzz/FuzzBody.h>
 #include <io/ReadForeign.h>
 #include <tests/io/CMemFile.h>
 #include <tests/io/CRecReadListener.h>
 #include <tests/io/ply/CSlowPlyReader.h>
+#include <zor4data/ReadPnts.h>
 
 #include <algorithm>
 #include <string>
@@ -65,8 +67,9 @@ void FuzzBody(const std::uint8_t* pBytes, std::size_t nSize)
     file.Set(sBytes);
 
     CCountListener counter;
-    const bool bResult = ReadForeign(counter, nullptr, PntCldFile_Ply, file.GetPath());
+    const bool bResult = ReadPnts(counter, nullptr, PntCldFile_Ply, file.GetPath());
     Check(!bResult || nSize > 0, "an empty file is none");
+    CheckFacts(PntCldFile_Ply, file.GetPath(), bResult);
     if (CSlowPlyReader(counter, nullptr, sBytes).CountItems() <= c_nMaxItems)
         CompareWithRules(file.GetPath(), sBytes);
     if (counter.m_nMaxAnnounced <= c_nMaxPnts)

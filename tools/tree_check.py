@@ -10,7 +10,7 @@ from pathlib import Path
 # The folders of the library and the host: what is installed or linked into what is installed, and the sample.
 PRODUCT = ("zor0lang", "zor1math", "zor3geom", "include", "formats", "octree", "io", "analysis", "cloud",
            "companions", "sample", "host")
-AROUND = ("tests", "fuzz", "bench")
+AROUND = ("tests", "fuzz", "bench", "examples")
 
 
 def read_files(root, folders, suffixes):

@@ -16,6 +16,7 @@ public:
     /// @param pText  copied up to its terminating zero; null counts as empty.
     String(const char* pText) : m_sText(pText == nullptr ? "" : pText) {}
 
+    /// Copies all of the text.
     String(const std::string& sText) : m_sText(sText) {}
 
     /// The text with a terminating zero, valid until the string changes or goes away.
@@ -24,12 +25,14 @@ public:
     /// Length in bytes, without the terminating zero.
     int GetLength() const noexcept { return static_cast<int>(m_sText.size()); }
 
+    /// @return whether there is no byte in it.
     bool IsEmpty() const noexcept { return m_sText.empty(); }
 
     /// @return 0 when both are equal byte for byte, else below or above 0 by their first difference.
     int Compare(const char* pText) const { return m_sText.compare(pText == nullptr ? "" : pText); }
 
-    /// @param nStart  position at which the prefix must stand, from 0.
+    /// @param prefix  what is looked for.
+    /// @param nStart  position at which it must stand, from 0.
     /// @return true when `prefix` stands there, letter case significant.
     bool StartsWith(const String& prefix, int nStart) const
     {

@@ -1,5 +1,6 @@
 #include <zor3geom/CalcOrientation.h>
 
+#include <zor3geom/AddOrientation.h>
 #include <zor3geom/CalcWideOrientation.h>
 #include <zor3geom/IsUsableRing.h>
 
@@ -61,12 +62,7 @@ bool IsUsual(const PNT_2D& pnt) noexcept
 int CalcExactly(const PNT_2D& a, const PNT_2D& b, const PNT_2D& p) noexcept
 {
     CExactSum sum;
-    sum.AddProduct(b.x, p.y);
-    sum.AddProduct(-b.x, a.y);
-    sum.AddProduct(-a.x, p.y);
-    sum.AddProduct(-b.y, p.x);
-    sum.AddProduct(b.y, a.x);
-    sum.AddProduct(a.y, p.x);
+    AddOrientation(a, b, p, sum);
     return sum.GetSign();
 }
 

@@ -1,5 +1,7 @@
 #include <zor3geom/CalcWideOrientation.h>
 
+#include <zor3geom/AddOrientation.h>
+
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -101,12 +103,7 @@ private:
 int CalcWideOrientation(const PNT_2D& a, const PNT_2D& b, const PNT_2D& p) noexcept
 {
     CWideDifference difference;
-    difference.AddProduct(b.x, p.y);
-    difference.AddProduct(-b.x, a.y);
-    difference.AddProduct(-a.x, p.y);
-    difference.AddProduct(-b.y, p.x);
-    difference.AddProduct(b.y, a.x);
-    difference.AddProduct(a.y, p.x);
+    AddOrientation(a, b, p, difference);
     return difference.GetSign();
 }
 

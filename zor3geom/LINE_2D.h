@@ -10,12 +10,15 @@ namespace zor::geom
 /// Segment between two points in plan view; one of zero length is a point.
 struct LINE_2D
 {
-    double x1 = c_dUndefined;
-    double y1 = c_dUndefined;
-    double x2 = c_dUndefined;
-    double y2 = c_dUndefined;
+    double x1 = c_dUndefined; ///< start
+    double y1 = c_dUndefined; ///< start
+    double x2 = c_dUndefined; ///< end
+    double y2 = c_dUndefined; ///< end
 
+    /// An undefined segment.
     LINE_2D() = default;
+
+    /// The segment from (dX1, dY1) to (dX2, dY2).
     LINE_2D(double dX1, double dY1, double dX2, double dY2) : x1(dX1), y1(dY1), x2(dX2), y2(dY2) {}
 
     /// @return whether the segments have a point in common; touching at an end and lying on each other

@@ -12,6 +12,7 @@ namespace zor::geom
 class PAR_LINE_2D
 {
 public:
+    /// The line through two points.
     PAR_LINE_2D(const PNT_2D& start, const PNT_2D& end)
         : m_start(start), m_way(end.x - start.x, end.y - start.y)
     {
@@ -21,7 +22,8 @@ public:
     double length() const noexcept { return std::hypot(m_way.x, m_way.y); }
 
     /// Turns the line about a point.
-    /// @param angle  radians, counter-clockwise positive.
+    /// @param centre  stays where it is.
+    /// @param angle   radians, counter-clockwise positive.
     void Rotate(const PNT_2D& centre, double angle) noexcept
     {
         const double dSin = std::sin(angle);
@@ -31,7 +33,9 @@ public:
         m_way = CalcRotated(m_way, dSin, dCos);
     }
 
-    /// @param t  0 gives the start, 1 the end; any other value a point beyond or between.
+    /// Calculates a point of the line.
+    /// @param t    0 gives the start, 1 the end; any other value a point beyond or between.
+    /// @param out  receives it.
     void calcPt(double t, PNT_2D& out) const noexcept
     {
         out.x = m_start.x + t * m_way.x;

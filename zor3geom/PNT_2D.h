@@ -9,10 +9,13 @@ namespace zor::geom
 /// Point in plan view, coordinate units; undefined until set.
 struct PNT_2D
 {
-    double x = c_dUndefined;
-    double y = c_dUndefined;
+    double x = c_dUndefined; ///< coordinate units
+    double y = c_dUndefined; ///< coordinate units
 
+    /// An undefined point.
     PNT_2D() = default;
+
+    /// The point of two coordinates.
     PNT_2D(double dX, double dY) : x(dX), y(dY) {}
 
     /// @return the squared distance to another point.

@@ -9,11 +9,14 @@ namespace zor::geom
 /// Point in space, coordinate units; undefined until set.
 struct PNT_3D
 {
-    double x = c_dUndefined;
-    double y = c_dUndefined;
-    double z = c_dUndefined;
+    double x = c_dUndefined; ///< coordinate units
+    double y = c_dUndefined; ///< coordinate units
+    double z = c_dUndefined; ///< coordinate units, height
 
+    /// An undefined point.
     PNT_3D() = default;
+
+    /// The point of three coordinates.
     PNT_3D(double dX, double dY, double dZ) : x(dX), y(dY), z(dZ) {}
 };
 

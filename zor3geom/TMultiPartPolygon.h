@@ -12,8 +12,8 @@ namespace zor::geom
 /// ring is implied; rings may run either way round.
 struct TMultiPartPolygon
 {
-    std::vector<PNT_2D> outer;
-    std::vector<std::vector<PNT_2D>> holes;
+    std::vector<PNT_2D> outer;              ///< coordinate units
+    std::vector<std::vector<PNT_2D>> holes; ///< a ring each
 };
 
 } // namespace zor::geom

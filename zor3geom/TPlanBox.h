@@ -13,10 +13,10 @@ namespace zor::geom
 template <class T>
 struct TPlanBox
 {
-    T xmin;
-    T ymin;
-    T xmax;
-    T ymax;
+    T xmin; ///< lower limit, included
+    T ymin; ///< lower limit, included
+    T xmax; ///< upper limit, included
+    T ymax; ///< upper limit, included
 
     /// @return the box of no place at all, from which `Add` and `Extend` start.
     static constexpr TPlanBox GetEmpty() noexcept

@@ -1,6 +1,9 @@
 #ifndef ANALYSIS_OUTLINE_CLEFTTURN_H
 #define ANALYSIS_OUTLINE_CLEFTTURN_H
 
+#include <zor3geom/TPlanBox.h>
+
+#include <algorithm>
 #include <cmath>
 
 /// Finds the sharpest left turn among directions, seen from one heading.
@@ -25,6 +28,26 @@ public:
         return dOrder <= m_dBestOrder + c_dSlack || dOrder >= c_dBack - c_dSlack;
     }
 
+    /// @return false only if no direction into a box can beat the best.
+    /// @param box  relative to the place of the turn; it must not hold that place.
+    bool CanBeat(const zor::geom::TPlanBox<double>& box) const noexcept
+    {
+        double dLeast = c_dBack;
+        double dMost = -c_dBack;
+        for (const double dx : {box.xmin, box.xmax})
+            for (const double dy : {box.ymin, box.ymax})
+            {
+                const double dOrder = CalcOrder(dx, dy);
+                dLeast = std::min(dLeast, dOrder);
+                dMost = std::max(dMost, dOrder);
+            }
+        // Half a turn is an order of 2, and a box fills less: one that seems to fill more lies across the way
+        // back.
+        constexpr double c_dHalf = 2.0;
+        return dLeast <= m_dBestOrder + c_dSlack || dMost >= c_dBack - c_dSlack ||
+               dMost - dLeast >= c_dHalf - c_dSlack;
+    }
+
     /// @return the turn; -π exactly for a direction that is refused because it leads straight back.
     double CalcTurn(double dx, double dy) const noexcept
     {
@@ -39,7 +62,12 @@ public:
     /// @return whether the turn is sharper than the best.
     /// KEPT: straight back is refused only where the angles give -π exactly; where they give π, it is the
     /// widest turn to the right (IsSharper_StraightBackDependsOnTheSign_Kept).
-    bool IsSharper(double dTurn) const noexcept { return dTurn != -c_dPi && dTurn < m_dBest; }
+    bool IsSharper(double dTurn) const noexcept { return IsForward(dTurn) && dTurn < m_dBest; }
+
+    /// @return false for the turn that is refused.
+    bool IsForward(double dTurn) const noexcept { return dTurn != -c_dPi; }
+
+    bool IsBest(double dTurn) const noexcept { return dTurn == m_dBest; }
 
     void SetBest(double dTurn, double dx, double dy) noexcept
     {

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 using zor::geom::LINE_2D;
 using zor::geom::TPlanBox;
@@ -46,6 +47,7 @@ public:
     {
     }
 
+    const LINE_2D& GetLine() const noexcept { return m_line; }
     bool Meets(const LINE_2D& line) const noexcept { return m_line.intersect(line); }
     bool MeetsBox(const TBox& box) const noexcept { return m_box.Meets(box); }
 
@@ -84,12 +86,6 @@ typename COutlinePath<T>::TBox COutlinePath<T>::GetItem(std::size_t nLevel, std:
 }
 
 template <class T>
-std::size_t COutlinePath<T>::GetNumItems(std::size_t nLevel) const noexcept
-{
-    return nLevel == 0 ? m_vecPath.size() - 1 : m_vecLevels[nLevel - 1].size();
-}
-
-template <class T>
 typename COutlinePath<T>::TBox COutlinePath<T>::CalcBlock(std::size_t nLevel,
                                                           std::size_t nBlock) const noexcept
 {
@@ -111,6 +107,11 @@ void COutlinePath<T>::Push(std::int32_t nIndex)
         return;
     std::size_t i = m_vecPath.size() - 2;
     const TBox box = GetItem(0, i);
+    if (m_pGrid != nullptr)
+    {
+        m_pGrid->Push(box);
+        return;
+    }
     for (std::size_t nLevel = 0; nLevel == 0 || i != 0; ++nLevel)
     {
         if (nLevel == m_vecLevels.size())
@@ -127,6 +128,13 @@ void COutlinePath<T>::Push(std::int32_t nIndex)
 template <class T>
 void COutlinePath<T>::Pop() noexcept
 {
+    if (m_pGrid != nullptr)
+    {
+        if (m_vecPath.size() > 1)
+            m_pGrid->Pop(GetItem(0, m_vecPath.size() - 2));
+        m_vecPath.pop_back();
+        return;
+    }
     m_vecPath.pop_back();
     if (m_vecPath.empty())
         return;
@@ -168,6 +176,7 @@ bool COutlinePath<T>::MeetsBlock(const CCandidate& candidate, std::size_t nLevel
     const std::size_t nNumItems = nLevel == 0 ? GetNumItems(0) - 1 : GetNumItems(nLevel);
     for (std::size_t i = std::min(nBegin + c_nFanOut, nNumItems); i-- > nBegin;)
     {
+        ++m_nNumLooks;
         if (nLevel == 0
                 ? MeetsSegment(candidate, i)
                 : candidate.MayMeet(m_vecLevels[nLevel - 1][i]) && MeetsBlock(candidate, nLevel - 1, i))
@@ -177,11 +186,33 @@ bool COutlinePath<T>::MeetsBlock(const CCandidate& candidate, std::size_t nLevel
 }
 
 template <class T>
+void COutlinePath<T>::MakeGrid(TBox box, std::size_t nNumCells)
+{
+    for (const std::int32_t nIndex : m_vecPath)
+        box.Add(m_pPnts[nIndex].m_nX, m_pPnts[nIndex].m_nY);
+    auto pGrid = std::make_unique<CSegmentGrid>(box, nNumCells);
+    for (std::size_t i = 0; i + 1 < m_vecPath.size(); ++i)
+        pGrid->Push(GetItem(0, i));
+    m_pGrid = std::move(pGrid);
+    m_vecLevels.clear();
+}
+
+template <class T>
 bool COutlinePath<T>::IsCrossedBy(std::int32_t nIndex) const noexcept
 {
     if (m_vecPath.size() < 3)
         return false;
     const CCandidate candidate(m_pPnts[GetLast()], m_pPnts[nIndex], nIndex == GetFirst());
+    if (m_pGrid != nullptr)
+    {
+        const auto meets = [&](std::int32_t nSegment)
+        {
+            ++m_nNumLooks;
+            const auto i = static_cast<std::size_t>(nSegment);
+            return i + 2 < m_vecPath.size() && MeetsSegment(candidate, i); // the last one ends here
+        };
+        return m_pGrid->FindAlong(candidate.GetLine(), meets);
+    }
     return MeetsBlock(candidate, m_vecLevels.size() - 1, 0);
 }
 

@@ -9,6 +9,7 @@
 #include <octree/CTruncPnt.h>
 #include <octree/CTruncPnt_Color.h>
 
+#include <limits>
 #include <memory>
 
 namespace
@@ -31,28 +32,42 @@ std::shared_ptr<unsigned char[]> FindLargestCluster(const COcTreeData<T>& store,
 } // namespace
 
 template <class T>
-bool CalcCnt(const COcTreeData<T>& store, IDlgProgress* pProgress, IPntCldListener* pListener, double d)
+enumOutline CalcCntWithin(const COcTreeData<T>& store, IDlgProgress* pProgress, IPntCldListener* pListener,
+                          double d, std::int64_t nMaxLooks)
 {
     if (store.m_pTree == nullptr)
-        return false;
+        return Outline_None;
     COcTreeListener<T> deliverer(pListener, store, 1);
     const COcTreeIndex& tree = *store.m_pTree;
     if (tree.m_pRoot == nullptr)
-        return false;
+        return Outline_None;
     const double dRadius = d * c_dCompactScale;
     const T* const pPnts = store.m_pPnts.get();
     const std::shared_ptr<unsigned char[]> pCluster = FindLargestCluster(store, pProgress, dRadius);
     const std::int32_t nStart = FindStartPnt(tree, pPnts, pCluster.get());
     if (nStart == -1)
-        return false;
-    COutlineWalk<T> walk(tree, pPnts, pCluster.get(), dRadius);
-    if (!walk.Walk(nStart))
-        return false;
+        return Outline_None;
+    constexpr std::int64_t c_nPatience = 4; // looks at each point: making the index takes about as long
+    COutlineWalk<T> walk(tree, pPnts, pCluster.get(), dRadius, c_nPatience * store.m_nNumPnts);
+    const enumOutline eOutline = walk.Walk(nStart, nMaxLooks);
+    if (eOutline != Outline_Closed)
+        return eOutline;
     for (const std::int32_t nIndex : walk.GetPath())
         deliverer.OnPnt(nIndex);
     deliverer.OnLeafEnd();
-    return true;
+    return Outline_Closed;
+}
+
+template <class T>
+bool CalcCnt(const COcTreeData<T>& store, IDlgProgress* pProgress, IPntCldListener* pListener, double d)
+{
+    constexpr std::int64_t c_nEndless = std::numeric_limits<std::int64_t>::max();
+    return CalcCntWithin(store, pProgress, pListener, d, c_nEndless) == Outline_Closed;
 }
 
 template bool CalcCnt(const COcTreeData<CTruncPnt>&, IDlgProgress*, IPntCldListener*, double);
 template bool CalcCnt(const COcTreeData<CTruncPnt_Color>&, IDlgProgress*, IPntCldListener*, double);
+template enumOutline CalcCntWithin(const COcTreeData<CTruncPnt>&, IDlgProgress*, IPntCldListener*, double,
+                                   std::int64_t);
+template enumOutline CalcCntWithin(const COcTreeData<CTruncPnt_Color>&, IDlgProgress*, IPntCldListener*,
+                                   double, std::int64_t);

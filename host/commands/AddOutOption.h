@@ -16,6 +16,12 @@ inline void AddOutOption(CLI::App& command, std::string& sPath, const std::strin
     command.add_option("-o,--output", sPath, sHelp)->required()->type_name(sType);
 }
 
+/// Adds --force, for RefuseSameFile.
+inline void AddForceFlag(CLI::App& command, bool& bForce)
+{
+    command.add_flag("--force", bForce, "Let OUT replace the file that is read");
+}
+
 } // namespace zorcld
 
 #endif

@@ -2,8 +2,10 @@
 #include <host/files/AddInputOptions.h>
 #include <host/files/CFileKind.h>
 #include <host/files/CheckFile.h>
+#include <host/files/DescribeFacts.h>
 #include <host/output/CConsole.h>
 #include <host/output/FormatCount.h>
+#include <host/output/PrintMessage.h>
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -37,7 +39,7 @@ std::string GetHelp(const CCheckResult& result, bool bConvert, const std::string
 
 int GetStatus(const CCheckResult& result)
 {
-    if (!result.sCause.empty())
+    if (!result.cause.empty())
         return c_nUnreadable;
     return result.vecFindings.empty() ? 0 : c_nWarnings;
 }
@@ -50,7 +52,8 @@ TJson ToJson(const CCheckResult& result)
     file["type"] = result.pKind == nullptr ? TJson() : TJson(result.pKind->pName);
     file["points"] = result.nNumPnts < 0 ? TJson() : TJson(result.nNumPnts);
     file["status"] = c_statuses[GetStatus(result)];
-    file["cause"] = result.sCause.empty() ? TJson() : TJson(result.sCause);
+    DescribeCause(result.cause, file);
+    DescribeHead(result.facts, file);
     const std::string sHelp = GetHelp(result, result.bConvert, "");
     file["help"] = sHelp.empty() ? TJson() : TJson(sHelp);
     file["warnings"] = TJson::array();
@@ -69,26 +72,26 @@ TJson ToJson(const CCheckResult& result)
 
 void Print(const CCheckResult& result)
 {
+    const auto print = [](const std::string& sText) { PrintMessage(stdout, sText); };
     std::string sFacts = result.pKind == nullptr ? "" : result.pKind->pTitle;
-    if (result.nNumPnts >= 0 && result.sCause.empty())
+    if (result.nNumPnts >= 0 && result.cause.empty())
         sFacts += ", " + FormatCount(result.nNumPnts, "point");
     bool bConvert = result.bConvert;
-    if (!result.sCause.empty())
-        fmt::print("{}: cannot be loaded: {}\n", result.sPath, result.sCause);
+    if (!result.cause.empty())
+        print(result.sPath + ": cannot be loaded: " + result.cause.sText);
     else
-        fmt::print("{}: {}{}\n", result.sPath, sFacts,
-                   result.vecFindings.empty() ? ": no problems found" : "");
+        print(result.sPath + ": " + sFacts + (result.vecFindings.empty() ? ": no problems found" : ""));
     for (const CFinding& finding : result.vecFindings)
     {
-        fmt::print("    {}\n", finding.sText);
+        print("    " + finding.sText);
         if (!finding.bConvert && !finding.sHint.empty())
-            fmt::print("        what helps: {}\n", finding.sHint);
+            print("        what helps: " + finding.sHint);
         bConvert = bConvert || finding.bConvert;
     }
     if (bConvert)
-        fmt::print("        what helps: {}\n", result.sCommand);
+        print("        what helps: " + result.sCommand);
     for (const CFinding& remark : result.vecRemarks)
-        fmt::print("    {}\n", remark.sText);
+        print("    " + remark.sText);
 }
 
 void Check(const COptions& options, const CConsole& console)

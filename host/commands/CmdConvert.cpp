@@ -1,4 +1,7 @@
+#include <formats/LasFindings.h>
 #include <host/commands/Commands.h>
+
+#include <host/commands/AddOutOption.h>
 #include <host/files/AddInputOptions.h>
 #include <host/files/CCloudSource.h>
 #include <host/files/CFileColors.h>
@@ -16,6 +19,7 @@
 #include <host/output/FormatCount.h>
 #include <host/output/GetExtension.h>
 #include <host/output/PntWriter.h>
+#include <host/output/RefuseSameFile.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -23,7 +27,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <limits>
 #include <memory>
 #include <optional>
@@ -140,11 +143,23 @@ std::string SaveLoaded(CInputFile& file, const COptions& options, const CConsole
     return FormatResult(cloud.GetNumPnts(), cloud.IsWithColor(), facts.nDuplicates);
 }
 
-std::string ConvertPnts(IPntSource& source, const COptions& options, const CConsole& console)
+/// The library would read the announced ones only.
+void TellUntakenPnts(const IPntSource& source, CInputFile& file, const CConsole& console)
+{
+    const std::int64_t nAnnounced = file.GetFileFacts().nAnnounced;
+    const std::int64_t nNumUntaken = source.GetNumUntaken();
+    if (nNumUntaken > 0)
+        console.Note(
+            fmt::format("{}: {}", file.GetPath(), FindTakenPnts(nAnnounced, nAnnounced + nNumUntaken).sText));
+}
+
+std::string ConvertPnts(IPntSource& source, CInputFile& file, const COptions& options,
+                        const CConsole& console)
 {
     const CTakenPnts pnts(source, options.input.sPath, console);
+    TellUntakenPnts(source, file, console);
     for (const CFinding& finding : source.GetFindings())
-        if (!finding.bConvert) // what converting mends goes wrong for other commands only
+        if (!finding.bConvert || finding.bPart) // what converting mends goes wrong for other commands only
             console.Note(fmt::format("{}: {}", options.input.sPath, finding.sText));
     std::string sResult = GetExtension(options.sOutPath) == ".cld" ? WriteNative(pnts, options, console)
                                                                    : WritePly(pnts, options, console);
@@ -152,15 +167,6 @@ std::string ConvertPnts(IPntSource& source, const COptions& options, const CCons
     for (const std::string& sNote : pnts.GetNotes())
         console.Note(fmt::format("{}: {}", options.sOutPath, sNote));
     return sResult;
-}
-
-/// The file that is read may be reached by another name, or through a link.
-void RefuseSameFile(const COptions& options)
-{
-    std::error_code error;
-    if (!options.bForce && std::filesystem::equivalent(options.input.sPath, options.sOutPath, error))
-        throw CUsageError(
-            fmt::format("OUT: '{}' is the file that is read (--force replaces it)", options.sOutPath));
 }
 
 /// @return the source with the points where they are wanted in their cells.
@@ -193,7 +199,7 @@ void Convert(const COptions& options, const CConsole& console)
     const std::string sExtension = GetExtension(options.sOutPath);
     if (sExtension != ".ply" && sExtension != ".cld")
         throw CUsageError(fmt::format("OUT: '{}' ends neither in .ply nor in .cld", options.sOutPath));
-    RefuseSameFile(options);
+    RefuseSameFile(options.input.sPath, options.sOutPath, "OUT", options.bForce);
     const CClassChoice choice(options.classes);
     const std::unique_ptr<CInputFile> pFile = OpenInputFile(options.input);
     std::unique_ptr<IPntSource> pSource =
@@ -208,7 +214,7 @@ void Convert(const COptions& options, const CConsole& console)
     {
         if (pSource == nullptr)
             pSource = MakeCloudSource(*pFile, console);
-        sResult = ConvertPnts(*pSource, options, console);
+        sResult = ConvertPnts(*pSource, *pFile, options, console);
     }
     TellPlace(*pFile, options, console);
     console.Note(fmt::format("{}: {}", options.sOutPath, sResult));
@@ -224,7 +230,7 @@ void AddConvertCommand(CLI::App& app, const CConsole& console)
     AddInputOptions(*pCommand, pOptions->input);
     AddClassOptions(*pCommand, pOptions->classes);
     pCommand->add_option("OUT", pOptions->sOutPath, "File to write, .ply or .cld")->required();
-    pCommand->add_flag("--force", pOptions->bForce, "Let OUT replace the file that is read");
+    AddForceFlag(*pCommand, pOptions->bForce);
     pCommand->add_flag(
         "--cell-centre", pOptions->bCellCentre,
         "Put the points of a grid at the centres of their cells, not at the upper left corners");

@@ -1,6 +1,10 @@
 #include <host/commands/Commands.h>
+
+#include <host/commands/AddOutOption.h>
 #include <host/files/AddInputOptions.h>
+#include <host/files/CClassChoice.h>
 #include <host/files/LoadCloud.h>
+#include <host/files/NoteLeftOut.h>
 #include <host/files/OpenInputFile.h>
 #include <host/files/SaveCloud.h>
 #include <host/output/CConsole.h>
@@ -11,6 +15,8 @@
 #include <host/output/GetExtension.h>
 #include <host/output/GetFileName.h>
 #include <host/output/NumberInRange.h>
+#include <host/output/PrintMessage.h>
+#include <host/output/RefuseSameFile.h>
 #include <host/output/UnitSymbol.h>
 #include <host/picture/CGroundPicture.h>
 #include <host/picture/CViewColors.h>
@@ -42,6 +48,7 @@ struct COptions
     std::string sPicturePath;
     CPictureOptions picture;
     double dUnitScale = 0.0; // metres; 0: not given
+    bool bForce = false;
 };
 
 class CFilterProgress final : public IPclProgressListener
@@ -88,11 +95,12 @@ CGroundScale ChooseGroundScale(const COptions& options, const CCoordSystem& coor
 
 void Report(const COptions& options, const CGroundResult& result, const CConsole& console)
 {
-    fmt::print("{}: {} of {} {} {} ground ({:.1f} %)\n", options.input.sPath, result.nNumGround,
-               result.nNumAll, WithPlural("point", result.nNumAll), result.nNumGround == 1 ? "is" : "are",
-               result.nNumAll > 0
-                   ? 100.0 * static_cast<double>(result.nNumGround) / static_cast<double>(result.nNumAll)
-                   : 0.0);
+    PrintMessage(stdout, fmt::format("{}: {} of {} {} {} ground ({:.1f} %)", options.input.sPath,
+                                     result.nNumGround, result.nNumAll, WithPlural("point", result.nNumAll),
+                                     result.nNumGround == 1 ? "is" : "are",
+                                     result.nNumAll > 0 ? 100.0 * static_cast<double>(result.nNumGround) /
+                                                              static_cast<double>(result.nNumAll)
+                                                        : 0.0));
     const std::string sOdd = FindOddGround(result);
     if (!sOdd.empty())
         console.Note(fmt::format("{}: {}", options.input.sPath, sOdd));
@@ -111,11 +119,16 @@ bool IsNative(const std::string& sPath)
     return GetExtension(sPath) == ".cld";
 }
 
-/// @throws CUsageError for a file that cannot be written because of its name.
-void CheckOutPath(const std::string& sPath)
+/// @throws CUsageError for a file that cannot be written because of its name, or must not be.
+void CheckOutPaths(const COptions& options)
 {
+    const std::string& sPath = options.sOutPath;
     if (!sPath.empty() && !IsNative(sPath) && GetExtension(sPath) != ".ply" && GetExtension(sPath) != ".csv")
         throw CUsageError(fmt::format("--output: '{}' ends in none of .cld, .ply and .csv", sPath));
+    if (!options.sPicturePath.empty())
+        CheckExtension(options.sPicturePath, "--picture", ".png");
+    RefuseSameFile(options.input.sPath, sPath, "--output", options.bForce);
+    RefuseSameFile(options.input.sPath, options.sPicturePath, "--picture", options.bForce);
 }
 
 void SaveGround(CPntCld& cloud, const std::string& sPath, const CConsole& console)
@@ -135,9 +148,7 @@ void SaveGround(CPntCld& cloud, const std::string& sPath, const CConsole& consol
 
 void FindGround(const COptions& options, const CConsole& console)
 {
-    CheckOutPath(options.sOutPath);
-    if (!options.sPicturePath.empty())
-        CheckExtension(options.sPicturePath, "--picture", ".png");
+    CheckOutPaths(options);
     CGroundPicture::COptions pictureOptions = ParsePicture(options);
     CViewColors colors;
     CPntCld cloud(&colors);
@@ -145,6 +156,8 @@ void FindGround(const COptions& options, const CConsole& console)
     const CCoordSystem& coords = pFile->GetFacts().coords;
     const CGroundScale scale = ChooseGroundScale(options, coords, console);
     pictureOptions.units = ChooseUnits(options.picture, coords);
+    if (!options.sPicturePath.empty())
+        NoteOtherUnit(options.picture, coords, options.input.sPath, console);
     LoadOrAdvise(cloud, *pFile, console);
     ChooseColors(options.picture, options.input.sPath, cloud, colors);
     pictureOptions.bByHeight = colors.IsByHeight();
@@ -168,6 +181,8 @@ void FindGround(const COptions& options, const CConsole& console)
         SaveGround(cloud, options.sOutPath, console);
     if (pictureFile)
         pictureFile->Commit();
+    if (!options.sOutPath.empty())
+        NoteLeftOut(*pFile, {}, result.nNumAll, result.nNumGround, options.sOutPath, console);
     Report(options, result, console);
 }
 
@@ -188,6 +203,7 @@ void AddGroundCommand(CLI::App& app, const CConsole& console)
         ->type_name("OUT");
     pCommand->add_option("--picture", pOptions->sPicturePath, "Picture of the cloud before and after")
         ->type_name("OUT.png");
+    AddForceFlag(*pCommand, pOptions->bForce);
     AddPictureOptions(*pCommand, pOptions->picture);
     pCommand
         ->add_option("--unit-scale", pOptions->dUnitScale,

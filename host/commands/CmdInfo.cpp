@@ -5,6 +5,7 @@
 #include <host/files/CLasTally.h>
 #include <host/files/CLostPnts.h>
 #include <host/files/CoordSystemFacts.h>
+#include <host/files/DescribeFacts.h>
 #include <host/files/LoadChosen.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
@@ -74,14 +75,14 @@ TJson FindBounds(const CPntCld& cloud)
 }
 
 /// Everything that the command tells, in the order in which it tells it.
-TJson CollectInfo(const CPntCld& cloud, const CInputFile& file, const CLoadFacts& facts,
-                  const CLostPnts& lost)
+TJson CollectInfo(const CPntCld& cloud, CInputFile& file, const CLoadFacts& facts, const CLostPnts& lost)
 {
     TJson info;
     info["file"] = file.GetPath();
     info["type"] = file.GetKind().pName;
+    DescribeCause({}, info); // it is loaded
     info["points"] = cloud.GetNumPnts();
-    info["announced"] = OrNull(facts.nAnnounced);
+    info["announced"] = OrNull(file.GetFileFacts().nAnnounced);
     info["duplicates_removed"] = OrNull(lost.nDuplicates);
     info["not_numbers"] = OrNull(lost.nNotNumbers);
     info["never_there"] = OrNull(lost.nNeverThere);
@@ -113,14 +114,15 @@ TJson CollectInfo(const CPntCld& cloud, const CInputFile& file, const CLoadFacts
     return info;
 }
 
-void PrintLostPnts(const CInputFile& file, const CLoadFacts& facts, const CLostPnts& lost)
+void PrintLostPnts(CInputFile& file, const CLostPnts& lost)
 {
+    const std::int64_t nAnnounced = file.GetFileFacts().nAnnounced;
     std::string sText = "not known";
     if (!file.GetFacts().bDuplicates)
         sText = "before the file was saved";
     else if (lost.nDuplicates >= 0)
         sText = GroupDigits(lost.nDuplicates) +
-                (facts.nAnnounced < 0 ? "" : " of " + FormatCount(facts.nAnnounced, "announced point")) +
+                (nAnnounced < 0 ? "" : " of " + FormatCount(nAnnounced, "announced point")) +
                 " (each at the x and y of another point)";
     PrintLine("Duplicates removed", sText);
     if (lost.nNotNumbers > 0)
@@ -143,12 +145,12 @@ void PrintBounds(const TJson& bounds)
     }
 }
 
-void PrintInfo(const TJson& info, const CInputFile& file, const CLoadFacts& facts, const CLostPnts& lost)
+void PrintInfo(const TJson& info, CInputFile& file, const CLoadFacts& facts, const CLostPnts& lost)
 {
     PrintLine("File", info["file"].get<std::string>());
     PrintLine("Type", file.GetKind().pTitle);
     PrintLine("Points", GroupDigits(info["points"].get<std::int64_t>()));
-    PrintLostPnts(file, facts, lost);
+    PrintLostPnts(file, lost);
     PrintLine("Colour", facts.HasFinding("color-zero") ? "its fields are all 0"
                         : info["color"].get<bool>()    ? "yes"
                                                        : "no");
@@ -194,32 +196,68 @@ std::optional<CLasTally> FindTally(CInputFile& file, const CConsole& console)
     }
 }
 
-void ShowInfo(const COptions& options, const CConsole& console)
+void PrintJson(const TJson& info)
+{
+    fmt::print("{}\n", info.dump(2, ' ', false, TJson::error_handler_t::replace));
+}
+
+/// Programs get the cause as a number, too.
+/// @param pFile  null where it could not be opened.
+void PrintCause(const std::string& sPath, CInputFile* pFile, const CFailure& failure)
+{
+    TJson info;
+    info["file"] = sPath;
+    info["type"] = pFile == nullptr ? TJson() : TJson(pFile->GetKind().pName);
+    CFileCause cause = {FileCause_None, failure.GetCause()};
+    if (pFile == nullptr)
+        cause.eCause = FindFileFacts(zor::String(sPath)).eCause;
+    else if (const CFileCause found = pFile->FindCause(); !found.empty())
+        cause = found;
+    DescribeCause(cause, info);
+    PrintJson(info);
+}
+
+void ShowInfo(CInputFile& file, const COptions& options, const CConsole& console)
 {
     CLasWish wish;
     wish.choice = CClassChoice(options.classes);
     CFileColors colors;
     CPntCld cloud(&colors);
-    const std::unique_ptr<CInputFile> pFile = OpenInputFile(options.input);
     std::optional<CLasTally> tally;
     if (wish.IsAsked())
-        tally = CollectLasTally(*pFile, console);
-    const CLoadFacts facts = wish.IsAsked() ? LoadChosen(cloud, *pFile, wish, *tally, console)
-                                            : LoadOrAdvise(cloud, *pFile, console);
+        tally = CollectLasTally(file, console);
+    const CLoadFacts facts =
+        wish.IsAsked() ? LoadChosen(cloud, file, wish, *tally, console) : LoadOrAdvise(cloud, file, console);
     CLostPnts lost;
     if (wish.IsAsked())
         lost = {facts.nDuplicates, facts.nNotNumbers, -1};
     else
-        lost = CountLostPnts(cloud, *pFile, facts);
-    TJson info = CollectInfo(cloud, *pFile, facts, lost);
+        lost = CountLostPnts(cloud, file, facts);
+    TJson info = CollectInfo(cloud, file, facts, lost);
     if (!wish.IsAsked())
-        tally = FindTally(*pFile, console);
+        tally = FindTally(file, console);
     if (tally)
         DescribeTally(*tally, wish.choice, info["las"]);
     if (options.bJson)
-        fmt::print("{}\n", info.dump(2, ' ', false, TJson::error_handler_t::replace));
+        PrintJson(info);
     else
-        PrintInfo(info, *pFile, facts, lost);
+        PrintInfo(info, file, facts, lost);
+}
+
+void OpenAndShow(const COptions& options, const CConsole& console)
+{
+    std::unique_ptr<CInputFile> pFile;
+    try
+    {
+        pFile = OpenInputFile(options.input);
+        ShowInfo(*pFile, options, console);
+    }
+    catch (const CFailure& failure)
+    {
+        if (options.bJson)
+            PrintCause(options.input.sPath, pFile.get(), failure);
+        throw;
+    }
 }
 
 } // namespace
@@ -232,7 +270,7 @@ void AddInfoCommand(CLI::App& app, const CConsole& console)
     AddInputOptions(*pCommand, pOptions->input);
     AddClassOptions(*pCommand, pOptions->classes);
     pCommand->add_flag("--json", pOptions->bJson, "Print the result as JSON");
-    pCommand->callback([pOptions, &console] { ShowInfo(*pOptions, console); });
+    pCommand->callback([pOptions, &console] { OpenAndShow(*pOptions, console); });
 }
 
 } // namespace zorcld

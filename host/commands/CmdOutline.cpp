@@ -10,7 +10,10 @@
 #include <host/output/GetExtension.h>
 #include <host/output/GetFileName.h>
 #include <host/output/PntWriter.h>
+#include <host/output/PrintMessage.h>
+#include <host/output/RefuseSameFile.h>
 #include <host/output/UnitSymbol.h>
+#include <host/picture/CPen.h>
 #include <host/picture/CViewColors.h>
 #include <host/picture/PictureOptions.h>
 #include <host/picture/RenderView.h>
@@ -36,6 +39,7 @@ struct COptions
     CInputOptions input;
     std::string sDistance;
     std::string sOutPath;
+    bool bForce = false;
     CPictureOptions picture;
 };
 
@@ -70,11 +74,12 @@ void Report(const COptions& options, const CPntCld& cloud, const COutline& outli
 {
     const TRing ring = outline.GetRing();
     const std::string sUnit = ChooseUnits(options.picture, coords).sPlan;
-    fmt::print("{}: {} {}, length {}, area {}, distance {:.10g}{}{}{}\n", options.sOutPath, ring.size(),
-               WithPlural("corner", static_cast<std::int64_t>(ring.size())),
-               FormatSize(CalcLength(ring), sUnit),
-               FormatSize(std::fabs(CalcSignedArea(ring)), sUnit, "square "), outline.dDistance,
-               sUnit.empty() ? "" : " " + sUnit, FormatMetres(outline, coords), outline.sHow);
+    PrintMessage(stdout,
+                 fmt::format("{}: {} {}, length {}, area {}, distance {:.10g}{}{}{}", options.sOutPath,
+                             ring.size(), WithPlural("corner", static_cast<std::int64_t>(ring.size())),
+                             FormatSize(CalcLength(ring), sUnit),
+                             FormatSize(std::fabs(CalcSignedArea(ring)), sUnit, "square "), outline.dDistance,
+                             sUnit.empty() ? "" : " " + sUnit, FormatMetres(outline, coords), outline.sHow));
     if (!IsWhole(outline, cloud))
         console.Note(fmt::format(
             "{}: the outline holds {} of {} ({:.1f} %), those of one part; another --distance may hold more",
@@ -98,7 +103,8 @@ void DrawOutline(const COptions& options, const CPntCld& cloud, CViewColors& col
     view.bPlan = true;
     view.sTitle = GetFileName(options.input.sPath);
     view.units = ChooseUnits(options.picture, coords);
-    view.sNote = fmt::format("outline at distance {:.10g}", outline.dDistance);
+    view.sNote =
+        "outline at distance " + WithUnit(fmt::format("{:.10g}", outline.dDistance), view.units.sPlan);
     view.overlay.vecPolygons.push_back({outline.GetRing(), {}});
     RenderView(cloud, colors, view, out);
 }
@@ -109,6 +115,7 @@ void MakeOutline(const COptions& options, const CConsole& console)
     if (!IsShapeExtension(sExtension) && sExtension != ".csv" && sExtension != ".png")
         throw CUsageError(
             fmt::format("--output: '{}' ends in none of .geojson, .wkt, .csv and .png", options.sOutPath));
+    RefuseSameFile(options.input.sPath, options.sOutPath, "--output", options.bForce);
     const double dGiven = ParseDistance(options.sDistance);
     int nWidth = 0;
     int nHeight = 0;
@@ -151,6 +158,7 @@ void AddOutlineCommand(CLI::App& app, const CConsole& console)
         ->type_name("D|auto");
     AddOutOption(*pCommand, pOptions->sOutPath,
                  "File to write: .geojson, .wkt or .csv, or .png for a picture of it over the points");
+    AddForceFlag(*pCommand, pOptions->bForce);
     AddPictureOptions(*pCommand, pOptions->picture);
     pCommand->callback([pOptions, &console] { MakeOutline(*pOptions, console); });
 }

@@ -9,6 +9,7 @@
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
 #include <host/output/COutFile.h>
+#include <host/output/RefuseSameFile.h>
 #include <host/query/Query.h>
 #include <host/query/WritePnts.h>
 #include <zor4data/CPntCld.h>
@@ -29,11 +30,14 @@ struct COptions
     CQueryOptions query;
     CClassOptions classes;
     std::string sOutPath;
+    bool bForce = false;
 };
 
 void WritePoints(const COptions& options, const CConsole& console)
 {
     const TMakePntWriter makeWriter = FindPntWriter(options.sOutPath);
+    RefuseSameFile(options.input.sPath, options.sOutPath, "--output", options.bForce);
+    RefuseSameFile(options.query.plan.sContour, options.sOutPath, "--output", options.bForce);
     CQuery query = ParseQuery(options.query);
     CLasWish wish;
     wish.choice = CClassChoice(options.classes);
@@ -46,9 +50,9 @@ void WritePoints(const COptions& options, const CConsole& console)
         query.dLod = FindLod(cloud, query, options.query.nMaxPnts);
 
     COutFile out(options.sOutPath);
-    WritePnts(cloud, query, makeWriter, out, console);
+    const std::int64_t nWritten = WritePnts(cloud, query, makeWriter, out, console);
     out.Commit();
-    NoteLeftOut(*pFile, options.sOutPath, console);
+    NoteLeftOut(*pFile, wish.choice, cloud.GetNumPnts(), nWritten, options.sOutPath, console);
 }
 
 } // namespace
@@ -61,6 +65,7 @@ void AddPointsCommand(CLI::App& app, const CConsole& console)
     AddQueryOptions(*pCommand, pOptions->query);
     AddClassOptions(*pCommand, pOptions->classes);
     AddOutOption(*pCommand, pOptions->sOutPath, "File to write, .ply or .csv");
+    AddForceFlag(*pCommand, pOptions->bForce);
     pCommand->callback([pOptions, &console] { WritePoints(*pOptions, console); });
 }
 

@@ -12,6 +12,8 @@
 #include <host/output/GetExtension.h>
 #include <host/output/GetFileName.h>
 #include <host/output/NumberInRange.h>
+#include <host/output/PrintMessage.h>
+#include <host/output/RefuseSameFile.h>
 #include <host/picture/CViewColors.h>
 #include <host/picture/PictureOptions.h>
 #include <host/picture/RenderView.h>
@@ -40,6 +42,7 @@ struct COptions
     CClassOptions classes;
     CPictureOptions picture;
     std::string sOutPath;
+    bool bForce = false;
     std::string sFrom = "plan";
     std::string sOverlayPath;
     std::string sBackground = "dark";
@@ -104,6 +107,8 @@ CView ParseView(const COptions& options)
 void MakeView(const COptions& options, const CConsole& console)
 {
     CheckExtension(options.sOutPath, "--output", ".png");
+    for (const std::string& sIn : {options.input.sPath, options.query.plan.sContour, options.sOverlayPath})
+        RefuseSameFile(sIn, options.sOutPath, "--output", options.bForce);
     CView view = ParseView(options);
     CLasWish wish;
     wish.choice = CClassChoice(options.classes);
@@ -115,6 +120,7 @@ void MakeView(const COptions& options, const CConsole& console)
     CPntCld cloud(&colors);
     const CLoadFacts facts = LoadAsWished(cloud, *OpenInputFile(options.input), wish, console);
     view.units = ChooseUnits(options.picture, facts.coords);
+    NoteOtherUnit(options.picture, facts.coords, options.input.sPath, console);
     ChooseColors(options.picture, options.input.sPath, cloud, colors);
     view.query.Choose(cloud);
     if (!options.sOverlayPath.empty() && !IsNear(view.overlay, cloud))
@@ -126,9 +132,10 @@ void MakeView(const COptions& options, const CConsole& console)
     out.Commit();
     if (!result.sProportions.empty())
         console.Note(fmt::format("{}: {}", options.input.sPath, result.sProportions));
-    fmt::print("{}: {} x {}, {} {}{}\n", options.sOutPath, view.nWidth, view.nHeight, result.nNumPnts,
-               WithPlural("point", result.nNumPnts),
-               result.dLod > 0.0 ? fmt::format(", level of detail {:.4g}", result.dLod) : std::string());
+    PrintMessage(stdout, fmt::format("{}: {} x {}, {} {}{}", options.sOutPath, view.nWidth, view.nHeight,
+                                     result.nNumPnts, WithPlural("point", result.nNumPnts),
+                                     result.dLod > 0.0 ? fmt::format(", level of detail {:.4g}", result.dLod)
+                                                       : std::string()));
 }
 
 } // namespace
@@ -139,6 +146,7 @@ void AddViewCommand(CLI::App& app, const CConsole& console)
     CLI::App* const pCommand = app.add_subcommand("view", "Makes a picture of a cloud");
     AddInputOptions(*pCommand, pOptions->input);
     AddOutOption(*pCommand, pOptions->sOutPath, "PNG to write", "OUT.png");
+    AddForceFlag(*pCommand, pOptions->bForce);
     AddPictureOptions(*pCommand, pOptions->picture, true);
     pCommand
         ->add_option(

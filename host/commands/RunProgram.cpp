@@ -3,11 +3,11 @@
 #include <host/commands/Commands.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
+#include <host/output/PrintMessage.h>
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <array>
 #include <clocale>
 #include <csignal>
@@ -29,13 +29,10 @@ constexpr std::array c_commands = {AddInfoCommand,  AddViewCommand,    AddServeC
                                    AddCountCommand, AddOutlineCommand, AddProfileCommand,   AddGroundCommand,
                                    AddCheckCommand, AddConvertCommand, AddMakeSampleCommand};
 
-/// Prints one line whatever the message holds: file names may hold line feeds.
 /// @return `nStatus`.
-int Report(std::string sMessage, int nStatus)
+int Report(const std::string& sMessage, int nStatus)
 {
-    std::replace_if(
-        sMessage.begin(), sMessage.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
-    fmt::print(stderr, "zorcld: {}\n", sMessage);
+    PrintMessage(stderr, "zorcld: " + sMessage);
     return nStatus;
 }
 

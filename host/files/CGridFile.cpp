@@ -17,13 +17,14 @@ const CFileKind CGridFile::c_kind = {
     [](const std::string& sPath, CByteReader&& reader) -> std::unique_ptr<CInputFile>
     { return std::make_unique<CGridFile>(sPath, std::move(reader)); }};
 
-/// The cells with a height are not counted in the header, so that no points are announced.
 CGridFile::CGridFile(const std::string& sPath, CByteReader&& reader)
     : CInputFile(c_kind, sPath, std::move(reader)), m_meaning(ReadAsciiGridMeaning(m_reader))
 {
-    m_sHeadCause = m_meaning.FindTakenCause();
+    const CFileCause cause = m_meaning.FindTakenCause();
     m_facts.vecFindings = FindAsciiGridFindings(m_meaning);
-    if (m_meaning.FindCause().empty() && (!m_sHeadCause.empty() || !m_meaning.IsPlaceLost()))
+    if (!cause.empty() && !cause.IsRefusal())
+        m_facts.vecFindings.push_back({"misread", cause, true, ""});
+    if (m_meaning.FindCause().empty() && (!cause.empty() || !m_meaning.IsPlaceLost()))
         m_facts.vecRemarks.push_back(
             {"grid-corner",
              fmt::format("its points are the upper left corners of their cells, half a cell ({:.10g} by "
@@ -61,15 +62,6 @@ void CGridFile::Print(const nlohmann::ordered_json& info) const
                                    grid["cell"][1].get<double>()));
     if (!m_meaning.IsPlaceLost())
         PrintLine("Points at", "the upper left corner of their cells, half a cell from the centre");
-}
-
-std::string CGridFile::CalcDataCause(std::int64_t nNumRead)
-{
-    const std::int64_t nNumPnts = nNumRead < 0 ? CountByReading() : nNumRead;
-    if (nNumPnts > 0)
-        return {};
-    std::string sCause = m_meaning.FindCause(); // counts beyond the library's are none by their words
-    return !sCause.empty() ? sCause : "no cell holds a height: there are none, or all have the no-data value";
 }
 
 } // namespace zorcld

@@ -22,8 +22,8 @@ public:
     void Print(const nlohmann::ordered_json& info) const override;
 
 private:
+    bool IsPlaceLost() const override { return m_meaning.IsPlaceLost(); }
     CMadeSource TryMakeSource() override { return MakeAsciiGridSource(m_meaning, m_reader); }
-    std::string CalcDataCause(std::int64_t nNumRead) override;
 
     CAsciiGridMeaning m_meaning; // of its header
 };

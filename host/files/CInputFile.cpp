@@ -1,13 +1,11 @@
 #include <host/files/CInputFile.h>
 
-#include <formats/CloudLimits.h>
 #include <host/files/CFileKind.h>
 #include <host/files/ColorFindings.h>
+#include <host/files/PntFindings.h>
 #include <host/output/CFailure.h>
 #include <host/output/HasColors.h>
 #include <zor4data/CPntArrays.h>
-
-#include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
@@ -19,26 +17,33 @@
 namespace zorcld
 {
 
-std::int64_t CFileFacts::CalcNumPnts() const
-{
-    return nHeld < 0 ? nAnnounced : std::min(nHeld, nAnnounced);
-}
-
 CInputFile::CInputFile(const CFileKind& kind, const std::string& sPath, CByteReader&& reader)
     : m_reader(std::move(reader)), m_kind(kind), m_input{sPath, ""}
 {
 }
 
-const std::string& CInputFile::FindCause(std::int64_t nNumRead)
+const CFileFacts& CInputFile::GetFileFacts()
 {
-    if (!m_sCause)
-        m_sCause = m_sHeadCause.empty() ? CalcDataCause(nNumRead) : m_sHeadCause;
-    return *m_sCause;
+    if (!m_fileFacts)
+        m_fileFacts = CalcFileFacts();
+    return *m_fileFacts;
 }
 
-std::string CInputFile::CalcDataCause(std::int64_t)
+CFileFacts CInputFile::CalcFileFacts() const
 {
-    return {};
+    return FindFileFacts(zor::String(GetPath()), m_kind.eFile);
+}
+
+std::int64_t CInputFile::CalcNumPnts()
+{
+    const std::int64_t nAnnounced = GetFileFacts().nAnnounced;
+    return m_facts.nHeld < 0 ? nAnnounced : std::min(m_facts.nHeld, nAnnounced);
+}
+
+CFileCause CInputFile::FindHeadCause()
+{
+    const CFileFacts& facts = GetFileFacts();
+    return {facts.eCause, facts.eCause == FileCause_None ? m_sWrong : facts.sCause};
 }
 
 std::unique_ptr<IPntSource> CInputFile::MakeSource()
@@ -82,6 +87,14 @@ bool CInputFile::ReadTaken(const IPntSource::TOnPnt& onPnt)
            !HasOtherNumbers(made.pSource->GetFindings());
 }
 
+std::string CInputFile::FindUnreadable()
+{
+    const CMadeSource made = TryMakeSource();
+    if (!made.sCause.empty() || made.pSource == nullptr || !HasOtherNumbers(m_facts.vecFindings))
+        return made.sCause;
+    return made.pSource->ForEach([](const CSourcePnt&) {}); // other sizes lead it past the end
+}
+
 static bool HasCode(const std::vector<CFinding>& vecFindings, std::string_view sCode)
 {
     return std::any_of(vecFindings.begin(), vecFindings.end(),
@@ -89,14 +102,15 @@ static bool HasCode(const std::vector<CFinding>& vecFindings, std::string_view s
 }
 
 /// Coordinates out of reach, infinite ones too, end where the compact numbers end.
-static bool HasMovedPnts(const CPntCld& cloud)
+/// @param nFirstAxis  0: x is looked at, too; 2: z only.
+static bool HasMovedPnts(const CPntCld& cloud, std::ptrdiff_t nFirstAxis)
 {
     const CPntArrays arrays = GetPntArrays(cloud);
     for (int i = 0; i < arrays.nNumPnts; ++i)
     {
         std::array<std::int32_t, 3> anCoords{};
         std::memcpy(anCoords.data(), arrays.pPnts + std::ptrdiff_t{i} * arrays.nStride, sizeof anCoords);
-        const auto [itMin, itMax] = std::minmax_element(anCoords.begin(), anCoords.end());
+        const auto [itMin, itMax] = std::minmax_element(anCoords.begin() + nFirstAxis, anCoords.end());
         if (*itMin == std::numeric_limits<std::int32_t>::min() ||
             *itMax == std::numeric_limits<std::int32_t>::max())
             return true;
@@ -104,32 +118,15 @@ static bool HasMovedPnts(const CPntCld& cloud)
     return false;
 }
 
-std::int64_t CInputFile::CountByReading()
-{
-    std::int64_t nNumPnts = 0;
-    const CMadeSource made = TryMakeSource();
-    const bool bRead =
-        made.pSource != nullptr && made.pSource->ForEach([&](const CSourcePnt&) { ++nNumPnts; }).empty();
-    return bRead ? nNumPnts : 0;
-}
-
 void CInputFile::FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindings)
 {
     if (cloud.IsWithColor() && cloud.GetNumPnts() > 0 && !HasColors(cloud))
         vecFindings.push_back(FindZeroColors(true));
     const bool bAsItStands = m_kind.eFile == PntCldFile_Native; // its own numbers
-    if (!bAsItStands && HasMovedPnts(cloud) && !HasCode(vecFindings, "span"))
-        vecFindings.push_back(
-            {"span",
-             fmt::format("points lie more than {} units from the first one and are moved to "
-                         "that distance",
-                         c_nReach),
-             true, ""});
-}
-
-std::int64_t CInputFile::CountRead(std::int64_t, std::vector<CFinding>&) const
-{
-    return m_facts.CalcNumPnts();
+    if (!bAsItStands && HasMovedPnts(cloud, IsPlaceLost() ? 2 : 0) && !HasCode(vecFindings, "span"))
+        vecFindings.push_back(FindMovedPnts());
+    if (const std::string sCause = FindUnreadable(); !sCause.empty())
+        vecFindings.push_back(FindUnreadablePnts(sCause));
 }
 
 } // namespace zorcld

@@ -3,9 +3,11 @@
 
 #include <formats/CByteReader.h>
 #include <formats/CCoordSystem.h>
+#include <formats/CFileCause.h>
 #include <formats/IPntSource.h>
 #include <host/files/CInputOptions.h>
 #include <zor3geom/PNT_2D.h>
+#include <zor4data/CFileFacts.h>
 
 #include <nlohmann/json_fwd.hpp>
 
@@ -23,27 +25,22 @@ namespace zorcld
 struct CFileKind;
 struct CSourceFacts;
 
-/// What a file says of itself before it is loaded.
-struct CFileFacts
+/// What its head tells of a file beside what the library knows of it.
+struct CInputFacts
 {
-    std::int64_t nAnnounced = -1; ///< points that it announces; -1: it does not say
-    std::int64_t nHeld = -1;      ///< points that it has room for; -1: not known
-    bool bDuplicates = true;      ///< points at one x and y are removed while it is loaded
-    bool bColorTaken = true;      ///< colours of its source are taken while it is loaded
-    std::vector<CFinding> vecFindings;
-    std::vector<CFinding> vecRemarks; ///< what is as it should be, and surprises all the same
-    CCoordSystem coords;              ///< none for most kinds of file
+    std::int64_t nHeld = -1;           ///< points that it has room for; -1: not known
+    bool bDuplicates = true;           ///< points at one x and y are removed while it is loaded
+    std::vector<CFinding> vecFindings; ///< what the library tells of it as losses, and what helps
+    std::vector<CFinding> vecRemarks;  ///< what is as it should be, and surprises all the same
+    CCoordSystem coords;               ///< none for most kinds of file
     bool bNoProgress = false; ///< it announces items by the billion that take no bytes: no call for each
-
-    /// @return the points that it announces and has room for; -1: it does not say.
-    std::int64_t CalcNumPnts() const;
 };
 
-/// A file that a command reads: opened once, its head parsed once, then handed down. The library tells only
-/// that a load failed: what a file announces, and why it cannot be read, is found here.
+/// A file that a command reads: opened once, its head parsed once, then handed down. What the file announces,
+/// and why it cannot be read, the library tells (`FindFileFacts`); what repairs it is found here.
 ///
 /// The class of a kind parses the head in its constructor, which does not fail: a head in which anything is
-/// wrong gives facts as far as they go, and a cause.
+/// wrong gives facts as far as they go.
 class CInputFile
 {
 public:
@@ -55,20 +52,23 @@ public:
     const CInputOptions& GetInput() const { return m_input; } ///< as the user named it
     const std::string& GetPath() const { return m_input.sPath; }
     std::int64_t GetSize() const { return m_reader.GetSize(); }
-    const CFileFacts& GetFacts() const { return m_facts; }
+    const CInputFacts& GetFacts() const { return m_facts; }
+
+    /// What the library knows of the file. Found once and kept; reads its head.
+    const CFileFacts& GetFileFacts();
+
+    /// @return the points that it announces and has room for; -1: it does not say.
+    std::int64_t CalcNumPnts();
 
     /// Keeps the type that the user gave the file, empty where it was found out.
     void SetToldType(const std::string& sType) { m_input.sType = sType; }
 
-    /// @return why the library does not load the file, as far as its head tells, without a full stop; empty:
-    ///         nothing found.
-    const std::string& GetHeadCause() const { return m_sHeadCause; }
+    /// @return why the library does not load the file, or nothing useful from it, as far as that is known
+    ///         before the points are read; empty: nothing found.
+    virtual CFileCause FindHeadCause();
 
-    /// Why the library does not load the file, without a full stop; empty: nothing found. Found once and
-    /// kept; reads the data as far as that takes and the points have not been read before.
-    ///
-    /// @param nNumRead  points that the file's own source delivered; -1: they have not been read.
-    const std::string& FindCause(std::int64_t nNumRead = -1);
+    /// The same for good: reads the data as far as that takes and they have not been read before.
+    virtual CFileCause FindCause() { return FindHeadCause(); }
 
     /// The points as the file means them; more than the library takes. The source uses this file's reader:
     /// one pass at a time, and none after the file is gone.
@@ -105,11 +105,8 @@ public:
     /// apart that are told to lie out of reach?
     virtual bool IsPlaceTaken() const { return false; }
 
-    /// How many points the library has read.
-    /// @param nNumCalls    of the progress bar during the load.
-    /// @param vecFindings  gets what that count tells.
-    /// @return -1: not known.
-    virtual std::int64_t CountRead(std::int64_t nNumCalls, std::vector<CFinding>& vecFindings) const;
+    /// Adds what the number of points tells that the library has read.
+    virtual void FindInCount(std::int64_t /*nNumRead*/, std::vector<CFinding>& /*vecFindings*/) {}
 
     /// Makes good in the loaded cloud what was damaged in the file and can be found again.
     virtual void Mend(CPntCld& /*cloud*/) {}
@@ -123,12 +120,9 @@ public:
 protected:
     CInputFile(const CFileKind& kind, const std::string& sPath, CByteReader&& reader);
 
-    /// @return the points that the file's source delivers; 0 where it has none or fails.
-    std::int64_t CountByReading();
-
     CByteReader m_reader;
-    CFileFacts m_facts;       // filled in by the constructor of the kind
-    std::string m_sHeadCause; // this too
+    CInputFacts m_facts;  // filled in by the constructor of the kind
+    std::string m_sWrong; // this too: why nothing useful is loaded from a file that is not refused
 
 private:
     virtual CMadeSource TryMakeSource() = 0;
@@ -136,12 +130,17 @@ private:
     /// Must the points be read to know what they have beside places and colours?
     virtual bool HasLeftOutInPnts() const { return false; }
 
-    /// As `FindCause`, where the head has nothing against the file.
-    virtual std::string CalcDataCause(std::int64_t nNumRead);
+    /// Do all points get one x and y that are none, which has been told?
+    virtual bool IsPlaceLost() const { return false; }
+
+    /// @return why the points cannot be read as the header means them, though the library takes it.
+    std::string FindUnreadable();
+
+    virtual CFileFacts CalcFileFacts() const;
 
     const CFileKind& m_kind;
     CInputOptions m_input;
-    std::optional<std::string> m_sCause; // once found
+    std::optional<CFileFacts> m_fileFacts; // once found
 };
 
 } // namespace zorcld

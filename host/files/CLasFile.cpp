@@ -111,19 +111,14 @@ const CFileKind CLasFile::c_kind = {
 CLasFile::CLasFile(const std::string& sPath, CByteReader&& reader)
     : CInputFile(c_kind, sPath, std::move(reader)), m_guard(sPath.c_str()), m_header(m_guard.GetHeader())
 {
-    const bool bLet = m_guard.Check();
-    m_sHeadCause = ZORCLD_HAS_LAS ? m_guard.GetCause().sText
-                                  : "this zorcld was built without a library that reads LAS (ZOR4DATA_LAS)";
-    if (!bLet)
+    if (!m_guard.Check())
         return;
     m_adFirst = m_guard.ReadFirstPnt();
     CLasRecords records = m_guard.GetRecords();
     for (CLasRecord record; m_vecRecords.size() < c_nMaxRecords && records.Next(record);)
         m_vecRecords.push_back(record);
     m_facts.coords = m_guard.ReadCoordSystem();
-    m_facts.nAnnounced = m_header.nNumPnts;
     m_facts.nHeld = m_header.CalcNumHeld();
-    m_facts.bColorTaken = m_header.IsColorTaken();
     m_facts.vecFindings = FindLasFindings(m_guard, ZORCLD_HAS_LASZIP);
 }
 
@@ -138,12 +133,12 @@ void CLasFile::FindInPnts(const CSourceFacts& facts, std::vector<CFinding>& vecF
 {
     if (facts.nMaxColor > 0 && !m_header.IsColorTaken())
         vecFindings.push_back(FindUntakenColors(m_header, ZORCLD_HAS_LASZIP));
-    if (m_header.IsColorTaken() && facts.HasDeepColor() && facts.nNumLowColors > 0)
+    if (m_header.IsColorTaken() && facts.nMaxColorTaken > 255 && facts.nNumLowColors > 0)
         vecFindings.push_back(
             {"color-16-bit",
              fmt::format("its colours have 16 bits (up to {}), and of {} a channel from 1 to 255 is "
                          "taken as one of 8 bits: far too bright",
-                         facts.nMaxColor, FormatCount(facts.nNumLowColors, "point")),
+                         facts.nMaxColorTaken, FormatCount(facts.nNumLowColors, "point")),
              true, ""});
 }
 
@@ -152,7 +147,7 @@ void CLasFile::FindInPnts(const CSourceFacts& facts, std::vector<CFinding>& vecF
 void CLasFile::FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindings)
 {
     constexpr double c_dNearEnd = c_dReach - 1.0 / c_dCompactScale;
-    if (!m_guard.GetCause().empty() || m_facts.CalcNumPnts() == 0)
+    if (!m_guard.GetCause().empty() || CalcNumPnts() == 0)
         return;
     if (m_header.HasColor() && !m_header.IsColorTaken())
         vecFindings.push_back(HasLasColors(m_guard) ? FindUntakenColors(m_header, ZORCLD_HAS_LASZIP)
@@ -176,13 +171,11 @@ void CLasFile::FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindi
     CInputFile::FindInCloud(cloud, vecFindings);
 }
 
-/// Of a compressed file, only reading it tells how many points it holds: one call a point, and no more.
-std::int64_t CLasFile::CountRead(std::int64_t nNumCalls, std::vector<CFinding>& vecFindings) const
+/// Of a compressed file, only reading it tells how many points it holds.
+void CLasFile::FindInCount(std::int64_t nNumRead, std::vector<CFinding>& vecFindings)
 {
-    if (m_facts.nHeld >= 0 || nNumCalls >= m_facts.nAnnounced)
-        return m_facts.CalcNumPnts();
-    vecFindings.push_back(FindUnreadPnts(m_facts.nAnnounced, nNumCalls));
-    return nNumCalls;
+    if (m_facts.nHeld < 0 && nNumRead < m_header.nNumPnts)
+        vecFindings.push_back(FindUnreadPnts(m_header.nNumPnts, nNumRead, ZORCLD_HAS_LASZIP));
 }
 
 void CLasFile::Describe(nlohmann::ordered_json& info) const

@@ -22,7 +22,7 @@ public:
 
     void FindInPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFindings) const override;
     void FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindings) override;
-    std::int64_t CountRead(std::int64_t nNumCalls, std::vector<CFinding>& vecFindings) const override;
+    void FindInCount(std::int64_t nNumRead, std::vector<CFinding>& vecFindings) override;
     void Describe(nlohmann::ordered_json& info) const override;
     void Print(const nlohmann::ordered_json& info) const override;
 

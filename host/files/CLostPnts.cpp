@@ -36,7 +36,6 @@ public:
     }
 
     std::int64_t GetNumPnts() const { return m_nNumPnts; }
-    std::int64_t GetNumFalse() const { return m_nNumFalse; }
 
     /// @return how many points of the cloud are at such a place, and no other point of the file is known to
     /// be.
@@ -62,7 +61,6 @@ private:
     /// Most often all three are none, and the place is the origin.
     void AddFalse(const TPlace& place)
     {
-        ++m_nNumFalse;
         if (m_vecPlaces.empty() || m_vecPlaces.back() != place)
             m_vecPlaces.push_back(place);
     }
@@ -77,20 +75,19 @@ private:
     }
 
     std::int64_t m_nNumPnts = 0;
-    std::int64_t m_nNumFalse = 0;
     std::array<float, 3> m_origin{};
     bool m_bTrueAtOrigin = false;
     std::vector<TPlace> m_vecPlaces;
 };
 
-/// @param nMax  points that the library has read; -1: all.
+/// @param nMax  points that the library has read.
 /// @return false when that cannot be done.
 bool ReadPlaces(CInputFile& file, std::int64_t nMax, CFalsePlaces& places)
 {
     return file.ReadTaken(
         [&](const CSourcePnt& pnt)
         {
-            if (nMax < 0 || places.GetNumPnts() < nMax)
+            if (places.GetNumPnts() < nMax)
                 places.Add(pnt);
         });
 }
@@ -100,22 +97,18 @@ bool ReadPlaces(CInputFile& file, std::int64_t nMax, CFalsePlaces& places)
 CLostPnts CountLostPnts(const CPntCld& cloud, CInputFile& file, const CLoadFacts& facts)
 {
     CLostPnts lost;
-    if (facts.nAnnounced >= 0 && facts.nNumRead >= 0)
-        lost.nNeverThere = std::max<std::int64_t>(facts.nAnnounced - facts.nNumRead, 0);
+    const std::int64_t nAnnounced = file.GetFileFacts().nAnnounced;
+    if (nAnnounced >= 0)
+        lost.nNeverThere = std::max<std::int64_t>(nAnnounced - facts.nNumRead, 0);
     if (!file.GetFacts().bDuplicates)
         return lost;
+    lost.nNotNumbers = facts.nNotNumbers;
     CFalsePlaces places;
-    std::int64_t nNumRead = facts.nNumRead;
-    if (file.IsPlaceTaken() && lost.nNeverThere == 0)
-        lost.nNotNumbers = 0; // its first point would be one
-    else if (ReadPlaces(file, facts.nNumRead, places))
-    {
-        lost.nNotNumbers = places.GetNumFalse();
-        nNumRead = places.GetNumPnts();
-    }
-    if (nNumRead < 0)
+    const bool bHasFalse = lost.nNotNumbers > 0 || lost.nNeverThere > 0;
+    if (bHasFalse && cloud.GetNumPnts() > 0 && !ReadPlaces(file, facts.nNumRead, places) &&
+        lost.nNotNumbers > 0)
         return lost;
-    const std::int64_t nNumTrue = nNumRead - std::max<std::int64_t>(lost.nNotNumbers, 0);
+    const std::int64_t nNumTrue = facts.nNumRead - lost.nNotNumbers;
     const std::int64_t nNumKept = cloud.GetNumPnts() - places.CountKept(cloud, lost.nNeverThere > 0);
     lost.nDuplicates = std::max<std::int64_t>(nNumTrue - nNumKept, 0);
     return lost;

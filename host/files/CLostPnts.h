@@ -22,7 +22,7 @@ struct CLostPnts
 
 /// @param cloud  loaded from `file`, with these facts.
 ///
-/// Reads the file once more where its kind may have coordinates that are not numbers.
+/// Reads the file once more where points were no numbers, or never there: such a point may have been kept.
 CLostPnts CountLostPnts(const CPntCld& cloud, CInputFile& file, const CLoadFacts& facts);
 
 } // namespace zorcld

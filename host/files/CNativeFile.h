@@ -26,6 +26,9 @@ public:
 private:
     bool HasWrongBox();
 
+    /// @return how many of the points are none, but bytes of the octree.
+    std::int64_t CountFalsePnts();
+
     CMadeSource TryMakeSource() override { return {}; }
 
     CNativeFacts m_native;

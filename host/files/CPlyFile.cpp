@@ -33,22 +33,18 @@ CPlyFile::CPlyFile(const std::string& sPath, CByteReader&& reader)
     : CInputFile(c_kind, sPath, std::move(reader)), m_header(ReadHeader(m_reader, m_meaning)),
       m_walk(m_header, m_reader.GetSize())
 {
-    m_sHeadCause = m_walk.GetCause();
     const auto& vecElements = m_header.GetElements();
     m_facts.bNoProgress = std::any_of(vecElements.begin(), vecElements.end(),
                                       [](const CPlyElement& element) {
                                           return element.nNumProps == 0 && element.nAnnounced > c_nManyItems;
                                       });
-    const CPlyElement* const pVertices = m_header.FindVertices();
-    if (pVertices != nullptr && m_header.HasCoords(*pVertices)) // others hold no points
-        m_facts.nAnnounced = pVertices->nAnnounced;
     if (m_meaning.GetCause().empty())
         m_facts.vecFindings = FindPlyFindings(m_meaning);
     m_reader.SetOnBlock([this](std::int64_t nPos, std::string_view sBlock) { m_walk.Take(nPos, sBlock); });
 }
 
 /// What the walk has missed: mostly the lists behind the vertices.
-std::string CPlyFile::CalcDataCause(std::int64_t)
+CFileCause CPlyFile::FindCause()
 {
     while (m_walk.GetPosWanted() >= 0 && m_reader.ReadBlockAt(m_walk.GetPosWanted()))
     {

@@ -18,6 +18,7 @@ public:
 
     bool HasColor() const override { return m_pSource->HasColor(); }
     std::int64_t GetNumAnnounced() const override { return m_pSource->GetNumAnnounced(); }
+    std::int64_t GetNumUntaken() const override { return m_pSource->GetNumUntaken(); }
     std::vector<CFinding> GetFindings() const override { return m_pSource->GetFindings(); }
     std::vector<CLeftOut> GetLeftOut() const override { return m_pSource->GetLeftOut(); }
 

@@ -8,6 +8,7 @@
 #include <host/files/ConvertCommand.h>
 #include <host/files/LoadCloud.h>
 #include <host/files/OpenInputFile.h>
+#include <host/files/PntFindings.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
 #include <host/output/FormatCount.h>
@@ -26,11 +27,9 @@ namespace
 void FindFarPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFindings)
 {
     if (facts.nNumNotFinite > 0)
-        vecFindings.push_back({"not-finite",
-                               fmt::format("{} {} coordinates that are not numbers, or infinite",
-                                           FormatCount(facts.nNumNotFinite, "point"),
-                                           OneOrMany(facts.nNumNotFinite, "has", "have")),
-                               true, ""});
+        vecFindings.push_back(FindNotFinitePnts(facts.nNumNotFinite));
+    if (facts.nNumFar == 0 && facts.bInfinite)
+        vecFindings.push_back(FindMovedPnts());
     if (facts.nNumFar == 0)
         return;
     vecFindings.push_back(
@@ -57,6 +56,8 @@ void FindMergedPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFinding
     const zor::geom::RECT_3D& box = facts.summary.box;
     if (facts.CalcShareMerged() < c_dWorthTelling)
         return;
+    // A wall along an axis is as thin: where all points have the same x, no unit parts them.
+    const bool bThin = !(box.xmax > box.xmin) || !(box.ymax > box.ymin);
     vecFindings.push_back(
         {"small-units",
          fmt::format("its points lie within {:.4g} x {:.4g} units, of which a cloud keeps 1/{:.0f}: they get "
@@ -64,7 +65,7 @@ void FindMergedPnts(const CSourceFacts& facts, std::vector<CFinding>& vecFinding
                      box.xmax - box.xmin, box.ymax - box.ymin, c_dCompactScale,
                      (box.xmax - box.xmin) * c_dCompactScale + 1.0,
                      (box.ymax - box.ymin) * c_dCompactScale + 1.0),
-         false, "smaller units: metres instead of degrees or kilometres"});
+         false, bThin ? "" : "smaller units: metres instead of degrees or kilometres"});
 }
 
 /// Walls and the undersides of things.
@@ -102,12 +103,11 @@ std::string TryLoad(CInputFile& file, std::vector<CFinding>& vecFindings)
     return {};
 }
 
-bool IsSmall(const CInputFile& file)
+bool IsSmall(CInputFile& file)
 {
     constexpr std::int64_t c_nMaxBytes = 64 << 20;
     constexpr std::int64_t c_nMaxPnts = 4000000;
-    return file.GetSize() <= c_nMaxBytes && file.GetFacts().CalcNumPnts() <= c_nMaxPnts &&
-           !file.GetFacts().bNoProgress;
+    return file.GetSize() <= c_nMaxBytes && file.CalcNumPnts() <= c_nMaxPnts && !file.GetFacts().bNoProgress;
 }
 
 /// The last word is the loader's: damaged files may look well, and the other way round.
@@ -115,47 +115,49 @@ void AskLoader(CCheckResult& result, CInputFile& file)
 {
     std::vector<CFinding> vecFindings;
     const std::string sCause = TryLoad(file, vecFindings);
-    if (!result.sCause.empty() && sCause.empty())
+    if (!result.cause.empty() && sCause.empty())
     {
         result.vecFindings = std::move(vecFindings);
-        result.vecFindings.push_back({"misread", "it loads, but is damaged: " + result.sCause, false, ""});
+        result.vecFindings.push_back(
+            {"misread", "it loads, but is damaged: " + result.cause.sText, false, ""});
         result.bConvert = false;
     }
     else if (sCause.empty() && result.bUnseen)
     {
         result.vecFindings = std::move(vecFindings);
     }
-    else if (result.sCause.empty() && !sCause.empty())
+    else if (result.cause.empty() && !sCause.empty())
     {
         result.bConvert = std::any_of(result.vecFindings.begin(), result.vecFindings.end(),
                                       [](const CFinding& finding) { return finding.bConvert; });
         result.vecFindings.clear();
     }
-    result.sCause = sCause;
+    if (sCause.empty())
+        result.cause = {};
+    else
+        result.cause.sText = sCause;
 }
 
 void FindInPnts(CInputFile& file, const CSourceFacts& facts, CStackedPnts& stacked, CCheckResult& result)
 {
     FindMergedPnts(facts, result.vecFindings);
     FindStackedPnts(stacked, facts, result.vecFindings);
-    if (facts.summary.bColor && facts.summary.nNumPnts > 0 && facts.nMaxColor == 0)
-        result.vecFindings.push_back(FindZeroColors(file.GetFacts().bColorTaken));
+    if (facts.summary.bColor && result.nNumPnts > 0 && facts.nMaxColor == 0)
+        result.vecFindings.push_back(FindZeroColors(result.facts.bColor));
+    else if (result.facts.bColor && facts.nMaxColor > 0 && facts.nMaxColorTaken == 0)
+        result.vecFindings.push_back(FindZeroColorsRead());
     file.FindInPnts(facts, result.vecFindings);
     FindFarPnts(facts, result.vecFindings);
     if (facts.nNumFar > 0 && !CTakenPnts::CanTake(facts))
         HintAtTiles(result.vecFindings);
 }
 
-/// Reading tells exactly how many points there are, the head at least how many. What could be read of them
-/// converting takes, and says again that it is not all.
-void TakeFinding(CFinding&& finding, bool bTaken, std::vector<CFinding>& vecFindings)
+/// Reading tells for sure what the head tells in part, as how many points there are.
+void TakeFinding(CFinding&& finding, std::vector<CFinding>& vecFindings)
 {
-    const auto isCount = [](const CFinding& other) { return other.pCode == std::string_view("las-count"); };
-    if (isCount(finding))
-    {
-        vecFindings.erase(std::remove_if(vecFindings.begin(), vecFindings.end(), isCount), vecFindings.end());
-        finding.bConvert = finding.bConvert || bTaken;
-    }
+    const std::string_view sCode = finding.pCode;
+    const auto isSame = [&](const CFinding& other) { return other.pCode == sCode; };
+    vecFindings.erase(std::remove_if(vecFindings.begin(), vecFindings.end(), isSame), vecFindings.end());
     vecFindings.push_back(std::move(finding));
 }
 
@@ -171,29 +173,30 @@ bool LookAtPnts(CCheckResult& result, CInputFile& file, const CConsole& console)
         result.bUnseen = pSource == nullptr;
         if (pSource == nullptr)
         {
-            result.sCause = result.bLoaded ? TryLoad(file, result.vecFindings) : file.FindCause();
-            return result.sCause.empty();
+            result.cause = file.FindCause();
+            if (result.bLoaded)
+                result.cause.sText = TryLoad(file, result.vecFindings);
+            return result.cause.empty();
         }
         CStackedPnts stacked;
         const CSourceFacts facts = CollectSourceFacts(*pSource, result.sPath, console, "checking ",
                                                       [&](const CSourcePnt& pnt) { stacked.Add(pnt); });
         const std::int64_t nNumPnts = facts.summary.nNumPnts + facts.nNumNotFinite;
-        result.sCause = file.FindCause(nNumPnts);
+        result.cause = file.FindCause();
         const bool bTaken = CTakenPnts::CanTake(facts);
-        if (!result.sCause.empty())
+        if (!result.cause.empty())
             return bTaken;
         result.nNumPnts = nNumPnts;
         for (CFinding& finding : pSource->GetFindings())
-            TakeFinding(std::move(finding), bTaken, result.vecFindings);
+            TakeFinding(std::move(finding), result.vecFindings);
         FindInPnts(file, facts, stacked, result);
         return bTaken;
     }
     catch (const CFailure& failure) // the library takes it for something else than it is
     {
-        result.sCause = file.FindCause();
-        if (result.sCause.empty())
-            result.vecFindings.push_back(
-                {"misread", "by its header it cannot be read: " + failure.GetCause(), false, ""});
+        result.cause = file.FindCause();
+        if (result.cause.empty())
+            result.vecFindings.push_back(FindUnreadablePnts(failure.GetCause()));
         return false;
     }
 }
@@ -220,21 +223,28 @@ CCheckResult CheckFile(const CInputOptions& input, const CConsole& console)
     }
     catch (const CFailure& failure)
     {
-        result.sCause = failure.GetCause();
+        result.facts = FindFileFacts(zor::String(input.sPath));
+        result.cause = {result.facts.eCause, failure.GetCause()};
+        result.bConvert = result.facts.eCause == FileCause_Directory && !result.sCommand.empty();
+        if (result.bConvert)
+            result.sCommand = FormatCheckCommand(input);
         return result;
     }
     result.pKind = &pFile->GetKind();
-    result.nNumPnts = pFile->GetFacts().CalcNumPnts();
+    result.facts = pFile->GetFileFacts();
+    result.nNumPnts = pFile->CalcNumPnts();
     result.vecFindings = pFile->GetFacts().vecFindings;
-    result.sCause = pFile->GetHeadCause();
+    result.cause = pFile->FindHeadCause();
     // Of a file whose points cannot be looked at, only a whole pass tells whether none of them is cut off.
     const bool bTaken =
-        result.sCause.empty() ? LookAtPnts(result, *pFile, console) : CanConvert(*pFile, console);
-    result.bConvert = !result.sCause.empty() && !result.bLoaded;
+        result.cause.empty() ? LookAtPnts(result, *pFile, console) : CanConvert(*pFile, console);
+    result.bConvert = !result.cause.empty() && !result.bLoaded;
     if (IsSmall(*pFile) && !result.bLoaded)
         AskLoader(result, *pFile);
-    if (result.bUnseen && result.sCause.empty())
+    if (result.bUnseen && result.cause.empty())
         pFile->FindByReading(result.vecFindings);
+    if (!result.cause.empty()) // nothing is read wrongly of what is not read
+        result.vecFindings.clear();
     if (bTaken)
         result.vecRemarks = pFile->GetFacts().vecRemarks;
     if (!bTaken || result.sCommand.empty())

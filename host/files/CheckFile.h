@@ -1,7 +1,9 @@
 #ifndef HOST_FILES_CHECKFILE_H
 #define HOST_FILES_CHECKFILE_H
 
+#include <formats/CFileCause.h>
 #include <formats/CFinding.h>
+#include <zor4data/CFileFacts.h>
 
 #include <cstdint>
 #include <string>
@@ -18,11 +20,13 @@ struct CInputOptions;
 struct CCheckResult
 {
     std::string sPath;
-    std::string sCommand;             ///< that converts it, where a finding or the cause says that this helps
+    std::string sCommand; ///< that converts it, where a finding or the cause says that this helps; of a
+                          ///< folder, that checks the files in it
     const CFileKind* pKind = nullptr; ///< null: not known
     std::int64_t nNumPnts = -1;       ///< that it holds, or else announces; -1: not known
-    std::string sCause;               ///< why it cannot be loaded; empty: it can
-    bool bConvert = false;            ///< that cause is none for `zorcld convert`
+    CFileCause cause;                 ///< why it cannot be loaded; empty: it can
+    CFileFacts facts;                 ///< what the library knows of it
+    bool bConvert = false;            ///< against that cause, the command helps
     bool bLoaded = false;             ///< it was loaded to find that out
     bool bUnseen = false;             ///< only the library reads its points
     std::vector<CFinding> vecFindings;

@@ -17,6 +17,16 @@ inline CFinding FindZeroColors(bool bTaken)
             false, ""};
 }
 
+/// @return that the colours of a file lie behind the points that the library reads.
+inline CFinding FindZeroColorsRead()
+{
+    return {
+        "color-zero",
+        "the colour fields of the points that are read are all 0, those behind them are not: pictures show "
+        "heights instead",
+        true, ""};
+}
+
 } // namespace zorcld
 
 #endif

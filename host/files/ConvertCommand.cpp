@@ -1,5 +1,6 @@
 #include <host/files/ConvertCommand.h>
 
+#include <formats/MakePrintable.h>
 #include <host/files/CInputFile.h>
 #include <host/files/CTakenPnts.h>
 #include <host/output/CFailure.h>
@@ -9,8 +10,12 @@
 #include <algorithm>
 #include <filesystem>
 
+#include <unistd.h>
+
 namespace zorcld
 {
+
+namespace fs = std::filesystem;
 
 namespace
 {
@@ -45,17 +50,38 @@ std::string CutName(std::string sName)
     return sName;
 }
 
+/// Where the converted file goes: beside the file where something can be made there, else into the current
+/// folder. The whole name is in its own, so that files beside each other never get the same.
+/// @return the name of a file that does not exist.
+std::string FindFreePath(const fs::path& path)
+{
+    std::error_code error; // what cannot be looked at counts as free
+    fs::path folder = path.parent_path();
+    if (!folder.empty() && ::access(folder.c_str(), W_OK | X_OK) != 0)
+        folder.clear();
+    const std::string sName = CutName(path.filename().string()) + "_converted";
+    std::string sFree = (folder / (sName + ".cld")).string();
+    for (int i = 2; fs::exists(fs::symlink_status(sFree, error)); ++i)
+        sFree = (folder / fmt::format("{}_{}.cld", sName, i)).string();
+    return sFree;
+}
+
 } // namespace
 
 std::string FormatConvertCommand(const CInputOptions& input)
 {
-    const bool bOneLine = std::none_of(input.sPath.begin(), input.sPath.end(),
-                                       [](unsigned char c) { return std::iscntrl(c) != 0; });
-    if (!bOneLine)
+    if (ReplaceControls(input.sPath) != input.sPath) // it could not be printed as it is
         return {};
-    const std::string sOut = CutName(std::filesystem::path(input.sPath).stem().string()) + "_converted.cld";
+    const std::string sOut = FindFreePath(input.sPath);
     const std::string sType = input.sType.empty() ? "" : "--type " + input.sType + ' ';
     return fmt::format("zorcld convert {}{} {}", sType, Quote(input.sPath), Quote(sOut));
+}
+
+std::string FormatCheckCommand(const CInputOptions& folder)
+{
+    const std::size_t nSize = folder.sPath.find_last_not_of('/') + 1; // of the root 0
+    const std::string sType = folder.sType.empty() ? "" : "--type " + folder.sType + ' ';
+    return fmt::format("zorcld check {}{}/*", sType, nSize == 0 ? "" : Quote(folder.sPath.substr(0, nSize)));
 }
 
 bool CanConvert(CInputFile& file, const CConsole& console)

@@ -10,10 +10,12 @@ class CConsole;
 class CInputFile;
 struct CInputOptions;
 
-/// @return the command that converts a file into the current folder, as it can be given to a shell; empty for
-/// a
-///         name that no line of a shell holds.
+/// @return the command that converts a file into one beside it that does not exist yet, as it can be given to
+///         a shell; empty for a name that no line of a shell holds.
 std::string FormatConvertCommand(const CInputOptions& input);
+
+/// @return the command that checks all files of a folder.
+std::string FormatCheckCommand(const CInputOptions& folder);
 
 /// Would `zorcld convert` take most of the points? Reads the file from front to back.
 bool CanConvert(CInputFile& file, const CConsole& console);

@@ -1,12 +1,11 @@
 #include <host/files/CoordSystemFacts.h>
 
 #include <formats/CCoordSystem.h>
+#include <formats/MakePrintable.h>
 #include <host/output/PrintLine.h>
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
-
-#include <algorithm>
 
 namespace zorcld
 {
@@ -30,19 +29,11 @@ TJson CollectUnit(const CCoordUnit& unit)
     return json;
 }
 
-/// A file's words on one line, whatever stands in them.
-std::string Clean(std::string sText)
-{
-    std::replace_if(
-        sText.begin(), sText.end(), [](unsigned char c) { return c < ' ' || c == 127; }, '?');
-    return sText;
-}
-
 std::string FormatUnit(const CCoordUnit& unit)
 {
     if (!unit.IsStated())
         return "not stated";
-    const std::string sName = Clean(unit.sName);
+    const std::string sName = MakePrintableName(unit.sName);
     return unit.bAngle || unit.dSize == 1.0 || !(unit.dSize > 0.0)
                ? sName
                : fmt::format("{} ({:.9g} m)", sName, unit.dSize);
@@ -68,9 +59,9 @@ void PrintCoordSystem(const CCoordSystem& coords)
 {
     if (!coords.IsStated())
         return;
-    std::string sText = Clean(coords.sName);
+    std::string sText = MakePrintableName(coords.sName);
     if (!coords.sCode.empty())
-        sText += (sText.empty() ? "" : ", ") + Clean(coords.sCode);
+        sText += (sText.empty() ? "" : ", ") + MakePrintableName(coords.sCode);
     if (sText.empty())
         sText = "without a name";
     PrintLine("Coordinate system",

@@ -89,21 +89,22 @@ void CheckCount(std::int64_t nNumPnts, const CInputFile& file)
 }
 
 /// What is told of colours, unless something else stands in their place.
-void FindInColors(const CInputFile& file, const IPntSource& source, const CFiller& filler,
+void FindInColors(CInputFile& file, const IPntSource& source, const CFiller& filler,
                   std::vector<CFinding>& vecFindings)
 {
     if (filler.HasAttribute() || !source.HasColor() || filler.GetNumPnts() == 0)
         return;
     CSourceFacts facts;
     facts.nMaxColor = filler.GetMaxColor();
+    facts.nMaxColorTaken = facts.nMaxColor;
     file.FindInPnts(facts, vecFindings);
     if (facts.nMaxColor == 0)
-        vecFindings.push_back(FindZeroColors(file.GetFacts().bColorTaken));
+        vecFindings.push_back(FindZeroColors(file.GetFileFacts().bColor));
 }
 
 /// What goes wrong with the points that are read so. How many there are has been counted.
-std::vector<CFinding> CollectFindings(const CInputFile& file, const IPntSource& source,
-                                      const CLasTally& tally, const CFiller& filler)
+std::vector<CFinding> CollectFindings(CInputFile& file, const IPntSource& source, const CLasTally& tally,
+                                      const CFiller& filler)
 {
     std::vector<CFinding> vecFindings;
     const auto take = [&](const std::vector<CFinding>& vecOthers)
@@ -114,12 +115,12 @@ std::vector<CFinding> CollectFindings(const CInputFile& file, const IPntSource& 
     };
     take(file.GetFacts().vecFindings);
     take(source.GetFindings());
-    const std::int64_t nAnnounced = file.GetFacts().nAnnounced;
+    const std::int64_t nAnnounced = file.GetFileFacts().nAnnounced;
     const std::int64_t nNumThere = tally.Count();
     if (nNumThere > nAnnounced)
         vecFindings.push_back(FindTakenPnts(nAnnounced, nNumThere));
     else if (nNumThere < nAnnounced)
-        vecFindings.push_back(FindUnreadPnts(nAnnounced, nNumThere));
+        vecFindings.push_back(FindUnreadPnts(nAnnounced, nNumThere, ZORCLD_HAS_LASZIP));
     FindInColors(file, source, filler, vecFindings);
     if (filler.GetNumFar() > 0)
         vecFindings.push_back({"span",
@@ -146,7 +147,7 @@ CLoadFacts LoadChosen(CPntCld& cloud, CInputFile& file, const CLasWish& wish, co
     CheckCount(nNumPnts, file);
     const std::unique_ptr<IPntSource> pSource = OpenLasPnts(file, wish.choice);
     CLoadFacts facts;
-    CFiller filler(cloud, file.GetFacts().bColorTaken && pSource->HasColor(), wish.eAttribute);
+    CFiller filler(cloud, file.GetFileFacts().bColor && pSource->HasColor(), wish.eAttribute);
     CProgressBar progress(console, "reading " + GetFileName(file.GetPath()));
     progress.Start();
     const auto timeStart = CProgressBar::TClock::now();
@@ -173,7 +174,6 @@ CLoadFacts LoadChosen(CPntCld& cloud, CInputFile& file, const CLasWish& wish, co
     }
     progress.Stop();
     facts.dSeconds = facts.dSecondsRead + facts.dSecondsIndex;
-    facts.nAnnounced = file.GetFacts().nAnnounced;
     facts.coords = file.GetFacts().coords;
     facts.nNumRead = nNumPnts;
     facts.nNotNumbers = filler.GetNumNotFinite();

@@ -3,8 +3,10 @@
 #include <formats/CloudLimits.h>
 #include <formats/CountOf.h>
 #include <host/files/CFileKind.h>
+#include <host/files/CWatchedCld.h>
 #include <host/files/ConvertCommand.h>
 #include <host/files/OpenInputFile.h>
+#include <host/files/PntFindings.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
 #include <host/output/CProgressBar.h>
@@ -35,7 +37,7 @@ double CalcSeconds(CProgressBar::TClock::duration duration)
 [[noreturn]] void FailForMemory(CInputFile& file)
 {
     std::string sCause = file.FindCause();
-    const std::int64_t nAnnounced = file.GetFacts().nAnnounced;
+    const std::int64_t nAnnounced = file.GetFileFacts().nAnnounced;
     if (sCause.empty() && nAnnounced >= 0)
         sCause = fmt::format("not enough memory for the {} that it announces", CountOf(nAnnounced, "point"));
     throw CFailure(file.GetPath(), sCause.empty() ? "not enough memory" : sCause);
@@ -88,6 +90,16 @@ bool HasPlace(const CPntCld& cloud)
            std::isfinite(box.xmin + box.ymin + box.zmin + box.xmax + box.ymax + box.zmax);
 }
 
+/// A point at no certain place stands for points that were announced, where none has come.
+void DropMissingPnts(CPntCld& cloud)
+{
+    const enumPntCldType eType = cloud.IsWithColor() ? PntCldType_PntColor : PntCldType_Pnt;
+    cloud.Clear();
+    cloud.OnReadType(eType);
+    cloud.OnReadNumPnts(0);
+    cloud.OnReadEnd();
+}
+
 /// @return the command that helps against what has been found; empty: none does.
 std::string FindCommand(const CLoadFacts& facts, const CPntCld& cloud, CInputFile& file,
                         const CConsole& console)
@@ -132,32 +144,51 @@ void RefuseMovedPnts(const CLoadFacts& facts, const std::string& sPath)
                                    c_nReach));
 }
 
+/// Loads the file into a cloud.
+/// @param facts  receives how many points came, and how many of them are no places.
+/// @return false when that failed, or the cloud is of no use.
+static bool Fill(CPntCld& cloud, IDlgProgress* pProgress, CInputFile& file, CLoadFacts& facts,
+                 const CConsole& console)
+{
+    CWatchedCld watched(cloud);
+    if (!ReadFile(watched, pProgress, file, console))
+        return false;
+    cloud = watched; // shares what it holds
+    const bool bNative = file.GetKind().eFile == PntCldFile_Native;
+    facts.nNumRead = bNative ? cloud.GetNumPnts() : watched.GetNumRead();
+    facts.nNotNumbers = watched.GetNumNotFinite();
+    if (facts.nNumRead == 0 && cloud.GetNumPnts() > 0)
+        DropMissingPnts(cloud);
+    const bool bHasType = cloud.GetColorListener() != nullptr; // a file without points may give it none
+    return bHasType && HasPlace(cloud);
+}
+
 static CLoadFacts ReadCloud(CPntCld& cloud, CInputFile& file, const CConsole& console)
 {
-    const CFileFacts& fileFacts = file.GetFacts();
+    const CInputFacts& fileFacts = file.GetFacts();
     CLoadFacts facts;
-    facts.nAnnounced = fileFacts.nAnnounced;
     facts.vecFindings = fileFacts.vecFindings;
     facts.coords = fileFacts.coords;
 
     const auto timeStart = CProgressBar::TClock::now();
     CProgressBar progress(console, fmt::format("reading {}", GetFileName(file.GetPath())));
     progress.Start();
-    const bool bRead = ReadFile(cloud, fileFacts.bNoProgress ? nullptr : &progress, file, console);
+    const bool bRead = Fill(cloud, fileFacts.bNoProgress ? nullptr : &progress, file, facts, console);
     const auto timeEnd = CProgressBar::TClock::now();
     progress.Stop();
-    const bool bHasType = cloud.GetColorListener() != nullptr; // a file without points may give it none
-    if (!bRead || !bHasType || !HasPlace(cloud))
+    if (!bRead)
     {
-        const std::string& sCause = file.FindCause();
+        const std::string sCause = file.FindCause();
         throw CFailure(file.GetPath(), sCause.empty() ? fmt::format("its {} data are damaged or cut off",
                                                                     file.GetKind().pTitle)
                                                       : sCause);
     }
 
-    facts.nNumRead = file.CountRead(progress.GetNumCalls(), facts.vecFindings);
-    if (fileFacts.bDuplicates && facts.nNumRead >= 0)
+    if (fileFacts.bDuplicates)
         facts.nDuplicates = std::max<std::int64_t>(facts.nNumRead - cloud.GetNumPnts(), 0);
+    if (facts.nNotNumbers > 0)
+        facts.vecFindings.push_back(FindNotFinitePnts(facts.nNotNumbers));
+    file.FindInCount(facts.nNumRead, facts.vecFindings);
     file.FindInCloud(cloud, facts.vecFindings);
     facts.dSeconds = CalcSeconds(timeEnd - timeStart);
     if (progress.HasPos())

@@ -23,10 +23,9 @@ struct CLoadFacts
 {
     bool HasFinding(std::string_view sCode) const;
 
-    std::int64_t nAnnounced = -1;  ///< -1: the file does not say
-    std::int64_t nNumRead = -1;    ///< points that the library has read; -1: not known
+    std::int64_t nNumRead = 0;     ///< points that the library has read
     std::int64_t nDuplicates = -1; ///< points removed for one at their x and y; -1: not known
-    std::int64_t nNotNumbers = -1; ///< points with coordinates that are not numbers; -1: not known
+    std::int64_t nNotNumbers = 0;  ///< points of these with coordinates that are not numbers
     std::vector<CFinding> vecFindings;
     std::string sCommand; ///< that converts the file, where this helps against a finding; mostly empty
     CCoordSystem coords;  ///< none where the file states none

@@ -3,12 +3,14 @@
 
 #include <formats/CLeftOut.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
 namespace zorcld
 {
 
+class CClassChoice;
 class CConsole;
 class CInputFile;
 
@@ -18,8 +20,12 @@ void NoteLeftOut(const std::vector<CLeftOut>& vecLeftOut, const std::string& sOu
                  const CConsole& console);
 
 /// The same of a file that was loaded: to count what its points have it is read once more, unless nobody
-/// wants notes.
-void NoteLeftOut(CInputFile& file, const std::string& sOutPath, const CConsole& console);
+/// wants notes or nothing was written.
+/// @param choice    the classes that were loaded.
+/// @param nLoaded   points of the cloud.
+/// @param nWritten  of these; where they are fewer, the numbers are told as those of what was read.
+void NoteLeftOut(CInputFile& file, const CClassChoice& choice, std::int64_t nLoaded, std::int64_t nWritten,
+                 const std::string& sOutPath, const CConsole& console);
 
 } // namespace zorcld
 

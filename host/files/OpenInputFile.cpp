@@ -1,14 +1,13 @@
 #include <host/files/OpenInputFile.h>
 
 #include <formats/FindFileKind.h>
-#include <formats/FindPathCause.h>
+#include <formats/OpenRegularFile.h>
 #include <host/files/CFileKind.h>
 #include <host/files/CGridFile.h>
 #include <host/files/CInputOptions.h>
 #include <host/files/CLasFile.h>
 #include <host/files/CNativeFile.h>
 #include <host/files/CPlyFile.h>
-#include <host/files/OpenByteReader.h>
 #include <host/output/CFailure.h>
 #include <host/output/GetExtension.h>
 
@@ -55,13 +54,12 @@ const std::vector<const CFileKind*>& GetFileKinds()
 
 std::unique_ptr<CInputFile> OpenInputFile(const CInputOptions& input)
 {
-    const CFileCause cause = FindPathCause(input.sPath.c_str());
-    if (cause.IsRefusal())
-        throw CFailure(input.sPath, cause.sText);
-    CByteReader reader = OpenByteReader(input.sPath);
+    CFileCause cause;
+    CFilePtr pStream = OpenRegularFile(input.sPath.c_str(), cause);
+    if (pStream == nullptr)
+        throw CFailure(input.sPath, cause);
+    CByteReader reader(std::move(pStream));
     const std::string sFirstBytes = ReadFirstBytes(reader);
-    if (sFirstBytes.empty())
-        throw CFailure(input.sPath, "is empty");
     std::unique_ptr<CInputFile> pFile =
         ChooseFileKind(input, sFirstBytes).pMakeFile(input.sPath, std::move(reader));
     pFile->SetToldType(input.sType);

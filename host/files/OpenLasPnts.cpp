@@ -20,6 +20,8 @@ public:
     CChosenSource(std::unique_ptr<IPntSource> pSource, const CClassChoice& choice)
         : m_pSource(std::move(pSource)), m_choice(choice)
     {
+        m_pSource->CountLeftOutOf([choice](const CSourcePnt& pnt)
+                                  { return choice.IsKept(pnt.attributes.nClass); });
     }
 
     bool HasColor() const override { return m_pSource->HasColor(); }
@@ -39,6 +41,8 @@ public:
         return sCause.empty() && (classes & m_choice.GetKept()).none() ? m_choice.FormatNone(classes)
                                                                        : sCause;
     }
+
+    std::int64_t GetNumUntaken() const override { return m_pSource->GetNumUntaken(); }
 
     std::vector<CFinding> GetFindings() const override { return m_pSource->GetFindings(); }
 

@@ -41,10 +41,13 @@ private:
     std::int64_t m_nStep = 1;
 };
 
-void AddColor(CSourceFacts& facts, const CSourcePnt& pnt)
+void AddColor(CSourceFacts& facts, const CSourcePnt& pnt, bool bTaken)
 {
     const auto isLow = [](std::uint16_t n) { return n > 0 && n <= 255; };
     facts.nMaxColor = std::max({facts.nMaxColor, pnt.r, pnt.g, pnt.b});
+    if (!bTaken)
+        return;
+    facts.nMaxColorTaken = std::max({facts.nMaxColorTaken, pnt.r, pnt.g, pnt.b});
     facts.nNumLowColors += isLow(pnt.r) || isLow(pnt.g) || isLow(pnt.b) ? 1 : 0;
 }
 
@@ -73,9 +76,13 @@ CSourceFacts CollectSourceFacts(IPntSource& source, const std::string& sPath, co
         [&](const CSourcePnt& pnt)
         {
             progress.SetPos(static_cast<int>(static_cast<double>(facts.summary.nNumPnts) * dStep));
+            if (facts.summary.bColor)
+                AddColor(facts, pnt, source.GetNumUntaken() == 0);
             if (!pnt.IsFinite())
             {
                 ++facts.nNumNotFinite;
+                facts.bInfinite =
+                    facts.bInfinite || std::isinf(pnt.x) || std::isinf(pnt.y) || std::isinf(pnt.z);
                 return;
             }
             const bool bFirst = facts.summary.nNumPnts == 0;
@@ -86,7 +93,6 @@ CSourceFacts CollectSourceFacts(IPntSource& source, const std::string& sPath, co
                 ++facts.nNumFar;
             else if (onPntNear)
                 onPntNear(pnt);
-            AddColor(facts, pnt);
             sampler.Add(pnt);
         });
     if (!sCause.empty())

@@ -17,9 +17,11 @@ struct CSourceFacts
     CPntSummary summary; ///< of the points whose coordinates are numbers
     CSourcePnt first;    ///< of those
     std::int64_t nNumNotFinite = 0;
+    bool bInfinite = false;            ///< some of these are infinite, which are moved like far ones
     std::int64_t nNumFar = 0;          ///< points out of the first one's reach
-    std::uint16_t nMaxColor = 0;       ///< of all channels
-    std::int64_t nNumLowColors = 0;    ///< points with a channel from 1 to 255
+    std::uint16_t nMaxColor = 0;       ///< of all channels, points that are no places included
+    std::uint16_t nMaxColorTaken = 0;  ///< the same of the points that the library takes
+    std::int64_t nNumLowColors = 0;    ///< of these, points with a channel from 1 to 255
     std::vector<CSourcePnt> vecSample; ///< up to 4096 points, evenly over the file
 
     /// Colours of 16 bits, as far as the values tell.

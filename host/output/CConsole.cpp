@@ -1,6 +1,6 @@
 #include <host/output/CConsole.h>
 
-#include <fmt/format.h>
+#include <host/output/PrintMessage.h>
 
 #include <unistd.h>
 
@@ -10,7 +10,7 @@ namespace zorcld
 void CConsole::Note(const std::string& sText) const
 {
     if (!m_bQuiet)
-        fmt::print(stderr, "zorcld: {}\n", sText);
+        PrintMessage(stderr, "zorcld: " + sText);
 }
 
 bool CConsole::HasProgressBar() const

@@ -1,11 +1,11 @@
 #include <host/output/CProgressBar.h>
 
+#include <formats/MakePrintable.h>
 #include <host/output/CConsole.h>
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <utility>
 
 namespace zorcld
 {
@@ -18,8 +18,8 @@ constexpr int c_nWidth = 30;
 
 } // namespace
 
-CProgressBar::CProgressBar(const CConsole& console, std::string sLabel)
-    : m_console(console), m_sLabel(std::move(sLabel)), m_bShown(console.HasProgressBar())
+CProgressBar::CProgressBar(const CConsole& console, const std::string& sLabel)
+    : m_console(console), m_sLabel(ReplaceControls(sLabel)), m_bShown(console.HasProgressBar())
 {
 }
 

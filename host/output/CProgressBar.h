@@ -21,7 +21,7 @@ public:
     using TClock = std::chrono::steady_clock;
 
     /// @param sLabel  what is being done.
-    CProgressBar(const CConsole& console, std::string sLabel);
+    CProgressBar(const CConsole& console, const std::string& sLabel);
     ~CProgressBar();
     CProgressBar(const CProgressBar&) = delete;
     CProgressBar& operator=(const CProgressBar&) = delete;

@@ -1,8 +1,8 @@
 #include <host/output/UnitSymbol.h>
 
 #include <formats/CCoordSystem.h>
+#include <formats/MakePrintable.h>
 
-#include <algorithm>
 #include <cmath>
 
 namespace zorcld
@@ -35,10 +35,7 @@ std::string GetUnitSymbol(const CCoordUnit& unit)
         return "ft";
     if (unit.IsLength() && IsNear(unit.dSize, 1000.0))
         return "km";
-    std::string sName = unit.sName;
-    std::replace_if(
-        sName.begin(), sName.end(), [](unsigned char c) { return c < ' ' || c > '~'; }, '?');
-    return sName;
+    return MakePrintableName(unit.sName);
 }
 
 } // namespace zorcld

@@ -1,5 +1,7 @@
 #include <host/picture/CPen.h>
 
+#include <formats/MakePrintable.h>
+
 #include <algorithm>
 #include <cmath>
 

@@ -52,8 +52,13 @@ std::string CProportions::Format() const
     if (!bDegrees)
         return {};
     return dExaggeration == 1.0
-               ? "x and y taken for degrees"
-               : fmt::format("x and y taken for degrees, heights drawn {:g} times as large", dExaggeration);
+               ? c_sDegrees
+               : fmt::format("{}, heights drawn {:g} times as large", c_sDegrees, dExaggeration);
+}
+
+std::string FormatExaggeration(double dExaggeration)
+{
+    return dExaggeration == 1.0 ? std::string() : fmt::format("heights \u00d7 {:g}, ", dExaggeration);
 }
 
 } // namespace zorcld

@@ -15,11 +15,9 @@ enum enumCut
     Cut_End
 };
 
-/// The text as it can be written: bytes that are not UTF-8 and control characters become question marks.
-std::string MakePrintable(const std::string& sText);
-
 /// The longest part of a printable text that is at most so wide, with an ellipsis where it was cut; empty
-/// where not even that fits.
+/// where not even that fits. A text that is cut at its end is not cut in or right behind a number, which
+/// would be taken for another one.
 std::string FitText(const std::string& sText, double dMaxWidth, enumCut eCut,
                     const std::function<double(const std::string&)>& calcWidth);
 

@@ -1,6 +1,7 @@
 #include <host/picture/PictureOptions.h>
 
 #include <formats/CCoordSystem.h>
+#include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
 #include <host/output/HasColors.h>
 #include <host/output/UnitSymbol.h>
@@ -10,6 +11,10 @@
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
+
+#include <algorithm>
+#include <cctype>
+#include <vector>
 
 namespace zorcld
 {
@@ -68,6 +73,47 @@ CPictureUnits ChooseUnits(const CPictureOptions& options, const CCoordSystem& co
     const CCoordUnit& height = coords.height.IsStated() || coords.plan.bAngle ? coords.height : coords.plan;
     units.sHeight = options.sUnit.empty() ? GetUnitSymbol(height) : options.sUnit;
     return units;
+}
+
+namespace
+{
+
+/// As people write them: letter case and the plural do not matter.
+bool IsCalled(const CCoordUnit& unit, std::string sName)
+{
+    const auto toLower = [](std::string s)
+    {
+        std::transform(s.begin(), s.end(), s.begin(),
+                       [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+        return s;
+    };
+    sName = toLower(sName);
+    const std::string sSymbol = GetUnitSymbol(unit);
+    std::vector<std::string> vecNames = {sSymbol, toLower(unit.sName), toLower(unit.sName) + "s"};
+    if (sSymbol == "m")
+        vecNames.insert(vecNames.end(), {"metre", "metres", "meter", "meters"});
+    else if (sSymbol == "ft")
+        vecNames.insert(vecNames.end(), {"foot", "feet", "us-ft", "ftus", "us survey feet"});
+    return std::find(vecNames.begin(), vecNames.end(), sName) != vecNames.end();
+}
+
+} // namespace
+
+void NoteOtherUnit(const CPictureOptions& options, const CCoordSystem& coords, const std::string& sPath,
+                   const CConsole& console)
+{
+    if (options.sUnit.empty())
+        return;
+    std::string sStated;
+    // Degrees are drawn in metres, whatever the unit is called.
+    if (coords.plan.IsStated() && !IsDegree(coords.plan) && !IsCalled(coords.plan, options.sUnit))
+        sStated = GetUnitSymbol(coords.plan) + " for x and y";
+    if (coords.height.IsStated() && !IsCalled(coords.height, options.sUnit))
+        sStated += (sStated.empty() ? "" : ", ") + GetUnitSymbol(coords.height) + " for heights";
+    if (!sStated.empty())
+        console.Note(
+            fmt::format("{}: states {}; {} is written instead (--unit), the numbers stay as they are", sPath,
+                        sStated, options.sUnit));
 }
 
 void ChooseColors(const CPictureOptions& options, const std::string& sPath, const CPntCld& cloud,

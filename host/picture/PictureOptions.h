@@ -16,6 +16,7 @@ class App;
 namespace zorcld
 {
 
+class CConsole;
 class CViewColors;
 
 /// How a picture is wanted, as the command line gives it.
@@ -40,6 +41,11 @@ void ParseSize(const std::string& sSize, int& nWidth, int& nHeight);
 /// What --unit names, or else what the file states.
 /// @param coords  of the file.
 CPictureUnits ChooseUnits(const CPictureOptions& options, const CCoordSystem& coords);
+
+/// Says so in one line where --unit names another unit than the file states.
+/// @param sPath  the file, for the message.
+void NoteOtherUnit(const CPictureOptions& options, const CCoordSystem& coords, const std::string& sPath,
+                   const CConsole& console);
 
 /// Sets what --color asks for.
 /// @param cloud  where an attribute is asked for, with that in the place of colours.

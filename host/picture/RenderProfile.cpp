@@ -6,6 +6,7 @@
 #include <host/picture/CPicture.h>
 #include <host/picture/DrawAxes.h>
 #include <host/picture/DrawPnts.h>
+#include <host/picture/FindProportions.h>
 #include <host/picture/HeightRamp.h>
 #include <host/picture/Ticks.h>
 #include <host/picture/ViewRaster.h>
@@ -89,11 +90,11 @@ std::vector<CScreenPnt> PlacePnts(const CProfile& profile, CHeightColors* pColor
 
 std::string FormatSubtitle(const CProfile& profile, double dExaggeration, const std::string& sUnit)
 {
-    std::string sText = fmt::format("{} up to {} beside the line",
+    std::string sText = fmt::format("{}{} up to {} beside the line", FormatExaggeration(dExaggeration),
                                     FormatCount(static_cast<std::int64_t>(profile.vecPnts.size()), "point"),
                                     WithUnit(fmt::format("{:.6g}", 0.5 * profile.dWidth), sUnit));
-    if (dExaggeration != 1.0)
-        sText += fmt::format(", heights drawn {:g} times as large", dExaggeration);
+    if (!profile.sNote.empty())
+        sText += ", " + profile.sNote;
     return sText;
 }
 

@@ -17,7 +17,7 @@ class COutFile;
 /// A point of a cross-section.
 struct CProfilePnt
 {
-    double dAlong;  ///< from the beginning of the line, coordinate units
+    double dAlong;  ///< from the beginning of the line, in the unit of the profile
     double dAcross; ///< from the line, positive on its left
     CCldCadPnt pnt;
 };
@@ -25,8 +25,9 @@ struct CProfilePnt
 /// A cross-section: a corridor along a line, seen from its right.
 struct CProfile
 {
-    double dLength = 0.0; ///< of the line
+    double dLength = 0.0; ///< of the line, coordinate units, or metres where these are degrees
     double dWidth = 0.0;  ///< of the corridor
+    std::string sNote;    ///< what must be told of its lengths; empty: nothing
     std::vector<CProfilePnt> vecPnts;
 };
 

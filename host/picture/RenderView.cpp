@@ -145,9 +145,11 @@ CViewResult RenderView(const CPntCld& cloud, CViewColors& colors, const CView& v
     result.sProportions = proportions.Format();
     if (proportions.bDegrees)
         overlay.sScaleUnit = "m";
-    overlay.sSubtitle = FormatSubtitle(cloud, result);
-    for (const std::string& sNote : {view.sNote, result.sProportions})
-        overlay.sSubtitle += sNote.empty() ? "" : ", " + sNote;
+    overlay.sSubtitle = FormatExaggeration(proportions.dExaggeration) + FormatSubtitle(cloud, result);
+    if (!view.sNote.empty())
+        overlay.sSubtitle += ", " + view.sNote;
+    if (proportions.bDegrees)
+        overlay.sSubtitle += std::string(", ") + CProportions::c_sDegrees;
     CPicture picture(raster, frame.nScale, view.background);
     if (!overview.bEmpty)
         DrawPaths(picture, PlaceShapes(view.overlay, camera, frame));

@@ -31,10 +31,10 @@ const char* CCorridor::GetCsvHead(bool bColor)
     return bColor ? "distance,height,offset,x,y,red,green,blue\n" : "distance,height,offset,x,y\n";
 }
 
-std::string CCorridor::FormatCsv(const CCldCadPnt& pnt, bool bColor) const
+std::string CCorridor::FormatCsv(const CCldCadPnt& pnt, double dAlong, double dAcross, bool bColor)
 {
-    std::string sLine = fmt::format("{:.4f},{:.4f},{:.4f},{:.4f},{:.4f}", CalcAlong(pnt.m_pnt), pnt.m_pnt.z,
-                                    CalcAcross(pnt.m_pnt), pnt.m_pnt.x, pnt.m_pnt.y);
+    std::string sLine = fmt::format("{:.4f},{:.4f},{:.4f},{:.4f},{:.4f}", dAlong, pnt.m_pnt.z, dAcross,
+                                    pnt.m_pnt.x, pnt.m_pnt.y);
     if (bColor)
         sLine += fmt::format(",{},{},{}", ByteFromShare(pnt.m_fR), ByteFromShare(pnt.m_fG),
                              ByteFromShare(pnt.m_fB));

@@ -43,7 +43,7 @@ public:
     static const char* GetCsvHead(bool bColor);
 
     /// The line of a point.
-    std::string FormatCsv(const CCldCadPnt& pnt, bool bColor) const;
+    static std::string FormatCsv(const CCldCadPnt& pnt, double dAlong, double dAcross, bool bColor);
 
 private:
     CPlanLine m_line;

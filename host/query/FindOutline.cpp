@@ -7,6 +7,7 @@
 #include <host/query/CalcDensity.h>
 #include <host/query/CalcLargestShare.h>
 #include <zor4data/CPntCld.h>
+#include <zor4data/CalcCntWithin.h>
 #include <zor4data/FindPntsInPolygons.h>
 
 #include <fmt/format.h>
@@ -14,6 +15,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <limits>
 #include <utility>
 
 namespace zorcld
@@ -32,6 +34,8 @@ constexpr double c_dWhole = 0.95; // of the points: what lies beside is not miss
 constexpr double c_dEnough = 0.9; // of a cloud of more points than
 constexpr int c_nMaxQuick = 100000;
 
+constexpr std::int64_t c_nEndless = std::numeric_limits<std::int64_t>::max();
+
 bool IsLarge(const CPntCld& cloud)
 {
     return cloud.GetNumPnts() > c_nMaxQuick;
@@ -42,15 +46,16 @@ bool HoldsShare(const COutline& outline, const CPntCld& cloud, double dShare)
     return static_cast<double>(outline.nNumInside) >= dShare * cloud.GetNumPnts();
 }
 
-/// @return whether there is a closed one.
-bool WalkOutline(const CPntCld& cloud, const CConsole& console, double dDistance, COutline& outline)
+/// @param nMaxLooks  what the walk may take.
+enumOutline WalkOutline(const CPntCld& cloud, const CConsole& console, double dDistance,
+                        std::int64_t nMaxLooks, COutline& outline)
 {
     CProgressBar progress(console, fmt::format("outline at distance {:.4g}", dDistance));
     progress.Start();
     const auto add = [&](const CCldCadPnt& pnt) { outline.vecCorners.push_back(pnt); };
     CEachPnt<decltype(add)> listener(add);
     outline.dDistance = dDistance;
-    return cloud.CalcCnt(&progress, &listener, dDistance);
+    return CalcCntWithin(cloud, &progress, &listener, dDistance, nMaxLooks);
 }
 
 /// Counted by place, since the walk may go around less than the part whose points it goes by: a spur that it
@@ -77,6 +82,16 @@ double RoundToThreeDigits(double d)
     return std::max(std::round(d / dStep) * dStep, 1e-4);
 }
 
+/// What a look for a distance goes by.
+struct CSearch
+{
+    const CPntCld& cloud;
+    const std::string& sPath;
+    const CConsole& console;
+    double dSpacing = 0.0;
+    std::int64_t nMaxLooks = 0; // of the walk at one distance
+};
+
 /// A distance that may do.
 struct CTry
 {
@@ -85,21 +100,27 @@ struct CTry
     double dMissed = 0.0; // share of the points that are missed surely
 };
 
-CTry MakeTry(const CPntCld& cloud, double dSpacing, double dFactor)
+CTry MakeTry(const CSearch& search, double dFactor)
 {
-    const double dDistance = RoundToThreeDigits(dFactor * dSpacing);
-    return {dFactor, dDistance, std::max(c_dWhole - CalcLargestShare(cloud, dDistance), 0.0)};
+    const double dDistance = RoundToThreeDigits(dFactor * search.dSpacing);
+    return {dFactor, dDistance, std::max(c_dWhole - CalcLargestShare(search.cloud, dDistance), 0.0)};
 }
 
 /// Walks around the largest part and keeps the outline if it holds more than the one so far.
-void TryDistance(const CPntCld& cloud, const CTry& one, double dSpacing, const CConsole& console,
-                 COutline& best)
+void TryDistance(const CSearch& search, const CTry& one, COutline& best)
 {
     COutline outline;
-    if (!WalkOutline(cloud, console, one.dDistance, outline))
+    const enumOutline eOutline =
+        WalkOutline(search.cloud, search.console, one.dDistance, search.nMaxLooks, outline);
+    if (eOutline == Outline_LeftOff)
+        search.console.Note(
+            fmt::format("{0}: at distance {1:.10g} the walk meets dead ends without number and is left "
+                        "off; --distance {1:.10g} walks on",
+                        search.sPath, one.dDistance));
+    if (eOutline != Outline_Closed)
         return;
-    outline.nNumInside = CountInside(cloud, outline);
-    outline.sHow = fmt::format(" ({:g} times the mean plan spacing of {:.4g})", one.dFactor, dSpacing);
+    outline.nNumInside = CountInside(search.cloud, outline);
+    outline.sHow = fmt::format(" ({:g} times the mean plan spacing of {:.4g})", one.dFactor, search.dSpacing);
     if (outline.nNumInside > best.nNumInside)
         best = std::move(outline);
 }
@@ -112,21 +133,21 @@ bool IsGoodEnough(const COutline& outline, const CPntCld& cloud)
 
 /// Goes by the distances at which the cloud hangs together as good as whole, in their order;
 /// where there is none, by those at which the largest part is largest.
-COutline FindAutomatic(const CPntCld& cloud, const std::string& sPath, const CConsole& console)
+COutline FindAutomatic(const CSearch& search)
 {
-    const double dSpacing = CalcDensity(cloud).dSpacing;
-    if (!(dSpacing > 0.0))
-        throw CFailure(sPath, "covers no area: --distance auto has nothing to go by");
+    const CPntCld& cloud = search.cloud;
+    if (!(search.dSpacing > 0.0))
+        throw CFailure(search.sPath, "covers no area: --distance auto has nothing to go by");
     COutline best;
     std::vector<CTry> vecOthers;
     const auto* const pEnd = IsLarge(cloud) ? c_adSpacings + c_nFewTries : std::end(c_adSpacings);
     for (const double* pFactor = c_adSpacings; pFactor != pEnd && !IsGoodEnough(best, cloud); ++pFactor)
     {
-        const CTry one = MakeTry(cloud, dSpacing, *pFactor);
+        const CTry one = MakeTry(search, *pFactor);
         if (one.dMissed > 0.0)
             vecOthers.push_back(one);
         else
-            TryDistance(cloud, one, dSpacing, console, best);
+            TryDistance(search, one, best);
     }
     constexpr double c_dStep = 0.01; // a part that is larger by less is no reason for a larger distance
     std::stable_sort(vecOthers.begin(), vecOthers.end(),
@@ -134,11 +155,11 @@ COutline FindAutomatic(const CPntCld& cloud, const std::string& sPath, const CCo
                      { return std::ceil(a.dMissed / c_dStep) < std::ceil(b.dMissed / c_dStep); });
     for (const CTry& one : vecOthers)
         if (best.vecCorners.empty())
-            TryDistance(cloud, one, dSpacing, console, best);
+            TryDistance(search, one, best);
     if (best.vecCorners.empty())
-        throw CFailure(sPath, fmt::format("has no closed outline at distances from {:.4g} to {:.4g}",
-                                          *std::min_element(c_adSpacings, pEnd) * dSpacing,
-                                          *std::max_element(c_adSpacings, pEnd) * dSpacing));
+        throw CFailure(search.sPath, fmt::format("has no closed outline at distances from {:.4g} to {:.4g}",
+                                                 *std::min_element(c_adSpacings, pEnd) * search.dSpacing,
+                                                 *std::max_element(c_adSpacings, pEnd) * search.dSpacing));
     return best;
 }
 
@@ -159,12 +180,13 @@ bool IsWhole(const COutline& outline, const CPntCld& cloud)
     return HoldsShare(outline, cloud, c_dWhole);
 }
 
-COutline FindOutline(const CPntCld& cloud, double dGiven, const std::string& sPath, const CConsole& console)
+COutline FindOutline(const CPntCld& cloud, double dGiven, const std::string& sPath, const CConsole& console,
+                     std::int64_t nMaxLooks)
 {
     if (!(dGiven > 0.0))
-        return FindAutomatic(cloud, sPath, console);
+        return FindAutomatic({cloud, sPath, console, CalcDensity(cloud).dSpacing, nMaxLooks});
     COutline outline;
-    if (!WalkOutline(cloud, console, dGiven, outline))
+    if (WalkOutline(cloud, console, dGiven, c_nEndless, outline) != Outline_Closed)
         throw CFailure(sPath, fmt::format("has no closed outline at distance {:.10g}", dGiven));
     outline.nNumInside = CountInside(cloud, outline);
     return outline;

@@ -3,7 +3,6 @@
 #include <formats/Compact.h>
 #include <host/output/CFailure.h>
 #include <host/query/ParseNumbers.h>
-#include <zor1math/Log2.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -86,14 +85,12 @@ double CalcExtent(const CPntCld& cloud)
     return std::max({box.xmax - box.xmin, box.ymax - box.ymin, box.zmax - box.zmin, c_dFinest});
 }
 
-/// Is the spacing beyond the coarsest level, which is one point? There the library thins no more. Both are
-/// compared as it does, by powers of two of the finest step.
+/// Is the spacing longer than the cloud's longest side, so that one point stands for all? The library goes by
+/// powers of two there: it may still give eight, and beyond its coarsest level it thins no more.
 bool IsBeyondCloud(const CPntCld& cloud, double dLod)
 {
     const double dExtent = CalcExtent(cloud);
-    const double dEdge = std::round(dExtent * c_dCompactScale);
-    return dExtent > 0.0 &&
-           std::floor(zor::math::Log2(dLod * c_dCompactScale)) > std::ceil(zor::math::Log2(dEdge));
+    return dExtent > 0.0 && dLod > dExtent;
 }
 
 void AddBoxPlanes(const std::vector<double>& box, std::vector<zor::geom::PLANE_3D>& vecPlanes)

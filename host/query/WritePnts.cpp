@@ -9,8 +9,8 @@
 namespace zorcld
 {
 
-void WritePnts(const CPntCld& cloud, const CQuery& query, const TMakePntWriter& makeWriter, COutFile& out,
-               const CConsole& console)
+std::int64_t WritePnts(const CPntCld& cloud, const CQuery& query, const TMakePntWriter& makeWriter,
+                       COutFile& out, const CConsole& console)
 {
     CPntSummary summary;
     summary.bColor = cloud.IsWithColor();
@@ -22,6 +22,7 @@ void WritePnts(const CPntCld& cloud, const CQuery& query, const TMakePntWriter& 
         console.Note(fmt::format("{}: {}", out.GetPath(), pWriter->GetNote()));
     ForEachPnt(cloud, query, [&](const CCldCadPnt& pnt) { pWriter->Add(pnt); });
     pWriter->Finish();
+    return summary.nNumPnts;
 }
 
 } // namespace zorcld

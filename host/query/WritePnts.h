@@ -12,9 +12,10 @@ class CConsole;
 struct CQuery;
 
 /// Writes what the query delivers, not yet committed; the writer's note goes to the console.
+/// @return how many points that were.
 /// @throws CFailure
-void WritePnts(const CPntCld& cloud, const CQuery& query, const TMakePntWriter& makeWriter, COutFile& out,
-               const CConsole& console);
+std::int64_t WritePnts(const CPntCld& cloud, const CQuery& query, const TMakePntWriter& makeWriter,
+                       COutFile& out, const CConsole& console);
 
 } // namespace zorcld
 

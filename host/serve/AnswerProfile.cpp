@@ -27,7 +27,8 @@ public:
 
     void Add(const CCldCadPnt& pnt, std::string& sBytes) override
     {
-        sBytes += m_corridor.FormatCsv(pnt, m_bColor);
+        sBytes += CCorridor::FormatCsv(pnt, m_corridor.CalcAlong(pnt.m_pnt), m_corridor.CalcAcross(pnt.m_pnt),
+                                       m_bColor);
     }
 
 private:

@@ -20,6 +20,8 @@ public:
     /// Sets the defaults, then calls `Set` with the same arguments.
     ZOR4DATA_API CCldCadPnt(const CTruncPnt& pnt, float fOrgX, float fOrgY, float fOrgZ, int nIndex,
                             ICldColorListener* pColorListener);
+
+    /// The same with a compact point that has a colour.
     ZOR4DATA_API CCldCadPnt(const CTruncPnt_Color& pnt, float fOrgX, float fOrgY, float fOrgZ, int nIndex,
                             ICldColorListener* pColorListener);
 
@@ -29,11 +31,14 @@ public:
     /// Takes over a compact point of a store: its coordinates, its colour if it has one (else the
     /// colour of the record stays as it is), its index; then asks the colour listener. `m_bSel` stays.
     ///
+    /// @param pnt                  the compact point.
     /// @param fOrgX, fOrgY, fOrgZ  origin of the store, coordinate units.
     /// @param nIndex               position of the point in the store's current array.
     /// @param pColorListener       called once with the height and the colour; null is not called.
     ZOR4DATA_API void Set(const CTruncPnt& pnt, float fOrgX, float fOrgY, float fOrgZ, int nIndex,
                           ICldColorListener* pColorListener);
+
+    /// The same with a compact point that has a colour.
     ZOR4DATA_API void Set(const CTruncPnt_Color& pnt, float fOrgX, float fOrgY, float fOrgZ, int nIndex,
                           ICldColorListener* pColorListener);
 

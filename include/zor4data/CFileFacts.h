@@ -19,9 +19,8 @@
 /// - whether memory suffices. A LAS file that announces more points than it can hold is refused where they
 ///   find no room and loads, short of them, where they do; std::bad_alloc of any other kind is no property of
 ///   the file.
-/// - pipes and devices: they could be read once only, and are not looked into (FileCause_NotRegular), though
-/// a
-///   native file may come through one.
+/// - pipes and devices: they could be read once only, and are not looked into (FileCause_NotRegular),
+///   though a native file may come through one.
 /// - a file that changes meanwhile, or a disk that fails.
 ///
 /// A file that loads may still load badly, or hold nothing: `FindFileLosses` tells.
@@ -45,7 +44,7 @@ struct CFileLoss
 
 /// Tells the kind of a file by its first bytes, and looks at it as such. The file's name does not matter.
 ///
-/// Cost: its head; of a native file the octree, of a PLY file with lists all of them, of an ASCII grid what
+/// Cost: its head; of a PLY file with lists all of them, of an ASCII grid what
 /// stands before the first height, of a LAZ file the table of chunks. Points are not read. Memory: a few MiB
 /// and a few times the file's head. Throws std::bad_alloc only.
 ZOR4DATA_API CFileFacts FindFileFacts(const zor::String& sPath);
@@ -58,7 +57,7 @@ ZOR4DATA_API CFileFacts FindFileFacts(const zor::String& sPath, enumPntCldFile e
 ///
 /// @return a line each; none for a file that would not load.
 ///
-/// Cost: that of `FindFileFacts`.
+/// Cost: that of `FindFileFacts`; of a native file the octree, too.
 ZOR4DATA_API std::vector<CFileLoss> FindFileLosses(const zor::String& sPath, enumPntCldFile eType);
 
 #endif

@@ -24,18 +24,18 @@ class CPntCld;
 /// Nothing here locks: REQUIRES that nothing changes the cloud or a copy of it while the arrays are read.
 struct CPntArrays
 {
-    std::shared_ptr<const void> pOwner;   ///< keeps the arrays; null when there are none
-    const unsigned char* pPnts = nullptr; ///< `nNumPnts` records of `nStride` bytes: int32 x, y, z, each
-                                          ///< an offset from the origin in units of 1/10000, aligned to
-                                          ///< 4 bytes; with colour r, g, b and a byte without meaning
-    int nStride = 0;                      ///< 12, with colour 16; 0 for a cloud without point type
-    int nNumPnts = 0;                     ///< slots: points, deleted and not yet filled ones included
-    float fOrgX = 0;                      ///< origin: coordinate = offset / 10000.0 + origin, in double
-    float fOrgY = 0;
-    float fOrgZ = 0;
+    std::shared_ptr<const void> pOwner;      ///< keeps the arrays; null when there are none
+    const unsigned char* pPnts = nullptr;    ///< `nNumPnts` records of `nStride` bytes: int32 x, y, z, each
+                                             ///< an offset from the origin in units of 1/10000, aligned to
+                                             ///< 4 bytes; with colour r, g, b and a byte without meaning
+    int nStride = 0;                         ///< 12, with colour 16; 0 for a cloud without point type
+    int nNumPnts = 0;                        ///< slots: points, deleted and not yet filled ones included
+    float fOrgX = 0;                         ///< origin: coordinate = offset / 10000.0 + origin, in double
+    float fOrgY = 0;                         ///< origin
+    float fOrgZ = 0;                         ///< origin
     const unsigned char* pSelBits = nullptr; ///< selected: bit i % 8 of byte i / 8; nNumPnts / 8 + 1 bytes
     const unsigned char* pDelBits = nullptr; ///< marked deleted, likewise: points that no query delivers
-    bool bColor = false;
+    bool bColor = false;                     ///< the records have a colour
 };
 
 /// @return the arrays of a cloud as they are now. Without points announced (before `Init`, after `Clear`): no

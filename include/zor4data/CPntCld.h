@@ -61,8 +61,8 @@ public:
     /// @param pColorListener  asked for the colour of every delivered point; kept, not owned.
     explicit CPntCld(ICldColorListener* pColorListener);
 
-    CPntCld(const CPntCld& other);
-    CPntCld& operator=(const CPntCld& other);
+    CPntCld(const CPntCld& other);            ///< shares points, marks and octree
+    CPntCld& operator=(const CPntCld& other); ///< shares points, marks and octree
     virtual ~CPntCld();
 
     // --- filling -------------------------------------------------------------------------------
@@ -116,6 +116,7 @@ public:
     /// Saves the cloud as a native file: points and octree as they are, no selection. Points marked
     /// deleted are removed from the cloud first. A file that exists is emptied before anything is written.
     ///
+    /// @param sPath     where the file is to be.
     /// @param nVersion  not written; the file carries `GetVersion`.
     /// @return false when the file could not be opened, or the cloud has no point type. True in all other
     ///         cases: a full disk is not noticed, and a cloud without an octree leaves a file of 11 bytes,
@@ -144,7 +145,7 @@ public:
     /// @return false, and nothing is written, without an octree.
     bool GetBdry(zor::geom::RECT_3D& rect) const;
 
-    bool IsWithColor() const;
+    bool IsWithColor() const; ///< whether every point has a colour of its own
 
     /// @return null for a cloud without point type.
     ICldColorListener* GetColorListener() const;
@@ -155,7 +156,7 @@ public:
     /// @return path given to the last `ReadFromFile`, empty before it.
     zor::String GetFilePath() const;
 
-    bool IsModified() const;
+    bool IsModified() const; ///< set by what removes points, and by the host
 
     /// Only the host clears the flag, after saving for example.
     void SetModified(bool bModified);
@@ -163,14 +164,14 @@ public:
     /// @return how often the flag went from false to true, counted from the number given to `SetVersion` if
     ///         any; -1 for a cloud without point type.
     int GetVersion() const;
-    void SetVersion(int nVersion);
+    void SetVersion(int nVersion); ///< the number to count on from
 
     // --- selection -----------------------------------------------------------------------------
 
     /// Selects point `nIndex`; with `bToggle` a selected one is unselected instead.
     void SelPnt(int nIndex, bool bToggle);
 
-    void UnSelPnts();
+    void UnSelPnts(); ///< unselects every point
 
     /// Removes the selected points; other copies keep them. Those left keep their order; indices close up,
     /// and the cloud takes no further points.
@@ -182,32 +183,38 @@ public:
     ///
     /// @param pListener  receives the points; not null. The array it is given is reused after each call.
     /// @param nBatch     records per OnPnts call, the last may be shorter; below 1 counts as 1.
-    void GetPnts(IPntCldListener* pListener) const;
     void GetPnts(IPntCldListener* pListener, int nBatch) const;
+    void GetPnts(IPntCldListener* pListener) const; ///< one record a call
 
     /// Delivers a thinned cloud: about one point per octree cube of edge `dLod`, and all points of the
     /// leaves above that size.
     ///
-    /// @param dLod    spacing, coordinate units. Not above 0, not-a-number, or larger than the cloud:
-    ///                every point.
+    /// @param pListener  as for `GetPnts`.
+    /// @param dLod       spacing, coordinate units. Not above 0, not-a-number, or larger than the cloud:
+    ///                   every point.
+    /// @param nBatch     as for `GetPnts`.
     ///
     /// Order: octant by octant, not index order. Without an octree nothing is delivered.
     /// Cost: linear in the points delivered.
-    void GetPnts_Lod(IPntCldListener* pListener, double dLod) const;
     void GetPnts_Lod(IPntCldListener* pListener, double dLod, int nBatch) const;
+    void GetPnts_Lod(IPntCldListener* pListener, double dLod) const; ///< one record a call
 
     /// Delivers every point that is in front of none of the planes.
     ///
+    /// @param pListener  as for `GetPnts`.
     /// @param vecPlanes  coordinate units, normals pointing out of the kept volume; a point on a plane
     ///                   is kept. Empty: every point.
+    /// @param nBatch     as for `GetPnts`.
     ///
     /// Order: leaf by leaf, octants 0 to 7, not index order. Without an octree nothing is delivered. In a
     /// cloud wider than 214748 units the octree's cubes do not reach all points: a point outside its cube is
     /// delivered or left out together with it.
     /// Cost: whole subtrees are dropped or taken untested.
-    void GetPnts_Clip(IPntCldListener* pListener, const std::vector<zor::geom::PLANE_3D>& vecPlanes) const;
     void GetPnts_Clip(IPntCldListener* pListener, const std::vector<zor::geom::PLANE_3D>& vecPlanes,
                       int nBatch) const;
+
+    /// One record a call.
+    void GetPnts_Clip(IPntCldListener* pListener, const std::vector<zor::geom::PLANE_3D>& vecPlanes) const;
 
     /// Delivers a thinned cloud, clipped. A cube of the wanted size gives its point even where only its
     /// parent reaches into the kept volume, and a leaf that gives one point gives it untested. With `dLod`
@@ -230,8 +237,12 @@ public:
     /// then those of the corridor, then the one exactly at p2, when `bEnd`. A point at an end that lies
     /// in the corridor too comes twice.
     ///
-    /// @param dist  how far the corridor reaches to either side, coordinate units; it ends square at p1
-    ///              and p2. Not above 0, or p1 equal to p2: no corridor. On its edges rounding decides.
+    /// @param pListener     receives the points, one a call; not null.
+    /// @param p1, p2        ends of the segment, coordinate units.
+    /// @param dist          how far the corridor reaches to either side, coordinate units; it ends square
+    ///                      at p1 and p2. Not above 0, or p1 equal to p2: no corridor. On its edges
+    ///                      rounding decides.
+    /// @param bStart, bEnd  whether the points at the ends are delivered, too.
     ///
     /// "Exactly": the same x and y in units of 1/10000, counted from the cloud's origin and truncated; of
     /// several such points, one. Coordinates that the cloud gave back may lie just below their unit: to find
@@ -243,9 +254,10 @@ public:
     /// Delivers all points of the octree squares wholly inside a contour and, of the leaves under squares
     /// that straddle it, the points outside it.
     ///
-    /// @param contour  ring, closing edge implied, either way round, coordinate units. Where it crosses
-    ///                 itself the odd-even rule says what is inside. Fewer than three points, no area, or a
-    ///                 coordinate that is not finite: it holds nothing. Coordinates up to 1e150.
+    /// @param pListener  receives the points, one a call; not null.
+    /// @param contour    ring, closing edge implied, either way round, coordinate units. Where it crosses
+    ///                   itself the odd-even rule says what is inside. Fewer than three points, no area, or a
+    ///                   coordinate that is not finite: it holds nothing. Coordinates up to 1e150.
     ///
     /// A square without area, the root of a cloud whose points all lie within two units of 1/10000, counts as
     /// inside whatever the contour. Without an octree there is no call at all, not even of SetZRange.

@@ -11,13 +11,13 @@ class CPntCld;
 /// which may reach beyond it: centre and edge are whole units, and the edge ends with the int32 span.
 struct CRootCube
 {
-    std::int32_t nX; ///< centre, compact units: 1/10000 of the coordinate unit from the origin
-    std::int32_t nY;
-    std::int32_t nZ;
+    std::int32_t nX;    ///< centre, compact units: 1/10000 of the coordinate unit from the origin
+    std::int32_t nY;    ///< centre
+    std::int32_t nZ;    ///< centre
     std::int32_t nEdge; ///< compact units; 0 for an octree without points
     float fOrgX;        ///< the cloud's origin: coordinate = offset / 10000.0 + origin, in double
-    float fOrgY;
-    float fOrgZ;
+    float fOrgY;        ///< origin
+    float fOrgZ;        ///< origin
 };
 
 /// @return false, and nothing is written, without an octree.
@@ -35,22 +35,24 @@ ZOR4DATA_API bool GetRootCube(const CPntCld& cld, CRootCube& cube);
 /// have no unit left gives all of its points to the upper one; the lower one is empty (min = end).
 struct CLevelCube
 {
-    std::int64_t nX; ///< centre of the nominal cube; may lie beyond int32
-    std::int64_t nY;
-    std::int64_t nZ;
+    std::int64_t nX;    ///< centre of the nominal cube; may lie beyond int32
+    std::int64_t nY;    ///< centre
+    std::int64_t nZ;    ///< centre
     std::int64_t nEdge; ///< edge of the nominal cube
-    std::int64_t nMinX; ///< lower limits, included
-    std::int64_t nMinY;
-    std::int64_t nMinZ;
-    std::int64_t nEndX; ///< upper limits, not included
-    std::int64_t nEndY;
-    std::int64_t nEndZ;
+    std::int64_t nMinX; ///< lower limit, included
+    std::int64_t nMinY; ///< lower limit, included
+    std::int64_t nMinZ; ///< lower limit, included
+    std::int64_t nEndX; ///< upper limit, not included
+    std::int64_t nEndY; ///< upper limit, not included
+    std::int64_t nEndZ; ///< upper limit, not included
 };
 
 /// Calculates the cube at position (nI, nJ, nK) of a level, counted along x, y and z from the lower end.
 ///
-/// @param nLevel  0 for the root cube itself, up to 31.
-/// @param nI,nJ,nK  0 to 2^nLevel - 1.
+/// @param root        the root cube, as GetRootCube gives it.
+/// @param nLevel      0 for the root cube itself, up to 31.
+/// @param nI, nJ, nK  0 to 2^nLevel - 1.
+/// @param cube        receives the cube.
 /// @return false, and nothing is written, for a level or a position that there is not.
 ZOR4DATA_API bool GetLevelCube(const CRootCube& root, int nLevel, std::int32_t nI, std::int32_t nJ,
                                std::int32_t nK, CLevelCube& cube);

@@ -19,14 +19,14 @@ class IPntCldListener;
 /// delivers and those of the rings: a point is on an edge when it lies on the segment between the two
 /// corners, and nowhere beside it.
 ///
+/// @param cld        asked for its points.
 /// @param pListener  receives the points; the array it is given is reused after each call. Null: nobody does.
-/// @param polygons   coordinate units. Closing edges are implied, rings may be given closed and run either
-/// way
-///                   round; polygons may overlap, and holes each other and the outer ring. A polygon whose
-///                   outer ring has fewer than three points, or a coordinate that is not finite, counts as
-///                   not there; so does such a hole. A ring without area holds what lies on it. No polygons:
-///                   every point is outside. Above 1e150, and nearer to 0 than 1e-140 without being 0,
-///                   rounding may decide.
+/// @param polygons   coordinate units. Closing edges are implied, rings may be given closed and run
+///                   either way round; polygons may overlap, and holes each other and the outer ring. A
+///                   polygon whose outer ring has fewer than three points, or a coordinate that is not
+///                   finite, counts as not there; so does such a hole. A ring without area holds what lies on
+///                   it. No polygons: every point is outside. Above 1e150, and nearer to 0 than 1e-140
+///                   without being 0, rounding may decide.
 /// @param bOutside   deliver the points outside instead.
 /// @param nBatch     records per OnPnts call, the last may be shorter; below 1 counts as 1.
 ///

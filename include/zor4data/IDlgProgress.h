@@ -5,8 +5,8 @@
 class IDlgProgress
 {
 public:
-    virtual void Start() = 0;
-    virtual void Stop() = 0;
+    virtual void Start() = 0; ///< not called by the library
+    virtual void Stop() = 0;  ///< not called by the library
 
     /// @param nPos  work done so far, percent: 0 to 100, but beyond it where a file holds more points than it
     ///              announces. Never negative.

@@ -8,6 +8,8 @@
 class IPntCldReadListener
 {
 public:
+    /// The first call.
+    /// @param eType  says which of the two forms of OnReadPnt will be called.
     virtual void OnReadType(enumPntCldType eType) = 0;
 
     /// @param nNumPnts  the number of points that the file announces.

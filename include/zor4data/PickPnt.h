@@ -13,11 +13,11 @@ class CPntCld;
 /// Finds the point under a cursor: of the live points in front of none of the planes that lie ahead along a
 /// ray and within a cone about it, the one of smallest distance along the ray; of several, the lowest index.
 ///
+/// @param cld        asked for its points.
 /// @param from       where the ray begins, coordinate units.
 /// @param direction  where it goes; of any length above 0.
-/// @param dTan       the cone's opening: tangent of the angle between the ray and the cone's side, the size
-/// of
-///                   so many pixels at distance 1. 0: only what lies on the ray as computed below.
+/// @param dTan       the cone's opening: tangent of the angle between the ray and the cone's side, the
+///                   size of so many pixels at distance 1. 0: only what lies on the ray as computed below.
 /// @param planes     coordinate units, normals pointing out of the kept volume, as for `GetPnts_Clip`, but
 ///                   asked of every point by its own coordinates. Empty: every point.
 /// @return the point's index; -1: none.
@@ -39,6 +39,8 @@ ZOR4DATA_API int PickPnt(const CPntCld& cld, const zor::geom::PNT_3D& from,
 
 /// Finds the live point nearest to a place in space; of several at the same distance the lowest index.
 ///
+/// @param cld   asked for its points.
+/// @param pnt   the place, coordinate units.
 /// @param dMax  coordinate units, included; infinite: no limit.
 /// @return the point's index; -1: none within `dMax`.
 ///

@@ -18,10 +18,10 @@ class IPntCldReadListener;
 /// @param pProgress  receives percent, one call a point and before it (none for ASCII grids); null: no calls.
 /// @param eType      kind of the file. A native file is an image of a cloud and needs one to be read into: it
 ///                   is false without any call, like a kind that there is not.
+/// @param sPath      the file.
 /// @return whether the file was read to its end, as `CPntCld::ReadFromFile` would return it. False without
-/// any
-///         call when the file is missing or refused at its head; false without OnReadEnd when it turns out to
-///         be damaged on the way. `FindFileFacts` tells why.
+///         any call when the file is missing or refused at its head; false without OnReadEnd when it turns
+///         out to be damaged on the way. `FindFileFacts` tells why.
 ///
 /// To stop, throw: what leaves the listener or the progress object passes through, and the file is closed.
 /// One exception counts as the file's fault: std::bad_alloc out of OnReadNumPnts of a LAS file that announces

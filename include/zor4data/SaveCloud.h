@@ -21,19 +21,22 @@ using TOnTempFile = std::function<void(const zor::String& sTempPath)>;
 /// there, whose rights it gets. Whatever fails, an older file stays as it was, and nothing else is left. A
 /// process that is killed leaves a file whose name ends in .zorcld- and six characters.
 ///
+/// @param cld    what is saved.
 /// @param sPath  where the file is to be. A symbolic link is followed, and stays.
 /// @return FileCause_None: the file is there. Else why not (`enumFileCause.h`), and errno says what the
-/// system
-///         said, 0 where it said nothing: FileCause_Directory, _NotRegular, and _NotCreated to
+///         system said, 0 where it said nothing: FileCause_Directory, _NotRegular, and _NotCreated to
 ///         _NothingToSave.
 ///
 /// A cloud without an octree is not saved: its points would be missing in the file. Points marked deleted are
-/// removed from the cloud first, whether it can be saved or not; nothing else of it changes, and the flag
-/// `IsModified` is the host's to clear. Throws std::bad_alloc; the same holds then.
+/// removed from the cloud right before the temporary file is written, and stay removed whatever fails then;
+/// where it does not come to that (no octree, no place for the file), the cloud is as it was. Nothing else of
+/// it changes, and the flag `IsModified` is the host's to clear. Throws std::bad_alloc; the same holds then.
 /// Cost: that of WriteToFile, and the disk's.
 ZOR4DATA_API enumFileCause SaveCloud(CPntCld& cld, const zor::String& sPath);
 
 /// The same for a host that removes the temporary file itself when it is ended by a signal.
+/// @param cld         what is saved.
+/// @param sPath       where the file is to be.
 /// @param onTempFile  may be empty. What it throws passes through; the temporary file is then removed.
 ZOR4DATA_API enumFileCause SaveCloud(CPntCld& cld, const zor::String& sPath, const TOnTempFile& onTempFile);
 

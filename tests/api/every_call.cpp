@@ -15,6 +15,7 @@
 #include <zor4data/CPntArrays.h>
 #include <zor4data/CPntCld.h>
 #include <zor4data/CRootCube.h>
+#include <zor4data/CalcCntWithin.h>
 #include <zor4data/FindLodRuns.h>
 #include <zor4data/FindPntsInPolygons.h>
 #include <zor4data/LoadNative.h>
@@ -232,6 +233,8 @@ void UseCompanions()
     Keep<CFileFacts (*)(const String&)>(&FindFileFacts);
     Keep<CFileFacts (*)(const String&, enumPntCldFile)>(&FindFileFacts);
     Keep<std::vector<CFileLoss> (*)(const String&, enumPntCldFile)>(&FindFileLosses);
+    Keep<enumOutline (*)(const CPntCld&, IDlgProgress*, IPntCldListener*, double, std::int64_t)>(
+        &CalcCntWithin);
     Keep<void (*)(const CPntCld&, IPntCldListener*, const TParts&, bool, int)>(&FindPntsInPolygons);
 }
 

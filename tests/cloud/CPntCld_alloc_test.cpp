@@ -1,5 +1,6 @@
 // Every operation of a cloud when memory runs out: the cloud is as before, and nothing leaks.
 
+#include <tests/support/CNoColors.h>
 #include <tests/support/CTestCld.h>
 #include <tests/support/FailEveryAlloc.h>
 
@@ -13,13 +14,6 @@ namespace
 
 using zor::geom::PNT_3D;
 using zor::geom::RECT_3D;
-
-class CNoColors final : public ICldColorListener
-{
-public:
-    void GetColor(double, float&, float&, float&) override {}
-    void SetZRange(double, double) override {}
-};
 
 /// What a host can see of a cloud.
 struct CView

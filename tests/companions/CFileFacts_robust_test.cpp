@@ -60,7 +60,7 @@ std::vector<CSmallFile> AllSmallFiles()
                                               "1\r\nNODATA_value 0\r\n0 1\r\n"});
 #ifdef ZOR4DATA_TEST_LAZ
     vecFiles.push_back({PntCldFile_Las, LazBytes(LasOf(1, 20), 8, true)});
-    vecFiles.push_back({PntCldFile_Las, LazBytes(LasOf(6, 20), 8, true)});
+    vecFiles.push_back({PntCldFile_Las, LazBytes(LasOf(6, 20), 16, true)});
 #endif
     return vecFiles;
 }
@@ -77,21 +77,37 @@ TEST(CFileFacts_robust, CutOffAnywhere_CauseWhereItIsNotLoaded)
         }
 }
 
-TEST(CFileFacts_robust, EachByteChanged_CauseWhereItIsNotLoaded)
+/// One of the small files: most of the time goes to LASzip, which sets up its models for each chunk that is
+/// read.
+class CFileFactsOfSmallFile : public testing::TestWithParam<CSmallFile>
+{
+};
+
+std::string GetNameOf(const testing::TestParamInfo<CSmallFile>& param)
+{
+    return "Kind" + std::to_string(param.param.eType) + "_" + std::to_string(param.index);
+}
+
+TEST_P(CFileFactsOfSmallFile, EachByteChanged_CauseWhereItIsNotLoaded)
 {
     CMemFile memFile;
-    for (const CSmallFile& file : AllSmallFiles())
-        for (std::size_t nPos = 0; nPos < file.sBytes.size(); ++nPos)
-            for (const char c : {'\0', ' ', '3', '\xff'})
-            {
-                std::string sBytes = file.sBytes;
-                sBytes[nPos] = c;
-                memFile.Set(sBytes);
-                EXPECT_TRUE(AgreesWithTheReader(file.eType, memFile.GetPath()))
-                    << "kind " << file.eType << " of " << file.sBytes.size() << ", byte " << nPos << " is "
-                    << static_cast<int>(c);
-            }
+    const CSmallFile& file = GetParam();
+    for (std::size_t nPos = 0; nPos < file.sBytes.size(); ++nPos)
+        for (const char c : {'\0', ' ', '3', '\xff'})
+        {
+            std::string sBytes = file.sBytes;
+            if (sBytes[nPos] == c)
+                continue;
+            sBytes[nPos] = c;
+            memFile.Set(sBytes);
+            EXPECT_TRUE(AgreesWithTheReader(file.eType, memFile.GetPath()))
+                << "kind " << file.eType << " of " << file.sBytes.size() << ", byte " << nPos << " is "
+                << static_cast<int>(c);
+        }
 }
+
+INSTANTIATE_TEST_SUITE_P(CFileFacts_robust, CFileFactsOfSmallFile, testing::ValuesIn(AllSmallFiles()),
+                         GetNameOf);
 
 TEST(CFileFacts_robust, FileOfAnotherKind_CauseWhereItIsNotLoaded)
 {

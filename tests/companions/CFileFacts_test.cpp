@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
+#include <fstream>
 #include <set>
 #include <sys/stat.h>
 
@@ -178,12 +178,15 @@ TEST(CFileFacts, EachCauseOfTheHeader_IsTested)
     std::set<int> tested = c_otherCauses;
     for (const CRefused& refused : AllRefused())
         tested.insert(refused.nCause);
-    const std::string sText =
-        ReadFileBytes((GetSourceFolder() / "include/zor4data/enumFileCause.h").string());
-    const std::regex cause("FileCause_[A-Za-z]+ = ([0-9]+)");
+    std::ifstream header(GetSourceFolder() / "include/zor4data/enumFileCause.h");
     std::set<int> declared;
-    for (std::sregex_iterator it(sText.begin(), sText.end(), cause), end; it != end; ++it)
-        EXPECT_TRUE(declared.insert(std::stoi((*it)[1])).second) << (*it)[0] << " is a number given twice";
+    for (std::string sName, sSign, sNumber; header >> sName;) // NAME = NUMBER,
+    {
+        const bool bCause = sName.rfind("FileCause_", 0) == 0 && header >> sSign >> sNumber && sSign == "=";
+        EXPECT_TRUE(!bCause || declared.insert(std::stoi(sNumber)).second)
+            << sName << " is a number given twice";
+    }
+    declared.erase(declared.lower_bound(FileCause_NotCreated), declared.end()); // of saving
     EXPECT_EQ(declared, tested);
 }
 
@@ -240,6 +243,14 @@ TEST(CFileFacts, Announced_AsTheFileSays)
     EXPECT_EQ(find(file.GetBytes()), 5000000000);
 }
 
+TEST(CFileFacts, AnnouncedBeyondWhatHasASign_TheLargest)
+{
+    if (!IsLasRead())
+        GTEST_SKIP() << "LAS is not read";
+    const CMemFile file(With(LasOf(6, 3).GetBytes(), 247, std::uint64_t{1} << 63U));
+    EXPECT_EQ(FindFileFacts(file.GetPath()).nAnnounced, std::numeric_limits<std::int64_t>::max());
+}
+
 TEST(CFileFacts, Color_AsItWouldBeLoaded)
 {
     const auto find = [](const std::string& sBytes)
@@ -290,6 +301,23 @@ std::vector<std::string> CodesOf(const std::string& sBytes, enumPntCldFile eType
         vecCodes.push_back(loss.sCode);
     }
     return vecCodes;
+}
+
+// What a terminal obeys comes from no file into a sentence; a name without end makes none.
+TEST(CFileFacts, NamesFromFiles_ArePrintable)
+{
+    const std::string sHead = "ply\nformat binary_little_endian 1.0\nelement vertex 1\n";
+    const std::string sXyz = "property float x\nproperty float y\nproperty float z\n";
+    const CMemFile tab(sHead + sXyz + "property a\tb\xff c\033d\nend_header\n............");
+    EXPECT_EQ(FindFileFacts(tab.GetPath()).sCause,
+              "property type not supported: 'a?b?' of c?d in element vertex");
+    const CMemFile wide(sHead + sXyz + "property " + std::string(200, 'f') + " w\nend_header\n............");
+    EXPECT_EQ(FindFileFacts(wide.GetPath()).sCause,
+              "property type not supported: '" + std::string(80, 'f') + "\u2026' of w in element vertex");
+    const CMemFile more(sHead + sXyz + "property uchar a\033[31mb\nelement \033c 1\nproperty uchar i\n" +
+                        "end_header\n" + std::string(14, '\1'));
+    for (const CFileLoss& loss : FindFileLosses(more.GetPath(), PntCldFile_Ply))
+        EXPECT_EQ(loss.sText.find('\033'), std::string::npos) << loss.sText;
 }
 
 TEST(CFileFacts, Losses_AreToldForWhatLoads)

@@ -3,27 +3,10 @@
 #include <octree/contour/QueryPolygons.h>
 #include <tests/octree/CPlanAllocTest.h>
 
-#include <cmath>
-
-using zor::geom::PNT_2D;
 using zor::geom::TMultiPartPolygon;
 
 namespace
 {
-
-using TRing = std::vector<PNT_2D>;
-
-TRing MakeStar(int nNum, double dCentre, double dSize)
-{
-    TRing ring;
-    for (int i = 0; i < nNum; ++i)
-    {
-        const double dAngle = 6.283185307179586 * i / nNum;
-        const double dRadius = dSize * (i % 2 == 0 ? 1.0 : 0.6);
-        ring.emplace_back(dCentre + dRadius * std::cos(dAngle), dCentre + dRadius * std::sin(dAngle));
-    }
-    return ring;
-}
 
 const std::vector<TMultiPartPolygon>& GetPolygons()
 {
@@ -67,6 +50,6 @@ TYPED_TEST(FindPntsInPolygons_alloc, PntsTakeNoMemory)
         const std::int64_t nBefore = CFailingAlloc::GetNumAllocs();
         QueryPolygons(*store, &listener, GetPolygons(), bOutside, 100);
         EXPECT_LT(CFailingAlloc::GetNumAllocs() - nBefore, 100);
-        EXPECT_GT(listener.m_nSum, 0);
+        EXPECT_GT(listener.m_nSum, 0U);
     }
 }

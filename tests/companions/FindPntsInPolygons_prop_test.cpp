@@ -5,9 +5,9 @@
 #include <tests/companions/CExactPolygons.h>
 #include <tests/octree/CRingMaker.h>
 #include <tests/octree/MakeMarkedStore.h>
-#include <tests/support/CheckProp.h>
 
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <string>
 
@@ -97,58 +97,48 @@ void NudgeSome(std::vector<PNT_2D>& ring, CRandom& random)
     }
 }
 
+void CheckSame(const std::string& sDiff)
+{
+    RC_LOG() << sDiff;
+    RC_ASSERT(sDiff.empty());
+}
+
+/// Compares on so many random clouds, with polygons of rings that `makeRing(maker, random)` gives.
+template <class T, class TFn>
+void CheckRandomClouds(int nNumCases, std::uint32_t nSalt, bool bTree, TFn makeRing)
+{
+    CheckPropOfStores<T>(nNumCases, nSalt,
+                         [&](CTestStore<T>& store, CRandom& random)
+                         {
+                             CRingMaker maker(store.GetRef(), random.Next());
+                             const TPolygons vecPolygons =
+                                 MakePolygons(random, [&] { return makeRing(maker, random); });
+                             if (!bTree)
+                                 store->m_pTree = nullptr;
+                             CheckSame(Diff(*store, vecPolygons, random));
+                         });
+}
+
 TYPED_TEST(FindPntsInPolygons_prop, RandomClouds_SameAsExactScan)
 {
-    CheckProp(400,
-              [](const CCldRecipe& recipe)
-              {
-                  CRandom random(recipe.seed + 21);
-                  CTestStore<TypeParam> store = MakeMarkedStore<TypeParam>(recipe, random);
-                  CRingMaker maker(store.GetRef(), random.Next());
-                  const TPolygons vecPolygons = MakePolygons(random,
-                                                             [&]
-                                                             {
-                                                                 std::vector<PNT_2D> ring = maker.Make();
-                                                                 if (random.Chance(3))
-                                                                     NudgeSome(ring, random);
-                                                                 return ring;
-                                                             });
-                  const std::string sDiff = Diff(*store, vecPolygons, random);
-                  RC_LOG() << sDiff;
-                  RC_ASSERT(sDiff.empty());
-              });
+    CheckRandomClouds<TypeParam>(400, 21, true,
+                                 [](CRingMaker& maker, CRandom& random)
+                                 {
+                                     std::vector<PNT_2D> ring = maker.Make();
+                                     if (random.Chance(3))
+                                         NudgeSome(ring, random);
+                                     return ring;
+                                 });
 }
 
 TYPED_TEST(FindPntsInPolygons_prop, LongRings_SameAsExactScan)
 {
-    CheckProp(40,
-              [](const CCldRecipe& recipe)
-              {
-                  CRandom random(recipe.seed + 22);
-                  CTestStore<TypeParam> store = MakeMarkedStore<TypeParam>(recipe, random);
-                  CRingMaker maker(store.GetRef(), random.Next());
-                  const TPolygons vecPolygons = MakePolygons(random, [&] { return maker.MakeLarge(); });
-                  const std::string sDiff = Diff(*store, vecPolygons, random);
-                  RC_LOG() << sDiff;
-                  RC_ASSERT(sDiff.empty());
-              });
+    CheckRandomClouds<TypeParam>(40, 22, true, [](CRingMaker& maker, CRandom&) { return maker.MakeLarge(); });
 }
 
 TYPED_TEST(FindPntsInPolygons_prop, WithoutOctree_SameAsExactScan)
 {
-    CheckProp(150,
-              [](const CCldRecipe& recipe)
-              {
-                  CRandom random(recipe.seed + 23);
-                  CTestStore<TypeParam> withTree = MakeMarkedStore<TypeParam>(recipe, random);
-                  CRingMaker maker(withTree.GetRef(), random.Next());
-                  const TPolygons vecPolygons = MakePolygons(random, [&] { return maker.Make(); });
-                  CTestStore<TypeParam> store(MakePnts(recipe), withTree.GetRef().org);
-                  store.Mark(random, 10, 10);
-                  const std::string sDiff = Diff(*store, vecPolygons, random);
-                  RC_LOG() << sDiff;
-                  RC_ASSERT(sDiff.empty());
-              });
+    CheckRandomClouds<TypeParam>(150, 23, false, [](CRingMaker& maker, CRandom&) { return maker.Make(); });
 }
 
 /// A ring with corners on a lattice of sixteenths, its edges mostly along few directions: it runs through
@@ -197,9 +187,7 @@ TYPED_TEST(FindPntsInPolygons_prop, PntsOnEdgesAndCorners_SameAsExactScan)
                                            NudgeSome(ring, random);
                                        return ring;
                                    });
-                  const std::string sDiff = Diff(*store, vecPolygons, random);
-                  RC_LOG() << "size " << nSize << ", origin " << fOrg << '\n' << sDiff;
-                  RC_ASSERT(sDiff.empty());
+                  CheckSame(Diff(*store, vecPolygons, random));
               });
 }
 

@@ -38,22 +38,16 @@ TYPED_TEST(FindPntsInPolygons_robust, EveryCloud_SameAsExactScan)
     {
         SCOPED_TRACE(cldCase.GetName());
         CTestCld<TypeParam> cld(cldCase);
-        const RECT_3D b = this->GetBox(*cld);
-        const double x = (b.xmin + b.xmax) / 2.0;
-        const double y = (b.ymin + b.ymax) / 2.0;
-        const TRing box = {{b.xmin, b.ymin}, {b.xmax, b.ymin}, {b.xmax, b.ymax}, {b.xmin, b.ymax}};
-        const TRing quarter = {{b.xmin, b.ymin}, {x, b.ymin}, {x, y}, {b.xmin, y}};
-        const TRing bow = {{b.xmin, b.ymin}, {b.xmax, b.ymax}, {b.xmax, b.ymin}, {b.xmin, b.ymax}};
-        const TRing line = {{b.xmin, b.ymin}, {b.xmax, b.ymax}, {x, y}};
-        const TRing dot(5, PNT_2D(x, y));
+        const CPlanRings r(this->GetBox(*cld));
         const TRing wide = {{-1e9, -1e9}, {1e9, -1e9}, {1e9, 1e9}, {-1e9, 1e9}};
-        for (const TPolygons& vecPolygons : std::vector<TPolygons>{{},
-                                                                   {{box, {}}},
-                                                                   {{box, {quarter, bow}}},
-                                                                   {{bow, {dot, line}}},
-                                                                   {{line, {}}, {dot, {}}},
-                                                                   {{wide, {box}}},
-                                                                   {{wide, {quarter}}, {quarter, {quarter}}}})
+        for (const TPolygons& vecPolygons :
+             std::vector<TPolygons>{{},
+                                    {{r.box, {}}},
+                                    {{r.box, {r.quarter, r.bow}}},
+                                    {{r.bow, {r.dot, r.line}}},
+                                    {{r.line, {}}, {r.dot, {}}},
+                                    {{wide, {r.box}}},
+                                    {{wide, {r.quarter}}, {r.quarter, {r.quarter}}}})
         {
             const CExactPolygons exact(vecPolygons);
             EXPECT_EQ(Find(*cld, vecPolygons, false), cld.Scan(

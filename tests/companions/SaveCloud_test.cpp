@@ -61,6 +61,12 @@ std::string ReadBytes(const std::string& sPath)
     return std::string(std::istreambuf_iterator<char>(stream), {});
 }
 
+mode_t FindRights(const std::string& sPath)
+{
+    struct stat status = {};
+    return stat(sPath.c_str(), &status) == 0 ? status.st_mode & 0777U : 0;
+}
+
 /// Files may not grow beyond a size as long as this lives.
 class CSizeLimit
 {
@@ -119,10 +125,23 @@ TYPED_TEST(SaveCloud_test, OldFile_IsReplacedAndKeepsItsRights)
     ASSERT_EQ(chmod(sPath.c_str(), 0640), 0);
     EXPECT_EQ(SaveCloud(*this->m_cld, sPath), FileCause_None);
     this->ExpectSaved(sPath);
-    struct stat status = {};
-    ASSERT_EQ(stat(sPath.c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777U, 0640U);
+    EXPECT_EQ(FindRights(sPath), 0640U);
     EXPECT_EQ(this->m_folder.CountFiles(), 1);
+}
+
+TYPED_TEST(SaveCloud_test, Mask_TakesFromNewFilesAlone)
+{
+    const std::string sOld = this->m_folder.Write("old.cld", "old");
+    ASSERT_EQ(chmod(sOld.c_str(), 0666), 0);
+    const mode_t nMask = umask(027);
+    const enumFileCause eNew = SaveCloud(*this->m_cld, this->m_folder.GetPath("new.cld"));
+    const enumFileCause eOld = SaveCloud(*this->m_cld, sOld);
+    const mode_t nLeft = umask(nMask);
+    EXPECT_EQ(nLeft, 027U); // of the whole process, and not the library's to change
+    EXPECT_EQ(eNew, FileCause_None);
+    EXPECT_EQ(eOld, FileCause_None);
+    EXPECT_EQ(FindRights(this->m_folder.GetPath("new.cld")), 0640U);
+    EXPECT_EQ(FindRights(sOld), 0666U);
 }
 
 TYPED_TEST(SaveCloud_test, Link_IsFollowedAndStays)
@@ -188,6 +207,25 @@ TYPED_TEST(SaveCloud_test, MarkedDeleted_AreNotSaved)
     this->m_cld->DelSelPnts();
     EXPECT_EQ(SaveCloud(*this->m_cld, sPath), FileCause_None);
     this->ExpectSaved(sPath);
+}
+
+TYPED_TEST(SaveCloud_test, WhateverFails_TheCloudStays)
+{
+    CPntCld& cld = *this->m_cld;
+    const auto nNumPnts = cld.GetNumPnts();
+    cld.SelPnt(5, false);
+    cld.DelSelPnts();
+    const CCldState before(cld);
+    EXPECT_EQ(SaveCloud(cld, this->m_folder.GetPath("missing/x.cld")), FileCause_NotCreated);
+    EXPECT_EQ(SaveCloud(cld, this->m_folder.GetPath("")), FileCause_Directory);
+    EXPECT_EQ(SaveCloud(cld, "/dev/null"), FileCause_NotRegular);
+    EXPECT_TRUE(CCldState(cld) == before);
+    {
+        const CSizeLimit limit(1);
+        EXPECT_EQ(SaveCloud(cld, this->m_folder.GetPath("x.cld")), FileCause_NotWritten);
+    }
+    EXPECT_TRUE(CCldState(cld) == before);
+    EXPECT_EQ(cld.GetNumPnts(), nNumPnts - 1);
 }
 
 // At every kind of place: within the first block, between blocks, at the last byte.

@@ -1,8 +1,9 @@
 // A host stops the reading of a file with an exception out of a slot of its own or of its progress object:
 // the cloud holds what had come until then and no octree, can be cleared and filled again, and nothing is
-// left behind.
+// left behind. So it is where a plain listener is read into.
 
 #include <tests/io/CMemFile.h>
+#include <tests/io/CRecReadListener.h>
 #include <tests/io/ply/PlyBytes.h>
 #include <tests/support/CCldState.h>
 #include <tests/support/CStopper.h>
@@ -10,7 +11,9 @@
 #ifdef ZOR4DATA_TEST_LAZ
 #include <tests/support/LazBytes.h>
 #endif
+#include <zor4data/ReadPnts.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <iterator>
 #include <string>
@@ -60,6 +63,34 @@ public:
     std::vector<zor::geom::PNT_3D> m_vecPnts;
 
 private:
+    CStopHost& m_host;
+};
+
+/// A listener without a cloud that notes what comes, and stops it.
+class CStopListener final : public IPntCldReadListener
+{
+public:
+    explicit CStopListener(CStopHost& host) : m_host(host) {}
+
+    void OnReadType(enumPntCldType eType) override { Take(Slot_OnReadType, CReadCall::Type(eType)); }
+    void OnReadNumPnts(int nNumPnts) override { Take(Slot_OnReadNumPnts, CReadCall::NumPnts(nNumPnts)); }
+    void OnReadPnt(double x, double y, double z) override { Take(Slot_OnReadPnt, CReadCall::Pnt(x, y, z)); }
+    void OnReadPnt(double x, double y, double z, unsigned char r, unsigned char g, unsigned char b) override
+    {
+        Take(Slot_OnReadPnt, CReadCall::ColorPnt(x, y, z, r, g, b));
+    }
+    void OnReadEnd() override { Take(Slot_OnReadEnd, CReadCall::End()); }
+
+    /// The calls before the one that it stopped at.
+    TReadCalls m_vecCalls;
+
+private:
+    void Take(enumSlot eSlot, const CReadCall& call)
+    {
+        m_host.Call(eSlot);
+        m_vecCalls.push_back(call);
+    }
+
     CStopHost& m_host;
 };
 
@@ -155,6 +186,27 @@ public:
         EXPECT_GT(StopEverywhere(m_host, eSlot, 1, attempt), 0) << "slot " << eSlot;
     }
 
+    /// Without a cloud: the listener has got the first of the calls, and nobody calls it again.
+    void StopEachOfReadPnts(const CCase& file, enumSlot eSlot)
+    {
+        const CMemFile memFile(file.sBytes);
+        const zor::String sPath(memFile.GetPath());
+        CStopListener whole(m_host);
+        ASSERT_TRUE(ReadPnts(whole, &m_host, file.eType, sPath));
+        const auto attempt = [&](const auto& run)
+        {
+            CStopListener listener(m_host);
+            bool bResult = false;
+            const bool bThrough = run([&] { bResult = ReadPnts(listener, &m_host, file.eType, sPath); });
+            EXPECT_EQ(bResult, bThrough);
+            const TReadCalls& vecCalls = listener.m_vecCalls;
+            ASSERT_LE(vecCalls.size(), whole.m_vecCalls.size());
+            EXPECT_EQ(vecCalls.size() == whole.m_vecCalls.size(), bThrough);
+            EXPECT_TRUE(std::equal(vecCalls.begin(), vecCalls.end(), whole.m_vecCalls.begin()));
+        };
+        EXPECT_GT(StopEverywhere(m_host, eSlot, 1, attempt), 0) << "slot " << eSlot;
+    }
+
     CStopHost m_host;
 };
 
@@ -167,6 +219,18 @@ TEST_F(StoppedReading, EverySlotOfEveryReader_HoldsWhatHadCome)
             StopEach(file, eSlot);
         if (file.bProgress)
             StopEach(file, Slot_SetPos);
+    }
+}
+
+TEST_F(StoppedReading, EverySlotWithoutACloud_NothingIsLeftBehind)
+{
+    for (const CCase& file : MakeCases())
+    {
+        SCOPED_TRACE(file.sName);
+        for (const enumSlot eSlot : {Slot_OnReadType, Slot_OnReadNumPnts, Slot_OnReadPnt, Slot_OnReadEnd})
+            StopEachOfReadPnts(file, eSlot);
+        if (file.bProgress)
+            StopEachOfReadPnts(file, Slot_SetPos);
     }
 }
 
@@ -185,6 +249,10 @@ TEST_F(StoppedReading, NoFileStaysOpen)
         CStopCld cld(m_host);
         m_host.SetStop(Slot_OnReadPnt, 3);
         EXPECT_THROW(cld.ReadFromFile(nullptr, file.eType, memFile.GetPath()), CStop);
+        EXPECT_EQ(CountOpenFiles(), nNumOpen);
+        CStopListener listener(m_host);
+        m_host.SetStop(Slot_OnReadPnt, 3);
+        EXPECT_THROW(ReadPnts(listener, nullptr, file.eType, memFile.GetPath()), CStop);
         EXPECT_EQ(CountOpenFiles(), nNumOpen);
     }
 }

@@ -1,35 +1,31 @@
 #ifndef TESTS_OCTREE_CPLANALLOCTEST_H
 #define TESTS_OCTREE_CPLANALLOCTEST_H
 
+#include <tests/support/CNoColors.h>
+#include <tests/support/CSumListener.h>
 #include <tests/support/CTestStore.h>
 #include <tests/support/FailEveryAlloc.h>
+#include <zor3geom/PNT_2D.h>
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdint>
 #include <functional>
 #include <vector>
 
-/// A host without colours.
-class CNoColors final : public ICldColorListener
+/// A ring of so many corners, every other one nearer to its centre.
+inline std::vector<zor::geom::PNT_2D> MakeStar(int nNum, double dCentre, double dSize)
 {
-public:
-    void GetColor(double, float&, float&, float&) override {}
-    void SetZRange(double, double) override {}
-};
-
-/// Sums up what it is given: a host that does not allocate.
-class CSumListener final : public IPntCldListener
-{
-public:
-    void OnPnts(int nNumPnts, CCldCadPnt* pPnts) override
+    std::vector<zor::geom::PNT_2D> ring;
+    for (int i = 0; i < nNum; ++i)
     {
-        for (int i = 0; i < nNumPnts; ++i)
-            m_nSum += pPnts[i].m_nIndex + 1;
+        const double dAngle = 6.283185307179586 * i / nNum;
+        const double dRadius = dSize * (i % 2 == 0 ? 1.0 : 0.6);
+        ring.emplace_back(dCentre + dRadius * std::cos(dAngle), dCentre + dRadius * std::sin(dAngle));
     }
-
-    std::int64_t m_nSum = 0;
-};
+    return ring;
+}
 
 /// Queries in plan view while memory runs out, on a store of a few hundred points.
 template <class T>
@@ -58,7 +54,7 @@ public:
     {
         CSumListener whole;
         query(&whole);
-        ASSERT_GT(whole.m_nSum, 0);
+        ASSERT_GT(whole.m_nSum, 0U);
         // What is left allocated is not counted: the clipper loses a few blocks of its own when it fails.
         const auto attempt = [&](CAllocPlan& plan)
         {

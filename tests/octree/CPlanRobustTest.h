@@ -2,6 +2,7 @@
 #define TESTS_OCTREE_CPLANROBUSTTEST_H
 
 #include <tests/support/CTestCld.h>
+#include <zor3geom/PNT_2D.h>
 #include <zor3geom/RECT_3D.h>
 
 #include <gtest/gtest.h>
@@ -27,6 +28,38 @@ inline const std::vector<double>& OddNumbers()
                                             0.0};
     return vecOdd;
 }
+
+/// Rings of every shape in the box of a cloud.
+struct CPlanRings
+{
+    using TRing = std::vector<zor::geom::PNT_2D>;
+
+    explicit CPlanRings(const zor::geom::RECT_3D& b)
+        : x((b.xmin + b.xmax) / 2.0), y((b.ymin + b.ymax) / 2.0), box{{b.xmin, b.ymin},
+                                                                      {b.xmax, b.ymin},
+                                                                      {b.xmax, b.ymax},
+                                                                      {b.xmin, b.ymax}},
+          quarter{{b.xmin, b.ymin}, {x, b.ymin}, {x, y}, {b.xmin, y}}, other{{x, y},
+                                                                             {b.xmax, y},
+                                                                             {b.xmax, b.ymax},
+                                                                             {x, b.ymax}},
+          bow{{b.xmin, b.ymin}, {b.xmax, b.ymax}, {b.xmax, b.ymin}, {b.xmin, b.ymax}}, line{{b.xmin, b.ymin},
+                                                                                            {b.xmax, b.ymax},
+                                                                                            {x, y},
+                                                                                            {b.xmax, b.ymax}},
+          dot(5, {x, y})
+    {
+    }
+
+    double x; ///< the middle
+    double y;
+    TRing box;
+    TRing quarter;
+    TRing other; ///< across from it
+    TRing bow;   ///< crosses itself
+    TRing line;  ///< without area
+    TRing dot;
+};
 
 /// Queries in plan view with odd arguments: what holds of every answer.
 template <class T>

@@ -4,7 +4,6 @@
 #include <tests/octree/CRingMaker.h>
 #include <tests/octree/MakeMarkedStore.h>
 #include <tests/support/CRefQuery2D.h>
-#include <tests/support/CheckProp.h>
 
 #include <algorithm>
 #include <cmath>
@@ -24,12 +23,10 @@ TYPED_TEST_SUITE(Query2D_prop, TBothPntTypes, CPntTypeName);
 
 TYPED_TEST(Query2D_prop, FindPnts2D_NearLine_EndsSameAsModel)
 {
-    CheckProp(
-        300,
-        [](const CCldRecipe& recipe)
+    CheckPropOfStores<TypeParam>(
+        300, 9,
+        [](CTestStore<TypeParam>& store, CRandom& random)
         {
-            CRandom random(recipe.seed + 9);
-            CTestStore<TypeParam> store = MakeMarkedStore<TypeParam>(recipe, random);
             if (store.GetRef().pnts.empty())
                 return;
             const Ref::CPnt& pnt = random.Pick(store.GetRef().pnts);
@@ -78,66 +75,64 @@ std::string DiffToScan(const Ref::CStore& store, const std::vector<int>& vecFoun
 
 TYPED_TEST(Query2D_prop, GetPnts2D_SameAsModelAndScan)
 {
-    CheckProp(500,
-              [](const CCldRecipe& recipe)
-              {
-                  CRandom random(recipe.seed + 3);
-                  CTestStore<TypeParam> store = MakeMarkedStore<TypeParam>(recipe, random);
-                  CRingMaker maker(store.GetRef(), random.Next());
-                  const PNT_2D a = maker.Anywhere();
-                  const PNT_2D b = maker.Anywhere();
-                  const bool bInsideOut = random.Chance(8);
-                  const double r[4] = {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x),
-                                       std::max(a.y, b.y)};
-                  const double xmin = bInsideOut ? r[2] : r[0];
-                  const double xmax = bInsideOut ? r[0] : r[2];
-                  CRecListener rec;
-                  CQuery2D<TypeParam>(*store, &rec).GetPnts2D(xmin, r[1], xmax, r[3]);
-                  Ref::CQuery ref(store.GetRef());
-                  ref.Clip({{-1, 0, 0, xmin}, {0, -1, 0, r[1]}, {1, 0, 0, -xmax}, {0, 1, 0, -r[3]}});
-                  RC_ASSERT(rec.GetIndices() == ref.GetIndices());
-                  const std::string sDiff = DiffToScan(
-                      store.GetRef(), rec.GetIndices(),
-                      [&](long double x, long double y)
-                      { return std::min(std::min(x - xmin, xmax - x), std::min(y - r[1], r[3] - y)); });
-                  RC_ASSERT(sDiff == "");
-              });
+    CheckPropOfStores<TypeParam>(
+        500, 3,
+        [](CTestStore<TypeParam>& store, CRandom& random)
+        {
+            CRingMaker maker(store.GetRef(), random.Next());
+            const PNT_2D a = maker.Anywhere();
+            const PNT_2D b = maker.Anywhere();
+            const bool bInsideOut = random.Chance(8);
+            const double r[4] = {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x),
+                                 std::max(a.y, b.y)};
+            const double xmin = bInsideOut ? r[2] : r[0];
+            const double xmax = bInsideOut ? r[0] : r[2];
+            CRecListener rec;
+            CQuery2D<TypeParam>(*store, &rec).GetPnts2D(xmin, r[1], xmax, r[3]);
+            Ref::CQuery ref(store.GetRef());
+            ref.Clip({{-1, 0, 0, xmin}, {0, -1, 0, r[1]}, {1, 0, 0, -xmax}, {0, 1, 0, -r[3]}});
+            RC_ASSERT(rec.GetIndices() == ref.GetIndices());
+            const std::string sDiff =
+                DiffToScan(store.GetRef(), rec.GetIndices(),
+                           [&](long double x, long double y)
+                           { return std::min(std::min(x - xmin, xmax - x), std::min(y - r[1], r[3] - y)); });
+            RC_ASSERT(sDiff == "");
+        });
 }
 
 TYPED_TEST(Query2D_prop, FindPnts2D_NearLine_CorridorSameAsScan)
 {
-    CheckProp(500,
-              [](const CCldRecipe& recipe)
-              {
-                  CRandom random(recipe.seed + 5);
-                  CTestStore<TypeParam> store = MakeMarkedStore<TypeParam>(recipe, random);
-                  CRingMaker maker(store.GetRef(), random.Next());
-                  const PNT_2D p1 = maker.Anywhere();
-                  PNT_2D p2 = maker.Anywhere();
-                  if (random.Chance(5))
-                      p2.y = p1.y; // along an axis
-                  const long double dLength = std::hypot(p2.x - p1.x, p2.y - p1.y);
-                  const double dWidest = random.Chance(3) ? 1e5 : 1.0;
-                  const double dDist = static_cast<double>(dLength) * random.Unit() * dWidest;
-                  CRecListener rec;
-                  CQuery2D<TypeParam>(*store, &rec).FindPnts2D_NearLine(p1, p2, dDist, false, false);
-                  if (!(dLength > 0.0L) || !(dDist > 0.0))
-                  {
-                      RC_ASSERT(rec.GetNumPnts() == 0);
-                      return;
-                  }
-                  const long double dX = (static_cast<long double>(p2.x) - p1.x) / dLength;
-                  const long double dY = (static_cast<long double>(p2.y) - p1.y) / dLength;
-                  const std::string sDiff = DiffToScan(
-                      store.GetRef(), rec.GetIndices(),
-                      [&](long double x, long double y)
-                      {
-                          const long double dAlong = (x - p1.x) * dX + (y - p1.y) * dY;
-                          const long double dAcross = (y - p1.y) * dX - (x - p1.x) * dY;
-                          return std::min(std::min(dAlong, dLength - dAlong), dDist - std::fabs(dAcross));
-                      });
-                  RC_ASSERT(sDiff == "");
-              });
+    CheckPropOfStores<TypeParam>(
+        500, 5,
+        [](CTestStore<TypeParam>& store, CRandom& random)
+        {
+            CRingMaker maker(store.GetRef(), random.Next());
+            const PNT_2D p1 = maker.Anywhere();
+            PNT_2D p2 = maker.Anywhere();
+            if (random.Chance(5))
+                p2.y = p1.y; // along an axis
+            const long double dLength = std::hypot(p2.x - p1.x, p2.y - p1.y);
+            const double dWidest = random.Chance(3) ? 1e5 : 1.0;
+            const double dDist = static_cast<double>(dLength) * random.Unit() * dWidest;
+            CRecListener rec;
+            CQuery2D<TypeParam>(*store, &rec).FindPnts2D_NearLine(p1, p2, dDist, false, false);
+            if (!(dLength > 0.0L) || !(dDist > 0.0))
+            {
+                RC_ASSERT(rec.GetNumPnts() == 0);
+                return;
+            }
+            const long double dX = (static_cast<long double>(p2.x) - p1.x) / dLength;
+            const long double dY = (static_cast<long double>(p2.y) - p1.y) / dLength;
+            const std::string sDiff = DiffToScan(
+                store.GetRef(), rec.GetIndices(),
+                [&](long double x, long double y)
+                {
+                    const long double dAlong = (x - p1.x) * dX + (y - p1.y) * dY;
+                    const long double dAcross = (y - p1.y) * dX - (x - p1.x) * dY;
+                    return std::min(std::min(dAlong, dLength - dAlong), dDist - std::fabs(dAcross));
+                });
+            RC_ASSERT(sDiff == "");
+        });
 }
 
 } // namespace

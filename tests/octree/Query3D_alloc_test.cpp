@@ -1,5 +1,6 @@
 // Queries when memory runs out, and how much they allocate.
 
+#include <tests/support/CNoColors.h>
 #include <tests/support/CTestStore.h>
 #include <tests/support/FailEveryAlloc.h>
 
@@ -26,13 +27,6 @@ public:
     std::uint64_t m_nSum = 0; ///< of the indices, in their order
     std::int64_t m_nNumAllocsAtFirst = 0;
     std::int64_t m_nNumAllocsAtLast = 0;
-};
-
-class CNoColors final : public ICldColorListener
-{
-public:
-    void GetColor(double, float&, float&, float&) override {}
-    void SetZRange(double, double) override {}
 };
 
 /// First in the tree's order some batches of points anywhere; then a dense group, deep in the tree.

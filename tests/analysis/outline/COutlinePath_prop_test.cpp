@@ -43,6 +43,14 @@ std::vector<CTruncPnt> MakePnts(std::mt19937& random, int nNum, int nStep)
     return vecPnts;
 }
 
+zor::geom::TPlanBox<std::int32_t> CalcBox(const std::vector<CTruncPnt>& vecPnts)
+{
+    auto box = zor::geom::TPlanBox<std::int32_t>::GetEmpty();
+    for (const CTruncPnt& pnt : vecPnts)
+        box.Add(pnt.m_nX, pnt.m_nY);
+    return box;
+}
+
 /// Lets the path of the points in their order grow to the next point, or shrink by one.
 void GrowOrShrink(COutlinePath<CTruncPnt>& path, std::vector<std::int32_t>& vecPath, bool bGrow, int nNum)
 {
@@ -66,8 +74,10 @@ TEST(COutlinePath_Prop, IsCrossedBy_SameAsAllSegments)
     std::mt19937 random(1);
     int nNumCrossed = 0;
     int nNumFree = 0;
-    for (const int nStep : {1, 3, 1000, 2000000})
+    for (int nCase = 0; nCase < 8; ++nCase)
     {
+        const int nStep = std::vector<int>{1, 3, 1000, 2000000}[static_cast<std::size_t>(nCase / 2)];
+        const bool bGrid = nCase % 2 == 1; // boxes first, then the grid
         const int nNum = 1200;
         const std::vector<CTruncPnt> vecPnts = MakePnts(random, nNum, nStep);
         COutlinePath<CTruncPnt> path(vecPnts.data());
@@ -77,6 +87,8 @@ TEST(COutlinePath_Prop, IsCrossedBy_SameAsAllSegments)
         for (int nRound = 0; nRound < 700; ++nRound)
         {
             const bool bGrow = nRound % 300 < 200;
+            if (bGrid && nRound == 100)
+                path.MakeGrid(CalcBox(vecPnts), 500);
             for (int i = nRound % 2 == 0 ? 1 : drawChange(random); i > 0; --i)
                 GrowOrShrink(path, vecPath, bGrow, nNum);
             ASSERT_EQ(path.GetIndices(), vecPath);

@@ -2,6 +2,7 @@
 
 #include <analysis/outline/CalcCnt.h>
 #include <tests/analysis/outline/OutlineCases.h>
+#include <tests/support/CNoColors.h>
 #include <tests/support/CTestStore.h>
 #include <tests/support/FailEveryAlloc.h>
 
@@ -23,13 +24,6 @@ public:
 
     int m_nNumPnts = 0;
     std::uint64_t m_nSum = 0; ///< of the indices, in their order
-};
-
-class CNoColors final : public ICldColorListener
-{
-public:
-    void GetColor(double, float&, float&, float&) override {}
-    void SetZRange(double, double) override {}
 };
 
 template <class T>

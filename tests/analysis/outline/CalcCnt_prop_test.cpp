@@ -11,6 +11,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 
 namespace
 {
@@ -63,11 +64,14 @@ std::set<int> ToSet(const unsigned char* pBits, int nNum)
 
 /// The walk beside the model's: path, and points that were not given up (the start point aside).
 template <class T>
-void CompareWalks(const COcTree<T>& store, unsigned char* pCluster, int nStart, double d,
-                  COutlineModel& model)
+void CompareWalks(const COcTree<T>& store, const std::vector<unsigned char>& vecCluster, int nStart, double d,
+                  std::int64_t nPatience, COutlineModel& model)
 {
-    COutlineWalk<T> walk(*store.m_pTree, store.m_pPnts.get(), pCluster, d * 10000.0);
-    ASSERT_EQ(walk.Walk(nStart), model.IsClosed());
+    std::vector<unsigned char> vecOpen = vecCluster;
+    unsigned char* const pCluster = vecOpen.data();
+    COutlineWalk<T> walk(*store.m_pTree, store.m_pPnts.get(), pCluster, d * 10000.0, nPatience);
+    ASSERT_EQ(walk.Walk(nStart, std::numeric_limits<std::int64_t>::max()),
+              model.IsClosed() ? Outline_Closed : Outline_None);
     ASSERT_EQ(walk.GetPath(), model.GetPath());
     std::set<int> setOpen = ToSet(pCluster, store.m_nNumPnts);
     setOpen.insert(walk.GetPath().begin(), walk.GetPath().end());
@@ -90,8 +94,14 @@ void CompareStages(const COcTree<T>& store, double d, COutlineModel& model)
             CPntBits::Set(pCluster.get(), i);
     const int nStart = FindStartPnt(*store.m_pTree, store.m_pPnts.get(), pCluster.get());
     ASSERT_EQ(nStart, model.GetStart());
-    if (nStart != -1)
-        CompareWalks(store, pCluster.get(), nStart, d, model);
+    if (nStart == -1)
+        return;
+    const std::vector<unsigned char> vecCluster(pCluster.get(),
+                                                pCluster.get() + CPntBits::GetNumBytes(store.m_nNumPnts));
+    // Without the index, with it from the first step on, and with one that is made on the way.
+    for (const std::int64_t nPatience :
+         {std::numeric_limits<std::int64_t>::max(), std::int64_t{0}, 3 * std::int64_t{store.m_nNumPnts}})
+        ASSERT_NO_FATAL_FAILURE(CompareWalks(store, vecCluster, nStart, d, nPatience, model)) << nPatience;
 }
 
 /// Everything that CalcCnt gives and calls, beside the model's.
@@ -165,6 +175,23 @@ TYPED_TEST(CalcCnt_Prop, SameAsModel_LongPaths)
         nLongest = std::max(nLongest, COutlineModel(store.GetRef(), d).GetPath().size());
     }
     EXPECT_GT(nLongest, 300U);
+}
+
+// Scans of rooms, where the walk goes into most of the cloud and back again.
+TYPED_TEST(CalcCnt_Prop, SameAsModel_DeadEnds)
+{
+    std::size_t nNumGivenUp = 0;
+    for (std::uint64_t nSeed = 0; nSeed < 24; ++nSeed)
+    {
+        const COutlineCase outlineCase = MakeRooms(nSeed, 700, 0.6 + 0.1 * static_cast<double>(nSeed % 5));
+        SCOPED_TRACE(outlineCase.sName);
+        CTestStore<TypeParam> store = MakeStore<TypeParam>(outlineCase, nSeed);
+        bool bClosed = false;
+        ASSERT_NO_FATAL_FAILURE(CompareWithModel(store, outlineCase.d, bClosed));
+        COutlineModel model(store.GetRef(), outlineCase.d);
+        nNumGivenUp += static_cast<std::size_t>(store->m_nNumPnts) - model.GetOpen().size();
+    }
+    EXPECT_GT(nNumGivenUp, 1000U);
 }
 
 // A delivered outline ends where it begins, holds no other point twice, and its segments meet only where

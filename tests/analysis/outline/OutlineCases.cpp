@@ -232,3 +232,45 @@ COutlineCase MakeSerratedRing(std::uint64_t nSeed, double dLength)
     }
     return outlineCase;
 }
+
+COutlineCase MakeRooms(std::uint64_t nSeed, int nNumPnts, double dLength)
+{
+    CRandom random(nSeed);
+    COutlineCase outlineCase;
+    outlineCase.sName = "rooms, seed " + std::to_string(nSeed);
+    outlineCase.d = 0.04 + 0.01 * static_cast<double>(nSeed % 8);
+    const double dWidth = dLength / 3.0;
+    const auto add = [&](double x, double y, double z)
+    {
+        constexpr double c_dRaster = 100.0; // compact units
+        const auto round = [](double d)
+        { return static_cast<std::int32_t>(std::floor(d * 100.0) * c_dRaster); };
+        outlineCase.vecPnts.push_back({round(x), round(y), round(z), 0, 0, 0});
+    };
+    while (static_cast<int>(outlineCase.vecPnts.size()) < nNumPnts)
+    {
+        const double t = random.Unit() * dLength;
+        const double u = random.Unit() * dWidth;
+        const double z = random.Unit() * 3.0;
+        const double dBlur = random.Unit() * 0.03;
+        switch (random.Int(0, 7))
+        {
+        case 0: // walls along, across, and around pillars
+            add(t, (random.Chance(2) ? 0.0 : dWidth) + dBlur, z);
+            break;
+        case 1:
+            add(dLength / 4.0 * static_cast<double>(random.Int(0, 4)) + dBlur, u, z);
+            break;
+        case 2:
+            add(std::floor(t) + 0.1 * std::cos(u * 40.0), std::floor(u) + 0.1 * std::sin(u * 40.0), z);
+            break;
+        case 3: // furniture
+            add(std::floor(t) + 0.3 * random.Unit(), std::floor(u) + 0.3 * random.Unit(), 1.0);
+            break;
+        default: // the floor, thinner away from the scanner
+            if (random.Unit() * dWidth > std::fabs(u - dWidth / 2.0))
+                add(t, u, 0.0);
+        }
+    }
+    return outlineCase;
+}

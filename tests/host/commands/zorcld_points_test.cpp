@@ -99,6 +99,8 @@ TEST(ZorcldPoints, LodBeyondTheCloud_OnePoint)
         const std::string sFile = zorcld.Write("grid.ply", MakeGridPly(nSide));
         for (int i = 1; i < 40; i += 2)
             EXPECT_EQ(count(sFile, {"--lod", std::to_string(4.0 * nSide * i)}), 1) << nSide << " " << i;
+        for (const double dLonger : {1e-3, 0.1, 1.0}) // than the longest side
+            EXPECT_EQ(count(sFile, {"--lod", std::to_string(2 * (nSide - 1) + dLonger)}), 1) << nSide;
         EXPECT_EQ(count(sFile, {"--lod", "1e18"}), 1);
         // One of those that are chosen, whichever way.
         EXPECT_EQ(count(sFile, {"--lod", "100000", "--rect", "0.5,0.5,99,99"}), 1);

@@ -3,7 +3,6 @@
 #include <formats/IPntSource.h>
 #include <formats/NativeFacts.h>
 #include <host/files/CInputOptions.h>
-#include <host/files/OpenByteReader.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CFailure.h>
 #include <tests/io/CMemFile.h>
@@ -19,7 +18,7 @@ namespace
 
 CNativeFacts FindFacts(const CMemFile& file)
 {
-    CByteReader reader = OpenByteReader(file.GetPath());
+    CByteReader reader(CFilePtr(std::fopen(file.GetPath(), "rb")));
     return FindNativeFacts(reader);
 }
 
@@ -36,7 +35,7 @@ void ReadAll(const char* pType, const std::string& sBytes)
             return;
         pSource->ForEach([&](const CSourcePnt&) { ++nNumPnts; });
         static_cast<void>(pSource->GetFindings());
-        static_cast<void>(pFile->FindCause(nNumPnts));
+        static_cast<void>(pFile->FindCause());
         EXPECT_EQ(pFile->FindCause(), OpenInputFile({file.GetPath(), pType})->FindCause());
     }
     catch (const CFailure& failure)

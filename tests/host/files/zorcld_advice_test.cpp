@@ -6,7 +6,11 @@
 #include <nlohmann/json.hpp>
 
 #include <cmath>
+#include <filesystem>
 #include <limits>
+#include <set>
+
+#include <unistd.h>
 
 namespace
 {
@@ -73,7 +77,6 @@ void ExpectAdvice(const CZorcld& zorcld, const std::string& sName, const std::st
         TArgs vecAdvice = FindAdvice(Run(zorcld, vecCommand, sFile).sErr);
         ASSERT_EQ(vecAdvice.size(), 3U) << sName << ' ' << vecCommand[0];
         EXPECT_EQ(vecAdvice[1], sFile);
-        vecAdvice[2] = zorcld.GetPath(vecAdvice[2]); // else in the folder of the tests
         const CRun run = zorcld.Run(vecAdvice);
         EXPECT_EQ(run.nStatus, 0) << run.sErr;
         EXPECT_NE(zorcld.Run({"check", vecAdvice[2]}).nStatus, 1) << sName;
@@ -150,8 +153,43 @@ TEST(ZorcldAdvice, Json_TellsTheCommand)
         return nlohmann::json::parse(zorcld.Run({"info", "-q", "--json", sFile}).sOut)["help"];
     };
     const std::string sFile = zorcld.Write("double.ply", MakeDoublePly({1, 2, 3, 4, 5, 6}));
-    EXPECT_EQ(getHelp(sFile), "zorcld convert " + sFile + " double_converted.cld");
+    EXPECT_EQ(getHelp(sFile), "zorcld convert " + sFile + " " + sFile + "_converted.cld");
     EXPECT_TRUE(getHelp(zorcld.Write("good.ply", MakePly({1, 2, 3}))).is_null());
+}
+
+// Of equal stem, or in another folder: each gets a name of its own, and none that is taken.
+TEST(ZorcldAdvice, NamesDifferAndAreFree)
+{
+    const CZorcld zorcld;
+    const std::string sBytes = MakeDoublePly({1, 2, 3, 4, 5, 6});
+    std::filesystem::create_directory(zorcld.GetPath("folder"));
+    const std::string sPly = zorcld.Write("a.ply", sBytes);
+    const std::string sTxt = zorcld.Write("a.txt", sBytes);
+    const std::string sOther = zorcld.Write("folder/a.ply", sBytes);
+    const auto getOut = [&](const std::string& sFile) {
+        return FindAdvice(zorcld.Run({"check", sFile}).sOut).back();
+    };
+    const std::set<std::string> setOut = {getOut(sPly), getOut(sTxt), getOut(sOther)};
+    EXPECT_EQ(setOut.size(), 3U);
+    ASSERT_EQ(zorcld.Run({"convert", sPly, getOut(sPly)}).nStatus, 0);
+    EXPECT_EQ(getOut(sPly), sPly + "_converted_2.cld");
+    std::filesystem::create_symlink("nowhere", sPly + "_converted_2.cld"); // convert would refuse it
+    EXPECT_EQ(getOut(sPly), sPly + "_converted_3.cld");
+}
+
+// Where nothing can be made beside the file, the converted one goes into the current folder.
+TEST(ZorcldAdvice, FolderThatCannotBeWritten)
+{
+    if (geteuid() == 0)
+        GTEST_SKIP() << "root may write everywhere";
+    const CZorcld zorcld;
+    const std::string sFolder = zorcld.GetPath("folder");
+    std::filesystem::create_directory(sFolder);
+    const std::string sFile = zorcld.Write("folder/a.ply", MakeDoublePly({1, 2, 3, 4, 5, 6}));
+    std::filesystem::permissions(sFolder,
+                                 std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+    EXPECT_EQ(FindAdvice(zorcld.Run({"check", sFile}).sOut).back(), "a.ply_converted.cld");
+    std::filesystem::permissions(sFolder, std::filesystem::perms::owner_all);
 }
 
 // The type that the user gave is given on; names that are too long are cut, and of two lines there is no
@@ -162,13 +200,12 @@ TEST(ZorcldAdvice, OddNames)
     const std::string sBytes = MakeDoublePly({1, 2, 3, 4, 5, 6});
     const std::string sOther = zorcld.Write("double.txt", sBytes);
     EXPECT_EQ(FindAdvice(zorcld.Run({"info", "--type", "ply", sOther}).sErr),
-              (TArgs{"convert", "--type", "ply", sOther, "double_converted.cld"}));
+              (TArgs{"convert", "--type", "ply", sOther, sOther + "_converted.cld"}));
     EXPECT_NE(zorcld.Run({"check", "--type", "ply", sOther}).sOut.find("convert --type ply "),
               std::string::npos);
     const std::string sLong = zorcld.Write(std::string(250, 'x') + ".ply", sBytes);
     TArgs vecAdvice = FindAdvice(zorcld.Run({"info", sLong}).sErr);
     ASSERT_EQ(vecAdvice.size(), 3U);
-    vecAdvice[2] = zorcld.GetPath(vecAdvice[2]);
     EXPECT_EQ(zorcld.Run(vecAdvice).nStatus, 0);
     const std::string sTwoLines = zorcld.Write("a\nb.ply", sBytes);
     EXPECT_TRUE(FindAdvice(zorcld.Run({"info", sTwoLines}).sErr).empty());

@@ -163,6 +163,9 @@ TEST(ZorcldCheck, Las)
     cut.nAnnounced = 5;
     expect(cut, {"las-count"});
     expect(LasOf(1, 0), {"las-empty"});
+    CLasFile flat = LasOf(1, 5);
+    flat.adScale[2] = 0.0;
+    expect(flat, {"las-scale"});
     CLasFile huge = LasOf(6, 3);
     huge.nAnnounced = std::int64_t{1} << 40;
     const std::string sHuge = zorcld.Write("huge.las", huge.GetBytes());
@@ -249,6 +252,32 @@ TEST(ZorcldCheck, Native_BoxOfTheOctree)
             ASSERT_EQ(zorcld.Run({"convert", "--force", sFile, sFile}).nStatus, 0);
             ExpectWarnings(zorcld, sFile, {});
         }
+}
+
+// A count that is too high: the first bytes of the octree are taken for points. Converting takes them away.
+TEST(ZorcldCheck, Native_CountThatReachesIntoTheOctree)
+{
+    const CZorcld zorcld;
+    const std::string sGood = zorcld.GetPath("good.cld");
+    ASSERT_EQ(zorcld.Run({"convert", zorcld.Write("grid.ply", MakeGridPly(20)), sGood}).nStatus, 0);
+    for (const int nMore : {1, 2, 7, 30})
+    {
+        std::string sBytes = ReadBytes(sGood);
+        sBytes[23] = static_cast<char>(sBytes[23] + nMore); // 400 is 0x190
+        const std::string sFile = zorcld.Write("more.cld", sBytes);
+        const nlohmann::json file = ExpectWarnings(zorcld, sFile, {"native-count"});
+        EXPECT_EQ(
+            file["warnings"][0]["text"],
+            "it announces " + std::to_string(400 + nMore) +
+                " points, but its octree begins behind 400, which it fits: bytes of it are taken for the "
+                "other points, and queries go astray");
+        const std::string sOut = zorcld.GetPath("out.cld");
+        ASSERT_EQ(zorcld.Run({"convert", sFile, sOut}).nStatus, 0);
+        ExpectWarnings(zorcld, sOut, {});
+        EXPECT_EQ(zorcld.Run({"points", "-q", sOut, "-o", zorcld.GetPath("a.csv")}).nStatus, 0);
+        EXPECT_EQ(zorcld.Run({"points", "-q", sGood, "-o", zorcld.GetPath("b.csv")}).nStatus, 0);
+        EXPECT_EQ(ReadBytes(zorcld.GetPath("a.csv")), ReadBytes(zorcld.GetPath("b.csv")));
+    }
 }
 
 // The points do not depend on the records: one that runs into them does no harm.
@@ -374,7 +403,30 @@ TEST(ZorcldCheck, Help_QuotesOddNames)
     const CZorcld zorcld;
     const std::string sFile = zorcld.Write("it's one.ply", MakeDoublePly());
     const nlohmann::json file = Check(zorcld, sFile, 3);
-    EXPECT_NE(file["warnings"][0]["help"].get<std::string>().find("'it'\\''s one_converted.cld'"),
+    EXPECT_NE(file["warnings"][0]["help"].get<std::string>().find("/it'\\''s one.ply_converted.cld'"),
               std::string::npos)
         << file.dump(1);
+}
+
+// Terminals obey what names hold, of files and in them; only programs get the names of files as they are.
+TEST(ZorcldCheck, Names_ArePrintable)
+{
+    const CZorcld zorcld;
+    const std::string sFile =
+        zorcld.Write("a\nb\033.ply", MakeVertices(c_sXyz + "property \033[31mflo w\n", ""));
+    const CRun run = zorcld.Run({"check", sFile});
+    EXPECT_EQ(std::count(run.sOut.begin(), run.sOut.end(), '\n'), 1) << run.sOut;
+    EXPECT_EQ(run.sOut.find('\033'), std::string::npos) << run.sOut;
+    EXPECT_NE(run.sOut.find("/a?b?.ply: cannot be loaded: property type not supported: '?[31mflo'"),
+              std::string::npos)
+        << run.sOut;
+    EXPECT_EQ(Check(zorcld, sFile, 1)["file"], sFile);
+    const CRun info = zorcld.Run({"info", sFile});
+    EXPECT_NE(info.sErr.find("/a?b?.ply: property type not supported: '?[31mflo'"), std::string::npos)
+        << info.sErr;
+
+    const std::string sMore = zorcld.Write(
+        "more.ply", MakeVertices(c_sXyz + "property uchar a\033[31mb\n", PackFloats({1, 2, 3}) + "x"));
+    const CRun convert = zorcld.Run({"convert", sMore, zorcld.GetPath("more.cld")});
+    EXPECT_NE(convert.sErr.find("not written: a?[31mb"), std::string::npos) << convert.sErr;
 }

@@ -80,6 +80,46 @@ TEST_F(ZorcldCounts, ZeroBesidePoints_CheckSaysSoAndConvertTakesAll)
     }
 }
 
+TEST_F(ZorcldCounts, TooLow_ConvertSaysThatItTakesAll)
+{
+    for (const int nFormat : {1, 7})
+    {
+        CLasFile las = LasOf(nFormat, 20);
+        las.nAnnounced = 12;
+        const std::string sFile = m_zorcld.Write("in.las", las.GetBytes());
+        for (const std::vector<std::string>& vecChoice : {std::vector<std::string>(), {"--class", "1"}})
+        {
+            std::vector<std::string> vecArgs = {"convert", sFile, m_zorcld.GetPath("out.cld")};
+            vecArgs.insert(vecArgs.end(), vecChoice.begin(), vecChoice.end());
+            const std::string sErr = m_zorcld.Run(vecArgs).sErr;
+            const std::string sLine =
+                "its header announces 12 points, but 20 are there: all of them are taken\n";
+            const std::size_t nPos = sErr.find(sLine);
+            ASSERT_NE(nPos, std::string::npos) << sErr;
+            EXPECT_EQ(sErr.find("its header announces", nPos + 1), std::string::npos) << sErr;
+        }
+        las.nAnnounced = 20;
+        const std::string sGood = m_zorcld.Write("good.las", las.GetBytes());
+        EXPECT_EQ(m_zorcld.Run({"convert", sGood, m_zorcld.GetPath("out.cld")}).sErr.find("announces"),
+                  std::string::npos);
+    }
+}
+
+TEST_F(ZorcldCounts, TooLow_ColoursBehindTheAnnouncedPointsOnly)
+{
+    CLasFile las = LasOf(3, 20);
+    las.nAnnounced = 12;
+    for (std::size_t i = 0; i < 20; ++i)
+        las.vecPnts[i].anColor =
+            i < 12 ? std::array<std::uint16_t, 3>{} : std::array<std::uint16_t, 3>{1, 2, 3};
+    const std::string sFile = m_zorcld.Write("in.las", las.GetBytes());
+    EXPECT_NE(m_zorcld.Run({"check", sFile}).sOut.find("colour fields of the points that are read are all 0"),
+              std::string::npos);
+    las.nAnnounced = 13;
+    const std::string sSome = m_zorcld.Write("in.las", las.GetBytes());
+    EXPECT_EQ(m_zorcld.Run({"check", sSome}).sOut.find("all 0"), std::string::npos);
+}
+
 // What a cloud holds after loading does not change.
 TEST_F(ZorcldCounts, TooLow_LoadedAsAnnounced)
 {

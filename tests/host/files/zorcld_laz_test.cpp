@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <cstring>
 #include <string>
 
 namespace
@@ -127,7 +128,7 @@ TEST(ZorcldLaz, CountTooLow_CheckSaysSoAndConvertTakesAll)
         }
 }
 
-TEST(ZorcldLaz, CountTooHigh_CheckNamesConvert)
+TEST(ZorcldLaz, CountTooHigh_CommandsNameConvert)
 {
     const CZorcld zorcld;
     std::string sBytes = LazBytes(LasOf(6, 100), 16);
@@ -137,7 +138,15 @@ TEST(ZorcldLaz, CountTooHigh_CheckNamesConvert)
     ASSERT_EQ(warnings.size(), 1U) << warnings;
     EXPECT_EQ(warnings[0]["code"], "las-count");
     ASSERT_TRUE(warnings[0]["help"].is_string()) << warnings;
-    EXPECT_NE(warnings[0]["help"].get<std::string>().find("zorcld convert"), std::string::npos);
+    const std::string sHelp = warnings[0]["help"];
+    EXPECT_NE(sHelp.find("zorcld convert"), std::string::npos);
+    for (const std::vector<std::string>& vecArgs :
+         {std::vector<std::string>{"info", sFile}, {"view", sFile, "-o", zorcld.GetPath("out.png")}})
+    {
+        const CRun run = zorcld.Run(vecArgs);
+        EXPECT_EQ(run.nStatus, 0);
+        EXPECT_NE(run.sErr.find("damaged or cut off; what helps: " + sHelp), std::string::npos) << run.sErr;
+    }
     EXPECT_EQ(zorcld.Run({"convert", sFile, zorcld.GetPath("out.cld")}).nStatus, 0);
 }
 
@@ -161,6 +170,76 @@ TEST(ZorcldLaz, DamagedPnts)
     EXPECT_EQ(check.nStatus, 1);
     EXPECT_NE(check.sOut.find("the table of its compressed points"), std::string::npos) << check.sOut;
     EXPECT_EQ(zorcld.Run({"convert", sCut, zorcld.GetPath("none.ply")}).nStatus, 1);
+}
+
+/// The file with another count in its header.
+std::string WithCount(std::string sBytes, std::uint32_t nNumPnts)
+{
+    std::memcpy(sBytes.data() + 107, &nNumPnts, sizeof nNumPnts);
+    return sBytes;
+}
+
+/// 300 points that are no straight line, so that each takes bytes of its own.
+std::string MakeWildLaz(int nFormat, unsigned nChunkSize)
+{
+    CLasFile las = LasOf(nFormat, 300);
+    std::uint32_t n = 1;
+    for (CLasPnt& pnt : las.vecPnts)
+    {
+        pnt.anColor = {0x1234, 0x5678, 0xFFFF};
+        for (std::int32_t* const pCoord : {&pnt.x, &pnt.y, &pnt.z})
+            *pCoord = static_cast<std::int32_t>((n = n * 1664525U + 1013904223U) >> 12U);
+    }
+    return LazBytes(las, nChunkSize, true);
+}
+
+/// The only chunk of a file, without the table: as one stream.
+std::string MakeOneStream(const std::string& sChunked)
+{
+    std::uint32_t nPosPnts = 0;
+    std::int64_t nPosTable = 0;
+    std::memcpy(&nPosPnts, sChunked.data() + 96, sizeof nPosPnts);
+    std::memcpy(&nPosTable, sChunked.data() + nPosPnts, sizeof nPosTable);
+    std::string sBytes = sChunked.substr(0, nPosPnts) +
+                         sChunked.substr(nPosPnts + 8, static_cast<std::size_t>(nPosTable) - nPosPnts - 8);
+    std::uint16_t nHeaderSize = 0;
+    std::memcpy(&nHeaderSize, sChunked.data() + 94, sizeof nHeaderSize);
+    sBytes[std::size_t{nHeaderSize} + 54] = 1; // the compressor
+    return sBytes;
+}
+
+// Behind the last point stands the table of chunks, which is no points.
+TEST(ZorcldLaz, CountTooHigh_NoPntBehindTheData)
+{
+    const CZorcld zorcld;
+    for (const int nFormat : {1, 3})
+        for (const unsigned nChunkSize : {50000U, 200U, 100U})
+            for (const std::uint32_t nMore : {1U, 10U, 1000U})
+            {
+                const std::string sFile =
+                    zorcld.Write("in.laz", WithCount(MakeWildLaz(nFormat, nChunkSize), 300 + nMore));
+                const nlohmann::json info =
+                    nlohmann::json::parse(zorcld.Run({"info", "-q", "--json", sFile}).sOut);
+                EXPECT_EQ(info["never_there"], nMore) << nFormat << ' ' << nChunkSize;
+                EXPECT_EQ(GetCodes(zorcld, sFile), TCodes{"las-count"});
+                EXPECT_NE(
+                    GetWarnings(zorcld, sFile)[0]["text"].get<std::string>().find("but 300 could be read"),
+                    std::string::npos);
+            }
+}
+
+TEST(ZorcldLaz, OneStream_BytesBehindTheAnnouncedPntsAreTold)
+{
+    const CZorcld zorcld;
+    const std::string sStream = MakeOneStream(MakeWildLaz(1, 50000));
+    const std::string sGood = zorcld.Write("good.laz", sStream);
+    EXPECT_EQ(GetCodes(zorcld, sGood), TCodes());
+    const std::string sLow = zorcld.Write("low.laz", WithCount(sStream, 200));
+    ASSERT_EQ(GetCodes(zorcld, sLow), TCodes{"las-bytes"});
+    EXPECT_TRUE(GetWarnings(zorcld, sLow)[0]["help"].is_null());
+    EXPECT_EQ(
+        GetWarnings(zorcld, sLow)[0]["text"].get<std::string>().find("its header announces 200 points, and "),
+        0U);
 }
 
 } // namespace

@@ -128,3 +128,93 @@ TEST(ZorcldLeftOut, Las_CoordinateSystem)
     std::memcpy(sHead.data() + 18, &nWkt, sizeof nWkt);
     EXPECT_EQ(GetLeftOut(zorcld, zorcld.Write("in.las", sBytes + sHead + "text")), "coordinate system");
 }
+
+namespace
+{
+
+/// What a command says behind "not written: "; empty: nothing.
+std::string GetSaid(const CZorcld& zorcld, const std::vector<std::string>& vecArgs)
+{
+    const CRun run = zorcld.Run(vecArgs);
+    EXPECT_EQ(run.nStatus, 0) << run.sErr;
+    const std::string sMark = ": not written: ";
+    const std::size_t nPos = run.sErr.find(sMark);
+    if (nPos == std::string::npos)
+        return {};
+    const std::size_t nBegin = nPos + sMark.size();
+    return run.sErr.substr(nBegin, run.sErr.find('\n', nBegin) - nBegin);
+}
+
+/// 20 points, every fourth of class 2 and with an intensity of 0.
+std::string MakeClassBytes()
+{
+    CLasFile las = LasOf(0, 20);
+    for (std::size_t i = 0; i < las.vecPnts.size(); ++i)
+    {
+        las.vecPnts[i].nClass = i % 4 == 0 ? 2 : 6;
+        las.vecPnts[i].nIntensity = i % 4 == 0 ? 0 : 9;
+    }
+    return las.GetBytes();
+}
+
+} // namespace
+
+TEST(ZorcldLeftOut, Classes_OnlyThoseChosenCount)
+{
+    if (!CZorcld::HasLaszip())
+        GTEST_SKIP() << "the points of LAS are not read without LASzip";
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("in.las", MakeClassBytes());
+    const auto expect = [&](const std::string& sClass, const std::string& sSaid)
+    {
+        EXPECT_EQ(GetSaid(zorcld, {"convert", sFile, zorcld.GetPath("out.ply"), "--class", sClass}), sSaid);
+        EXPECT_EQ(GetSaid(zorcld, {"points", sFile, "-o", zorcld.GetPath("out.csv"), "--class", sClass}),
+                  sSaid);
+    };
+    expect("2", "classes, return numbers, scan angles, user data, source IDs (5 points)");
+    expect("6", "intensity, classes, return numbers, scan angles, user data, source IDs (15 points)");
+    expect("2,6",
+           "intensity (15 points); classes, return numbers, scan angles, user data, source IDs (20 points)");
+}
+
+// What a query leaves is not looked up in the file again: the numbers are told as those of what was read.
+TEST(ZorcldLeftOut, Query_NumbersOfWhatWasReadAndNothingOfNoPoints)
+{
+    const CZorcld zorcld;
+    const std::string sBytes =
+        MakePlyHeader(
+            "element vertex 2\nproperty float x\nproperty float y\nproperty float z\nproperty uchar a\n") +
+        PackFloats({1, 2, 3}) + "a" + PackFloats({4, 5, 6}) + "b";
+    const std::string sFile = zorcld.Write("in.ply", sBytes);
+    const auto getSaid = [&](const std::string& sRect) {
+        return GetSaid(zorcld, {"points", sFile, "-o", zorcld.GetPath("out.csv"), "--rect", sRect});
+    };
+    EXPECT_EQ(getSaid("0,0,9,9"), "a (2 points)");
+    EXPECT_EQ(getSaid("0,0,3,3"), "a (2 points read)");
+    EXPECT_EQ(getSaid("10,10,11,11"), "");
+}
+
+TEST(ZorcldLeftOut, Classes_NothingOfNoPoints)
+{
+    if (!CZorcld::HasLaszip())
+        GTEST_SKIP() << "the points of LAS are not read without LASzip";
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("in.las", MakeClassBytes());
+    EXPECT_EQ(GetSaid(zorcld, {"points", sFile, "-o", zorcld.GetPath("out.csv"), "--class", "9"}), "");
+}
+
+TEST(ZorcldLeftOut, Ground_TellsItToo)
+{
+    const CZorcld zorcld;
+    std::string sBytes =
+        MakePlyHeader("element vertex 401\nproperty float x\nproperty float y\nproperty float z\n"
+                      "property uchar label\n");
+    for (int i = 0; i < 400; ++i)
+        sBytes += PackFloats({static_cast<float>(i % 20), static_cast<float>(i / 20), 0.0F}) + "a";
+    sBytes += PackFloats({9.5F, 9.5F, 50.0F}) + "a"; // no ground
+    const std::string sFile = zorcld.Write("in.ply", sBytes);
+    for (const char* pName : {"out.cld", "out.ply", "out.csv"})
+        EXPECT_EQ(GetSaid(zorcld, {"ground", sFile, "-o", zorcld.GetPath(pName)}), "label (401 points read)");
+    EXPECT_EQ(GetSaid(zorcld, {"ground", sFile}), "");
+    EXPECT_EQ(zorcld.Run({"ground", "-q", sFile, "-o", zorcld.GetPath("out.ply")}).sErr, "");
+}

@@ -1,7 +1,7 @@
 // Output files: where links lead, what is on the disk when a file gets its name, what killed runs leave.
 #include <formats/CPlacedFile.h>
 #include <host/output/RemoveAbandoned.h>
-#include <tests/host/support/CZorcld.h>
+#include <tests/host/support/CTracedTest.h>
 
 #include <gtest/gtest.h>
 
@@ -53,6 +53,16 @@ std::string WriteAged(const CZorcld& zorcld, const std::string& sName, std::time
     return sPath;
 }
 
+class ZorcldTraced : public CTracedTest
+{
+protected:
+    void SetUp() override
+    {
+        CTracedTest::SetUp();
+        m_zorcld.Write("grid.ply", MakeGridPly(4));
+    }
+};
+
 } // namespace
 
 TEST(ZorcldOutFiles, LinkThatLeadsNowhere_IsRefusedAndStays)
@@ -91,18 +101,12 @@ TEST(ZorcldOutFiles, LinkToAPipe_IsWrittenTo)
 }
 
 // The bytes go to the disk before the file gets its name.
-TEST(ZorcldOutFiles, Bytes_AreOnTheDiskBeforeTheName)
+TEST_F(ZorcldTraced, Bytes_AreOnTheDiskBeforeTheName)
 {
-    if (CZorcld::IsSanitized())
-        GTEST_SKIP() << "sanitizers do not run under a trace";
-    if (std::system("strace -o /dev/null true >/dev/null 2>&1") != 0)
-        GTEST_SKIP() << "strace is not there, or may not trace";
-    const CZorcld zorcld;
-    zorcld.Write("grid.ply", MakeGridPly(4));
-    const std::string sTrace = zorcld.GetPath("trace");
-    for (const std::vector<std::string>& vecArgs : ListWriters(zorcld, "out"))
+    const std::string sTrace = m_zorcld.GetPath("trace");
+    for (const std::vector<std::string>& vecArgs : ListWriters(m_zorcld, "out"))
     {
-        const CRun run = zorcld.RunAfter(
+        const CRun run = m_zorcld.RunAfter(
             "strace -f -e trace=write,fsync,rename,renameat,renameat2 -o '" + sTrace + "'", vecArgs);
         EXPECT_EQ(run.nStatus, 0) << run.sErr;
         const std::string sCalls = ReadBytes(sTrace);
@@ -114,25 +118,19 @@ TEST(ZorcldOutFiles, Bytes_AreOnTheDiskBeforeTheName)
     }
 }
 
-TEST(ZorcldOutFiles, DiskThatFails_LeavesTheOldFile)
+TEST_F(ZorcldTraced, DiskThatFails_LeavesTheOldFile)
 {
-    if (CZorcld::IsSanitized())
-        GTEST_SKIP() << "sanitizers do not run under a trace";
-    if (std::system("strace -o /dev/null true >/dev/null 2>&1") != 0)
-        GTEST_SKIP() << "strace is not there, or may not trace";
-    const CZorcld zorcld;
-    zorcld.Write("grid.ply", MakeGridPly(4));
-    for (const std::vector<std::string>& vecArgs : ListWriters(zorcld, "out"))
+    for (const std::vector<std::string>& vecArgs : ListWriters(m_zorcld, "out"))
     {
         std::remove(vecArgs.back().c_str());
         const std::string sName = vecArgs.back().substr(vecArgs.back().rfind('/') + 1);
-        zorcld.Write(sName, "old");
+        m_zorcld.Write(sName, "old");
         const CRun run =
-            zorcld.RunAfter("strace -f -e trace=fsync -e inject=fsync:error=EIO -o /dev/null", vecArgs);
+            m_zorcld.RunAfter("strace -f -e trace=fsync -e inject=fsync:error=EIO -o /dev/null", vecArgs);
         EXPECT_EQ(run.nStatus, 1) << vecArgs[0];
         EXPECT_NE(run.sErr.find("could not be written: Input/output error"), std::string::npos) << run.sErr;
         EXPECT_EQ(ReadBytes(vecArgs.back()), "old");
-        EXPECT_EQ(zorcld.CountFiles(), 2U) << vecArgs[0];
+        EXPECT_EQ(m_zorcld.CountFiles(), 2U) << vecArgs[0];
         std::remove(vecArgs.back().c_str());
     }
 }
@@ -194,6 +192,47 @@ TEST(RemoveAbandoned, HeldFileStays)
     close(nFile);
     zorcld::RemoveAbandoned(zorcld.GetPath(""));
     EXPECT_FALSE(Exists(sPath));
+}
+
+// By its own name or another: only who says so writes over the file that is read.
+TEST(ZorcldOutFiles, Input_IsReplacedOnlyWhenForced)
+{
+    const CZorcld zorcld;
+    const std::string sBytes = MakeGridPly(40);
+    const std::string sFile = zorcld.Write("a.ply", sBytes);
+    ASSERT_EQ(symlink(sFile.c_str(), zorcld.GetPath("soft.ply").c_str()), 0);
+    ASSERT_EQ(link(sFile.c_str(), zorcld.GetPath("hard.ply").c_str()), 0);
+    ASSERT_EQ(link(sFile.c_str(), zorcld.GetPath("hard.png").c_str()), 0);
+    const auto expectRefused = [&](const std::vector<std::string>& vecArgs)
+    {
+        const CRun run = zorcld.Run(vecArgs);
+        EXPECT_EQ(run.nStatus, 2) << vecArgs[0];
+        EXPECT_TRUE(run.HasOneErrLine()) << run.sErr;
+        EXPECT_NE(run.sErr.find("is the file that is read (--force replaces it)"), std::string::npos)
+            << run.sErr;
+        EXPECT_EQ(ReadBytes(sFile), sBytes);
+    };
+    for (const char* pCommand : {"points", "ground"})
+    {
+        for (const char* pName : {"a.ply", "./a.ply", "soft.ply", "hard.ply"})
+            expectRefused({pCommand, sFile, "-o", zorcld.GetPath(pName)});
+        expectRefused({pCommand, zorcld.GetPath("soft.ply"), "-o", sFile});
+    }
+    const std::string sHard = zorcld.GetPath("hard.png");
+    expectRefused({"ground", sFile, "--picture", sHard});
+    expectRefused({"view", sFile, "-o", sHard});
+    const std::string sContour = zorcld.Write("contour.csv", "0,0\n2,0\n2,2\n");
+    expectRefused({"points", sFile, "--contour", sContour, "-o", sContour});
+    EXPECT_EQ(ReadBytes(sContour), "0,0\n2,0\n2,2\n");
+    ASSERT_EQ(link(sContour.c_str(), zorcld.GetPath("contour.png").c_str()), 0);
+    for (const char* pOption : {"--contour", "--overlay"})
+        expectRefused({"view", sFile, pOption, sContour, "-o", zorcld.GetPath("contour.png")});
+    expectRefused({"profile", sFile, "--line", "0,0,5,5,2", "-o", sHard});
+    expectRefused({"outline", sFile, "--distance", "auto", "-o", sHard});
+    EXPECT_EQ(
+        zorcld.Run({"points", sFile, "-o", zorcld.GetPath("soft.ply"), "--lod", "5", "--force"}).nStatus, 0);
+    EXPECT_LT(ReadBytes(sFile).size(), sBytes.size());
+    EXPECT_EQ(zorcld.Run({"ground", sFile, "-o", sFile, "--force"}).nStatus, 0);
 }
 
 TEST(ZorcldOutFiles, LongestName)

@@ -36,19 +36,20 @@ TEST(FitText, Long_IsCutWithAnEllipsis)
     EXPECT_EQ(Fit("", 0.0, Cut_End), "");
 }
 
+TEST(FitText, Numbers_AreNotCut)
+{
+    const std::string sText = "heights \u00d7 10, 5 358 points, all";
+    EXPECT_EQ(Fit(sText, 23.0, Cut_End), "heights \u00d7 10, 5 358 po\u2026");
+    EXPECT_EQ(Fit(sText, 19.0, Cut_End), "heights \u00d7 10, \u2026"); // not "5 358"
+    EXPECT_EQ(Fit(sText, 16.0, Cut_End), "heights \u00d7 10, \u2026"); // not "5"
+    EXPECT_EQ(Fit(sText, 12.0, Cut_End), "heights \u00d7 \u2026");
+    EXPECT_EQ(Fit("1.5e+05 units", 5.0, Cut_End), "\u2026");
+}
+
 TEST(FitText, Characters_AreNotCutInTwo)
 {
     EXPECT_EQ(Fit("\u00e4\u00f6\u00fc\u00e4\u00f6\u00fc", 4.0, Cut_End), "\u00e4\u00f6\u00fc\u2026");
     EXPECT_EQ(Fit("\u00e4\u00f6\u00fc\u00e4\u00f6\u00fc", 3.0, Cut_Middle), "\u00e4\u2026\u00fc");
-}
-
-TEST(MakePrintable, WhatIsNotUtf8_BecomesQuestionMarks)
-{
-    EXPECT_EQ(MakePrintable("a\u00e4\u20ac\U0001F600z"), "a\u00e4\u20ac\U0001F600z");
-    EXPECT_EQ(MakePrintable("a\xff"
-                            "b\xc3"),
-              "a?b?");
-    EXPECT_EQ(MakePrintable("\xed\xa0\x80\n"), "????");
 }
 
 TEST(FormatTick, LongNumbers_ArePowersOfTen)

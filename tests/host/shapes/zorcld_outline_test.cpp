@@ -188,3 +188,19 @@ TEST(ZorcldOutline, None_IsAFailureThatSaysWhy)
     }
     EXPECT_EQ(zorcld.CountFiles(), 4U);
 }
+
+TEST(ZorcldOutline, Picture_TellsTheDistanceWithItsUnit)
+{
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("grid.ply", MakeGridPly(20));
+    const auto readSubtitle = [&](const std::vector<std::string>& vecUnit)
+    {
+        std::vector<std::string> vecArgs = {"outline",    sFile, "-o",     zorcld.GetPath("out.png"),
+                                            "--distance", "3.5", "--size", "1300x1000"};
+        vecArgs.insert(vecArgs.end(), vecUnit.begin(), vecUnit.end());
+        EXPECT_EQ(zorcld.Run(vecArgs).nStatus, 0);
+        const CPng png = ReadPng(zorcld.GetPath("out.png"));
+        return std::vector<unsigned char>(png.GetPixel(0, 44), png.GetPixel(0, 60));
+    };
+    EXPECT_NE(readSubtitle({}), readSubtitle({"--unit", "m"}));
+}

@@ -265,6 +265,23 @@ TEST_P(CLazGuardTest, Check_CompressorAndItems)
     EXPECT_FALSE(IsLetWith(nPos + 12, std::uint32_t{0})); // points of a chunk
 }
 
+class CLazPartsTest : public CLazGuardTest
+{
+};
+
+// LASzip has one place for the bytes of the user's own: it frees that of the first such part and writes
+// there.
+TEST_P(CLazPartsTest, Check_EachPartOfAPointOnce)
+{
+    const std::size_t nType = GetPosRecord() + 34;
+    const std::size_t nNextType = nType + 6;
+    EXPECT_TRUE(IsLetWith(nType, U16{0}));
+    EXPECT_TRUE(IsLetWith(nNextType, U16{0}));
+    m_sBytes = BytesWith(nType, U16{0});
+    EXPECT_FALSE(IsLetWith(nNextType, U16{0}));
+    EXPECT_FALSE(ReadLas(BytesWith(nNextType, U16{0})).bResult);
+}
+
 // The chunks are read from the first one on, whatever stands in the place of their table.
 TEST_P(CLazGuardTest, Read_WithoutTableOfChunks)
 {
@@ -427,6 +444,7 @@ TEST_P(CLazGuardTest, Check_DescribedOnce)
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, CLazGuardTest, testing::Values(0, 3, 7, 10));
+INSTANTIATE_TEST_SUITE_P(Formats, CLazPartsTest, testing::Values(1, 2, 3));
 
 // The sizes of layers are what the library allocates: those of every chunk lie in the file.
 TEST(CLasReader_laz, Check_LayersLieInTheFile)

@@ -4,8 +4,6 @@
 #include <tests/octree/CPlanAllocTest.h>
 #include <zor3geom/DoBoolOperation.h>
 
-#include <cmath>
-
 using zor::geom::PNT_2D;
 
 // GEOS loses some of its own blocks when memory runs out within it: that is told to the leak sanitizer, which
@@ -19,18 +17,6 @@ namespace
 {
 
 using TRing = std::vector<PNT_2D>;
-
-TRing MakeStar(int nNum, double dCentre, double dSize)
-{
-    TRing ring;
-    for (int i = 0; i < nNum; ++i)
-    {
-        const double dAngle = 6.283185307179586 * i / nNum;
-        const double dRadius = dSize * (i % 2 == 0 ? 1.0 : 0.6);
-        ring.emplace_back(dCentre + dRadius * std::cos(dAngle), dCentre + dRadius * std::sin(dAngle));
-    }
-    return ring;
-}
 
 template <class T>
 class QueryContour_alloc : public CPlanAllocTest<T>

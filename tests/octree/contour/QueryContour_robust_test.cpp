@@ -69,22 +69,14 @@ TYPED_TEST(QueryContour_robust, Contours_OddShapes)
     {
         SCOPED_TRACE(cldCase.GetName());
         CTestCld<TypeParam> cld(cldCase);
-        const RECT_3D b = this->GetBox(*cld);
-        const double x = (b.xmin + b.xmax) / 2.0;
-        const double y = (b.ymin + b.ymax) / 2.0;
-        const TRing box = {{b.xmin, b.ymin}, {b.xmax, b.ymin}, {b.xmax, b.ymax}, {b.xmin, b.ymax}};
-        const TRing quarter = {{b.xmin, b.ymin}, {x, b.ymin}, {x, y}, {b.xmin, y}};
-        const TRing other = {{x, y}, {b.xmax, y}, {b.xmax, b.ymax}, {x, b.ymax}};
-        const TRing bow = {{b.xmin, b.ymin}, {b.xmax, b.ymax}, {b.xmax, b.ymin}, {b.xmin, b.ymax}};
-        const TRing line = {{b.xmin, b.ymin}, {b.xmax, b.ymax}, {x, y}, {b.xmax, b.ymax}};
-        const TRing dot(5, PNT_2D(x, y));
-        for (const TRing& outer :
-             {TRing(), TRing{{x, y}}, TRing{{x, y}, {b.xmin, y}}, box, bow, line, dot, quarter})
+        const CPlanRings r(this->GetBox(*cld));
+        for (const TRing& outer : {TRing(), TRing{{r.x, r.y}}, TRing{{r.x, r.y}, {r.box[0].x, r.y}}, r.box,
+                                   r.bow, r.line, r.dot, r.quarter})
         {
             this->AskContours(*cld, outer, {});
-            this->AskContours(*cld, outer, {quarter, other}); // holes that touch each other and the ring
-            this->AskContours(*cld, outer, {outer});          // nothing is left
-            this->AskContours(*cld, outer, {bow, line, dot, TRing()});
+            this->AskContours(*cld, outer, {r.quarter, r.other}); // holes that touch each other and the ring
+            this->AskContours(*cld, outer, {outer});              // nothing is left
+            this->AskContours(*cld, outer, {r.bow, r.line, r.dot, TRing()});
         }
     }
 }
