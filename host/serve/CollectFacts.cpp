@@ -102,12 +102,13 @@ TJson DescribeUnit(const CCoordSystem& coords)
 
 } // namespace
 
-TJson CollectFacts(const CPntCld& cloud, const CInputFile& file, const CLoadFacts& facts)
+TJson CollectFacts(const CPntCld& cloud, CInputFile& file, const CLoadFacts& facts)
 {
     const CPntArrays arrays = GetPntArrays(cloud);
     TJson json;
     json["type"] = file.GetKind().pName;
-    json["announced"] = facts.nAnnounced >= 0 ? TJson(facts.nAnnounced) : TJson();
+    const std::int64_t nAnnounced = file.GetFileFacts().nAnnounced;
+    json["announced"] = nAnnounced >= 0 ? TJson(nAnnounced) : TJson();
     json["bounds"] = FindBounds(arrays);
     json["heights"] = FindHeights(arrays);
     json["colored"] = HasColors(cloud);

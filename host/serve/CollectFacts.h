@@ -12,7 +12,7 @@ class CInputFile;
 struct CLoadFacts;
 
 /// What `/api/info` tells of a cloud and its file beside counts and the octree (docs/serve.md).
-nlohmann::ordered_json CollectFacts(const CPntCld& cloud, const CInputFile& file, const CLoadFacts& facts);
+nlohmann::ordered_json CollectFacts(const CPntCld& cloud, CInputFile& file, const CLoadFacts& facts);
 
 } // namespace zorcld
 
