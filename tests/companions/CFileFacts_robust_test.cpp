@@ -1,6 +1,7 @@
 // Damaged files: no cause is found exactly where the library loads the file.
 
 #include <tests/companions/SmallFiles.h>
+#include <tests/io/CIdleListener.h>
 #ifdef ZOR4DATA_TEST_LAZ
 #include <tests/support/LazBytes.h>
 #endif
@@ -14,22 +15,11 @@ namespace
 
 namespace fs = std::filesystem;
 
-/// Keeps nothing: the count that a file announces cannot be too large for it.
-class CNothing final : public IPntCldReadListener
-{
-public:
-    void OnReadType(enumPntCldType) override {}
-    void OnReadNumPnts(int) override {}
-    void OnReadPnt(double, double, double, unsigned char, unsigned char, unsigned char) override {}
-    void OnReadPnt(double, double, double) override {}
-    void OnReadEnd() override {}
-};
-
 bool IsLoaded(enumPntCldFile eType, const zor::String& sPath)
 {
     if (eType == PntCldFile_Native)
         return CPntCld(nullptr).ReadFromFile(nullptr, eType, sPath);
-    CNothing nothing;
+    CIdleListener nothing;
     return ReadPnts(nothing, nullptr, eType, sPath);
 }
 

@@ -4,6 +4,7 @@
 #include <tests/support/CTestCld.h>
 #include <zor4data/PickPnt.h>
 
+#include <cmath>
 #include <limits>
 
 namespace

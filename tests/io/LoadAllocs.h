@@ -2,23 +2,13 @@
 #define TESTS_IO_LOADALLOCS_H
 
 #include <io/ReadForeign.h>
+#include <tests/io/CIdleListener.h>
 #include <tests/io/CMemFile.h>
 #include <tests/support/CCldState.h>
 #include <tests/support/FailEveryAlloc.h>
 
 #include <cstdint>
 #include <string>
-
-/// Takes points and does nothing with them.
-class CIdleListener final : public IPntCldReadListener
-{
-public:
-    void OnReadType(enumPntCldType) override {}
-    void OnReadNumPnts(int) override {}
-    void OnReadPnt(double, double, double, unsigned char, unsigned char, unsigned char) override {}
-    void OnReadPnt(double, double, double) override {}
-    void OnReadEnd() override {}
-};
 
 /// @return how many allocations it takes to read a file, of which nothing may be left behind.
 inline std::int64_t CountAllocsOfReading(enumPntCldFile eType, const std::string& sBytes)
