@@ -5,6 +5,7 @@
 #include <zor4data/CPntCld.h>
 #include <zor4data/CRootCube.h>
 #include <zor4data/FindIndices.h>
+#include <zor4data/FindLodRuns.h>
 #include <zor4data/FindPntsInPolygons.h>
 #include <zor4data/IPntIndexListener.h>
 #include <zor4data/PickPnt.h>
@@ -111,6 +112,12 @@ inline void AskForPnts(const CPntCld& cld, const CNumbers& numbers,
         Check(isIndex(FindNearestPnt(cld, place, dMax)), "FindNearestPnt");
         Check(isIndex(FindNearestPnt2D(cld, zor::geom::PNT_2D(place.x, place.y), dMax)), "FindNearestPnt2D");
     }
+    CLodRuns runs;
+    for (const int nLevel : {0, 1, 5})
+        if (FindLodRuns(cld, numbers.Get(0), nLevel, 0, nLevel > 0 ? 1 : 0, 0, runs))
+            for (const CPntRun& run : runs.vecRuns)
+                Check(run.nCount > 0 && run.nFirst >= 0 && run.nFirst <= nNumSlots - run.nCount,
+                      "FindLodRuns");
     CRootCube root{};
     CLevelCube cube{};
     Check(!GetRootCube(cld, root) || GetLevelCube(root, 31, 1, 1 << 30, 77, cube),

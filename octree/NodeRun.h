@@ -2,14 +2,10 @@
 #define OCTREE_NODERUN_H
 
 #include <octree/COcTreeNode.h>
+#include <zor4data/CPntRun.h>
 
 /// L2: what lies under a node is one run of the array.
-struct CPntRun
-{
-    std::int32_t nFirst = 0;
-    std::int32_t nCount = 0;
-};
-
+///
 /// Cost: a visit of the nodes on the way to the first and the last leaf.
 /// REQUIRES: a tree for which L1 holds, COcTreeIndex::m_bTiled.
 CPntRun FindPntRun(const COcTreeNode& node) noexcept;

@@ -23,7 +23,7 @@ void CQuery3D<T, Visitor>::GetPnts_Lod(double dLod) const
     COcTreeIndex& tree = *m_store.m_pTree;
     const std::int64_t nLimit = IsLodSpacing(dLod) ? CalcLodDepth(tree.m_nEdge, dLod) : -1;
     CDelivered delivered;
-    CWalkLod<Visitor>(tree, listener, nLimit, delivered).Walk();
+    CWalkLod<Visitor>(listener, nLimit, delivered).Walk(*tree.m_pRoot, 0);
     listener.OnLeafEnd();
     // KEPT: the count of points ends at 0 whatever was delivered; the count of leaves goes on
     // (Lod_Counters_Kept)

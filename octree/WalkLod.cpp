@@ -3,9 +3,9 @@
 #include <octree/FindRepresentative.h>
 
 template <class Visitor>
-void CWalkLod<Visitor>::Walk()
+void CWalkLod<Visitor>::Walk(const COcTreeNode& node, std::int64_t nDepth)
 {
-    WalkNode(*m_tree.m_pRoot, 0);
+    WalkNode(node, nDepth);
     EndAll();
 }
 
@@ -109,3 +109,5 @@ template class CWalkLod<COcTreeListener<CTruncPnt>>;
 template class CWalkLod<COcTreeListener<CTruncPnt_Color>>;
 template class CWalkLod<CIndexVisitor<CTruncPnt>>;
 template class CWalkLod<CIndexVisitor<CTruncPnt_Color>>;
+template class CWalkLod<CRunListener<CTruncPnt>>;
+template class CWalkLod<CRunListener<CTruncPnt_Color>>;

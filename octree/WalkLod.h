@@ -5,6 +5,7 @@
 #include <octree/CIndexVisitor.h>
 #include <octree/COcTreeIndex.h>
 #include <octree/COcTreeListener.h>
+#include <octree/CRunListener.h>
 
 /// Walk of a thinned cloud: a node at the depth limit gives its representative, a leaf there its first
 /// live point, a leaf above all its live points.
@@ -12,19 +13,21 @@
 /// Each representative lies at the end of a chain of records far from each other. So that the walk does
 /// not wait for every one of them, the last few searches are under way together, each a step further than
 /// the next, and what the next step will read is fetched ahead. Delivery is in the order of the walk.
+///
+/// @tparam Visitor  `OnPnt`, `OnRun`, `FindLivePnt`, `Prefetch` as in COcTreeListener.
 template <class Visitor>
 class CWalkLod
 {
 public:
     /// @param nLimit  depth at which cubes give one point. KEPT: a value below 0 is never met, so that every
     ///                live point is delivered (Lod_LargerThanTheTreeGivesEverything_Kept).
-    CWalkLod(const COcTreeIndex& tree, Visitor& listener, std::int64_t nLimit, CDelivered& delivered)
-        : m_tree(tree), m_listener(listener), m_nLimit(nLimit), m_delivered(delivered)
+    CWalkLod(Visitor& listener, std::int64_t nLimit, CDelivered& delivered)
+        : m_listener(listener), m_nLimit(nLimit), m_delivered(delivered)
     {
     }
 
-    /// Walks the whole tree. REQUIRES: a root.
-    void Walk();
+    /// Walks what lies under a node at a depth, the root at 0.
+    void Walk(const COcTreeNode& node, std::int64_t nDepth);
 
 private:
     /// A search under way: the node to look into, or the leaf found, or neither.
@@ -45,7 +48,6 @@ private:
     void EndAll();
     void DeliverFirst(const COcTreeLeaf* pLeaf);
 
-    const COcTreeIndex& m_tree;
     Visitor& m_listener;
     std::int64_t m_nLimit;
     CDelivered& m_delivered;
@@ -58,5 +60,7 @@ extern template class CWalkLod<COcTreeListener<CTruncPnt>>;
 extern template class CWalkLod<COcTreeListener<CTruncPnt_Color>>;
 extern template class CWalkLod<CIndexVisitor<CTruncPnt>>;
 extern template class CWalkLod<CIndexVisitor<CTruncPnt_Color>>;
+extern template class CWalkLod<CRunListener<CTruncPnt>>;
+extern template class CWalkLod<CRunListener<CTruncPnt_Color>>;
 
 #endif

@@ -104,7 +104,7 @@ std::string WritePly(const CTakenPnts& pnts, const COptions& options, const CCon
 {
     const CPntSummary& summary = pnts.GetSummary();
     COutFile out(options.sOutPath);
-    const std::unique_ptr<IPntWriter> pWriter = MakePlyWriter(out, summary);
+    const std::unique_ptr<IPntWriter> pWriter = MakePlyWriter(WriteTo(out), summary);
     CProgressBar progress(console, "writing " + options.sOutPath);
     progress.Start();
     std::int64_t nDone = 0;

@@ -81,17 +81,7 @@ CGroundScale ChooseGroundScale(const COptions& options, const CCoordSystem& coor
 {
     if (options.dUnitScale > 0.0)
         return {options.dUnitScale, options.dUnitScale};
-    if (coords.plan.bAngle)
-        throw CFailure(
-            options.input.sPath,
-            fmt::format("its x and y are angles ({}), the ground filter goes by metres: it must be projected "
-                        "first; if they are none, --unit-scale tells how many metres a unit is",
-                        GetUnitSymbol(coords.plan)));
-    CGroundScale scale;
-    if (coords.GetPlanMetres() > 0.0)
-        scale.dPlan = coords.GetPlanMetres();
-    if (coords.GetHeightMetres() > 0.0)
-        scale.dHeight = coords.GetHeightMetres();
+    const CGroundScale scale = FindGroundScale(coords, options.input.sPath);
     if (scale.IsOne())
         return scale;
     const CCoordUnit& height = coords.height.IsLength() ? coords.height : coords.plan;

@@ -89,7 +89,7 @@ void Report(const COptions& options, const CPntCld& cloud, const COutline& outli
 
 void WriteCsv(const COutline& outline, COutFile& out)
 {
-    const std::unique_ptr<IPntWriter> pWriter = MakeCsvWriter(out, CPntSummary());
+    const std::unique_ptr<IPntWriter> pWriter = MakeCsvWriter(WriteTo(out), CPntSummary());
     for (const CCldCadPnt& corner : outline.vecCorners)
         pWriter->Add(corner);
     pWriter->Finish();

@@ -3,7 +3,6 @@
 #include <host/commands/AddOutOption.h>
 #include <host/files/AddInputOptions.h>
 #include <host/files/LoadCloud.h>
-#include <host/output/ByteFromShare.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
 #include <host/output/COutFile.h>
@@ -17,6 +16,7 @@
 #include <host/picture/PictureOptions.h>
 #include <host/picture/RenderProfile.h>
 #include <host/picture/ViewRaster.h>
+#include <host/query/CCorridor.h>
 #include <host/query/CEachPnt.h>
 #include <host/query/FormatPlan.h>
 #include <host/query/PlanQuery.h>
@@ -47,32 +47,17 @@ struct COptions
     CPictureOptions picture;
 };
 
-CPlanLine ParseCorridor(const std::string& sLine)
-{
-    const CPlanLine line = ParseLine(sLine);
-    if (!(line.dWidth > 0.0))
-        throw CUsageError("--line: the width is not above 0");
-    if (line.p1.x == line.p2.x && line.p1.y == line.p2.y)
-        throw CUsageError("--line: the line begins and ends at one place");
-    return line;
-}
-
 /// The points in the corridor by their distance from its beginning.
-CProfile CutProfile(const CPntCld& cloud, const CPlanLine& line)
+CProfile CutProfile(const CPntCld& cloud, const CCorridor& corridor)
 {
     CProfile profile;
-    profile.dLength = std::hypot(line.p2.x - line.p1.x, line.p2.y - line.p1.y);
-    profile.dWidth = line.dWidth;
-    const double dX = (line.p2.x - line.p1.x) / profile.dLength;
-    const double dY = (line.p2.y - line.p1.y) / profile.dLength;
-    const auto add = [&](const CCldCadPnt& pnt)
-    {
-        const double x = pnt.m_pnt.x - line.p1.x;
-        const double y = pnt.m_pnt.y - line.p1.y;
-        profile.vecPnts.push_back({x * dX + y * dY, y * dX - x * dY, pnt});
+    profile.dLength = corridor.GetLength();
+    profile.dWidth = corridor.GetLine().dWidth;
+    const auto add = [&](const CCldCadPnt& pnt) {
+        profile.vecPnts.push_back({corridor.CalcAlong(pnt.m_pnt), corridor.CalcAcross(pnt.m_pnt), pnt});
     };
     CEachPnt<decltype(add)> listener(add);
-    cloud.FindPnts2D_NearLine(&listener, line.p1, line.p2, line.dWidth / 2.0, false, false);
+    corridor.FindPnts(cloud, listener);
     std::stable_sort(profile.vecPnts.begin(), profile.vecPnts.end(),
                      [](const CProfilePnt& a, const CProfilePnt& b) { return a.dAlong < b.dAlong; });
     return profile;
@@ -104,17 +89,9 @@ void TakeForDegrees(const CPntCld& cloud, std::optional<bool> bDegrees, const CP
 
 void WriteCsv(const CProfile& profile, bool bColor, COutFile& out)
 {
-    std::string sText =
-        bColor ? "distance,height,offset,x,y,red,green,blue\n" : "distance,height,offset,x,y\n";
+    std::string sText = CCorridor::GetCsvHead(bColor);
     for (const CProfilePnt& pnt : profile.vecPnts)
-    {
-        sText += fmt::format("{:.4f},{:.4f},{:.4f},{:.4f},{:.4f}", pnt.dAlong, pnt.pnt.m_pnt.z, pnt.dAcross,
-                             pnt.pnt.m_pnt.x, pnt.pnt.m_pnt.y);
-        if (bColor)
-            sText += fmt::format(",{},{},{}", ByteFromShare(pnt.pnt.m_fR), ByteFromShare(pnt.pnt.m_fG),
-                                 ByteFromShare(pnt.pnt.m_fB));
-        sText += '\n';
-    }
+        sText += CCorridor::FormatCsv(pnt.pnt, pnt.dAlong, pnt.dAcross, bColor);
     out.Write(sText);
 }
 
@@ -162,7 +139,7 @@ void MakeProfile(const COptions& options, const CConsole& console)
         throw CUsageError(
             fmt::format("--output: '{}' ends in none of .png, .csv, .geojson and .wkt", options.sOutPath));
     RefuseSameFile(options.input.sPath, options.sOutPath, "--output", options.bForce);
-    const CPlanLine line = ParseCorridor(options.sLine);
+    const CCorridor corridor(ParseLine(options.sLine), "--line");
     int nWidth = 0;
     int nHeight = 0;
     ParseSize(options.picture.sSize, nWidth, nHeight);
@@ -171,10 +148,10 @@ void MakeProfile(const COptions& options, const CConsole& console)
     CPntCld cloud(&colors);
     const CLoadFacts facts = LoadOrAdvise(cloud, options.input, console);
     ChooseColors(options.picture, options.input.sPath, cloud, colors);
-    CProfile profile = CutProfile(cloud, line);
+    CProfile profile = CutProfile(cloud, corridor);
     const CPictureUnits units = ChooseUnits(options.picture, facts.coords);
     if (!IsShapeExtension(sExtension)) // shapes are in the cloud's coordinates
-        TakeForDegrees(cloud, units.bDegrees, line, profile);
+        TakeForDegrees(cloud, units.bDegrees, corridor.GetLine(), profile);
 
     COutFile out(options.sOutPath);
     if (sExtension == ".csv")
@@ -185,7 +162,8 @@ void MakeProfile(const COptions& options, const CConsole& console)
         NoteOtherUnit(options.picture, facts.coords, options.input.sPath, console);
     }
     else
-        WriteShape(out, MakeCorridor(line), {{"width", line.dWidth}, {"length", profile.dLength}});
+        WriteShape(out, MakeCorridor(corridor.GetLine()),
+                   {{"width", profile.dWidth}, {"length", profile.dLength}});
     out.Commit();
     Report(options, cloud, profile, console);
 }

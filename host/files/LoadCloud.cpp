@@ -12,6 +12,7 @@
 #include <host/output/CProgressBar.h>
 #include <host/output/GetFileName.h>
 #include <zor4data/CPntCld.h>
+#include <zor4data/LoadNative.h>
 
 #include <fmt/format.h>
 
@@ -19,6 +20,7 @@
 #include <chrono>
 #include <cmath>
 #include <new>
+#include <utility>
 
 namespace zorcld
 {
@@ -41,11 +43,37 @@ double CalcSeconds(CProgressBar::TClock::duration duration)
     throw CFailure(file.GetPath(), sCause.empty() ? "not enough memory" : sCause);
 }
 
+/// Progress of a native file, which no bar shows: most are there at once.
+class CNativeProgress final : public IDlgProgress
+{
+public:
+    CNativeProgress(const CConsole& console, std::string sDoing)
+        : m_console(console), m_sDoing(std::move(sDoing))
+    {
+    }
+    void Start() override {}
+    void Stop() override {}
+    bool SetPos(int nPos) override
+    {
+        m_console.TellWatcher(m_sDoing, nPos);
+        return true;
+    }
+
+private:
+    const CConsole& m_console;
+    std::string m_sDoing;
+};
+
 /// @param pProgress  null: no calls.
-bool ReadFile(CPntCld& cloud, IDlgProgress* pProgress, CInputFile& file)
+bool ReadFile(CPntCld& cloud, IDlgProgress* pProgress, CInputFile& file, const CConsole& console)
 {
     try
     {
+        if (file.GetKind().eFile == PntCldFile_Native)
+        {
+            CNativeProgress progress(console, "reading " + GetFileName(file.GetPath()));
+            return LoadNative(cloud, &progress, zor::String(file.GetPath()));
+        }
         return cloud.ReadFromFile(pProgress, file.GetKind().eFile, zor::String(file.GetPath()));
     }
     catch (const std::bad_alloc&)
@@ -119,10 +147,11 @@ void RefuseMovedPnts(const CLoadFacts& facts, const std::string& sPath)
 /// Loads the file into a cloud.
 /// @param facts  receives how many points came, and how many of them are no places.
 /// @return false when that failed, or the cloud is of no use.
-static bool Fill(CPntCld& cloud, IDlgProgress* pProgress, CInputFile& file, CLoadFacts& facts)
+static bool Fill(CPntCld& cloud, IDlgProgress* pProgress, CInputFile& file, CLoadFacts& facts,
+                 const CConsole& console)
 {
     CWatchedCld watched(cloud);
-    if (!ReadFile(watched, pProgress, file))
+    if (!ReadFile(watched, pProgress, file, console))
         return false;
     cloud = watched; // shares what it holds
     const bool bNative = file.GetKind().eFile == PntCldFile_Native;
@@ -144,7 +173,7 @@ static CLoadFacts ReadCloud(CPntCld& cloud, CInputFile& file, const CConsole& co
     const auto timeStart = CProgressBar::TClock::now();
     CProgressBar progress(console, fmt::format("reading {}", GetFileName(file.GetPath())));
     progress.Start();
-    const bool bRead = Fill(cloud, fileFacts.bNoProgress ? nullptr : &progress, file, facts);
+    const bool bRead = Fill(cloud, fileFacts.bNoProgress ? nullptr : &progress, file, facts, console);
     const auto timeEnd = CProgressBar::TClock::now();
     progress.Stop();
     if (!bRead)

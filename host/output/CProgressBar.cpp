@@ -19,7 +19,7 @@ constexpr int c_nWidth = 30;
 } // namespace
 
 CProgressBar::CProgressBar(const CConsole& console, const std::string& sLabel)
-    : m_sLabel(ReplaceControls(sLabel)), m_bShown(console.HasProgressBar())
+    : m_console(console), m_sLabel(ReplaceControls(sLabel)), m_bShown(console.HasProgressBar())
 {
 }
 
@@ -31,6 +31,7 @@ CProgressBar::~CProgressBar()
 void CProgressBar::Start()
 {
     m_nPos = -1;
+    m_console.TellWatcher(m_sLabel, 0);
     Draw();
 }
 
@@ -49,8 +50,10 @@ bool CProgressBar::SetPos(int nPos)
     m_timeLast = TClock::now();
     const bool bChanged = nPos != m_nPos;
     m_nPos = nPos;
-    if (bChanged)
-        Draw();
+    if (!bChanged)
+        return true;
+    m_console.TellWatcher(m_sLabel, nPos);
+    Draw();
     return true;
 }
 

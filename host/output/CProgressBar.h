@@ -40,6 +40,7 @@ public:
 private:
     void Draw() const;
 
+    const CConsole& m_console;
     std::string m_sLabel;
     bool m_bShown;
     int m_nPos = -1;

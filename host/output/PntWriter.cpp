@@ -12,6 +12,7 @@
 #include <cmath>
 #include <cstring>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace zorcld
@@ -26,7 +27,7 @@ constexpr std::size_t c_nChunk = 65536;
 class CChunk
 {
 public:
-    explicit CChunk(COutFile& out) : m_out(out) {}
+    explicit CChunk(TWriteBytes write) : m_write(std::move(write)) {}
 
     template <class... TArgs>
     void Format(fmt::format_string<TArgs...> sFormat, TArgs&&... args)
@@ -51,19 +52,20 @@ public:
 
     void Flush()
     {
-        m_out.Write(m_sBytes);
+        m_write(m_sBytes);
         m_sBytes.clear();
     }
 
 private:
-    COutFile& m_out;
+    TWriteBytes m_write;
     std::string m_sBytes;
 };
 
 class CCsvWriter final : public IPntWriter
 {
 public:
-    CCsvWriter(COutFile& out, const CPntSummary& summary) : m_chunk(out), m_bColor(summary.bColor)
+    CCsvWriter(TWriteBytes write, const CPntSummary& summary)
+        : m_chunk(std::move(write)), m_bColor(summary.bColor)
     {
         m_chunk.Format("{}\n", m_bColor ? "x,y,z,red,green,blue" : "x,y,z");
     }
@@ -100,7 +102,8 @@ double CalcShift(double dMin, double dMax)
 class CPlyWriter final : public IPntWriter
 {
 public:
-    CPlyWriter(COutFile& out, const CPntSummary& summary) : m_chunk(out), m_bColor(summary.bColor)
+    CPlyWriter(TWriteBytes write, const CPntSummary& summary)
+        : m_chunk(std::move(write)), m_bColor(summary.bColor)
     {
         if (summary.nNumPnts > 0)
             m_dShift = {CalcShift(summary.box.xmin, summary.box.xmax),
@@ -140,14 +143,14 @@ private:
 
 } // namespace
 
-std::unique_ptr<IPntWriter> MakeCsvWriter(COutFile& out, const CPntSummary& summary)
+std::unique_ptr<IPntWriter> MakeCsvWriter(TWriteBytes write, const CPntSummary& summary)
 {
-    return std::make_unique<CCsvWriter>(out, summary);
+    return std::make_unique<CCsvWriter>(std::move(write), summary);
 }
 
-std::unique_ptr<IPntWriter> MakePlyWriter(COutFile& out, const CPntSummary& summary)
+std::unique_ptr<IPntWriter> MakePlyWriter(TWriteBytes write, const CPntSummary& summary)
 {
-    return std::make_unique<CPlyWriter>(out, summary);
+    return std::make_unique<CPlyWriter>(std::move(write), summary);
 }
 
 TMakePntWriter FindPntWriter(const std::string& sPath)

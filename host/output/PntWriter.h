@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace zorcld
 {
@@ -27,15 +28,24 @@ public:
     virtual std::string GetNote() const { return {}; }
 };
 
-using TMakePntWriter = std::function<std::unique_ptr<IPntWriter>(COutFile&, const CPntSummary&)>;
+/// Takes the bytes of a file, piece after piece.
+using TWriteBytes = std::function<void(std::string_view)>;
+
+/// The bytes go to a file, which outlives whoever writes them.
+inline TWriteBytes WriteTo(COutFile& out)
+{
+    return [&out](std::string_view sBytes) { out.Write(sBytes); };
+}
+
+using TMakePntWriter = std::function<std::unique_ptr<IPntWriter>(TWriteBytes, const CPntSummary&)>;
 
 /// Finds the writer for the extension of a path.
 /// @throws CUsageError for an unknown one.
 TMakePntWriter FindPntWriter(const std::string& sPath);
 
 /// Both write what stands before the points at once, and the points in large pieces.
-std::unique_ptr<IPntWriter> MakeCsvWriter(COutFile& out, const CPntSummary& summary);
-std::unique_ptr<IPntWriter> MakePlyWriter(COutFile& out, const CPntSummary& summary);
+std::unique_ptr<IPntWriter> MakeCsvWriter(TWriteBytes write, const CPntSummary& summary);
+std::unique_ptr<IPntWriter> MakePlyWriter(TWriteBytes write, const CPntSummary& summary);
 
 } // namespace zorcld
 

@@ -1,8 +1,10 @@
 #include <host/query/FilterGround.h>
 
+#include <formats/CCoordSystem.h>
 #include <formats/CloudLimits.h>
 #include <formats/Compact.h>
 #include <host/output/CFailure.h>
+#include <host/output/UnitSymbol.h>
 #include <host/query/Query.h>
 #include <zor4data/CPntCld.h>
 #include <zor4data/ICldColorListener.h>
@@ -103,14 +105,9 @@ bool IsInReach(const CPntCld& cloud, const CGroundScale& scale)
 
 } // namespace
 
-void FilterGround(CPntCld& cloud, const CGroundScale& scale, const std::string& sPath,
-                  IPclProgressListener* pListener)
+std::vector<int> FindNotGround(const CPntCld& cloud, const CGroundScale& scale, const std::string& sPath,
+                               IPclProgressListener* pListener)
 {
-    if (scale.IsOne() || cloud.GetNumPnts() == 0)
-    {
-        cloud.Morph(pListener);
-        return;
-    }
     if (!IsInReach(cloud, scale))
         throw CFailure(sPath, fmt::format("is wider or higher than {} metres", c_nReach));
     std::vector<zor::geom::PNT_3D> vecFirst;
@@ -120,6 +117,8 @@ void FilterGround(CPntCld& cloud, const CGroundScale& scale, const std::string& 
                    if (vecFirst.empty())
                        vecFirst.push_back(pnt.m_pnt);
                });
+    if (vecFirst.empty())
+        return {};
     const CScaledPnts scaled(scale, vecFirst.front());
     const std::vector<TKey> vecGround = FindGround(cloud, scaled, pListener);
     std::vector<int> vecOthers;
@@ -129,10 +128,40 @@ void FilterGround(CPntCld& cloud, const CGroundScale& scale, const std::string& 
                    if (!std::binary_search(vecGround.begin(), vecGround.end(), scaled.KeyFromPnt(pnt.m_pnt)))
                        vecOthers.push_back(pnt.m_nIndex);
                });
+    return vecOthers;
+}
+
+void RemovePnts(CPntCld& cloud, const std::vector<int>& vecIndices)
+{
     cloud.UnSelPnts();
-    for (const int nIndex : vecOthers)
+    for (const int nIndex : vecIndices)
         cloud.SelPnt(nIndex, false);
     cloud.DelSelPnts();
+}
+
+void FilterGround(CPntCld& cloud, const CGroundScale& scale, const std::string& sPath,
+                  IPclProgressListener* pListener)
+{
+    if (scale.IsOne() || cloud.GetNumPnts() == 0)
+        cloud.Morph(pListener);
+    else
+        RemovePnts(cloud, FindNotGround(cloud, scale, sPath, pListener));
+}
+
+CGroundScale FindGroundScale(const CCoordSystem& coords, const std::string& sPath)
+{
+    if (coords.plan.bAngle)
+        throw CFailure(
+            sPath,
+            fmt::format("its x and y are angles ({}), the ground filter goes by metres: it must be projected "
+                        "first; if they are none, --unit-scale tells how many metres a unit is",
+                        GetUnitSymbol(coords.plan)));
+    CGroundScale scale;
+    if (coords.GetPlanMetres() > 0.0)
+        scale.dPlan = coords.GetPlanMetres();
+    if (coords.GetHeightMetres() > 0.0)
+        scale.dHeight = coords.GetHeightMetres();
+    return scale;
 }
 
 } // namespace zorcld

@@ -2,8 +2,10 @@
 #define HOST_QUERY_FILTERGROUND_H
 
 #include <string>
+#include <vector>
 
 class CPntCld;
+struct CCoordSystem;
 class IPclProgressListener;
 
 namespace zorcld
@@ -28,6 +30,18 @@ struct CGroundScale
 /// @throws CFailure where the cloud is too wide in metres.
 void FilterGround(CPntCld& cloud, const CGroundScale& scale, const std::string& sPath,
                   IPclProgressListener* pListener);
+
+/// The points that are not ground, by index, where a scale is not one: for hosts that remove them themselves.
+/// @throws CFailure as FilterGround.
+std::vector<int> FindNotGround(const CPntCld& cloud, const CGroundScale& scale, const std::string& sPath,
+                               IPclProgressListener* pListener);
+
+/// Removes points by index; what was selected before is not any more, in copies of the cloud neither.
+void RemovePnts(CPntCld& cloud, const std::vector<int>& vecIndices);
+
+/// The scale that a file states; one where it states none.
+/// @throws CFailure for degrees.
+CGroundScale FindGroundScale(const CCoordSystem& coords, const std::string& sPath);
 
 } // namespace zorcld
 

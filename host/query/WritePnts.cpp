@@ -17,7 +17,7 @@ std::int64_t WritePnts(const CPntCld& cloud, const CQuery& query, const TMakePnt
     ForEachPnt(cloud, query, [&](const CCldCadPnt& pnt) { summary.Add(pnt.m_pnt); });
     if (summary.nNumPnts == 0)
         console.Note(fmt::format("{}: no point was chosen", out.GetPath()));
-    const std::unique_ptr<IPntWriter> pWriter = makeWriter(out, summary);
+    const std::unique_ptr<IPntWriter> pWriter = makeWriter(WriteTo(out), summary);
     if (!pWriter->GetNote().empty())
         console.Note(fmt::format("{}: {}", out.GetPath(), pWriter->GetNote()));
     ForEachPnt(cloud, query, [&](const CCldCadPnt& pnt) { pWriter->Add(pnt); });

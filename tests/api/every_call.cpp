@@ -18,6 +18,7 @@
 #include <zor4data/CalcCntWithin.h>
 #include <zor4data/FindGround.h>
 #include <zor4data/FindIndices.h>
+#include <zor4data/FindLodRuns.h>
 #include <zor4data/FindPntsInPolygons.h>
 #include <zor4data/IPntIndexListener.h>
 #include <zor4data/KeepPnts.h>
@@ -225,6 +226,7 @@ void UseCompanions()
     Keep<CPntArrays (*)(const CPntCld&)>(&GetPntArrays);
     Keep<bool (*)(const CPntCld&, CRootCube&)>(&GetRootCube);
     Keep<bool (*)(const CRootCube&, int, TPosition, TPosition, TPosition, CLevelCube&)>(&GetLevelCube);
+    Keep<bool (*)(const CPntCld&, double, int, TPosition, TPosition, TPosition, CLodRuns&)>(&FindLodRuns);
     Keep<bool (*)(CPntCld&, IDlgProgress*, const zor::String&)>(&LoadNative);
     Keep<enumFileCause (*)(CPntCld&, const zor::String&)>(&SaveCloud);
     Keep<enumFileCause (*)(CPntCld&, const zor::String&, const TOnTempFile&)>(&SaveCloud);

@@ -5,10 +5,12 @@
 #include <tests/support/CFailingAlloc.h>
 #include <zor4data/CFileFacts.h>
 #include <zor4data/FindIndices.h>
+#include <zor4data/FindLodRuns.h>
 #include <zor4data/PickPnt.h>
 
 #include <functional>
 #include <new>
+#include <utility>
 
 namespace
 {
@@ -77,6 +79,20 @@ TYPED_TEST(Companions_alloc, FindIndices_OneAllocationABatch)
     EXPECT_EQ(FailEach([this] { FindIndices(*this->m_cld, nullptr, 64); }), 1);
     EXPECT_EQ(FailEach([this] { FindIndices_Lod(*this->m_cld, nullptr, 5.0, 64); }), 1);
     EXPECT_GT(FailEach([this] { FindIndices2D(*this->m_cld, nullptr, 0.0, 0.0, 9.0, 9.0, 64); }), 1);
+}
+
+TYPED_TEST(Companions_alloc, FindLodRuns_TakesMemoryForItsRuns)
+{
+    CLodRuns found;
+    EXPECT_GT(FailEach(
+                  [&]
+                  {
+                      CLodRuns runs;
+                      ASSERT_TRUE(FindLodRuns(*this->m_cld, 0.0, 0, 0, 0, 0, runs));
+                      found = std::move(runs);
+                  }),
+              0);
+    EXPECT_EQ(found.nNumInCube, 5000);
 }
 
 TYPED_TEST(Companions_alloc, FindNearest_TakesNone)

@@ -7,6 +7,7 @@
 #include <zor4data/CPntCld.h>
 #include <zor4data/CRootCube.h>
 #include <zor4data/FindIndices.h>
+#include <zor4data/FindLodRuns.h>
 #include <zor4data/FindPntsInPolygons.h>
 #include <zor4data/IPntIndexListener.h>
 #include <zor4data/PickPnt.h>
@@ -197,6 +198,17 @@ double AskCubes(const CPntCld& cld)
     return static_cast<double>(root.nEdge + cube.nX + cube.nMinY + cube.nEndZ);
 }
 
+double AskRuns(const CPntCld& cld)
+{
+    CLodRuns runs;
+    double dSum = 0.0;
+    for (std::int32_t i = 0; i < 4; ++i)
+        if (FindLodRuns(cld, 2.0, 2, i, 3 - i, 0, runs))
+            for (const CPntRun& run : runs.vecRuns)
+                dSum += run.nFirst + 0.5 * run.nCount;
+    return dSum + static_cast<double>(runs.nNumInCube);
+}
+
 double AskPicks(const CPntCld& cld)
 {
     double dSum = 0.0;
@@ -219,6 +231,7 @@ std::vector<CQuestion> MakeQuestions()
     vecQuestions.push_back({"GetPntArrays", AskArrays});
     vecQuestions.push_back({"FindIndices", AskIndices});
     vecQuestions.push_back({"GetRootCube, GetLevelCube", AskCubes});
+    vecQuestions.push_back({"FindLodRuns", AskRuns});
     vecQuestions.push_back({"PickPnt, FindNearestPnt, FindNearestPnt2D", AskPicks});
     return vecQuestions;
 }

@@ -32,7 +32,7 @@ std::string Write(const TMakePntWriter& makeWriter, const CCldCadPnt& pnt, bool 
     summary.Add(pnt.m_pnt);
     summary.bColor = bColor;
     COutFile out(sPath);
-    const std::unique_ptr<IPntWriter> pWriter = makeWriter(out, summary);
+    const std::unique_ptr<IPntWriter> pWriter = makeWriter(WriteTo(out), summary);
     pWriter->Add(pnt);
     pWriter->Finish();
     out.Commit();

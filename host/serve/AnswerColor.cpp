@@ -1,0 +1,50 @@
+#include <host/serve/Resources.h>
+
+#include <host/serve/CRefusal.h>
+#include <host/serve/CRequest.h>
+#include <host/serve/CServed.h>
+#include <host/serve/ReadAttribute.h>
+
+namespace zorcld
+{
+
+namespace
+{
+
+enumLasAttribute FindAttribute(const std::string& sName)
+{
+    if (sName == "class")
+        return LasAttribute_Class;
+    if (sName == "intensity")
+        return LasAttribute_Intensity;
+    return sName == "return" ? LasAttribute_Return : LasAttribute_None;
+}
+
+CJobs::TJson MakeColors(CServed& served, const std::string& sName, const CJobs::TTell& tell)
+{
+    const CReadAttribute read = ReadAttribute(served, *served.GetFirst(), FindAttribute(sName), sName, tell);
+    served.AddAttribute(read.pAttribute);
+    CJobs::TJson json = {{"by", sName}};
+    json.update(read.legend);
+    return json;
+}
+
+} // namespace
+
+CReply AnswerColor(const CRequest& request, CServed& served)
+{
+    const std::string* const pName = request.FindParam("by");
+    const std::string sName = pName == nullptr ? "" : *pName;
+    if (request.FindParam("cancel") != nullptr)
+        return MakeJsonReply(served.GetJobs().Cancel("color " + sName));
+    if (FindAttribute(sName) == LasAttribute_None)
+        throw CRefusal(400, "by is none of class, intensity and return");
+    if (served.GetFacts()["attributes"].empty())
+        throw CRefusal(404, "the file says nothing of its points beside places and colours");
+    // The results of all three are kept: so are their colours.
+    return MakeJsonReply(served.GetJobs().Ask("color " + sName, "",
+                                              [sName, &served](const CJobs::TTell& tell)
+                                              { return MakeColors(served, sName, tell); }));
+}
+
+} // namespace zorcld

@@ -1,0 +1,91 @@
+#include <host/serve/Resources.h>
+
+#include <host/serve/CPntChoice.h>
+#include <host/serve/CRequest.h>
+#include <host/serve/CServed.h>
+#include <host/serve/RequestNumbers.h>
+#include <zor4data/PickPnt.h>
+
+#include <nlohmann/json.hpp>
+
+#include <cmath>
+
+namespace zorcld
+{
+
+namespace
+{
+
+using TJson = nlohmann::ordered_json;
+using zor::geom::PNT_3D;
+
+/// @param nIndex  -1: no point.
+CReply DescribePnt(const CPntCld& cloud, int nIndex)
+{
+    TJson json = {{"index", nIndex}};
+    if (nIndex < 0)
+        return MakeJsonReply(json);
+    PNT_3D pnt;
+    cloud.GetPnt(nIndex, pnt);
+    json["x"] = pnt.x;
+    json["y"] = pnt.y;
+    json["z"] = pnt.z;
+    unsigned char r = 0;
+    unsigned char g = 0;
+    unsigned char b = 0;
+    json["color"] = cloud.GetPntColor(nIndex, r, g, b) ? TJson{r, g, b} : TJson();
+    return MakeJsonReply(json);
+}
+
+} // namespace
+
+CReply AnswerPick(const CRequest& request, CServed& served)
+{
+    const auto number = [&](const char* pName) { return GetNumber(request, pName); };
+    const PNT_3D from(number("ox"), number("oy"), number("oz"));
+    const PNT_3D direction(number("dx"), number("dy"), number("dz"));
+    const double dTan = number("tan");
+    const CPntChoice choice(request, served);
+    const CPntCld& cloud = choice.GetVersion()->GetCloud();
+    return DescribePnt(cloud, PickPnt(cloud, from, direction, dTan, choice.GetPlanes()));
+}
+
+CReply AnswerNearest(const CRequest& request, CServed& served)
+{
+    const double x = GetNumber(request, "x");
+    const double y = GetNumber(request, "y");
+    const double dMax = GetNumber(request, "max");
+    const CPntChoice choice(request, served);
+    const CPntCld& cloud = choice.GetVersion()->GetCloud();
+    if (request.FindParam("z") == nullptr)
+        return DescribePnt(cloud, FindNearestPnt2D(cloud, zor::geom::PNT_2D(x, y), dMax));
+    return DescribePnt(cloud, FindNearestPnt(cloud, PNT_3D(x, y, GetNumber(request, "z")), dMax));
+}
+
+CReply AnswerPnt(const CRequest& request, CServed& served)
+{
+    const double dIndex = GetNumber(request, "index");
+    const CPntChoice choice(request, served);
+    const CPntCld& cloud = choice.GetVersion()->GetCloud();
+    const bool bIndex = dIndex >= 0.0 && dIndex < cloud.GetNumPnts() && dIndex == std::floor(dIndex);
+    return DescribePnt(cloud, bIndex ? static_cast<int>(dIndex) : -1);
+}
+
+CReply AnswerRect(const CRequest& request, CServed& served)
+{
+    const auto number = [&](const char* pName) { return GetNumber(request, pName); };
+    const CPntChoice choice(request, served);
+    const double xmin = number("xmin");
+    const double ymin = number("ymin");
+    const double xmax = number("xmax");
+    const double ymax = number("ymax");
+    const auto lock = served.LockSelection();
+    return MakeJsonReply({{"points", choice.GetVersion()->GetCloud().GetNumPnts2D(xmin, ymin, xmax, ymax)}});
+}
+
+CReply AnswerCount(const CRequest& request, CServed& served)
+{
+    return MakeJsonReply({{"points", CPntChoice(request, served).Mark().summary.nNumPnts}});
+}
+
+} // namespace zorcld

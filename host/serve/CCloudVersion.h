@@ -1,0 +1,50 @@
+#ifndef HOST_SERVE_CCLOUDVERSION_H
+#define HOST_SERVE_CCLOUDVERSION_H
+
+#include <host/files/CFileColors.h>
+#include <zor4data/CPntArrays.h>
+#include <zor4data/CPntCld.h>
+#include <zor4data/CRootCube.h>
+
+#include <cstdint>
+#include <string>
+
+namespace zorcld
+{
+
+/// A cloud that is shown, which nothing changes any more: many threads ask it at once.
+class CCloudVersion
+{
+public:
+    /// @param sName     what of the file it is: "all", "ground".
+    /// @param nVersion  as it stands in the paths of tiles.
+    CCloudVersion(const CPntCld& cloud, std::string sName, std::int64_t nVersion);
+
+    const CPntCld& GetCloud() const { return m_cloud; }
+    const std::string& GetName() const { return m_sName; }
+    std::int64_t GetVersion() const { return m_nVersion; }
+    const CPntArrays& GetArrays() const { return m_arrays; }
+
+    /// Of edge 0 and at 0 where the cloud has no octree.
+    const CRootCube& GetRoot() const { return m_root; }
+
+    /// The deepest level: its tiles hold every point.
+    int GetNumLevels() const { return m_nNumLevels; }
+
+    /// The spacing to which tiles of a level are thinned, coordinate units.
+    double CalcLod(int nLevel) const;
+
+private:
+    int CalcNumLevels() const;
+
+    CPntCld m_cloud;
+    std::string m_sName;
+    std::int64_t m_nVersion;
+    CPntArrays m_arrays;
+    CRootCube m_root{};
+    int m_nNumLevels = 0;
+};
+
+} // namespace zorcld
+
+#endif

@@ -1,0 +1,78 @@
+#ifndef HOST_SERVE_CJOBS_H
+#define HOST_SERVE_CJOBS_H
+
+#include <nlohmann/json.hpp>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+
+namespace zorcld
+{
+
+/// What takes long: one job at a time, on a thread of its own. Whoever asks gets an answer at once: how far
+/// the job is, and what came out of it.
+class CJobs
+{
+public:
+    using TJson = nlohmann::ordered_json;
+
+    /// Tells how far a job is; throws where nobody wants it any more.
+    using TTell = std::function<void(const std::string& sDoing, int nPercent)>;
+
+    /// Does the work of a job. @return what came out, an object.
+    using TWork = std::function<TJson(const TTell& tell)>;
+
+    CJobs() = default;
+
+    /// Stops a job that is running, and waits for it.
+    ~CJobs();
+    CJobs(const CJobs&) = delete;
+    CJobs& operator=(const CJobs&) = delete;
+
+    /// Starts a job, unless it is running or has been done: then tells that.
+    /// @param sResource  only the last result of each is kept.
+    /// @param sWish      what exactly is asked for: two jobs of one wish are the same.
+    /// @throws CRefusal where another one is running.
+    TJson Ask(const std::string& sResource, const std::string& sWish, TWork work);
+
+    /// Stops the resource's job if it is running. It may take a while to notice.
+    TJson Cancel(const std::string& sResource);
+
+    /// Stops whatever is running.
+    void StopAll();
+
+private:
+    struct CJob
+    {
+        std::string sResource;
+        std::string sWish;
+        std::string sDoing;
+        int nPercent = 0;
+        bool bStop = false;
+        bool bRunning = true;
+    };
+
+    struct CResult
+    {
+        std::string sWish;
+        TJson json;
+        bool bFailed = false;
+    };
+
+    void Run(const std::shared_ptr<CJob>& pJob, const TWork& work);
+    void Tell(CJob& job, const std::string& sDoing, int nPercent);
+    void Finish(CJob& job, CResult result);
+
+    std::mutex m_mutex; // for all that follows but the thread
+    std::shared_ptr<CJob> m_pJob;
+    std::map<std::string, CResult> m_mapResults; // by resource
+    std::thread m_thread;
+};
+
+} // namespace zorcld
+
+#endif

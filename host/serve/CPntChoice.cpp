@@ -1,0 +1,99 @@
+#include <host/serve/CPntChoice.h>
+
+#include <host/output/CFailure.h>
+#include <host/query/ParseNumbers.h>
+#include <host/serve/CRefusal.h>
+#include <host/serve/CRequest.h>
+#include <host/serve/RequestNumbers.h>
+#include <zor4data/FindPntsInPolygons.h>
+
+#include <algorithm>
+
+namespace zorcld
+{
+
+namespace
+{
+
+using zor::geom::TMultiPartPolygon;
+
+TVersion FindVersion(const CRequest& request, const CServed& served)
+{
+    if (request.FindParam("version") == nullptr)
+        return served.GetFirst();
+    const double dVersion = GetNumber(request, "version");
+    TVersion pVersion = dVersion >= 0.0 && dVersion < 1e15
+                            ? served.FindVersion(static_cast<std::int64_t>(dVersion))
+                            : nullptr;
+    if (pVersion == nullptr)
+        throw CRefusal(404, "there is no such version of the cloud");
+    return pVersion;
+}
+
+CQuery ParsePlanes(const CRequest& request)
+{
+    CQueryOptions options;
+    for (const auto& [sName, sValue] : request.vecParams)
+    {
+        if (sName == "clip")
+            options.vecClips.push_back(sValue);
+        if (sName == "box")
+            options.sBox = sValue;
+    }
+    return ParseQuery(options);
+}
+
+/// x,y,x,y,... of at least three corners.
+TMultiPartPolygon ParsePolygon(const std::string& sText)
+{
+    const auto nCount = static_cast<std::size_t>(std::count(sText.begin(), sText.end(), ',')) + 1;
+    if (nCount < 6 || nCount % 2 != 0)
+        throw CUsageError("polygon: these are not x and y of at least three corners");
+    const std::vector<double> vecNumbers = ParseNumbers(sText, ',', nCount, "polygon");
+    TMultiPartPolygon polygon;
+    for (std::size_t i = 0; i < nCount; i += 2)
+        polygon.outer.emplace_back(vecNumbers[i], vecNumbers[i + 1]);
+    return polygon;
+}
+
+} // namespace
+
+CPntChoice::CPntChoice(const CRequest& request, const CServed& served)
+    : m_served(served), m_pVersion(FindVersion(request, served)), m_query(ParsePlanes(request)),
+      m_bOutside(GetNumberOr(request, "outside", 0.0) != 0.0)
+{
+    for (const auto& [sName, sValue] : request.vecParams)
+        if (sName == "polygon")
+            m_vecPolygons.push_back(ParsePolygon(sValue));
+}
+
+CMarkedPnts CPntChoice::Mark() const
+{
+    if (m_vecPolygons.empty() && !m_bOutside)
+        return MarkOf([this](const CPntCld& cloud, IPntCldListener& listener)
+                      { RunQuery(cloud, m_query, listener); });
+    return MarkOf([this](const CPntCld& cloud, IPntCldListener& listener)
+                  { FindPntsInPolygons(cloud, &listener, m_vecPolygons, m_bOutside, c_nBatch); });
+}
+
+CMarkedPnts CPntChoice::MarkOf(const TQuery& query) const
+{
+    const CPntCld& cloud = m_pVersion->GetCloud();
+    CMarkedPnts marked;
+    marked.pVersion = m_pVersion;
+    marked.vecMarks.resize(static_cast<std::size_t>(m_pVersion->GetArrays().nNumPnts));
+    marked.summary.bColor = cloud.IsWithColor();
+    const auto mark = [&](const CCldCadPnt& pnt)
+    {
+        if (!m_query.IsInside(pnt.m_pnt))
+            return;
+        marked.vecMarks[static_cast<std::size_t>(pnt.m_nIndex)] = true;
+        marked.summary.Add(pnt.m_pnt);
+    };
+    CEachPnt<decltype(mark)> listener(mark);
+    const auto lock = m_served.LockSelection();
+    query(cloud, listener);
+    return marked;
+}
+
+} // namespace zorcld

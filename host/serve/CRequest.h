@@ -1,0 +1,40 @@
+#ifndef HOST_SERVE_CREQUEST_H
+#define HOST_SERVE_CREQUEST_H
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace zorcld
+{
+
+/// What a client asks for, taken apart; nothing of it is to be trusted.
+struct CRequest
+{
+    /// @return the value of a parameter, null where it is not given.
+    const std::string* FindParam(std::string_view sName) const
+    {
+        for (const auto& [sKey, sValue] : vecParams)
+            if (sKey == sName)
+                return &sValue;
+        return nullptr;
+    }
+
+    std::string sMethod;
+    std::string sPath;                                          ///< decoded, begins with a slash
+    std::vector<std::pair<std::string, std::string>> vecParams; ///< decoded, in their order
+    std::string sHost;
+    std::string sOrigin; ///< empty: not given
+    std::string sCookie;
+    std::string sIfNoneMatch;
+};
+
+/// Takes the target of a request line apart: path and parameters behind a question mark.
+/// @return false where it does not begin with a slash, or holds an escape that is none or stands for a byte
+///         below a blank.
+bool ParseTarget(std::string_view sTarget, CRequest& request);
+
+} // namespace zorcld
+
+#endif

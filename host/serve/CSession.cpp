@@ -1,0 +1,211 @@
+#include <host/serve/CSession.h>
+
+#include <boost/asio/dispatch.hpp>
+#include <boost/asio/post.hpp>
+#include <boost/asio/write.hpp>
+#include <boost/beast/http/read.hpp>
+
+#include <new>
+#include <utility>
+
+namespace zorcld
+{
+
+namespace
+{
+
+namespace asio = boost::asio;
+namespace beast = boost::beast;
+namespace http = boost::beast::http;
+
+constexpr std::size_t c_nMaxHead = 8192;
+
+std::string TextFrom(beast::string_view sText)
+{
+    return {sText.data(), sText.size()};
+}
+
+bool IsTooLarge(beast::error_code error)
+{
+    return error == http::error::header_limit || error == http::error::body_limit ||
+           error == http::error::buffer_overflow || error == http::error::unexpected_body;
+}
+
+/// Is it the request that is wrong, not the connection?
+bool IsOfRequest(beast::error_code error)
+{
+    return error.category() == http::make_error_code(http::error::bad_method).category() &&
+           error != http::error::end_of_stream;
+}
+
+/// A reply for which there is no memory is one that takes none.
+CReply AnswerAnyway(const CHttpCallbacks& callbacks, const CRequest& request)
+{
+    try
+    {
+        return callbacks.answer(request);
+    }
+    catch (const std::bad_alloc&)
+    {
+        CReply reply;
+        reply.nStatus = 503;
+        reply.sType = "text/plain";
+        reply.sBody = "no memory\n";
+        return reply;
+    }
+}
+
+} // namespace
+
+CSession::CSession(asio::ip::tcp::socket&& socket, CSessionShare& share)
+    : m_stream(std::move(socket)), m_share(share), m_buffer(2 * c_nMaxHead)
+{
+    ++m_share.nNumClients;
+}
+
+CSession::~CSession()
+{
+    --m_share.nNumClients;
+}
+
+void CSession::Run()
+{
+    beast::error_code error;
+    m_stream.socket().set_option(asio::ip::tcp::no_delay(true), error); // slower without, and no worse
+    asio::dispatch(m_stream.get_executor(),
+                   [pSelf = shared_from_this()]
+                   {
+                       if (pSelf->m_share.nNumClients > pSelf->m_share.options.nMaxClients)
+                           pSelf->Refuse(503, "too many connections");
+                       else
+                           pSelf->Read();
+                   });
+}
+
+void CSession::Read()
+{
+    m_parser.emplace();
+    m_parser->header_limit(c_nMaxHead);
+    m_parser->body_limit(std::uint64_t{0});
+    m_stream.expires_after(m_share.options.timeRequest);
+    http::async_read(m_stream, m_buffer, *m_parser,
+                     [pSelf = shared_from_this()](beast::error_code error, std::size_t)
+                     { pSelf->OnRead(error); });
+}
+
+void CSession::OnRead(beast::error_code error)
+{
+    if (IsTooLarge(error))
+        return Refuse(413, "a request has at most 8 KiB and no body");
+    if (IsOfRequest(error))
+        return Refuse(400, "this is no request of HTTP");
+    if (error)
+        return; // the client has gone or is too slow
+    CRequest request = TakeRequest();
+    if (m_parser->get().count(http::field::host) > 1 ||
+        !ParseTarget({m_parser->get().target().data(), m_parser->get().target().size()}, request))
+        return Refuse(400, "the request's target or host is none");
+    m_bKeepAlive = m_parser->get().keep_alive();
+    m_stream.expires_never();
+    if (m_share.callbacks.isSlow(request))
+        AnswerSlowly(std::move(request));
+    else
+        Send(AnswerAnyway(m_share.callbacks, request));
+}
+
+CRequest CSession::TakeRequest() const
+{
+    const auto& message = m_parser->get();
+    CRequest request;
+    request.sMethod = TextFrom(message.method_string());
+    request.sHost = TextFrom(message[http::field::host]);
+    request.sOrigin = TextFrom(message[http::field::origin]);
+    request.sCookie = TextFrom(message[http::field::cookie]);
+    request.sIfNoneMatch = TextFrom(message[http::field::if_none_match]);
+    return request;
+}
+
+void CSession::AnswerSlowly(CRequest request)
+{
+    asio::post(m_share.slowLane,
+               [pSelf = shared_from_this(), request = std::move(request)]
+               {
+                   CReply reply = AnswerAnyway(pSelf->m_share.callbacks, request);
+                   asio::post(pSelf->m_stream.get_executor(),
+                              [pSelf, reply = std::move(reply)]() mutable { pSelf->Send(std::move(reply)); });
+               });
+}
+
+void CSession::Refuse(int nStatus, const char* pLine)
+{
+    m_bKeepAlive = false;
+    Send(MakeLineReply(nStatus, pLine));
+}
+
+void CSession::Send(CReply reply)
+{
+    m_reply = std::move(reply);
+    m_eBody = FindBody(m_reply, m_parser && m_parser->is_header_done() && m_parser->get().version() < 11);
+    m_bKeepAlive = m_bKeepAlive && m_eBody != enumBody::ToTheEnd;
+    m_sHead = FormatHead(m_reply, m_eBody, m_bKeepAlive);
+    m_stream.expires_after(m_share.options.timePiece);
+    asio::async_write(m_stream,
+                      std::array{asio::const_buffer(m_sHead.data(), m_sHead.size()),
+                                 asio::const_buffer(m_reply.sBody.data(), m_reply.sBody.size())},
+                      [pSelf = shared_from_this()](beast::error_code error, std::size_t)
+                      { pSelf->OnSent(error); });
+}
+
+void CSession::OnSent(beast::error_code error)
+{
+    if (error)
+        return;
+    if (m_reply.pPieces != nullptr)
+        return SendNextPiece();
+    m_reply = {};
+    if (m_bKeepAlive)
+        Read();
+    else
+        Linger();
+}
+
+void CSession::SendNextPiece()
+{
+    if (m_reply.pPieces->MakeNext(m_sPiece))
+    {
+        if (m_eBody == enumBody::Chunked)
+            m_sPiece = FormatChunk(m_sPiece);
+    }
+    else
+    {
+        m_reply.pPieces = nullptr;
+        m_sPiece = m_eBody == enumBody::Chunked ? "0\r\n\r\n" : "";
+    }
+    m_stream.expires_after(m_share.options.timePiece);
+    asio::async_write(m_stream, asio::buffer(m_sPiece),
+                      [pSelf = shared_from_this()](beast::error_code error, std::size_t)
+                      { pSelf->OnSent(error); });
+}
+
+/// Waits a little for the client to close: a connection closed while something unread has arrived would take
+/// the reply away with it.
+void CSession::Linger()
+{
+    constexpr int c_nMaxRests = 64;
+    if (m_nNumRests == 0)
+    {
+        beast::error_code error;
+        m_stream.socket().shutdown(asio::ip::tcp::socket::shutdown_send, error);
+        m_stream.expires_after(std::chrono::seconds(2));
+    }
+    if (m_nNumRests++ == c_nMaxRests)
+        return;
+    m_stream.async_read_some(asio::buffer(m_acRest),
+                             [pSelf = shared_from_this()](beast::error_code error, std::size_t)
+                             {
+                                 if (!error)
+                                     pSelf->Linger();
+                             });
+}
+
+} // namespace zorcld

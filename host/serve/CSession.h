@@ -1,0 +1,71 @@
+#ifndef HOST_SERVE_CSESSION_H
+#define HOST_SERVE_CSESSION_H
+
+#include <host/serve/CHttpOptions.h>
+#include <host/serve/FormatHead.h>
+
+#include <boost/asio/thread_pool.hpp>
+#include <boost/beast/core/flat_buffer.hpp>
+#include <boost/beast/core/tcp_stream.hpp>
+#include <boost/beast/http/empty_body.hpp>
+#include <boost/beast/http/parser.hpp>
+
+#include <array>
+#include <atomic>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace zorcld
+{
+
+/// What the connections of a server share; outlives them.
+struct CSessionShare
+{
+    CHttpOptions options;
+    CHttpCallbacks callbacks;
+    boost::asio::thread_pool& slowLane;
+    std::atomic<int> nNumClients{0};
+};
+
+/// One connection: reads a request, answers it, and so on until either side closes it. Holds itself while
+/// anything is under way. Its members run one after the other, on the connection's own strand.
+class CSession : public std::enable_shared_from_this<CSession>
+{
+public:
+    CSession(boost::asio::ip::tcp::socket&& socket, CSessionShare& share);
+    ~CSession();
+    CSession(const CSession&) = delete;
+    CSession& operator=(const CSession&) = delete;
+
+    void Run();
+
+private:
+    using TParser = boost::beast::http::request_parser<boost::beast::http::empty_body>;
+
+    void Read();
+    void OnRead(boost::beast::error_code error);
+    void AnswerSlowly(CRequest request);
+    void Refuse(int nStatus, const char* pLine);
+    void Send(CReply reply);
+    void OnSent(boost::beast::error_code error);
+    void SendNextPiece();
+    void Linger();
+    CRequest TakeRequest() const;
+
+    boost::beast::tcp_stream m_stream;
+    CSessionShare& m_share;
+    boost::beast::flat_buffer m_buffer;
+    std::optional<TParser> m_parser;
+    CReply m_reply;
+    std::string m_sHead;
+    std::string m_sPiece;
+    enumBody m_eBody = enumBody::None;
+    bool m_bKeepAlive = false;
+    std::array<char, 4096> m_acRest{}; // what a client sends to a connection that is given up
+    int m_nNumRests = 0;
+};
+
+} // namespace zorcld
+
+#endif

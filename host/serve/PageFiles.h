@@ -1,0 +1,24 @@
+#ifndef HOST_SERVE_PAGEFILES_H
+#define HOST_SERVE_PAGEFILES_H
+
+#include <cstddef>
+
+namespace zorcld
+{
+
+/// A file of the page, embedded in the program: compressed with gzip.
+struct CPageFile
+{
+    const char* pPath; ///< as it is asked for: "/app.js"; "/" for the page itself
+    const char* pType;
+    const unsigned char* pBytes;
+    std::size_t nSize;
+};
+
+/// Both stand in a source file that the build makes (EmbedPage.cmake).
+extern const CPageFile* const c_pPageFiles;
+extern const std::size_t c_nNumPageFiles;
+
+} // namespace zorcld
+
+#endif

@@ -1,0 +1,29 @@
+#ifndef HOST_SERVE_READATTRIBUTE_H
+#define HOST_SERVE_READATTRIBUTE_H
+
+#include <formats/CLasAttributes.h>
+#include <host/serve/CJobs.h>
+#include <host/serve/CServed.h>
+
+#include <memory>
+#include <string>
+
+namespace zorcld
+{
+
+/// An attribute of all points, and what its colours stand for.
+struct CReadAttribute
+{
+    std::shared_ptr<const CAttribute> pAttribute;
+    CJobs::TJson legend;
+};
+
+/// Reads an attribute from the file of a cloud, whose points it comes to in their order. Meanwhile there is a
+/// second cloud in memory.
+/// @throws CFailure where that cannot be, or the file's points are not the cloud's any more.
+CReadAttribute ReadAttribute(const CServed& served, const CCloudVersion& version, enumLasAttribute eAttribute,
+                             const std::string& sName, const CJobs::TTell& tell);
+
+} // namespace zorcld
+
+#endif

@@ -1,0 +1,23 @@
+#include <host/serve/RequestNumbers.h>
+
+#include <host/query/ParseNumbers.h>
+#include <host/serve/CRefusal.h>
+#include <host/serve/CRequest.h>
+
+namespace zorcld
+{
+
+double GetNumber(const CRequest& request, const std::string& sName)
+{
+    const std::string* const pText = request.FindParam(sName);
+    if (pText == nullptr)
+        throw CRefusal(400, sName + " is missing");
+    return ParseNumbers(*pText, ',', 1, sName).front();
+}
+
+double GetNumberOr(const CRequest& request, const std::string& sName, double dOther)
+{
+    return request.FindParam(sName) == nullptr ? dOther : GetNumber(request, sName);
+}
+
+} // namespace zorcld

@@ -1,0 +1,13 @@
+#ifndef ZOR4DATA_CPNTRUN_H
+#define ZOR4DATA_CPNTRUN_H
+
+#include <cstdint>
+
+/// A run of points of a cloud's array: nFirst .. nFirst + nCount - 1.
+struct CPntRun
+{
+    std::int32_t nFirst = 0;
+    std::int32_t nCount = 0;
+};
+
+#endif

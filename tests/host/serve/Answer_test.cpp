@@ -1,0 +1,217 @@
+// What each resource answers, beside what the library says itself; and who gets no answer.
+
+#include <host/serve/CRequest.h>
+#include <tests/host/serve/support/CTestServer.h>
+#include <zor4data/FindPntsInPolygons.h>
+#include <zor4data/PickPnt.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace
+{
+
+using zor::geom::PNT_2D;
+using zor::geom::PNT_3D;
+using namespace zorcld;
+
+class Answer_case : public ::testing::Test
+{
+public:
+    /// Lines of a text.
+    static std::ptrdiff_t CountLines(const std::string& sText)
+    {
+        return std::count(sText.begin(), sText.end(), '\n');
+    }
+
+    std::unique_ptr<CPntCld> pCloud = MakeShownCloud(MakeHills(60), true);
+    CTestShow show{pCloud.get()};
+};
+
+TEST_F(Answer_case, Info_TellsTheCloud)
+{
+    const auto info = show.GetJson("/api/info");
+    EXPECT_EQ(info["state"], "ready");
+    EXPECT_EQ(info["file"], "hill.ply");
+    EXPECT_EQ(info["points"], 3600);
+    EXPECT_EQ(info["version"], 77);
+    EXPECT_EQ(info["color"], true);
+    CRootCube root{};
+    GetRootCube(*pCloud, root);
+    EXPECT_EQ(info["root"]["x"], root.nX);
+    EXPECT_EQ(info["root"]["edge"], root.nEdge);
+    EXPECT_EQ(info["origin"][1], root.fOrgY);
+}
+
+TEST_F(Answer_case, Pick_IsTheLibrarys)
+{
+    const auto json = show.GetJson("/api/pick?ox=500010&oy=4000010&oz=200&dx=0.01&dy=0.02&dz=-1&tan=0.01");
+    const int nIndex = PickPnt(*pCloud, {500010.0, 4000010.0, 200.0}, {0.01, 0.02, -1.0}, 0.01, {});
+    ASSERT_GE(nIndex, 0);
+    EXPECT_EQ(json["index"], nIndex);
+    PNT_3D pnt;
+    pCloud->GetPnt(nIndex, pnt);
+    EXPECT_EQ(json["x"], pnt.x);
+    EXPECT_EQ(json["z"], pnt.z);
+    EXPECT_EQ(json["color"][0], nIndex & 255);
+    EXPECT_EQ(show.GetJson("/api/point?index=" + std::to_string(nIndex)), json);
+}
+
+TEST_F(Answer_case, Pick_NotBeyondPlanes)
+{
+    const std::string sRay = "/api/pick?ox=500010&oy=4000010&oz=200&dx=0&dy=0&dz=-1&tan=0.01";
+    EXPECT_GE(show.GetJson(sRay)["index"], 0);
+    EXPECT_EQ(show.GetJson(sRay + "&clip=0,0,1,-100")["index"], -1);
+    EXPECT_EQ(show.GetJson(sRay + "&box=0,0,0,1,1,1")["index"], -1);
+}
+
+TEST_F(Answer_case, Nearest_InPlanAndInSpace)
+{
+    EXPECT_EQ(show.GetJson("/api/nearest?x=500005&y=4000007&max=3")["index"],
+              FindNearestPnt2D(*pCloud, PNT_2D(500005.0, 4000007.0), 3.0));
+    EXPECT_EQ(show.GetJson("/api/nearest?x=500005&y=4000007&z=121&max=3")["index"],
+              FindNearestPnt(*pCloud, PNT_3D(500005.0, 4000007.0, 121.0), 3.0));
+    EXPECT_EQ(show.GetJson("/api/nearest?x=0&y=0&max=3")["index"], -1);
+}
+
+TEST_F(Answer_case, Point_OutsideTheArrayIsNone)
+{
+    for (const char* const pIndex : {"3600", "-1", "1e300", "0.5"})
+        EXPECT_EQ(show.GetJson(std::string("/api/point?index=") + pIndex)["index"], -1) << pIndex;
+}
+
+TEST_F(Answer_case, Counts_AreTheLibrarys)
+{
+    EXPECT_EQ(show.GetJson("/api/rect?xmin=500003&ymin=4000003&xmax=500009&ymax=4000011")["points"],
+              pCloud->GetNumPnts2D(500003.0, 4000003.0, 500009.0, 4000011.0));
+    EXPECT_EQ(show.GetJson("/api/count")["points"], 3600);
+    const auto inside = show.GetJson("/api/count?polygon=500002,4000002,500015,4000003,500004,4000017");
+    EXPECT_GT(inside["points"], 0);
+    const auto outside =
+        show.GetJson("/api/count?polygon=500002,4000002,500015,4000003,500004,4000017&outside=1");
+    EXPECT_EQ(inside["points"].get<int>() + outside["points"].get<int>(), 3600);
+    const auto low = show.GetJson("/api/count?box=0,0,0,1e7,1e7,120");
+    const auto high = show.GetJson("/api/count?clip=0,0,-1,120.00001");
+    EXPECT_EQ(low["points"].get<int>() + high["points"].get<int>(), 3600);
+}
+
+TEST_F(Answer_case, Export_HasThePointsChosen)
+{
+    const std::string sChoice = "&polygon=500002,4000002,500015,4000003,500004,4000017";
+    const int nNum = show.GetJson("/api/count?" + sChoice)["points"];
+    const std::string sCsv = show.GetBytes("/api/export?format=csv" + sChoice);
+    EXPECT_EQ(sCsv.substr(0, 20), "x,y,z,red,green,blue");
+    EXPECT_EQ(CountLines(sCsv), nNum + 1);
+    const std::string sPly = show.GetBytes("/api/export?format=ply" + sChoice);
+    EXPECT_NE(sPly.find("element vertex " + std::to_string(nNum) + "\n"), std::string::npos);
+    EXPECT_EQ(sPly.size(), sPly.find("end_header\n") + 11 + static_cast<std::size_t>(nNum) * 15);
+    EXPECT_EQ(show.Ask("/api/export?format=csv").vecHeaders[1].second,
+              "attachment; filename=\"hill-part.csv\"");
+}
+
+TEST_F(Answer_case, Profile_BothLayouts)
+{
+    const std::string sLine = "/api/profile?x1=500002&y1=4000002&x2=500015&y2=4000013&width=2";
+    const std::string sCsv = show.GetBytes(sLine + "&format=csv");
+    const std::string sBytes = show.GetBytes(sLine);
+    std::uint32_t nNum = 0;
+    std::memcpy(&nNum, sBytes.data() + 16, 4);
+    EXPECT_GT(nNum, 50U);
+    EXPECT_EQ(CountLines(sCsv), std::ptrdiff_t{nNum} + 1);
+    ASSERT_EQ(sBytes.size(), 24 + 20 * std::size_t{nNum});
+    double dBase = 0.0;
+    float fHeight = 0.0F;
+    std::int32_t nIndex = 0;
+    std::memcpy(&dBase, sBytes.data() + 8, 8);
+    std::memcpy(&fHeight, sBytes.data() + 28, 4);
+    std::memcpy(&nIndex, sBytes.data() + 36, 4);
+    PNT_3D pnt;
+    pCloud->GetPnt(nIndex, pnt);
+    EXPECT_NEAR(dBase + fHeight, pnt.z, 1e-4);
+    EXPECT_EQ(static_cast<unsigned char>(sBytes[40]), nIndex & 255);
+}
+
+TEST_F(Answer_case, Tile_ForEverUnderItsVersion)
+{
+    const CReply reply = show.Ask("/api/tile/77/0/0/0/0");
+    ASSERT_EQ(reply.vecHeaders[0].first, "ETag");
+    CRequest request;
+    request.sMethod = "GET";
+    request.sHost = "127.0.0.1:4711";
+    request.sIfNoneMatch = reply.vecHeaders[0].second;
+    ParseTarget("/api/tile/77/0/0/0/0?token=" + show.GetGate().GetToken(), request);
+    const CReply again = show.AskRaw(request);
+    EXPECT_EQ(again.nStatus, 304);
+    EXPECT_TRUE(again.sBody.empty());
+    EXPECT_NE(reply.vecHeaders[1].second.find("immutable"), std::string::npos);
+}
+
+TEST_F(Answer_case, Errors_OneLineEach)
+{
+    const std::vector<std::pair<std::string, int>> vecCases = {
+        {"/api/none", 404},
+        {"/none", 404},
+        {"/../etc/passwd", 404},
+        {"/api/tile/78/0/0/0/0", 404},
+        {"/api/tile/77/0/1/0/0", 404},
+        {"/api/tile/77/99/0/0/0", 404},
+        {"/api/tile/77/0/0/0/0?color=class", 404},
+        {"/api/tile/77/0/0/0", 400},
+        {"/api/tile/77/0/0/0/-1", 400},
+        {"/api/tile/77/0/0/0/0/", 400},
+        {"/api/tile/77/0/0/0/99999999999999999999", 400},
+        {"/api/pick", 400},
+        {"/api/pick?ox=1&oy=1&oz=1&dx=1&dy=1&dz=1&tan=nan", 400},
+        {"/api/nearest?x=1&y=2&max=1e999", 400},
+        {"/api/rect?xmin=1&ymin=2&xmax=3", 400},
+        {"/api/count?box=1,2,3", 400},
+        {"/api/count?box=2,0,0,1,1,1", 400},
+        {"/api/count?clip=0,0,0,1", 400},
+        {"/api/count?polygon=1,2,3,4", 400},
+        {"/api/count?version=5", 404},
+        {"/api/export", 400},
+        {"/api/export?format=exe", 400},
+        {"/api/profile?x1=1&y1=1&x2=1&y2=1&width=1", 400},
+        {"/api/profile?x1=1&y1=1&x2=2&y2=1&width=0", 400},
+        {"/api/outline", 400},
+        {"/api/outline?distance=0", 400},
+        {"/api/ground?scale=-1", 400},
+        {"/api/color?by=taste", 400},
+    };
+    for (const auto& [sTarget, nStatus] : vecCases)
+    {
+        const CReply reply = show.Ask(sTarget);
+        EXPECT_EQ(reply.nStatus, nStatus) << sTarget;
+        EXPECT_EQ(CountLines(std::string(reply.sBody)), 1) << sTarget;
+    }
+}
+
+TEST_F(Answer_case, Page_IsEmbeddedAndCompressed)
+{
+    const CReply reply = show.Ask("/");
+    EXPECT_EQ(reply.nStatus, 200);
+    EXPECT_EQ(reply.sType, "text/html; charset=utf-8");
+    ASSERT_GT(reply.sBody.size(), 18U);
+    EXPECT_EQ(reply.sBody.substr(0, 2), "\x1f\x8b");
+    EXPECT_EQ(reply.vecHeaders[2].first, "Set-Cookie");
+}
+
+TEST(Answer, Loading_TellsHowFar)
+{
+    CTestShow show(nullptr);
+    show.GetServed().SetProgress("reading hill.ply", 42);
+    const auto info = show.GetJson("/api/info");
+    EXPECT_EQ(info["state"], "loading");
+    EXPECT_EQ(info["percent"], 42);
+    EXPECT_EQ(info["doing"], "reading hill.ply");
+    EXPECT_EQ(show.Ask("/api/tile/77/0/0/0/0").nStatus, 503);
+    show.GetServed().SetFailed("not a\nPLY file");
+    EXPECT_EQ(show.GetJson("/api/info")["state"], "failed");
+    const CReply reply = show.Ask("/api/count");
+    EXPECT_EQ(reply.nStatus, 503);
+    EXPECT_EQ(Answer_case::CountLines(std::string(reply.sBody)), 1);
+}
+
+} // namespace

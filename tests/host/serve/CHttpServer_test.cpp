@@ -1,0 +1,186 @@
+// The server and its clients: what HTTP asks of it, and the limits that it keeps.
+
+#include <tests/host/serve/support/CHttpClient.h>
+#include <tests/host/serve/support/CTestServer.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <memory>
+#include <thread>
+#include <vector>
+
+namespace
+{
+
+using namespace zorcld;
+
+class CHttpServer_case : public ::testing::Test
+{
+public:
+    std::string Host() const { return "Host: 127.0.0.1:" + std::to_string(server.GetPort()) + "\r\n"; }
+
+    std::unique_ptr<CPntCld> pCloud = MakeShownCloud(MakeHills(100), true);
+    CTestServer server{pCloud.get()};
+};
+
+TEST_F(CHttpServer_case, KeepAlive_ManyRequestsOneConnection)
+{
+    CHttpClient client(server.GetPort());
+    for (int n = 0; n < 20; ++n)
+    {
+        const CHttpReply reply = client.Get(server.WithToken("/api/info"));
+        ASSERT_EQ(reply.nStatus, 200);
+        EXPECT_EQ(reply.FindHeader("connection"), "keep-alive");
+        EXPECT_NE(reply.FindHeader("set-cookie").find("HttpOnly; SameSite=Strict"), std::string::npos);
+        EXPECT_NE(reply.FindHeader("content-security-policy").find("default-src 'self'"), std::string::npos);
+        EXPECT_EQ(reply.FindHeader("access-control-allow-origin"), "");
+    }
+}
+
+TEST_F(CHttpServer_case, Pipelined_AnsweredInOrder)
+{
+    CHttpClient client(server.GetPort());
+    client.Send("GET " + server.WithToken("/api/info") + " HTTP/1.1\r\n" + Host() +
+                "\r\nGET /none HTTP/1.1\r\n" + Host() + "\r\n");
+    EXPECT_EQ(client.Receive().nStatus, 200);
+    EXPECT_EQ(client.Receive().nStatus, 403);
+}
+
+TEST_F(CHttpServer_case, Cookie_LetsInWithoutTheParameter)
+{
+    CHttpClient client(server.GetPort());
+    const std::string sCookie = client.Get(server.WithToken("/")).FindHeader("set-cookie");
+    EXPECT_EQ(client.Get("/api/info", "Cookie: " + sCookie.substr(0, sCookie.find(';')) + "\r\n").nStatus,
+              200);
+    EXPECT_EQ(client.Get("/api/info").nStatus, 403);
+}
+
+TEST_F(CHttpServer_case, TooLarge_Is413)
+{
+    for (const std::string& sRequest :
+         {"GET /" + std::string(9000, 'a') + " HTTP/1.1\r\n" + Host() + "\r\n",
+          "GET / HTTP/1.1\r\n" + Host() + "A: " + std::string(9000, 'b') + "\r\n\r\n",
+          "GET / HTTP/1.1\r\n" + Host() + "Content-Length: 5\r\n\r\nhello",
+          "GET / HTTP/1.1\r\n" + Host() + "Transfer-Encoding: chunked\r\n\r\n5\r\nhello\r\n0\r\n\r\n"})
+    {
+        CHttpClient client(server.GetPort());
+        client.Send(sRequest);
+        const CHttpReply reply = client.Receive();
+        EXPECT_EQ(reply.nStatus, 413) << sRequest.substr(0, 100);
+        EXPECT_TRUE(client.IsClosed(5000));
+    }
+}
+
+TEST_F(CHttpServer_case, NoHttp_Is400)
+{
+    for (const std::string& sRequest :
+         {std::string("hello\r\n\r\n"), std::string("GET\r\n\r\n"), std::string("GET / HTTP/9.9\r\n\r\n"),
+          std::string("\x16\x03\x01\x02\r\n\r\n"), "GET none HTTP/1.1\r\n" + Host() + "\r\n",
+          "GET /%00 HTTP/1.1\r\n" + Host() + "\r\n", "GET / HTTP/1.1\r\n" + Host() + Host() + "\r\n",
+          "GET / HTTP/1.1\r\n" + Host() + "no colon\r\n\r\n"})
+    {
+        CHttpClient client(server.GetPort());
+        client.Send(sRequest);
+        EXPECT_EQ(client.Receive().nStatus, 400) << sRequest;
+        EXPECT_TRUE(client.IsClosed(5000));
+    }
+}
+
+TEST_F(CHttpServer_case, Post_Is405)
+{
+    CHttpClient client(server.GetPort());
+    client.Send("POST " + server.WithToken("/api/info") + " HTTP/1.1\r\n" + Host() + "\r\n");
+    const CHttpReply reply = client.Receive();
+    EXPECT_EQ(reply.nStatus, 405);
+    EXPECT_EQ(reply.FindHeader("allow"), "GET");
+}
+
+TEST_F(CHttpServer_case, Export_ComesInChunks)
+{
+    CHttpClient client(server.GetPort());
+    const CHttpReply reply = client.Get(server.WithToken("/api/export?format=csv"));
+    ASSERT_EQ(reply.nStatus, 200);
+    EXPECT_EQ(reply.FindHeader("transfer-encoding"), "chunked");
+    EXPECT_EQ(std::count(reply.sBody.begin(), reply.sBody.end(), '\n'), 10001);
+    EXPECT_EQ(client.Get(server.WithToken("/api/info")).nStatus, 200); // the connection is good for more
+}
+
+TEST_F(CHttpServer_case, OldClient_GetsTheEndOfTheConnection)
+{
+    CHttpClient client(server.GetPort());
+    client.Send("GET " + server.WithToken("/api/export?format=csv") + " HTTP/1.0\r\n" + Host() + "\r\n");
+    const CHttpReply reply = client.Receive();
+    EXPECT_EQ(reply.nStatus, 200);
+    EXPECT_EQ(reply.FindHeader("transfer-encoding"), "");
+    EXPECT_EQ(std::count(reply.sBody.begin(), reply.sBody.end(), '\n'), 10001);
+}
+
+TEST_F(CHttpServer_case, NotModified_HasNoBody)
+{
+    CHttpClient client(server.GetPort());
+    const CHttpReply reply = client.Get(server.WithToken("/api/tile/77/0/0/0/0"));
+    ASSERT_EQ(reply.nStatus, 200);
+    const std::string sMatch = "If-None-Match: " + reply.FindHeader("etag") + "\r\n";
+    EXPECT_EQ(client.Get(server.WithToken("/api/tile/77/0/0/0/0"), sMatch).nStatus, 304);
+    EXPECT_EQ(client.Get(server.WithToken("/api/info")).nStatus, 200);
+}
+
+TEST(CHttpServer, SlowClients_AreClosed)
+{
+    CHttpOptions options;
+    options.timeRequest = std::chrono::milliseconds(300);
+    CTestServer server(nullptr, options);
+    CHttpClient silent(server.GetPort());
+    CHttpClient half(server.GetPort());
+    half.Send("GET /api/in");
+    EXPECT_TRUE(silent.IsClosed(5000));
+    EXPECT_TRUE(half.IsClosed(5000));
+}
+
+// A client that asks for much and reads nothing.
+TEST(CHttpServer, LazyReaders_AreClosed)
+{
+    CHttpOptions options;
+    options.timePiece = std::chrono::milliseconds(300);
+    const auto pCloud = MakeShownCloud(MakeHills(500), true);
+    CTestServer server(pCloud.get(), options);
+    CHttpClient client(server.GetPort());
+    client.Send("GET " + server.WithToken("/api/export?format=csv") +
+                " HTTP/1.1\r\nHost: 127.0.0.1:" + std::to_string(server.GetPort()) + "\r\n\r\n");
+    std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+    EXPECT_EQ(client.Receive().nStatus, 0); // cut off
+}
+
+TEST(CHttpServer, TooManyConnections_Are503)
+{
+    CHttpOptions options;
+    options.nMaxClients = 8;
+    CTestServer server(nullptr, options);
+    std::vector<std::unique_ptr<CHttpClient>> vecClients;
+    for (int n = 0; n < 8; ++n)
+    {
+        vecClients.push_back(std::make_unique<CHttpClient>(server.GetPort()));
+        ASSERT_EQ(vecClients.back()->Get(server.WithToken("/api/info")).nStatus, 200);
+    }
+    EXPECT_EQ(CHttpClient(server.GetPort()).Get(server.WithToken("/api/info")).nStatus, 503);
+    vecClients.clear();
+    int nStatus = 503;
+    for (int n = 0; n < 100 && nStatus != 200; ++n)
+    {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        nStatus = CHttpClient(server.GetPort()).Get(server.WithToken("/api/info")).nStatus;
+    }
+    EXPECT_EQ(nStatus, 200);
+}
+
+TEST(CHttpServer, PortInUse_IsAFailure)
+{
+    CTestServer server(nullptr);
+    CHttpOptions options;
+    options.nPort = server.GetPort();
+    EXPECT_ANY_THROW(CTestServer(nullptr, options));
+}
+
+} // namespace

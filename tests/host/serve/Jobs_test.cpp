@@ -1,0 +1,155 @@
+// What takes long: started, watched, stopped, one at a time; and what comes out of it is what the program's
+// other commands find.
+
+#include <host/serve/CJobs.h>
+#include <host/serve/CRefusal.h>
+#include <tests/host/serve/support/CTestServer.h>
+#include <tests/support/RealFiles.h>
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <new>
+#include <thread>
+
+namespace
+{
+
+using namespace zorcld;
+using TJson = CJobs::TJson;
+
+/// Work that goes on until it is stopped.
+TJson WorkForEver(const CJobs::TTell& tell)
+{
+    for (;;)
+    {
+        tell("working", 10);
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+
+TJson Finish(CJobs& jobs, const std::string& sResource, const std::string& sWish, const CJobs::TWork& work)
+{
+    for (;;)
+    {
+        TJson json = jobs.Ask(sResource, sWish, work);
+        if (json["state"] != "running")
+            return json;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+
+TEST(Jobs, SameWish_IsTheSameJob)
+{
+    CJobs jobs;
+    std::atomic<int> nRuns{0};
+    const auto work = [&](const CJobs::TTell&) -> TJson { return {{"runs", ++nRuns}}; };
+    EXPECT_EQ(Finish(jobs, "a", "1", work), (TJson{{"state", "done"}, {"runs", 1}}));
+    EXPECT_EQ(Finish(jobs, "a", "1", work)["runs"], 1);
+    EXPECT_EQ(Finish(jobs, "a", "2", work)["runs"], 2);
+    EXPECT_EQ(Finish(jobs, "b", "1", work)["runs"], 3);
+    EXPECT_EQ(Finish(jobs, "a", "2", work)["runs"], 2); // b has a place of its own
+}
+
+TEST(Jobs, OneAtATime)
+{
+    CJobs jobs;
+    EXPECT_EQ(jobs.Ask("a", "1", WorkForEver)["state"], "running");
+    EXPECT_EQ(jobs.Ask("a", "1", WorkForEver)["state"], "running");
+    EXPECT_THROW(jobs.Ask("b", "1", WorkForEver), CRefusal);
+    EXPECT_THROW(jobs.Ask("a", "2", WorkForEver), CRefusal);
+    EXPECT_EQ(jobs.Cancel("b")["state"], "idle"); // not its job
+    EXPECT_EQ(jobs.Ask("a", "1", WorkForEver)["state"], "running");
+    EXPECT_EQ(jobs.Cancel("a")["state"], "idle");
+    const auto done = [](const CJobs::TTell&) -> TJson { return {{"b", 1}}; };
+    for (;;)
+    {
+        try
+        {
+            EXPECT_EQ(Finish(jobs, "b", "1", done)["b"], 1);
+            break;
+        }
+        catch (const CRefusal&) // the other has not noticed yet
+        {
+        }
+    }
+}
+
+TEST(Jobs, Failure_IsToldOnce)
+{
+    CJobs jobs;
+    std::atomic<int> nRuns{0};
+    const auto fail = [&](const CJobs::TTell&) -> TJson
+    {
+        if (++nRuns == 1)
+            throw std::bad_alloc();
+        throw std::runtime_error("no luck");
+    };
+    EXPECT_EQ(Finish(jobs, "a", "1", fail), (TJson{{"state", "failed"}, {"cause", "not enough memory"}}));
+    EXPECT_EQ(Finish(jobs, "a", "1", fail)["cause"], "no luck");
+}
+
+TEST(Jobs, Outline_GoesAroundTheCloud)
+{
+    const auto pCloud = MakeShownCloud(MakeHills(40), true);
+    CTestShow show(pCloud.get());
+    const TJson outline = show.FinishJob("/api/outline?distance=2");
+    ASSERT_EQ(outline["state"], "done");
+    EXPECT_EQ(outline["distance"], 2.0);
+    EXPECT_GE(outline["ring"].size(), 4U);
+    EXPECT_NEAR(outline["area"].get<double>(), 39 * 0.37 * 39 * 0.41, 1.0);
+    EXPECT_EQ(outline["whole"], true);
+    EXPECT_EQ(show.FinishJob("/api/outline?distance=auto")["state"], "done");
+    EXPECT_EQ(show.FinishJob("/api/outline?distance=0.001")["state"], "failed");
+    EXPECT_EQ(show.GetJson("/api/outline?cancel=1")["state"], "idle");
+}
+
+// What is shown stays as it is, and is answered meanwhile.
+TEST(Jobs, Ground_IsAVersionOfItsOwn)
+{
+    for (const char* const pScale : {"1", "0.3048"})
+    {
+        const auto pCloud = MakeShownCloud(MakeHills(60), true);
+        CTestShow show(pCloud.get());
+        const std::string sBefore = show.GetBytes("/api/tile/77/0/0/0/0");
+        const TJson ground = show.FinishJob(std::string("/api/ground?scale=") + pScale);
+        ASSERT_EQ(ground["state"], "done");
+        EXPECT_LT(ground["points"], 3600);
+        EXPECT_GT(ground["points"], 500);
+        EXPECT_EQ(show.GetBytes("/api/tile/77/0/0/0/0"), sBefore);
+        const TJson info = show.GetJson("/api/info");
+        ASSERT_EQ(info["versions"].size(), 2U);
+        EXPECT_EQ(info["points"], 3600);
+        EXPECT_EQ(info["versions"][1]["name"], "ground");
+        const std::string sVersion = std::to_string(ground["version"].get<int>());
+        EXPECT_EQ(show.GetJson("/api/count?version=" + sVersion)["points"], ground["points"]);
+        EXPECT_EQ(show.Ask("/api/tile/" + sVersion + "/0/0/0/0").nStatus, 200);
+        EXPECT_EQ(show.GetJson("/api/count")["points"], 3600);
+    }
+}
+
+TEST(Jobs, Color_EachPointHasItsOwnClass)
+{
+    const std::string sPath = GetRealFile("las/autzen_trim.las");
+    if (!std::filesystem::exists(sPath))
+        GTEST_SKIP() << "no real files here";
+    CPntCld cloud(nullptr);
+    if (!cloud.ReadFromFile(nullptr, PntCldFile_Las, zor::String(sPath)))
+        GTEST_SKIP() << "this build reads no LAS";
+    CTestShow show(&cloud, sPath);
+    EXPECT_EQ(show.Ask("/api/tile/77/0/0/0/0?color=class").nStatus, 404);
+    const TJson colors = show.FinishJob("/api/color?by=class");
+    ASSERT_EQ(colors["state"], "done");
+    int nNumPnts = 0;
+    for (const TJson& swatch : colors["legend"])
+        nNumPnts += swatch["points"].get<int>();
+    EXPECT_EQ(nNumPnts, cloud.GetNumPnts());
+    const std::string sPlain = show.GetBytes("/api/tile/77/0/0/0/0");
+    const std::string sClass = show.GetBytes("/api/tile/77/0/0/0/0?color=class");
+    ASSERT_EQ(sPlain.size(), sClass.size());
+    EXPECT_NE(sPlain, sClass);
+    EXPECT_EQ(show.FinishJob("/api/color?by=intensity")["legend"].size(), 0U);
+}
+
+} // namespace

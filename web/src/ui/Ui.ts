@@ -1,0 +1,154 @@
+import type { App } from '../app/App';
+import type { JobShown } from '../app/Jobs';
+import type { State } from '../app/State';
+import type { OutlineResult, PickedPoint } from '../data/info';
+import { formatCoord, groupDigits } from '../math/numbers';
+import { Cards } from './Cards';
+import { ClipHandles } from './ClipHandles';
+import { showAbout, showHelp } from './dialogs';
+import { DisplayPanel } from './DisplayPanel';
+import { button, h } from './dom';
+import { ProfilePanel } from './ProfilePanel';
+import { commandButton, Rail } from './Rail';
+
+export interface Area {
+    readonly left: number;
+    readonly top: number;
+    readonly right: number;
+    readonly bottom: number;
+}
+
+const narrow = 700; // CSS pixels: below, the tools lie at the bottom
+const toldFor = 6000; // milliseconds
+
+/** All that is around the picture. */
+export class Ui {
+    readonly canvas: HTMLCanvasElement;
+    readonly overlay = h('canvas', { class: 'overlay', attr: { 'aria-hidden': 'true' } });
+    readonly handles: ClipHandles;
+    readonly #rail: Rail;
+    readonly #display: DisplayPanel;
+    readonly #cards: Cards;
+    readonly #profile: ProfilePanel;
+    readonly #drawn = h('p', { class: 'drawn' });
+    readonly #hint = h('p', { class: 'hint', attr: { role: 'status' } });
+    readonly #hovered = h('p', { class: 'hovered' });
+    readonly #job = h('div', { class: 'job panel', attr: { role: 'status' } });
+    readonly #told = h('div', { class: 'told', attr: { role: 'alert' } });
+    readonly #header: HTMLElement;
+
+    constructor(
+        readonly root: HTMLElement,
+        readonly app: App,
+    ) {
+        const label = 'The cloud. Arrow keys turn the view, plus and minus zoom.';
+        this.canvas = h('canvas', { class: 'picture', attr: { tabindex: '0', role: 'application', 'aria-label': label } });
+        this.handles = new ClipHandles(app);
+        this.#rail = new Rail(app);
+        this.#display = new DisplayPanel(app);
+        this.#cards = new Cards(app);
+        this.#profile = new ProfilePanel(app);
+        this.#display.element.hidden = true;
+        this.#job.hidden = true;
+        this.#header = h('header', {}, h('h1', {}, app.info.file), this.#drawn);
+        const buttons = ['screenshot', 'theme', 'display', 'help', 'about'].map((id) => commandButton(app, id, false));
+        const page = h('div', { class: 'page-buttons', attr: { role: 'group', 'aria-label': 'Page' } }, ...buttons);
+        const side = h('div', { class: 'side' }, this.#display.element, this.#job, this.#cards.element);
+        const foot = h('footer', {}, this.#hint, this.#hovered);
+        const stage = h('main', { class: 'stage' }, this.canvas, this.overlay, this.handles.element, foot);
+        root.replaceChildren(stage, this.#header, page, this.#rail.element, side, this.#profile.element, this.#told);
+    }
+
+    update(state: State, before: State): void {
+        document.documentElement.dataset.theme = state.theme;
+        this.#rail.update();
+        this.#display.update(state);
+        const cards: (keyof State)[] = ['marks', 'polygon', 'clip', 'ground', 'outline'];
+        if (cards.some((key) => state[key] !== before[key])) this.updateCards();
+        this.#profile.update();
+        document.body.classList.toggle('with-profile', state.corridor !== null);
+    }
+
+    /** Where nothing covers the picture, CSS pixels. */
+    freeArea(): Area {
+        const { innerWidth: width, innerHeight: height } = window;
+        const profile = this.#profile.element.hidden ? 0 : this.#profile.element.offsetHeight + 8;
+        if (width < narrow) return { left: 0, top: 70, right: width, bottom: height - profile - 92 };
+        const covered = this.#display.element.hidden ? 0 : this.#display.element.offsetWidth;
+        const cards = this.#cards.element.childElementCount > 0 ? this.#cards.element.offsetWidth : 0;
+        const right = width - (covered + cards > 0 ? Math.max(covered, cards) + 12 : 0);
+        return { left: this.#rail.element.offsetWidth + 12, top: 64, right, bottom: height - profile - 8 };
+    }
+
+    updateTool(): void {
+        const { gathering, flying } = this.app;
+        this.#rail.update();
+        this.canvas.classList.toggle('picks', gathering !== null);
+        const hint = flying
+            ? 'W A S D fly, Q and E sink and rise, Shift is faster, drag to look around, Escape ends'
+            : (gathering?.kind.hint(gathering.count) ?? '');
+        this.#hint.replaceChildren(hint);
+        if (gathering?.canFinish) this.#hint.append(button('Done', () => this.app.finishTool(), { class: 'small' }));
+        this.#hint.classList.toggle('shown', hint !== '');
+    }
+
+    showHovered(point: PickedPoint | null): void {
+        this.#hovered.textContent =
+            point === null ? '' : [point.x, point.y, point.z].map(formatCoord).join('  ');
+        this.#hovered.classList.toggle('shown', point !== null);
+    }
+
+    showDrawn(points: number, complete: boolean): void {
+        const { info, state, ground } = this.app;
+        const all = state.ground && ground !== null ? ground.points : info.points;
+        const what = state.ground && ground !== null ? ' of the ground' : '';
+        const text = `${groupDigits(points)} of ${groupDigits(all)} points${what}${complete ? '' : ' …'}`;
+        if (this.#drawn.textContent !== text) this.#drawn.textContent = text;
+    }
+
+    updateCards(): void {
+        this.#cards.update();
+    }
+
+    showOutline(outline: OutlineResult): void {
+        this.updateCards();
+        if (outline.inside < outline.whole) this.tell('The outline is of the largest part of the cloud');
+    }
+
+    showJob(job: JobShown | null): void {
+        this.#job.hidden = job === null;
+        if (job === null) return;
+        const bar = h('progress', { attr: { max: '100', 'aria-label': job.title } });
+        if (job.percent !== null) bar.value = job.percent;
+        const cancel = button('Cancel', job.cancel, { class: 'small' });
+        const line = h('div', { class: 'row' }, bar, cancel);
+        this.#job.replaceChildren(h('h2', {}, job.title), h('p', {}, job.doing), line);
+    }
+
+    tell(text: string): void {
+        const note = h('p', { class: 'panel' }, text);
+        this.#told.append(note);
+        setTimeout(() => note.remove(), toldFor);
+    }
+
+    tellFailure(what: string, error: unknown): void {
+        const cause = error instanceof Error ? error.message : String(error);
+        const text = `${what}: ${cause}`;
+        if (![...this.#told.children].some((note) => note.textContent === text)) this.tell(text);
+    }
+
+    toggleDisplay(): void {
+        const { element } = this.#display;
+        element.hidden = !element.hidden;
+        this.app.redraw();
+        if (!element.hidden) element.querySelector<HTMLElement>('select')?.focus();
+    }
+
+    showHelp(): void {
+        showHelp();
+    }
+
+    showAbout(): Promise<void> {
+        return showAbout(this.app.info, this.app.api);
+    }
+}

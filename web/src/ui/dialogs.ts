@@ -1,0 +1,79 @@
+import { commands, showKey } from '../app/commands';
+import type { Api } from '../data/Api';
+import type { CloudInfo } from '../data/info';
+import { formatCoord, groupDigits } from '../math/numbers';
+import { button, h } from './dom';
+
+function openDialog(title: string, ...content: (Node | string)[]): void {
+    const close = button('Close', () => dialog.close(), { class: 'primary' });
+    const head = h('div', { class: 'dialog-head' }, h('h2', {}, title), close);
+    const dialog = h('dialog', { class: 'panel', attr: { 'aria-label': title } }, head, ...content);
+    dialog.addEventListener('close', () => dialog.remove());
+    dialog.addEventListener('click', (event) => {
+        if (event.target === dialog) dialog.close(); // beside it
+    });
+    document.body.append(dialog);
+    dialog.showModal();
+}
+
+const handling: readonly (readonly [string, string])[] = [
+    ['Drag', 'turn around the point under the pointer; on the map: shift'],
+    ['Right button, or Shift and drag', 'shift'],
+    ['Wheel', 'zoom to the pointer'],
+    ['Double click', 'go there'],
+    ['One finger', 'turn; on the map: shift'],
+    ['Two fingers', 'shift, zoom and turn'],
+    ['W A S D Q E, flying', 'ahead, left, back, right, down, up; with Shift faster; drag to look around'],
+    ['Space, with a tool', 'take the point in the middle'],
+    ['Backspace, with a tool', 'take back the last point'],
+    ['Enter, Escape', 'end a tool; leave it'],
+];
+
+export function showHelp(): void {
+    const lists = ['View', 'Measure', 'Cut and choose', 'Page'].map((group) => {
+        const list = h('dl', { class: 'keys' });
+        for (const { keys, label } of commands.filter((command) => command.group === group && command.keys.length > 0))
+            list.append(h('dt', {}, h('kbd', {}, showKey(keys[0]))), h('dd', {}, label));
+        return h('div', {}, h('h3', {}, group), list);
+    });
+    const hands = h('dl', { class: 'hands' });
+    for (const [what, does] of handling) hands.append(h('dt', {}, what), h('dd', {}, does));
+    openDialog('Keys and mouse', h('div', { class: 'columns' }, ...lists), h('h3', {}, 'Mouse and fingers'), hands);
+}
+
+interface Licence {
+    readonly name: string;
+    readonly version: string;
+    readonly license: string;
+    readonly text: string;
+}
+
+/** The cloud's facts, and the packages that the page is made with. */
+export async function showAbout(info: CloudInfo, api: Api): Promise<void> {
+    const facts = h('dl', { class: 'hands' });
+    for (const [label, value] of describeCloud(info)) facts.append(h('dt', {}, label), h('dd', {}, value));
+    const box = h('div', {});
+    openDialog('About', h('p', {}, 'zorcld serve: a cloud of points, shown from memory. Nothing leaves this machine.'), facts, h('h3', {}, 'Made with'), box);
+    try {
+        for (const each of await api.json<Licence[]>('licences.json'))
+            box.append(h('details', {}, h('summary', {}, `${each.name} ${each.version}, ${each.license}`), h('pre', {}, each.text)));
+    } catch {
+        box.append('The list of licences could not be had.');
+    }
+}
+
+function describeCloud(info: CloudInfo): [string, string][] {
+    const facts: [string, string][] = [
+        ['File', info.file],
+        ['Points', groupDigits(info.points)],
+    ];
+    if (info.announced !== null && info.announced !== info.points)
+        facts.push(['In the file', `${groupDigits(info.announced)}: points stacked at one place in plan are one here`]);
+    if (info.bounds !== null)
+        ['x', 'y', 'z'].forEach((axis, k) =>
+            facts.push([axis, `${formatCoord(info.bounds!.min[k])} to ${formatCoord(info.bounds!.max[k])}`]),
+        );
+    if (info.coordinate_system?.name)
+        facts.push(['Coordinates', [info.coordinate_system.name, info.coordinate_system.code].filter(Boolean).join(', ')]);
+    return facts;
+}
