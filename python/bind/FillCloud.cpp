@@ -61,8 +61,7 @@ bool IsInReach(double dValue, double dOrg)
 }
 
 /// @return the place which the library, that cuts towards the origin, stores in the step nearest to `place`:
-/// what
-///         comes out of a cloud goes into another one of the same origin unchanged.
+///         what comes out of a cloud goes into another one of the same origin unchanged.
 TPlace MoveToStep(const TPlace& place, const TPlace& org)
 {
     constexpr double c_dHalfStep = 0.5 / c_dUnitsPerCoord;
