@@ -8,9 +8,9 @@
 #include <zor4data/FindLodRuns.h>
 #include <zor4data/PickPnt.h>
 
+#include <cstdint>
 #include <functional>
 #include <new>
-#include <utility>
 
 namespace
 {
@@ -83,7 +83,7 @@ TYPED_TEST(Companions_alloc, FindIndices_OneAllocationABatch)
 
 TYPED_TEST(Companions_alloc, FindLodRuns_TakesMemoryForItsRuns)
 {
-    std::int64_t nNumInCube = 0;
+    std::int64_t nNumInCube = 0; // not the runs, whose memory would seem lost
     EXPECT_GT(FailEach(
                   [&]
                   {
