@@ -15,6 +15,7 @@ class IPntIndexListener;
 /// the indices of the points that the query of the class delivers, in the same order, and nothing else. The
 /// colour listener is not called.
 ///
+/// @param cld        asked for its points.
 /// @param pListener  receives the indices; the array it is given is reused after each call. Null: nobody
 /// does.
 /// @param nBatch     indices per OnIndices call, the last may be shorter; below 1 counts as 1.

@@ -82,7 +82,7 @@ WRONG: list[tuple[Callable[[Cloud], Any], type[Exception], str]] = [
     (lambda cloud: cloud.batches("all", 3), TypeError, "Query"),  # type: ignore[arg-type]
     (lambda cloud: cloud.batches(Query.all(), 1.5), TypeError, "integer"),  # type: ignore[arg-type]
     (lambda cloud: cloud.xyz(out=[1]), TypeError, "out"),  # type: ignore[arg-type]
-    (lambda cloud: cloud.clip([[1, 0, 0, 0], [np.nan, 0, 0, 0]]), ValueError, r"planes\[1\]"),
+    (lambda cloud: cloud.clip([[1.0, 0.0, 0.0, 0.0], [np.nan, 0.0, 0.0, 0.0]]), ValueError, r"planes\[1\]"),
     (lambda cloud: cloud.clip([[np.inf, 0, 0, 0]]), ValueError, "finite"),
     (lambda cloud: cloud.pick((0, 0, 0), (0, 0, 1), 0.1, planes=[[0, 0, 0, np.nan]]), ValueError, "finite"),
     (lambda cloud: cloud.ground(progress=3), TypeError, "progress"),  # type: ignore[arg-type]

@@ -9,6 +9,7 @@ import re
 import subprocess
 import sys
 from pathlib import Path
+from typing import Any, Callable
 
 import zor4data
 
@@ -44,7 +45,7 @@ def test_every_public_name_tells_what_it_is() -> None:
 
 
 def test_every_parameter_and_result_is_told() -> None:
-    functions = [zor4data.read, zor4data.from_arrays, zor4data.facts]
+    functions: list[Callable[..., Any]] = [zor4data.read, zor4data.from_arrays, zor4data.facts]
     functions += [value for name, value in inspect.getmembers(zor4data.Cloud, inspect.isfunction) if name[0] != "_"]
     for function in functions:
         text = inspect.getdoc(function) or ""

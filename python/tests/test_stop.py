@@ -92,7 +92,7 @@ def test_progress_rises_from_0_to_100(ply: Path, tmp_path: Path, terrain: Cloud)
     grids = [write_grid(tmp_path / f"{side}.asc", side) for side in (1, 7, 120)]
     runs: list[Callable[[zor4data.Progress], Any]] = [
         lambda progress: zor4data.read(ply, progress=progress),
-        *(lambda progress, grid=grid: zor4data.read(grid, progress=progress) for grid in grids),  # type: ignore[misc]
+        *(lambda progress, grid=grid: zor4data.read(grid, progress=progress) for grid in grids),
         lambda progress: terrain.ground(progress=progress),
         lambda progress: terrain.ground_mask(progress=progress),
         lambda progress: terrain.outline(2.0, progress=progress),

@@ -51,7 +51,9 @@ class Facts:
         return tuple(bounds if field.name == "bounds" else getattr(self, field.name) for field in fields(self))
 
     def __eq__(self, other: object) -> bool:
-        return self._key() == other._key() if isinstance(other, Facts) else NotImplemented
+        if not isinstance(other, Facts):
+            return NotImplemented
+        return self._key() == other._key()
 
     def __hash__(self) -> int:
         return hash(self._key())

@@ -67,7 +67,7 @@ def read(path: PathLike, *, kind: Optional[Kind] = None, progress: Optional[Prog
 
 def _read_xyz(xyz: ArrayLike) -> NDArray[Any]:
     """Coordinates as a C-contiguous N x 3 array of float64 or float32."""
-    if np.ma.is_masked(xyz):
+    if isinstance(xyz, np.ma.MaskedArray) and np.any(xyz.mask):
         raise ValueError("xyz has masked rows: leave them out")
     array = np.asarray(xyz)
     if array.ndim != 2 or array.shape[1] != 3:
