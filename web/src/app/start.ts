@@ -1,7 +1,11 @@
 import { heightRange, type CloudInfo } from '../data/info';
+import type { Proportions } from '../data/Proportions';
 import type { Legend } from '../paint/legend';
 import { greyColor, heightColor } from '../colors/colors';
+import { boxSize } from '../math/Box';
 import { clamp } from '../math/numbers';
+import { boxToDrawn, isStretched } from '../math/stretch';
+import { plainGrain, type Grain } from '../tiles/TileNode';
 import type { App } from './App';
 import { budgets, type ColorBy, type State } from './State';
 import type { TileSource } from './Stage';
@@ -25,6 +29,14 @@ export function firstState(info: CloudInfo, aspect: number): State {
         corridor: null,
         outline: null,
     };
+}
+
+/** How tiles of this cloud are drawn. */
+export function grainOf(info: CloudInfo, { stretch }: Proportions): Grain {
+    if (!isStretched(stretch) || info.bounds === null) return plainGrain;
+    const bounds = boxToDrawn(info.bounds, stretch);
+    const [x, y] = boxSize(bounds);
+    return { stretch, bounds, spacing: Math.sqrt((x * y) / Math.max(1, info.points)) };
 }
 
 /** Ways of colouring that this cloud has. */
