@@ -46,9 +46,9 @@ bool IsUsable(const PNT_3D& pnt)
 bool IsUsable(const CStretchedCone& cone)
 {
     const PNT_3D& stretch = cone.stretch;
-    return IsUsable(cone.from) && IsUsable(cone.direction) && IsUsable(stretch) && cone.dTan >= 0.0
-           && std::isfinite(cone.dTan) && Dot(cone.direction, cone.direction) > 0.0 && stretch.x > 0.0
-           && stretch.y > 0.0 && stretch.z > 0.0;
+    return IsUsable(cone.from) && IsUsable(cone.direction) && IsUsable(stretch) && cone.dTan >= 0.0 &&
+           std::isfinite(cone.dTan) && Dot(cone.direction, cone.direction) > 0.0 && stretch.x > 0.0 &&
+           stretch.y > 0.0 && stretch.z > 0.0;
 }
 
 /// The plane through the ray's beginning, in coordinate units.
@@ -95,9 +95,10 @@ int PickStretched(const CPntCld& cloud, const CStretchedCone& cone, const CQuery
                    const double dAlong = Dot(v, dir);
                    const PNT_3D beside = Cross(v, dir);
                    const double dReach = cone.dTan * dAlong;
-                   const bool bFirst = nBest < 0 || dAlong < dBest || (dAlong == dBest && pnt.m_nIndex < nBest);
-                   if (!(dAlong > 0.0) || Dot(beside, beside) > dReach * dReach || !bFirst
-                       || !query.IsInside(pnt.m_pnt))
+                   const bool bFirst =
+                       nBest < 0 || dAlong < dBest || (dAlong == dBest && pnt.m_nIndex < nBest);
+                   if (!(dAlong > 0.0) || Dot(beside, beside) > dReach * dReach || !bFirst ||
+                       !query.IsInside(pnt.m_pnt))
                        return;
                    nBest = pnt.m_nIndex;
                    dBest = dAlong;

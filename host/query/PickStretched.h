@@ -16,8 +16,8 @@ struct CStretchedCone
     zor::geom::PNT_3D stretch;   ///< what x, y and z are multiplied by; each above 0
 };
 
-/// The same as `PickPnt`, but what is ahead, first and within the cone is judged in stretched coordinates: for
-/// clouds in degrees with heights in metres, whose cones are none in coordinate units.
+/// The same as `PickPnt`, but what is ahead, first and within the cone is judged in stretched coordinates:
+/// for clouds in degrees with heights in metres, whose cones are none in coordinate units.
 ///
 /// @param query  no level of detail; the points that may be found.
 /// @return the point's index; -1: none, as for a direction of length 0, a negative or unusable number.

@@ -31,7 +31,8 @@ public:
         {
             const int nRow = i / c_nSide;
             const int nColumn = i % c_nSide;
-            cloud.AddPnt(8.0 + 0.002 * nColumn, 47.0 + 0.002 * nRow, 400.0 + 90.0 * std::sin(0.3 * nColumn * nRow));
+            cloud.AddPnt(8.0 + 0.002 * nColumn, 47.0 + 0.002 * nRow,
+                         400.0 + 90.0 * std::sin(0.3 * nColumn * nRow));
         }
         cloud.ComputeTree();
     }
@@ -50,7 +51,8 @@ public:
             const PNT_3D v(p.x * cone.stretch.x - cone.from.x, p.y * cone.stretch.y - cone.from.y,
                            p.z * cone.stretch.z - cone.from.z);
             const double dAlong = (v.x * d.x + v.y * d.y + v.z * d.z) / dLength;
-            const double dBeside = std::sqrt(std::max(0.0, v.x * v.x + v.y * v.y + v.z * v.z - dAlong * dAlong));
+            const double dBeside =
+                std::sqrt(std::max(0.0, v.x * v.x + v.y * v.y + v.z * v.z - dAlong * dAlong));
             if (dAlong <= 0.0 || dBeside > cone.dTan * dAlong || (nBest >= 0 && dAlong >= dBest))
                 continue;
             nBest = i;
@@ -71,9 +73,11 @@ TEST_F(PickStretched_case, OfAnyDirection_TheFirstOfAllInTheCone)
     int nFound = 0;
     for (int n = 0; n < 400; ++n)
     {
-        const PNT_3D at(stretch.x * (8.06 + 0.05 * share(random)), stretch.y * (47.06 + 0.05 * share(random)), 400.0);
+        const PNT_3D at(stretch.x * (8.06 + 0.05 * share(random)), stretch.y * (47.06 + 0.05 * share(random)),
+                        400.0);
         const PNT_3D direction(share(random), share(random), -1.0 - share(random));
-        const PNT_3D from(at.x - 9000.0 * direction.x, at.y - 9000.0 * direction.y, at.z - 9000.0 * direction.z);
+        const PNT_3D from(at.x - 9000.0 * direction.x, at.y - 9000.0 * direction.y,
+                          at.z - 9000.0 * direction.z);
         const CStretchedCone cone{from, direction, n % 2 == 0 ? 0.01 : 0.04, stretch};
         const int nIndex = PickStretched(cloud, cone, {});
         EXPECT_EQ(nIndex, FindSlowly(cone));

@@ -69,12 +69,16 @@ TEST_F(Answer_case, Pick_NotBeyondPlanes)
 
 TEST_F(Answer_case, Pick_StretchedIsThatOfTheStretchedRay)
 {
-    const auto json = show.GetJson("/api/pick?ox=1000020&oy=8000020&oz=200&dx=0.02&dy=0.04&dz=-1&tan=0.02&stretch=2,2,1");
+    const auto json =
+        show.GetJson("/api/pick?ox=1000020&oy=8000020&oz=200&dx=0.02&dy=0.04&dz=-1&tan=0.02&stretch=2,2,1");
     ASSERT_GE(json["index"], 0);
     EXPECT_NEAR(json["x"].get<double>(), 500010.5, 3.0);
     EXPECT_NEAR(json["y"].get<double>(), 4000011.5, 3.0);
-    EXPECT_EQ(show.GetJson("/api/pick?ox=1000020&oy=8000020&oz=200&dx=0&dy=0&dz=-1&tan=0.02&stretch=2,2,1&box=0,0,0,1,1,1")["index"],
-              -1);
+    EXPECT_EQ(
+        show.GetJson(
+            "/api/pick?ox=1000020&oy=8000020&oz=200&dx=0&dy=0&dz=-1&tan=0.02&stretch=2,2,1&box=0,0,0,1,1,1")
+            ["index"],
+        -1);
 }
 
 TEST_F(Answer_case, Nearest_InPlanAndInSpace)
