@@ -23,7 +23,7 @@ import { Painter } from './Painter';
 import { Picker } from './Picker';
 import { saveScreenshot } from './saveScreenshot';
 import { Stage } from './Stage';
-import { firstState, grainOf, sourceOf } from './start';
+import { firstState, grainOf, leastWidth, sourceOf } from './start';
 import type { State } from './State';
 
 /** The page with a cloud that is loaded. */
@@ -77,8 +77,9 @@ export class App {
         return boxToDrawn(box, this.proportions.stretch);
     }
 
+    /** Of the picture between the tools and the legend. */
     aspect(): number {
-        return this.stage.width / this.stage.height;
+        return Math.max(1, this.stage.width - 2 * this.ui.freeArea().left) / this.stage.height;
     }
 
     view(): View {
@@ -286,7 +287,7 @@ export class App {
         const stays = name !== 'profile' && name !== 'polygon';
         this.gathering = stays ? new Gathering(gathering.kind) : null;
         if (name === 'profile') {
-            this.change({ corridor: makeCorridor(places[0], places[1], this.proportions.stretch) });
+            this.change({ corridor: makeCorridor(places[0], places[1], this.proportions.stretch, leastWidth(this)) });
         } else if (name === 'polygon') this.change({ polygon: places });
         else this.change({ marks: [...this.state.marks, { kind: name, places, indices }] });
         this.ui.updateTool();

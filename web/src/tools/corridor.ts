@@ -14,11 +14,15 @@ export function scalesOf(from: Vec3, to: Vec3, stretch: Stretch): { along: numbe
     };
 }
 
-/** A corridor along a line, a round fiftieth of it wide. */
-export function makeCorridor(from: Vec3, to: Vec3, stretch: Stretch): Corridor {
+/**
+ * A corridor along a line, a round fiftieth of it wide, or what lets some points into it.
+ *
+ * @param least  as drawn.
+ */
+export function makeCorridor(from: Vec3, to: Vec3, stretch: Stretch, least = 1e-3): Corridor {
     const { along, across } = scalesOf(from, to, stretch);
-    const width = (along * Math.hypot(to[0] - from[0], to[1] - from[1])) / 50;
-    return { from, to, width: Math.max(1e-3, Number(width.toPrecision(2))) / across };
+    const width = Math.max(least, (along * Math.hypot(to[0] - from[0], to[1] - from[1])) / 50);
+    return { from, to, width: Number(width.toPrecision(2)) / across };
 }
 
 /** The corridor's width as drawn, in which it is shown and asked for. */

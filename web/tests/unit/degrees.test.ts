@@ -41,6 +41,7 @@ test('Corridor_WidthsAndDistancesAreMetres', () => {
     const corridor = makeCorridor([8, 60, 0], [8.1, 60, 0], degrees.stretch);
     assert.equal(drawnWidth(corridor, degrees.stretch), 110); // of 5566 m
     assert.ok(Math.abs(corridor.width - 110 / 111320) < 1e-12);
+    assert.equal(drawnWidth(makeCorridor([8, 60, 0], [8.1, 60, 0], degrees.stretch, 243), degrees.stretch), 240);
     const floats = new Float32Array([0.05, 7, 0, 0, 0]);
     const parts = { base: 0, count: 1, color: false, ints: new Int32Array(5), bytes: new Uint8Array(20) };
     const profile = stretchProfile({ length: 0.1, floats, ...parts }, corridor, degrees.stretch);
