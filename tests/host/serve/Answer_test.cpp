@@ -78,6 +78,20 @@ TEST_F(Answer_case, Pick_NotBeyondPlanes)
     EXPECT_EQ(show.GetJson(sRay + "&box=0,0,0,1,1,1")["index"], -1);
 }
 
+TEST_F(Answer_case, Pick_StretchedIsThatOfTheStretchedRay)
+{
+    const auto json =
+        show.GetJson("/api/pick?ox=1000020&oy=8000020&oz=200&dx=0.02&dy=0.04&dz=-1&tan=0.02&stretch=2,2,1");
+    ASSERT_GE(json["index"], 0);
+    EXPECT_NEAR(json["x"].get<double>(), 500010.5, 3.0);
+    EXPECT_NEAR(json["y"].get<double>(), 4000011.5, 3.0);
+    EXPECT_EQ(
+        show.GetJson(
+            "/api/pick?ox=1000020&oy=8000020&oz=200&dx=0&dy=0&dz=-1&tan=0.02&stretch=2,2,1&box=0,0,0,1,1,1")
+            ["index"],
+        -1);
+}
+
 TEST_F(Answer_case, Nearest_InPlanAndInSpace)
 {
     EXPECT_EQ(show.GetJson("/api/nearest?x=500005&y=4000007&max=3")["index"],
@@ -188,6 +202,8 @@ TEST_F(Answer_case, Errors_OneLineEach)
         {"/api/tile/77/0/0/0/99999999999999999999", 400},
         {"/api/pick", 400},
         {"/api/pick?ox=1&oy=1&oz=1&dx=1&dy=1&dz=1&tan=nan", 400},
+        {"/api/pick?ox=1&oy=1&oz=1&dx=1&dy=1&dz=1&tan=1&stretch=1,2", 400},
+        {"/api/pick?ox=1&oy=1&oz=1&dx=1&dy=1&dz=1&tan=1&stretch=1,0,1", 400},
         {"/api/nearest?x=1&y=2&max=1e999", 400},
         {"/api/rect?xmin=1&ymin=2&xmax=3", 400},
         {"/api/count?box=1,2,3", 400},
