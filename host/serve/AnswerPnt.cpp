@@ -55,8 +55,8 @@ PNT_3D ParseStretch(const std::string& sText)
 CReply AnswerPick(const CRequest& request, CServed& served)
 {
     const auto number = [&](const char* pName) { return GetNumber(request, pName); };
-    const PNT_3D from(number("ox"), number("oy"), number("oz"));
-    const PNT_3D direction(number("dx"), number("dy"), number("dz"));
+    const PNT_3D from{number("ox"), number("oy"), number("oz")}; // braces: in this order
+    const PNT_3D direction{number("dx"), number("dy"), number("dz")};
     const double dTan = number("tan");
     const CPntChoice choice(request, served);
     const CPntCld& cloud = choice.GetVersion()->GetCloud();
