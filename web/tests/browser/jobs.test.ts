@@ -1,0 +1,45 @@
+import assert from 'node:assert/strict';
+import { after, before, test } from 'node:test';
+import type { Camera } from '../../src/view/Camera';
+import { hashOf, Served, tidyUp, Window, writeLas, type ClassedPoint } from './support';
+
+// A field of two classes with a house on it, and a hut far off.
+const points: ClassedPoint[] = [];
+for (let i = 0; i < 60; ++i)
+    for (let j = 0; j < 60; ++j) {
+        const isHouse = i >= 20 && i < 28 && j >= 30 && j < 38;
+        points.push({ place: [i, j, isHouse ? 9 : 0], class: isHouse ? 6 : i < 30 ? 2 : 3 });
+    }
+for (let i = 0; i < 8; ++i) for (let j = 0; j < 8; ++j) points.push({ place: [150 + i, j, 0], class: 2 });
+
+const map: Camera = { target: [29.5, 29.5, 0], distance: 80, azimuth: 180, elevation: 90, parallel: true };
+const flat = '&shading=0&theme=dark';
+
+let served: Served;
+let window: Window;
+
+before(async () => {
+    served = await Served.start(writeLas('field.las', points));
+    window = await Window.open();
+});
+after(async () => {
+    await window.close();
+    assert.equal(await served.stop(), 0);
+    tidyUp();
+});
+
+test('Outline_OfTheLargestPartSaysSo', async () => {
+    await window.show(served, hashOf(map, `${flat}&outline=3`));
+    await window.page.waitForSelector('[data-kind=outline]');
+    const told = await window.page.$$eval('.told p', (notes) => notes.map((note) => note.textContent));
+    assert.deepEqual(told, ['The outline is of the largest part of the cloud']);
+});
+
+test('Budget_OfTheLinkTheSliderAndThePageAreTheSame', async () => {
+    await window.show(served, hashOf(map, `${flat}&budget=1000`));
+    await window.page.keyboard.press('k');
+    assert.equal(await window.page.$eval('#budget', (input) => (input as HTMLInputElement).value), '3');
+    assert.match(await window.hash(), /budget=1000(&|$)/);
+});
+
+test('AllOfIt_NoErrorIsLogged', () => assert.deepEqual(window.complaints, []));
