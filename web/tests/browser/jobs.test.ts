@@ -1,7 +1,9 @@
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
+import type { PickedPoint } from '../../src/data/info';
+import type { Vec3 } from '../../src/math/vec3';
 import type { Camera } from '../../src/view/Camera';
-import { hashOf, Served, tidyUp, Window, writeLas, type ClassedPoint } from './support';
+import { hashOf, Served, spotOf, tidyUp, Window, writeLas, type ClassedPoint } from './support';
 
 // A field of two classes with a house on it, and a hut far off.
 const points: ClassedPoint[] = [];
@@ -28,6 +30,12 @@ after(async () => {
     tidyUp();
 });
 
+/** The colour of the picture at a place of the cloud. */
+async function colorAt(place: Vec3): Promise<Vec3> {
+    const { x, y } = spotOf(map, place);
+    return (await window.pixels()).at(x - 0.5, y - 0.5);
+}
+
 test('Outline_OfTheLargestPartSaysSo', async () => {
     await window.show(served, hashOf(map, `${flat}&outline=3`));
     await window.page.waitForSelector('[data-kind=outline]');
@@ -40,6 +48,24 @@ test('Budget_OfTheLinkTheSliderAndThePageAreTheSame', async () => {
     await window.page.keyboard.press('k');
     assert.equal(await window.page.$eval('#budget', (input) => (input as HTMLInputElement).value), '3');
     assert.match(await window.hash(), /budget=1000(&|$)/);
+});
+
+test('Ground_InTheColoursOfClassesWithTheIndicesOfTheFile', async () => {
+    await window.show(served, hashOf(map, `${flat}&color=class`));
+    const whole = [await colorAt([10, 10, 0]), await colorAt([50, 50, 0]), await colorAt([24, 34, 9])];
+    await window.show(served, hashOf(map, `${flat}&color=class&ground=1`));
+    await window.page.waitForFunction(() => document.querySelector('.drawn')?.textContent?.includes('of the ground'));
+    await window.settled();
+    const ground = [await colorAt([10, 10, 0]), await colorAt([50, 50, 0]), await colorAt([24, 34, 9])];
+    assert.deepEqual(ground.slice(0, 2), whole.slice(0, 2));
+    assert.notDeepEqual(ground[2], whole[2]); // the house is gone
+    assert.notDeepEqual(whole[0], whole[1]);
+    await window.page.keyboard.press('i');
+    const { x, y } = spotOf(map, [50, 50, 0]);
+    await window.page.mouse.click(x, y);
+    const mark = (await window.hashWith('mark=point')).get('mark') ?? '';
+    const point = await served.get<PickedPoint>(`api/point?index=${mark.split(':')[1]}`);
+    assert.deepEqual([point.x, point.y, point.z], [50, 50, 0]);
 });
 
 test('AllOfIt_NoErrorIsLogged', () => assert.deepEqual(window.complaints, []));
