@@ -5,14 +5,14 @@ import type { Vec3 } from '../../src/math/vec3';
 import type { Camera } from '../../src/view/Camera';
 import { hashOf, Served, spotOf, tidyUp, Window, writeLas, type ClassedPoint } from './support';
 
-// A field of two classes with a house on it, and a hut far off.
+// A field of two classes with a house on it, and a smaller field far off.
 const points: ClassedPoint[] = [];
 for (let i = 0; i < 60; ++i)
     for (let j = 0; j < 60; ++j) {
         const isHouse = i >= 20 && i < 28 && j >= 30 && j < 38;
         points.push({ place: [i, j, isHouse ? 9 : 0], class: isHouse ? 6 : i < 30 ? 2 : 3 });
     }
-for (let i = 0; i < 8; ++i) for (let j = 0; j < 8; ++j) points.push({ place: [150 + i, j, 0], class: 2 });
+for (let i = 0; i < 25; ++i) for (let j = 0; j < 25; ++j) points.push({ place: [150 + i, j, 0], class: 2 });
 
 const map: Camera = { target: [29.5, 29.5, 0], distance: 80, azimuth: 180, elevation: 90, parallel: true };
 const flat = '&shading=0&theme=dark';
