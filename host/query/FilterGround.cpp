@@ -7,7 +7,9 @@
 #include <host/output/UnitSymbol.h>
 #include <host/query/Query.h>
 #include <zor4data/CPntCld.h>
+#include <zor4data/FindGround.h>
 #include <zor4data/ICldColorListener.h>
+#include <zor4data/KeepPnts.h>
 
 #include <fmt/format.h>
 
@@ -70,7 +72,8 @@ private:
 };
 
 /// @return the places of the ground points, sorted. Points at one place are ground all or none.
-std::vector<TKey> FindGround(const CPntCld& cloud, const CScaledPnts& scaled, IPclProgressListener* pListener)
+std::vector<TKey> FindGroundPlaces(const CPntCld& cloud, const CScaledPnts& scaled,
+                                   IPclProgressListener* pListener)
 {
     CNoColors colors;
     CPntCld metres(&colors);
@@ -105,9 +108,11 @@ bool IsInReach(const CPntCld& cloud, const CGroundScale& scale)
 
 } // namespace
 
-std::vector<int> FindNotGround(const CPntCld& cloud, const CGroundScale& scale, const std::string& sPath,
-                               IPclProgressListener* pListener)
+std::vector<int> FindGroundPnts(const CPntCld& cloud, const CGroundScale& scale, const std::string& sPath,
+                                IPclProgressListener* pListener)
 {
+    if (scale.IsOne())
+        return FindGround(cloud, pListener);
     if (!IsInReach(cloud, scale))
         throw CFailure(sPath, fmt::format("is wider or higher than {} metres", c_nReach));
     std::vector<zor::geom::PNT_3D> vecFirst;
@@ -120,32 +125,25 @@ std::vector<int> FindNotGround(const CPntCld& cloud, const CGroundScale& scale, 
     if (vecFirst.empty())
         return {};
     const CScaledPnts scaled(scale, vecFirst.front());
-    const std::vector<TKey> vecGround = FindGround(cloud, scaled, pListener);
-    std::vector<int> vecOthers;
+    const std::vector<TKey> vecPlaces = FindGroundPlaces(cloud, scaled, pListener);
+    std::vector<int> vecGround;
     ForEachPnt(cloud, CQuery(),
                [&](const CCldCadPnt& pnt)
                {
-                   if (!std::binary_search(vecGround.begin(), vecGround.end(), scaled.KeyFromPnt(pnt.m_pnt)))
-                       vecOthers.push_back(pnt.m_nIndex);
+                   if (std::binary_search(vecPlaces.begin(), vecPlaces.end(), scaled.KeyFromPnt(pnt.m_pnt)))
+                       vecGround.push_back(pnt.m_nIndex);
                });
-    return vecOthers;
-}
-
-void RemovePnts(CPntCld& cloud, const std::vector<int>& vecIndices)
-{
-    cloud.UnSelPnts();
-    for (const int nIndex : vecIndices)
-        cloud.SelPnt(nIndex, false);
-    cloud.DelSelPnts();
+    return vecGround;
 }
 
 void FilterGround(CPntCld& cloud, const CGroundScale& scale, const std::string& sPath,
                   IPclProgressListener* pListener)
 {
     if (scale.IsOne() || cloud.GetNumPnts() == 0)
-        cloud.Morph(pListener);
-    else
-        RemovePnts(cloud, FindNotGround(cloud, scale, sPath, pListener));
+        return cloud.Morph(pListener);
+    const std::vector<int> vecGround = FindGroundPnts(cloud, scale, sPath, pListener);
+    if (vecGround.size() < static_cast<std::size_t>(cloud.GetNumPnts())) // else the order may stay, too
+        KeepPnts(cloud, vecGround);
 }
 
 CGroundScale FindGroundScale(const CCoordSystem& coords, const std::string& sPath)

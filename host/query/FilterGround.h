@@ -31,13 +31,10 @@ struct CGroundScale
 void FilterGround(CPntCld& cloud, const CGroundScale& scale, const std::string& sPath,
                   IPclProgressListener* pListener);
 
-/// The points that are not ground, by index, where a scale is not one: for hosts that remove them themselves.
+/// The points that FilterGround leaves, by index, ascending; the cloud stays as it is.
 /// @throws CFailure as FilterGround.
-std::vector<int> FindNotGround(const CPntCld& cloud, const CGroundScale& scale, const std::string& sPath,
-                               IPclProgressListener* pListener);
-
-/// Removes points by index; what was selected before is not any more, in copies of the cloud neither.
-void RemovePnts(CPntCld& cloud, const std::vector<int>& vecIndices);
+std::vector<int> FindGroundPnts(const CPntCld& cloud, const CGroundScale& scale, const std::string& sPath,
+                                IPclProgressListener* pListener);
 
 /// The scale that a file states; one where it states none.
 /// @throws CFailure for degrees.

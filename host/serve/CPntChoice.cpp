@@ -59,7 +59,7 @@ TMultiPartPolygon ParsePolygon(const std::string& sText)
 } // namespace
 
 CPntChoice::CPntChoice(const CRequest& request, const CServed& served)
-    : m_served(served), m_pVersion(FindVersion(request, served)), m_query(ParsePlanes(request)),
+    : m_pVersion(FindVersion(request, served)), m_query(ParsePlanes(request)),
       m_bOutside(GetNumberOr(request, "outside", 0.0) != 0.0)
 {
     for (const auto& [sName, sValue] : request.vecParams)
@@ -91,7 +91,6 @@ CMarkedPnts CPntChoice::MarkOf(const TQuery& query) const
         marked.summary.Add(pnt.m_pnt);
     };
     CEachPnt<decltype(mark)> listener(mark);
-    const auto lock = m_served.LockSelection();
     query(cloud, listener);
     return marked;
 }

@@ -73,12 +73,14 @@ TVersion CServed::FindVersion(std::int64_t nVersion) const
     return it == m_vecVersions.end() ? nullptr : *it;
 }
 
-TVersion CServed::AddVersion(const CPntCld& cloud, const std::string& sName)
+TVersion CServed::AddVersion(const CPntCld& cloud, const std::string& sName,
+                             std::vector<std::int32_t> vecFileIndices)
 {
     std::unique_lock lock(m_mutex);
     const std::int64_t nVersion = m_nNextVersion++;
     lock.unlock();
-    auto pVersion = std::make_shared<const CCloudVersion>(cloud, sName, nVersion); // takes a while
+    auto pVersion = std::make_shared<const CCloudVersion>(cloud, sName, nVersion,
+                                                          std::move(vecFileIndices)); // takes a while
     lock.lock();
     const auto it = std::find_if(m_vecVersions.begin(), m_vecVersions.end(),
                                  [&](const TVersion& p) { return p->GetName() == sName; });

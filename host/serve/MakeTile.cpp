@@ -109,7 +109,7 @@ CReply MakeTile(const TVersion& pVersion, const CTileAddress& address,
     CLodRuns runs;
     FindLodRuns(version.GetCloud(), version.CalcLod(address.nLevel), address.nLevel, address.nI, address.nJ,
                 address.nK, runs);
-    CTilePnts pnts(version.GetArrays(), std::move(runs.vecRuns), pAttribute);
+    CTilePnts pnts(version, std::move(runs.vecRuns), pAttribute);
     tile.nNumPnts = pnts.GetNumPnts();
     tile.bMore = runs.nNumInCube < 0
                      ? address.nLevel < version.GetNumLevels()

@@ -11,7 +11,7 @@ import { moveFace } from '../../src/tools/moveFace';
 import { findDrawn, fitAxes } from '../../src/tools/paintProfile';
 import { Gathering, toolKinds } from '../../src/tools/tools';
 
-const proportions: Proportions = { stretch: noStretch, note: '', plan: 'm', height: 'm' };
+const proportions: Proportions = { stretch: noStretch, measured: noStretch, note: '', plan: 'm', height: 'm' };
 
 function makeProfile(points: [number, number][], length = 10, base = 100): ArrayBuffer {
     const buffer = new ArrayBuffer(24 + points.length * 4 * profileWords);
