@@ -94,7 +94,7 @@ CReply AnswerTile(const CRequest& request, CServed& served)
     if (HasTag(request.sIfNoneMatch, sTag))
         reply.nStatus = 304;
     else
-        reply = MakeTile(pVersion, address, pAttribute);
+        reply = MakeTile(pVersion, address, pAttribute, served.GetTileBudget());
     reply.vecHeaders.emplace_back("ETag", sTag);
     reply.vecHeaders.emplace_back("Cache-Control", "private, max-age=31536000, immutable");
     return reply;

@@ -13,11 +13,12 @@ namespace
 {
 
 constexpr int c_nMaxStreams = 4;
+constexpr std::int64_t c_nTileBytes = std::int64_t{24} << 20; // seven of the largest that are made at once
 
 } // namespace
 
 CServed::CServed(const CInputOptions& input, std::int64_t nFirstVersion, std::int64_t nBudget)
-    : m_input(input), m_nBudget(nBudget), m_nNextVersion(nFirstVersion)
+    : m_input(input), m_nBudget(nBudget), m_tileBudget(c_nTileBytes), m_nNextVersion(nFirstVersion)
 {
 }
 

@@ -4,6 +4,7 @@
 #include <formats/CCoordSystem.h>
 #include <host/files/CInputOptions.h>
 #include <host/serve/CAttribute.h>
+#include <host/serve/CByteBudget.h>
 #include <host/serve/CCloudVersion.h>
 #include <host/serve/CJobs.h>
 
@@ -84,6 +85,9 @@ public:
 
     CJobs& GetJobs() { return m_jobs; }
 
+    /// Of the bytes that all tiles under way have together.
+    const CByteBudget& GetTileBudget() const { return m_tileBudget; }
+
     /// To be held by a reply that keeps marks of all points while it is sent.
     /// @throws CRefusal where too many do.
     std::shared_ptr<void> TakeStream();
@@ -92,6 +96,7 @@ private:
     const CInputOptions m_input;
     const std::int64_t m_nBudget;
     CFileFactsOf m_facts; // not changed any more once ready
+    const CByteBudget m_tileBudget;
     const std::shared_ptr<std::atomic<int>> m_pNumStreams = std::make_shared<std::atomic<int>>(0);
     mutable std::mutex m_mutex; // for what follows but the jobs
     std::int64_t m_nNextVersion;

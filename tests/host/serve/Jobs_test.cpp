@@ -67,16 +67,93 @@ TEST(Jobs, OneAtATime)
     EXPECT_EQ(jobs.Ask("a", "1", WorkForEver)["state"], "running");
     EXPECT_EQ(jobs.Cancel("a")["state"], "idle");
     const auto done = [](const CJobs::TTell&) -> TJson { return {{"b", 1}}; };
-    for (;;)
+    EXPECT_EQ(Finish(jobs, "b", "1", done)["b"], 1);
+}
+
+/// A job that does not notice that it is stopped until it is told to go on.
+class CDeafWork
+{
+public:
+    CJobs::TWork Get()
     {
-        try
+        return [this](const CJobs::TTell& tell) -> TJson
         {
-            EXPECT_EQ(Finish(jobs, "b", "1", done)["b"], 1);
-            break;
-        }
-        catch (const CRefusal&) // the other has not noticed yet
-        {
-        }
+            ++nNumRuns;
+            while (!bGoOn)
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            tell("noticing", 50);
+            return {{"deaf", true}};
+        };
+    }
+
+    std::atomic<bool> bGoOn{false};
+    std::atomic<int> nNumRuns{0};
+};
+
+// What is asked for while a job is being stopped waits for its end, and is no failure.
+TEST(Jobs, AfterCancel_TheNextWaits)
+{
+    const auto done = [](const CJobs::TTell&) -> TJson { return {{"b", 1}}; };
+    CDeafWork deaf;
+    CJobs jobs;
+    jobs.Ask("a", "1", deaf.Get());
+    jobs.Cancel("a");
+    EXPECT_EQ(jobs.Ask("b", "1", done)["state"], "running");
+    EXPECT_EQ(jobs.Ask("b", "1", done)["state"], "running");
+    EXPECT_THROW(jobs.Ask("c", "1", done), CRefusal); // one waits
+    EXPECT_THROW(jobs.Ask("a", "1", done), CRefusal);
+    deaf.bGoOn = true;
+    EXPECT_EQ(Finish(jobs, "b", "1", done)["b"], 1);
+}
+
+TEST(Jobs, AfterCancel_TheSameStartsAnew)
+{
+    CDeafWork deaf;
+    CJobs jobs;
+    jobs.Ask("a", "1", deaf.Get());
+    jobs.Cancel("a");
+    EXPECT_EQ(jobs.Ask("a", "1", deaf.Get())["state"], "running");
+    deaf.bGoOn = true;
+    EXPECT_EQ(Finish(jobs, "a", "1", deaf.Get())["deaf"], true);
+    EXPECT_EQ(deaf.nNumRuns, 2);
+}
+
+TEST(Jobs, Waiting_CanBeCancelled)
+{
+    std::atomic<int> nRuns{0};
+    const auto work = [&](const CJobs::TTell&) -> TJson { return {{"runs", ++nRuns}}; };
+    CDeafWork deaf;
+    CJobs jobs;
+    jobs.Ask("a", "1", deaf.Get());
+    jobs.Cancel("a");
+    jobs.Ask("b", "1", work);
+    jobs.Cancel("b");
+    EXPECT_EQ(jobs.Ask("c", "1", work)["state"], "running"); // in its place
+    deaf.bGoOn = true;
+    EXPECT_EQ(Finish(jobs, "c", "1", work)["runs"], 1);
+}
+
+// What has been done is told whatever else is running.
+TEST(Jobs, Results_AreToldMeanwhile)
+{
+    const auto done = [](const CJobs::TTell&) -> TJson { return {{"b", 1}}; };
+    CJobs jobs;
+    Finish(jobs, "b", "1", done);
+    jobs.Ask("a", "1", WorkForEver);
+    EXPECT_EQ(jobs.Ask("b", "1", done)["b"], 1);
+}
+
+TEST(Jobs, Color_CancelledWithoutItsName)
+{
+    const auto pCloud = MakeShownCloud(MakeHills(20), true);
+    CTestShow show(pCloud.get());
+    for (const char* const pBy : {"class", "intensity", "return"})
+    {
+        const std::string sJob = std::string("color ") + pBy;
+        EXPECT_EQ(show.GetServed().GetJobs().Ask(sJob, "", WorkForEver)["state"], "running");
+        EXPECT_EQ(show.GetJson("/api/color?cancel=1")["state"], "idle");
+        const auto done = [](const CJobs::TTell&) -> TJson { return {{"b", 1}}; };
+        EXPECT_EQ(Finish(show.GetServed().GetJobs(), "b", pBy, done)["b"], 1); // would be refused
     }
 }
 
