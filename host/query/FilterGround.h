@@ -1,6 +1,8 @@
 #ifndef HOST_QUERY_FILTERGROUND_H
 #define HOST_QUERY_FILTERGROUND_H
 
+#include <zor4data/CGroundScale.h>
+
 #include <string>
 #include <vector>
 
@@ -14,15 +16,6 @@ namespace zorcld
 /// The sizes that the library's ground filter goes by; they suit metres.
 constexpr double c_dSmallestWindow = 3.0;
 constexpr double c_dLargestWindow = 33.0;
-
-/// How many metres the filter is to take a coordinate unit for.
-struct CGroundScale
-{
-    double dPlan = 1.0;   ///< of x and y
-    double dHeight = 1.0; ///< of z
-
-    bool IsOne() const { return dPlan == 1.0 && dHeight == 1.0; }
-};
 
 /// Reduces the cloud to its ground points, whose coordinates stay as they are.
 /// @param sPath      the file of the cloud, for the message.

@@ -15,8 +15,7 @@ namespace zorcld
 /// @param part        the smaller cloud.
 /// @param whole       where the points come from, with the same origin.
 /// @param vecIndices  of `whole`, each once, as many as `part` has points, in any order. After that the one
-/// at
-///                    position i is that of point i of `part`.
+///                    at position i is that of point i of `part`.
 ///
 /// Points are told apart by place: of several at one place each may get the index of another. Cost: both are
 /// sorted, with 8 bytes a point of `part`.
