@@ -24,6 +24,7 @@ struct CFileUnits
 
 /// Tells in which units a file states its coordinates to be. Nothing is looked up but the sizes of units.
 ///
+/// @param sPath  the file.
 /// @param eType  the kind to take it for.
 /// @return nothing stated for every kind but LAS and LAZ, and for a file that is not there or would not load.
 ///

@@ -23,6 +23,7 @@ ZOR4DATA_API std::vector<int> FindGround(const CPntCld& cld, IPclProgressListene
 /// Finds the ground points of a cloud whose coordinates are not in metres: a copy of it in metres goes
 /// through the filter.
 ///
+/// @param cld        asked for its points.
 /// @param scale      metres of its units. One: as `FindGround`.
 /// @param pListener  told of the progress; null: no calls.
 /// @param vecGround  receives indices, ascending. Points that share a place in 1/10000 of a metre are ground

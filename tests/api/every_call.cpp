@@ -258,6 +258,7 @@ void UseIndexCompanions()
     Keep<bool (*)(const CPntCld&, const CGroundScale&, IPclProgressListener*, std::vector<int>&)>(
         &FindGround_Scaled);
     Keep<CFileUnits (*)(const String&, enumPntCldFile)>(&FindFileUnits);
+    Keep<bool (CGroundScale::*)() const>(&CGroundScale::IsOne);
     Keep<void (*)(CPntCld&, const std::vector<int>&)>(&KeepPnts);
 }
 
