@@ -74,5 +74,6 @@ export function legendOf(app: App): Legend | null {
     if (state.color === 'file' || colors?.by !== state.color) return null;
     if (colors.by === 'intensity')
         return { kind: 'ramp', title: 'Intensity', min: colors.min ?? 0, max: colors.max ?? 1, color: greyColor };
-    return { kind: 'list', title: colors.by === 'class' ? 'Class' : 'Return', entries: colors.legend };
+    const title = colors.by === 'class' ? 'Class' : 'Return';
+    return { kind: 'list', title, entries: colors.legend, counted: !state.ground };
 }

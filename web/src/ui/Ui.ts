@@ -71,15 +71,19 @@ export class Ui {
         document.body.classList.toggle('with-profile', state.corridor !== null);
     }
 
+    get isNarrow(): boolean {
+        return window.innerWidth < narrow;
+    }
+
     /** Where nothing covers the picture, CSS pixels. */
     freeArea(): Area {
         const { innerWidth: width, innerHeight: height } = window;
         const profile = this.#profile.element.hidden ? 0 : this.#profile.element.offsetHeight + 8;
-        if (width < narrow) return { left: 0, top: 70, right: width, bottom: height - profile - 92 };
+        const below = this.#side.offsetTop + this.#side.offsetHeight;
+        if (this.isNarrow) return { left: 0, top: Math.max(70, below), right: width, bottom: height - profile - 92 };
         const area = { left: this.#rail.element.offsetWidth + 12, top: 64, right: width, bottom: height - profile - 8 };
         const shown = [this.#display.element, this.#job, this.#cards.element].filter((each) => each.offsetHeight > 0);
         if (shown.length === 0) return area;
-        const below = this.#side.offsetTop + this.#side.offsetHeight;
         if (area.bottom - below >= roomBelow) return { ...area, top: below };
         return { ...area, right: width - Math.max(...shown.map((each) => each.offsetWidth)) - 12 };
     }
@@ -138,7 +142,11 @@ export class Ui {
 
     tellFailure(what: string, error: unknown): void {
         const cause = error instanceof Error ? error.message : String(error);
-        const text = `${what}: ${cause}`;
+        this.tellOnce(`${what}: ${cause}`);
+    }
+
+    /** Not again while it still can be read. */
+    tellOnce(text: string): void {
         if (![...this.#told.children].some((note) => note.textContent === text)) this.tell(text);
     }
 

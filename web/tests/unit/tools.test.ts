@@ -47,6 +47,14 @@ test('Gathering_EndsWithItsLastPoint', () => {
     assert.equal(distance.canFinish, false);
 });
 
+test('Gathering_CornersBesideTheCloudAreToldApartByPlace', () => {
+    const polygon = new Gathering(toolKinds.polygon);
+    polygon.add([0, 0, 0], -1);
+    polygon.add([0, 0, 0], -1); // the second click of a double click
+    polygon.add([4, 0, 0], -1);
+    assert.equal(polygon.count, 2);
+});
+
 test('ReadMark_SaysWhatWasMeasured', () => {
     const places = [[0, 0, 0], [3, 4, 12], [3, 0, 12]] as const;
     const read = (kind: (typeof markKinds)[number], count: number) =>
