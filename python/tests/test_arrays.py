@@ -174,6 +174,19 @@ def test_xyz_takes_every_kind_of_index() -> None:
     assert cloud.xyz([]).shape == (0, 3)
 
 
+@pytest.mark.parametrize("colour", [False, True])
+@pytest.mark.parametrize("count", [1, 3, 4, 5, 40_001])
+def test_xyz_of_all_is_that_of_each_to_the_last_bit(colour: bool, count: int) -> None:
+    rng = np.random.default_rng(count)
+    offsets = rng.integers(-(2**31) + 1, 2**31 - 1, (count, 3))
+    rgb = np.full((count, 3), 7, dtype=np.uint8) if colour else None
+    cloud = zor4data.from_arrays(offsets / 10000 + 0.5, rgb, origin=(0.5, 0.5, 0.5))
+    assert (np.sort(cloud.points["x"]) == np.sort(offsets[:, 0])).all()
+    wanted = np.stack([cloud.points[axis] for axis in "xyz"], axis=1) / 10000.0 + cloud.origin
+    assert (cloud.xyz() == wanted).all()
+    assert (cloud.xyz(slice(None)) == wanted).all()
+
+
 def test_xyz_of_no_point_is_an_error() -> None:
     cloud = zor4data.from_arrays(scatter(10, 10))
     for index in (-1, 10, [0, -1], np.int64(2**40), np.uint64(2**64 - 1), np.zeros(9, bool)):

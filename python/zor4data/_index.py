@@ -7,6 +7,8 @@ from typing import Optional, Union
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
+from ._numbers import refuse_masked
+
 IndexArray = Union[NDArray[np.int32], NDArray[np.int64]]
 
 
@@ -23,6 +25,7 @@ def read_index(index: Union[ArrayLike, slice], count: int) -> IndexArray:
     """
     if isinstance(index, slice):
         return np.arange(*index.indices(count), dtype=np.int64)
+    refuse_masked(index, "the index")
     array = np.asarray(index)
     if array.dtype == np.bool_:
         if array.shape != (count,):
@@ -30,6 +33,8 @@ def read_index(index: Union[ArrayLike, slice], count: int) -> IndexArray:
         return np.flatnonzero(array).astype(np.int64, copy=False)
     if array.size == 0:
         return np.empty(array.shape, dtype=np.int64)
+    if array.dtype == np.object_ and all(isinstance(each, int) for each in array.flat):
+        raise IndexError(f"an index is not one of the {count} points: it does not fit into 64 bits")
     if array.dtype.kind not in "iu":
         raise TypeError(f"an index must be of integers or booleans, not of {array.dtype}")
     if array.dtype == np.int32:

@@ -12,7 +12,7 @@ from . import _core
 from ._cloud import Cloud, wrap
 from ._errors import LossWarning, ReadError
 from ._facts import Facts, Kind, PathLike, Progress, bytes_of_path, find_facts, number_of_kind
-from ._numbers import read_progress
+from ._numbers import read_progress, refuse_masked
 
 
 def _error_from(found: Facts) -> ReadError:
@@ -67,8 +67,7 @@ def read(path: PathLike, *, kind: Optional[Kind] = None, progress: Optional[Prog
 
 def _read_xyz(xyz: ArrayLike) -> NDArray[Any]:
     """Coordinates as a C-contiguous N x 3 array of float64 or float32."""
-    if isinstance(xyz, np.ma.MaskedArray) and np.any(xyz.mask):
-        raise ValueError("xyz has masked rows: leave them out")
+    refuse_masked(xyz, "xyz")
     array = np.asarray(xyz)
     if array.ndim != 2 or array.shape[1] != 3:
         raise ValueError(f"xyz must be an N x 3 array, not one of shape {array.shape}")
@@ -79,8 +78,7 @@ def _read_xyz(xyz: ArrayLike) -> NDArray[Any]:
 
 def _read_rgb(rgb: ArrayLike, count: int) -> NDArray[np.uint8]:
     """Colours as a C-contiguous N x 3 array of uint8."""
-    if isinstance(rgb, np.ma.MaskedArray) and np.any(rgb.mask):
-        raise ValueError("rgb has masked rows: leave them out")
+    refuse_masked(rgb, "rgb")
     array = np.asarray(rgb)
     if array.shape != (count, 3):
         raise ValueError(f"rgb must have the shape of xyz, ({count}, 3), not {array.shape}")

@@ -5,12 +5,16 @@ from __future__ import annotations
 import math
 from typing import Any, Callable, Optional
 
+import numpy as np
+
 
 def read_number(value: Any, name: str) -> float:
     """A number as the library takes it."""
     try:
         if not isinstance(value, (str, bytes)):
             return float(value)
+    except OverflowError:
+        raise ValueError(f"{name} is too large for a float64") from None
     except (TypeError, ValueError):
         pass
     raise TypeError(f"{name} must be a number, not {value!r}")
@@ -22,6 +26,12 @@ def read_bound(value: Any, name: str) -> float:
     if math.isnan(number):
         raise ValueError(f"{name} is not a number")
     return number
+
+
+def refuse_masked(array: Any, name: str) -> None:
+    """Refuse what is left out of an array by a mask: as an array without one it would be there."""
+    if isinstance(array, np.ma.MaskedArray) and np.any(array.mask):
+        raise ValueError(f"{name} has masked elements: leave them out")
 
 
 def read_progress(progress: Optional[Callable[[int], object]]) -> Optional[Callable[[int], object]]:

@@ -10,12 +10,13 @@ import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
 from . import _core
-from ._numbers import read_number
+from ._numbers import read_number, refuse_masked
 from ._query import Query, read_planes
 
 
 def _read_places(places: ArrayLike, widths: tuple[int, ...], name: str) -> NDArray[np.float64]:
     """Places as an array whose last dimension has one of the widths."""
+    refuse_masked(places, name)
     array = np.asarray(places, dtype=np.float64)
     if array.ndim == 0 or array.shape[-1] not in widths:
         wanted = " or ".join(map(str, widths))
