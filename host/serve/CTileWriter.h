@@ -106,7 +106,7 @@ public:
         return m_nX | (m_nX - c_nMinStep) | m_nY | (m_nY - c_nMinStep) | m_nZ | (m_nZ - c_nMinStep);
     }
 
-    /// REQUIRES: the steps stop at the ends.
+    /// Any bytes where a step is beyond the ends.
     void Put(const CRgbBytes& color, char* pTo) const
     {
         constexpr std::uint64_t c_nMiddles = 0x800080008000U;
