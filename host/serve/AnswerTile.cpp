@@ -53,6 +53,14 @@ std::shared_ptr<const CAttribute> FindAttribute(const CRequest& request, const C
     return pAttribute;
 }
 
+/// Takes the tile that is kept, or makes it.
+CReply GetTile(const TVersion& pVersion, const CTileAddress& address,
+               const std::shared_ptr<const CAttribute>& pAttribute, const CServed& served)
+{
+    const CReply* const pKept = pAttribute == nullptr ? pVersion->FindUpperTile(address) : nullptr;
+    return pKept != nullptr ? *pKept : MakeTile(pVersion, address, pAttribute, served.GetTileBudget());
+}
+
 /// Does If-None-Match hold a tag? It is a list, whose tags may be marked as weak, or a star for any.
 bool HasTag(std::string_view sTags, std::string_view sTag)
 {
@@ -94,7 +102,7 @@ CReply AnswerTile(const CRequest& request, CServed& served)
     if (HasTag(request.sIfNoneMatch, sTag))
         reply.nStatus = 304;
     else
-        reply = MakeTile(pVersion, address, pAttribute, served.GetTileBudget());
+        reply = GetTile(pVersion, address, pAttribute, served);
     reply.vecHeaders.emplace_back("ETag", sTag);
     reply.vecHeaders.emplace_back("Cache-Control", "private, max-age=31536000, immutable");
     return reply;

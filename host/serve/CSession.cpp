@@ -5,6 +5,8 @@
 #include <boost/asio/write.hpp>
 #include <boost/beast/http/read.hpp>
 
+#include <cstddef>
+#include <limits>
 #include <new>
 #include <utility>
 
@@ -36,6 +38,13 @@ bool IsOfRequest(beast::error_code error)
 {
     return error.category() == http::make_error_code(http::error::bad_method).category() &&
            error != http::error::end_of_stream;
+}
+
+/// All that is left in one go: the library's own condition hands 64 KiB at a time to the system, each with a
+/// timer of its own.
+std::size_t WriteAll(beast::error_code error, std::size_t)
+{
+    return error ? 0 : std::numeric_limits<std::size_t>::max();
 }
 
 /// A reply for which there is no memory is one that takes none.
@@ -161,6 +170,7 @@ void CSession::Send(CReply reply)
     asio::async_write(m_stream,
                       std::array{asio::const_buffer(m_sHead.data(), m_sHead.size()),
                                  asio::const_buffer(m_reply.sBody.data(), m_reply.sBody.size())},
+                      WriteAll,
                       [pSelf = shared_from_this()](beast::error_code error, std::size_t)
                       { pSelf->OnSent(error); });
 }
@@ -192,7 +202,7 @@ void CSession::SendNextPiece()
         m_sPiece = m_eBody == enumBody::Chunked ? "0\r\n\r\n" : "";
     }
     m_stream.expires_after(m_share.options.timePiece);
-    asio::async_write(m_stream, asio::buffer(m_sPiece),
+    asio::async_write(m_stream, asio::buffer(m_sPiece), WriteAll,
                       [pSelf = shared_from_this()](beast::error_code error, std::size_t)
                       { pSelf->OnSent(error); });
 }

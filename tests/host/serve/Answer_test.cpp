@@ -177,8 +177,9 @@ TEST_F(Answer_case, FarOut_StillExact)
 // Where there is no room for a tile as a whole it comes in pieces, which hold less.
 TEST(Answer, Tiles_KeepToTheirBudget)
 {
-    std::vector<PNT_3D> vecPnts; // spread through a cube: nearly all lie in the first tile
-    const auto spread = [](int i, double dStep) { return 100.0 * (i * dStep - std::floor(i * dStep)); };
+    // Spread through a small cube: nearly all lie in a tile of level 2, which is not kept.
+    std::vector<PNT_3D> vecPnts = {{0.0, 0.0, 0.0}, {100.0, 100.0, 100.0}};
+    const auto spread = [](int i, double dStep) { return 6.0 * (i * dStep - std::floor(i * dStep)); };
     for (int i = 0; i < 60000; ++i)
         vecPnts.emplace_back(spread(i, 0.8191725134), spread(i, 0.6710436067), spread(i, 0.5497004779));
     const auto pCloud = MakeShownCloud(vecPnts, true);
@@ -186,7 +187,7 @@ TEST(Answer, Tiles_KeepToTheirBudget)
     const CByteBudget& budget = show.GetServed().GetTileBudget();
     const std::int64_t nAll = budget.GetLeft();
     EXPECT_LE(nAll, std::int64_t{32} << 20);
-    const std::string sTile = "/api/tile/77/0/0/0/0";
+    const std::string sTile = "/api/tile/77/2/0/0/0";
     const std::string sWhole = show.GetBytes(sTile);
     ASSERT_GT(sWhole.size(), 600000U);
     std::vector<CReply> vecReplies;
