@@ -52,6 +52,8 @@ CReply AnswerAnyway(const CHttpCallbacks& callbacks, const CRequest& request)
 {
     try
     {
+        if (request.IsForNobody()) // it has waited for its turn
+            return MakeLineReply(503, "the client has gone");
         return callbacks.answer(request);
     }
     catch (const std::bad_alloc&)
@@ -139,6 +141,9 @@ CRequest CSession::TakeRequest() const
 
 void CSession::AnswerSlowly(CRequest request)
 {
+    const auto pGone = std::make_shared<std::atomic<bool>>(false);
+    request.pGone = pGone;
+    WatchClient(pGone);
     asio::post(m_share.slowLane,
                [pSelf = shared_from_this(), request = std::move(request)]
                {
@@ -146,12 +151,41 @@ void CSession::AnswerSlowly(CRequest request)
                    {
                        CReply reply = AnswerAnyway(pSelf->m_share.callbacks, request);
                        asio::post(pSelf->m_stream.get_executor(), [pSelf, reply = std::move(reply)]() mutable
-                                  { pSelf->Send(std::move(reply)); });
+                                  { pSelf->SendSlow(std::move(reply)); });
                    }
                    catch (const std::exception&) // no memory: the connection goes, with its last holder
                    {
                    }
                });
+}
+
+/// Until the answer is there nothing is read from the client: that it has closed the connection has to be
+/// looked for.
+void CSession::WatchClient(const std::shared_ptr<std::atomic<bool>>& pGone)
+{
+    m_stream.socket().async_wait(asio::ip::tcp::socket::wait_read,
+                                 [pSelf = shared_from_this(), pGone](beast::error_code error)
+                                 {
+                                     if (!error && pSelf->HasClientGone())
+                                         *pGone = true;
+                                 });
+}
+
+/// Is the end of the connection the next that it would read?
+bool CSession::HasClientGone()
+{
+    char c = 0;
+    beast::error_code error;
+    m_stream.socket().non_blocking(true, error);
+    m_stream.socket().receive(asio::buffer(&c, 1), asio::socket_base::message_peek, error);
+    return error && error != asio::error::would_block && error != asio::error::try_again;
+}
+
+void CSession::SendSlow(CReply reply)
+{
+    beast::error_code error;
+    m_stream.socket().cancel(error); // the watch, the only one that waits
+    Send(std::move(reply));
 }
 
 void CSession::Refuse(int nStatus, const char* pLine)

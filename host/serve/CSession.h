@@ -46,6 +46,9 @@ private:
     void Read();
     void OnRead(boost::beast::error_code error, std::size_t nSize);
     void AnswerSlowly(CRequest request);
+    void WatchClient(const std::shared_ptr<std::atomic<bool>>& pGone);
+    bool HasClientGone();
+    void SendSlow(CReply reply);
     void Refuse(int nStatus, const char* pLine);
     void Send(CReply reply);
     void OnSent(boost::beast::error_code error);

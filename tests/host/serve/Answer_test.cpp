@@ -1,16 +1,21 @@
 // What each resource answers, beside what the library says itself; and who gets no answer.
 
+#include <host/serve/CPntChoice.h>
+#include <host/serve/CRefusal.h>
 #include <host/serve/CRequest.h>
 #include <host/serve/LineForClient.h>
 #include <tests/host/serve/support/CTestServer.h>
+#include <zor4data/CPntCld.h>
 #include <zor4data/FindPntsInPolygons.h>
 #include <zor4data/PickPnt.h>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <cstring>
+#include <memory>
 
 namespace
 {
@@ -285,6 +290,32 @@ TEST_F(Answer_case, Errors_OneLineEach)
         EXPECT_EQ(reply.nStatus, nStatus) << sTarget;
         EXPECT_EQ(CountLines(std::string(reply.sBody)), 1) << sTarget;
     }
+}
+
+// Nothing is looked for any further once nobody waits for it.
+TEST_F(Answer_case, ForNobody_IsStopped)
+{
+    const auto pGone = std::make_shared<std::atomic<bool>>(false);
+    CRequest request;
+    request.pGone = pGone;
+    const CPntChoice choice(request, show.GetServed());
+    int nNumBatches = 0;
+    const auto query = [&](const CPntCld& cloud, IPntCldListener& listener)
+    {
+        CCldCadPnt pnt;
+        cloud.GetPnt(0, pnt.m_pnt);
+        pnt.m_nIndex = 0;
+        for (; nNumBatches < 10; ++nNumBatches)
+        {
+            *pGone = nNumBatches == 3;
+            listener.OnPnts(1, &pnt);
+        }
+    };
+    EXPECT_THROW(choice.MarkOf(query), CRefusal);
+    EXPECT_EQ(nNumBatches, 3);
+    EXPECT_THROW(choice.Mark(), CRefusal);
+    *pGone = false;
+    EXPECT_EQ(choice.Mark().summary.nNumPnts, pCloud->GetNumPnts());
 }
 
 TEST_F(Answer_case, Errors_NameParametersNotOptions)

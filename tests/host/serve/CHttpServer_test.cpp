@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <memory>
 #include <thread>
@@ -156,6 +157,74 @@ TEST_F(CHttpServer_case, GoneInTheMiddle_MakesRoom)
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
     EXPECT_EQ(nStatus, 200);
+}
+
+/// A slow resource whose answer is made until nobody waits for it, or for a time.
+class CSlowShow
+{
+public:
+    CReply Answer(const CRequest& request)
+    {
+        const auto end =
+            std::chrono::steady_clock::now() + std::chrono::seconds(request.sPath == "/long" ? 20 : 0);
+        ++nNumBegun;
+        while (!request.IsForNobody() && std::chrono::steady_clock::now() < end)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        nNumGone += request.IsForNobody() ? 1 : 0;
+        return MakeLineReply(200, "done");
+    }
+
+    std::atomic<int> nNumBegun{0};
+    std::atomic<int> nNumGone{0};
+    CHttpServer server{
+        {},
+        {[this](const CRequest& request) { return Answer(request); }, [](const CRequest&) { return true; }}};
+};
+
+/// Waits for a count to be reached, for some time.
+bool Reaches(const std::atomic<int>& n, int nWanted)
+{
+    for (int i = 0; i < 3000 && n < nWanted; ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    return n == nWanted;
+}
+
+// Answers that take long end with the client that waits for them, those that wait for their turn are not
+// begun.
+TEST(CHttpServer, Gone_IsNoticedWhileTheAnswerIsMade)
+{
+    CSlowShow show;
+    show.server.Start();
+    {
+        std::vector<std::unique_ptr<CHttpClient>> vecClients;
+        for (int n = 0; n < 5; ++n) // two are answered at once
+        {
+            vecClients.push_back(std::make_unique<CHttpClient>(show.server.GetPort()));
+            vecClients.back()->Send("GET /long HTTP/1.1\r\nHost: x\r\n\r\n");
+        }
+        ASSERT_TRUE(Reaches(show.nNumBegun, 2));
+        std::this_thread::sleep_for(std::chrono::milliseconds(100)); // the others have arrived
+    }
+    EXPECT_TRUE(Reaches(show.nNumGone, 2));
+    CHttpClient client(show.server.GetPort());
+    EXPECT_EQ(client.Get("/short").nStatus, 200);
+    EXPECT_EQ(show.nNumBegun, 3);
+    EXPECT_EQ(show.nNumGone, 2);
+}
+
+// What a client sends ahead does not make it one that has gone.
+TEST(CHttpServer, SlowAnswers_OneAfterTheOtherOnOneConnection)
+{
+    CSlowShow show;
+    show.server.Start();
+    CHttpClient client(show.server.GetPort());
+    const std::string sRequest = "GET /short HTTP/1.1\r\nHost: x\r\n\r\n";
+    client.Send(sRequest + sRequest + sRequest);
+    for (int n = 0; n < 3; ++n)
+        EXPECT_EQ(client.Receive().nStatus, 200);
+    for (int n = 0; n < 20; ++n)
+        EXPECT_EQ(client.Get("/short").nStatus, 200);
+    EXPECT_EQ(show.nNumGone, 0);
 }
 
 TEST_F(CHttpServer_case, Export_ComesInChunks)

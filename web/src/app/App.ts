@@ -1,4 +1,3 @@
-import type { Theme } from '../colors/colors';
 import { Api, type Choice } from '../data/Api';
 import { findProportions, type Proportions } from '../data/Proportions';
 import { type CloudInfo, type ColorResult, type GroundResult, type OutlineResult, type PickedPoint, placeOf } from '../data/info';
@@ -12,7 +11,7 @@ import { makeCorridor } from '../tools/corridor';
 import { Gathering, toolKinds, type ToolName } from '../tools/tools';
 import { Ui } from '../ui/Ui';
 import { refocus, type Camera } from '../view/Camera';
-import { firstDirection, fitView, type Direction } from '../view/fitView';
+import { firstDirection, fitView, frameOf, type Direction, type Frame } from '../view/fitView';
 import type { View } from '../view/View';
 import { findCorner } from './findCorner';
 import { FrameLoop } from './FrameLoop';
@@ -23,6 +22,7 @@ import { Memory } from './Memory';
 import { Painter } from './Painter';
 import { Picker } from './Picker';
 import { saveScreenshot } from './saveScreenshot';
+import { shiftIntoView } from './shiftIntoView';
 import { Stage } from './Stage';
 import { firstState, grainOf, leastWidth, sourceOf } from './start';
 import type { State } from './State';
@@ -65,7 +65,7 @@ export class App {
         this.#pointers = new Pointers(this.ui.canvas, this.#hands());
         bindKeys(this);
         const box = this.drawnBox(this.bounds());
-        this.change({ camera: fitView(box, firstDirection(box), this.aspect()), ...parseHash(location.hash) });
+        this.change({ camera: fitView(box, firstDirection(box), this.frame()), ...parseHash(location.hash) });
     }
 
     bounds(): Box {
@@ -76,9 +76,9 @@ export class App {
         return boxToDrawn(box, this.proportions.stretch);
     }
 
-    /** Of the picture between the tools and the legend. */
-    aspect(): number {
-        return Math.max(1, this.stage.width - 2 * this.ui.freeArea().left) / this.stage.height;
+    /** What a cloud is to fill: the picture without tools, panels and the legend. */
+    frame(): Frame {
+        return frameOf(this.ui.roomForCloud(this.painter.legendWidth()), this.stage.width, this.stage.height);
     }
 
     view(): View {
@@ -221,7 +221,7 @@ export class App {
 
     lookFrom(direction: Direction): void {
         const parallel = direction.parallel ?? (this.state.camera.parallel && !this.isMap());
-        this.move(fitView(this.drawnBox(this.state.clip ?? this.bounds()), { ...direction, parallel }, this.aspect()));
+        this.move(fitView(this.drawnBox(this.state.clip ?? this.bounds()), { ...direction, parallel }, this.frame()));
     }
 
     fit(): void {
@@ -247,8 +247,7 @@ export class App {
     }
 
     toggleTheme(): void {
-        const theme: Theme = this.state.theme === 'dark' ? 'light' : 'dark';
-        this.change({ theme });
+        this.change({ theme: this.state.theme === 'dark' ? 'light' : 'dark' });
     }
 
     toggleClip(): void {
@@ -283,12 +282,12 @@ export class App {
     finishTool(): void {
         const { gathering } = this;
         if (!gathering?.canFinish) return;
-        const { name } = gathering.kind;
-        const { places, indices } = gathering;
+        const { kind: { name }, places, indices } = gathering;
         const stays = name !== 'profile' && name !== 'polygon';
         this.gathering = stays ? new Gathering(gathering.kind) : null;
         if (name === 'profile') {
             this.change({ corridor: makeCorridor(places[0], places[1], this.proportions.stretch, leastWidth(this)) });
+            shiftIntoView(this, places);
         } else if (name === 'polygon') this.change({ polygon: places });
         else this.change({ marks: [...this.state.marks, { kind: name, places, indices }] });
         this.ui.updateTool();

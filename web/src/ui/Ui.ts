@@ -21,6 +21,8 @@ export interface Area {
 const narrow = 700; // CSS pixels: below, the tools lie at the bottom
 const roomBelow = 330; // CSS pixels: enough for a legend under what lies at the side, and the arrow to the north
 const toldFor = 6000; // milliseconds
+const headHeight = 56; // CSS pixels of the file's name and what is drawn
+const scaleHeight = 40; // and of the scale bar
 
 /** All that is around the picture. */
 export class Ui {
@@ -82,10 +84,23 @@ export class Ui {
         const below = this.#side.offsetTop + this.#side.offsetHeight;
         if (this.isNarrow) return { left: 0, top: Math.max(70, below), right: width, bottom: height - profile - 92 };
         const area = { left: this.#rail.element.offsetWidth + 12, top: 64, right: width, bottom: height - profile - 8 };
-        const shown = [this.#display.element, this.#job, this.#cards.element].filter((each) => each.offsetHeight > 0);
-        if (shown.length === 0) return area;
+        const side = this.#sideWidth();
+        if (side === 0) return area;
         if (area.bottom - below >= roomBelow) return { ...area, top: below };
-        return { ...area, right: width - Math.max(...shown.map((each) => each.offsetWidth)) - 12 };
+        return { ...area, right: width - side };
+    }
+
+    /** Where a cloud can be seen as a whole, beside a legend so wide (0: none). */
+    roomForCloud(legend: number): Area {
+        const area = this.freeArea();
+        if (this.isNarrow) return { ...area, bottom: area.bottom - scaleHeight };
+        const beside = Math.max(area.right === window.innerWidth ? this.#sideWidth() : 0, legend);
+        return { ...area, top: headHeight, right: area.right - beside, bottom: area.bottom - scaleHeight };
+    }
+
+    #sideWidth(): number {
+        const shown = [this.#display.element, this.#job, this.#cards.element].filter((each) => each.offsetHeight > 0);
+        return shown.length === 0 ? 0 : Math.max(...shown.map((each) => each.offsetWidth)) + 12;
     }
 
     updateTool(): void {
