@@ -68,4 +68,15 @@ test('Ground_InTheColoursOfClassesWithTheIndicesOfTheFile', async () => {
     assert.deepEqual([point.x, point.y, point.z], [50, 50, 0]);
 });
 
+test('About_SaysWhatOfTheFileIsNotHere', async () => {
+    const other = await Served.start(writeLas('doubled.las', [...points.slice(0, 100), ...points.slice(0, 40)]));
+    await window.show(other, '#theme=dark');
+    await window.page.click('[data-command=about]');
+    const note = await window.page.waitForSelector('dialog .note');
+    const said = await note?.evaluate((element) => element.textContent);
+    assert.match(said ?? '', /^40 points of the file are not here\. .*on top of each other/);
+    await window.page.click('dialog .primary');
+    assert.equal(await other.stop(), 0);
+});
+
 test('AllOfIt_NoErrorIsLogged', () => assert.deepEqual(window.complaints, []));
