@@ -27,7 +27,7 @@ constexpr int c_nWrongUsage = 2;
 
 constexpr std::array c_commands = {AddInfoCommand,  AddViewCommand,    AddServeCommand,     AddPointsCommand,
                                    AddCountCommand, AddOutlineCommand, AddProfileCommand,   AddGroundCommand,
-                                   AddCheckCommand, AddConvertCommand, AddMakeSampleCommand};
+                                   AddCheckCommand, AddConvertCommand, AddTileCommand,      AddMakeSampleCommand};
 
 /// @return `nStatus`.
 int Report(const std::string& sMessage, int nStatus)

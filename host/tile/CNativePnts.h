@@ -1,0 +1,43 @@
+#ifndef HOST_TILE_CNATIVEPNTS_H
+#define HOST_TILE_CNATIVEPNTS_H
+
+#include <host/tile/ITileSource.h>
+
+#include <formats/CByteReader.h>
+#include <formats/CNativeHeader.h>
+
+#include <cstddef>
+#include <string>
+
+namespace zorcld
+{
+
+/// The points of a native file, read without a cloud. With the origin of the file the numbers are taken as
+/// they stand.
+class CNativePnts final : public ITileSource
+{
+public:
+    /// @throws CFailure when the file is not whole.
+    explicit CNativePnts(const std::string& sPath);
+
+    bool HasColor() const override { return m_header.nType == 1; }
+    std::int64_t GetNumAnnounced() const override { return m_header.nNumPnts; }
+    double GetPlanMetres() const override { return 0.0; }
+    std::optional<TOrigin> FindOrigin() override { return m_header.afOrg; }
+    void ForEach(const TOrigin& origin, const TOnPnt& onPnt) override;
+    std::vector<std::string> GetNotes() const override { return {}; }
+
+private:
+    CTilePnt Parse(const unsigned char* pRecord, const TOrigin& origin, bool bSameOrigin) const;
+
+    std::string m_sPath;
+    CByteReader m_reader;
+    CNativeHeader m_header;
+};
+
+/// @throws CFailure always: the point is too far from the origin.
+[[noreturn]] void FailForReach(const std::string& sPath, double dPlace, std::size_t nAxis, float fOrigin);
+
+} // namespace zorcld
+
+#endif

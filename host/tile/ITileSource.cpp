@@ -1,0 +1,133 @@
+#include <host/tile/ITileSource.h>
+
+#include <host/files/CFileKind.h>
+#include <host/files/CInputFile.h>
+#include <host/files/OpenInputFile.h>
+#include <host/output/CFailure.h>
+#include <host/output/FormatCount.h>
+#include <host/tile/CNativePnts.h>
+
+#include <formats/CloudLimits.h>
+#include <formats/Compact.h>
+
+#include <fmt/format.h>
+
+namespace zorcld
+{
+
+namespace
+{
+
+/// Ends a pass over a source, which goes on to the end otherwise.
+struct CFoundFirst
+{
+    TOrigin origin;
+};
+
+/// The points of a file as the file means them.
+class CMeantPnts final : public ITileSource
+{
+public:
+    explicit CMeantPnts(std::unique_ptr<CInputFile> pFile)
+        : m_pFile(std::move(pFile)), m_pSource(m_pFile->MakeSource())
+    {
+        if (m_pSource == nullptr)
+            throw CFailure(m_pFile->GetPath(), "this program is built without LASzip, which tiles are cut with");
+    }
+
+    bool HasColor() const override { return m_pSource->HasColor(); }
+
+    std::int64_t GetNumAnnounced() const override { return m_pSource->GetNumAnnounced(); }
+
+    double GetPlanMetres() const override
+    {
+        const CCoordSystem& coords = m_pFile->GetFacts().coords;
+        return coords.plan.bAngle ? 0.0 : coords.GetPlanMetres();
+    }
+
+    std::optional<TOrigin> FindOrigin() override
+    {
+        try
+        {
+            static_cast<void>(m_pSource->ForEach(
+                [](const CSourcePnt& pnt)
+                {
+                    if (pnt.IsFinite())
+                        throw CFoundFirst{
+                            {SaturateToFloat(pnt.x), SaturateToFloat(pnt.y), SaturateToFloat(pnt.z)}};
+                }));
+        }
+        catch (const CFoundFirst& found)
+        {
+            return found.origin;
+        }
+        return {};
+    }
+
+    void ForEach(const TOrigin& origin, const TOnPnt& onPnt) override
+    {
+        m_nNumNotFinite = 0;
+        const std::string sCause = m_pSource->ForEach(
+            [&](const CSourcePnt& pnt)
+            {
+                if (pnt.IsFinite())
+                    onPnt(Place(pnt, origin));
+                else
+                    ++m_nNumNotFinite;
+            });
+        if (!sCause.empty())
+            throw CFailure(m_pFile->GetPath(), sCause);
+    }
+
+    std::vector<std::string> GetNotes() const override
+    {
+        std::vector<std::string> vecNotes;
+        for (const CFinding& finding : m_pSource->GetFindings())
+            if (!finding.bConvert || finding.bPart) // these readers mend the others
+                vecNotes.push_back(finding.sText);
+        if (m_nNumNotFinite > 0)
+            vecNotes.push_back(fmt::format("{} whose coordinates are not numbers {} left out",
+                                           FormatCount(m_nNumNotFinite, "point"),
+                                           OneOrMany(m_nNumNotFinite, "is", "are")));
+        return vecNotes;
+    }
+
+private:
+    CTilePnt Place(const CSourcePnt& pnt, const TOrigin& origin) const
+    {
+        const std::array<double, 3> adPlace = {pnt.x, pnt.y, pnt.z};
+        CTilePnt placed;
+        for (std::size_t k = 0; k < 3; ++k)
+        {
+            const double dSteps = CompactUnits(adPlace[k], origin[k]);
+            if (!FitsInt32(dSteps))
+                FailForReach(m_pFile->GetPath(), adPlace[k], k, origin[k]);
+            placed.anSteps[k] = static_cast<std::int32_t>(dSteps); // L6
+        }
+        placed.anColor = {pnt.r, pnt.g, pnt.b};
+        return placed;
+    }
+
+    std::unique_ptr<CInputFile> m_pFile;
+    std::unique_ptr<IPntSource> m_pSource; // uses the file
+    std::int64_t m_nNumNotFinite = 0;
+};
+
+} // namespace
+
+void FailForReach(const std::string& sPath, double dPlace, std::size_t nAxis, float fOrigin)
+{
+    throw CFailure(sPath, fmt::format("a point lies at {} {:.15g}, more than {} units from the first one's {:.15g}: "
+                                      "tiles share one origin, and their coordinates reach no farther",
+                                      "xyz"[nAxis], dPlace, c_nReach, static_cast<double>(fOrigin)));
+}
+
+std::unique_ptr<ITileSource> OpenTileSource(const CInputOptions& input)
+{
+    std::unique_ptr<CInputFile> pFile = OpenInputFile(input);
+    if (pFile->GetKind().eFile == PntCldFile_Native)
+        return std::make_unique<CNativePnts>(input.sPath);
+    return std::make_unique<CMeantPnts>(std::move(pFile));
+}
+
+} // namespace zorcld

@@ -1,0 +1,51 @@
+#ifndef HOST_TILE_ITILESOURCE_H
+#define HOST_TILE_ITILESOURCE_H
+
+#include <host/tile/CTilePnt.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace zorcld
+{
+
+struct CInputOptions;
+
+/// A file whose points are cut into tiles. Read from front to back, several times; memory does not grow with it.
+class ITileSource
+{
+public:
+    using TOnPnt = std::function<void(const CTilePnt&)>;
+
+    virtual ~ITileSource() = default;
+
+    virtual bool HasColor() const = 0;
+
+    /// @return points that the file announces; -1: it does not say.
+    virtual std::int64_t GetNumAnnounced() const = 0;
+
+    /// @return size of a unit of x and y; 0: the file does not say.
+    virtual double GetPlanMetres() const = 0;
+
+    /// @return the origin of a native file, of another one its first point with numbers for coordinates; none:
+    ///         there is no point. May read the file.
+    virtual std::optional<TOrigin> FindOrigin() = 0;
+
+    /// One call a point whose coordinates are numbers, in the order of the file.
+    /// @throws CFailure for a damaged file, and for a point that no tile with that origin can hold.
+    virtual void ForEach(const TOrigin& origin, const TOnPnt& onPnt) = 0;
+
+    /// @return what is to be told of the last `ForEach`, a line each.
+    virtual std::vector<std::string> GetNotes() const = 0;
+};
+
+/// @throws CFailure when the file cannot be read so.
+std::unique_ptr<ITileSource> OpenTileSource(const CInputOptions& input);
+
+} // namespace zorcld
+
+#endif

@@ -1,0 +1,236 @@
+#include <host/tile/MakeTiles.h>
+
+#include <host/files/CInputOptions.h>
+#include <host/output/CConsole.h>
+#include <host/output/CFailure.h>
+#include <host/output/CProgressBar.h>
+#include <host/output/GetFileName.h>
+#include <host/output/RemoveAbandoned.h>
+#include <host/tile/BuildTile.h>
+#include <host/tile/CSpool.h>
+#include <host/tile/CTilePlan.h>
+#include <host/tile/CTileTable.h>
+#include <host/tile/CTileWork.h>
+#include <host/tile/HashFile.h>
+#include <host/tile/ITileSource.h>
+
+#include <formats/Compact.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <optional>
+
+namespace zorcld
+{
+
+namespace fs = std::filesystem;
+
+namespace
+{
+
+bool IsThere(const std::string& sPath, std::int64_t nNumBytes)
+{
+    std::error_code error;
+    return static_cast<std::int64_t>(fs::file_size(sPath, error)) == nNumBytes && !error;
+}
+
+/// One run of `zorcld tile`.
+class CTileMaker
+{
+public:
+    CTileMaker(const std::vector<CInputOptions>& vecInputs, const CTileOptions& options, std::string sFolder,
+               const CConsole& console)
+        : m_vecInputs(vecInputs), m_options(options), m_sFolder(std::move(sFolder)), m_console(console),
+          m_work(m_sFolder)
+    {
+        RemoveAbandoned(m_sFolder);
+    }
+
+    CMadeTiles Make()
+    {
+        std::vector<CTileEntry> vecDone = FindDone();
+        for (const CTileEntry& entry : vecDone)
+            if (IsIntact(entry))
+                m_mapDone.emplace(entry.cell, entry);
+        CMadeTiles made;
+        made.nNumKept = m_mapDone.size();
+        std::vector<CTileCount> vecMissing;
+        for (const CTileCount& tile : m_plan.vecTiles)
+            if (m_mapDone.count(tile.cell) == 0)
+                vecMissing.push_back(tile);
+        if (!HasPntsOf(vecMissing))
+            HandOut(vecMissing);
+        Build(vecMissing);
+        made.manifest = MakeManifest();
+        made.manifest.Write(m_sFolder);
+        m_work.Clear();
+        return made;
+    }
+
+private:
+    /// @return the tiles that an earlier run has made. Leaves the plan.
+    std::vector<CTileEntry> FindDone()
+    {
+        if (std::optional<CTilePlan> plan = m_work.ReadPlan())
+        {
+            if (!IsOfSameFiles(*plan))
+                throw CFailure(m_sFolder, "holds unfinished tiles of other files or options; another folder, or "
+                                          "this one emptied, takes these");
+            m_plan = std::move(*plan);
+            return m_work.ReadDone();
+        }
+        std::optional<CManifest> manifest;
+        if (CManifest::IsManifest(m_sFolder))
+            manifest = CManifest::Read(m_sFolder);
+        m_plan = MakePlan(m_vecInputs, m_options, m_console);
+        if (manifest && !IsOfSameFiles(*manifest))
+        {
+            m_work.Clear();
+            throw CFailure(m_sFolder, "holds tiles of other files or options; another folder, or this one "
+                                      "emptied, takes these");
+        }
+        m_work.ClearPnts();
+        m_work.WritePlan(m_plan);
+        return manifest ? manifest->vecTiles : std::vector<CTileEntry>();
+    }
+
+    /// Size and time of a file stand for what is in it; where the time is another one, its hash tells.
+    bool IsOfSameFiles(const CTilePlan& plan) const
+    {
+        if (!(plan.options == m_options) || plan.vecFiles.size() != m_vecInputs.size())
+            return false;
+        return std::equal(m_vecInputs.begin(), m_vecInputs.end(), plan.vecFiles.begin(),
+                          [](const CInputOptions& input, const CPlannedFile& planned)
+                          {
+                              const CPlannedFile now = LookAtTime(input.sPath);
+                              return now.file.nNumBytes == planned.file.nNumBytes &&
+                                     (now.nTime == planned.nTime ||
+                                      HashFile(input.sPath) == planned.file.sHash);
+                          });
+    }
+
+    bool IsOfSameFiles(const CManifest& manifest) const
+    {
+        return manifest.options == m_options && manifest.vecFiles.size() == m_plan.vecFiles.size() &&
+               std::equal(manifest.vecFiles.begin(), manifest.vecFiles.end(), m_plan.vecFiles.begin(),
+                          [](const CTiledFile& file, const CPlannedFile& planned)
+                          { return file.sHash == planned.file.sHash; });
+    }
+
+    bool IsIntact(const CTileEntry& entry) const
+    {
+        const std::string sPath = FindTilePath(m_sFolder, entry);
+        return IsThere(sPath, entry.nNumBytes) && HashFile(sPath) == entry.sHash;
+    }
+
+    std::string GetPntsPath(const CTileCount& tile) const
+    {
+        return m_work.GetPntsFolder() + "/" + NameTile(tile.cell);
+    }
+
+    bool HasPntsOf(const std::vector<CTileCount>& vecTiles) const
+    {
+        return vecTiles.empty() ||
+               (m_work.HasPnts() &&
+                std::all_of(vecTiles.begin(), vecTiles.end(), [&](const CTileCount& tile)
+                            { return IsThere(GetPntsPath(tile), CSpool::CalcSize(m_plan, tile)); }));
+    }
+
+    /// The second pass over the files.
+    void HandOut(const std::vector<CTileCount>& vecTiles)
+    {
+        m_work.ClearPnts();
+        const CTileGrid grid(m_options.dSize, m_options.dBuffer, m_plan.origin);
+        CTileTable table(grid, vecTiles);
+        CSpool spool(m_work.GetPntsFolder(), m_plan, vecTiles);
+        for (std::size_t i = 0; i < m_vecInputs.size(); ++i)
+            HandOutFile(m_vecInputs[i], m_plan.vecFiles[i], table, spool);
+        spool.Finish();
+        m_work.SetHasPnts();
+    }
+
+    void HandOutFile(const CInputOptions& input, const CPlannedFile& planned, CTileTable& table, CSpool& spool)
+    {
+        const std::unique_ptr<ITileSource> pSource = OpenTileSource(input);
+        CProgressBar progress(m_console, "cutting " + GetFileName(input.sPath));
+        progress.Start();
+        std::int64_t nNum = 0;
+        const std::int64_t nNumAll = std::max<std::int64_t>(planned.file.nNumPnts, 1);
+        pSource->ForEach(m_plan.origin,
+                         [&](CTilePnt pnt)
+                         {
+                             progress.SetPos(static_cast<int>(std::min<std::int64_t>(nNum++ * 100 / nNumAll, 100)));
+                             if (planned.bDeepColor)
+                                 for (std::uint16_t& nColor : pnt.anColor)
+                                     nColor = static_cast<std::uint16_t>(nColor >> 8U);
+                             table.ForEachTileOf(pnt, [&](std::size_t nTile, bool) { spool.Add(nTile, pnt); });
+                         });
+        progress.Stop();
+        if (nNum != planned.file.nNumPnts)
+            throw CFailure(input.sPath, "it was changed while it was read");
+    }
+
+    void Build(const std::vector<CTileCount>& vecTiles)
+    {
+        CProgressBar progress(m_console, "building tiles");
+        progress.Start();
+        for (std::size_t i = 0; i < vecTiles.size(); ++i)
+        {
+            progress.SetPos(static_cast<int>(i * 100 / vecTiles.size()));
+            const CTileEntry entry = BuildTile(m_plan, vecTiles[i], GetPntsPath(vecTiles[i]), m_sFolder);
+            m_work.AddDone(entry);
+            m_mapDone.emplace(entry.cell, entry);
+            std::error_code error;
+            fs::remove(GetPntsPath(vecTiles[i]), error);
+        }
+        progress.Stop();
+    }
+
+    CManifest MakeManifest() const
+    {
+        CManifest manifest;
+        manifest.options = m_options;
+        manifest.dMargin = CTileGrid(m_options.dSize, m_options.dBuffer, m_plan.origin).GetMargin();
+        manifest.origin = m_plan.origin;
+        manifest.bColor = m_plan.bColor;
+        manifest.dPlanMetres = m_plan.dPlanMetres;
+        const auto place = [&](const std::array<std::int32_t, 3>& anSteps, std::size_t k)
+        { return CoordFromCompact(anSteps[k], m_plan.origin[k]); };
+        manifest.box = {place(m_plan.anMin, 0), place(m_plan.anMin, 1), place(m_plan.anMin, 2),
+                        place(m_plan.anMax, 0), place(m_plan.anMax, 1), place(m_plan.anMax, 2)};
+        for (std::size_t i = 0; i < m_vecInputs.size(); ++i)
+        {
+            manifest.vecFiles.push_back(m_plan.vecFiles[i].file);
+            manifest.vecFiles.back().sPath = m_vecInputs[i].sPath; // as this run has it
+        }
+        for (const auto& [cell, entry] : m_mapDone)
+        {
+            manifest.vecTiles.push_back(entry);
+            manifest.nNumPnts += entry.nNumPnts;
+        }
+        manifest.nNumDuplicates = m_plan.CountPnts() - manifest.nNumPnts;
+        return manifest;
+    }
+
+    const std::vector<CInputOptions>& m_vecInputs;
+    CTileOptions m_options;
+    std::string m_sFolder;
+    const CConsole& m_console;
+    CTileWork m_work;
+    CTilePlan m_plan;
+    std::map<CCell, CTileEntry> m_mapDone;
+};
+
+} // namespace
+
+CMadeTiles MakeTiles(const std::vector<CInputOptions>& vecInputs, const CTileOptions& options,
+                     const std::string& sFolder, const CConsole& console)
+{
+    return CTileMaker(vecInputs, options, sFolder, console).Make();
+}
+
+} // namespace zorcld
