@@ -13,7 +13,7 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
-#include <algorithm>
+#include <cmath>
 #include <filesystem>
 #include <memory>
 
@@ -64,6 +64,16 @@ void Report(const COptions& options, const CMadeTiles& made)
     PrintMessage(stdout, sText);
 }
 
+/// The ground filter's buffer is in metres.
+void NoteSmallBuffer(const COptions& options, const CManifest& manifest, const CConsole& console)
+{
+    const double dNeeded = CTileOptions().dBuffer / (manifest.dPlanMetres > 0.0 ? manifest.dPlanMetres : 1.0);
+    if (options.tiles.dBuffer > 0.0 && options.tiles.dBuffer < dNeeded)
+        console.Note(
+            fmt::format("{}: the ground filter needs a buffer of {:.6g} units, these tiles have {:g}",
+                        options.sFolder, std::ceil(dNeeded), options.tiles.dBuffer));
+}
+
 void CutTiles(COptions options, const CConsole& console)
 {
     if (!options.sCommand.empty() && options.vecPaths.size() == 1 &&
@@ -81,6 +91,7 @@ void CutTiles(COptions options, const CConsole& console)
     for (const std::string& sPath : options.vecPaths)
         vecInputs.push_back({sPath, options.sType});
     const CMadeTiles made = MakeTiles(vecInputs, options.tiles, options.sFolder, console);
+    NoteSmallBuffer(options, made.manifest, console);
     if (options.sCommand.empty())
         Report(options, made);
     else

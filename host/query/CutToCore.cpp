@@ -1,11 +1,10 @@
 #include <host/query/CutToCore.h>
 
+#include <formats/Compact.h>
 #include <host/output/CFailure.h>
 #include <host/query/FilterGround.h>
 #include <host/query/ParseNumbers.h>
 #include <zor4data/CPntArrays.h>
-
-#include <formats/Compact.h>
 
 #include <algorithm>
 #include <array>
@@ -37,7 +36,8 @@ std::vector<bool> ChooseInCore(const CPntCld& cloud, const zor::geom::RECT_2D& c
     for (std::size_t i = 0; i < vecInside.size(); ++i)
     {
         std::array<std::int32_t, 2> anSteps{};
-        std::memcpy(anSteps.data(), arrays.pPnts + i * static_cast<std::size_t>(arrays.nStride), sizeof anSteps);
+        std::memcpy(anSteps.data(), arrays.pPnts + i * static_cast<std::size_t>(arrays.nStride),
+                    sizeof anSteps);
         const double x = anSteps[0];
         const double y = anSteps[1];
         vecInside[i] = x >= dXMin && x < dXMax && y >= dYMin && y < dYMax;

@@ -15,8 +15,8 @@ namespace zorcld
 /// @throws CUsageError
 zor::geom::RECT_2D ParseCore(const std::string& sCore);
 
-/// By index, which points lie in the rectangle, its left and lower borders included, the others not. Decided in
-/// the whole steps that a cloud stores, so that of rectangles with a border in common, and clouds of one
+/// By index, which points lie in the rectangle, its left and lower borders included, the others not. Decided
+/// in the whole steps that a cloud stores, so that of rectangles with a border in common, and clouds of one
 /// origin, each point is in one.
 std::vector<bool> ChooseInCore(const CPntCld& cloud, const zor::geom::RECT_2D& core);
 

@@ -1,5 +1,6 @@
 #include <host/tile/AskTiles.h>
 
+#include <formats/Compact.h>
 #include <host/files/CFileColors.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
@@ -15,8 +16,6 @@
 #include <zor4data/CPntArrays.h>
 #include <zor4data/CPntCld.h>
 #include <zor4data/LoadNative.h>
-
-#include <formats/Compact.h>
 
 #include <fmt/format.h>
 
@@ -75,7 +74,8 @@ struct CMergedPnt
 CMergedPnt TakePnt(const CPntCld& cloud, const CPntArrays& arrays, int nIndex)
 {
     CMergedPnt pnt;
-    std::memcpy(pnt.anSteps.data(), arrays.pPnts + std::ptrdiff_t{nIndex} * arrays.nStride, sizeof pnt.anSteps);
+    std::memcpy(pnt.anSteps.data(), arrays.pPnts + std::ptrdiff_t{nIndex} * arrays.nStride,
+                sizeof pnt.anSteps);
     static_cast<void>(cloud.GetPntColor(nIndex, pnt.acColor[0], pnt.acColor[1], pnt.acColor[2]));
     return pnt;
 }
@@ -127,8 +127,8 @@ std::int64_t CountInTiles(const std::string& sManifest, const RECT_2D& rect)
     return nNum;
 }
 
-void ForEachCore(const CManifest& manifest, const std::string& sManifest, const std::optional<RECT_2D>& bounds,
-                 const CConsole& console, const TOnCore& onCore)
+void ForEachCore(const CManifest& manifest, const std::string& sManifest,
+                 const std::optional<RECT_2D>& bounds, const CConsole& console, const TOnCore& onCore)
 {
     const std::vector<const CTileEntry*> vecWanted = FindWanted(manifest, bounds);
     CProgressBar progress(console, "reading tiles");
@@ -191,10 +191,12 @@ void MergeTiles(CPntCld& cloud, const std::string& sManifest, const std::optiona
                 {
                     CQuery query;
                     if (dShare < 1.0)
-                        query.dLod = FindLod(core, query, std::max<std::int64_t>(1, static_cast<std::int64_t>(
-                                                              dShare * core.GetNumPnts())));
+                        query.dLod = FindLod(
+                            core, query,
+                            std::max<std::int64_t>(1, static_cast<std::int64_t>(dShare * core.GetNumPnts())));
                     const CPntArrays arrays = GetPntArrays(core);
-                    ForEachPnt(core, query, [&](const CCldCadPnt& pnt)
+                    ForEachPnt(core, query,
+                               [&](const CCldCadPnt& pnt)
                                { vecPnts.push_back(TakePnt(core, arrays, pnt.m_nIndex)); });
                 });
     if (dShare < 1.0)

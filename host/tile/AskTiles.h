@@ -30,7 +30,8 @@ using TOnCore = std::function<void(CPntCld& cloud)>;
 /// @param bounds  none: all tiles.
 /// @throws CFailure when a tile is not the one of the manifest.
 void ForEachCore(const CManifest& manifest, const std::string& sManifest,
-                 const std::optional<zor::geom::RECT_2D>& bounds, const CConsole& console, const TOnCore& onCore);
+                 const std::optional<zor::geom::RECT_2D>& bounds, const CConsole& console,
+                 const TOnCore& onCore);
 
 /// Writes what the query delivers of all cores, not yet committed. A level of detail is that of each tile.
 /// @return how many points that were.

@@ -1,5 +1,6 @@
 #include <host/tile/BuildTile.h>
 
+#include <formats/Compact.h>
 #include <host/files/CFileColors.h>
 #include <host/files/SaveCloud.h>
 #include <host/output/CFailure.h>
@@ -10,8 +11,6 @@
 #include <zor4data/CPntArrays.h>
 #include <zor4data/CPntCld.h>
 #include <zor4data/LoadNative.h>
-
-#include <formats/Compact.h>
 
 #include <fmt/format.h>
 

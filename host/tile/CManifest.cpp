@@ -80,7 +80,7 @@ TJson JsonFromTile(const CTileEntry& tile)
 CTileEntry TileFromJson(const TJson& json)
 {
     CTileEntry tile;
-    tile.sFile = json.at("file").get<std::string>();
+    tile.sFile = fs::path(json.at("file").get<std::string>()).filename().string(); // beside the manifest
     tile.cell = {json.at("column").get<std::int32_t>(), json.at("row").get<std::int32_t>()};
     const auto core = json.at("core").get<std::array<double, 4>>();
     tile.core = {core[0], core[1], core[2], core[3]};
@@ -94,7 +94,8 @@ CTileEntry TileFromJson(const TJson& json)
 
 TJson JsonFromFile(const CTiledFile& file)
 {
-    return {{"file", file.sPath}, {"bytes", file.nNumBytes}, {"xxh128", file.sHash}, {"points", file.nNumPnts}};
+    return {
+        {"file", file.sPath}, {"bytes", file.nNumBytes}, {"xxh128", file.sHash}, {"points", file.nNumPnts}};
 }
 
 CTiledFile FileFromJson(const TJson& json)
@@ -105,7 +106,8 @@ CTiledFile FileFromJson(const TJson& json)
 
 TJson JsonFromOptions(const CTileOptions& options)
 {
-    return {{"size", options.dSize}, {"buffer", options.dBuffer}, {"dedupe", options.bDedupe ? "exact" : "none"}};
+    return {
+        {"size", options.dSize}, {"buffer", options.dBuffer}, {"dedupe", options.bDedupe ? "exact" : "none"}};
 }
 
 CTileOptions OptionsFromJson(const TJson& json)

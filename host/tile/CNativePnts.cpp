@@ -1,11 +1,11 @@
 #include <host/tile/CNativePnts.h>
 
-#include <host/output/CFailure.h>
-
 #include <formats/Compact.h>
 #include <formats/LittleEndian.h>
 #include <formats/NativeFacts.h>
 #include <formats/OpenRegularFile.h>
+#include <host/output/CFailure.h>
+#include <host/tile/FailForReach.h>
 
 #include <algorithm>
 #include <vector>
@@ -34,7 +34,8 @@ CNativePnts::CNativePnts(const std::string& sPath) : m_sPath(sPath), m_reader(Op
     if (const CFileCause cause = m_header.FindCause(); !cause.empty())
         throw CFailure(sPath, cause);
     if (!facts.IsWhole())
-        throw CFailure(sPath, "is damaged (zorcld check tells more, zorcld convert mends what can be mended)");
+        throw CFailure(sPath,
+                       "is damaged (zorcld check tells more, zorcld convert mends what can be mended)");
 }
 
 void CNativePnts::ForEach(const TOrigin& origin, const TOnPnt& onPnt)

@@ -1,10 +1,9 @@
 #ifndef HOST_TILE_CNATIVEPNTS_H
 #define HOST_TILE_CNATIVEPNTS_H
 
-#include <host/tile/ITileSource.h>
-
 #include <formats/CByteReader.h>
 #include <formats/CNativeHeader.h>
+#include <host/tile/ITileSource.h>
 
 #include <cstddef>
 #include <string>
@@ -34,9 +33,6 @@ private:
     CByteReader m_reader;
     CNativeHeader m_header;
 };
-
-/// @throws CFailure always: the point is too far from the origin.
-[[noreturn]] void FailForReach(const std::string& sPath, double dPlace, std::size_t nAxis, float fOrigin);
 
 } // namespace zorcld
 

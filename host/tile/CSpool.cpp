@@ -1,10 +1,9 @@
 #include <host/tile/CSpool.h>
 
-#include <host/output/CFailure.h>
-
 #include <formats/CFilePtr.h>
 #include <formats/LittleEndian.h>
 #include <formats/NativeFormat.h>
+#include <host/output/CFailure.h>
 
 #include <algorithm>
 #include <array>

@@ -1,9 +1,8 @@
 #include <host/tile/CTileGrid.h>
 
-#include <host/output/CFailure.h>
-
 #include <formats/CloudLimits.h>
 #include <formats/Compact.h>
+#include <host/output/CFailure.h>
 
 #include <fmt/format.h>
 
@@ -25,9 +24,9 @@ constexpr double c_dMaxPlace = 1.0e10;
 double CalcMargin(const TOrigin& origin, double dBuffer)
 {
     constexpr double c_dRoundings = 12.0;
-    const double dFarthest = std::max(std::fabs(static_cast<double>(origin[0])),
-                                      std::fabs(static_cast<double>(origin[1]))) +
-                             c_dReach + dBuffer + 1.0;
+    const double dFarthest =
+        std::max(std::fabs(static_cast<double>(origin[0])), std::fabs(static_cast<double>(origin[1]))) +
+        c_dReach + dBuffer + 1.0;
     const auto fFarthest = static_cast<float>(dFarthest);
     const float fApart = std::nextafter(fFarthest, std::numeric_limits<float>::infinity()) - fFarthest;
     return c_dRoundings / 2.0 * static_cast<double>(fApart);
@@ -41,11 +40,12 @@ CTileGrid::CTileGrid(double dSize, double dBuffer, const TOrigin& origin) : m_dS
     {
         const double dFarthest = std::fabs(static_cast<double>(origin[k])) + 2.0 * c_dReach;
         if (dFarthest > c_dMaxPlace)
-            throw CUsageError(fmt::format("coordinates as large as {:.6g} are too coarse to be cut into tiles",
-                                          static_cast<double>(origin[k])));
+            throw CUsageError(
+                fmt::format("coordinates as large as {:.6g} are too coarse to be cut into tiles",
+                            static_cast<double>(origin[k])));
         if (dFarthest / dSize > 0.5 * std::numeric_limits<std::int32_t>::max())
-            throw CUsageError(fmt::format("--size: {:.6g} is too small for coordinates as large as {:.6g}", dSize,
-                                          static_cast<double>(origin[k])));
+            throw CUsageError(fmt::format("--size: {:.6g} is too small for coordinates as large as {:.6g}",
+                                          dSize, static_cast<double>(origin[k])));
     }
     if (dBuffer > 0.0)
         m_dMargin = CalcMargin(origin, dBuffer);

@@ -1,5 +1,6 @@
 #include <host/tile/CTilePlan.h>
 
+#include <formats/CloudLimits.h>
 #include <host/files/CInputOptions.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
@@ -7,9 +8,7 @@
 #include <host/output/FormatCount.h>
 #include <host/output/GetFileName.h>
 #include <host/tile/HashFile.h>
-#include <host/tile/ITileSource.h>
-
-#include <formats/CloudLimits.h>
+#include <host/tile/OpenTileSource.h>
 
 #include <fmt/format.h>
 
@@ -31,7 +30,8 @@ namespace
 class CPlanner
 {
 public:
-    CPlanner(const std::vector<CInputOptions>& vecInputs, const CTileOptions& options, const CConsole& console)
+    CPlanner(const std::vector<CInputOptions>& vecInputs, const CTileOptions& options,
+             const CConsole& console)
         : m_vecInputs(vecInputs), m_console(console)
     {
         m_plan.options = options;
@@ -92,13 +92,15 @@ private:
         const std::unique_ptr<ITileSource> pSource = OpenTileSource(input);
         CProgressBar progress(m_console, "looking at " + GetFileName(input.sPath));
         progress.Start();
-        const double dStep = 100.0 / static_cast<double>(std::max<std::int64_t>(pSource->GetNumAnnounced(), 1));
+        const double dStep =
+            100.0 / static_cast<double>(std::max<std::int64_t>(pSource->GetNumAnnounced(), 1));
         std::uint16_t nMaxColor = 0;
         std::int64_t nNum = 0;
         pSource->ForEach(m_plan.origin,
                          [&](const CTilePnt& pnt)
                          {
-                             progress.SetPos(std::min(static_cast<int>(static_cast<double>(nNum++) * dStep), 100));
+                             progress.SetPos(
+                                 std::min(static_cast<int>(static_cast<double>(nNum++) * dStep), 100));
                              for (std::size_t k = 0; k < 3; ++k)
                              {
                                  m_plan.anMin[k] = std::min(m_plan.anMin[k], pnt.anSteps[k]);

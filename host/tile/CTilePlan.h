@@ -21,7 +21,7 @@ struct CInputOptions;
 struct CPlannedFile
 {
     CTiledFile file;
-    std::int64_t nTime = 0; ///< of its last change, as far as the system tells it apart
+    std::int64_t nTime = 0;  ///< of its last change, as far as the system tells it apart
     bool bDeepColor = false; ///< 16 bits a channel
 };
 

@@ -13,7 +13,7 @@ using TOrigin = std::array<float, 3>;
 /// A point as a tile stores it.
 struct CTilePnt
 {
-    std::array<std::int32_t, 3> anSteps{}; ///< from the origin of all tiles
+    std::array<std::int32_t, 3> anSteps{};  ///< from the origin of all tiles
     std::array<std::uint16_t, 3> anColor{}; ///< as the file has it: to 255, or to 65535
 };
 

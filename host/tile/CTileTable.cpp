@@ -55,7 +55,8 @@ std::size_t CTileTable::Find(std::int64_t nColumn, std::int64_t nRow)
 void CTileTable::SetInner(const CRange& range)
 {
     const std::int64_t nReach = m_grid.GetReach();
-    m_inner = {m_grid.GetFirstStep(0, range.nColumn) + nReach, m_grid.GetFirstStep(0, range.nColumn + 1) - nReach,
+    m_inner = {m_grid.GetFirstStep(0, range.nColumn) + nReach,
+               m_grid.GetFirstStep(0, range.nColumn + 1) - nReach,
                m_grid.GetFirstStep(1, range.nRow) + nReach, m_grid.GetFirstStep(1, range.nRow + 1) - nReach};
     m_nInner = Find(range.nColumn, range.nRow);
 }

@@ -1,9 +1,8 @@
 #include <host/tile/CTileWork.h>
 
+#include <formats/CFilePtr.h>
 #include <host/output/CFailure.h>
 #include <host/output/COutFile.h>
-
-#include <formats/CFilePtr.h>
 
 #include <cerrno>
 #include <cstdio>
@@ -39,12 +38,9 @@ void MakeFolder(const std::string& sPath)
 
 TJson JsonFromPlan(const CTilePlan& plan)
 {
-    TJson json = {{"program", ZORCLD_VERSION},
-                  {"options", JsonFromOptions(plan.options)},
-                  {"origin", plan.origin},
-                  {"color", plan.bColor},
-                  {"metres", plan.dPlanMetres},
-                  {"min", plan.anMin},
+    TJson json = {{"program", ZORCLD_VERSION},  {"options", JsonFromOptions(plan.options)},
+                  {"origin", plan.origin},      {"color", plan.bColor},
+                  {"metres", plan.dPlanMetres}, {"min", plan.anMin},
                   {"max", plan.anMax}};
     for (const CPlannedFile& planned : plan.vecFiles)
         json["files"].push_back(

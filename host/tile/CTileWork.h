@@ -10,8 +10,8 @@
 namespace zorcld
 {
 
-/// What a run of `zorcld tile` notes beside the tiles while it makes them, so that another one goes on with it
-/// after an interruption.
+/// What a run of `zorcld tile` notes beside the tiles while it makes them, so that another one goes on with
+/// it after an interruption.
 class CTileWork
 {
 public:

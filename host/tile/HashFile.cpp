@@ -1,9 +1,8 @@
 #include <host/tile/HashFile.h>
 
-#include <host/output/CFailure.h>
-
 #include <formats/CFilePtr.h>
 #include <formats/OpenRegularFile.h>
+#include <host/output/CFailure.h>
 
 #include <fmt/format.h>
 
@@ -26,7 +25,8 @@ std::string HashFile(const std::string& sPath)
     const CFilePtr pFile = OpenRegularFile(sPath.c_str(), cause);
     if (pFile == nullptr)
         throw CFailure(sPath, cause);
-    const std::unique_ptr<XXH3_state_t, decltype(&XXH3_freeState)> pState(XXH3_createState(), &XXH3_freeState);
+    const std::unique_ptr<XXH3_state_t, decltype(&XXH3_freeState)> pState(XXH3_createState(),
+                                                                          &XXH3_freeState);
     std::vector<unsigned char> vecBlock(std::size_t{1} << 18U);
     if (pState == nullptr || XXH3_128bits_reset(pState.get()) != XXH_OK)
         throw std::bad_alloc();

@@ -5,7 +5,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,9 +12,8 @@
 namespace zorcld
 {
 
-struct CInputOptions;
-
-/// A file whose points are cut into tiles. Read from front to back, several times; memory does not grow with it.
+/// A file whose points are cut into tiles. Read from front to back, several times; memory does not grow with
+/// it.
 class ITileSource
 {
 public:
@@ -31,7 +29,8 @@ public:
     /// @return size of a unit of x and y; 0: the file does not say.
     virtual double GetPlanMetres() const = 0;
 
-    /// @return the origin of a native file, of another one its first point with numbers for coordinates; none:
+    /// @return the origin of a native file, of another one its first point with numbers for coordinates;
+    /// none:
     ///         there is no point. May read the file.
     virtual std::optional<TOrigin> FindOrigin() = 0;
 
@@ -42,9 +41,6 @@ public:
     /// @return what is to be told of the last `ForEach`, a line each.
     virtual std::vector<std::string> GetNotes() const = 0;
 };
-
-/// @throws CFailure when the file cannot be read so.
-std::unique_ptr<ITileSource> OpenTileSource(const CInputOptions& input);
 
 } // namespace zorcld
 

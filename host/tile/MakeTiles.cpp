@@ -1,20 +1,19 @@
 #include <host/tile/MakeTiles.h>
 
+#include <formats/CPlacedFile.h>
+#include <formats/Compact.h>
 #include <host/files/CInputOptions.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
 #include <host/output/CProgressBar.h>
 #include <host/output/GetFileName.h>
-#include <host/output/RemoveAbandoned.h>
 #include <host/tile/BuildTile.h>
 #include <host/tile/CSpool.h>
 #include <host/tile/CTilePlan.h>
 #include <host/tile/CTileTable.h>
 #include <host/tile/CTileWork.h>
 #include <host/tile/HashFile.h>
-#include <host/tile/ITileSource.h>
-
-#include <formats/Compact.h>
+#include <host/tile/OpenTileSource.h>
 
 #include <fmt/format.h>
 
@@ -47,7 +46,7 @@ public:
         : m_vecInputs(vecInputs), m_options(options), m_sFolder(std::move(sFolder)), m_console(console),
           m_work(m_sFolder)
     {
-        RemoveAbandoned(m_sFolder);
+        RemoveCutOff();
     }
 
     CMadeTiles Make()
@@ -72,14 +71,28 @@ public:
     }
 
 private:
+    /// What a run leaves that was killed: no other one works here, so nobody writes to it any more.
+    void RemoveCutOff() const
+    {
+        std::error_code error;
+        for (const fs::directory_entry& entry : fs::directory_iterator(m_sFolder, error))
+        {
+            const std::string sName = entry.path().filename().string();
+            const bool bOurs = sName.rfind("tile_", 0) == 0 || sName.rfind(CManifest::c_pFile, 0) == 0;
+            if (bOurs && sName.find(CPlacedFile::c_sSuffix.substr(0, 8)) != std::string::npos)
+                fs::remove(entry.path(), error);
+        }
+    }
+
     /// @return the tiles that an earlier run has made. Leaves the plan.
     std::vector<CTileEntry> FindDone()
     {
         if (std::optional<CTilePlan> plan = m_work.ReadPlan())
         {
             if (!IsOfSameFiles(*plan))
-                throw CFailure(m_sFolder, "holds unfinished tiles of other files or options; another folder, or "
-                                          "this one emptied, takes these");
+                throw CFailure(m_sFolder,
+                               "holds unfinished tiles of other files or options; another folder, or "
+                               "this one emptied, takes these");
             m_plan = std::move(*plan);
             return m_work.ReadDone();
         }
@@ -136,7 +149,8 @@ private:
     {
         return vecTiles.empty() ||
                (m_work.HasPnts() &&
-                std::all_of(vecTiles.begin(), vecTiles.end(), [&](const CTileCount& tile)
+                std::all_of(vecTiles.begin(), vecTiles.end(),
+                            [&](const CTileCount& tile)
                             { return IsThere(GetPntsPath(tile), CSpool::CalcSize(m_plan, tile)); }));
     }
 
@@ -153,22 +167,24 @@ private:
         m_work.SetHasPnts();
     }
 
-    void HandOutFile(const CInputOptions& input, const CPlannedFile& planned, CTileTable& table, CSpool& spool)
+    void HandOutFile(const CInputOptions& input, const CPlannedFile& planned, CTileTable& table,
+                     CSpool& spool)
     {
         const std::unique_ptr<ITileSource> pSource = OpenTileSource(input);
         CProgressBar progress(m_console, "cutting " + GetFileName(input.sPath));
         progress.Start();
         std::int64_t nNum = 0;
         const std::int64_t nNumAll = std::max<std::int64_t>(planned.file.nNumPnts, 1);
-        pSource->ForEach(m_plan.origin,
-                         [&](CTilePnt pnt)
-                         {
-                             progress.SetPos(static_cast<int>(std::min<std::int64_t>(nNum++ * 100 / nNumAll, 100)));
-                             if (planned.bDeepColor)
-                                 for (std::uint16_t& nColor : pnt.anColor)
-                                     nColor = static_cast<std::uint16_t>(nColor >> 8U);
-                             table.ForEachTileOf(pnt, [&](std::size_t nTile, bool) { spool.Add(nTile, pnt); });
-                         });
+        pSource->ForEach(
+            m_plan.origin,
+            [&](CTilePnt pnt)
+            {
+                progress.SetPos(static_cast<int>(std::min<std::int64_t>(nNum++ * 100 / nNumAll, 100)));
+                if (planned.bDeepColor)
+                    for (std::uint16_t& nColor : pnt.anColor)
+                        nColor = static_cast<std::uint16_t>(nColor >> 8U);
+                table.ForEachTileOf(pnt, [&](std::size_t nTile, bool) { spool.Add(nTile, pnt); });
+            });
         progress.Stop();
         if (nNum != planned.file.nNumPnts)
             throw CFailure(input.sPath, "it was changed while it was read");

@@ -18,7 +18,8 @@ namespace
 /// As one word of a shell's line.
 std::string Quote(const std::string& sText)
 {
-    constexpr const char* c_pPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_./,-+=:@%";
+    constexpr const char* c_pPlain =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_./,-+=:@%";
     if (!sText.empty() && sText.find_first_not_of(c_pPlain) == std::string::npos)
         return sText;
     std::string sQuoted = "'";

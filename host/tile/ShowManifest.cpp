@@ -38,20 +38,20 @@ struct CSums
 void PrintJson(const std::string& sPath, const CManifest& manifest, const CSums& sums)
 {
     const zor::geom::RECT_3D& box = manifest.box;
-    const TJson info = {{"file", sPath},
-                        {"type", "tiles"},
-                        {"points", manifest.nNumPnts},
-                        {"duplicates_removed", manifest.nNumDuplicates},
-                        {"color", manifest.bColor},
-                        {"bounds",
-                         {{"min", {box.xmin, box.ymin, box.zmin}}, {"max", {box.xmax, box.ymax, box.zmax}}}},
-                        {"tiles", manifest.vecTiles.size()},
-                        {"size", manifest.options.dSize},
-                        {"buffer", manifest.options.dBuffer},
-                        {"buffer_points", sums.nNumBuffer},
-                        {"largest_tile", sums.nMaxPnts},
-                        {"bytes", sums.nNumBytes},
-                        {"sources", manifest.vecFiles.size()}};
+    const TJson info = {
+        {"file", sPath},
+        {"type", "tiles"},
+        {"points", manifest.nNumPnts},
+        {"duplicates_removed", manifest.nNumDuplicates},
+        {"color", manifest.bColor},
+        {"bounds", {{"min", {box.xmin, box.ymin, box.zmin}}, {"max", {box.xmax, box.ymax, box.zmax}}}},
+        {"tiles", manifest.vecTiles.size()},
+        {"size", manifest.options.dSize},
+        {"buffer", manifest.options.dBuffer},
+        {"buffer_points", sums.nNumBuffer},
+        {"largest_tile", sums.nMaxPnts},
+        {"bytes", sums.nNumBytes},
+        {"sources", manifest.vecFiles.size()}};
     fmt::print("{}\n", info.dump(2, ' ', false, TJson::error_handler_t::replace));
 }
 
@@ -68,12 +68,12 @@ void ShowManifest(const std::string& sManifest, bool bJson)
         return;
     }
     PrintLine("File", sPath);
-    PrintLine("Type", fmt::format("tiles of {}", FormatCount(static_cast<std::int64_t>(manifest.vecFiles.size()),
-                                                             "file")));
+    PrintLine("Type", fmt::format("tiles of {}",
+                                  FormatCount(static_cast<std::int64_t>(manifest.vecFiles.size()), "file")));
     PrintLine("Points", GroupDigits(manifest.nNumPnts));
-    PrintLine("Duplicates removed",
-              manifest.options.bDedupe ? GroupDigits(manifest.nNumDuplicates) + " (equal in x, y and z)"
-                                       : "none, all points are kept");
+    PrintLine("Duplicates removed", manifest.options.bDedupe
+                                        ? GroupDigits(manifest.nNumDuplicates) + " (equal in x, y and z)"
+                                        : "none, all points are kept");
     PrintLine("Colour", manifest.bColor ? "yes" : "no");
     const zor::geom::RECT_3D& box = manifest.box;
     const auto printRange = [](const char* pLabel, char c, double dMin, double dMax)

@@ -45,6 +45,11 @@ nlohmann::json ReadManifest(const std::string& sFolder)
     return nlohmann::json::parse(ReadBytes(sFolder + "/manifest.json"), nullptr, false);
 }
 
+std::vector<nlohmann::json> GetTiles(const std::string& sFolder)
+{
+    return ReadManifest(sFolder).at("tiles").get<std::vector<nlohmann::json>>();
+}
+
 std::int64_t StepFromBorder(double dBorder, float fOrigin)
 {
     const double dSteps = (dBorder - static_cast<double>(fOrigin)) * 10000.0;
@@ -69,7 +74,7 @@ std::vector<TSteps> ChooseAround(const CNativePntsRead& pnts, const nlohmann::js
 std::vector<TSteps> JoinCores(const std::string& sFolder)
 {
     std::vector<TSteps> vecAll;
-    for (const nlohmann::json& tile : ReadManifest(sFolder)["tiles"])
+    for (const nlohmann::json& tile : GetTiles(sFolder))
     {
         const CNativePntsRead read = ReadNativePnts(sFolder + "/" + tile["file"].get<std::string>());
         const std::vector<TSteps> vecCore = ChooseAround(read, tile["core"], 0);

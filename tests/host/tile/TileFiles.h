@@ -23,11 +23,15 @@ CNativePntsRead ReadNativePnts(const std::string& sPath);
 /// The manifest of a folder.
 nlohmann::json ReadManifest(const std::string& sFolder);
 
+/// The tiles in it.
+std::vector<nlohmann::json> GetTiles(const std::string& sFolder);
+
 /// First step of a border that stands on a half step.
 std::int64_t StepFromBorder(double dBorder, float fOrigin);
 
 /// Those of the points that lie in a tile's core, or up to so many steps beside it.
-std::vector<TSteps> ChooseAround(const CNativePntsRead& pnts, const nlohmann::json& core, std::int64_t nReach);
+std::vector<TSteps> ChooseAround(const CNativePntsRead& pnts, const nlohmann::json& core,
+                                 std::int64_t nReach);
 
 /// The points of all cores, sorted.
 std::vector<TSteps> JoinCores(const std::string& sFolder);

@@ -88,7 +88,8 @@ TEST_F(ZorcldTileResume, TilesThatAreThere_AreKnownByTheirHash)
     const CRun kept = m_zorcld.Run(Args("whole"));
     EXPECT_EQ(kept.nStatus, 0);
     const std::size_t nNumTiles = ReadManifest(sFolder)["tiles"].size();
-    EXPECT_NE(kept.sOut.find(std::to_string(nNumTiles) + " tiles were there"), std::string::npos) << kept.sOut;
+    EXPECT_NE(kept.sOut.find(std::to_string(nNumTiles) + " tiles were there"), std::string::npos)
+        << kept.sOut;
 
     fs::remove(sFolder + "/tile_0_0.cld");
     std::string sChanged = ReadBytes(sFolder + "/tile_1_0.cld");

@@ -1,14 +1,14 @@
-#include <host/tile/ITileSource.h>
+#include <host/tile/OpenTileSource.h>
 
+#include <formats/CloudLimits.h>
+#include <formats/Compact.h>
 #include <host/files/CFileKind.h>
 #include <host/files/CInputFile.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CFailure.h>
 #include <host/output/FormatCount.h>
 #include <host/tile/CNativePnts.h>
-
-#include <formats/CloudLimits.h>
-#include <formats/Compact.h>
+#include <host/tile/FailForReach.h>
 
 #include <fmt/format.h>
 
@@ -32,7 +32,8 @@ public:
         : m_pFile(std::move(pFile)), m_pSource(m_pFile->MakeSource())
     {
         if (m_pSource == nullptr)
-            throw CFailure(m_pFile->GetPath(), "this program is built without LASzip, which tiles are cut with");
+            throw CFailure(m_pFile->GetPath(),
+                           "this program is built without LASzip, which tiles are cut with");
     }
 
     bool HasColor() const override { return m_pSource->HasColor(); }
@@ -114,13 +115,6 @@ private:
 };
 
 } // namespace
-
-void FailForReach(const std::string& sPath, double dPlace, std::size_t nAxis, float fOrigin)
-{
-    throw CFailure(sPath, fmt::format("a point lies at {} {:.15g}, more than {} units from the first one's {:.15g}: "
-                                      "tiles share one origin, and their coordinates reach no farther",
-                                      "xyz"[nAxis], dPlace, c_nReach, static_cast<double>(fOrigin)));
-}
 
 std::unique_ptr<ITileSource> OpenTileSource(const CInputOptions& input)
 {
