@@ -73,6 +73,8 @@ CTilePlan PlanFromJson(const TJson& json)
 
 CTileWork::CTileWork(const std::string& sFolder) : m_sWork((fs::path(sFolder) / c_pFolder).string())
 {
+    std::error_code error;
+    m_bMade = !fs::exists(sFolder, error);
     MakeFolder(GetPntsFolder());
     m_nLock = open(m_sWork.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (m_nLock < 0)
@@ -86,6 +88,11 @@ CTileWork::CTileWork(const std::string& sFolder) : m_sWork((fs::path(sFolder) / 
 
 CTileWork::~CTileWork()
 {
+    std::error_code error;
+    if (!fs::exists(m_sWork + c_pPlan, error)) // nothing to go on with
+        Clear();
+    if (m_bMade)
+        fs::remove(fs::path(m_sWork).parent_path(), error); // an empty folder only
     close(m_nLock);
 }
 
@@ -109,6 +116,9 @@ std::optional<CTilePlan> CTileWork::ReadPlan() const
 
 void CTileWork::WritePlan(const CTilePlan& plan) const
 {
+    ClearPnts();
+    std::error_code error;
+    fs::remove(m_sWork + c_pDone, error); // of another plan
     COutFile out(m_sWork + c_pPlan);
     out.Write(JsonFromPlan(plan).dump(-1, ' ', false, TJson::error_handler_t::replace));
     out.Commit();

@@ -26,6 +26,7 @@ public:
     std::string GetPntsFolder() const { return m_sWork + "/points"; }
 
     std::optional<CTilePlan> ReadPlan() const;
+    /// Forgets what an earlier plan has left.
     void WritePlan(const CTilePlan& plan) const;
 
     /// Tiles that are done. A line that an interruption has cut off is left out.
@@ -45,6 +46,7 @@ public:
 private:
     std::string m_sWork;
     int m_nLock = -1;
+    bool m_bMade = false; // the folder of the tiles was not there
 };
 
 } // namespace zorcld

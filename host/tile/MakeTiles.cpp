@@ -51,12 +51,19 @@ public:
 
     CMadeTiles Make()
     {
-        std::vector<CTileEntry> vecDone = FindDone();
-        for (const CTileEntry& entry : vecDone)
-            if (IsIntact(entry))
-                m_mapDone.emplace(entry.cell, entry);
+        TakeIntact(FindDone());
         CMadeTiles made;
         made.nNumKept = m_mapDone.size();
+        if (m_manifest && m_manifest->vecTiles.size() == m_mapDone.size())
+        {
+            made.manifest = *m_manifest;
+            return made;
+        }
+        if (m_manifest)
+        {
+            MakeNewPlan();
+            fs::remove(FindManifestPath(m_sFolder)); // it says that all are there
+        }
         std::vector<CTileCount> vecMissing;
         for (const CTileCount& tile : m_plan.vecTiles)
             if (m_mapDone.count(tile.cell) == 0)
@@ -84,7 +91,7 @@ private:
         }
     }
 
-    /// @return the tiles that an earlier run has made. Leaves the plan.
+    /// @return the tiles that an earlier run has made. Leaves the plan, or a manifest.
     std::vector<CTileEntry> FindDone()
     {
         if (std::optional<CTilePlan> plan = m_work.ReadPlan())
@@ -96,19 +103,31 @@ private:
             m_plan = std::move(*plan);
             return m_work.ReadDone();
         }
-        std::optional<CManifest> manifest;
-        if (CManifest::IsManifest(m_sFolder))
-            manifest = CManifest::Read(m_sFolder);
-        m_plan = MakePlan(m_vecInputs, m_options, m_console);
-        if (manifest && !IsOfSameFiles(*manifest))
+        if (!CManifest::IsManifest(m_sFolder))
         {
-            m_work.Clear();
+            MakeNewPlan();
+            return {};
+        }
+        m_manifest = CManifest::Read(m_sFolder);
+        if (!IsOfSameFiles(*m_manifest))
             throw CFailure(m_sFolder, "holds tiles of other files or options; another folder, or this one "
                                       "emptied, takes these");
-        }
-        m_work.ClearPnts();
+        return m_manifest->vecTiles;
+    }
+
+    void MakeNewPlan()
+    {
+        m_plan = MakePlan(m_vecInputs, m_options, m_console);
         m_work.WritePlan(m_plan);
-        return manifest ? manifest->vecTiles : std::vector<CTileEntry>();
+        for (const auto& [cell, entry] : m_mapDone)
+            m_work.AddDone(entry);
+    }
+
+    void TakeIntact(const std::vector<CTileEntry>& vecDone)
+    {
+        for (const CTileEntry& entry : vecDone)
+            if (IsIntact(entry))
+                m_mapDone.emplace(entry.cell, entry);
     }
 
     /// Size and time of a file stand for what is in it; where the time is another one, its hash tells.
@@ -128,10 +147,12 @@ private:
 
     bool IsOfSameFiles(const CManifest& manifest) const
     {
-        return manifest.options == m_options && manifest.vecFiles.size() == m_plan.vecFiles.size() &&
-               std::equal(manifest.vecFiles.begin(), manifest.vecFiles.end(), m_plan.vecFiles.begin(),
-                          [](const CTiledFile& file, const CPlannedFile& planned)
-                          { return file.sHash == planned.file.sHash; });
+        return manifest.options == m_options && manifest.vecFiles.size() == m_vecInputs.size() &&
+               std::equal(m_vecInputs.begin(), m_vecInputs.end(), manifest.vecFiles.begin(),
+                          [](const CInputOptions& input, const CTiledFile& file) {
+                              return LookAtTime(input.sPath).file.nNumBytes == file.nNumBytes &&
+                                     HashFile(input.sPath) == file.sHash;
+                          });
     }
 
     bool IsIntact(const CTileEntry& entry) const
@@ -238,6 +259,7 @@ private:
     const CConsole& m_console;
     CTileWork m_work;
     CTilePlan m_plan;
+    std::optional<CManifest> m_manifest; // that was there
     std::map<CCell, CTileEntry> m_mapDone;
 };
 

@@ -113,3 +113,15 @@ TEST_F(ZorcldTileResume, OtherFilesOrOptions_AreRefused)
     EXPECT_NE(file.sErr.find("holds tiles of other files or options"), std::string::npos) << file.sErr;
     EXPECT_TRUE(ReadFolder(m_zorcld.GetPath("whole")) == sBefore);
 }
+
+TEST_F(ZorcldTileResume, FileThatCannotBeCut_LeavesNothingBehind)
+{
+    const std::string sFolder = m_zorcld.GetPath("none");
+    for (const std::string& sFile : {m_zorcld.GetPath("absent.ply"), m_zorcld.Write("text.ply", "text")})
+    {
+        const CRun run = m_zorcld.Run({"tile", sFile, "-o", sFolder, "--size", "50"});
+        EXPECT_EQ(run.nStatus, 1);
+        EXPECT_TRUE(run.HasOneErrLine()) << run.sErr;
+        EXPECT_FALSE(fs::exists(sFolder));
+    }
+}
