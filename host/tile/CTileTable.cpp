@@ -24,17 +24,27 @@ CTileTable::CTileTable(const CTileGrid& grid, std::vector<CTileCount> vecTiles)
         m_mapTiles.emplace(m_vecTiles[i].cell, i);
 }
 
-CTileTable::CRange CTileTable::FindRange(std::int64_t x, std::int64_t y) const
+CTileTable::CSpan CTileTable::FindSpan(std::size_t nAxis, std::int64_t nStep)
 {
+    CSpan& span = m_aSpans[nAxis];
+    if (nStep < span.nFirst || nStep >= span.nNext)
+    {
+        span.nCell = m_grid.FindCell(nAxis, nStep);
+        span.nFirst = m_grid.GetFirstStep(nAxis, span.nCell);
+        span.nNext = m_grid.GetFirstStep(nAxis, span.nCell + 1);
+    }
     const std::int64_t nReach = m_grid.GetReach();
-    CRange range;
-    range.nColumn = m_grid.FindCell(0, x);
-    range.nRow = m_grid.FindCell(1, y);
-    range.nColumnMin = m_grid.FindCell(0, x - nReach);
-    range.nColumnMax = m_grid.FindCell(0, x + nReach);
-    range.nRowMin = m_grid.FindCell(1, y - nReach);
-    range.nRowMax = m_grid.FindCell(1, y + nReach);
-    return range;
+    CSpan found = span;
+    found.nMin = nStep - nReach >= span.nFirst ? span.nCell : m_grid.FindCell(nAxis, nStep - nReach);
+    found.nMax = nStep + nReach < span.nNext ? span.nCell : m_grid.FindCell(nAxis, nStep + nReach);
+    return found;
+}
+
+CTileTable::CRange CTileTable::FindRange(std::int64_t x, std::int64_t y)
+{
+    const CSpan columns = FindSpan(0, x);
+    const CSpan rows = FindSpan(1, y);
+    return {columns.nCell, rows.nCell, columns.nMin, columns.nMax, rows.nMin, rows.nMax};
 }
 
 std::size_t CTileTable::Find(std::int64_t nColumn, std::int64_t nRow)

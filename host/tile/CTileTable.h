@@ -3,6 +3,7 @@
 
 #include <host/tile/CTileGrid.h>
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <unordered_map>
@@ -94,7 +95,18 @@ private:
         }
     };
 
-    CRange FindRange(std::int64_t x, std::int64_t y) const;
+    /// A column or row with its steps, and those within reach of a step in it.
+    struct CSpan
+    {
+        std::int64_t nCell = 0;
+        std::int64_t nFirst = 0;
+        std::int64_t nNext = 0; // none yet
+        std::int64_t nMin = 0;
+        std::int64_t nMax = 0;
+    };
+
+    CSpan FindSpan(std::size_t nAxis, std::int64_t nStep);
+    CRange FindRange(std::int64_t x, std::int64_t y);
     std::size_t Find(std::int64_t nColumn, std::int64_t nRow);
 
     /// Most points lie where the last one did.
@@ -104,6 +116,7 @@ private:
     bool m_bGrows;
     std::vector<CTileCount> m_vecTiles;
     std::unordered_map<CCell, std::size_t, CHash> m_mapTiles;
+    std::array<CSpan, 2> m_aSpans;  // of the last point
     CInner m_inner;                 // of the last such point's core
     std::size_t m_nInner = c_nNone; // its tile
 };
