@@ -38,8 +38,7 @@ public:
     bool ReadBlockAt(std::int64_t nPos);
 
     /// @param onBlock  gets the block at hand and each that is read from now on, whole, and where it stands
-    /// in
-    ///                 the file.
+    ///                 in the file.
     void SetOnBlock(TOnBlock onBlock);
 
     /// @return the next byte without taking it; -1 at the end of the file.

@@ -59,14 +59,13 @@ public:
     /// Of a compressed file: how its points are compressed. REQUIRES: Check has returned true.
     const CLazGuard& GetLaz() const noexcept { return m_laz; }
 
-    /// @return what LASzip is to get in place of bytes of the file, so that it takes what does no harm
-    /// without
-    ///         a word and without allocating what the file does not hold. REQUIRES: Check has returned true.
+    /// @return what LASzip is to get in place of bytes of the file, so that it takes what does no
+    ///         harm without a word and without allocating what the file does not hold. REQUIRES: Check has
+    ///         returned true.
     std::vector<CFilePatch> GetPatches() const;
 
-    /// @return whether a reading library that opens the file itself copes with it: it says a word about what
-    /// it
-    ///         finds, and reads it. REQUIRES: Check has returned true.
+    /// @return whether a reading library that opens the file itself copes with it: it says a word
+    ///         about what it finds, and reads it. REQUIRES: Check has returned true.
     bool IsSafeAsItStands() const noexcept
     {
         return m_header.nNumRecords - m_nNumRecords <= c_nMaxMissingRecords && m_laz.HasTable();

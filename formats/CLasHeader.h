@@ -52,9 +52,8 @@ struct CLasHeader
     bool HasColor() const { return LasLayout::HasColor(static_cast<unsigned>(nFormat)); }
     bool IsColorTaken() const { return LasLayout::IsColorTaken(static_cast<unsigned>(nFormat)); }
 
-    /// @return bytes of a point that is not compressed: where the header says fewer than its format has,
-    /// those
-    ///         of the format, with which the reading library goes on.
+    /// @return bytes of a point that is not compressed: where the header says fewer than its format
+    ///         has, those of the format, with which the reading library goes on.
     int CalcPntSize() const;
 
     /// @return points that the file has room for; -1 of a compressed file, whose size does not tell.

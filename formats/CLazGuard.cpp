@@ -28,9 +28,8 @@ struct CLazItem
     std::uint16_t nVersion;
 };
 
-/// @return whether the item is one that the reading library knows. For any other, the library frees memory
-/// that
-///         it has never allocated.
+/// @return whether the item is one that the reading library knows. For any other, the library frees
+///         memory that it has never allocated.
 bool IsKnown(const CLazItem& item, bool bLayered)
 {
     if (item.nType >= LasLayout::c_aItemTypes.size() ||

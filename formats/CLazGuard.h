@@ -43,9 +43,8 @@ public:
     /// more than any file holds.
     std::int64_t GetMaxNumPnts() const noexcept { return m_nMaxNumPnts; }
 
-    /// @return whether the file has a table of chunks, or needs none: only then can LASzip do without the
-    /// patch
-    ///         and without CLazFile.
+    /// @return whether the file has a table of chunks, or needs none: only then can LASzip do
+    ///         without the patch and without CLazFile.
     bool HasTable() const noexcept { return m_bHasTable; }
 
     /// Where the chunks begin, as the table says, and the last one ends; empty: not known.

@@ -14,8 +14,10 @@
 class CIndexBatch
 {
 public:
+    using IHost = IPntIndexListener; ///< whom it delivers to
+
     /// @param nBatch  indices a batch; below 1 counts as 1. Throws std::bad_alloc.
-    CIndexBatch(IPntIndexListener* pListener, std::int32_t nBatch)
+    CIndexBatch(IHost* pListener, std::int32_t nBatch)
         : m_pListener(pListener), m_nCapacity(std::max(nBatch, 1)),
           m_pIndices(new std::int32_t[static_cast<std::size_t>(m_nCapacity)])
     {
@@ -55,7 +57,7 @@ public:
     }
 
 private:
-    IPntIndexListener* m_pListener;
+    IHost* m_pListener;
     std::int32_t m_nCapacity;
     std::int32_t m_nNumFilled = 0;
     std::unique_ptr<std::int32_t[]> m_pIndices;

@@ -35,7 +35,7 @@ CPntBounds CalcBounds(const COcTreeCube& root, const CLevelPlace& place) noexcep
 
 template <class T>
 CLodRunSearch<T>::CLodRunSearch(const COcTreeData<T>& store, double dLod, CLodRuns& runs)
-    : m_store(store), m_runs(runs), m_listener(store, runs.vecRuns),
+    : m_store(store), m_runs(runs), m_visitor(&runs.vecRuns, store),
       m_nLimit(IsLodSpacing(dLod) ? CalcLodDepth(store.m_pTree->m_nEdge, dLod) : -1)
 {
     m_runs.vecRuns.clear();
@@ -68,7 +68,7 @@ template <class T>
 void CLodRunSearch<T>::FindUnder(const COcTreeNode& node, std::int64_t nDepth)
 {
     CDelivered delivered;
-    CWalkLod<CRunListener<T>>(m_listener, m_nLimit, delivered).Walk(node, nDepth);
+    CWalkLod<TVisitor>(m_visitor, m_nLimit, delivered).Walk(node, nDepth);
     m_runs.nNumInCube = m_store.m_pTree->m_bTiled ? FindPntRun(node).nCount : -1;
 }
 
@@ -76,14 +76,14 @@ void CLodRunSearch<T>::FindUnder(const COcTreeNode& node, std::int64_t nDepth)
 template <class T>
 void CLodRunSearch<T>::FindInLeaf(const COcTreeLeaf& leaf, const CPntBounds& bounds, bool bOnePnt)
 {
-    const std::int32_t nOne = bOnePnt ? m_listener.FindLivePnt(leaf) : -1;
+    const std::int32_t nOne = bOnePnt ? m_visitor.FindLivePnt(leaf) : -1;
     for (std::int32_t i = leaf.m_nFirst; i < leaf.m_nFirst + leaf.m_nCount; ++i)
     {
         if (!IsInCube(i, bounds))
             continue;
         ++m_runs.nNumInCube;
         if (bOnePnt ? i == nOne : !m_store.IsDeleted(i))
-            m_listener.OnPnt(i);
+            m_visitor.OnPnt(i);
     }
 }
 
@@ -93,9 +93,9 @@ void CLodRunSearch<T>::FindInLargerCube(const COcTreeNode& node, const CPntBound
 {
     m_runs.nNumInCube = -1;
     const COcTreeLeaf* const pLeaf = FindRepresentative(node);
-    const std::int32_t nIndex = pLeaf == nullptr ? -1 : m_listener.FindLivePnt(*pLeaf);
+    const std::int32_t nIndex = pLeaf == nullptr ? -1 : m_visitor.FindLivePnt(*pLeaf);
     if (nIndex != -1 && IsInCube(nIndex, bounds))
-        m_listener.OnPnt(nIndex);
+        m_visitor.OnPnt(nIndex);
 }
 
 template <class T>

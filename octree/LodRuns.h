@@ -1,10 +1,11 @@
 #ifndef OCTREE_LODRUNS_H
 #define OCTREE_LODRUNS_H
 
+#include <octree/CIndexVisitor.h>
 #include <octree/COcTreeData.h>
 #include <octree/COcTreeNode.h>
 #include <octree/CPntBounds.h>
-#include <octree/CRunListener.h>
+#include <octree/CRunList.h>
 #include <zor4data/FindLodRuns.h>
 
 /// A position on a level of the octree.
@@ -33,6 +34,8 @@ public:
     void Find(const CLevelPlace& place);
 
 private:
+    using TVisitor = CIndexVisitor<T, CRunList>;
+
     void FindUnder(const COcTreeNode& node, std::int64_t nDepth);
     void FindInLeaf(const COcTreeLeaf& leaf, const CPntBounds& bounds, bool bOnePnt);
     void FindInLargerCube(const COcTreeNode& node, const CPntBounds& bounds);
@@ -40,7 +43,7 @@ private:
 
     const COcTreeData<T>& m_store;
     CLodRuns& m_runs;
-    CRunListener<T> m_listener;
+    TVisitor m_visitor;
     std::int64_t m_nLimit; // depth at which cubes give one point
 };
 

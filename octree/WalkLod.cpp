@@ -109,5 +109,5 @@ template class CWalkLod<COcTreeListener<CTruncPnt>>;
 template class CWalkLod<COcTreeListener<CTruncPnt_Color>>;
 template class CWalkLod<CIndexVisitor<CTruncPnt>>;
 template class CWalkLod<CIndexVisitor<CTruncPnt_Color>>;
-template class CWalkLod<CRunListener<CTruncPnt>>;
-template class CWalkLod<CRunListener<CTruncPnt_Color>>;
+template class CWalkLod<CIndexVisitor<CTruncPnt, CRunList>>;
+template class CWalkLod<CIndexVisitor<CTruncPnt_Color, CRunList>>;

@@ -5,7 +5,7 @@
 #include <octree/CIndexVisitor.h>
 #include <octree/COcTreeIndex.h>
 #include <octree/COcTreeListener.h>
-#include <octree/CRunListener.h>
+#include <octree/CRunList.h>
 
 /// Walk of a thinned cloud: a node at the depth limit gives its representative, a leaf there its first
 /// live point, a leaf above all its live points.
@@ -60,7 +60,7 @@ extern template class CWalkLod<COcTreeListener<CTruncPnt>>;
 extern template class CWalkLod<COcTreeListener<CTruncPnt_Color>>;
 extern template class CWalkLod<CIndexVisitor<CTruncPnt>>;
 extern template class CWalkLod<CIndexVisitor<CTruncPnt_Color>>;
-extern template class CWalkLod<CRunListener<CTruncPnt>>;
-extern template class CWalkLod<CRunListener<CTruncPnt_Color>>;
+extern template class CWalkLod<CIndexVisitor<CTruncPnt, CRunList>>;
+extern template class CWalkLod<CIndexVisitor<CTruncPnt_Color, CRunList>>;
 
 #endif

@@ -45,9 +45,8 @@ public:
     /// @return the points of the walk, the start point first and, if it was reached again, last.
     const std::vector<std::int32_t>& GetPath() const noexcept { return m_path.GetIndices(); }
 
-    /// @return how often the walk has looked at a point, a box of points, or a segment of the path or a box
-    /// of
-    ///         them: the work done.
+    /// @return how often the walk has looked at a point, a box of points, or a segment of the path
+    ///         or a box of them: the work done.
     std::int64_t GetNumLooks() const noexcept { return m_nNumLooks + m_path.GetNumLooks(); }
 
 private:

@@ -13,7 +13,7 @@ namespace zorcld
 {
 
 #if !ZORCLD_HAS_SERVE
-void RunServer(const CServeOptions&, const CConsole&)
+bool RunServer(const CServeOptions&, const CConsole&)
 {
     throw CFailure("serve", "this zorcld was built without it (docs/serve.md tells what the build needs)");
 }
@@ -40,7 +40,12 @@ void AddServeCommand(CLI::App& app, const CConsole& console)
         ->capture_default_str()
         ->type_name("ADDRESS");
     pCommand->footer("The address to open is printed on standard output. Ctrl-C ends it.");
-    pCommand->callback([pOptions, &console] { RunServer(*pOptions, console); });
+    pCommand->callback(
+        [pOptions, &console]
+        {
+            if (!RunServer(*pOptions, console))
+                throw CLI::RuntimeError(1); // the failure has been told when it came
+        });
 }
 
 } // namespace zorcld

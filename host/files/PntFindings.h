@@ -12,9 +12,8 @@
 namespace zorcld
 {
 
-/// @return that so many points are no places: their coordinates become those of the first point, or lie at
-/// the
-///         end of its reach.
+/// @return that so many points are no places: their coordinates become those of the first point, or
+///         lie at the end of its reach.
 inline CFinding FindNotFinitePnts(std::int64_t nNumPnts)
 {
     return {"not-finite",

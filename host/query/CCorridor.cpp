@@ -19,6 +19,8 @@ CCorridor::CCorridor(const CPlanLine& line, const std::string& sOption)
         throw CUsageError(sOption + ": the width is not above 0");
     if (line.p1.x == line.p2.x && line.p1.y == line.p2.y)
         throw CUsageError(sOption + ": the line begins and ends at one place");
+    if (!std::isfinite(m_dLength))
+        throw CUsageError(sOption + ": the line is too long");
 }
 
 void CCorridor::FindPnts(const CPntCld& cloud, IPntCldListener& listener) const

@@ -34,12 +34,10 @@ struct COutline
 bool IsWhole(const COutline& outline, const CPntCld& cloud);
 
 /// @param dGiven     the distance; 0: the smallest of some multiples of the mean spacing at which the cloud
-/// is
-///                   one part, else the one at which its largest part is largest.
+///                   is one part, else the one at which its largest part is largest.
 /// @param sPath      the file of the cloud, for the message.
 /// @param nMaxLooks  what the walk at one distance may take (`CalcCntWithin`), when none is given. Where it
-/// is
-///                   left off, a note says so.
+///                   is left off, a note says so.
 /// @throws CFailure where there is no closed outline.
 COutline FindOutline(const CPntCld& cloud, double dGiven, const std::string& sPath, const CConsole& console,
                      std::int64_t nMaxLooks = c_nMaxAutoLooks);

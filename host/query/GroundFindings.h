@@ -17,8 +17,7 @@ struct CGroundResult
 };
 
 /// @return why the result is hardly what its user wants, with the likely cause, one sentence without a full
-/// stop;
-///         empty: nothing is odd about it.
+///         stop; empty: nothing is odd about it.
 std::string FindOddGround(const CGroundResult& result);
 
 } // namespace zorcld

@@ -5,6 +5,7 @@
 #include <host/serve/CRefusal.h>
 #include <host/serve/CRequest.h>
 #include <host/serve/CServed.h>
+#include <host/serve/LineForClient.h>
 #include <host/serve/Resources.h>
 
 #include <algorithm>
@@ -91,17 +92,8 @@ CReply AnswerChecked(const CRequest& request, const CGate& gate, CServed& served
     return reply;
 }
 
-/// Names of files may hold line feeds.
-std::string OnOneLine(std::string sText)
-{
-    std::replace_if(
-        sText.begin(), sText.end(), [](unsigned char c) { return c < ' ' || c == 127; }, ' ');
-    return sText;
-}
-
-} // namespace
-
-CReply Answer(const CRequest& request, const CGate& gate, CServed& served)
+/// Answers, refuses or fails.
+CReply AnswerWhatever(const CRequest& request, const CGate& gate, CServed& served)
 {
     try
     {
@@ -109,15 +101,15 @@ CReply Answer(const CRequest& request, const CGate& gate, CServed& served)
     }
     catch (const CRefusal& refusal)
     {
-        return MakeLineReply(refusal.GetStatus(), OnOneLine(refusal.what()));
+        return MakeLineReply(refusal.GetStatus(), LineForClient(refusal.what()));
     }
     catch (const CUsageError& error)
     {
-        return MakeLineReply(400, OnOneLine(error.what()));
+        return MakeLineReply(400, LineForClient(error.what()));
     }
     catch (const CFailure& failure) // of the file: it is not made for what is asked
     {
-        return MakeLineReply(400, OnOneLine(failure.GetCause()));
+        return MakeLineReply(400, LineForClient(failure.GetCause()));
     }
     catch (const std::bad_alloc&)
     {
@@ -125,8 +117,18 @@ CReply Answer(const CRequest& request, const CGate& gate, CServed& served)
     }
     catch (const std::exception& error)
     {
-        return MakeLineReply(500, OnOneLine(error.what()));
+        return MakeLineReply(500, LineForClient(error.what()));
     }
+}
+
+} // namespace
+
+CReply Answer(const CRequest& request, const CGate& gate, CServed& served)
+{
+    CReply reply = AnswerWhatever(request, gate, served);
+    if (request.sMethod == "HEAD") // whose client expects no body, whatever is said
+        reply.sBody = {};
+    return reply;
 }
 
 bool IsSlow(const CRequest& request)

@@ -6,6 +6,7 @@
 #include <host/serve/CRefusal.h>
 #include <host/serve/CRequest.h>
 #include <host/serve/CServed.h>
+#include <host/serve/LineForClient.h>
 #include <host/serve/RequestNumbers.h>
 #include <zor4data/IPclProgressListener.h>
 
@@ -32,9 +33,9 @@ private:
 /// @return what the request gives, or else what the file states.
 CGroundScale ChooseScale(const CRequest& request, const CServed& served)
 {
-    const double dScale = GetNumberOr(request, "scale", 0.0);
-    if (dScale == 0.0)
+    if (request.FindParam("scale") == nullptr)
         return FindGroundScale(served.GetCoords(), served.GetFile());
+    const double dScale = GetNumber(request, "scale");
     if (!(dScale >= 1e-6 && dScale <= 1e6))
         throw CRefusal(400, "scale: it is not from 1e-6 to 1e6");
     return {dScale, dScale};
@@ -74,7 +75,7 @@ TJson FindGround(const TVersion& pVersion, const CGroundScale& scale, CServed& s
             {"points", result.nNumGround},
             {"of", result.nNumAll},
             {"levels", pGround->GetNumLevels()},
-            {"note", FindOddGround(result)}};
+            {"note", LineForClient(FindOddGround(result))}};
 }
 
 } // namespace

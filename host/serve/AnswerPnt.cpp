@@ -1,5 +1,8 @@
 #include <host/serve/Resources.h>
 
+#include <host/output/CFailure.h>
+#include <host/query/ParseNumbers.h>
+#include <host/query/PickStretched.h>
 #include <host/serve/CPntChoice.h>
 #include <host/serve/CRequest.h>
 #include <host/serve/CServed.h>
@@ -8,6 +11,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <cmath>
 
 namespace zorcld
@@ -37,17 +41,31 @@ CReply DescribePnt(const CPntCld& cloud, int nIndex)
     return MakeJsonReply(json);
 }
 
+/// Three numbers above 0.
+PNT_3D ParseStretch(const std::string& sText)
+{
+    const std::vector<double> vecNumbers = ParseNumbers(sText, ',', 3, "stretch");
+    if (!(*std::min_element(vecNumbers.begin(), vecNumbers.end()) > 0.0))
+        throw CUsageError("stretch: these are not three numbers above 0");
+    return {vecNumbers[0], vecNumbers[1], vecNumbers[2]};
+}
+
 } // namespace
 
 CReply AnswerPick(const CRequest& request, CServed& served)
 {
     const auto number = [&](const char* pName) { return GetNumber(request, pName); };
-    const PNT_3D from(number("ox"), number("oy"), number("oz"));
-    const PNT_3D direction(number("dx"), number("dy"), number("dz"));
+    const PNT_3D from{number("ox"), number("oy"), number("oz")}; // braces: in this order
+    const PNT_3D direction{number("dx"), number("dy"), number("dz")};
     const double dTan = number("tan");
     const CPntChoice choice(request, served);
     const CPntCld& cloud = choice.GetVersion()->GetCloud();
-    return DescribePnt(cloud, PickPnt(cloud, from, direction, dTan, choice.GetPlanes()));
+    const std::string* pStretch = request.FindParam("stretch");
+    if (pStretch == nullptr)
+        return DescribePnt(cloud, PickPnt(cloud, from, direction, dTan, choice.GetQuery().vecPlanes));
+    const CStretchedCone cone{from, direction, dTan, ParseStretch(*pStretch)};
+    const auto lock = served.LockSelection();
+    return DescribePnt(cloud, PickStretched(cloud, cone, choice.GetQuery()));
 }
 
 CReply AnswerNearest(const CRequest& request, CServed& served)

@@ -7,6 +7,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <optional>
@@ -53,6 +54,23 @@ std::shared_ptr<const CAttribute> FindAttribute(const CRequest& request, const C
     return pAttribute;
 }
 
+/// Does If-None-Match hold a tag? It is a list, whose tags may be marked as weak, or a star for any.
+bool HasTag(std::string_view sTags, std::string_view sTag)
+{
+    while (!sTags.empty())
+    {
+        std::string_view sOne = sTags.substr(0, sTags.find(','));
+        sTags.remove_prefix(std::min(sOne.size() + 1, sTags.size()));
+        sOne.remove_prefix(std::min(sOne.find_first_not_of(" \t"), sOne.size()));
+        sOne = sOne.substr(0, sOne.find_last_not_of(" \t") + 1);
+        if (sOne.substr(0, 2) == "W/")
+            sOne.remove_prefix(2);
+        if (sOne == sTag || sOne == "*")
+            return true;
+    }
+    return false;
+}
+
 } // namespace
 
 CReply AnswerTile(const CRequest& request, CServed& served)
@@ -74,7 +92,7 @@ CReply AnswerTile(const CRequest& request, CServed& served)
     const std::string sTag =
         fmt::format("\"{}{}\"", fmt::join(*path, "-"), pAttribute != nullptr ? "-" + pAttribute->sName : "");
     CReply reply;
-    if (request.sIfNoneMatch == sTag)
+    if (HasTag(request.sIfNoneMatch, sTag))
         reply.nStatus = 304;
     else
         reply = MakeTile(pVersion, address, pAttribute);

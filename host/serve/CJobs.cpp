@@ -2,6 +2,7 @@
 
 #include <host/output/CFailure.h>
 #include <host/serve/CRefusal.h>
+#include <host/serve/LineForClient.h>
 
 #include <new>
 #include <utility>
@@ -92,7 +93,7 @@ void CJobs::Run(const std::shared_ptr<CJob>& pJob, const TWork& work)
     }
     catch (const CFailure& failure)
     {
-        fail(failure.GetCause());
+        fail(LineForClient(failure.GetCause()));
     }
     catch (const std::bad_alloc&)
     {
@@ -100,7 +101,7 @@ void CJobs::Run(const std::shared_ptr<CJob>& pJob, const TWork& work)
     }
     catch (const std::exception& error)
     {
-        fail(error.what());
+        fail(LineForClient(error.what()));
     }
 }
 

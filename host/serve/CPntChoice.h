@@ -31,7 +31,8 @@ public:
     CPntChoice(const CRequest& request, const CServed& served);
 
     const TVersion& GetVersion() const { return m_pVersion; }
-    const std::vector<zor::geom::PLANE_3D>& GetPlanes() const { return m_query.vecPlanes; }
+    /// The planes alone.
+    const CQuery& GetQuery() const { return m_query; }
 
     /// Marks the points chosen.
     CMarkedPnts Mark() const;

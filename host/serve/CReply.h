@@ -48,6 +48,7 @@ inline CReply MakeLineReply(int nStatus, const std::string& sLine)
 {
     CReply reply("text/plain; charset=utf-8", sLine + "\n");
     reply.nStatus = nStatus;
+    reply.vecHeaders.emplace_back("Cache-Control", "no-store"); // the next time it may be otherwise
     return reply;
 }
 

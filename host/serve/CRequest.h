@@ -28,6 +28,7 @@ struct CRequest
     std::string sOrigin; ///< empty: not given
     std::string sCookie;
     std::string sIfNoneMatch;
+    std::string sAcceptEncoding;
 };
 
 /// Takes the target of a request line apart: path and parameters behind a question mark.

@@ -89,22 +89,22 @@ void CSession::Read()
     m_parser->body_limit(std::uint64_t{0});
     m_stream.expires_after(m_share.options.timeRequest);
     http::async_read(m_stream, m_buffer, *m_parser,
-                     [pSelf = shared_from_this()](beast::error_code error, std::size_t)
-                     { pSelf->OnRead(error); });
+                     [pSelf = shared_from_this()](beast::error_code error, std::size_t nSize)
+                     { pSelf->OnRead(error, nSize); });
 }
 
-void CSession::OnRead(beast::error_code error)
+void CSession::OnRead(beast::error_code error, std::size_t nSize)
 {
-    if (IsTooLarge(error))
+    if (IsTooLarge(error) || (!error && nSize > c_nMaxHead)) // the parser's limit is a few bytes wide
         return Refuse(413, "a request has at most 8 KiB and no body");
     if (IsOfRequest(error))
         return Refuse(400, "this is no request of HTTP");
     if (error)
         return; // the client has gone or is too slow
     CRequest request = TakeRequest();
-    if (m_parser->get().count(http::field::host) > 1 ||
+    if (m_parser->get().count(http::field::host) > 1 || m_parser->get().count(http::field::origin) > 1 ||
         !ParseTarget({m_parser->get().target().data(), m_parser->get().target().size()}, request))
-        return Refuse(400, "the request's target or host is none");
+        return Refuse(400, "the request's target, host or origin is none");
     m_bKeepAlive = m_parser->get().keep_alive();
     m_stream.expires_never();
     if (m_share.callbacks.isSlow(request))
@@ -122,6 +122,7 @@ CRequest CSession::TakeRequest() const
     request.sOrigin = TextFrom(message[http::field::origin]);
     request.sCookie = TextFrom(message[http::field::cookie]);
     request.sIfNoneMatch = TextFrom(message[http::field::if_none_match]);
+    request.sAcceptEncoding = TextFrom(message[http::field::accept_encoding]);
     return request;
 }
 
@@ -130,9 +131,15 @@ void CSession::AnswerSlowly(CRequest request)
     asio::post(m_share.slowLane,
                [pSelf = shared_from_this(), request = std::move(request)]
                {
-                   CReply reply = AnswerAnyway(pSelf->m_share.callbacks, request);
-                   asio::post(pSelf->m_stream.get_executor(),
-                              [pSelf, reply = std::move(reply)]() mutable { pSelf->Send(std::move(reply)); });
+                   try
+                   {
+                       CReply reply = AnswerAnyway(pSelf->m_share.callbacks, request);
+                       asio::post(pSelf->m_stream.get_executor(), [pSelf, reply = std::move(reply)]() mutable
+                                  { pSelf->Send(std::move(reply)); });
+                   }
+                   catch (const std::exception&) // no memory: the connection goes, with its last holder
+                   {
+                   }
                });
 }
 

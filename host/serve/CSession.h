@@ -44,7 +44,7 @@ private:
     using TParser = boost::beast::http::request_parser<boost::beast::http::empty_body>;
 
     void Read();
-    void OnRead(boost::beast::error_code error);
+    void OnRead(boost::beast::error_code error, std::size_t nSize);
     void AnswerSlowly(CRequest request);
     void Refuse(int nStatus, const char* pLine);
     void Send(CReply reply);

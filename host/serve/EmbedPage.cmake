@@ -1,4 +1,4 @@
-# Makes a source file that holds every file of a folder, compressed, and its path and type (PageFiles.h).
+# Makes a source file that holds every file of a folder, as it is and compressed, and its path and type (PageFiles.h).
 #
 #   cmake -DFOLDER=dist -DOUTPUT=PageFiles.cpp -P EmbedPage.cmake
 
@@ -11,6 +11,15 @@ list(SORT paths)
 set(arrays "")
 set(table "")
 set(number 0)
+
+# Appends an array of the bytes of a file.
+function(append_array name file)
+  file(READ ${file} bytes HEX)
+  string(REGEX REPLACE "(..)" "0x\\1," bytes "${bytes}")
+  string(REGEX REPLACE "((0x..,){20})" "\\1\n" bytes "${bytes}")
+  set(arrays "${arrays}constexpr unsigned char ${name}[] = {\n${bytes}};\n" PARENT_SCOPE)
+endfunction()
+
 foreach(path IN LISTS paths)
   string(REGEX REPLACE ".*\\." "" extension ${path})
   list(FIND types ${extension} found)
@@ -24,16 +33,15 @@ foreach(path IN LISTS paths)
   endif()
   file(ARCHIVE_CREATE OUTPUT ${OUTPUT}.gz PATHS ${FOLDER}/${path} FORMAT raw
     COMPRESSION GZip COMPRESSION_LEVEL 9)
-  file(READ ${OUTPUT}.gz bytes HEX)
+  append_array(c_acPlain${number} ${FOLDER}/${path})
+  append_array(c_acGzip${number} ${OUTPUT}.gz)
   file(REMOVE ${OUTPUT}.gz)
-  string(REGEX REPLACE "(..)" "0x\\1," bytes "${bytes}")
-  string(REGEX REPLACE "((0x..,){20})" "\\1\n" bytes "${bytes}")
-  string(APPEND arrays "constexpr unsigned char c_acFile${number}[] = {\n${bytes}};\n")
   set(asked "/${path}")
   if(path STREQUAL "index.html")
     set(asked "/")
   endif()
-  string(APPEND table "    {\"${asked}\", \"${type}\", c_acFile${number}, sizeof(c_acFile${number})},\n")
+  string(APPEND table "    {\"${asked}\", \"${type}\", c_acPlain${number}, sizeof(c_acPlain${number}), "
+    "c_acGzip${number}, sizeof(c_acGzip${number})},\n")
   math(EXPR number "${number} + 1")
 endforeach()
 if(number EQUAL 0)

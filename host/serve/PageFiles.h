@@ -6,13 +6,15 @@
 namespace zorcld
 {
 
-/// A file of the page, embedded in the program: compressed with gzip.
+/// A file of the page, embedded in the program: as it is, and compressed with gzip.
 struct CPageFile
 {
     const char* pPath; ///< as it is asked for: "/app.js"; "/" for the page itself
     const char* pType;
-    const unsigned char* pBytes;
-    std::size_t nSize;
+    const unsigned char* pPlain;
+    std::size_t nPlainSize;
+    const unsigned char* pGzip;
+    std::size_t nGzipSize;
 };
 
 /// Both stand in a source file that the build makes (EmbedPage.cmake).

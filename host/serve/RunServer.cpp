@@ -4,6 +4,7 @@
 #include <host/files/OpenInputFile.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
+#include <host/output/PrintMessage.h>
 #include <host/serve/Answer.h>
 #include <host/serve/CGate.h>
 #include <host/serve/CHttpServer.h>
@@ -72,12 +73,12 @@ private:
         catch (const CFailure& failure)
         {
             m_served.SetFailed(failure.GetCause());
-            m_console.Note(failure.what());
+            PrintMessage(stderr, fmt::format("zorcld: {}", failure.what()));
         }
         catch (const std::exception&)
         {
             m_served.SetFailed("not enough memory");
-            m_console.Note(m_file.GetPath() + ": not enough memory");
+            PrintMessage(stderr, fmt::format("zorcld: {}: not enough memory", m_file.GetPath()));
         }
     }
 
@@ -128,7 +129,7 @@ void EndSoon(int nStatus)
 
 } // namespace
 
-void RunServer(const CServeOptions& options, const CConsole& console)
+bool RunServer(const CServeOptions& options, const CConsole& console)
 {
     const std::unique_ptr<CInputFile> pFile = OpenInputFile(options.input);
     CServed served(options.input, MakeFirstVersion(), options.nBudget);
@@ -149,10 +150,9 @@ void RunServer(const CServeOptions& options, const CConsole& console)
         OpenBrowser(sUrl, console);
     server.Wait();
     served.GetJobs().StopAll();
-    const CServed::CProgress progress = served.GetProgress();
-    EndSoon(progress.eState == CServed::enumState::Failed ? 1 : 0);
-    if (progress.eState == CServed::enumState::Failed)
-        throw CFailure(options.input.sPath, progress.sCause);
+    const bool bLoaded = served.GetProgress().eState != CServed::enumState::Failed;
+    EndSoon(bLoaded ? 0 : 1);
+    return bLoaded;
 }
 
 } // namespace zorcld

@@ -23,9 +23,9 @@ struct CServeOptions
 
 /// Shows a cloud in the browser until it is interrupted. The address is printed on standard output at once,
 /// while the file is still being loaded.
-/// @throws CFailure when the file cannot be opened, the server cannot listen, or, once it has been
-///         interrupted, when the file could not be loaded.
-void RunServer(const CServeOptions& options, const CConsole& console);
+/// @return false when the file could not be loaded, which has been told on standard error.
+/// @throws CFailure when the file cannot be opened, or the server cannot listen.
+bool RunServer(const CServeOptions& options, const CConsole& console);
 
 } // namespace zorcld
 

@@ -6,8 +6,8 @@
 /// A run of points of a cloud's array: nFirst .. nFirst + nCount - 1.
 struct CPntRun
 {
-    std::int32_t nFirst = 0;
-    std::int32_t nCount = 0;
+    std::int32_t nFirst = 0; ///< index of the first point
+    std::int32_t nCount = 0; ///< how many points
 };
 
 #endif

@@ -20,9 +20,8 @@ class IPntCldListener;
 /// @param nMaxLooks  looks at points, segments and boxes of these that the walk may make, some 20 to 50
 ///                   nanoseconds each; the same on every machine. A walk may take a few more.
 ///
-/// @return Outline_None for a cloud without point type or octree, too. Nothing is delivered unless the
-/// outline
-///         is closed. Throws std::bad_alloc only.
+/// @return Outline_None for a cloud without point type or octree, too. Nothing is delivered unless
+///         the outline is closed. Throws std::bad_alloc only.
 ZOR4DATA_API enumOutline CalcCntWithin(const CPntCld& cld, IDlgProgress* pProgress,
                                        IPntCldListener* pListener, double d, std::int64_t nMaxLooks);
 

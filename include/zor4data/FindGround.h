@@ -10,6 +10,7 @@ class IPclProgressListener;
 
 /// Finds the ground points of a cloud, those that `CPntCld::Morph` would keep, and leaves it as it is.
 ///
+/// @param cld        asked for its points.
 /// @param pListener  told of the progress; null: no calls.
 /// @return indices, ascending; none for a cloud without point type.
 ///

@@ -15,8 +15,8 @@ class IPntIndexListener;
 /// the indices of the points that the query of the class delivers, in the same order, and nothing else. The
 /// colour listener is not called.
 ///
-/// @param pListener  receives the indices; the array it is given is reused after each call. Null: nobody
-/// does.
+/// @param cld        asked for its points.
+/// @param pListener  receives the indices, in an array that is reused after each call. Null: nobody does.
 /// @param nBatch     indices per OnIndices call, the last may be shorter; below 1 counts as 1.
 ///
 /// All other arguments, and what happens without an octree, as the query named; a cloud without point type:

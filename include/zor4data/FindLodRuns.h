@@ -13,17 +13,17 @@ class CPntCld;
 struct CLodRuns
 {
     std::vector<CPntRun> vecRuns; ///< in the order of the walk, no two that could be one; no run is empty
-    std::int64_t nNumInCube =
-        -1; ///< points of the cube, thinned or not, those marked deleted with them; -1:
-            ///< not known, of a file whose octree names the points in an order of its own
+    /// Points of the cube, thinned or not, those marked deleted with them; -1: not known, of a file whose
+    /// octree names the points in an order of its own.
+    std::int64_t nNumInCube = -1;
 };
 
 /// Finds the points that `GetPnts_Lod` delivers and that belong to the cube at position (nI, nJ, nK) of a
-/// level
-/// (`GetLevelCube`), as indices: so the cubes of a level together have each point of the level of detail
-/// once. No record is made and no listener called: the points themselves are read from the arrays
+/// level (`GetLevelCube`), as indices: so the cubes of a level together have each point of the level of
+/// detail once. No record is made and no listener called: the points themselves are read from the arrays
 /// (`GetPntArrays`).
 ///
+/// @param cld     asked for its points.
 /// @param dLod    as for GetPnts_Lod; of the whole cloud, not of the cube.
 /// @param nLevel  0 for the root cube, up to 31.
 /// @param nI,nJ,nK  0 to 2^nLevel - 1.

@@ -11,9 +11,9 @@ class CPntCld;
 /// new, no point is selected or marked deleted, the cloud is modified and takes no further points. Copies of
 /// it keep what they have.
 ///
+/// @param cld         reduced.
 /// @param vecIndices  indices of the cloud, each once. In this order the points go into the octree, which
-/// puts
-///                    them into its own. None: a cloud without points.
+///                    has an order of its own. None: a cloud without points.
 ///
 /// `Morph` is `KeepPnts` with what `FindGround` found, byte for byte. A cloud without point type: nothing.
 /// REQUIRES: indices of the cloud. Throws std::bad_alloc; the cloud is then as it was.

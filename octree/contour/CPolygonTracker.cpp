@@ -140,9 +140,8 @@ CPolygonTracker::CFrameMaker CPolygonTracker::CSplitter::MakeMaker(std::size_t n
     return CFrameMaker(m_tracker.m_stacks[nQuarter], quarter, place, nQuarter);
 }
 
-/// @return the quarters that an edge of the frame may meet, as a mask of bits. It meets the frame's square,
-/// so
-///         where its box leaves but one quarter, that is where.
+/// @return the quarters that an edge of the frame may meet, as a mask of bits. It meets the frame's
+///         square, so where its box leaves but one quarter, that is where.
 unsigned CPolygonTracker::CSplitter::FindQuarters(const CContourEdge& edge) const noexcept
 {
     const unsigned nInX = (std::min(edge.a.x, edge.b.x) <= m_cut.dLowMaxX ? 3U : 0U) |

@@ -1,9 +1,10 @@
 """The module beside numpy and Open3D on the same points: prints rows for docs/benchmarks.md.
 
-    bench.py [FILE.ply] [--points N] [--rounds N]
+    bench.py [FILE.ply] [--points N] [--rounds N] [--quick]
 
 Without FILE the terrain comes from `zorcld make-sample` (ZOR4DATA_HOST names the program). Both sides run in turns in
 this process, on one thread; times are CPU time of the process. Results are compared before a time counts.
+--quick: few points and one round: that everything runs and the results match, not how fast.
 """
 
 from __future__ import annotations
@@ -198,7 +199,10 @@ def main() -> None:
     parser.add_argument("file", nargs="?", type=Path)
     parser.add_argument("--points", type=int, default=10_000_000)
     parser.add_argument("--rounds", type=int, default=5)
+    parser.add_argument("--quick", action="store_true")
     options = parser.parse_args()
+    if options.quick:
+        options.points, options.rounds = 200_000, 1
     with tempfile.TemporaryDirectory() as folder:
         cloud = zor4data.read(options.file or make_sample(options.points, Path(folder)))
     print(f"{len(cloud):,} points; a view of them takes {bytes_of_view(cloud) / 2**20:.2f} MiB\n")

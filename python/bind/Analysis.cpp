@@ -34,18 +34,6 @@ public:
     std::vector<double> m_vecCoords;
 };
 
-/// Looks for signals between questions, each of which takes microseconds.
-class CPoller
-{
-public:
-    CPoller() : m_progress(m_none) {}
-    void Poll() { m_progress.Poll(); }
-
-private:
-    py::none m_none;
-    CProgress m_progress;
-};
-
 PNT_3D ReadPlace(const double* p)
 {
     return {p[0], p[1], p[2]};
@@ -61,12 +49,12 @@ py::array_t<std::int32_t> PickPnts(const CCloud& cloud, const TPlaceArray& origi
     if (directions.size() != origins.size())
         throw py::value_error("there must be a direction for each origin");
     std::vector<std::int32_t> vecFound(static_cast<std::size_t>(nNum));
-    CPoller poller;
+    CSignalWatch watch;
     {
         const py::gil_scoped_release released;
         for (py::ssize_t i = 0; i < nNum; ++i)
         {
-            poller.Poll();
+            watch.Poll();
             vecFound[static_cast<std::size_t>(i)] =
                 PickPnt(cloud.GetCld(), ReadPlace(origins.data() + 3 * i),
                         ReadPlace(directions.data() + 3 * i), dTan, vecPlanes);
@@ -82,12 +70,12 @@ py::array_t<std::int32_t> FindNearest(const CCloud& cloud, const TPlaceArray& pl
         throw py::value_error("places must be an N x 3 or N x 2 array");
     const double* const p = places.data();
     std::vector<std::int32_t> vecFound(static_cast<std::size_t>(places.shape(0)));
-    CPoller poller;
+    CSignalWatch watch;
     {
         const py::gil_scoped_release released;
         for (std::size_t i = 0; i < vecFound.size(); ++i)
         {
-            poller.Poll();
+            watch.Poll();
             const double* const pPlace = p + i * static_cast<std::size_t>(nDim);
             vecFound[i] = nDim == 3 ? FindNearestPnt(cloud.GetCld(), ReadPlace(pPlace), dMax)
                                     : FindNearestPnt2D(cloud.GetCld(), PNT_2D(pPlace[0], pPlace[1]), dMax);

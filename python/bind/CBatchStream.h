@@ -24,9 +24,8 @@ public:
     CBatchStream(const CBatchStream&) = delete;
     CBatchStream& operator=(const CBatchStream&) = delete;
 
-    /// @return the next batch; none: the end. Waits without the interpreter's lock; what signal handlers
-    /// raise
-    ///         comes out of it.
+    /// @return the next batch; none: the end. Waits without the interpreter's lock; what signal
+    ///         handlers raise comes out of it.
     pybind11::array_t<std::int32_t> GetNext();
 
     /// Ends the thread. After it there are no batches.

@@ -21,9 +21,8 @@ public:
     const CPntCld& GetCld() const noexcept { return m_cld; }
     const CPntArrays& GetArrays() const noexcept { return m_arrays; }
 
-    /// @return least and greatest coordinates, x, y, z each, exact; not-a-number without points. The first
-    /// call
-    ///         looks at every point.
+    /// @return least and greatest coordinates, x, y, z each, exact; not-a-number without points. The
+    ///         first call looks at every point.
     const std::array<double, 6>& GetBounds() const;
 
 private:

@@ -1,6 +1,7 @@
 #ifndef PYTHON_BIND_CINDEXBUFFER_H
 #define PYTHON_BIND_CINDEXBUFFER_H
 
+#include <python/bind/CProgress.h>
 #include <zor4data/IPntIndexListener.h>
 
 #include <pybind11/numpy.h>
@@ -15,12 +16,13 @@ namespace zorpy
 {
 
 /// Gathers the indices that a query delivers. Memory grows by reallocation, which moves pages and copies
-/// nothing where there is much of it.
+/// nothing where there is much of it. What signal handlers raise leaves the query on the way.
 class CIndexBuffer final : public IPntIndexListener
 {
 public:
     void OnIndices(int nNumPnts, const std::int32_t* pIndices) override
     {
+        m_watch.PollClock();
         const auto nNum = static_cast<std::size_t>(nNumPnts);
         if (m_nCapacity - m_nNum < nNum)
             Resize(m_nNum + nNum + m_nCapacity);
@@ -59,6 +61,7 @@ private:
     std::unique_ptr<std::int32_t[], CFree> m_pIndices;
     std::size_t m_nNum = 0;
     std::size_t m_nCapacity = 0;
+    CSignalWatch m_watch;
 };
 
 } // namespace zorpy

@@ -14,6 +14,16 @@ void CheckSignals()
         throw py::error_already_set();
 }
 
+void CSignalWatch::PollClock()
+{
+    constexpr std::chrono::milliseconds c_nBetweenLooks(50);
+    const TClock::time_point now = TClock::now();
+    if (now - m_lastLook < c_nBetweenLooks)
+        return;
+    m_lastLook = now;
+    CheckSignals();
+}
+
 bool CProgress::SetPos(int nPos)
 {
     const int nPercent = std::clamp(nPos, 0, 100); // a file may hold more points than it announces
@@ -27,25 +37,12 @@ bool CProgress::SetPos(int nPos)
 void CProgress::Tell(int nPos)
 {
     m_nLastPos = nPos;
-    m_lastLook = TClock::now();
+    m_watch.Reset();
     const py::gil_scoped_acquire lock;
     if (!m_callback.is_none())
         m_callback(nPos);
     if (PyErr_CheckSignals() != 0)
         throw py::error_already_set();
-}
-
-void CProgress::Poll()
-{
-    constexpr unsigned c_nPollsPerLook = 1024; // the clock is not for nothing
-    constexpr std::chrono::milliseconds c_nBetweenLooks(50);
-    if (++m_nNumPolls % c_nPollsPerLook != 0)
-        return;
-    const TClock::time_point now = TClock::now();
-    if (now - m_lastLook < c_nBetweenLooks)
-        return;
-    m_lastLook = now;
-    CheckSignals();
 }
 
 } // namespace zorpy

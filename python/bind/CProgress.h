@@ -15,6 +15,31 @@ namespace zorpy
 /// other threads than the main one nothing is ever raised.
 void CheckSignals();
 
+/// Looks for signals where work comes in many small steps: often asked, and nearly free.
+class CSignalWatch
+{
+public:
+    /// One of many steps, of microseconds at most.
+    void Poll()
+    {
+        constexpr unsigned c_nPollsPerLook = 1024; // the clock is not for nothing
+        if (++m_nNumPolls % c_nPollsPerLook == 0)
+            PollClock();
+    }
+
+    /// One of fewer and longer steps. Throws as `CheckSignals`, which it calls a few times a second.
+    void PollClock();
+
+    /// Counts as a look.
+    void Reset() { m_lastLook = TClock::now(); }
+
+private:
+    using TClock = std::chrono::steady_clock;
+
+    unsigned m_nNumPolls = 0;
+    TClock::time_point m_lastLook = TClock::now();
+};
+
 /// Carries the progress of an operation to a Python callable, and signals and exceptions back: both leave the
 /// slot as C++ exceptions, which stop the operation.
 ///
@@ -32,17 +57,14 @@ public:
     void OnProgress(int nPos) override { SetPos(nPos); }
 
     /// Looks for signals now and then; nearly free otherwise.
-    void Poll();
+    void Poll() { m_watch.Poll(); }
 
 private:
     void Tell(int nPos);
 
-    using TClock = std::chrono::steady_clock;
-
     const pybind11::object& m_callback;
     int m_nLastPos = -1;
-    unsigned m_nNumPolls = 0;
-    TClock::time_point m_lastLook = TClock::now();
+    CSignalWatch m_watch;
 };
 
 } // namespace zorpy

@@ -37,8 +37,8 @@ struct CSource
     const py::array& xyz;
     const unsigned char* pRgb; ///< null: none
     std::int64_t nNumPnts;
-    bool bOrg;  ///< an origin was given
-    TPlace org; ///< that one
+    bool bOrg;  ///< the origin is not the first point
+    TPlace org; ///< but this
 };
 
 /// @return the origin as the library stores it; not-a-number where a float does not reach.
@@ -61,8 +61,7 @@ bool IsInReach(double dValue, double dOrg)
 }
 
 /// @return the place which the library, that cuts towards the origin, stores in the step nearest to `place`:
-/// what
-///         comes out of a cloud goes into another one of the same origin unchanged.
+///         what comes out of a cloud goes into another one of the same origin unchanged.
 TPlace MoveToStep(const TPlace& place, const TPlace& org)
 {
     constexpr double c_dHalfStep = 0.5 / c_dUnitsPerCoord;
@@ -93,8 +92,10 @@ std::optional<CBadRow> Add(CPntCld& cld, const CSource& source)
     else if (source.nNumPnts > 0)
         org = {static_cast<double>(pXyz[0]), static_cast<double>(pXyz[1]), static_cast<double>(pXyz[2])};
     org = RoundOrigin(org);
+    CSignalWatch watch;
     for (std::int64_t i = 0; i < source.nNumPnts; ++i)
     {
+        watch.Poll();
         const Number* const p = pXyz + 3 * i;
         const TPlace given{static_cast<double>(p[0]), static_cast<double>(p[1]), static_cast<double>(p[2])};
         const TPlace place = i == 0 && !source.bOrg ? MoveFirst(given, org) : MoveToStep(given, org);
@@ -138,7 +139,9 @@ std::string Describe(const CBadRow& bad)
 TCloudPtr FillCloud(const py::array& xyz, const py::object& rgb, const py::object& origin)
 {
     CSource source{xyz, nullptr, static_cast<std::int64_t>(xyz.shape(0)), !origin.is_none(), {}};
-    if (source.bOrg)
+    if (source.nNumPnts == 0)
+        source.bOrg = true; // 0, unless given: there is no first point
+    if (!origin.is_none())
         source.org = origin.cast<TPlace>();
     if (!rgb.is_none())
         source.pRgb = static_cast<const unsigned char*>(rgb.cast<py::array>().data());

@@ -5,7 +5,9 @@
 #include <zor4data/LoadNative.h>
 #include <zor4data/SaveCloud.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdint>
 
 namespace py = pybind11;
 
@@ -15,25 +17,46 @@ namespace zorpy
 namespace
 {
 
-/// A cloud that looks for signals at every point that is read: of an ASCII grid no progress is told.
+/// A cloud that tells how far an ASCII grid has come, which the library does not, and looks for signals at
+/// every point. What comes first, the reading of the text, is told by nobody.
 class CWatchedCld final : public CPntCld
 {
 public:
     explicit CWatchedCld(CProgress& progress) : CPntCld(nullptr), m_progress(progress) {}
 
+    void OnReadNumPnts(int nNumPnts) override
+    {
+        m_nNumPnts = nNumPnts;
+        CPntCld::OnReadNumPnts(nNumPnts);
+    }
+
     void OnReadPnt(double x, double y, double z) override
     {
-        m_progress.Poll();
+        if (m_nNumRead < m_nNextTold)
+            m_progress.Poll();
+        else
+            Tell();
+        ++m_nNumRead;
         CPntCld::OnReadPnt(x, y, z);
     }
 
     void OnReadPnt(double x, double y, double z, unsigned char r, unsigned char g, unsigned char b) override
     {
-        CPntCld::OnReadPnt(x, y, z, r, g, b);
+        CPntCld::OnReadPnt(x, y, z, r, g, b); // no grid has colours
     }
 
 private:
+    void Tell()
+    {
+        const std::int64_t nPercent = m_nNumRead * 100 / std::max<std::int64_t>(m_nNumPnts, 1);
+        m_nNextTold = (nPercent + 1) * m_nNumPnts / 100;
+        m_progress.SetPos(static_cast<int>(std::min<std::int64_t>(nPercent, 100)));
+    }
+
     CProgress& m_progress;
+    std::int64_t m_nNumPnts = 0;
+    std::int64_t m_nNumRead = 0;
+    std::int64_t m_nNextTold = 0;
 };
 
 bool Load(CPntCld& cld, CProgress& progress, enumPntCldFile eType, const zor::String& sPath)
@@ -55,6 +78,7 @@ TCloudPtr ReadCloud(const std::string& sPath, int nKind, const py::object& callb
     if (eType == PntCldFile_AsciiGrid)
     {
         CWatchedCld cld(progress);
+        progress.SetPos(0);
         if (Load(cld, progress, eType, sFile))
             pCloud = std::make_shared<CCloud>(cld);
     }

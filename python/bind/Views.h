@@ -8,9 +8,8 @@
 namespace zorpy
 {
 
-/// @return the records themselves, read-only, of the dtype given; the array keeps them, whatever becomes of
-/// the
-///         cloud.
+/// @return the records themselves, read-only, of the dtype given; the array keeps them, whatever
+///         becomes of the cloud.
 pybind11::array ViewPnts(const CCloud& cloud, const pybind11::dtype& dtype);
 
 /// Writes coordinates into `out`, N×3 of float64, C-contiguous. @param index  None: every point.

@@ -5,13 +5,16 @@ from __future__ import annotations
 import importlib.metadata
 import inspect
 import os
+import re
 import subprocess
 import sys
 from pathlib import Path
+from typing import Any, Callable
 
 import zor4data
 
 PACKAGE = Path(zor4data.__file__).parent
+OURS = [module for name, module in sys.modules.items() if name.startswith("zor4data")]
 
 
 def test_the_wheel_brings_the_library() -> None:
@@ -34,9 +37,23 @@ def test_every_public_name_tells_what_it_is() -> None:
         if inspect.isclass(thing) or inspect.isfunction(thing):
             assert inspect.getdoc(thing), name
         if inspect.isclass(thing) and thing.__module__.startswith("zor4data"):
-            for member, value in vars(thing).items():
+            for member, value in inspect.getmembers(thing):
+                if not inspect.getmodule(getattr(value, "fget", value)) in (None, *OURS):
+                    continue
                 if not member.startswith("_") and (inspect.isfunction(value) or isinstance(value, property)):
                     assert inspect.getdoc(value), f"{name}.{member}"
+
+
+def test_every_parameter_and_result_is_told() -> None:
+    functions: list[Callable[..., Any]] = [zor4data.read, zor4data.from_arrays, zor4data.facts]
+    functions += [value for name, value in inspect.getmembers(zor4data.Cloud, inspect.isfunction) if name[0] != "_"]
+    for function in functions:
+        text = inspect.getdoc(function) or ""
+        signature = inspect.signature(function)
+        listed = text.partition("Parameters\n----------\n")[2].partition("\n\n")[0]
+        told = [name for names in re.findall(r"^(\w[\w, ]*) :", listed, re.MULTILINE) for name in names.split(", ")]
+        assert told == [name for name in signature.parameters if name != "self"], function
+        assert ("Returns\n-------\n" in text) == (signature.return_annotation != "None"), function
 
 
 def test_methods_that_give_arrays_tell_shapes_and_types() -> None:

@@ -56,6 +56,22 @@ def test_an_exception_in_the_progress_stops_a_native_load(tmp_path: Path, terrai
         zor4data.read(tmp_path / "a.cld", progress=Stopper(0))
 
 
+def write_grid(path: Path, side: int) -> Path:
+    """An ASCII grid."""
+    row = " ".join(map(str, range(side)))
+    header = f"ncols {side}\nnrows {side}\nxllcorner 5\nyllcorner 5\ncellsize 1\nNODATA_value -9\n"
+    path.write_text(header + "\n".join([row] * side), encoding="ascii")
+    return path
+
+
+@pytest.mark.parametrize("at", [0, 1, 50, 99])
+def test_an_exception_in_the_progress_stops_a_grid(tmp_path: Path, at: int) -> None:
+    stopper = Stopper(at)
+    with pytest.raises(Enough):
+        zor4data.read(write_grid(tmp_path / "a.asc", 90), progress=stopper)
+    assert stopper.told == list(range(at + 1))
+
+
 def test_an_exception_in_the_progress_stops_a_las_load(real_files: Path) -> None:
     with pytest.raises(Enough):
         zor4data.read(real_files / "las" / "autzen_trim.las", progress=Stopper(5))
@@ -72,9 +88,11 @@ def test_an_exception_in_the_progress_stops_an_analysis(terrain: Cloud, name: st
     assert terrain._core.to_bytes() == before[2]
 
 
-def test_progress_rises_from_0_to_100(ply: Path, terrain: Cloud) -> None:
+def test_progress_rises_from_0_to_100(ply: Path, tmp_path: Path, terrain: Cloud) -> None:
+    grids = [write_grid(tmp_path / f"{side}.asc", side) for side in (1, 7, 120)]
     runs: list[Callable[[zor4data.Progress], Any]] = [
         lambda progress: zor4data.read(ply, progress=progress),
+        *(lambda progress, grid=grid: zor4data.read(grid, progress=progress) for grid in grids),
         lambda progress: terrain.ground(progress=progress),
         lambda progress: terrain.ground_mask(progress=progress),
         lambda progress: terrain.outline(2.0, progress=progress),
@@ -143,10 +161,7 @@ def test_ctrl_c_stops_a_load(tmp_path: Path) -> None:
 
 
 def test_ctrl_c_stops_a_grid(tmp_path: Path) -> None:
-    path = tmp_path / "large.asc"
-    row = " ".join(map(str, range(2000)))
-    header = "ncols 2000\nnrows 2000\nxllcorner 0\nyllcorner 0\ncellsize 1\nNODATA_value -9\n"
-    path.write_text(header + "\n".join([row] * 2000), encoding="ascii")
+    path = write_grid(tmp_path / "large.asc", 2000)
     assert interrupted(lambda: zor4data.read(path), 0.05)
 
 
@@ -162,6 +177,17 @@ def test_ctrl_c_stops_the_analyses() -> None:
 def test_ctrl_c_stops_many_small_questions(terrain: Cloud) -> None:
     places = np.random.default_rng(1).uniform(-500, 500, (3_000_000, 3))
     assert interrupted(lambda: terrain.nearest(places), 0.2)
+
+
+def test_ctrl_c_stops_making_a_cloud_of_arrays() -> None:
+    xyz = np.tile(landscape(500000)[0], (16, 1))
+    assert interrupted(lambda: zor4data.from_arrays(xyz), 0.1)
+
+
+def test_ctrl_c_stops_a_question_with_many_answers() -> None:
+    cloud = zor4data.from_arrays(landscape(1_000_000)[0])
+    squares = [np.array([(x, 0.0), (x + 0.4, 0.0), (x + 0.4, 500.0), (x, 500.0)]) for x in np.arange(0.0, 500.0, 0.05)]
+    assert interrupted(lambda: cloud.inside(squares), 0.1)
 
 
 def test_ctrl_c_comes_out_of_batches(terrain: Cloud) -> None:

@@ -6,12 +6,13 @@ its records as a numpy array without a copy, and the indices of the points that 
 
 from __future__ import annotations
 
-from ._cloud import COLOR_POINT, POINT, Batches, Cloud
-from ._errors import Error, ReadError, WriteError
+from ._cloud import COLOR_POINT, POINT, Cloud
+from ._errors import Error, LossWarning, ReadError, WriteError
 from ._facts import Facts, Kind, Loss, Progress, facts
 from ._make import from_arrays, read
 from ._outline import Outline
 from ._query import Query
+from ._questions import Batches
 
 __version__ = "0.1.0"
 
@@ -24,6 +25,7 @@ __all__ = [
     "Facts",
     "Kind",
     "Loss",
+    "LossWarning",
     "Outline",
     "Progress",
     "Query",

@@ -2,10 +2,9 @@
 
 from __future__ import annotations
 
-import math
 import os
 import pickle
-from typing import Any, Callable, Iterator, Optional, SupportsIndex, Union
+from typing import Any, Callable, Optional, SupportsIndex, Union
 
 import numpy as np
 from numpy.typing import ArrayLike, DTypeLike, NDArray
@@ -14,8 +13,9 @@ from . import _core
 from ._errors import make_write_error
 from ._facts import PathLike, Progress, bytes_of_path
 from ._index import read_index, shape_of
+from ._numbers import read_number, read_progress
 from ._outline import Outline
-from ._query import Query, read_planes
+from ._questions import Questions
 
 Index = Union[ArrayLike, slice]
 
@@ -33,21 +33,7 @@ COLOR_POINT = np.dtype(
 )
 
 
-def _read_places(places: ArrayLike, widths: tuple[int, ...], name: str) -> NDArray[np.float64]:
-    """Places as an array whose last dimension has one of the widths."""
-    array = np.asarray(places, dtype=np.float64)
-    if array.ndim == 0 or array.shape[-1] not in widths:
-        wanted = " or ".join(map(str, widths))
-        raise ValueError(f"{name} must have {wanted} coordinates in its last dimension, not the shape {array.shape}")
-    return array
-
-
-def _as_rows(places: NDArray[np.float64]) -> NDArray[np.float64]:
-    """The same places one under the other."""
-    return np.ascontiguousarray(places).reshape(-1, places.shape[-1])
-
-
-class Cloud:
+class Cloud(Questions):
     """A cloud of points in memory, with an octree over them. It never changes.
 
     Made by `zor4data.read` and `zor4data.from_arrays`. A point is known by its index, a position in `points`;
@@ -95,7 +81,10 @@ class Cloud:
 
     @property
     def origin(self) -> NDArray[np.float64]:
-        """Where offsets count from, coordinate units, shape (3,): a coordinate is ``offset / 10000 + origin``."""
+        """Where offsets count from, float64, shape (3,), coordinate units.
+
+        A coordinate is ``offset / 10000 + origin``.
+        """
         return np.array(self._core.origin(), dtype=np.float64)
 
     @property
@@ -130,6 +119,8 @@ class Cloud:
         shape = shape_of(chosen, len(self)) + (3,)
         if out is None:
             out = np.empty(shape, dtype=np.float64)
+        elif not isinstance(out, np.ndarray):
+            raise TypeError(f"out must be an array, not {type(out).__name__}")
         elif out.shape != shape or out.dtype != np.float64:
             raise ValueError(f"out must be of float64 and have the shape {shape}, not {out.dtype} and {out.shape}")
         elif not (out.flags.c_contiguous and out.flags.writeable and out.flags.aligned):
@@ -164,196 +155,6 @@ class Cloud:
         xyz = self.xyz()
         return xyz if dtype is None else xyz.astype(dtype, copy=False)
 
-    # --- queries ---------------------------------------------------------------------------------
-
-    def find(self, query: Query) -> NDArray[np.int32]:
-        """The indices that answer a query.
-
-        Parameters
-        ----------
-        query : Query
-
-        Returns
-        -------
-        ndarray of int32, shape (M,)
-        """
-        return self._core.find(query._asks)
-
-    def batches(self, query: Query, n: int) -> Batches:
-        """The same indices `n` at a time, with memory for no more than two batches.
-
-        Parameters
-        ----------
-        query : Query
-        n : int
-            Indices a batch, at least 1; the last batch may be shorter.
-
-        Returns
-        -------
-        Batches
-            An iterator of int32 arrays, each of its own. The query runs in a thread beside.
-        """
-        if not 1 <= n <= np.iinfo(np.int32).max:
-            raise ValueError(f"n is {n}: a batch holds at least 1 index, and less than 2**31")
-        return Batches(_core.BatchStream(self._core, query._asks, n))
-
-    def all(self) -> NDArray[np.int32]:
-        """Every point, ascending.
-
-        Returns
-        -------
-        ndarray of int32, shape (N,)
-        """
-        return np.arange(len(self), dtype=np.int32)  # what the query gives, since no point is ever marked deleted
-
-    def lod(self, spacing: float) -> NDArray[np.int32]:
-        """A level of detail: about one point for each cube of the octree of that size.
-
-        Parameters
-        ----------
-        spacing : float
-            Coordinate units. Not above 0, not-a-number, or four times the size of the cloud: every point.
-
-        Returns
-        -------
-        ndarray of int32, shape (M,)
-            Cubes come at their sizes, which are the cloud's divided by powers of two; where the octree ends
-            above that size, all points of its leaf come.
-        """
-        return self.find(Query.lod(spacing))
-
-    def clip(self, planes: ArrayLike) -> NDArray[np.int32]:
-        """The points in front of none of the planes.
-
-        Parameters
-        ----------
-        planes : array_like, shape (P, 4)
-            a, b, c, d: a point is in front where a x + b y + c z + d > 0. Coordinate units.
-
-        Returns
-        -------
-        ndarray of int32, shape (M,)
-            The octree decides for whole cubes: a point a few steps of 1/10000 from a plane may come or not.
-        """
-        return self.find(Query.clip(planes))
-
-    def lod_clip(self, spacing: float, planes: ArrayLike) -> NDArray[np.int32]:
-        """A level of detail of the points in front of none of the planes.
-
-        Cubes that the planes cut give their point without a look at the planes.
-
-        Parameters
-        ----------
-        spacing : float
-            As for `lod`; but four times the size of the cloud: one point of each leaf.
-        planes : array_like, shape (P, 4)
-            As for `clip`.
-
-        Returns
-        -------
-        ndarray of int32, shape (M,)
-        """
-        return self.find(Query.lod_clip(spacing, planes))
-
-    def rect(self, xmin: float, ymin: float, xmax: float, ymax: float) -> NDArray[np.int32]:
-        """The points in a rectangle in plan, its edges included; heights do not matter.
-
-        Parameters
-        ----------
-        xmin, ymin, xmax, ymax : float
-            Coordinate units. None is inside where a minimum is above its maximum. On an edge rounding decides:
-            leave half a step of 1/10000 of room.
-
-        Returns
-        -------
-        ndarray of int32, shape (M,)
-        """
-        return self.find(Query.rect(xmin, ymin, xmax, ymax))
-
-    def near_line(
-        self, p1: ArrayLike, p2: ArrayLike, distance: float, *, start: bool = False, end: bool = False
-    ) -> NDArray[np.int32]:
-        """The points along a line in plan: a profile.
-
-        Parameters
-        ----------
-        p1, p2 : array_like, shape (2,)
-            The ends of the line, coordinate units.
-        distance : float
-            How far the corridor reaches to either side; it ends square at the ends of the line.
-        start, end : bool
-            Begin with the point exactly at `p1`, and finish with the one exactly at `p2`, if there are such.
-
-        Returns
-        -------
-        ndarray of int32, shape (M,)
-            A point at an end that lies in the corridor too comes twice.
-        """
-        return self.find(Query.near_line(p1, p2, distance, start, end))
-
-    def inside(self, polygons: Any, *, outside: bool = False) -> NDArray[np.int32]:
-        """Exactly the points inside any of the polygons, or outside all of them, in plan.
-
-        Parameters
-        ----------
-        polygons : object
-            Anything with ``__geo_interface__`` (shapely, an outline), a GeoJSON mapping, an array of shape
-            (N, 2) (one ring), or a sequence of these. Holes count; a point on an edge, of a hole too, is inside.
-        outside : bool
-            The points outside instead.
-
-        Returns
-        -------
-        ndarray of int32, shape (M,)
-            Ascending. The decision is exact for the coordinates of `xyz`.
-        """
-        return self.find(Query.inside(polygons, outside))
-
-    def pick(
-        self, origin: ArrayLike, direction: ArrayLike, angle: float, *, planes: ArrayLike = ()
-    ) -> NDArray[np.int32]:
-        """The point under a cursor: the nearest along a ray within a cone about it.
-
-        Parameters
-        ----------
-        origin, direction : array_like, shape (3,) or (..., 3)
-            Where rays begin and go to; of any length. Broadcast against each other.
-        angle : float
-            Between the ray and the cone's side, radians, 0 to less than a right angle.
-        planes : array_like, shape (P, 4)
-            Points in front of one of them are not seen, as for `clip`.
-
-        Returns
-        -------
-        ndarray of int32, shape () or (...)
-            For each ray an index, or -1: no point.
-        """
-        if not 0.0 <= angle < math.pi / 2:
-            raise ValueError(f"angle is {angle}: it must be at least 0 and less than a right angle, in radians")
-        origins, directions = np.broadcast_arrays(
-            _read_places(origin, (3,), "origin"), _read_places(direction, (3,), "direction")
-        )
-        found = self._core.pick(_as_rows(origins), _as_rows(directions), math.tan(angle), read_planes(planes))
-        return found.reshape(origins.shape[:-1])
-
-    def nearest(self, xyz: ArrayLike, max_distance: float = math.inf) -> NDArray[np.int32]:
-        """The points nearest to places; of several at the same distance the one of the lowest index.
-
-        Parameters
-        ----------
-        xyz : array_like, shape (3,) or (..., 3), or (2,) or (..., 2)
-            Places, coordinate units; with two coordinates distances are those in plan.
-        max_distance : float
-            Coordinate units, included.
-
-        Returns
-        -------
-        ndarray of int32, shape () or (...)
-            For each place an index, or -1: no point so near.
-        """
-        places = _read_places(xyz, (2, 3), "xyz")
-        return self._core.nearest(_as_rows(places), max_distance).reshape(places.shape[:-1])
-
     # --- analysis --------------------------------------------------------------------------------
 
     def ground_mask(self, progress: Optional[Progress] = None) -> NDArray[np.bool_]:
@@ -369,7 +170,7 @@ class Cloud:
         ndarray of bool, shape (N,)
         """
         mask = np.zeros(len(self), dtype=np.bool_)
-        mask[self._core.ground_index(progress)] = True
+        mask[self._core.ground_index(read_progress(progress))] = True
         return mask
 
     def ground(self, progress: Optional[Progress] = None) -> Cloud:
@@ -379,8 +180,12 @@ class Cloud:
         ----------
         progress : callable, optional
             As for `ground_mask`.
+
+        Returns
+        -------
+        Cloud
         """
-        return wrap(self._core.ground(progress))
+        return wrap(self._core.ground(read_progress(progress)))
 
     def outline(self, distance: float, progress: Optional[Progress] = None) -> Outline:
         """The outline of the cloud in plan.
@@ -399,15 +204,19 @@ class Cloud:
         Outline, shape (M, 2)
             Its corners are points of the cloud. None where there is no closed outline.
         """
-        if not distance > 0.0:
+        reach = read_number(distance, "distance")
+        if not reach > 0.0:
             raise ValueError(f"distance is {distance}: it must be above 0")
-        corners = self._core.outline(distance, progress)
+        corners = self._core.outline(reach, read_progress(progress))
         return corners.reshape(-1, 2).view(Outline)
 
     def search_distance(self) -> float:
         """A distance suited to the density, for `outline`.
 
-        Five times the mean spacing of the points in plan, at least 1, coordinate units; infinite without points.
+        Returns
+        -------
+        float
+            Five times the mean spacing of the points in plan, at least 1, coordinate units; infinite without points.
         """
         return self._core.search_distance()
 
@@ -419,12 +228,26 @@ class Cloud:
         Parameters
         ----------
         index : array_like of int or bool, or slice
-            As for `xyz`, each point once.
+            As for `xyz`, each point once; else ValueError. Their order does not matter.
+
+        Returns
+        -------
+        Cloud
         """
         return wrap(self._core.take(read_index(index, len(self)).ravel()))
 
     def without(self, index: Index) -> Cloud:
-        """A cloud of all other points, see `take`."""
+        """A cloud of all other points, see `take`.
+
+        Parameters
+        ----------
+        index : array_like of int or bool, or slice
+            As for `xyz`.
+
+        Returns
+        -------
+        Cloud
+        """
         kept = np.ones(len(self), dtype=np.bool_)
         chosen = read_index(index, len(self))
         if chosen.size and not (0 <= chosen.min() and chosen.max() < len(self)):
@@ -438,7 +261,12 @@ class Cloud:
         Parameters
         ----------
         path : str, bytes or os.PathLike
-            By custom it ends in ``.cld``. Where it cannot be saved (WriteError) an older file stays as it was.
+            By custom it ends in ``.cld``.
+
+        Raises
+        ------
+        WriteError
+            With the path, the cause, its number and errno. An older file stays as it was.
         """
         number, errno = self._core.write(bytes_of_path(path))
         if number != 0:
@@ -452,34 +280,11 @@ class Cloud:
 
     def __reduce_ex__(self, protocol: SupportsIndex) -> tuple[Callable[..., Cloud], tuple[Any, ...]]:
         if len(self) == 0:
-            return _empty, (self.has_color,)
+            return _empty, (self.has_color, tuple(self._core.origin()))
         data: Any = self._core.to_bytes()
         if protocol.__index__() >= 5:
             data = pickle.PickleBuffer(data)
         return _from_native, (data,)
-
-
-class Batches(Iterator[NDArray[np.int32]]):
-    """The answer to a query batch by batch, see `Cloud.batches`. Ends early with `close`, or as a context."""
-
-    def __init__(self, stream: _core.BatchStream) -> None:
-        self._stream = stream
-
-    def __next__(self) -> NDArray[np.int32]:
-        batch = self._stream.next()
-        if batch.size == 0:
-            raise StopIteration
-        return batch
-
-    def close(self) -> None:
-        """Stop the query. There are no batches after it."""
-        self._stream.close()
-
-    def __enter__(self) -> Batches:
-        return self
-
-    def __exit__(self, *_: object) -> None:
-        self.close()
 
 
 def wrap(core: _core.Cloud) -> Cloud:
@@ -497,7 +302,7 @@ def _from_native(data: Any) -> Cloud:
     return wrap(core)
 
 
-def _empty(has_color: bool) -> Cloud:
+def _empty(has_color: bool, origin: tuple[float, float, float]) -> Cloud:
     """A cloud without points."""
     rgb = np.empty((0, 3), dtype=np.uint8) if has_color else None
-    return wrap(_core.from_arrays(np.empty((0, 3)), rgb, None))
+    return wrap(_core.from_arrays(np.empty((0, 3)), rgb, origin))

@@ -33,6 +33,10 @@ class ReadError(Error):
     """A file that is not loaded, and why."""
 
 
+class LossWarning(UserWarning):
+    """A file that is loaded with a loss: its path, and what is lost."""
+
+
 class WriteError(Error):
     """A file that is not saved, and why. An older file of its name stays as it was.
 

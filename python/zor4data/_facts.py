@@ -3,8 +3,8 @@
 from __future__ import annotations
 
 import os
-from dataclasses import dataclass
-from typing import Callable, Literal, Optional, Union
+from dataclasses import dataclass, fields
+from typing import Any, Callable, Literal, Optional, Union
 
 import numpy as np
 from numpy.typing import NDArray
@@ -27,9 +27,9 @@ class Loss:
     text: str  #: one line of English
 
 
-@dataclass(frozen=True)
+@dataclass(frozen=True, eq=False)
 class Facts:
-    """What a file says of itself before it is loaded."""
+    """What a file says of itself before it is loaded. Facts are equal where all of them are."""
 
     path: str
     kind: Optional[Kind]  #: by its first bytes, or as asked for; None: not known
@@ -37,13 +37,26 @@ class Facts:
     number: int  #: the cause's number, 0 where there is none
     announced: Optional[int]  #: points; None: it does not say, as no ASCII grid does
     has_color: bool  #: it would be loaded with colour
-    bounds: Optional[NDArray[np.float64]]  #: [[xmin, ymin, zmin], [xmax, ymax, zmax]], which may be untrue
+    bounds: Optional[NDArray[np.float64]]  #: [[xmin, ymin, zmin], [xmax, ymax, zmax]], read-only; they may be untrue
     losses: tuple[Loss, ...]  #: what would be lost if it were loaded
 
     @property
     def loads(self) -> bool:
         """Whether nothing was found that would keep the file from loading."""
         return self.number == 0
+
+    def _key(self) -> tuple[Any, ...]:
+        """All of it, to be compared."""
+        bounds = None if self.bounds is None else self.bounds.tobytes()
+        return tuple(bounds if field.name == "bounds" else getattr(self, field.name) for field in fields(self))
+
+    def __eq__(self, other: object) -> bool:
+        if not isinstance(other, Facts):
+            return NotImplemented
+        return self._key() == other._key()
+
+    def __hash__(self) -> int:
+        return hash(self._key())
 
 
 def number_of_kind(kind: Optional[Kind]) -> int:
@@ -63,6 +76,13 @@ def bytes_of_path(path: PathLike) -> bytes:
     return name
 
 
+def _bounds(box: tuple[float, ...]) -> NDArray[np.float64]:
+    """Bounds as an array that does not change."""
+    bounds = np.array(box, dtype=np.float64).reshape(2, 3)
+    bounds.flags.writeable = False
+    return bounds
+
+
 def find_facts(path: PathLike, number: int) -> Facts:
     """Look at a file as one of a kind, by the library's number."""
     kind, cause_number, cause, announced, has_color, box, losses = _core.facts(bytes_of_path(path), number)
@@ -73,7 +93,7 @@ def find_facts(path: PathLike, number: int) -> Facts:
         number=cause_number,
         announced=announced if announced >= 0 else None,
         has_color=has_color,
-        bounds=None if box is None else np.array(box).reshape(2, 3),
+        bounds=None if box is None else _bounds(box),
         losses=tuple(Loss(code, text) for code, text in losses),
     )
 

@@ -2,7 +2,7 @@
 
 from __future__ import annotations
 
-import os
+import warnings
 from typing import Any, Optional
 
 import numpy as np
@@ -10,8 +10,9 @@ from numpy.typing import ArrayLike, NDArray
 
 from . import _core
 from ._cloud import Cloud, wrap
-from ._errors import ReadError
+from ._errors import LossWarning, ReadError
 from ._facts import Facts, Kind, PathLike, Progress, bytes_of_path, find_facts, number_of_kind
+from ._numbers import read_progress
 
 
 def _error_from(found: Facts) -> ReadError:
@@ -32,7 +33,7 @@ def read(path: PathLike, *, kind: Optional[Kind] = None, progress: Optional[Prog
         Take it for this kind, whatever its first bytes say.
     progress : callable, optional
         Takes the percentage, an int, each once. An exception that it raises stops the loading and comes out
-        of this function, as KeyboardInterrupt does. An ASCII grid tells none but the last.
+        of this function, as KeyboardInterrupt does.
 
     Returns
     -------
@@ -44,21 +45,30 @@ def read(path: PathLike, *, kind: Optional[Kind] = None, progress: Optional[Prog
     ReadError
         With the path, the cause and its number.
     MemoryError
+
+    Warns
+    -----
+    LossWarning
+        For what is lost or comes otherwise than the file means it (``facts(path).losses``), that it is cut off among
+        it. Attributes that no cloud holds, intensities say, are no reason.
     """
-    number = number_of_kind(kind)
-    if kind is None:
-        found = find_facts(path, number)
-        if not found.loads or found.kind is None:
-            raise _error_from(found)
-        number = number_of_kind(found.kind)
-    core = _core.read(bytes_of_path(path), number, progress)
+    told = read_progress(progress)
+    found = find_facts(path, number_of_kind(kind))
+    if not found.loads or found.kind is None:
+        raise _error_from(found)
+    core = _core.read(bytes_of_path(path), number_of_kind(found.kind), told)
     if core is None:
-        raise _error_from(find_facts(os.fsdecode(path), number))
+        raise _error_from(find_facts(path, number_of_kind(found.kind)))
+    for loss in found.losses:
+        if loss.code != "not-taken":
+            warnings.warn(f"{found.path}: {loss.text}", LossWarning, stacklevel=2)
     return wrap(core)
 
 
 def _read_xyz(xyz: ArrayLike) -> NDArray[Any]:
     """Coordinates as a C-contiguous N x 3 array of float64 or float32."""
+    if isinstance(xyz, np.ma.MaskedArray) and np.any(xyz.mask):
+        raise ValueError("xyz has masked rows: leave them out")
     array = np.asarray(xyz)
     if array.ndim != 2 or array.shape[1] != 3:
         raise ValueError(f"xyz must be an N x 3 array, not one of shape {array.shape}")

@@ -13,7 +13,7 @@ Polygon = tuple[Ring, list[Ring]]
 
 def _ring(coordinates: ArrayLike) -> Ring:
     """A ring as an N x 2 array; further coordinates are left out."""
-    ring = np.asarray(coordinates, dtype=np.float64)
+    ring = np.array(coordinates, dtype=np.float64)  # a copy: what is asked does not change with the user's array
     if ring.size == 0:
         return np.empty((0, 2))
     if ring.ndim != 2 or ring.shape[1] < 2:
@@ -28,24 +28,35 @@ def _polygon(rings: Sequence[ArrayLike]) -> Polygon:
     return _ring(rings[0]), [_ring(hole) for hole in rings[1:]]
 
 
+#: Where GeoJSON's objects have what they are made of.
+_MEMBERS = {
+    "Polygon": "coordinates",
+    "MultiPolygon": "coordinates",
+    "Feature": "geometry",
+    "FeatureCollection": "features",
+    "GeometryCollection": "geometries",
+}
+
+
 def _from_mapping(shape: Mapping[str, Any]) -> Iterator[Polygon]:
     """Polygons of a GeoJSON object."""
     kind = shape.get("type")
+    if kind not in _MEMBERS:
+        raise ValueError(f"polygons are wanted, not {kind or 'a mapping without type'}")
+    if _MEMBERS[kind] not in shape:
+        raise ValueError(f"a {kind} without {_MEMBERS[kind]} is no GeoJSON")
+    content = shape[_MEMBERS[kind]]
     if kind == "Polygon":
-        yield _polygon(shape["coordinates"])
+        yield _polygon(content)
     elif kind == "MultiPolygon":
-        for rings in shape["coordinates"]:
+        for rings in content:
             yield _polygon(rings)
     elif kind == "Feature":
-        yield from _from_mapping(shape["geometry"])
-    elif kind == "FeatureCollection":
-        for feature in shape["features"]:
-            yield from _from_mapping(feature)
-    elif kind == "GeometryCollection":
-        for geometry in shape["geometries"]:
-            yield from _from_mapping(geometry)
+        if content is not None:  # a feature without a place
+            yield from _from_any(content)
     else:
-        raise ValueError(f"polygons are wanted, not a {kind}")
+        for part in content:
+            yield from _from_any(part)
 
 
 def _from_any(shape: Any) -> Iterator[Polygon]:
@@ -54,6 +65,9 @@ def _from_any(shape: Any) -> Iterator[Polygon]:
         yield from _from_mapping(shape.__geo_interface__)
     elif isinstance(shape, Mapping):
         yield from _from_mapping(shape)
+    elif isinstance(shape, np.ndarray) and shape.dtype == np.object_ and not _is_ring(shape.tolist()):
+        for part in shape.flat:
+            yield from _from_any(part)
     elif isinstance(shape, np.ndarray) or _is_ring(shape):
         yield _ring(shape), []
     elif isinstance(shape, Sequence) and not isinstance(shape, (str, bytes)):
@@ -79,6 +93,7 @@ def read_polygons(shape: Any) -> list[Polygon]:
     Parameters
     ----------
     shape : object
-        Anything with ``__geo_interface__``, a GeoJSON mapping, an N x 2 array (one ring), or a sequence of these.
+        Anything with ``__geo_interface__``, a GeoJSON mapping, an N x 2 array (one ring), or a sequence or an array
+        of these.
     """
     return list(_from_any(shape))

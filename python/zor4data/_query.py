@@ -8,16 +8,19 @@ import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
 from . import _core
+from ._numbers import read_number
 from ._polygons import read_polygons
 
 
 def read_planes(planes: ArrayLike) -> NDArray[np.float64]:
-    """Planes as the N x 4 array that the library takes."""
-    array = np.asarray(planes, dtype=np.float64)
+    """Planes as the N x 4 array that the library takes, one of their own."""
+    array = np.array(planes, dtype=np.float64)
     if array.size == 0:
         return np.empty((0, 4))
     if array.ndim != 2 or array.shape[1] != 4:
         raise ValueError(f"planes must be an N x 4 array of a, b, c, d, not one of shape {array.shape}")
+    if not np.isfinite(array).all():
+        raise ValueError(f"planes[{np.flatnonzero(~np.isfinite(array).all(axis=1))[0]}] is not finite")
     return np.ascontiguousarray(array)
 
 
@@ -67,7 +70,8 @@ class Query:
     @classmethod
     def lod(cls, spacing: float) -> Query:
         """A level of detail, see `Cloud.lod`."""
-        return cls._make("lod", (spacing,), lambda: _core.query_lod(spacing))
+        size = read_number(spacing, "spacing")
+        return cls._make("lod", (size,), lambda: _core.query_lod(size))
 
     @classmethod
     def clip(cls, planes: ArrayLike) -> Query:
@@ -78,24 +82,30 @@ class Query:
     @classmethod
     def lod_clip(cls, spacing: float, planes: ArrayLike) -> Query:
         """A level of detail of the points behind planes, see `Cloud.lod_clip`."""
-        array = read_planes(planes)
-        return cls._make("lod_clip", (spacing, array), lambda: _core.query_lod_clip(spacing, array))
+        size, array = read_number(spacing, "spacing"), read_planes(planes)
+        return cls._make("lod_clip", (size, array), lambda: _core.query_lod_clip(size, array))
 
     @classmethod
     def rect(cls, xmin: float, ymin: float, xmax: float, ymax: float) -> Query:
         """The points in a rectangle, see `Cloud.rect`."""
-        args = (xmin, ymin, xmax, ymax)
+        args = (
+            read_number(xmin, "xmin"),
+            read_number(ymin, "ymin"),
+            read_number(xmax, "xmax"),
+            read_number(ymax, "ymax"),
+        )
         return cls._make("rect", args, lambda: _core.query_rect(*args))
 
     @classmethod
     def near_line(cls, p1: ArrayLike, p2: ArrayLike, distance: float, start: bool = False, end: bool = False) -> Query:
         """The points along a line, see `Cloud.near_line`."""
-        args = (_read_place(p1, "p1"), _read_place(p2, "p2"), distance, start, end)
+        reach = read_number(distance, "distance")
+        args = (_read_place(p1, "p1"), _read_place(p2, "p2"), reach, bool(start), bool(end))
         return cls._make("near_line", args, lambda: _core.query_line(*args))
 
     @classmethod
     def inside(cls, polygons: Any, outside: bool = False) -> Query:
         """The points inside polygons, or outside, see `Cloud.inside`."""
-        parts = read_polygons(polygons)
+        parts, others = read_polygons(polygons), bool(outside)
         shape = {"type": "MultiPolygon", "coordinates": [[outer, *holes] for outer, holes in parts]}
-        return cls._make("inside", (shape, outside), lambda: _core.query_polygons(parts, outside))
+        return cls._make("inside", (shape, others), lambda: _core.query_polygons(parts, others))

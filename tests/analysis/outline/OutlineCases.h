@@ -25,8 +25,7 @@ COutlineCase MakeOutlineCase(std::uint64_t nSeed);
 COutlineCase MakeSerratedRing(std::uint64_t nSeed, double dLength);
 
 /// @return the plan of a scan of rooms, on a raster of 1/100: walls that are many points thick in height,
-/// floors
-///         with holes, furniture. Its walk meets dead ends for most distances from 0.03 on.
+///         floors with holes, furniture. Its walk meets dead ends for most distances from 0.03 on.
 COutlineCase MakeRooms(std::uint64_t nSeed, int nNumPnts, double dLength);
 
 #endif

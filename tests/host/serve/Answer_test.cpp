@@ -1,6 +1,7 @@
 // What each resource answers, beside what the library says itself; and who gets no answer.
 
 #include <host/serve/CRequest.h>
+#include <host/serve/LineForClient.h>
 #include <tests/host/serve/support/CTestServer.h>
 #include <zor4data/FindPntsInPolygons.h>
 #include <zor4data/PickPnt.h>
@@ -20,6 +21,16 @@ using namespace zorcld;
 class Answer_case : public ::testing::Test
 {
 public:
+    /// A request that is let in.
+    CRequest MakeRequest(const std::string& sTarget)
+    {
+        CRequest request;
+        request.sMethod = "GET";
+        request.sHost = "127.0.0.1:4711";
+        ParseTarget(sTarget + "?token=" + show.GetGate().GetToken(), request);
+        return request;
+    }
+
     /// Lines of a text.
     static std::ptrdiff_t CountLines(const std::string& sText)
     {
@@ -65,6 +76,20 @@ TEST_F(Answer_case, Pick_NotBeyondPlanes)
     EXPECT_GE(show.GetJson(sRay)["index"], 0);
     EXPECT_EQ(show.GetJson(sRay + "&clip=0,0,1,-100")["index"], -1);
     EXPECT_EQ(show.GetJson(sRay + "&box=0,0,0,1,1,1")["index"], -1);
+}
+
+TEST_F(Answer_case, Pick_StretchedIsThatOfTheStretchedRay)
+{
+    const auto json =
+        show.GetJson("/api/pick?ox=1000020&oy=8000020&oz=200&dx=0.02&dy=0.04&dz=-1&tan=0.02&stretch=2,2,1");
+    ASSERT_GE(json["index"], 0);
+    EXPECT_NEAR(json["x"].get<double>(), 500010.5, 3.0);
+    EXPECT_NEAR(json["y"].get<double>(), 4000011.5, 3.0);
+    EXPECT_EQ(
+        show.GetJson(
+            "/api/pick?ox=1000020&oy=8000020&oz=200&dx=0&dy=0&dz=-1&tan=0.02&stretch=2,2,1&box=0,0,0,1,1,1")
+            ["index"],
+        -1);
 }
 
 TEST_F(Answer_case, Nearest_InPlanAndInSpace)
@@ -137,15 +162,28 @@ TEST_F(Answer_case, Tile_ForEverUnderItsVersion)
 {
     const CReply reply = show.Ask("/api/tile/77/0/0/0/0");
     ASSERT_EQ(reply.vecHeaders[0].first, "ETag");
-    CRequest request;
-    request.sMethod = "GET";
-    request.sHost = "127.0.0.1:4711";
+    CRequest request = MakeRequest("/api/tile/77/0/0/0/0");
     request.sIfNoneMatch = reply.vecHeaders[0].second;
-    ParseTarget("/api/tile/77/0/0/0/0?token=" + show.GetGate().GetToken(), request);
     const CReply again = show.AskRaw(request);
     EXPECT_EQ(again.nStatus, 304);
     EXPECT_TRUE(again.sBody.empty());
     EXPECT_NE(reply.vecHeaders[1].second.find("immutable"), std::string::npos);
+}
+
+TEST_F(Answer_case, Tile_KnownByAnyOfTheTags)
+{
+    CRequest request = MakeRequest("/api/tile/77/0/0/0/0");
+    const std::string sTag = show.AskRaw(request).vecHeaders[0].second;
+    for (const std::string& sTags : {"W/" + sTag, "\"a\" ,\t" + sTag, sTag + ",\"b\"", std::string("*")})
+    {
+        request.sIfNoneMatch = sTags;
+        EXPECT_EQ(show.AskRaw(request).nStatus, 304) << sTags;
+    }
+    for (const std::string& sTags : {std::string("\"a\""), sTag + "x", std::string(","), std::string("W/")})
+    {
+        request.sIfNoneMatch = sTags;
+        EXPECT_EQ(show.AskRaw(request).nStatus, 200) << sTags;
+    }
 }
 
 TEST_F(Answer_case, Errors_OneLineEach)
@@ -164,6 +202,8 @@ TEST_F(Answer_case, Errors_OneLineEach)
         {"/api/tile/77/0/0/0/99999999999999999999", 400},
         {"/api/pick", 400},
         {"/api/pick?ox=1&oy=1&oz=1&dx=1&dy=1&dz=1&tan=nan", 400},
+        {"/api/pick?ox=1&oy=1&oz=1&dx=1&dy=1&dz=1&tan=1&stretch=1,2", 400},
+        {"/api/pick?ox=1&oy=1&oz=1&dx=1&dy=1&dz=1&tan=1&stretch=1,0,1", 400},
         {"/api/nearest?x=1&y=2&max=1e999", 400},
         {"/api/rect?xmin=1&ymin=2&xmax=3", 400},
         {"/api/count?box=1,2,3", 400},
@@ -175,9 +215,11 @@ TEST_F(Answer_case, Errors_OneLineEach)
         {"/api/export?format=exe", 400},
         {"/api/profile?x1=1&y1=1&x2=1&y2=1&width=1", 400},
         {"/api/profile?x1=1&y1=1&x2=2&y2=1&width=0", 400},
+        {"/api/profile?x1=-1e308&y1=1&x2=1e308&y2=1&width=1", 400},
         {"/api/outline", 400},
         {"/api/outline?distance=0", 400},
         {"/api/ground?scale=-1", 400},
+        {"/api/ground?scale=0", 400},
         {"/api/color?by=taste", 400},
     };
     for (const auto& [sTarget, nStatus] : vecCases)
@@ -188,14 +230,49 @@ TEST_F(Answer_case, Errors_OneLineEach)
     }
 }
 
-TEST_F(Answer_case, Page_IsEmbeddedAndCompressed)
+TEST_F(Answer_case, Errors_NameParametersNotOptions)
+{
+    EXPECT_EQ(show.Ask("/api/count?box=2,0,0,1,1,1").sBody, "box: a minimum is above its maximum\n");
+    EXPECT_EQ(show.Ask("/api/count?clip=0,0,0,1").sBody, "clip: a, b and c are all 0\n");
+    EXPECT_EQ(LineForClient("if not, --unit-scale\ntells (--help) a--b -- 1"),
+              "if not, scale tells (help) a--b -- 1");
+}
+
+TEST_F(Answer_case, Head_GetsNoBody)
+{
+    CRequest request = MakeRequest("/");
+    request.sMethod = "HEAD";
+    const CReply reply = show.AskRaw(request);
+    EXPECT_EQ(reply.nStatus, 405);
+    EXPECT_TRUE(reply.sBody.empty());
+}
+
+TEST_F(Answer_case, Page_IsEmbedded)
 {
     const CReply reply = show.Ask("/");
     EXPECT_EQ(reply.nStatus, 200);
     EXPECT_EQ(reply.sType, "text/html; charset=utf-8");
-    ASSERT_GT(reply.sBody.size(), 18U);
-    EXPECT_EQ(reply.sBody.substr(0, 2), "\x1f\x8b");
-    EXPECT_EQ(reply.vecHeaders[2].first, "Set-Cookie");
+    EXPECT_EQ(reply.vecHeaders.back().first, "Set-Cookie");
+    EXPECT_NE(reply.sBody.find("<html"), std::string::npos);
+}
+
+TEST_F(Answer_case, Page_CompressedForThoseWhoTakeIt)
+{
+    const auto isGzip = [this](const std::string& sAccepted)
+    {
+        CRequest request = MakeRequest("/");
+        request.sAcceptEncoding = sAccepted;
+        const CReply reply = show.AskRaw(request);
+        const bool bGzip = reply.sBody.substr(0, 2) == "\x1f\x8b";
+        EXPECT_EQ(reply.vecHeaders.front().first == "Content-Encoding", bGzip) << sAccepted;
+        return bGzip;
+    };
+    for (const char* const pTaken :
+         {"gzip", "gzip, deflate, br", "br;q=1.0, gzip;q=0.5", "*", "deflate ,gzip"})
+        EXPECT_TRUE(isGzip(pTaken)) << pTaken;
+    for (const char* const pNot :
+         {"", "identity", "br", "gzip;q=0", "gzip; q=0.00, br", "xgzip", ",", ";q=0"})
+        EXPECT_FALSE(isGzip(pNot)) << pNot;
 }
 
 TEST(Answer, Loading_TellsHowFar)

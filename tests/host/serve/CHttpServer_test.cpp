@@ -73,12 +73,41 @@ TEST_F(CHttpServer_case, TooLarge_Is413)
     }
 }
 
+// To the byte, wherever the bytes are.
+TEST_F(CHttpServer_case, EightKibibytes_AreTaken)
+{
+    for (const std::size_t nSize : {8191U, 8192U, 8193U, 8194U, 8200U})
+        for (const bool bInLine : {true, false})
+        {
+            const std::string sLine = "GET " + server.WithToken("/api/info");
+            const std::string sRest = " HTTP/1.1\r\n" + Host();
+            std::string sRequest = bInLine ? sLine + "&a=" : sLine + sRest + "A: ";
+            const std::string sEnd = bInLine ? sRest + "\r\n" : "\r\n\r\n";
+            sRequest += std::string(nSize - sRequest.size() - sEnd.size(), 'a') + sEnd;
+            CHttpClient client(server.GetPort());
+            client.Send(sRequest);
+            EXPECT_EQ(client.Receive().nStatus, nSize <= 8192 ? 200 : 413) << nSize << " " << bInLine;
+        }
+}
+
+// Two requests in one packet are each of their own size.
+TEST_F(CHttpServer_case, EightKibibytes_AreCountedForEachRequest)
+{
+    CHttpClient client(server.GetPort());
+    const std::string sRequest = "GET " + server.WithToken("/api/info") + " HTTP/1.1\r\n" + Host() +
+                                 "A: " + std::string(6000, 'a') + "\r\n\r\n";
+    client.Send(sRequest + sRequest);
+    EXPECT_EQ(client.Receive().nStatus, 200);
+    EXPECT_EQ(client.Receive().nStatus, 200);
+}
+
 TEST_F(CHttpServer_case, NoHttp_Is400)
 {
     for (const std::string& sRequest :
          {std::string("hello\r\n\r\n"), std::string("GET\r\n\r\n"), std::string("GET / HTTP/9.9\r\n\r\n"),
           std::string("\x16\x03\x01\x02\r\n\r\n"), "GET none HTTP/1.1\r\n" + Host() + "\r\n",
           "GET /%00 HTTP/1.1\r\n" + Host() + "\r\n", "GET / HTTP/1.1\r\n" + Host() + Host() + "\r\n",
+          "GET / HTTP/1.1\r\n" + Host() + "Origin: http://127.0.0.1\r\nOrigin: http://b\r\n\r\n",
           "GET / HTTP/1.1\r\n" + Host() + "no colon\r\n\r\n"})
     {
         CHttpClient client(server.GetPort());
@@ -95,6 +124,35 @@ TEST_F(CHttpServer_case, Post_Is405)
     const CHttpReply reply = client.Receive();
     EXPECT_EQ(reply.nStatus, 405);
     EXPECT_EQ(reply.FindHeader("allow"), "GET");
+}
+
+// A body behind the head would be taken for the next reply.
+TEST_F(CHttpServer_case, Head_LeavesTheConnectionGood)
+{
+    CHttpClient client(server.GetPort());
+    client.Send("HEAD " + server.WithToken("/api/info") + " HTTP/1.1\r\n" + Host() + "\r\nGET " +
+                server.WithToken("/api/info") + " HTTP/1.1\r\n" + Host() + "\r\n");
+    EXPECT_EQ(client.Receive().nStatus, 405);
+    EXPECT_EQ(client.Receive().nStatus, 200);
+}
+
+// Clients that go in the middle of an answer leave nothing behind: four at once may be sent a file.
+TEST_F(CHttpServer_case, GoneInTheMiddle_MakesRoom)
+{
+    for (int n = 0; n < 20; ++n)
+    {
+        CHttpClient client(server.GetPort());
+        client.Send("GET " + server.WithToken("/api/export?format=csv") + " HTTP/1.1\r\n" + Host() + "\r\n");
+        if (n % 2 == 0)
+            client.IsClosed(0); // reads a little
+    }
+    int nStatus = 503;
+    for (int n = 0; n < 200 && nStatus == 503; ++n)
+    {
+        nStatus = CHttpClient(server.GetPort()).Get(server.WithToken("/api/export?format=csv")).nStatus;
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+    EXPECT_EQ(nStatus, 200);
 }
 
 TEST_F(CHttpServer_case, Export_ComesInChunks)

@@ -7,23 +7,30 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <string>
 #include <thread>
+#include <vector>
 
 namespace
 {
 
 /// Runs the server in the background of a shell, then something, then interrupts it.
 /// @param sMeanwhile  a command; `$url` is the address that was printed, within five seconds.
-CRun RunServed(const CZorcld& zorcld, const std::string& sFile, const std::string& sMeanwhile)
+/// @param sSignal     what ends it.
+CRun RunServed(const CZorcld& zorcld, const std::string& sFile, const std::string& sMeanwhile,
+               const std::vector<std::string>& vecOptions = {}, const std::string& sSignal = "INT")
 {
     const std::string sOut = zorcld.GetPath("url");
     // A shell without job control has its background ignore SIGINT: `env` gives it back.
-    const std::string sBefore = "serve() { env --default-signal=INT \"$@\" >'" + sOut +
+    const std::string sBefore = "serve() { rm -f '" + sOut + "'; env --default-signal=INT \"$@\" >'" + sOut +
                                 "' & pid=$!; n=0; "
                                 "while [ ! -s '" +
                                 sOut + "' ] && [ $n -lt 500 ]; do sleep 0.01; n=$((n+1)); done; url=$(cat '" +
-                                sOut + "'); " + sMeanwhile + "; kill -INT $pid; wait $pid; }; serve";
-    return zorcld.RunAfter(sBefore, {"serve", sFile});
+                                sOut + "'); " + sMeanwhile + "; kill -" + sSignal +
+                                " $pid; wait $pid; }; serve";
+    std::vector<std::string> vecArgs = {"serve", sFile};
+    vecArgs.insert(vecArgs.end(), vecOptions.begin(), vecOptions.end());
+    return zorcld.RunAfter(sBefore, vecArgs);
 }
 
 TEST(zorcld_serve, Interrupted_StatusZero)
@@ -45,6 +52,54 @@ TEST(zorcld_serve, CannotBeLoaded_SaysSoAndEndsWithOne)
     const CRun run = RunServed(zorcld, sFile, "sleep 0.3");
     EXPECT_EQ(run.nStatus, 1);
     EXPECT_NE(run.sErr.find("truncated after 0 of 5 vertices"), std::string::npos) << run.sErr;
+    EXPECT_TRUE(run.HasOneErrLine()) << run.sErr;
+    const CRun quiet = RunServed(zorcld, sFile, "sleep 0.3", {"--quiet"});
+    EXPECT_EQ(quiet.nStatus, 1);
+    EXPECT_EQ(quiet.sErr, run.sErr);
+}
+
+TEST(zorcld_serve, Terminated_StatusZero)
+{
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("a.ply", MakeGridPly(20));
+    for (const char* const pSignal : {"TERM", "HUP"})
+        EXPECT_EQ(RunServed(zorcld, sFile, "sleep 0.2", {}, pSignal).nStatus, 0) << pSignal;
+}
+
+// Beside a load that still takes a while the end is not waited for.
+TEST(zorcld_serve, InterruptedWhileLoading_StatusZero)
+{
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("a.ply", MakeGridPly(1200));
+    const CRun run = RunServed(zorcld, sFile, "true");
+    EXPECT_EQ(run.nStatus, 0) << run.sErr;
+    EXPECT_EQ(run.sErr, "");
+}
+
+TEST(zorcld_serve, PortTaken_OneLineAndOne)
+{
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("a.ply", MakeGridPly(20));
+    const CRun run = RunServed(
+        zorcld, sFile, "port=${url#http://127.0.0.1:}; \"$@\" --port ${port%%/*} >/dev/null; echo $?");
+    EXPECT_EQ(run.nStatus, 0);
+    EXPECT_EQ(run.sOut, "1\n");
+    EXPECT_NE(run.sErr.find("Address already in use"), std::string::npos) << run.sErr;
+    EXPECT_TRUE(run.HasOneErrLine()) << run.sErr;
+}
+
+// Where the machine has no addresses of version 6 that is a failure like others.
+TEST(zorcld_serve, Listen_AddressesOfVersion6HaveBrackets)
+{
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("a.ply", MakeGridPly(20));
+    if (RunServed(zorcld, sFile, "true", {"--listen", "::1"}).nStatus != 0)
+        GTEST_SKIP() << "no IPv6 here";
+    const CRun run = RunServed(zorcld, sFile, "echo \"$url\"", {"--listen", "::1"});
+    EXPECT_EQ(run.sOut.compare(0, 13, "http://[::1]:"), 0) << run.sOut;
+    EXPECT_EQ(run.sErr, ""); // no warning: nobody else can reach it
+    const CRun all = RunServed(zorcld, sFile, "true", {"--listen", "0.0.0.0"});
+    EXPECT_NE(all.sErr.find("other machines may reach the cloud"), std::string::npos) << all.sErr;
 }
 
 TEST(zorcld_serve, WrongUse_EndsAtOnce)

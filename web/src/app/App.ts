@@ -1,14 +1,17 @@
 import type { Theme } from '../colors/colors';
 import { Api, type Choice } from '../data/Api';
+import { findProportions, type Proportions } from '../data/Proportions';
 import { type CloudInfo, type ColorResult, type GroundResult, type OutlineResult, type PickedPoint, placeOf } from '../data/info';
 import { Flight } from '../hands/Flight';
 import { Motion } from '../hands/Motion';
 import { Pointers } from '../hands/Pointers';
 import type { Box } from '../math/Box';
+import { boxToDrawn, toDrawn } from '../math/stretch';
 import type { Vec3 } from '../math/vec3';
+import { makeCorridor } from '../tools/corridor';
 import { Gathering, toolKinds, type ToolName } from '../tools/tools';
 import { Ui } from '../ui/Ui';
-import { orbit, refocus, zoom, type Camera } from '../view/Camera';
+import { refocus, type Camera } from '../view/Camera';
 import { firstDirection, fitView, type Direction } from '../view/fitView';
 import type { View } from '../view/View';
 import { FrameLoop } from './FrameLoop';
@@ -20,7 +23,7 @@ import { Painter } from './Painter';
 import { Picker } from './Picker';
 import { saveScreenshot } from './saveScreenshot';
 import { Stage } from './Stage';
-import { firstState, sourceOf } from './start';
+import { firstState, grainOf, leastWidth, sourceOf } from './start';
 import type { State } from './State';
 
 /** The page with a cloud that is loaded. */
@@ -31,6 +34,7 @@ export class App {
     readonly picker: Picker;
     readonly flight = new Flight();
     readonly painter: Painter;
+    readonly proportions: Proportions;
     readonly #loop: FrameLoop;
     readonly #memory: Memory;
     readonly #pointers: Pointers;
@@ -48,18 +52,20 @@ export class App {
         readonly info: CloudInfo,
         root: HTMLElement,
     ) {
+        this.proportions = findProportions(info);
         this.ui = new Ui(root, this);
         this.state = firstState(info, innerWidth / innerHeight);
         this.#loop = new FrameLoop(this);
-        this.stage = new Stage(this.ui.canvas, this.ui.overlay, api, () => this.redraw(), (error) => this.ui.tellFailure('A tile could not be had', error));
+        this.stage = new Stage(this.ui.canvas, this.ui.overlay, api, grainOf(info, this.proportions), () => this.redraw(), (error) => this.ui.tellFailure('A tile could not be had', error));
         this.jobs = new Jobs(api, (job) => this.ui.showJob(job), (title, error) => this.ui.tellFailure(title, error));
-        this.picker = new Picker(api, () => this.view(), () => this.choice());
+        this.picker = new Picker(api, () => this.view(), () => this.choice(), this.proportions.stretch);
         this.painter = new Painter(this);
         this.#memory = new Memory(this);
         this.#pointers = new Pointers(this.ui.canvas, this.#hands());
         bindKeys(this);
         const remembered = parseHash(location.hash);
-        const fitted = fitView(this.bounds(), firstDirection(this.bounds()), this.aspect());
+        const box = this.drawnBox(this.bounds());
+        const fitted = fitView(box, firstDirection(box), this.aspect());
         this.change({ camera: fitted, ...remembered });
     }
 
@@ -67,8 +73,13 @@ export class App {
         return this.info.bounds ?? { min: [-1, -1, -1], max: [1, 1, 1] };
     }
 
+    drawnBox(box: Box): Box {
+        return boxToDrawn(box, this.proportions.stretch);
+    }
+
+    /** Of the picture between the tools and the legend. */
     aspect(): number {
-        return this.stage.width / this.stage.height;
+        return Math.max(1, this.stage.width - 2 * this.ui.freeArea().left) / this.stage.height;
     }
 
     view(): View {
@@ -138,7 +149,7 @@ export class App {
             setCamera: (camera) => this.setCamera(camera),
             pickPlace: async (x, y) => {
                 const point = await this.picker.pick(x, y);
-                return point === null ? null : placeOf(point);
+                return point === null ? null : this.drawnPlace(point);
             },
             hover: (x, y) => this.picker.hover(x, y, (point) => this.#setHovered(point)),
             leave: () => this.#setHovered(null),
@@ -189,10 +200,14 @@ export class App {
             return;
         }
         const point = await this.picker.pick(x, y);
-        if (point !== null) this.flyTo(placeOf(point));
+        if (point !== null) this.flyTo(this.drawnPlace(point));
     }
 
-    /** Comes nearer to a place, which then lies in the middle. */
+    drawnPlace(point: PickedPoint): Vec3 {
+        return toDrawn(placeOf(point), this.proportions.stretch);
+    }
+
+    /** Comes nearer to a place as drawn, which then lies in the middle. */
     flyTo(place: Vec3): void {
         const { camera } = this.state;
         this.move({ ...refocus(camera, place), target: place, distance: 0.35 * camera.distance });
@@ -205,7 +220,7 @@ export class App {
 
     lookFrom(direction: Direction): void {
         const parallel = direction.parallel ?? (this.state.camera.parallel && !this.isMap());
-        this.move(fitView(this.state.clip ?? this.bounds(), { ...direction, parallel }, this.aspect()));
+        this.move(fitView(this.drawnBox(this.state.clip ?? this.bounds()), { ...direction, parallel }, this.aspect()));
     }
 
     fit(): void {
@@ -216,14 +231,6 @@ export class App {
     showMap(): void {
         if (this.isMap()) this.lookFrom({ azimuth: 215, elevation: 35, parallel: false });
         else this.lookFrom({ azimuth: 180, elevation: 90, parallel: true });
-    }
-
-    turnBy(azimuth: number, elevation: number): void {
-        this.setCamera(orbit(this.state.camera, this.state.camera.target, azimuth, elevation));
-    }
-
-    zoomBy(factor: number): void {
-        this.setCamera(zoom(this.state.camera, this.state.camera.target, factor));
     }
 
     toggleParallel(): void {
@@ -280,8 +287,7 @@ export class App {
         const stays = name !== 'profile' && name !== 'polygon';
         this.gathering = stays ? new Gathering(gathering.kind) : null;
         if (name === 'profile') {
-            const width = Math.max(1e-3, Math.hypot(places[1][0] - places[0][0], places[1][1] - places[0][1]) / 50);
-            this.change({ corridor: { from: places[0], to: places[1], width: Number(width.toPrecision(2)) } });
+            this.change({ corridor: makeCorridor(places[0], places[1], this.proportions.stretch, leastWidth(this)) });
         } else if (name === 'polygon') this.change({ polygon: places });
         else this.change({ marks: [...this.state.marks, { kind: name, places, indices }] });
         this.ui.updateTool();

@@ -1,6 +1,7 @@
 import type { App } from './App';
 import { heightRange } from '../data/info';
 import type { Rgb } from '../colors/colors';
+import { boxToDrawn, toDrawn } from '../math/stretch';
 import { isByHeight } from './start';
 
 const finest = 1.3; // CSS pixels between points that are fine enough
@@ -49,6 +50,8 @@ export class FrameLoop {
     #draw(): void {
         const { app } = this;
         const { state } = app;
+        const { stretch } = app.proportions;
+        const clip = state.clip === null ? null : boxToDrawn(state.clip, stretch);
         app.stage.draw(
             {
                 camera: state.camera,
@@ -59,10 +62,10 @@ export class FrameLoop {
                     heights: heightRange(app.info),
                     pointSize: state.pointSize,
                     shading: state.shading,
-                    clip: state.clip,
-                    ring: state.polygon,
+                    clip,
+                    ring: state.polygon.map((place) => toDrawn(place, stretch)),
                 },
-                options: { budget: state.budget, pixels: finest, clip: state.clip },
+                options: { budget: state.budget, pixels: finest, clip },
             },
             (context, view) => app.painter.paint(context, view),
         );

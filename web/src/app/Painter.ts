@@ -14,8 +14,8 @@ export class Painter {
 
     paint(context: CanvasRenderingContext2D, view: View): void {
         const { app } = this;
-        const { state, info } = app;
-        const pen = new Pen(context, view, state.theme);
+        const { state, proportions } = app;
+        const pen = new Pen(context, view, state.theme, proportions.stretch);
         if (state.clip !== null) paintClipBox(pen, state.clip);
         if (app.outline !== null) pen.path(this.#outlineRing(), true, 2, pen.accent);
         if (state.corridor !== null) paintCorridor(pen, state.corridor);
@@ -23,7 +23,7 @@ export class Painter {
             pen.fill(state.polygon, pen.accent, 0.1);
             pen.path(state.polygon, true, 2, pen.accent);
         }
-        for (const mark of state.marks) paintMark(pen, mark, info.unit);
+        for (const mark of state.marks) paintMark(pen, mark, proportions);
         this.#paintTool(pen);
         this.#paintScales(pen, view);
         app.ui.handles.place(view);
@@ -40,7 +40,7 @@ export class Painter {
     #paintScales(pen: Pen, view: View): void {
         const { app } = this;
         const area = app.ui.freeArea();
-        paintScaleBar(pen, area.left + 18, area.bottom - 22, app.info.unit.plan);
+        paintScaleBar(pen, area.left + 18, area.bottom - 22, app.proportions.plan);
         const legend = legendOf(app);
         if (legend !== null) paintLegend(pen, legend, area.right - 12, area.top + 12, area.bottom - 70);
         if (view.width > 420) paintNorth(pen, view.width - 34, area.bottom - 36);

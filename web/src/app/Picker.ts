@@ -1,5 +1,6 @@
 import type { Api, Choice } from '../data/Api';
 import type { PickedPoint } from '../data/info';
+import type { Stretch } from '../math/stretch';
 import type { View } from '../view/View';
 
 const radius = 6; // CSS pixels around the pointer
@@ -13,14 +14,15 @@ export class Picker {
         readonly api: Api,
         readonly view: () => View,
         readonly choice: () => Choice,
+        readonly stretch: Stretch,
     ) {}
 
     async pick(x: number, y: number): Promise<PickedPoint | null> {
         try {
             const ray = this.view().ray(x, y);
             // What lies right under the pointer goes before what lies in front of it but beside.
-            const exact = await this.api.pick(ray, 1.5, this.choice());
-            return exact ?? (await this.api.pick(ray, radius, this.choice()));
+            const exact = await this.api.pick(ray, 1.5, this.choice(), this.stretch);
+            return exact ?? (await this.api.pick(ray, radius, this.choice(), this.stretch));
         } catch {
             return null; // no server any more: that is told elsewhere
         }

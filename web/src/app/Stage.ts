@@ -1,7 +1,7 @@
 import type { Api } from '../data/Api';
 import type { Attribute } from '../data/info';
 import { Renderer, type Look } from '../draw/Renderer';
-import type { TileNode } from '../tiles/TileNode';
+import type { Grain, TileNode } from '../tiles/TileNode';
 import { TileStore } from '../tiles/TileStore';
 import type { Selection, SelectOptions } from '../tiles/selectTiles';
 import { View } from '../view/View';
@@ -36,6 +36,7 @@ export class Stage {
         readonly canvas: HTMLCanvasElement,
         readonly overlay: HTMLCanvasElement,
         readonly api: Api,
+        readonly grain: Grain,
         readonly onChange: () => void,
         readonly onFailure: (error: unknown) => void,
     ) {
@@ -72,7 +73,7 @@ export class Stage {
             );
         const drop = (node: TileNode): void => this.#renderer.forget(node);
         this.#next?.clear();
-        this.#next = new TileStore(fetchTile, this.onChange, drop, this.onFailure);
+        this.#next = new TileStore(fetchTile, this.onChange, drop, this.onFailure, this.grain);
         this.onChange();
     }
 

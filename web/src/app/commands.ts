@@ -1,5 +1,6 @@
 import type { App } from './App';
 import type { ToolName } from '../tools/tools';
+import { orbit, zoom } from '../view/Camera';
 
 export interface Command {
     readonly id: string;
@@ -20,6 +21,16 @@ function look(id: string, label: string, key: string, azimuth: number, elevation
     return { id, label, keys: [key], group: 'View', run: (app) => app.lookFrom({ azimuth, elevation }) };
 }
 
+function turnBy(app: App, azimuth: number, elevation: number): void {
+    const { camera } = app.state;
+    app.setCamera(orbit(camera, camera.target, azimuth, elevation));
+}
+
+function zoomBy(app: App, factor: number): void {
+    const { camera } = app.state;
+    app.setCamera(zoom(camera, camera.target, factor));
+}
+
 /** All that the page can be told to do: its buttons, its keys and their list have it from here. */
 export const commands: readonly Command[] = [
     { id: 'fit', label: 'Show everything', keys: ['0', 'Home'], group: 'View', run: (app) => app.fit() },
@@ -33,12 +44,12 @@ export const commands: readonly Command[] = [
     look('from-west', 'From the west', '6', 270, 5),
     look('from-below', 'As a depth camera sees it', '7', 180, -90),
     { id: 'parallel', label: 'Parallel or perspective', keys: ['o'], group: 'View', run: (app) => app.toggleParallel() },
-    { id: 'nearer', label: 'Nearer', keys: ['+', '='], group: 'View', run: (app) => app.zoomBy(step.zoom) },
-    { id: 'farther', label: 'Farther', keys: ['-'], group: 'View', run: (app) => app.zoomBy(1 / step.zoom) },
-    { id: 'left', label: 'Turn to the left', keys: ['ArrowLeft'], group: 'View', run: (app) => app.turnBy(-step.degrees, 0) },
-    { id: 'right', label: 'Turn to the right', keys: ['ArrowRight'], group: 'View', run: (app) => app.turnBy(step.degrees, 0) },
-    { id: 'up', label: 'Look from higher', keys: ['ArrowUp'], group: 'View', run: (app) => app.turnBy(0, step.degrees) },
-    { id: 'down', label: 'Look from lower', keys: ['ArrowDown'], group: 'View', run: (app) => app.turnBy(0, -step.degrees) },
+    { id: 'nearer', label: 'Nearer', keys: ['+', '='], group: 'View', run: (app) => zoomBy(app, step.zoom) },
+    { id: 'farther', label: 'Farther', keys: ['-'], group: 'View', run: (app) => zoomBy(app, 1 / step.zoom) },
+    { id: 'left', label: 'Turn to the left', keys: ['ArrowLeft'], group: 'View', run: (app) => turnBy(app, -step.degrees, 0) },
+    { id: 'right', label: 'Turn to the right', keys: ['ArrowRight'], group: 'View', run: (app) => turnBy(app, step.degrees, 0) },
+    { id: 'up', label: 'Look from higher', keys: ['ArrowUp'], group: 'View', run: (app) => turnBy(app, 0, step.degrees) },
+    { id: 'down', label: 'Look from lower', keys: ['ArrowDown'], group: 'View', run: (app) => turnBy(app, 0, -step.degrees) },
     tool('point', 'Point', 'i'),
     tool('distance', 'Distance', 'd'),
     tool('height', 'Height difference', 'v'),

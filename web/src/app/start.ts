@@ -1,7 +1,11 @@
 import { heightRange, type CloudInfo } from '../data/info';
+import type { Proportions } from '../data/Proportions';
 import type { Legend } from '../paint/legend';
 import { greyColor, heightColor } from '../colors/colors';
+import { boxSize } from '../math/Box';
 import { clamp } from '../math/numbers';
+import { boxToDrawn, isStretched } from '../math/stretch';
+import { plainGrain, type Grain } from '../tiles/TileNode';
 import type { App } from './App';
 import { budgets, type ColorBy, type State } from './State';
 import type { TileSource } from './Stage';
@@ -25,6 +29,21 @@ export function firstState(info: CloudInfo, aspect: number): State {
         corridor: null,
         outline: null,
     };
+}
+
+/** Of a profile's corridor, as drawn: one and a half times what lies between points spread evenly over the plan. */
+export function leastWidth(app: App): number {
+    const [x, y] = boxSize(app.drawnBox(app.bounds()));
+    return Math.max(1e-3, 1.5 * Math.sqrt((x * y) / Math.max(1, app.info.points)));
+}
+
+/** How tiles of this cloud are drawn. */
+export function grainOf(info: CloudInfo, { stretch }: Proportions): Grain {
+    if (!isStretched(stretch) || info.bounds === null) return plainGrain;
+    const bounds = boxToDrawn(info.bounds, stretch);
+    const [x, y] = boxSize(bounds);
+    const slopes = 1.25; // points lie further apart there, and in one direction than in the other
+    return { stretch, bounds, spacing: slopes * Math.sqrt((x * y) / Math.max(1, info.points)) };
 }
 
 /** Ways of colouring that this cloud has. */

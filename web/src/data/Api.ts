@@ -1,4 +1,5 @@
 import type { Box } from '../math/Box';
+import { isStretched, noStretch, type Stretch } from '../math/stretch';
 import type { Ray } from '../view/View';
 import type { Job, PickedPoint, ServerInfo } from './info';
 
@@ -48,12 +49,13 @@ export class Api {
         return this.json('api/info');
     }
 
-    /** The first point along a ray, of those that a choice leaves; null: none. */
-    async pick(ray: Ray, radius: number, choice: Choice): Promise<PickedPoint | null> {
+    /** The first point along a ray as drawn, of those that a choice leaves; null: none. */
+    async pick(ray: Ray, radius: number, choice: Choice, stretch: Stretch = noStretch): Promise<PickedPoint | null> {
         const point = await this.json<PickedPoint>('api/pick', {
             ...{ ox: ray.from[0], oy: ray.from[1], oz: ray.from[2] },
             ...{ dx: ray.direction[0], dy: ray.direction[1], dz: ray.direction[2] },
             ...{ tan: ray.tan * radius },
+            stretch: isStretched(stretch) ? stretch.join(',') : undefined,
             ...choiceParameters({ version: choice.version, box: choice.box }),
         });
         return point.index < 0 ? null : point;

@@ -13,8 +13,8 @@ import {
     WebGLRenderTarget,
 } from 'three';
 import { accent, heightStops, surrounds, type Rgb, type Theme } from '../colors/colors';
-import type { Box } from '../math/Box';
-import type { Vec3 } from '../math/vec3';
+import { boxCentre, type Box } from '../math/Box';
+import { distance, type Vec3 } from '../math/vec3';
 import type { TileNode } from '../tiles/TileNode';
 import type { View } from '../view/View';
 import { maxRing, pointFragment, pointVertex } from './shaders';
@@ -29,6 +29,7 @@ export interface Look {
     /** 1: points as wide as the gaps between them. */
     readonly pointSize: number;
     readonly shading: boolean;
+    /** As drawn, like the ring. */
     readonly clip: Box | null;
     readonly ring: readonly Vec3[];
 }
@@ -154,8 +155,8 @@ export function depthRange(view: View, tiles: readonly TileNode[]): readonly [nu
     let near = Infinity;
     let far = -Infinity;
     for (const node of tiles) {
-        const reach = (node.tile.edge * Math.sqrt(3)) / 2;
-        const depth = view.depthOf(node.tile.centre);
+        const reach = distance(node.box.min, node.box.max) / 2;
+        const depth = view.depthOf(boxCentre(node.box));
         near = Math.min(near, depth - reach);
         far = Math.max(far, depth + reach);
     }

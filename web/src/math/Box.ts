@@ -28,6 +28,15 @@ export function boxesMeet(a: Box, b: Box): boolean {
     return [0, 1, 2].every((k) => a.min[k] <= b.max[k] && b.min[k] <= a.max[k]);
 }
 
+/** What two boxes have in common; where that is nothing, the first. */
+export function boxWithin(a: Box, b: Box): Box {
+    if (!boxesMeet(a, b)) return a;
+    return {
+        min: [0, 1, 2].map((k) => Math.max(a.min[k], b.min[k])) as unknown as Vec3,
+        max: [0, 1, 2].map((k) => Math.min(a.max[k], b.max[k])) as unknown as Vec3,
+    };
+}
+
 export function cubeBox(centre: Vec3, edge: number): Box {
     const h = edge / 2;
     return {

@@ -1,10 +1,11 @@
 import { accent, cssColor, surrounds, type Rgb, type Surround, type Theme } from '../colors/colors';
 import type { Vec3 } from '../math/vec3';
-import type { View } from '../view/View';
+import { noStretch, toDrawn, type Stretch } from '../math/stretch';
+import type { ScreenPlace, View } from '../view/View';
 
 const family = 'system-ui, "Segoe UI", Roboto, "DejaVu Sans", sans-serif';
 
-/** Draws in CSS pixels over the picture of the points. */
+/** Draws in CSS pixels over the picture of the points; its places are those of the cloud. */
 export class Pen {
     readonly surround: Surround;
     readonly accent: Rgb;
@@ -13,9 +14,14 @@ export class Pen {
         readonly context: CanvasRenderingContext2D,
         readonly view: View,
         theme: Theme,
+        readonly stretch: Stretch = noStretch,
     ) {
         this.surround = surrounds[theme];
         this.accent = accent[theme];
+    }
+
+    project(place: Vec3): ScreenPlace {
+        return this.view.project(toDrawn(place, this.stretch));
     }
 
     font(size: number, bold = false): void {
@@ -58,7 +64,8 @@ export class Pen {
         const { context } = this;
         context.beginPath();
         const count = closed ? places.length : places.length - 1;
-        for (let i = 0; i < count; ++i) this.#piece(places[i], places[(i + 1) % places.length], i === 0);
+        const drawn = places.map((place) => toDrawn(place, this.stretch));
+        for (let i = 0; i < count; ++i) this.#piece(drawn[i], drawn[(i + 1) % drawn.length], i === 0);
         context.setLineDash(dash);
         context.lineJoin = context.lineCap = 'round';
         context.strokeStyle = cssColor(this.surround.panel, 0.7);
@@ -72,7 +79,7 @@ export class Pen {
 
     /** Fills a ring; not where part of it lies behind the viewer. */
     fill(places: readonly Vec3[], color: Rgb, alpha: number): void {
-        const seen = places.map((place) => this.view.project(place));
+        const seen = places.map((place) => this.project(place));
         if (seen.length < 3 || seen.some((place) => place.depth <= 0)) return;
         const { context } = this;
         context.beginPath();
@@ -83,7 +90,7 @@ export class Pen {
     }
 
     dot(place: Vec3, radius: number, color: Rgb): void {
-        const { x, y, depth } = this.view.project(place);
+        const { x, y, depth } = this.project(place);
         if (depth <= 0) return;
         const { context } = this;
         context.beginPath();

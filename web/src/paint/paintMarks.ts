@@ -1,21 +1,21 @@
 import type { Corridor } from '../app/State';
-import type { Units } from '../data/info';
+import type { Proportions } from '../data/Proportions';
 import { boxCorner, boxEdges, type Box } from '../math/Box';
 import { mix, sub, type Vec3 } from '../math/vec3';
 import { readMark, type Mark } from '../tools/marks';
 import type { Gathering } from '../tools/tools';
 import type { Pen } from './Pen';
 
-export function paintMark(pen: Pen, mark: Mark, units: Units): void {
+export function paintMark(pen: Pen, mark: Mark, proportions: Proportions): void {
     const { places, kind } = mark;
     const closed = kind === 'area';
     if (closed) pen.fill(places, pen.accent, 0.18);
     if (kind === 'height') paintHeight(pen, places[0], places[1]);
     else if (places.length > 1) pen.path(places, closed, 2, pen.accent);
     for (const place of places) pen.dot(place, 4.5, pen.accent);
-    const reading = readMark(mark, units);
+    const reading = readMark(mark, proportions);
     const label = kind === 'point' ? reading.slice(0, 3).map(({ value }) => value).join('  ') : reading[0].value;
-    const at = pen.view.project(anchorOf(mark));
+    const at = pen.project(anchorOf(mark));
     if (at.depth > 0) pen.tag(at.x, at.y - 20, label, true);
 }
 
@@ -48,7 +48,7 @@ export function paintGathering(pen: Pen, gathering: Gathering, hover: Vec3 | nul
 
 /** Where a click would snap to. */
 export function paintHover(pen: Pen, place: Vec3): void {
-    const { x, y, depth } = pen.view.project(place);
+    const { x, y, depth } = pen.project(place);
     if (depth <= 0) return;
     const { context } = pen;
     for (const [width, color] of [

@@ -31,10 +31,7 @@ export class TileLoader {
                 controller.abort();
                 this.#running.delete(key);
             }
-        for (const address of addresses) {
-            if (this.#running.size >= maxAtOnce) return;
-            if (this.#mayStart(addressKey(address), now)) void this.#start(address);
-        }
+        this.#startNext(now);
     }
 
     /** Milliseconds until a tile that failed may be asked for again; null: none has. */
@@ -48,6 +45,14 @@ export class TileLoader {
 
     cancelAll(): void {
         this.want([], 0);
+    }
+
+    /** Does not wait for the next picture: where drawing is slow, fetching goes on. */
+    #startNext(now: number): void {
+        for (const address of this.#wanted) {
+            if (this.#running.size >= maxAtOnce) return;
+            if (this.#mayStart(addressKey(address), now)) void this.#start(address);
+        }
     }
 
     #mayStart(key: string, now: number): boolean {
@@ -64,12 +69,15 @@ export class TileLoader {
             if (this.#running.get(key) !== controller) return;
             this.#running.delete(key);
             this.#failed.delete(key);
+            this.#wanted = this.#wanted.filter((each) => addressKey(each) !== key);
             this.onTile(address, bytes);
+            this.#startNext(performance.now());
         } catch (error) {
             if (this.#running.get(key) !== controller) return; // cancelled
             this.#running.delete(key);
             this.#fail(key);
             this.onFailure(error);
+            this.#startNext(performance.now());
         }
     }
 

@@ -1,6 +1,7 @@
-import { cubeBox, type Box } from '../math/Box';
+import { boxSize, boxWithin, cubeBox, type Box } from '../math/Box';
+import { boxToDrawn, noStretch, toDrawn, type Stretch } from '../math/stretch';
 import type { Vec3 } from '../math/vec3';
-import { decodeTile, estimateSpacing, type Tile } from './decodeTile';
+import { decodeTile, estimateSpacing, stepsPerEdge, type Tile } from './decodeTile';
 
 /** Level and position: what names a tile. */
 export interface TileAddress {
@@ -31,12 +32,28 @@ export function parentAddress({ level, i, j, k }: TileAddress): TileAddress {
 
 const spacingsPerEdge = 128;
 
-/** A tile that is there. */
+/** How the cloud of a tile is drawn. */
+export interface Grain {
+    readonly stretch: Stretch;
+    /** Of a stretched cloud, whose cubes are drawn much wider than it is: what is drawn lies within this box. */
+    readonly bounds: Box | null;
+    /** Of a stretched cloud, whose cubes do not tell: how far its points lie apart as drawn. */
+    readonly spacing: number | null;
+}
+
+export const plainGrain: Grain = { stretch: noStretch, bounds: null, spacing: null };
+
+/** A tile that is there; all lengths and places but those of `tile` are as drawn. */
 export class TileNode {
     readonly key: string;
     readonly tile: Tile;
     readonly box: Box;
-    /** What the level thins to, coordinate units. */
+    readonly centre: Vec3;
+    /** The longest side of the box. */
+    readonly edge: number;
+    /** A step of the points' places, along each axis. */
+    readonly steps: Vec3;
+    /** What the level thins to. */
     readonly spacing: number;
     /** How far the points really lie apart, as far as can be told; never more than in the tile above. */
     readonly pointSpacing: number;
@@ -48,12 +65,20 @@ export class TileNode {
         readonly address: TileAddress,
         bytes: ArrayBuffer,
         above?: TileNode,
+        readonly grain: Grain = plainGrain,
     ) {
+        const { stretch, bounds } = grain;
         this.key = addressKey(address);
         this.tile = decodeTile(bytes);
-        this.box = cubeBox(this.tile.centre, this.tile.edge);
-        this.spacing = this.tile.edge / spacingsPerEdge;
-        this.pointSpacing = Math.min(estimateSpacing(this.tile), above?.pointSpacing ?? 4 * this.spacing);
+        const { centre, edge } = this.tile;
+        this.centre = toDrawn(centre, stretch);
+        this.box = this.#drawnBox(centre, edge);
+        this.edge = bounds === null ? edge : Math.max(...boxSize(this.box));
+        const step = edge / stepsPerEdge;
+        this.steps = toDrawn([step, step, step], stretch);
+        this.spacing = (edge * Math.max(...stretch)) / spacingsPerEdge;
+        this.pointSpacing =
+            grain.spacing ?? Math.min(estimateSpacing(this.tile), above?.pointSpacing ?? 4 * this.spacing);
     }
 
     /** The octants that hold points. */
@@ -65,6 +90,11 @@ export class TileNode {
     #octantBox(octant: number): Box {
         const quarter = this.tile.edge / 4;
         const centre = this.tile.centre.map((c, axis) => c + ((octant >> (2 - axis)) & 1 ? quarter : -quarter));
-        return cubeBox(centre as unknown as Vec3, this.tile.edge / 2);
+        return this.#drawnBox(centre as unknown as Vec3, this.tile.edge / 2);
+    }
+
+    #drawnBox(centre: Vec3, edge: number): Box {
+        const box = boxToDrawn(cubeBox(centre, edge), this.grain.stretch);
+        return this.grain.bounds === null ? box : boxWithin(box, this.grain.bounds);
     }
 }

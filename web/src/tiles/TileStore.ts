@@ -1,7 +1,7 @@
 import type { View } from '../view/View';
 import { selectTiles, type Selection, type SelectOptions } from './selectTiles';
 import { TileLoader, type FetchTile } from './TileLoader';
-import { addressKey, parentAddress, TileNode } from './TileNode';
+import { addressKey, parentAddress, plainGrain, TileNode, type Grain } from './TileNode';
 
 const cachedBudgets = 3; // so many times what is drawn at most stays in memory
 
@@ -21,11 +21,13 @@ export class TileStore {
         readonly onChange: () => void,
         readonly onDropped: (node: TileNode) => void,
         onFailure: (error: unknown) => void,
+        grain: Grain = plainGrain,
     ) {
         this.#loader = new TileLoader(
             fetchTile,
             (address, bytes) => {
-                const node = new TileNode(address, bytes, this.#nodes.get(addressKey(parentAddress(address))));
+                const above = this.#nodes.get(addressKey(parentAddress(address)));
+                const node = new TileNode(address, bytes, above, grain);
                 node.lastUsed = this.#turn;
                 this.#nodes.set(node.key, node);
                 this.#points += node.tile.count;

@@ -92,7 +92,7 @@ class Selector {
     }
 
     #pixelsOf(node: TileNode): number {
-        const nearest = Math.max(this.view.nearest(node.box), node.tile.edge / 8);
+        const nearest = Math.max(this.view.nearest(node.box), node.edge / 8);
         return node.spacing * this.view.pixelsPerUnit(nearest);
     }
 }

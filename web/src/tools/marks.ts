@@ -1,6 +1,7 @@
-import type { Units } from '../data/info';
+import type { Proportions } from '../data/Proportions';
 import { angleAt, pathLengths, planArea, planCircumference, planDistance } from '../math/measures';
 import { formatCoord, formatMeasure, groupDigits, withUnit } from '../math/numbers';
+import { toDrawn } from '../math/stretch';
 import { distance, type Vec3 } from '../math/vec3';
 
 export type MarkKind = 'point' | 'distance' | 'height' | 'angle' | 'area';
@@ -18,9 +19,10 @@ export interface Reading {
     readonly value: string;
 }
 
-/** What a mark says, the most important first. */
-export function readMark(mark: Mark, units: Units): Reading[] {
-    return readers[mark.kind](mark, units);
+/** What a mark says, the most important first: coordinates are the library's, what is measured is so as drawn. */
+export function readMark(mark: Mark, proportions: Proportions): Reading[] {
+    const measured = mark.places.map((place) => toDrawn(place, proportions.stretch));
+    return readers[mark.kind](mark.kind === 'point' ? mark : { ...mark, places: measured }, proportions);
 }
 
 export const markTitles: Readonly<Record<MarkKind, string>> = {
@@ -31,7 +33,7 @@ export const markTitles: Readonly<Record<MarkKind, string>> = {
     area: 'Area in plan',
 };
 
-const readers: Readonly<Record<MarkKind, (mark: Mark, units: Units) => Reading[]>> = {
+const readers: Readonly<Record<MarkKind, (mark: Mark, units: Pick<Proportions, 'plan' | 'height'>) => Reading[]>> = {
     point: ({ places, indices }) => [
         { label: 'x', value: formatCoord(places[0][0]) },
         { label: 'y', value: formatCoord(places[0][1]) },

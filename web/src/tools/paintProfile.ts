@@ -50,7 +50,7 @@ function paintPoints(context: CanvasRenderingContext2D, profile: Profile, axes: 
     const { canvas } = context;
     const image = context.getImageData(0, 0, canvas.width, canvas.height);
     const pixels = new Uint32Array(image.data.buffer);
-    const side = Math.max(1, Math.round((profile.count > 20000 ? 1.5 : 2.5) * look.scale));
+    const side = Math.max(1, Math.round((profile.count > 20000 ? 1.5 : profile.count > 1000 ? 2.5 : 4) * look.scale));
     const { min, max } = profileHeights(profile);
     const ramp = Uint32Array.from({ length: 256 }, (_, i) => packColor(heightColor(i / 255)));
     const { floats, ints } = profile;

@@ -1,9 +1,19 @@
 import type { App } from '../app/App';
+import type { OutlineResult } from '../data/info';
 import { boxSize } from '../math/Box';
+import { planArea, planCircumference } from '../math/measures';
 import { formatMeasure, groupDigits, withUnit } from '../math/numbers';
+import { isStretched, toDrawn, type Stretch } from '../math/stretch';
 import { markTitles, readMark, type Mark, type Reading } from '../tools/marks';
 import { button, download, h, icon } from './dom';
 import { icons } from './icons';
+
+/** Of an outline as drawn; what the server says of it, where that is the same. */
+function outlineSize({ area, length, ring }: OutlineResult, stretch: Stretch): { area: number; length: number } {
+    if (!isStretched(stretch)) return { area, length };
+    const drawn = ring.map(([x, y]) => toDrawn([x, y, 0], stretch));
+    return { area: planArea(drawn), length: planCircumference(drawn) };
+}
 
 /** What has been measured, cut and chosen: a card each, with what can be done about it. */
 export class Cards {
@@ -36,17 +46,17 @@ export class Cards {
 
     #markCard(mark: Mark, i: number): HTMLElement {
         const remove = (): void => this.app.change({ marks: this.app.state.marks.filter((_, k) => k !== i) });
-        const card = this.#card(markTitles[mark.kind], readMark(mark, this.app.info.unit), remove);
+        const card = this.#card(markTitles[mark.kind], readMark(mark, this.app.proportions), remove);
         card.dataset.kind = mark.kind;
         return card;
     }
 
     #clipCard(): HTMLElement {
-        const { info, state } = this.app;
-        const size = state.clip === null ? [0, 0, 0] : boxSize(state.clip);
+        const { proportions, state } = this.app;
+        const size = state.clip === null ? [0, 0, 0] : boxSize(this.app.drawnBox(state.clip));
         const readings = ['x', 'y', 'z'].map((axis, k) => ({
             label: `Length in ${axis}`,
-            value: withUnit(formatMeasure(size[k]), k < 2 ? info.unit.plan : info.unit.height),
+            value: withUnit(formatMeasure(size[k]), k < 2 ? proportions.plan : proportions.height),
         }));
         const whole = button('Whole cloud', () => this.app.change({ clip: this.app.bounds() }), { class: 'small' });
         const row = h('div', { class: 'actions' }, ...this.#exports('clip'), whole);
@@ -97,10 +107,11 @@ export class Cards {
     }
 
     #outlineCard(): HTMLElement {
-        const { outline, info } = this.app;
-        const readings = outline === null ? [] : [
-            { label: 'Area', value: withUnit(formatMeasure(outline.area), info.unit.plan, '²') },
-            { label: 'Length', value: withUnit(formatMeasure(outline.length), info.unit.plan) },
+        const { outline, info, proportions } = this.app;
+        const size = outline === null ? null : outlineSize(outline, proportions.stretch);
+        const readings = outline === null || size === null ? [] : [
+            { label: 'Area', value: withUnit(formatMeasure(size.area), proportions.plan, '²') },
+            { label: 'Length', value: withUnit(formatMeasure(size.length), proportions.plan) },
             { label: 'Corners', value: groupDigits(outline.ring.length) },
             { label: 'Points inside', value: groupDigits(outline.inside) },
             { label: 'Distance', value: withUnit(formatMeasure(outline.distance), info.unit.plan) },

@@ -24,7 +24,7 @@ export class ClipHandles {
         if (clip === null) return;
         faces.forEach((face, i) => {
             const handle = this.#handles[i];
-            const { x, y, depth } = view.project(faceCentre(clip, face));
+            const { x, y, depth } = view.project(faceCentre(this.app.drawnBox(clip), face));
             handle.hidden = depth <= 0 && !view.camera.parallel;
             handle.style.transform = `translate(${x}px, ${y}px)`;
             const value = (face.high ? clip.max : clip.min)[face.axis];
@@ -50,7 +50,7 @@ export class ClipHandles {
         handle.focus();
         handle.setPointerCapture(down.pointerId);
         const view = this.app.view();
-        const centre = faceCentre(box, face);
+        const centre = faceCentre(this.app.drawnBox(box), face);
         const from = view.project(centre);
         const unit = Math.max(1e-9, 20 / view.pixelsPerUnit(Math.max(from.depth, 1e-6)));
         const axis = [0, 1, 2].map((k) => (k === face.axis ? 1 : 0)) as unknown as readonly [number, number, number];
@@ -59,7 +59,7 @@ export class ClipHandles {
         const square = Math.max(ax * ax + ay * ay, 4); // an axis that points at the viewer moves slowly
         const move = (event: PointerEvent): void => {
             const share = ((event.clientX - down.clientX) * ax + (event.clientY - down.clientY) * ay) / square;
-            this.#set(face, centre[face.axis] + share * unit);
+            this.#set(face, (centre[face.axis] + share * unit) / this.app.proportions.stretch[face.axis]);
         };
         const up = (): void => {
             handle.removeEventListener('pointermove', move);

@@ -3,6 +3,7 @@ import { isByHeight } from '../app/start';
 import type { Corridor } from '../app/State';
 import { choiceParameters, type Parameters } from '../data/Api';
 import { formatCoord, formatMeasure, groupDigits, withUnit } from '../math/numbers';
+import { drawnWidth, scalesOf, stretchProfile } from '../tools/corridor';
 import { decodeProfile, profileWords, type Profile } from '../tools/decodeProfile';
 import { findDrawn, fitAxes, paintProfile, type Axes } from '../tools/paintProfile';
 import { button, download, h, icon } from './dom';
@@ -46,7 +47,7 @@ export class ProfilePanel {
             this.#asked = '';
             return;
         }
-        this.#width.value = String(corridor.width);
+        this.#width.value = String(drawnWidth(corridor, this.app.proportions.stretch));
         const asked = JSON.stringify(this.#parameters(corridor));
         if (asked === this.#asked) return this.#paint();
         this.#asked = asked;
@@ -62,7 +63,7 @@ export class ProfilePanel {
         try {
             const bytes = await this.app.api.bytes('api/profile', this.#parameters(corridor));
             if (asked !== this.#asked) return;
-            this.#profile = decodeProfile(bytes);
+            this.#profile = stretchProfile(decodeProfile(bytes), corridor, this.app.proportions.stretch);
             this.#paint();
         } catch (error) {
             this.app.ui.tellFailure('The profile could not be had', error);
@@ -84,15 +85,15 @@ export class ProfilePanel {
     }
 
     #describe(profile: Profile, axes: Axes): string {
-        const { unit } = this.app.info;
+        const { plan } = this.app.proportions;
         const times = axes.exaggeration === 1 ? '' : `, heights ${axes.exaggeration} times as large`;
-        return `${groupDigits(profile.count)} points, ${withUnit(formatMeasure(profile.length), unit.plan)}${times}`;
+        return `${groupDigits(profile.count)} points, ${withUnit(formatMeasure(profile.length), plan)}${times}`;
     }
 
     #hover(x: number, y: number): void {
         if (this.#profile === null || this.#axes === null) return;
         const profile = this.#profile;
-        const { unit } = this.app.info;
+        const { info, proportions } = this.app;
         const n = findDrawn(profile, this.#axes, x, y);
         if (n < 0) {
             this.#text.textContent = this.#describe(profile, this.#axes);
@@ -100,13 +101,15 @@ export class ProfilePanel {
         }
         const [along, height] = profile.floats.subarray(n * profileWords, n * profileWords + 2);
         const index = groupDigits(profile.ints[n * profileWords + 3]);
-        const z = withUnit(formatCoord(profile.base + height), unit.height);
-        this.#text.textContent = `${withUnit(formatMeasure(along), unit.plan)} along, height ${z}, point ${index}`;
+        const z = withUnit(formatCoord(profile.base + height), info.unit.height);
+        this.#text.textContent = `${withUnit(formatMeasure(along), proportions.plan)} along, height ${z}, point ${index}`;
     }
 
     #setWidth(width: number): void {
         const { corridor } = this.app.state;
-        if (corridor !== null && width > 0) this.app.change({ corridor: { ...corridor, width } });
+        if (corridor === null || !(width > 0)) return;
+        const { across } = scalesOf(corridor.from, corridor.to, this.app.proportions.stretch);
+        this.app.change({ corridor: { ...corridor, width: width / across } });
     }
 
     #export(): void {

@@ -102,7 +102,8 @@ export class Ui {
         const { info, state, ground } = this.app;
         const all = state.ground && ground !== null ? ground.points : info.points;
         const what = state.ground && ground !== null ? ' of the ground' : '';
-        const text = `${groupDigits(points)} of ${groupDigits(all)} points${what}${complete ? '' : ' …'}`;
+        const { note } = this.app.proportions;
+        const text = `${groupDigits(points)} of ${groupDigits(all)} points${what}${note ? `, ${note}` : ''}${complete ? '' : ' …'}`;
         if (this.#drawn.textContent !== text) this.#drawn.textContent = text;
     }
 

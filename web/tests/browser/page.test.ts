@@ -1,7 +1,10 @@
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
-import type { PickedPoint } from '../../src/data/info';
-import type { Vec3 } from '../../src/math/vec3';
+import type { CloudInfo, PickedPoint } from '../../src/data/info';
+import { findProportions } from '../../src/data/Proportions';
+import { formatMeasure } from '../../src/math/numbers';
+import { toDrawn } from '../../src/math/stretch';
+import { distance, type Vec3 } from '../../src/math/vec3';
 import type { Camera } from '../../src/view/Camera';
 import { hashOf, Served, size, spotOf, tidyUp, Window, writeGrid, writePly, type KnownPoint } from './support';
 
@@ -95,10 +98,10 @@ test('Pick_IndexAndCoordinatesAreTheLibrarys', async () => {
 test('Distance_BetweenKnownPoints', async () => {
     await window.show(served, hashOf(map, flat));
     await window.page.keyboard.press('d');
-    for (const place of [[6, 4.5, 0], [36, 44.5, 0]] as const) {
+    for (const [place, hint] of [[[6, 4.5, 0], 'Click where to'], [[36, 44.5, 0], 'Click on']] as const) {
         const { x, y } = spotOf(map, place);
         await window.page.mouse.click(x, y);
-        await window.settled();
+        await window.hinted(hint);
         await new Promise((done) => setTimeout(done, 400)); // no double click
     }
     await window.page.keyboard.press('Enter');
@@ -123,13 +126,11 @@ test('Profile_HoldsEveryPointOfItsCorridor', async () => {
 
 test('Reload_TheSameLinkIsTheSamePicture', async () => {
     await window.show(served, hashOf({ ...oblique, azimuth: 201.234567 }, '&color=height&size=1.3&clip=3,3,-1,40,40,1'));
-    const link = window.page.url();
+    const link = await window.writtenHash();
     await window.page.keyboard.press('ArrowLeft');
     await window.page.keyboard.press('+');
-    await window.settled();
-    await new Promise((done) => setTimeout(done, 500));
+    await window.restingHash(link);
     const first = await window.pixels();
-    assert.notEqual(window.page.url(), link);
     await window.page.reload();
     await window.settled();
     const second = await window.pixels();
@@ -153,17 +154,47 @@ test('FarFromTheOrigin_ThePictureIsTheSame', async () => {
     assert.ok(other < 0.002 * near.width * near.height, `${other} pixels differ`);
 });
 
+test('Degrees_AreDrawnInMetresAndPickedWhereTheyAreSeen', async () => {
+    const heights = Array.from({ length: 60 }, (_, i) => Array.from({ length: 60 }, (__, j) => 400 + 40 * Math.sin(i / 4) * Math.cos(j / 5)));
+    const grid = await Served.start(writeGrid('degrees.asc', [8, 47], heights, 0.002));
+    await window.show(grid, '');
+    const { stretch } = findProportions(await grid.get<CloudInfo>('api/info'));
+    const points = [];
+    for (const index of [60 * 20 + 25, 60 * 40 + 35]) points.push(await grid.get<PickedPoint>(`api/point?index=${index}`));
+    const camera: Camera = {
+        ...{ target: toDrawn([8.06, 47.06, 400], stretch), distance: 14000 },
+        ...{ azimuth: 215, elevation: 50, parallel: false },
+    };
+    await window.show(grid, hashOf(camera, flat));
+    for (const [tool, reached] of [['i', 'mark=point'], ['d', 'mark=distance']] as const) {
+        await window.page.keyboard.press(tool);
+        for (const [i, point] of points.entries()) {
+            const { x, y } = spotOf(camera, toDrawn([point.x, point.y, point.z], stretch));
+            await window.page.mouse.click(x, y);
+            await new Promise((done) => setTimeout(done, 400)); // no double click
+            if (tool === 'd') await window.hinted(['Click where to', 'Click on'][i]);
+            else await window.hashWith(`mark=point:${point.index}:${point.x},${point.y},${point.z}`);
+        }
+        if (tool === 'd') await window.page.keyboard.press('Enter');
+        await window.hashWith(reached);
+    }
+    const text = await window.page.$eval('[data-kind=distance] dd', (element) => element.textContent);
+    const [a, b] = points.map((point) => toDrawn([point.x, point.y, point.z], stretch));
+    assert.equal(text, `${formatMeasure(distance(a, b))} m`);
+    await grid.stop();
+});
+
 test('Drag_TurnsAroundThePointUnderThePointer', async () => {
     await window.show(served, hashOf(oblique, flat));
     const place: Vec3 = [12, 30, 0];
     const { x, y } = spotOf(oblique, place);
+    const before = await window.writtenHash();
     await window.page.mouse.move(x, y);
     await window.page.mouse.down();
     await window.page.mouse.move(x + 90, y + 20, { steps: 6 });
     await window.settled();
     await window.page.mouse.up();
-    await window.page.waitForFunction(() => !location.hash.includes(',205,40&'));
-    const n = ((await window.hashWith('view=')).get('view') ?? '').split(',').map(Number);
+    const n = ((await window.restingHash(before)).get('view') ?? '').split(',').map(Number);
     const turned: Camera = { ...oblique, target: [n[0], n[1], n[2]], distance: n[3], azimuth: n[4], elevation: n[5] };
     assert.ok(Math.abs(turned.azimuth - oblique.azimuth) > 10);
     const moved = spotOf(turned, place);

@@ -32,9 +32,9 @@ export function writePly(name: string, points: readonly KnownPoint[]): string {
     return path;
 }
 
-export function writeGrid(name: string, corner: readonly [number, number], heights: readonly number[][]): string {
+export function writeGrid(name: string, corner: readonly [number, number], heights: readonly number[][], cell = 1): string {
     const head = [`ncols ${heights[0].length}`, `nrows ${heights.length}`, `xllcorner ${corner[0]}`, `yllcorner ${corner[1]}`];
-    const lines = [...head, 'cellsize 1', 'NODATA_value -9999', ...heights.map((row) => row.join(' '))];
+    const lines = [...head, `cellsize ${cell}`, 'NODATA_value -9999', ...heights.map((row) => row.join(' '))];
     const path = join(folder, name);
     writeFileSync(path, `${lines.join('\n')}\n`);
     return path;
@@ -101,6 +101,7 @@ export class Window {
             protocolTimeout: patience,
         });
         const window = new Window(browser, await browser.newPage());
+        window.page.setDefaultTimeout(patience);
         window.#watch();
         return window;
     }
@@ -160,6 +161,29 @@ export class Window {
     async hashWith(part: string): Promise<URLSearchParams> {
         await this.page.waitForFunction((text) => location.hash.includes(text), { timeout: patience }, part);
         return new URLSearchParams((await this.hash()).slice(1));
+    }
+
+    /** The address as the page itself has written it. */
+    async writtenHash(): Promise<string> {
+        await this.page.waitForFunction(() => location.hash.includes('budget='));
+        return this.hash();
+    }
+
+    /** The address when it has changed and comes to rest: it follows a while after the view. */
+    async restingHash(before: string): Promise<URLSearchParams> {
+        await this.page.waitForFunction((text) => location.hash !== text, {}, before);
+        for (let last = '', now = await this.hash(); ; now = await this.hash()) {
+            if (now === last) return new URLSearchParams(now.slice(1));
+            last = now;
+            await this.settled();
+            await new Promise((done) => setTimeout(done, 1000));
+        }
+    }
+
+    /** Waits until the hint at the foot of the page begins with these words: a click has been taken up. */
+    async hinted(words: string): Promise<void> {
+        const begins = (text: string): boolean => document.querySelector('.hint')?.textContent?.startsWith(text) ?? false;
+        await this.page.waitForFunction(begins, {}, words);
     }
 
     async close(): Promise<void> {

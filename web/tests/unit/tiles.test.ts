@@ -210,6 +210,20 @@ test('TileLoader_MostWantedFirstAndNotAllAtOnce', () => {
     assert.ok(asked.length < 10);
 });
 
+test('TileLoader_GoesOnWithoutBeingAskedAgain', async () => {
+    const come: string[] = [];
+    const loader = new TileLoader(
+        () => Promise.resolve(new ArrayBuffer(0)),
+        (address) => come.push(addressKey(address)),
+        () => undefined,
+    );
+    const all = Array.from({ length: 20 }, (_, i) => ({ level: 5, i, j: 0, k: 0 }));
+    loader.want(all, 0);
+    await new Promise((done) => setTimeout(done, 20));
+    assert.deepEqual(come, all.map(addressKey));
+    assert.equal(loader.numRunning, 0);
+});
+
 test('TileLoader_AFailureWaitsBeforeItIsTriedAgain', async () => {
     let asked = 0;
     const failures: unknown[] = [];

@@ -1,6 +1,8 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { heightColor } from '../../src/colors/colors';
+import type { Proportions } from '../../src/data/Proportions';
+import { noStretch } from '../../src/math/stretch';
 import { Motion } from '../../src/hands/Motion';
 import { Flight } from '../../src/hands/Flight';
 import { decodeProfile, profileHeights, profileWords } from '../../src/tools/decodeProfile';
@@ -9,7 +11,7 @@ import { moveFace } from '../../src/tools/moveFace';
 import { findDrawn, fitAxes } from '../../src/tools/paintProfile';
 import { Gathering, toolKinds } from '../../src/tools/tools';
 
-const units = { plan: 'm', height: 'm', degrees: false, plan_metres: 1, height_metres: 1 };
+const proportions: Proportions = { stretch: noStretch, note: '', plan: 'm', height: 'm' };
 
 function makeProfile(points: [number, number][], length = 10, base = 100): ArrayBuffer {
     const buffer = new ArrayBuffer(24 + points.length * 4 * profileWords);
@@ -48,13 +50,13 @@ test('Gathering_EndsWithItsLastPoint', () => {
 test('ReadMark_SaysWhatWasMeasured', () => {
     const places = [[0, 0, 0], [3, 4, 12], [3, 0, 12]] as const;
     const read = (kind: (typeof markKinds)[number], count: number) =>
-        readMark({ kind, places: places.slice(0, count), indices: [9, 8, 7].slice(0, count) }, units).map(({ value }) => value);
+        readMark({ kind, places: places.slice(0, count), indices: [9, 8, 7].slice(0, count) }, proportions).map(({ value }) => value);
     assert.deepEqual(read('point', 1), ['0', '0', '0', '9']);
     assert.deepEqual(read('distance', 2), ['13.00 m', '5.000 m', '12.00 m']);
     assert.deepEqual(read('distance', 3), ['17.00 m', '3.000 m', '12.00 m', '12.37 m']);
     assert.deepEqual(read('height', 2), ['12.00 m', '5.000 m', '240.0 %']);
     assert.equal(read('area', 3)[0], '6.000 m²');
-    assert.equal(readMark({ kind: 'height', places: [[1, 1, 0], [1, 1, 2]], indices: [1, 2] }, units)[2].value, 'upright');
+    assert.equal(readMark({ kind: 'height', places: [[1, 1, 0], [1, 1, 2]], indices: [1, 2] }, proportions)[2].value, 'upright');
 });
 
 test('MoveFace_NeverBeyondTheOppositeOneNorTheLimits', () => {
