@@ -37,10 +37,10 @@ class _Load:
         best: Optional[tuple[float, str]] = None
         largest = max((facts["memory_limit"] or float("inf") for facts in workers.values()), default=0)
         for worker, facts in workers.items():
-            mine = lost + [size for other, size in self._given.values() if other == worker]
+            mine = [size for other, size in self._given.values() if other == worker]
             limit = facts["memory_limit"] or float("inf")
-            room = SHARE * limit - sum(mine)
-            fits = size <= room or (not mine and limit == largest)
+            room = SHARE * limit - sum(mine) - sum(lost)
+            fits = size <= room or (not mine and not lost and limit == largest)
             if fits and len(mine) < facts["nthreads"] and (best is None or room > best[0]):
                 best = room, worker
         return None if best is None else best[1]
