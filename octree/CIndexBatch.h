@@ -25,7 +25,7 @@ public:
 
     void Add(std::int32_t nIndex)
     {
-        m_pIndices[m_nNumFilled] = nIndex;
+        m_pIndices[static_cast<std::size_t>(m_nNumFilled)] = nIndex;
         if (++m_nNumFilled == m_nCapacity)
             Flush();
     }

@@ -30,7 +30,7 @@ void AddServeCommand(CLI::App& app, const CConsole& console)
     pCommand
         ->add_option("--budget", pOptions->nBudget,
                      "Points to be shown at once at most; by default the page's own choice")
-        ->check(CLI::Range(std::int64_t{1000}, std::int64_t{100000000}))
+        ->check(CLI::Range(std::int64_t{1000}, std::int64_t{10000000}))
         ->type_name("POINTS");
     pCommand->add_flag("--open", pOptions->bOpen, "Open the page in the browser");
     pCommand

@@ -61,7 +61,7 @@ TJson CollectLasFacts(const CLasHeader& header, const std::vector<CLasRecord>& v
     facts["point_format"] = header.nFormat;
     facts["point_bytes"] = header.nPntSize;
     facts["compressed"] = header.bCompressed;
-    facts["points"] = header.nNumPnts;
+    facts["points"] = header.GetNumAnnounced();
     facts["points_by_return"] = TrimReturns(header.vecNumByReturn);
     facts["scale"] = header.adScale;
     facts["offset"] = header.adOffset;
@@ -174,8 +174,9 @@ void CLasFile::FindInCloud(const CPntCld& cloud, std::vector<CFinding>& vecFindi
 /// Of a compressed file, only reading it tells how many points it holds.
 void CLasFile::FindInCount(std::int64_t nNumRead, std::vector<CFinding>& vecFindings)
 {
-    if (m_facts.nHeld < 0 && nNumRead < m_header.nNumPnts)
-        vecFindings.push_back(FindUnreadPnts(m_header.nNumPnts, nNumRead, ZORCLD_HAS_LASZIP));
+    const std::int64_t nAnnounced = m_header.GetNumAnnounced();
+    if (m_facts.nHeld < 0 && nNumRead < nAnnounced)
+        vecFindings.push_back(FindUnreadPnts(nAnnounced, nNumRead, ZORCLD_HAS_LASZIP));
 }
 
 void CLasFile::Describe(nlohmann::ordered_json& info) const

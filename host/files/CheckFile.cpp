@@ -225,9 +225,9 @@ CCheckResult CheckFile(const CInputOptions& input, const CConsole& console)
     {
         result.facts = FindFileFacts(zor::String(input.sPath));
         result.cause = {result.facts.eCause, failure.GetCause()};
-        result.bConvert = result.facts.eCause == FileCause_Directory && !result.sCommand.empty();
-        if (result.bConvert)
+        if (result.facts.eCause == FileCause_Directory && !result.sCommand.empty())
             result.sCommand = FormatCheckCommand(input);
+        result.bConvert = result.facts.eCause == FileCause_Directory && !result.sCommand.empty();
         return result;
     }
     result.pKind = &pFile->GetKind();

@@ -77,8 +77,23 @@ std::string FormatConvertCommand(const CInputOptions& input)
     return fmt::format("zorcld convert {}{} {}", sType, Quote(input.sPath), Quote(sOut));
 }
 
+/// Does the shell's `*` name a file in the folder?
+static bool HasFile(const fs::path& folder)
+{
+    std::error_code error; // a folder that cannot be looked into has none
+    for (fs::directory_iterator it(folder, error), end; !error && it != end; it.increment(error))
+    {
+        std::error_code ignored;
+        if (it->path().filename().native().front() != '.' && it->is_regular_file(ignored))
+            return true;
+    }
+    return false;
+}
+
 std::string FormatCheckCommand(const CInputOptions& folder)
 {
+    if (!HasFile(folder.sPath))
+        return {};
     const std::size_t nSize = folder.sPath.find_last_not_of('/') + 1; // of the root 0
     const std::string sType = folder.sType.empty() ? "" : "--type " + folder.sType + ' ';
     return fmt::format("zorcld check {}{}/*", sType, nSize == 0 ? "" : Quote(folder.sPath.substr(0, nSize)));

@@ -14,7 +14,8 @@ struct CInputOptions;
 ///         a shell; empty for a name that no line of a shell holds.
 std::string FormatConvertCommand(const CInputOptions& input);
 
-/// @return the command that checks all files of a folder.
+/// @return the command that checks all files of a folder; empty: it has none, or none that the shell's `*`
+/// names.
 std::string FormatCheckCommand(const CInputOptions& folder);
 
 /// Would `zorcld convert` take most of the points? Reads the file from front to back.

@@ -1,6 +1,8 @@
 #ifndef HOST_QUERY_FILTERGROUND_H
 #define HOST_QUERY_FILTERGROUND_H
 
+#include <zor4data/CGroundScale.h>
+
 #include <string>
 #include <vector>
 
@@ -15,15 +17,6 @@ namespace zorcld
 constexpr double c_dSmallestWindow = 3.0;
 constexpr double c_dLargestWindow = 33.0;
 
-/// How many metres the filter is to take a coordinate unit for.
-struct CGroundScale
-{
-    double dPlan = 1.0;   ///< of x and y
-    double dHeight = 1.0; ///< of z
-
-    bool IsOne() const { return dPlan == 1.0 && dHeight == 1.0; }
-};
-
 /// Reduces the cloud to its ground points, whose coordinates stay as they are.
 /// @param sPath      the file of the cloud, for the message.
 /// @param pListener  told of the progress; null: no calls.
@@ -31,13 +24,10 @@ struct CGroundScale
 void FilterGround(CPntCld& cloud, const CGroundScale& scale, const std::string& sPath,
                   IPclProgressListener* pListener);
 
-/// The points that are not ground, by index, where a scale is not one: for hosts that remove them themselves.
+/// The points that FilterGround leaves, by index, ascending; the cloud stays as it is.
 /// @throws CFailure as FilterGround.
-std::vector<int> FindNotGround(const CPntCld& cloud, const CGroundScale& scale, const std::string& sPath,
-                               IPclProgressListener* pListener);
-
-/// Removes points by index; what was selected before is not any more, in copies of the cloud neither.
-void RemovePnts(CPntCld& cloud, const std::vector<int>& vecIndices);
+std::vector<int> FindGroundPnts(const CPntCld& cloud, const CGroundScale& scale, const std::string& sPath,
+                                IPclProgressListener* pListener);
 
 /// The scale that a file states; one where it states none.
 /// @throws CFailure for degrees.

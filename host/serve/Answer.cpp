@@ -87,7 +87,7 @@ CReply AnswerChecked(const CRequest& request, const CGate& gate, CServed& served
     if (resource.eNeeds == enumNeeds::Cloud)
         CheckReady(served);
     CReply reply = resource.pAnswer(request, served);
-    if (gate.HasTokenParam(request))
+    if (request.sPath == "/")
         reply.vecHeaders.emplace_back("Set-Cookie", gate.FormatCookie());
     return reply;
 }

@@ -20,6 +20,15 @@ enumLasAttribute FindAttribute(const std::string& sName)
     return sName == "return" ? LasAttribute_Return : LasAttribute_None;
 }
 
+/// Stops the job of any attribute, or of the one that is named.
+CJobs::TJson CancelColors(CServed& served, const std::string& sName)
+{
+    for (const char* const pName : {"class", "intensity", "return"})
+        if (sName.empty() || sName == pName)
+            served.GetJobs().Cancel(std::string("color ") + pName);
+    return {{"state", "idle"}};
+}
+
 CJobs::TJson MakeColors(CServed& served, const std::string& sName, const CJobs::TTell& tell)
 {
     const CReadAttribute read = ReadAttribute(served, *served.GetFirst(), FindAttribute(sName), sName, tell);
@@ -36,7 +45,7 @@ CReply AnswerColor(const CRequest& request, CServed& served)
     const std::string* const pName = request.FindParam("by");
     const std::string sName = pName == nullptr ? "" : *pName;
     if (request.FindParam("cancel") != nullptr)
-        return MakeJsonReply(served.GetJobs().Cancel("color " + sName));
+        return MakeJsonReply(CancelColors(served, sName));
     if (FindAttribute(sName) == LasAttribute_None)
         throw CRefusal(400, "by is none of class, intensity and return");
     if (served.GetFacts()["attributes"].empty())

@@ -8,9 +8,14 @@
 #include <host/serve/CServed.h>
 #include <host/serve/LineForClient.h>
 #include <host/serve/RequestNumbers.h>
+#include <host/serve/SortAsIn.h>
 #include <zor4data/IPclProgressListener.h>
+#include <zor4data/KeepPnts.h>
 
 #include <fmt/format.h>
+
+#include <utility>
+#include <vector>
 
 namespace zorcld
 {
@@ -41,36 +46,20 @@ CGroundScale ChooseScale(const CRequest& request, const CServed& served)
     return {dScale, dScale};
 }
 
-/// Filters a copy, which shares the points with what is shown until it has its own. A selection they would
-/// share, too: while one is made nobody else asks for points, and none is left.
-void Filter(CPntCld& copy, const CGroundScale& scale, CServed& served, const CJobs::TTell& tell)
-{
-    CTellProgress progress(tell);
-    if (scale.IsOne())
-    {
-        const auto lock = served.LockSelection();
-        copy.Morph(&progress);
-        return;
-    }
-    auto lockShared = served.LockSelection();
-    const std::vector<int> vecOthers = FindNotGround(copy, scale, served.GetFile(), &progress);
-    lockShared.unlock();
-    tell("removing the other points", 100);
-    CPntCld shared(copy);
-    const auto lock = served.LockSelectionAlone();
-    RemovePnts(copy, vecOthers);
-    shared.UnSelPnts();
-}
-
 TJson FindGround(const TVersion& pVersion, const CGroundScale& scale, CServed& served,
                  const CJobs::TTell& tell)
 {
     const CPntCld& cloud = pVersion->GetCloud();
     CGroundResult result = {cloud.GetNumPnts(), 0, CalcDensity(cloud).dSpacing * scale.dPlan};
-    CPntCld copy(cloud);
-    Filter(copy, scale, served, tell);
-    result.nNumGround = copy.GetNumPnts();
-    const TVersion pGround = served.AddVersion(copy, "ground");
+    CTellProgress progress(tell);
+    std::vector<std::int32_t> vecGround = FindGroundPnts(cloud, scale, served.GetFile(), &progress);
+    tell("making the ground a cloud of its own", 0);
+    CPntCld ground(cloud); // has the same points until it gets its own
+    KeepPnts(ground, vecGround);
+    tell("making the ground a cloud of its own", 50);
+    SortAsIn(GetPntArrays(ground), pVersion->GetArrays(), vecGround);
+    result.nNumGround = ground.GetNumPnts();
+    const TVersion pGround = served.AddVersion(ground, "ground", std::move(vecGround));
     return {{"version", pGround->GetVersion()},
             {"points", result.nNumGround},
             {"of", result.nNumAll},

@@ -10,6 +10,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace zorcld
@@ -35,7 +36,9 @@ double ParseDistance(const CRequest& request)
 TJson DescribeOutline(const COutline& outline, const CPntCld& cloud)
 {
     const TRing ring = outline.GetRing();
-    TJson json = {{"distance", outline.dDistance}, {"how", outline.sHow}, {"ring", TJson::array()}};
+    const std::size_t nHow = std::min(outline.sHow.find_first_not_of(' '), outline.sHow.size());
+    TJson json = {
+        {"distance", outline.dDistance}, {"how", outline.sHow.substr(nHow)}, {"ring", TJson::array()}};
     for (const zor::geom::PNT_2D& pnt : ring)
         json["ring"].push_back(TJson{pnt.x, pnt.y});
     json["length"] = CalcLength(ring);
@@ -53,12 +56,11 @@ CReply AnswerOutline(const CRequest& request, CServed& served)
         return MakeJsonReply(served.GetJobs().Cancel("outline"));
     const double dDistance = ParseDistance(request);
     const auto work =
-        [dDistance, pVersion = served.GetFirst(), sFile = served.GetFile(), &served](const CJobs::TTell& tell)
+        [dDistance, pVersion = served.GetFirst(), sFile = served.GetFile()](const CJobs::TTell& tell)
     {
         CConsole console;
         console.SetQuiet();
         console.SetWatcher(tell);
-        const auto lock = served.LockSelection();
         return DescribeOutline(FindOutline(pVersion->GetCloud(), dDistance, sFile, console),
                                pVersion->GetCloud());
     };

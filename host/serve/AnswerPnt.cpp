@@ -4,6 +4,7 @@
 #include <host/query/ParseNumbers.h>
 #include <host/query/PickStretched.h>
 #include <host/serve/CPntChoice.h>
+#include <host/serve/CRefusal.h>
 #include <host/serve/CRequest.h>
 #include <host/serve/CServed.h>
 #include <host/serve/RequestNumbers.h>
@@ -23,12 +24,13 @@ namespace
 using TJson = nlohmann::ordered_json;
 using zor::geom::PNT_3D;
 
-/// @param nIndex  -1: no point.
-CReply DescribePnt(const CPntCld& cloud, int nIndex)
+/// @param nIndex  of the version; -1: no point.
+CReply DescribePnt(const CCloudVersion& version, int nIndex)
 {
-    TJson json = {{"index", nIndex}};
     if (nIndex < 0)
-        return MakeJsonReply(json);
+        return MakeJsonReply({{"index", -1}});
+    TJson json = {{"index", version.GetFileIndex(nIndex)}};
+    const CPntCld& cloud = version.GetCloud();
     PNT_3D pnt;
     cloud.GetPnt(nIndex, pnt);
     json["x"] = pnt.x;
@@ -62,10 +64,10 @@ CReply AnswerPick(const CRequest& request, CServed& served)
     const CPntCld& cloud = choice.GetVersion()->GetCloud();
     const std::string* pStretch = request.FindParam("stretch");
     if (pStretch == nullptr)
-        return DescribePnt(cloud, PickPnt(cloud, from, direction, dTan, choice.GetQuery().vecPlanes));
+        return DescribePnt(*choice.GetVersion(),
+                           PickPnt(cloud, from, direction, dTan, choice.GetQuery().vecPlanes));
     const CStretchedCone cone{from, direction, dTan, ParseStretch(*pStretch)};
-    const auto lock = served.LockSelection();
-    return DescribePnt(cloud, PickStretched(cloud, cone, choice.GetQuery()));
+    return DescribePnt(*choice.GetVersion(), PickStretched(cloud, cone, choice.GetQuery()));
 }
 
 CReply AnswerNearest(const CRequest& request, CServed& served)
@@ -76,17 +78,20 @@ CReply AnswerNearest(const CRequest& request, CServed& served)
     const CPntChoice choice(request, served);
     const CPntCld& cloud = choice.GetVersion()->GetCloud();
     if (request.FindParam("z") == nullptr)
-        return DescribePnt(cloud, FindNearestPnt2D(cloud, zor::geom::PNT_2D(x, y), dMax));
-    return DescribePnt(cloud, FindNearestPnt(cloud, PNT_3D(x, y, GetNumber(request, "z")), dMax));
+        return DescribePnt(*choice.GetVersion(), FindNearestPnt2D(cloud, zor::geom::PNT_2D(x, y), dMax));
+    return DescribePnt(*choice.GetVersion(),
+                       FindNearestPnt(cloud, PNT_3D(x, y, GetNumber(request, "z")), dMax));
 }
 
 CReply AnswerPnt(const CRequest& request, CServed& served)
 {
     const double dIndex = GetNumber(request, "index");
+    if (dIndex != std::floor(dIndex))
+        throw CRefusal(400, "index: it is not a whole number");
     const CPntChoice choice(request, served);
-    const CPntCld& cloud = choice.GetVersion()->GetCloud();
-    const bool bIndex = dIndex >= 0.0 && dIndex < cloud.GetNumPnts() && dIndex == std::floor(dIndex);
-    return DescribePnt(cloud, bIndex ? static_cast<int>(dIndex) : -1);
+    const bool bIndex = dIndex >= 0.0 && dIndex < served.GetFirst()->GetArrays().nNumPnts;
+    return DescribePnt(*choice.GetVersion(),
+                       bIndex ? choice.GetVersion()->FindFileIndex(static_cast<int>(dIndex)) : -1);
 }
 
 CReply AnswerRect(const CRequest& request, CServed& served)
@@ -97,7 +102,6 @@ CReply AnswerRect(const CRequest& request, CServed& served)
     const double ymin = number("ymin");
     const double xmax = number("xmax");
     const double ymax = number("ymax");
-    const auto lock = served.LockSelection();
     return MakeJsonReply({{"points", choice.GetVersion()->GetCloud().GetNumPnts2D(xmin, ymin, xmax, ymax)}});
 }
 

@@ -79,9 +79,9 @@ private:
 
 CCorridor ParseCorridor(const CRequest& request)
 {
-    return {{{GetNumber(request, "x1"), GetNumber(request, "y1")},
-             {GetNumber(request, "x2"), GetNumber(request, "y2")},
-             GetNumber(request, "width")},
+    return {{{GetPlanNumber(request, "x1"), GetPlanNumber(request, "y1")},
+             {GetPlanNumber(request, "x2"), GetPlanNumber(request, "y2")},
+             GetPlanNumber(request, "width")},
             "profile"};
 }
 

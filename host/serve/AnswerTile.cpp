@@ -42,14 +42,13 @@ std::optional<TTilePath> ParseTilePath(std::string_view sPath)
 }
 
 /// The attribute whose colours are asked for; null: none is.
-std::shared_ptr<const CAttribute> FindAttribute(const CRequest& request, const CCloudVersion& version,
-                                                const CServed& served)
+std::shared_ptr<const CAttribute> FindAttribute(const CRequest& request, const CServed& served)
 {
     const std::string* const pColor = request.FindParam("color");
     if (pColor == nullptr || *pColor == "file")
         return nullptr;
     auto pAttribute = served.FindAttribute(*pColor);
-    if (pAttribute == nullptr || version.GetVersion() != served.GetFirst()->GetVersion())
+    if (pAttribute == nullptr)
         throw CRefusal(404, "these colours have not been made (/api/color)");
     return pAttribute;
 }
@@ -88,14 +87,14 @@ CReply AnswerTile(const CRequest& request, CServed& served)
     if (!IsTile(*pVersion, address))
         throw CRefusal(404, "there is no such tile");
 
-    const std::shared_ptr<const CAttribute> pAttribute = FindAttribute(request, *pVersion, served);
+    const std::shared_ptr<const CAttribute> pAttribute = FindAttribute(request, served);
     const std::string sTag =
         fmt::format("\"{}{}\"", fmt::join(*path, "-"), pAttribute != nullptr ? "-" + pAttribute->sName : "");
     CReply reply;
     if (HasTag(request.sIfNoneMatch, sTag))
         reply.nStatus = 304;
     else
-        reply = MakeTile(pVersion, address, pAttribute);
+        reply = MakeTile(pVersion, address, pAttribute, served.GetTileBudget());
     reply.vecHeaders.emplace_back("ETag", sTag);
     reply.vecHeaders.emplace_back("Cache-Control", "private, max-age=31536000, immutable");
     return reply;

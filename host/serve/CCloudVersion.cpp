@@ -3,6 +3,7 @@
 #include <formats/Compact.h>
 #include <zor4data/FindLodRuns.h>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -34,11 +35,21 @@ std::int64_t CountPnts(const CPntCld& cloud, double dLod, CLodRuns& runs)
 
 } // namespace
 
-CCloudVersion::CCloudVersion(const CPntCld& cloud, std::string sName, std::int64_t nVersion)
-    : m_cloud(cloud), m_sName(std::move(sName)), m_nVersion(nVersion), m_arrays(GetPntArrays(m_cloud))
+CCloudVersion::CCloudVersion(const CPntCld& cloud, std::string sName, std::int64_t nVersion,
+                             std::vector<std::int32_t> vecFileIndices)
+    : m_cloud(cloud), m_sName(std::move(sName)), m_nVersion(nVersion), m_arrays(GetPntArrays(m_cloud)),
+      m_vecFileIndices(std::move(vecFileIndices))
 {
     static_cast<void>(GetRootCube(m_cloud, m_root));
     m_nNumLevels = CalcNumLevels();
+}
+
+int CCloudVersion::FindFileIndex(int nFileIndex) const
+{
+    if (m_vecFileIndices.empty())
+        return nFileIndex >= 0 && nFileIndex < m_arrays.nNumPnts ? nFileIndex : -1;
+    const auto it = std::find(m_vecFileIndices.begin(), m_vecFileIndices.end(), nFileIndex);
+    return it == m_vecFileIndices.end() ? -1 : static_cast<int>(it - m_vecFileIndices.begin());
 }
 
 double CCloudVersion::CalcLod(int nLevel) const

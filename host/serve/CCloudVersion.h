@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace zorcld
 {
@@ -16,9 +17,12 @@ namespace zorcld
 class CCloudVersion
 {
 public:
-    /// @param sName     what of the file it is: "all", "ground".
-    /// @param nVersion  as it stands in the paths of tiles.
-    CCloudVersion(const CPntCld& cloud, std::string sName, std::int64_t nVersion);
+    /// @param sName           what of the file it is: "all", "ground".
+    /// @param nVersion        as it stands in the paths of tiles.
+    /// @param vecFileIndices  of each point the index that the first version has for it, where this is a part
+    ///                        of that one; empty: it is the first one.
+    CCloudVersion(const CPntCld& cloud, std::string sName, std::int64_t nVersion,
+                  std::vector<std::int32_t> vecFileIndices = {});
 
     const CPntCld& GetCloud() const { return m_cloud; }
     const std::string& GetName() const { return m_sName; }
@@ -31,6 +35,15 @@ public:
     /// The deepest level: its tiles hold every point.
     int GetNumLevels() const { return m_nNumLevels; }
 
+    /// The index that clients know a point by, whatever the version: that of the first one.
+    int GetFileIndex(int nIndex) const
+    {
+        return m_vecFileIndices.empty() ? nIndex : m_vecFileIndices[static_cast<std::size_t>(nIndex)];
+    }
+
+    /// The way back: this version's index of a point. @return -1: it has no such point.
+    int FindFileIndex(int nFileIndex) const;
+
     /// The spacing to which tiles of a level are thinned, coordinate units.
     double CalcLod(int nLevel) const;
 
@@ -41,6 +54,7 @@ private:
     std::string m_sName;
     std::int64_t m_nVersion;
     CPntArrays m_arrays;
+    std::vector<std::int32_t> m_vecFileIndices; // empty: as they are
     CRootCube m_root{};
     int m_nNumLevels = 0;
 };

@@ -48,7 +48,8 @@ std::string ToLower(std::string_view sText)
 
 CGate::CGate(const std::string& sAddress, int nPort, std::string sToken)
     : m_sToken(std::move(sToken)), m_sCookieName(fmt::format("zorcld-{}", nPort)),
-      m_sPort(fmt::format(":{}", nPort)), m_bAnyAddress(sAddress == "0.0.0.0" || sAddress == "::")
+      m_sCookieSecret(MakeToken()), m_sPort(fmt::format(":{}", nPort)),
+      m_bAnyAddress(sAddress == "0.0.0.0" || sAddress == "::")
 {
     m_vecHosts = {"127.0.0.1", "localhost", "[::1]", ToLower(HostFromAddress(sAddress))};
     std::array<char, 256> acName{};
@@ -68,15 +69,25 @@ bool CGate::IsOwnHost(std::string_view sHost) const
            (m_bAnyAddress && IsAddress(sName));
 }
 
+/// Is it another page that asks? Browsers tell by either header; a link to the page may stand anywhere.
+bool CGate::IsFromElsewhere(const CRequest& request) const
+{
+    constexpr std::string_view c_sScheme = "http://";
+    if (!request.sOrigin.empty() && (request.sOrigin.compare(0, c_sScheme.size(), c_sScheme) != 0 ||
+                                     !IsOwnHost(std::string_view(request.sOrigin).substr(c_sScheme.size()))))
+        return true;
+    const std::string& sSite = request.sFetchSite;
+    return !sSite.empty() && sSite != "none" && sSite != "same-origin" && request.sPath != "/";
+}
+
 void CGate::Check(const CRequest& request) const
 {
     if (!IsOwnHost(request.sHost))
         throw CRefusal(403, "this server is not called so");
-    constexpr std::string_view c_sScheme = "http://";
-    if (!request.sOrigin.empty() && (request.sOrigin.compare(0, c_sScheme.size(), c_sScheme) != 0 ||
-                                     !IsOwnHost(std::string_view(request.sOrigin).substr(c_sScheme.size()))))
+    if (IsFromElsewhere(request))
         throw CRefusal(403, "no other page may ask");
-    if (!HasTokenParam(request) && !HasCookie(request.sCookie))
+    const bool bPageFile = request.sPath != "/" && request.sPath.compare(0, 5, "/api/") != 0;
+    if (!HasTokenParam(request) && !(bPageFile && HasCookie(request.sCookie)))
         throw CRefusal(403, "the token is missing: open the address that zorcld has printed");
 }
 
@@ -95,7 +106,7 @@ bool CGate::HasCookie(std::string_view sCookies) const
         const std::string_view sPair = sPart.substr(std::min(sPart.find_first_not_of(' '), sPart.size()));
         const std::size_t nEqual = sPair.find('=');
         if (nEqual != std::string_view::npos && sPair.substr(0, nEqual) == m_sCookieName &&
-            IsSameSecret(sPair.substr(nEqual + 1), m_sToken))
+            IsSameSecret(sPair.substr(nEqual + 1), m_sCookieSecret))
             return true;
     }
     return false;
@@ -103,7 +114,7 @@ bool CGate::HasCookie(std::string_view sCookies) const
 
 std::string CGate::FormatCookie() const
 {
-    return fmt::format("{}={}; Path=/; HttpOnly; SameSite=Strict", m_sCookieName, m_sToken);
+    return fmt::format("{}={}; Path=/; HttpOnly; SameSite=Strict", m_sCookieName, m_sCookieSecret);
 }
 
 std::string MakeToken()

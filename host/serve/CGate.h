@@ -11,7 +11,9 @@ namespace zorcld
 struct CRequest;
 
 /// Who may ask: whoever brings the token, and names this server as the one that he asks and comes from. So
-/// neither another user of the machine nor a page of another server reads the cloud.
+/// neither another user of the machine nor a page of another server reads the cloud. The page's own script
+/// and style, which have no token in their addresses, are let in by a cookie: a secret of its own that opens
+/// nothing else, since browsers give cookies to every server of a machine, whatever the port.
 class CGate
 {
 public:
@@ -22,7 +24,7 @@ public:
     /// @throws CRefusal
     void Check(const CRequest& request) const;
 
-    /// Does the request bring the token as a parameter, not only as the cookie?
+    /// Does the request bring the token?
     bool HasTokenParam(const CRequest& request) const;
 
     /// The header's value that gives the cookie. Its name has the port in it: browsers keep one jar for all
@@ -33,10 +35,12 @@ public:
 
 private:
     bool IsOwnHost(std::string_view sHost) const;
+    bool IsFromElsewhere(const CRequest& request) const;
     bool HasCookie(std::string_view sCookies) const;
 
     std::string m_sToken;
     std::string m_sCookieName;
+    std::string m_sCookieSecret;
     std::string m_sPort;                 // with the colon before it
     std::vector<std::string> m_vecHosts; // names of this server, without the port
     bool m_bAnyAddress;                  // all addresses of this machine are listened on

@@ -17,7 +17,8 @@ struct CHttpOptions
     std::string sAddress = "127.0.0.1"; ///< an IP address
     int nPort = 0;                      ///< 0: a free one
     int nMaxClients = 64;
-    std::chrono::milliseconds timeRequest{30000}; ///< for the next request to arrive, whole
+    std::chrono::milliseconds timeFirst{5000};    ///< for the first request of a connection to arrive, whole
+    std::chrono::milliseconds timeRequest{30000}; ///< for each further one
     std::chrono::milliseconds timePiece{30000};   ///< for a piece of a reply to leave
 };
 

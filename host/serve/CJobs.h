@@ -33,13 +33,14 @@ public:
     CJobs(const CJobs&) = delete;
     CJobs& operator=(const CJobs&) = delete;
 
-    /// Starts a job, unless it is running or has been done: then tells that.
+    /// Starts a job, unless it is running or has been done: then tells that. While another one is being
+    /// stopped the job waits for its end, and is running to whoever asks.
     /// @param sResource  only the last result of each is kept.
     /// @param sWish      what exactly is asked for: two jobs of one wish are the same.
-    /// @throws CRefusal where another one is running.
+    /// @throws CRefusal where another one is running, or waiting.
     TJson Ask(const std::string& sResource, const std::string& sWish, TWork work);
 
-    /// Stops the resource's job if it is running. It may take a while to notice.
+    /// Stops the resource's job if it is running or waiting. It may take a while to notice.
     TJson Cancel(const std::string& sResource);
 
     /// Stops whatever is running.
@@ -48,13 +49,20 @@ public:
 private:
     struct CJob
     {
+        bool Is(const std::string& sOfResource, const std::string& sOfWish) const
+        {
+            return sResource == sOfResource && sWish == sOfWish;
+        }
+
         std::string sResource;
         std::string sWish;
+        TWork work;
         std::string sDoing;
         int nPercent = 0;
         bool bStop = false;
-        bool bRunning = true;
     };
+
+    using TJob = std::shared_ptr<CJob>;
 
     struct CResult
     {
@@ -63,12 +71,16 @@ private:
         bool bFailed = false;
     };
 
-    void Run(const std::shared_ptr<CJob>& pJob, const TWork& work);
+    const TJson* FindResult(const std::string& sResource, const std::string& sWish) const;
+    void Start(const TJob& pJob);
+    void RunAll(TJob pJob);
+    CResult Run(CJob& job);
     void Tell(CJob& job, const std::string& sDoing, int nPercent);
-    void Finish(CJob& job, CResult result);
+    TJob Finish(const CJob& job, CResult result);
 
-    std::mutex m_mutex; // for all that follows but the thread
-    std::shared_ptr<CJob> m_pJob;
+    std::mutex m_mutex;                          // for all that follows but the thread
+    TJob m_pJob;                                 // that is running; null: none
+    TJob m_pNext;                                // that waits for this one to stop; null: none
     std::map<std::string, CResult> m_mapResults; // by resource
     std::thread m_thread;
 };

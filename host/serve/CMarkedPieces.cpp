@@ -8,9 +8,10 @@ namespace zorcld
 namespace
 {
 
-/// The point as a query would deliver it, in the file's colours.
-CCldCadPnt GetCadPnt(const CPntCld& cloud, int nIndex)
+/// The point as a query would deliver it, in the file's colours and with the index that clients know.
+CCldCadPnt GetCadPnt(const CCloudVersion& version, int nIndex)
 {
+    const CPntCld& cloud = version.GetCloud();
     CCldCadPnt pnt;
     cloud.GetPnt(nIndex, pnt.m_pnt);
     unsigned char r = 0;
@@ -22,7 +23,7 @@ CCldCadPnt GetCadPnt(const CPntCld& cloud, int nIndex)
         pnt.m_fG = static_cast<float>(g) / 255.0F;
         pnt.m_fB = static_cast<float>(b) / 255.0F;
     }
-    pnt.m_nIndex = nIndex;
+    pnt.m_nIndex = version.GetFileIndex(nIndex);
     return pnt;
 }
 
@@ -35,10 +36,9 @@ bool CMarkedPieces::MakeNext(std::string& sPiece)
     if (!m_bBegun)
         m_pWriter->Begin(sPiece);
     m_bBegun = true;
-    const CPntCld& cloud = m_marked.pVersion->GetCloud();
     for (; m_nNext < m_marked.vecMarks.size() && sPiece.size() < c_nPiece; ++m_nNext)
         if (m_marked.vecMarks[m_nNext])
-            m_pWriter->Add(GetCadPnt(cloud, static_cast<int>(m_nNext)), sPiece);
+            m_pWriter->Add(GetCadPnt(*m_marked.pVersion, static_cast<int>(m_nNext)), sPiece);
     return !sPiece.empty();
 }
 

@@ -8,6 +8,7 @@
 #include <zor4data/FindPntsInPolygons.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace zorcld
 {
@@ -22,7 +23,7 @@ TVersion FindVersion(const CRequest& request, const CServed& served)
     if (request.FindParam("version") == nullptr)
         return served.GetFirst();
     const double dVersion = GetNumber(request, "version");
-    TVersion pVersion = dVersion >= 0.0 && dVersion < 1e15
+    TVersion pVersion = dVersion >= 0.0 && dVersion < 1e15 && dVersion == std::floor(dVersion)
                             ? served.FindVersion(static_cast<std::int64_t>(dVersion))
                             : nullptr;
     if (pVersion == nullptr)
@@ -37,8 +38,11 @@ CQuery ParsePlanes(const CRequest& request)
     {
         if (sName == "clip")
             options.vecClips.push_back(sValue);
-        if (sName == "box")
-            options.sBox = sValue;
+        if (sName != "box")
+            continue;
+        if (!options.sBox.empty())
+            throw CRefusal(400, "box: there can be one");
+        options.sBox = sValue;
     }
     return ParseQuery(options);
 }
@@ -50,6 +54,8 @@ TMultiPartPolygon ParsePolygon(const std::string& sText)
     if (nCount < 6 || nCount % 2 != 0)
         throw CUsageError("polygon: these are not x and y of at least three corners");
     const std::vector<double> vecNumbers = ParseNumbers(sText, ',', nCount, "polygon");
+    for (const double d : vecNumbers)
+        CheckPlanNumber(d, "polygon");
     TMultiPartPolygon polygon;
     for (std::size_t i = 0; i < nCount; i += 2)
         polygon.outer.emplace_back(vecNumbers[i], vecNumbers[i + 1]);
@@ -59,7 +65,7 @@ TMultiPartPolygon ParsePolygon(const std::string& sText)
 } // namespace
 
 CPntChoice::CPntChoice(const CRequest& request, const CServed& served)
-    : m_served(served), m_pVersion(FindVersion(request, served)), m_query(ParsePlanes(request)),
+    : m_pVersion(FindVersion(request, served)), m_query(ParsePlanes(request)),
       m_bOutside(GetNumberOr(request, "outside", 0.0) != 0.0)
 {
     for (const auto& [sName, sValue] : request.vecParams)
@@ -91,7 +97,6 @@ CMarkedPnts CPntChoice::MarkOf(const TQuery& query) const
         marked.summary.Add(pnt.m_pnt);
     };
     CEachPnt<decltype(mark)> listener(mark);
-    const auto lock = m_served.LockSelection();
     query(cloud, listener);
     return marked;
 }

@@ -42,7 +42,6 @@ public:
     CMarkedPnts MarkOf(const TQuery& query) const;
 
 private:
-    const CServed& m_served;
     TVersion m_pVersion;
     CQuery m_query; // the planes
     std::vector<zor::geom::TMultiPartPolygon> m_vecPolygons;

@@ -41,6 +41,7 @@ struct CReply
     std::string_view sBody;
     std::shared_ptr<const void> pOwner; ///< of the body's bytes; null: they are the program's own
     std::shared_ptr<IPieces> pPieces;   ///< instead of `sBody`; null: none
+    std::shared_ptr<void> pHeld;        ///< whatever is to be let go with the reply; null: nothing
 };
 
 /// One line, for people.

@@ -25,7 +25,8 @@ struct CRequest
     std::string sPath;                                          ///< decoded, begins with a slash
     std::vector<std::pair<std::string, std::string>> vecParams; ///< decoded, in their order
     std::string sHost;
-    std::string sOrigin; ///< empty: not given
+    std::string sOrigin;    ///< empty: not given
+    std::string sFetchSite; ///< whose page asks, as browsers tell (Sec-Fetch-Site); empty: not given
     std::string sCookie;
     std::string sIfNoneMatch;
     std::string sAcceptEncoding;

@@ -13,11 +13,12 @@ namespace
 {
 
 constexpr int c_nMaxStreams = 4;
+constexpr std::int64_t c_nTileBytes = std::int64_t{24} << 20; // seven of the largest that are made at once
 
 } // namespace
 
 CServed::CServed(const CInputOptions& input, std::int64_t nFirstVersion, std::int64_t nBudget)
-    : m_input(input), m_nBudget(nBudget), m_nNextVersion(nFirstVersion)
+    : m_input(input), m_nBudget(nBudget), m_tileBudget(c_nTileBytes), m_nNextVersion(nFirstVersion)
 {
 }
 
@@ -73,12 +74,14 @@ TVersion CServed::FindVersion(std::int64_t nVersion) const
     return it == m_vecVersions.end() ? nullptr : *it;
 }
 
-TVersion CServed::AddVersion(const CPntCld& cloud, const std::string& sName)
+TVersion CServed::AddVersion(const CPntCld& cloud, const std::string& sName,
+                             std::vector<std::int32_t> vecFileIndices)
 {
     std::unique_lock lock(m_mutex);
     const std::int64_t nVersion = m_nNextVersion++;
     lock.unlock();
-    auto pVersion = std::make_shared<const CCloudVersion>(cloud, sName, nVersion); // takes a while
+    auto pVersion = std::make_shared<const CCloudVersion>(cloud, sName, nVersion,
+                                                          std::move(vecFileIndices)); // takes a while
     lock.lock();
     const auto it = std::find_if(m_vecVersions.begin(), m_vecVersions.end(),
                                  [&](const TVersion& p) { return p->GetName() == sName; });

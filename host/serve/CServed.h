@@ -4,6 +4,7 @@
 #include <formats/CCoordSystem.h>
 #include <host/files/CInputOptions.h>
 #include <host/serve/CAttribute.h>
+#include <host/serve/CByteBudget.h>
 #include <host/serve/CCloudVersion.h>
 #include <host/serve/CJobs.h>
 
@@ -14,7 +15,6 @@
 #include <map>
 #include <memory>
 #include <mutex>
-#include <shared_mutex>
 #include <string>
 #include <vector>
 
@@ -75,7 +75,9 @@ public:
     TVersion FindVersion(std::int64_t nVersion) const;
 
     /// Adds a version, or puts it into the place of the one of its name.
-    TVersion AddVersion(const CPntCld& cloud, const std::string& sName);
+    /// @param vecFileIndices  as CCloudVersion takes them.
+    TVersion AddVersion(const CPntCld& cloud, const std::string& sName,
+                        std::vector<std::int32_t> vecFileIndices = {});
 
     /// @return null where it has not been read.
     std::shared_ptr<const CAttribute> FindAttribute(const std::string& sName) const;
@@ -83,11 +85,8 @@ public:
 
     CJobs& GetJobs() { return m_jobs; }
 
-    /// To be held while a query delivers points: it reads which are selected.
-    std::shared_lock<std::shared_mutex> LockSelection() const { return std::shared_lock(m_selectionMutex); }
-
-    /// To be held while a selection changes, which all versions made of one share.
-    std::unique_lock<std::shared_mutex> LockSelectionAlone() { return std::unique_lock(m_selectionMutex); }
+    /// Of the bytes that all tiles under way have together.
+    const CByteBudget& GetTileBudget() const { return m_tileBudget; }
 
     /// To be held by a reply that keeps marks of all points while it is sent.
     /// @throws CRefusal where too many do.
@@ -97,7 +96,7 @@ private:
     const CInputOptions m_input;
     const std::int64_t m_nBudget;
     CFileFactsOf m_facts; // not changed any more once ready
-    mutable std::shared_mutex m_selectionMutex;
+    const CByteBudget m_tileBudget;
     const std::shared_ptr<std::atomic<int>> m_pNumStreams = std::make_shared<std::atomic<int>>(0);
     mutable std::mutex m_mutex; // for what follows but the jobs
     std::int64_t m_nNextVersion;

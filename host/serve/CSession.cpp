@@ -87,7 +87,8 @@ void CSession::Read()
     m_parser.emplace();
     m_parser->header_limit(c_nMaxHead);
     m_parser->body_limit(std::uint64_t{0});
-    m_stream.expires_after(m_share.options.timeRequest);
+    m_stream.expires_after(m_bFirst ? m_share.options.timeFirst : m_share.options.timeRequest);
+    m_bFirst = false;
     http::async_read(m_stream, m_buffer, *m_parser,
                      [pSelf = shared_from_this()](beast::error_code error, std::size_t nSize)
                      { pSelf->OnRead(error, nSize); });
@@ -120,6 +121,7 @@ CRequest CSession::TakeRequest() const
     request.sMethod = TextFrom(message.method_string());
     request.sHost = TextFrom(message[http::field::host]);
     request.sOrigin = TextFrom(message[http::field::origin]);
+    request.sFetchSite = TextFrom(message["Sec-Fetch-Site"]);
     request.sCookie = TextFrom(message[http::field::cookie]);
     request.sIfNoneMatch = TextFrom(message[http::field::if_none_match]);
     request.sAcceptEncoding = TextFrom(message[http::field::accept_encoding]);
@@ -170,6 +172,7 @@ void CSession::OnSent(beast::error_code error)
     if (m_reply.pPieces != nullptr)
         return SendNextPiece();
     m_reply = {};
+    std::string().swap(m_sPiece); // many connections may be kept that wait for nothing
     if (m_bKeepAlive)
         Read();
     else

@@ -62,6 +62,7 @@ private:
     std::string m_sPiece;
     enumBody m_eBody = enumBody::None;
     bool m_bKeepAlive = false;
+    bool m_bFirst = true;              // no request has arrived yet
     std::array<char, 4096> m_acRest{}; // what a client sends to a connection that is given up
     int m_nNumRests = 0;
 };

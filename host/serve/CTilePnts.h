@@ -3,6 +3,7 @@
 
 #include <host/picture/CRgb.h>
 #include <host/serve/CAttribute.h>
+#include <host/serve/CCloudVersion.h>
 #include <host/serve/CTileWriter.h>
 #include <zor4data/CPntArrays.h>
 #include <zor4data/CPntRun.h>
@@ -22,9 +23,10 @@ class CTilePnts
 {
 public:
     /// @param pAttribute  that the colours stand for; null: the file's, white without any.
-    CTilePnts(const CPntArrays& arrays, std::vector<CPntRun> vecRuns,
+    CTilePnts(const CCloudVersion& version, std::vector<CPntRun> vecRuns,
               std::shared_ptr<const CAttribute> pAttribute)
-        : m_arrays(arrays), m_vecRuns(std::move(vecRuns)), m_pAttribute(std::move(pAttribute))
+        : m_version(version), m_arrays(version.GetArrays()), m_vecRuns(std::move(vecRuns)),
+          m_pAttribute(std::move(pAttribute))
     {
         for (const CPntRun& run : m_vecRuns)
             m_nNumPnts += run.nCount;
@@ -48,8 +50,11 @@ public:
         m_nNumWritten += nNum;
         if (m_pAttribute != nullptr)
             Write(nNum, writer, &sBytes[nAt],
-                  [this](std::int32_t nIndex, const unsigned char*) {
-                      return m_pAttribute->palette[m_pAttribute->vecShades[static_cast<std::size_t>(nIndex)]];
+                  [this](std::int32_t nIndex, const unsigned char*)
+                  {
+                      const int nFileIndex = m_version.GetFileIndex(nIndex);
+                      return m_pAttribute
+                          ->palette[m_pAttribute->vecShades[static_cast<std::size_t>(nFileIndex)]];
                   });
         else if (m_arrays.bColor)
             Write(nNum, writer, &sBytes[nAt],
@@ -97,6 +102,7 @@ private:
         }
     }
 
+    const CCloudVersion& m_version;
     const CPntArrays& m_arrays;
     std::vector<CPntRun> m_vecRuns;
     std::shared_ptr<const CAttribute> m_pAttribute;

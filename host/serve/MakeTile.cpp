@@ -1,8 +1,11 @@
 #include <host/serve/MakeTile.h>
 
+#include <host/serve/CByteBudget.h>
+#include <host/serve/CRefusal.h>
 #include <host/serve/CTilePnts.h>
 #include <zor4data/FindLodRuns.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace zorcld
@@ -91,6 +94,17 @@ private:
     bool m_bHeader = false;
 };
 
+CReply MakeInPieces(const TVersion& pVersion, const CTile& tile, CTilePnts&& pnts,
+                    std::shared_ptr<void> pHeld)
+{
+    if (pHeld == nullptr)
+        throw CRefusal(503, "too many tiles are being sent");
+    CReply reply(c_pType, {});
+    reply.pHeld = std::move(pHeld);
+    reply.pPieces = std::make_shared<CTilePieces>(pVersion, tile, std::move(pnts));
+    return reply;
+}
+
 } // namespace
 
 bool IsTile(const CCloudVersion& version, const CTileAddress& address)
@@ -101,7 +115,7 @@ bool IsTile(const CCloudVersion& version, const CTileAddress& address)
 }
 
 CReply MakeTile(const TVersion& pVersion, const CTileAddress& address,
-                const std::shared_ptr<const CAttribute>& pAttribute)
+                const std::shared_ptr<const CAttribute>& pAttribute, const CByteBudget& budget)
 {
     const CCloudVersion& version = *pVersion;
     CTile tile;
@@ -109,22 +123,26 @@ CReply MakeTile(const TVersion& pVersion, const CTileAddress& address,
     CLodRuns runs;
     FindLodRuns(version.GetCloud(), version.CalcLod(address.nLevel), address.nLevel, address.nI, address.nJ,
                 address.nK, runs);
-    CTilePnts pnts(version.GetArrays(), std::move(runs.vecRuns), pAttribute);
+    runs.vecRuns.shrink_to_fit();
+    const auto nRunBytes = static_cast<std::int64_t>(runs.vecRuns.size() * sizeof(CPntRun));
+    CTilePnts pnts(version, std::move(runs.vecRuns), pAttribute);
     tile.nNumPnts = pnts.GetNumPnts();
     tile.bMore = runs.nNumInCube < 0
                      ? address.nLevel < version.GetNumLevels()
                      : tile.nNumPnts < runs.nNumInCube && address.nLevel < version.GetNumLevels();
-    if (tile.nNumPnts > c_nMaxAtOnce)
-    {
-        CReply reply(c_pType, {});
-        reply.pPieces = std::make_shared<CTilePieces>(pVersion, tile, std::move(pnts));
-        return reply;
-    }
+    const auto nPntBytes = static_cast<std::int64_t>(CTileWriter::c_nPntSize);
+    std::shared_ptr<void> pHeld =
+        tile.nNumPnts <= c_nMaxAtOnce ? budget.TryTake(tile.nNumPnts * nPntBytes) : nullptr;
+    if (pHeld == nullptr)
+        return MakeInPieces(pVersion, tile, std::move(pnts),
+                            budget.TryTake(nRunBytes + std::min(c_nPiece, tile.nNumPnts) * nPntBytes));
     std::string sBytes;
     std::int64_t nEdge = tile.cube.nEdge;
     if (!WriteWhole(version, tile, pnts, nEdge, sBytes))
         WriteWhole(version, tile, pnts, nEdge, sBytes);
-    return {c_pType, std::move(sBytes)};
+    CReply reply(c_pType, std::move(sBytes));
+    reply.pHeld = std::move(pHeld);
+    return reply;
 }
 
 } // namespace zorcld

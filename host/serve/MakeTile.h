@@ -10,6 +10,7 @@
 namespace zorcld
 {
 
+class CByteBudget;
 struct CAttribute;
 
 /// Which cube of the octree a tile is.
@@ -25,12 +26,14 @@ struct CTileAddress
 bool IsTile(const CCloudVersion& version, const CTileAddress& address);
 
 /// Makes a tile (docs/serve.md): of the version's level of detail the points of the cube. Large ones come in
-/// pieces.
+/// pieces, and so do all for which the budget has no room otherwise.
 ///
 /// @param pAttribute  that the colours stand for; null: the file's.
+/// @param budget      what the reply holds is taken out of it, until the reply is gone.
+/// @throws CRefusal where the budget has no room for pieces either.
 /// REQUIRES: IsTile.
 CReply MakeTile(const TVersion& pVersion, const CTileAddress& address,
-                const std::shared_ptr<const CAttribute>& pAttribute);
+                const std::shared_ptr<const CAttribute>& pAttribute, const CByteBudget& budget);
 
 } // namespace zorcld
 

@@ -4,6 +4,8 @@
 #include <host/serve/CRefusal.h>
 #include <host/serve/CRequest.h>
 
+#include <cmath>
+
 namespace zorcld
 {
 
@@ -18,6 +20,20 @@ double GetNumber(const CRequest& request, const std::string& sName)
 double GetNumberOr(const CRequest& request, const std::string& sName, double dOther)
 {
     return request.FindParam(sName) == nullptr ? dOther : GetNumber(request, sName);
+}
+
+double GetPlanNumber(const CRequest& request, const std::string& sName)
+{
+    const double d = GetNumber(request, sName);
+    CheckPlanNumber(d, sName);
+    return d;
+}
+
+void CheckPlanNumber(double d, const std::string& sName)
+{
+    constexpr double c_dReach = 1e12;
+    if (!(std::fabs(d) <= c_dReach))
+        throw CRefusal(400, sName + ": it is beyond 1e12");
 }
 
 } // namespace zorcld

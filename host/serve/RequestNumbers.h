@@ -15,6 +15,15 @@ double GetNumber(const CRequest& request, const std::string& sName);
 /// The same for one that may be left out.
 double GetNumberOr(const CRequest& request, const std::string& sName, double dOther);
 
+/// A coordinate or a width of a plan, which must not be so far out that queries lose their exactness or their
+/// speed to it.
+/// @throws CRefusal where it is missing or beyond 1e12, CUsageError where it is none.
+double GetPlanNumber(const CRequest& request, const std::string& sName);
+
+/// The same for one that has been read.
+/// @throws CRefusal
+void CheckPlanNumber(double d, const std::string& sName);
+
 } // namespace zorcld
 
 #endif

@@ -27,10 +27,10 @@ using TOnTempFile = std::function<void(const zor::String& sTempPath)>;
 ///         system said, 0 where it said nothing: FileCause_Directory, _NotRegular, and _NotCreated to
 ///         _NothingToSave.
 ///
-/// A cloud without an octree is not saved: its points would be missing in the file. Points marked deleted are
-/// removed from the cloud right before the temporary file is written, and stay removed whatever fails then;
-/// where it does not come to that (no octree, no place for the file), the cloud is as it was. Nothing else of
-/// it changes, and the flag `IsModified` is the host's to clear. Throws std::bad_alloc; the same holds then.
+/// A cloud without an octree is not saved: its points would be missing in the file. Whatever fails, the cloud
+/// stays as it was, and so it does when it is saved: the flag `IsModified` is the host's to clear. Points
+/// marked deleted would be removed first, as by `WriteToFile`, but no member of the class leaves any. Throws
+/// std::bad_alloc; the same holds then.
 /// Cost: that of WriteToFile, and the disk's.
 ZOR4DATA_API enumFileCause SaveCloud(CPntCld& cld, const zor::String& sPath);
 

@@ -2,8 +2,10 @@
 
 #include <python/bind/ArrayFromVector.h>
 #include <python/bind/CProgress.h>
+#include <python/bind/Gil.h>
 #include <zor4data/CCldCadPnt.h>
 #include <zor4data/CFileFacts.h>
+#include <zor4data/CFileUnits.h>
 #include <zor4data/FindGround.h>
 #include <zor4data/KeepPnts.h>
 #include <zor4data/PickPnt.h>
@@ -51,7 +53,7 @@ py::array_t<std::int32_t> PickPnts(const CCloud& cloud, const TPlaceArray& origi
     std::vector<std::int32_t> vecFound(static_cast<std::size_t>(nNum));
     CSignalWatch watch;
     {
-        const py::gil_scoped_release released;
+        const CReleasedGil released;
         for (py::ssize_t i = 0; i < nNum; ++i)
         {
             watch.Poll();
@@ -72,7 +74,7 @@ py::array_t<std::int32_t> FindNearest(const CCloud& cloud, const TPlaceArray& pl
     std::vector<std::int32_t> vecFound(static_cast<std::size_t>(places.shape(0)));
     CSignalWatch watch;
     {
-        const py::gil_scoped_release released;
+        const CReleasedGil released;
         for (std::size_t i = 0; i < vecFound.size(); ++i)
         {
             watch.Poll();
@@ -84,23 +86,30 @@ py::array_t<std::int32_t> FindNearest(const CCloud& cloud, const TPlaceArray& pl
     return ArrayFromVector(std::move(vecFound));
 }
 
-py::array_t<std::int32_t> FindGroundPnts(const CCloud& cloud, const py::object& callback)
+py::object FindGroundPnts(const CCloud& cloud, double dPlan, double dHeight, const py::object& callback)
 {
     CProgress progress(callback);
     std::vector<int> vecGround;
+    bool bInReach = false;
     {
-        const py::gil_scoped_release released;
-        vecGround = FindGround(cloud.GetCld(), &progress);
+        const CReleasedGil released;
+        bInReach = FindGround_Scaled(cloud.GetCld(), {dPlan, dHeight}, &progress, vecGround);
     }
+    if (!bInReach)
+        return py::none();
     return ArrayFromVector(std::move(vecGround));
 }
 
-TCloudPtr MakeGround(const CCloud& cloud, const py::object& callback)
+TCloudPtr MakeGround(const CCloud& cloud, double dPlan, double dHeight, const py::object& callback)
 {
     CProgress progress(callback);
-    const py::gil_scoped_release released;
+    const CReleasedGil released;
     CPntCld cld(cloud.GetCld());
-    cld.Morph(&progress);
+    std::vector<int> vecGround;
+    if (!FindGround_Scaled(cld, {dPlan, dHeight}, &progress, vecGround))
+        return nullptr;
+    CheckSignals();
+    KeepPnts(cld, vecGround);
     CheckSignals();
     return std::make_shared<CCloud>(cld);
 }
@@ -110,8 +119,9 @@ py::array_t<double> FindOutline(const CCloud& cloud, double dDistance, const py:
     CProgress progress(callback);
     CCorners corners;
     {
-        const py::gil_scoped_release released;
+        const CReleasedGil released;
         static_cast<void>(cloud.GetCld().CalcCnt(&progress, &corners, dDistance));
+        progress.SetPos(100);
         CheckSignals();
     }
     return ArrayFromVector(std::move(corners.m_vecCoords));
@@ -122,7 +132,7 @@ py::tuple FindFacts(const std::string& sPath, int nKind)
     CFileFacts facts;
     std::vector<CFileLoss> vecLosses;
     {
-        const py::gil_scoped_release released;
+        const CReleasedGil released;
         const zor::String sFile(sPath.c_str());
         facts = nKind < 0 ? FindFileFacts(sFile) : FindFileFacts(sFile, static_cast<enumPntCldFile>(nKind));
         if (facts.eCause == FileCause_None)
@@ -137,6 +147,16 @@ py::tuple FindFacts(const std::string& sPath, int nKind)
         losses.append(py::make_tuple(loss.sCode, loss.sText));
     return py::make_tuple(static_cast<int>(facts.eType), static_cast<int>(facts.eCause), facts.sCause,
                           facts.nAnnounced, facts.bColor, bounds, losses);
+}
+
+py::tuple FindUnits(const std::string& sPath, int nKind)
+{
+    CFileUnits units;
+    {
+        const CReleasedGil released;
+        units = FindFileUnits(zor::String(sPath.c_str()), static_cast<enumPntCldFile>(nKind));
+    }
+    return py::make_tuple(units.plan.sName, units.plan.dMetres, units.plan.bAngle, units.height.dMetres);
 }
 
 } // namespace zorpy

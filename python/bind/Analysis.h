@@ -18,11 +18,12 @@ pybind11::array_t<std::int32_t> PickPnts(const CCloud& cloud, const TPlaceArray&
 ///         coordinates.
 pybind11::array_t<std::int32_t> FindNearest(const CCloud& cloud, const TPlaceArray& places, double dMax);
 
-/// @return indices of the ground points, ascending.
-pybind11::array_t<std::int32_t> FindGroundPnts(const CCloud& cloud, const pybind11::object& callback);
+/// @return indices of the ground points, ascending; None: the cloud is too wide in metres.
+pybind11::object FindGroundPnts(const CCloud& cloud, double dPlan, double dHeight,
+                                const pybind11::object& callback);
 
-/// @return the cloud of its ground points.
-TCloudPtr MakeGround(const CCloud& cloud, const pybind11::object& callback);
+/// @return the cloud of its ground points; null: it is too wide in metres.
+TCloudPtr MakeGround(const CCloud& cloud, double dPlan, double dHeight, const pybind11::object& callback);
 
 /// @return x and y of the corners of the outline, 2N; none: there is none.
 pybind11::array_t<double> FindOutline(const CCloud& cloud, double dDistance,
@@ -32,6 +33,10 @@ pybind11::array_t<double> FindOutline(const CCloud& cloud, double dDistance,
 ///         colour, six bounds or None, list of (code, text) of what would be lost. @param nKind  -1: by
 ///         content.
 pybind11::tuple FindFacts(const std::string& sPath, int nKind);
+
+/// @return the units that a file states, as a tuple: name of that of x and y, metres, whether it is an angle,
+///         metres of that of z. Metres are 0 where they are not known.
+pybind11::tuple FindUnits(const std::string& sPath, int nKind);
 
 } // namespace zorpy
 

@@ -2,13 +2,16 @@
 
 #include <python/bind/ArrayFromVector.h>
 #include <python/bind/CProgress.h>
+#include <python/bind/Gil.h>
 
 #include <unistd.h>
 
 #include <chrono>
 #include <condition_variable>
 #include <exception>
+#include <new>
 #include <optional>
+#include <system_error>
 #include <thread>
 
 namespace py = pybind11;
@@ -46,7 +49,7 @@ public:
         if (m_bClosed)
             return TBatch();
         if (!m_thread.joinable())
-            m_thread = std::thread([this] { Run(); });
+            Start();
         m_changed.wait_for(lock, nAtMost, [this] { return m_batch || m_bEnded; });
         if (m_batch)
             return TakeBatch();
@@ -81,6 +84,19 @@ private:
         m_batch.reset();
         m_changed.notify_all();
         return batch;
+    }
+
+    /// What a thread wants is memory: whatever the system says where there is none.
+    void Start()
+    {
+        try
+        {
+            m_thread = std::thread([this] { Run(); });
+        }
+        catch (const std::system_error&)
+        {
+            throw std::bad_alloc();
+        }
     }
 
     void Run()
@@ -133,7 +149,7 @@ py::array_t<std::int32_t> CBatchStream::GetNext()
     constexpr std::chrono::milliseconds c_nBetweenLooks(50);
     std::optional<CState::TBatch> batch;
     {
-        const py::gil_scoped_release released;
+        const CReleasedGil released;
         while (!(batch = m_pState->WaitForNext(c_nBetweenLooks)))
             CheckSignals();
     }
@@ -144,7 +160,7 @@ void CBatchStream::Close()
 {
     if (getpid() != m_nProcess)
         return;
-    const py::gil_scoped_release released;
+    const CReleasedGil released;
     m_pState->Close();
 }
 

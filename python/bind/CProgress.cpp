@@ -1,5 +1,7 @@
 #include <python/bind/CProgress.h>
 
+#include <python/bind/Gil.h>
+
 #include <algorithm>
 
 namespace py = pybind11;
@@ -7,11 +9,24 @@ namespace py = pybind11;
 namespace zorpy
 {
 
+namespace
+{
+
+/// REQUIRES: the thread holds the lock.
+void ThrowSignals()
+{
+    bool bRaised = false;
+    CallPython([&] { bRaised = PyErr_CheckSignals() != 0; });
+    if (bRaised)
+        throw py::error_already_set();
+}
+
+} // namespace
+
 void CheckSignals()
 {
-    const py::gil_scoped_acquire lock;
-    if (PyErr_CheckSignals() != 0)
-        throw py::error_already_set();
+    const CTakenGil lock;
+    ThrowSignals();
 }
 
 void CSignalWatch::PollClock()
@@ -38,11 +53,10 @@ void CProgress::Tell(int nPos)
 {
     m_nLastPos = nPos;
     m_watch.Reset();
-    const py::gil_scoped_acquire lock;
+    const CTakenGil lock;
     if (!m_callback.is_none())
-        m_callback(nPos);
-    if (PyErr_CheckSignals() != 0)
-        throw py::error_already_set();
+        CallPython([&] { m_callback(nPos); });
+    ThrowSignals();
 }
 
 } // namespace zorpy

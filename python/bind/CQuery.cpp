@@ -1,6 +1,7 @@
 #include <python/bind/CQuery.h>
 
 #include <python/bind/CIndexBuffer.h>
+#include <python/bind/Gil.h>
 #include <zor4data/FindIndices.h>
 
 namespace py = pybind11;
@@ -95,7 +96,7 @@ py::array_t<std::int32_t> FindAll(const CCloud& cloud, const CQuery& query)
     constexpr int c_nBatch = 4096; // 16 KiB: they are copied while the processor has them near
     CIndexBuffer buffer;
     {
-        const py::gil_scoped_release released;
+        const CReleasedGil released;
         query.Ask(cloud.GetCld(), buffer, c_nBatch);
     }
     return buffer.MakeArray();

@@ -1,6 +1,7 @@
 #include <python/bind/FillCloud.h>
 
 #include <python/bind/CProgress.h>
+#include <python/bind/Gil.h>
 #include <python/bind/ReadIndex.h>
 #include <python/bind/Records.h>
 #include <zor4data/KeepPnts.h>
@@ -151,7 +152,7 @@ TCloudPtr FillCloud(const py::array& xyz, const py::object& rgb, const py::objec
     const std::int64_t nNumSlots = source.nNumPnts + (source.bOrg ? 1 : 0);
     if (nNumSlots > std::numeric_limits<std::int32_t>::max())
         throw py::value_error("a cloud holds at most 2147483646 points");
-    const py::gil_scoped_release released;
+    const CReleasedGil released;
     CPntCld cld(nullptr);
     cld.OnReadType(rgb.is_none() ? PntCldType_Pnt : PntCldType_PntColor);
     if (!cld.Init(static_cast<int>(nNumSlots)))
@@ -168,7 +169,7 @@ TCloudPtr FillCloud(const py::array& xyz, const py::object& rgb, const py::objec
 TCloudPtr TakePnts(const CCloud& cloud, const py::array& index)
 {
     const CIndexList list(index, cloud.GetArrays().nNumPnts);
-    const py::gil_scoped_release released;
+    const CReleasedGil released;
     std::vector<int> vecIndices(static_cast<std::size_t>(list.GetNum()));
     std::vector<bool> vecTaken(static_cast<std::size_t>(cloud.GetArrays().nNumPnts));
     list.ForEach(

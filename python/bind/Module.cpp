@@ -4,6 +4,7 @@
 #include <python/bind/Analysis.h>
 #include <python/bind/CBatchStream.h>
 #include <python/bind/FillCloud.h>
+#include <python/bind/Gil.h>
 #include <python/bind/ReadCloud.h>
 #include <python/bind/Views.h>
 
@@ -28,7 +29,7 @@ double CalcSearchDistance(const CCloud& cloud)
 
 std::array<double, 6> GetBounds(const CCloud& cloud)
 {
-    const py::gil_scoped_release released;
+    const CReleasedGil released;
     return cloud.GetBounds();
 }
 
@@ -53,8 +54,8 @@ void DefineCloud(py::module_& module)
         .def("pick", &PickPnts, py::arg("origins"), py::arg("directions"), py::arg("tangent"),
              py::arg("planes"))
         .def("nearest", &FindNearest, py::arg("places"), py::arg("max_distance"))
-        .def("ground_index", &FindGroundPnts, py::arg("progress"))
-        .def("ground", &MakeGround, py::arg("progress"))
+        .def("ground_index", &FindGroundPnts, py::arg("plan"), py::arg("height"), py::arg("progress"))
+        .def("ground", &MakeGround, py::arg("plan"), py::arg("height"), py::arg("progress"))
         .def("outline", &FindOutline, py::arg("distance"), py::arg("progress"))
         .def("search_distance", &CalcSearchDistance)
         .def("take", &TakePnts, py::arg("index"))
@@ -93,4 +94,5 @@ PYBIND11_MODULE(_core, module)
     module.def("from_arrays", &zorpy::FillCloud, py::arg("xyz"), py::arg("rgb"), py::arg("origin"));
     module.def("from_bytes", &zorpy::CloudFromBytes, py::arg("data"));
     module.def("facts", &zorpy::FindFacts, py::arg("path"), py::arg("kind"));
+    module.def("units", &zorpy::FindUnits, py::arg("path"), py::arg("kind"));
 }

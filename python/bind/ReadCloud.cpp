@@ -2,6 +2,7 @@
 
 #include <python/bind/CMemFile.h>
 #include <python/bind/CProgress.h>
+#include <python/bind/Gil.h>
 #include <zor4data/LoadNative.h>
 #include <zor4data/SaveCloud.h>
 
@@ -72,7 +73,7 @@ TCloudPtr ReadCloud(const std::string& sPath, int nKind, const py::object& callb
 {
     const auto eType = static_cast<enumPntCldFile>(nKind);
     CProgress progress(callback);
-    const py::gil_scoped_release released;
+    const CReleasedGil released;
     const zor::String sFile(sPath.c_str());
     TCloudPtr pCloud;
     if (eType == PntCldFile_AsciiGrid)
@@ -97,7 +98,7 @@ TCloudPtr ReadCloud(const std::string& sPath, int nKind, const py::object& callb
 TCloudPtr CloudFromBytes(const py::buffer& bytes)
 {
     const py::buffer_info info = bytes.request();
-    const py::gil_scoped_release released;
+    const CReleasedGil released;
     CMemFile file;
     if (!file.Write(static_cast<const char*>(info.ptr), info.size * info.itemsize))
         throw std::bad_alloc();
@@ -112,7 +113,7 @@ py::bytes BytesFromCloud(const CCloud& cloud)
     CMemFile file;
     std::int64_t nSize = 0;
     {
-        const py::gil_scoped_release released;
+        const CReleasedGil released;
         CPntCld cld(cloud.GetCld()); // a save is no const operation, though it changes nothing here
         cld.WriteToFile(zor::String(file.GetPath().c_str()), 1);
         nSize = file.FindSize();
@@ -125,7 +126,7 @@ py::bytes BytesFromCloud(const CCloud& cloud)
         throw py::error_already_set();
     auto bytes = py::reinterpret_steal<py::bytes>(pBytes);
     char* const pData = PyBytes_AS_STRING(pBytes);
-    const py::gil_scoped_release released;
+    const CReleasedGil released;
     if (!file.Read(pData, nSize))
         throw std::bad_alloc();
     return bytes;
@@ -136,7 +137,7 @@ py::tuple WriteCloud(const CCloud& cloud, const std::string& sPath)
     int nCause = 0;
     int nError = 0;
     {
-        const py::gil_scoped_release released;
+        const CReleasedGil released;
         CPntCld cld(cloud.GetCld());
         nCause = SaveCloud(cld, zor::String(sPath.c_str()));
         nError = errno;

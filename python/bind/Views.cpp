@@ -1,5 +1,6 @@
 #include <python/bind/Views.h>
 
+#include <python/bind/Gil.h>
 #include <python/bind/ReadIndex.h>
 #include <python/bind/Records.h>
 
@@ -72,14 +73,14 @@ void ForEachPnt(const CPntArrays& arrays, const py::object& index, TFn put)
 {
     if (index.is_none())
     {
-        const py::gil_scoped_release released;
+        const CReleasedGil released;
         for (std::int64_t i = 0; i < arrays.nNumPnts; ++i)
             put(i, i);
         return;
     }
     const py::array array = index.cast<py::array>();
     const CIndexList list(array, arrays.nNumPnts);
-    const py::gil_scoped_release released;
+    const CReleasedGil released;
     list.ForEach([&](std::int64_t i, std::int64_t nIndex) { put(nIndex, i); });
 }
 
@@ -118,7 +119,7 @@ void FillXyz(const CCloud& cloud, const py::object& index, py::array_t<double>& 
     const CXyzLoop loop(arrays);
     if (index.is_none())
     {
-        const py::gil_scoped_release released;
+        const CReleasedGil released;
         loop.PutAll(pOut);
         return;
     }

@@ -3,6 +3,8 @@
 from __future__ import annotations
 
 import itertools
+import subprocess
+import sys
 import threading
 import tracemalloc
 from pathlib import Path
@@ -21,7 +23,7 @@ QUERIES = [
     Query.clip([[1, 0, 0, -40]]),
     Query.lod_clip(2.0, [[1, 0, 0, -40]]),
     Query.rect(1, 2, 30, 40),
-    Query.near_line((1, 2), (50, 60), 3.0, True, True),
+    Query.near_line((1, 2), (50, 60), 3.0, start=True, end=True),
     Query.inside(np.array([(0, 0), (40, 0), (40, 40)])),
     Query.rect(-3, -3, -1, -1),
 ]
@@ -78,3 +80,22 @@ def test_batches_hold_two_batches_at_most() -> None:
             most = max(most, resident())
     tracemalloc.stop()
     assert most - before < 3 << 20  # all indices would be 12 MB
+
+
+NO_ROOM = """
+import resource
+import numpy as np, zor4data
+
+cloud = zor4data.from_arrays(np.random.default_rng(0).uniform(0, 9, (1000, 3)))
+size = int(open("/proc/self/statm").read().split()[0]) * resource.getpagesize()
+resource.setrlimit(resource.RLIMIT_AS, (size + 2**20, size + 2**20))
+try:
+    next(cloud.batches(zor4data.Query.all(), 10))
+except MemoryError:
+    print("MemoryError")
+"""
+
+
+def test_without_memory_for_their_thread_there_are_no_batches() -> None:
+    ended = subprocess.run([sys.executable, "-c", NO_ROOM], capture_output=True, text=True, timeout=60)
+    assert (ended.returncode, ended.stdout) == (0, "MemoryError\n"), ended.stderr

@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import os
+import pickle
 import stat
 from pathlib import Path
 from typing import Callable
@@ -86,8 +87,6 @@ def test_read_error_of_a_file_cut_off(ply: Path) -> None:
 
 
 def test_errors_can_be_pickled() -> None:
-    import pickle
-
     for error in (ReadError("a", "b", 3), WriteError("a", "b", 3, 28)):
         again = pickle.loads(pickle.dumps(error))
         assert str(again) == str(error) and again.number == 3
@@ -153,6 +152,48 @@ def test_ground_is_what_the_command_line_writes(tmp_path: Path, run_program: Cal
     assert mask.dtype == np.bool_ and 0 < mask.sum() < len(cloud)
     cloud.take(mask).write(tmp_path / "mask.cld")
     assert (tmp_path / "mask.cld").read_bytes() == (tmp_path / "theirs.cld").read_bytes()
+
+
+@pytest.mark.parametrize("name", ["4_6_crop.las", "autzen_trim.las"])
+def test_ground_of_a_file_in_feet_is_what_the_command_line_writes(
+    tmp_path: Path, run_program: Callable[..., None], real_files: Path, name: str
+) -> None:
+    path = real_files / "las" / name
+    cloud = zor4data.read(path)
+    assert cloud.unit is not None and cloud.unit.metres == pytest.approx(0.3048, rel=1e-5) and not cloud.unit.is_angle
+    assert cloud.unit == zor4data.facts(path).unit == pickle.loads(pickle.dumps(cloud)).unit == cloud.take([0]).unit
+    for scale in (None, 1.0, 0.5):
+        given = [] if scale is None else ["--unit-scale", scale]
+        run_program("ground", path, "-o", tmp_path / "theirs.cld", "-q", "--force", *given)
+        told: list[int] = []
+        cloud.ground(told.append, unit_scale=scale).write(tmp_path / "ours.cld")
+        assert (tmp_path / "ours.cld").read_bytes() == (tmp_path / "theirs.cld").read_bytes() and told[-1] == 100
+        cloud.take(cloud.ground_mask(unit_scale=scale)).write(tmp_path / "mask.cld")
+        assert (tmp_path / "mask.cld").read_bytes() == (tmp_path / "theirs.cld").read_bytes()
+
+
+def test_ground_of_a_file_in_degrees_is_refused(real_files: Path) -> None:
+    cloud = zor4data.read(real_files / "las" / "epsg_4326.las")
+    assert cloud.unit is not None and cloud.unit.is_angle and cloud.unit.metres is None
+    with pytest.raises(ValueError, match="angles.*unit_scale"):
+        cloud.ground()
+    with pytest.raises(ValueError, match="angles.*unit_scale"):
+        cloud.ground_mask()
+    assert len(cloud.ground(unit_scale=1.0)) == cloud.ground_mask(unit_scale=1.0).sum() > 0
+
+
+def test_ground_takes_a_scale_that_can_be_one(terrain: Cloud) -> None:
+    assert terrain.unit is None
+    assert (terrain.ground(unit_scale=1).points == terrain.ground().points).all()
+    wrong: list[object] = [0, -1, np.nan, np.inf, 1e7]
+    for scale in wrong:
+        with pytest.raises(ValueError, match="unit_scale"):
+            terrain.ground(unit_scale=scale)  # type: ignore[arg-type]
+    with pytest.raises(TypeError, match="unit_scale"):
+        terrain.ground_mask(unit_scale="ft")  # type: ignore[arg-type]
+    for filtered in (terrain.ground, terrain.ground_mask):
+        with pytest.raises(ValueError, match="wider or higher"):
+            filtered(unit_scale=1e5)
 
 
 def test_outline_is_what_the_command_line_writes(tmp_path: Path, run_program: Callable[..., None]) -> None:

@@ -7,6 +7,7 @@ import gc
 import multiprocessing
 import pickle
 import resource
+import subprocess
 import sys
 import weakref
 from pathlib import Path
@@ -112,7 +113,7 @@ def test_pickled_clouds_travel_out_of_band() -> None:
     cloud = zor4data.from_arrays(scatter(5000, 3))
     buffers: list[pickle.PickleBuffer] = []
     data = pickle.dumps(cloud, 5, buffer_callback=buffers.append)
-    assert len(data) < 200 and len(buffers) == 1
+    assert len(data) < 300 and len(buffers) == 1
     assert (pickle.loads(data, buffers=buffers).points == cloud.points).all()
 
 
@@ -120,8 +121,21 @@ def test_bytes_of_no_cloud_are_refused() -> None:
     from zor4data import _cloud
 
     for data in (b"", b"abc", bytearray(b"\xff" * 50)):
-        with pytest.raises(pickle.UnpicklingError):
-            _cloud._from_native(data)
+        with pytest.raises(pickle.UnpicklingError, match="bytes of a cloud"):
+            _cloud._from_native(data, len(data), _cloud._digest(data), None)
+
+
+def test_bytes_that_changed_on_their_way_are_refused() -> None:
+    cloud = zor4data.from_arrays(scatter(500, 3))
+    buffers: list[pickle.PickleBuffer] = []
+    state = pickle.dumps(cloud, 5, buffer_callback=buffers.append)
+    whole = bytes(buffers[0])
+    flipped = bytearray(whole)
+    flipped[len(whole) // 2] ^= 1
+    for data in (b"", whole[:5], whole[: len(whole) // 2], whole[:-1], whole + b"x", flipped):
+        with pytest.raises(pickle.UnpicklingError, match="cut off or damaged"):
+            pickle.loads(state, buffers=[data])
+    assert (pickle.loads(state, buffers=[whole]).points == cloud.points).all()
 
 
 def test_copies_are_the_cloud_itself() -> None:
@@ -156,3 +170,28 @@ def test_batches_do_not_hang_a_forked_process() -> None:
     child.join(20)
     assert child.exitcode == 0
     assert len(list(batches)) == 99
+
+
+ENDING = """
+import sys, threading, time
+import numpy as np, zor4data
+
+xyz = np.random.default_rng(0).uniform(0, 300, (200_000, 3)) * (1, 1, 0.02)
+cloud = zor4data.from_arrays(xyz)
+work = {
+    "ground": cloud.ground,
+    "progress": lambda: cloud.ground(lambda percent: sum(range(1000))),
+    "nearest": lambda: cloud.nearest(np.tile(xyz, (5, 1))),
+    "queries": lambda: [cloud.lod(0.0001) for _ in range(99999)],
+    "arrays": lambda: [cloud.xyz() for _ in range(99999)],
+    "batches": lambda: [None for batch in cloud.batches(zor4data.Query.all(), 1)],
+}[sys.argv[1]]
+threading.Thread(target=work, daemon=True).start()
+time.sleep(0.1)
+"""
+
+
+@pytest.mark.parametrize("work", ["ground", "progress", "nearest", "queries", "arrays", "batches"])
+def test_the_interpreter_may_end_during_long_work(work: str) -> None:
+    ended = subprocess.run([sys.executable, "-c", ENDING, work], capture_output=True, text=True, timeout=120)
+    assert (ended.returncode, ended.stderr) == (0, "")

@@ -61,11 +61,23 @@ def test_from_arrays_takes_parts_of_arrays() -> None:
         assert np.allclose(np.sort(cloud.xyz(), axis=0), np.sort(part, axis=0), rtol=0, atol=1e-9)
 
 
+def test_parts_of_an_outline_are_closed(terrain: Cloud) -> None:
+    outline = terrain.outline(3.0)
+    part = outline[1:4]
+    assert isinstance(part, zor4data.Outline)
+    ring = part.__geo_interface__["coordinates"][0]
+    assert len(ring) == 4 and ring[0] == ring[-1]
+    assert not hasattr(outline[:2], "__geo_interface__") and hasattr(outline[:0], "__geo_interface__")
+
+
 def test_masked_rows_are_refused() -> None:
     xyz = scatter(10, 3)
     masked = np.ma.array(xyz, mask=xyz < xyz.mean())  # type: ignore[no-untyped-call]
     with pytest.raises(ValueError, match="masked"):
         zor4data.from_arrays(masked)
+    colours = np.ma.array(np.zeros((10, 3), int), mask=xyz < xyz.mean())  # type: ignore[no-untyped-call]
+    with pytest.raises(ValueError, match="rgb has masked"):
+        zor4data.from_arrays(xyz, colours)
 
 
 WRONG: list[tuple[Callable[[Cloud], Any], type[Exception], str]] = [
@@ -85,6 +97,13 @@ WRONG: list[tuple[Callable[[Cloud], Any], type[Exception], str]] = [
     (lambda cloud: cloud.clip([[1.0, 0.0, 0.0, 0.0], [np.nan, 0.0, 0.0, 0.0]]), ValueError, r"planes\[1\]"),
     (lambda cloud: cloud.clip([[np.inf, 0, 0, 0]]), ValueError, "finite"),
     (lambda cloud: cloud.pick((0, 0, 0), (0, 0, 1), 0.1, planes=[[0, 0, 0, np.nan]]), ValueError, "finite"),
+    (lambda cloud: cloud.rect(np.nan, 2, 8, 8), ValueError, "xmin is not a number"),
+    (lambda cloud: cloud.rect(1, 2, 8, np.nan), ValueError, "ymax is not a number"),
+    (lambda cloud: cloud.near_line((0, 0), (1, 1), np.nan), ValueError, "distance is not a number"),
+    (lambda cloud: cloud.near_line((0, 0), (1, np.nan), 1), ValueError, "p2 is not finite"),
+    (lambda cloud: cloud.nearest((0, 0, 0), np.nan), ValueError, "max_distance"),
+    (lambda cloud: cloud.nearest((0, 0, 0), -1), ValueError, "max_distance"),
+    (lambda cloud: cloud.xyz(np.array([2**63 + 5], np.uint64)), IndexError, "index 9223372036854775813 "),
     (lambda cloud: cloud.ground(progress=3), TypeError, "progress"),  # type: ignore[arg-type]
     (lambda cloud: cloud.ground_mask(progress="x"), TypeError, "progress"),  # type: ignore[arg-type]
     (lambda cloud: cloud.outline(1, progress=[]), TypeError, "progress"),  # type: ignore[arg-type]
@@ -106,6 +125,8 @@ def test_what_is_wrong_is_named(run: Callable[[Cloud], Any], kind: type[Exceptio
         ({"type": "LineString", "coordinates": TRIANGLE}, "LineString"),
         ({"type": "GeometryCollection", "geometries": [{"type": "Point", "coordinates": (1, 1)}]}, "Point"),
         (np.zeros((1, 3, 2)), "ring"),
+        ([(0, 0), (np.nan, 1), (3, 3)], "corner 1"),
+        (np.array([(0, 0), (4, 1), (3, np.inf)]), "corner 2"),
         ([[0, 0], [1, 2, 3], [3, 3]], ""),
     ],
 )
@@ -126,8 +147,10 @@ def test_polygons_come_in_every_form(terrain: Cloud) -> None:
     forms += [np.column_stack([ring, [7, 8, 9]]), {"type": "FeatureCollection", "features": [feature]}, [ring, feature]]
     for form in forms:
         assert len(terrain.inside(form)) == count
+    assert len(terrain.inside(part for part in (polygon, feature))) == count
     nothing = [[], np.empty((0, 2)), {"type": "Polygon", "coordinates": []}, {"type": "Feature", "geometry": None}]
-    nothing += [TRIANGLE[:2], [(0, 0), (np.nan, 1), (3, 3)]]
+    nothing += [TRIANGLE[:2], iter([]), {"type": "Polygon", "coordinates": None}]
+    nothing += [{"type": "FeatureCollection", "features": [None, {"type": "Feature", "geometry": None}]}]
     for form in nothing:
         assert len(terrain.inside(form)) == 0
         assert len(terrain.inside(form, outside=True)) == len(terrain)

@@ -232,13 +232,19 @@ def test_query_tells_what_it_asks_and_travels(terrain: Cloud) -> None:
         Query.clip([[1, 0, 0, -40]]),
         Query.lod_clip(2.0, [[1, 0, 0, -40]]),
         Query.rect(1, 2, 30, 40),
-        Query.near_line((1, 2), (50, 60), 3.0, True),
+        Query.near_line((1, 2), (50, 60), 3.0, start=True),
+        Query.inside([(0, 0), (40, 0), (40, 40)], outside=True),
         Query.inside(np.array([(0, 0), (40, 0), (40, 40)])),
     ]
     for query in queries:
-        assert repr(query).startswith("Query.")
+        assert repr(query).startswith("Query.") and repr(pickle.loads(pickle.dumps(query))) == repr(query)
         again = pickle.loads(pickle.dumps(query))
         assert (terrain.find(again) == terrain.find(query)).all()
+    assert repr(queries[5]) == "Query.near_line((1.0, 2.0), (50.0, 60.0), 3.0, start=True, end=False)"
+    with pytest.raises(TypeError):
+        Query.inside([], True)  # type: ignore[misc]
+    with pytest.raises(TypeError):
+        Query.near_line((1, 2), (50, 60), 3.0, True)  # type: ignore[misc]
     with pytest.raises(TypeError):
         Query()
 

@@ -2,6 +2,9 @@
 
 `read` loads a file, `from_arrays` takes coordinates, `facts` looks at a file without loading it. A `Cloud` gives
 its records as a numpy array without a copy, and the indices of the points that its queries find.
+
+`POINT` and `COLOR_POINT` are the dtypes of `Cloud.points`, without and with colour: x, y, z int32, then r, g, b uint8.
+For type hints, `Kind` is a kind of file ('native', 'ply', 'grid', 'las'), `Progress` what is told a percentage, an int.
 """
 
 from __future__ import annotations
@@ -13,6 +16,7 @@ from ._make import from_arrays, read
 from ._outline import Outline
 from ._query import Query
 from ._questions import Batches
+from ._unit import Unit
 
 __version__ = "0.1.0"
 
@@ -30,6 +34,7 @@ __all__ = [
     "Progress",
     "Query",
     "ReadError",
+    "Unit",
     "WriteError",
     "facts",
     "from_arrays",

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import hashlib
 import os
 import pickle
 from typing import Any, Callable, Optional, SupportsIndex, Union
@@ -16,8 +17,11 @@ from ._index import read_index, shape_of
 from ._numbers import read_number, read_progress
 from ._outline import Outline
 from ._questions import Questions
+from ._unit import Unit, read_scale
 
 Index = Union[ArrayLike, slice]
+
+_TOO_WIDE = "the cloud is wider or higher than 214748 metres"
 
 _XYZ = ["x", "y", "z"]
 #: Record of a point, as the cloud itself holds it.
@@ -43,9 +47,10 @@ class Cloud(Questions):
     threads at once, and let other threads of Python run meanwhile.
     """
 
-    __slots__ = ("_core", "__weakref__")
+    __slots__ = ("_core", "_unit", "__weakref__")
 
     _core: _core.Cloud
+    _unit: Optional[Unit]
 
     def __init__(self) -> None:
         raise TypeError("clouds are made by zor4data.read and zor4data.from_arrays")
@@ -83,7 +88,8 @@ class Cloud(Questions):
     def origin(self) -> NDArray[np.float64]:
         """Where offsets count from, float64, shape (3,), coordinate units.
 
-        A coordinate is ``offset / 10000 + origin``.
+        A coordinate is ``offset / 10000 + origin``. Without points what `from_arrays` was given, and what the cloud
+        had that they were taken from, else 0; a native file without points does not keep it.
         """
         return np.array(self._core.origin(), dtype=np.float64)
 
@@ -91,6 +97,14 @@ class Cloud(Questions):
     def scale(self) -> float:
         """Size of a step of the offsets in `points`, coordinate units: 1/10000."""
         return 1.0 / 10000.0
+
+    @property
+    def unit(self) -> Optional[Unit]:
+        """The unit of the coordinates, as the LAS file stated it that the cloud was read from; None: not stated.
+
+        Clouds made of this one have it, too; native files do not keep it.
+        """
+        return self._unit
 
     @property
     def bounds(self) -> NDArray[np.float64]:
@@ -157,35 +171,60 @@ class Cloud(Questions):
 
     # --- analysis --------------------------------------------------------------------------------
 
-    def ground_mask(self, progress: Optional[Progress] = None) -> NDArray[np.bool_]:
-        """Which points are ground, by a progressive morphological filter for airborne scans in metres.
+    def ground_mask(
+        self, progress: Optional[Progress] = None, *, unit_scale: Optional[float] = None
+    ) -> NDArray[np.bool_]:
+        """Which points are ground, by a progressive morphological filter for airborne scans.
+
+        Its sizes are fixed, in metres: windows of 3 to 33, slopes up to 1, heights above the ground from 0.5 to 3.
 
         Parameters
         ----------
         progress : callable, optional
             Takes the percentage, an int. An exception that it raises stops the filter.
+        unit_scale : float, optional
+            How many metres a coordinate unit is, heights included. By default what `unit` says, else 1: where
+            coordinates are feet, a copy in metres goes through the filter.
 
         Returns
         -------
         ndarray of bool, shape (N,)
+
+        Raises
+        ------
+        ValueError
+            Where `unit` is an angle and `unit_scale` is not given; for a cloud wider than 214748 metres.
         """
+        found = self._core.ground_index(*read_scale(unit_scale, self._unit), read_progress(progress))
+        if found is None:
+            raise ValueError(_TOO_WIDE)
         mask = np.zeros(len(self), dtype=np.bool_)
-        mask[self._core.ground_index(read_progress(progress))] = True
+        mask[found] = True
         return mask
 
-    def ground(self, progress: Optional[Progress] = None) -> Cloud:
+    def ground(self, progress: Optional[Progress] = None, *, unit_scale: Optional[float] = None) -> Cloud:
         """A cloud of the ground points, see `ground_mask`. Their indices are new.
 
         Parameters
         ----------
         progress : callable, optional
-            As for `ground_mask`.
+        unit_scale : float, optional
+            Both as for `ground_mask`.
 
         Returns
         -------
         Cloud
+            What ``zorcld ground`` writes for the same file and scale.
+
+        Raises
+        ------
+        ValueError
+            As for `ground_mask`.
         """
-        return wrap(self._core.ground(read_progress(progress)))
+        core = self._core.ground(*read_scale(unit_scale, self._unit), read_progress(progress))
+        if core is None:
+            raise ValueError(_TOO_WIDE)
+        return wrap(core, self._unit)
 
     def outline(self, distance: float, progress: Optional[Progress] = None) -> Outline:
         """The outline of the cloud in plan.
@@ -234,7 +273,7 @@ class Cloud(Questions):
         -------
         Cloud
         """
-        return wrap(self._core.take(read_index(index, len(self)).ravel()))
+        return wrap(self._core.take(read_index(index, len(self)).ravel()), self._unit)
 
     def without(self, index: Index) -> Cloud:
         """A cloud of all other points, see `take`.
@@ -280,29 +319,41 @@ class Cloud(Questions):
 
     def __reduce_ex__(self, protocol: SupportsIndex) -> tuple[Callable[..., Cloud], tuple[Any, ...]]:
         if len(self) == 0:
-            return _empty, (self.has_color, tuple(self._core.origin()))
+            return _empty, (self.has_color, tuple(self._core.origin()), self._unit)
         data: Any = self._core.to_bytes()
+        check = len(data), _digest(data), self._unit
         if protocol.__index__() >= 5:
             data = pickle.PickleBuffer(data)
-        return _from_native, (data,)
+        return _from_native, (data, *check)
 
 
-def wrap(core: _core.Cloud) -> Cloud:
+def wrap(core: _core.Cloud, unit: Optional[Unit]) -> Cloud:
     """A cloud around the library's."""
     cloud = object.__new__(Cloud)
     cloud._core = core
+    cloud._unit = unit
     return cloud
 
 
-def _from_native(data: Any) -> Cloud:
-    """A cloud of the bytes of a native file."""
-    core = _core.from_bytes(memoryview(data).cast("B"))
+def _digest(data: Any) -> bytes:
+    """What tells whether bytes are those that were pickled."""
+    return hashlib.blake2b(data, digest_size=16).digest()
+
+
+def _from_native(data: Any, size: int, digest: bytes, unit: Optional[Unit]) -> Cloud:
+    """A cloud of the bytes of a native file, which the library would load damaged, too."""
+    view = memoryview(data).cast("B")
+    if len(view) != size or _digest(view) != digest:
+        raise pickle.UnpicklingError(
+            "these are not the bytes of the cloud that was pickled: they are cut off or damaged"
+        )
+    core = _core.from_bytes(view)
     if core is None:
         raise pickle.UnpicklingError("these are not the bytes of a cloud")
-    return wrap(core)
+    return wrap(core, unit)
 
 
-def _empty(has_color: bool, origin: tuple[float, float, float]) -> Cloud:
+def _empty(has_color: bool, origin: tuple[float, float, float], unit: Optional[Unit]) -> Cloud:
     """A cloud without points."""
     rgb = np.empty((0, 3), dtype=np.uint8) if has_color else None
-    return wrap(_core.from_arrays(np.empty((0, 3)), rgb, origin))
+    return wrap(_core.from_arrays(np.empty((0, 3)), rgb, origin), unit)

@@ -10,6 +10,7 @@ import numpy as np
 from numpy.typing import NDArray
 
 from . import _core
+from ._unit import Unit, find_unit
 
 Kind = Literal["native", "ply", "grid", "las"]
 PathLike = Union[str, bytes, "os.PathLike[str]", "os.PathLike[bytes]"]
@@ -39,6 +40,7 @@ class Facts:
     has_color: bool  #: it would be loaded with colour
     bounds: Optional[NDArray[np.float64]]  #: [[xmin, ymin, zmin], [xmax, ymax, zmax]], read-only; they may be untrue
     losses: tuple[Loss, ...]  #: what would be lost if it were loaded
+    unit: Optional[Unit] = None  #: of its coordinates, as a LAS file states it; None: not stated
 
     @property
     def loads(self) -> bool:
@@ -95,6 +97,7 @@ def find_facts(path: PathLike, number: int) -> Facts:
         has_color=has_color,
         bounds=None if box is None else _bounds(box),
         losses=tuple(Loss(code, text) for code, text in losses),
+        unit=find_unit(bytes_of_path(path), kind),
     )
 
 

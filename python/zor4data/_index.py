@@ -34,7 +34,7 @@ def read_index(index: Union[ArrayLike, slice], count: int) -> IndexArray:
         raise TypeError(f"an index must be of integers or booleans, not of {array.dtype}")
     if array.dtype == np.int32:
         return np.ascontiguousarray(array, dtype=np.int32).reshape(array.shape)
-    if array.dtype == np.uint64 and array.max() > np.iinfo(np.int64).max:
+    if array.dtype == np.uint64 and int(array.max()) > np.iinfo(np.int64).max:
         raise IndexError(f"index {array.max()} is not one of the {count} points")
     return np.ascontiguousarray(array, dtype=np.int64).reshape(array.shape)
 

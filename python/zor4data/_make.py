@@ -62,7 +62,7 @@ def read(path: PathLike, *, kind: Optional[Kind] = None, progress: Optional[Prog
     for loss in found.losses:
         if loss.code != "not-taken":
             warnings.warn(f"{found.path}: {loss.text}", LossWarning, stacklevel=2)
-    return wrap(core)
+    return wrap(core, found.unit)
 
 
 def _read_xyz(xyz: ArrayLike) -> NDArray[Any]:
@@ -79,6 +79,8 @@ def _read_xyz(xyz: ArrayLike) -> NDArray[Any]:
 
 def _read_rgb(rgb: ArrayLike, count: int) -> NDArray[np.uint8]:
     """Colours as a C-contiguous N x 3 array of uint8."""
+    if isinstance(rgb, np.ma.MaskedArray) and np.any(rgb.mask):
+        raise ValueError("rgb has masked rows: leave them out")
     array = np.asarray(rgb)
     if array.shape != (count, 3):
         raise ValueError(f"rgb must have the shape of xyz, ({count}, 3), not {array.shape}")
@@ -106,7 +108,8 @@ def from_arrays(xyz: ArrayLike, rgb: Optional[ArrayLike] = None, *, origin: Opti
     Parameters
     ----------
     xyz : array_like, shape (N, 3)
-        Coordinate units, float64 or float32. Each is rounded to a step of 1/10000 of the unit.
+        Coordinate units, float64 or float32. Each is rounded to a step of 1/10000 of the unit; without `origin` the
+        first point, which the steps count from, may be up to one step off.
     rgb : array_like, shape (N, 3), optional
         Red, green and blue, integers from 0 to 255.
     origin : array_like, shape (3,), optional
@@ -126,4 +129,4 @@ def from_arrays(xyz: ArrayLike, rgb: Optional[ArrayLike] = None, *, origin: Opti
     """
     places = _read_xyz(xyz)
     colours = None if rgb is None else _read_rgb(rgb, places.shape[0])
-    return wrap(_core.from_arrays(places, colours, None if origin is None else _read_origin(origin)))
+    return wrap(_core.from_arrays(places, colours, None if origin is None else _read_origin(origin)), None)

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import math
 from typing import Any, Callable, Optional
 
 
@@ -13,6 +14,14 @@ def read_number(value: Any, name: str) -> float:
     except (TypeError, ValueError):
         pass
     raise TypeError(f"{name} must be a number, not {value!r}")
+
+
+def read_bound(value: Any, name: str) -> float:
+    """A number that something is compared with, which not-a-number would leave without an answer."""
+    number = read_number(value, name)
+    if math.isnan(number):
+        raise ValueError(f"{name} is not a number")
+    return number
 
 
 def read_progress(progress: Optional[Callable[[int], object]]) -> Optional[Callable[[int], object]]:

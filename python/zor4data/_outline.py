@@ -22,6 +22,10 @@ class Outline(np.ndarray):  # type: ignore[type-arg]
         if (x[:-1] * y[1:] - x[1:] * y[:-1]).sum() < 0.0:
             corners = corners[::-1]  # GeoJSON's outer rings run counter-clockwise
         ring = tuple((x, y) for x, y in corners.tolist())
+        if ring and ring[0] != ring[-1]:
+            ring += ring[:1]  # a part of an outline: GeoJSON's rings are closed
+        if 0 < len(ring) < 4:
+            raise AttributeError("__geo_interface__: these are fewer than three corners")
         return {"type": "Polygon", "coordinates": (ring,) if ring else ()}
 
     def __array_finalize__(self, obj: Any) -> None:

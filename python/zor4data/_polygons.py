@@ -2,7 +2,7 @@
 
 from __future__ import annotations
 
-from typing import Any, Iterator, Mapping, Sequence
+from typing import Any, Iterable, Iterator, Mapping, Sequence
 
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
@@ -18,6 +18,9 @@ def _ring(coordinates: ArrayLike) -> Ring:
         return np.empty((0, 2))
     if ring.ndim != 2 or ring.shape[1] < 2:
         raise ValueError(f"a ring must be an N x 2 array of coordinates, not one of shape {ring.shape}")
+    finite = np.isfinite(ring[:, :2]).all(axis=1)
+    if not finite.all():
+        raise ValueError(f"a ring must be of finite coordinates: its corner {np.flatnonzero(~finite)[0]} is not")
     return np.ascontiguousarray(ring[:, :2])
 
 
@@ -39,24 +42,26 @@ _MEMBERS = {
 
 
 def _from_mapping(shape: Mapping[str, Any]) -> Iterator[Polygon]:
-    """Polygons of a GeoJSON object."""
+    """Polygons of a GeoJSON object. What is null has no place."""
     kind = shape.get("type")
     if kind not in _MEMBERS:
         raise ValueError(f"polygons are wanted, not {kind or 'a mapping without type'}")
     if _MEMBERS[kind] not in shape:
         raise ValueError(f"a {kind} without {_MEMBERS[kind]} is no GeoJSON")
     content = shape[_MEMBERS[kind]]
+    if content is None:
+        return
     if kind == "Polygon":
         yield _polygon(content)
     elif kind == "MultiPolygon":
         for rings in content:
             yield _polygon(rings)
     elif kind == "Feature":
-        if content is not None:  # a feature without a place
-            yield from _from_any(content)
+        yield from _from_any(content)
     else:
         for part in content:
-            yield from _from_any(part)
+            if part is not None:
+                yield from _from_any(part)
 
 
 def _from_any(shape: Any) -> Iterator[Polygon]:
@@ -70,7 +75,7 @@ def _from_any(shape: Any) -> Iterator[Polygon]:
             yield from _from_any(part)
     elif isinstance(shape, np.ndarray) or _is_ring(shape):
         yield _ring(shape), []
-    elif isinstance(shape, Sequence) and not isinstance(shape, (str, bytes)):
+    elif isinstance(shape, Iterable) and not isinstance(shape, (str, bytes)):
         for part in shape:
             yield from _from_any(part)
     else:

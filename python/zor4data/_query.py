@@ -8,7 +8,7 @@ import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
 from . import _core
-from ._numbers import read_number
+from ._numbers import read_bound, read_number
 from ._polygons import read_polygons
 
 
@@ -29,7 +29,20 @@ def _read_place(place: ArrayLike, name: str) -> tuple[float, float]:
     array = np.asarray(place, dtype=np.float64)
     if array.ndim != 1 or array.size not in (2, 3):
         raise ValueError(f"{name} must be a place (x, y), not an array of shape {array.shape}")
+    if not np.isfinite(array[:2]).all():
+        raise ValueError(f"{name} is not finite: {place!r}")
     return float(array[0]), float(array[1])
+
+
+#: Arguments by keyword only, the last ones.
+_NAMED = {"near_line": ("start", "end"), "inside": ("outside",)}
+
+
+def _split(name: str, args: tuple[Any, ...]) -> tuple[tuple[Any, ...], dict[str, Any]]:
+    """What a query was made of, by position and by keyword."""
+    names = _NAMED.get(name, ())
+    plain = len(args) - len(names)
+    return args[:plain], dict(zip(names, args[plain:]))
 
 
 class Query:
@@ -57,10 +70,12 @@ class Query:
         return query
 
     def __repr__(self) -> str:
-        return f"Query.{self._name}({', '.join(map(repr, self._args))})"
+        plain, named = _split(self._name, self._args)
+        shown = [*map(repr, plain), *(f"{name}={value!r}" for name, value in named.items())]
+        return f"Query.{self._name}({', '.join(shown)})"
 
     def __reduce__(self) -> tuple[Callable[..., Query], tuple[Any, ...]]:
-        return getattr(Query, self._name), self._args
+        return _again, (self._name, self._args)
 
     @classmethod
     def all(cls) -> Query:
@@ -89,23 +104,32 @@ class Query:
     def rect(cls, xmin: float, ymin: float, xmax: float, ymax: float) -> Query:
         """The points in a rectangle, see `Cloud.rect`."""
         args = (
-            read_number(xmin, "xmin"),
-            read_number(ymin, "ymin"),
-            read_number(xmax, "xmax"),
-            read_number(ymax, "ymax"),
+            read_bound(xmin, "xmin"),
+            read_bound(ymin, "ymin"),
+            read_bound(xmax, "xmax"),
+            read_bound(ymax, "ymax"),
         )
         return cls._make("rect", args, lambda: _core.query_rect(*args))
 
     @classmethod
-    def near_line(cls, p1: ArrayLike, p2: ArrayLike, distance: float, start: bool = False, end: bool = False) -> Query:
+    def near_line(
+        cls, p1: ArrayLike, p2: ArrayLike, distance: float, *, start: bool = False, end: bool = False
+    ) -> Query:
         """The points along a line, see `Cloud.near_line`."""
-        reach = read_number(distance, "distance")
+        reach = read_bound(distance, "distance")
         args = (_read_place(p1, "p1"), _read_place(p2, "p2"), reach, bool(start), bool(end))
         return cls._make("near_line", args, lambda: _core.query_line(*args))
 
     @classmethod
-    def inside(cls, polygons: Any, outside: bool = False) -> Query:
+    def inside(cls, polygons: Any, *, outside: bool = False) -> Query:
         """The points inside polygons, or outside, see `Cloud.inside`."""
         parts, others = read_polygons(polygons), bool(outside)
         shape = {"type": "MultiPolygon", "coordinates": [[outer, *holes] for outer, holes in parts]}
         return cls._make("inside", (shape, others), lambda: _core.query_polygons(parts, others))
+
+
+def _again(name: str, args: tuple[Any, ...]) -> Query:
+    """A query out of a pickle."""
+    plain, named = _split(name, args)
+    query: Query = getattr(Query, name)(*plain, **named)
+    return query

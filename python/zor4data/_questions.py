@@ -162,7 +162,7 @@ class Questions:
         ----------
         xmin, ymin, xmax, ymax : float
             Coordinate units. None is inside where a minimum is above its maximum. On an edge rounding decides:
-            leave half a step of 1/10000 of room.
+            leave half a step of 1/10000 of room. Infinite ones are no bound, not-a-number is a ValueError.
 
         Returns
         -------
@@ -178,7 +178,7 @@ class Questions:
         Parameters
         ----------
         p1, p2 : array_like, shape (2,)
-            The ends of the line, coordinate units.
+            The ends of the line, coordinate units, finite.
         distance : float
             How far the corridor reaches to either side; it ends square at the ends of the line.
         start, end : bool
@@ -189,7 +189,7 @@ class Questions:
         ndarray of int32, shape (M,)
             A point at an end that lies in the corridor too comes twice.
         """
-        return self.find(Query.near_line(p1, p2, distance, start, end))
+        return self.find(Query.near_line(p1, p2, distance, start=start, end=end))
 
     def inside(self, polygons: Any, *, outside: bool = False) -> NDArray[np.int32]:
         """Exactly the points inside any of the polygons, or outside all of them, in plan.
@@ -198,7 +198,8 @@ class Questions:
         ----------
         polygons : object
             Anything with ``__geo_interface__`` (shapely, an outline), a GeoJSON mapping, an array of shape
-            (N, 2) (one ring), or a sequence of these. Holes count; a point on an edge, of a hole too, is inside.
+            (N, 2) (one ring), or several of these, in a sequence, an array or an iterator. Holes count; a point on
+            an edge, of a hole too, is inside. Coordinates are finite.
         outside : bool
             The points outside instead.
 
@@ -207,7 +208,7 @@ class Questions:
         ndarray of int32, shape (M,)
             Ascending. The decision is exact for the coordinates of `xyz`.
         """
-        return self.find(Query.inside(polygons, outside))
+        return self.find(Query.inside(polygons, outside=outside))
 
     def pick(
         self, origin: ArrayLike, direction: ArrayLike, angle: float, *, planes: ArrayLike = ()
@@ -245,13 +246,15 @@ class Questions:
         xyz : array_like, shape (3,) or (..., 3), or (2,) or (..., 2)
             Places, coordinate units; with two coordinates distances are those in plan.
         max_distance : float
-            Coordinate units, included.
+            Coordinate units, included; at least 0.
 
         Returns
         -------
         ndarray of int32, shape () or (...)
-            For each place an index, or -1: no point so near.
+            For each place an index, or -1: no point so near, or a place that is not finite.
         """
         places = _read_places(xyz, (2, 3), "xyz")
         most = read_number(max_distance, "max_distance")
+        if not most >= 0.0:
+            raise ValueError(f"max_distance is {max_distance}: it must be at least 0")
         return self._core.nearest(_as_rows(places), most).reshape(places.shape[:-1])

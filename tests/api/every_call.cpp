@@ -12,6 +12,7 @@
 #include <zor3geom/PAR_LINE_2D.h>
 #include <zor3geom/RECT_2D.h>
 #include <zor4data/CFileFacts.h>
+#include <zor4data/CFileUnits.h>
 #include <zor4data/CPntArrays.h>
 #include <zor4data/CPntCld.h>
 #include <zor4data/CRootCube.h>
@@ -254,6 +255,10 @@ void UseIndexCompanions()
         &FindIndices2D_NearLine);
     Keep<void (*)(const CPntCld&, TListener, const TParts&, bool, int)>(&FindIndicesInPolygons);
     Keep<std::vector<int> (*)(const CPntCld&, IPclProgressListener*)>(&FindGround);
+    Keep<bool (*)(const CPntCld&, const CGroundScale&, IPclProgressListener*, std::vector<int>&)>(
+        &FindGround_Scaled);
+    Keep<CFileUnits (*)(const String&, enumPntCldFile)>(&FindFileUnits);
+    Keep<bool (CGroundScale::*)() const>(&CGroundScale::IsOne);
     Keep<void (*)(CPntCld&, const std::vector<int>&)>(&KeepPnts);
 }
 

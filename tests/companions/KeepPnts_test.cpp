@@ -61,6 +61,49 @@ TYPED_TEST(KeepPnts_case, FindGround_LeavesTheCloudAndTellsProgress)
     EXPECT_TRUE(CCldState(this->m_cld) == before);
 }
 
+/// A cloud of the same points in units of `dMetres`.
+template <class T>
+CPntCld InUnits(const CPntCld& cld, double dMetres)
+{
+    CPntCld scaled(nullptr);
+    scaled.OnReadType(CPntTrait<T>::c_eType);
+    scaled.Init(cld.GetNumPnts());
+    for (int i = 0; i < cld.GetNumPnts(); ++i)
+    {
+        PNT_3D pnt;
+        cld.GetPnt(i, pnt);
+        scaled.AddPnt(pnt.x / dMetres, pnt.y / dMetres, pnt.z / dMetres, 0, 0, 0);
+    }
+    scaled.OnReadEnd();
+    return scaled;
+}
+
+TYPED_TEST(KeepPnts_case, FindGround_Scaled_AsInMetres)
+{
+    constexpr double c_dFoot = 0.3048;
+    const auto nWanted = static_cast<int>(FindGround(this->m_cld, nullptr).size());
+    const CPntCld feet = InUnits<TypeParam>(this->m_cld, c_dFoot);
+    const CCldState before(feet);
+    CProgress progress;
+    std::vector<int> vecGround;
+    ASSERT_TRUE(FindGround_Scaled(feet, {c_dFoot, c_dFoot}, &progress, vecGround));
+    EXPECT_TRUE(std::is_sorted(vecGround.begin(), vecGround.end()));
+    EXPECT_NEAR(static_cast<int>(vecGround.size()), nWanted, nWanted / 1000);
+    EXPECT_GT(std::abs(static_cast<int>(FindGround(feet, nullptr).size()) - nWanted), nWanted / 1000);
+    EXPECT_EQ(progress.m_nLast, 100);
+    EXPECT_TRUE(CCldState(feet) == before);
+    ASSERT_TRUE(FindGround_Scaled(feet, CGroundScale(), nullptr, vecGround));
+    EXPECT_EQ(vecGround, FindGround(feet, nullptr));
+}
+
+TYPED_TEST(KeepPnts_case, FindGround_Scaled_TooWideInMetresIsFalse)
+{
+    std::vector<int> vecGround{7};
+    EXPECT_FALSE(FindGround_Scaled(this->m_cld, {1e6, 1.0}, nullptr, vecGround));
+    EXPECT_FALSE(FindGround_Scaled(this->m_cld, {1.0, 1e6}, nullptr, vecGround));
+    EXPECT_EQ(vecGround, std::vector<int>{7});
+}
+
 TYPED_TEST(KeepPnts_case, Copies_KeepWhatTheyHave)
 {
     const CPntCld copy(this->m_cld);
@@ -114,6 +157,9 @@ TEST(KeepPnts_case_noType, Nothing)
     CPntCld cld(nullptr);
     KeepPnts(cld, {});
     EXPECT_TRUE(FindGround(cld, nullptr).empty());
+    std::vector<int> vecGround{7};
+    EXPECT_TRUE(FindGround_Scaled(cld, {0.5, 0.5}, nullptr, vecGround));
+    EXPECT_TRUE(vecGround.empty());
     EXPECT_EQ(cld.GetNumPnts(), 0);
 }
 

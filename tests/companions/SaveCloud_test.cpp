@@ -195,7 +195,7 @@ TYPED_TEST(SaveCloud_test, NothingToSave_LeavesTheOldFile)
     EXPECT_EQ(this->m_folder.CountFiles(), 1);
 }
 
-TYPED_TEST(SaveCloud_test, MarkedDeleted_AreNotSaved)
+TYPED_TEST(SaveCloud_test, Deleted_AreNotSaved)
 {
     const std::string sPath = this->m_folder.GetPath("new.cld");
     this->m_cld->SelPnt(5, false);

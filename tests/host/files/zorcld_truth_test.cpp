@@ -119,6 +119,11 @@ TEST(ZorcldTruth, Grid_WithoutCorner_NoPntIsMoved)
 TEST(ZorcldTruth, Check_Folder_NamesTheCommand)
 {
     const CZorcld zorcld;
+    zorcld.Write(".hidden.ply", "ply\n");
+    const CRun none = zorcld.Run({"check", zorcld.GetPath("")});
+    EXPECT_EQ(none.nStatus, 1);
+    EXPECT_EQ(none.sOut.find("what helps"), std::string::npos) << none.sOut; // no shell would find a file
+    zorcld.Write("a.ply", "ply\n");
     const CRun run = zorcld.Run({"check", zorcld.GetPath("")});
     const std::string sFolder = zorcld.GetPath(".").substr(0, zorcld.GetPath(".").size() - 2);
     EXPECT_EQ(run.nStatus, 1);

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 namespace
@@ -103,7 +104,7 @@ TEST_F(Answer_case, Nearest_InPlanAndInSpace)
 
 TEST_F(Answer_case, Point_OutsideTheArrayIsNone)
 {
-    for (const char* const pIndex : {"3600", "-1", "1e300", "0.5"})
+    for (const char* const pIndex : {"3600", "-1", "1e300"})
         EXPECT_EQ(show.GetJson(std::string("/api/point?index=") + pIndex)["index"], -1) << pIndex;
 }
 
@@ -158,6 +159,54 @@ TEST_F(Answer_case, Profile_BothLayouts)
     EXPECT_EQ(static_cast<unsigned char>(sBytes[40]), nIndex & 255);
 }
 
+// As far out as corners and widths may be, nothing is lost.
+TEST_F(Answer_case, FarOut_StillExact)
+{
+    const auto count = [this](const std::string& sWidth)
+    {
+        const std::string sBytes =
+            show.GetBytes("/api/profile?x1=500005&y1=4000000&x2=500009&y2=4000000&width=" + sWidth);
+        return sBytes.size();
+    };
+    EXPECT_GT(count("1000"), 24U + 20U * 500U);
+    EXPECT_EQ(count("1e12"), count("1000"));
+    EXPECT_EQ(show.GetJson("/api/count?polygon=1e12,1e12,-1e12,1e12,0,-1e12")["points"], 3600);
+}
+
+// However many tiles are on their way to slow clients, they hold no more bytes than they are given together.
+// Where there is no room for a tile as a whole it comes in pieces, which hold less.
+TEST(Answer, Tiles_KeepToTheirBudget)
+{
+    std::vector<PNT_3D> vecPnts; // spread through a cube: nearly all lie in the first tile
+    const auto spread = [](int i, double dStep) { return 100.0 * (i * dStep - std::floor(i * dStep)); };
+    for (int i = 0; i < 60000; ++i)
+        vecPnts.emplace_back(spread(i, 0.8191725134), spread(i, 0.6710436067), spread(i, 0.5497004779));
+    const auto pCloud = MakeShownCloud(vecPnts, true);
+    CTestShow show(pCloud.get());
+    const CByteBudget& budget = show.GetServed().GetTileBudget();
+    const std::int64_t nAll = budget.GetLeft();
+    EXPECT_LE(nAll, std::int64_t{32} << 20);
+    const std::string sTile = "/api/tile/77/0/0/0/0";
+    const std::string sWhole = show.GetBytes(sTile);
+    ASSERT_GT(sWhole.size(), 600000U);
+    std::vector<CReply> vecReplies;
+    for (int n = 0; n < 1000 && (n == 0 || vecReplies.back().nStatus == 200); ++n)
+        vecReplies.push_back(show.Ask(sTile));
+    EXPECT_EQ(vecReplies.back().nStatus, 503);
+    EXPECT_EQ(vecReplies.back().sBody, "too many tiles are being sent\n");
+    vecReplies.pop_back();
+    EXPECT_EQ(vecReplies.front().sBody, sWhole);
+    EXPECT_NE(vecReplies.back().pPieces, nullptr);
+    EXPECT_EQ(TakeBody(vecReplies.back()), sWhole);
+    std::size_t nNumBytes = 0;
+    for (const CReply& reply : vecReplies)
+        nNumBytes += reply.sBody.size();
+    EXPECT_LE(nNumBytes, static_cast<std::size_t>(nAll));
+    vecReplies.clear();
+    EXPECT_EQ(budget.GetLeft(), nAll);
+    EXPECT_EQ(show.GetBytes(sTile), sWhole);
+}
+
 TEST_F(Answer_case, Tile_ForEverUnderItsVersion)
 {
     const CReply reply = show.Ask("/api/tile/77/0/0/0/0");
@@ -205,12 +254,19 @@ TEST_F(Answer_case, Errors_OneLineEach)
         {"/api/pick?ox=1&oy=1&oz=1&dx=1&dy=1&dz=1&tan=1&stretch=1,2", 400},
         {"/api/pick?ox=1&oy=1&oz=1&dx=1&dy=1&dz=1&tan=1&stretch=1,0,1", 400},
         {"/api/nearest?x=1&y=2&max=1e999", 400},
+        {"/api/point?index=0.5", 400},
         {"/api/rect?xmin=1&ymin=2&xmax=3", 400},
         {"/api/count?box=1,2,3", 400},
         {"/api/count?box=2,0,0,1,1,1", 400},
         {"/api/count?clip=0,0,0,1", 400},
         {"/api/count?polygon=1,2,3,4", 400},
         {"/api/count?version=5", 404},
+        {"/api/count?version=77.5", 404},
+        {"/api/count?box=1,1,1,2,2,2&box=1,1,1,2,2,2", 400},
+        {"/api/count?polygon=1e200,1e200,-1e200,1e200,0,-1e200", 400},
+        {"/api/export?format=csv&polygon=0,0,1,0,0,1e13", 400},
+        {"/api/profile?x1=1&y1=1&x2=2&y2=1&width=1e150", 400},
+        {"/api/profile?x1=1&y1=1&x2=1e13&y2=1&width=1", 400},
         {"/api/export", 400},
         {"/api/export?format=exe", 400},
         {"/api/profile?x1=1&y1=1&x2=1&y2=1&width=1", 400},

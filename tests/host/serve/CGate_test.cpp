@@ -5,6 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <utility>
+#include <vector>
+
 namespace
 {
 
@@ -17,26 +21,70 @@ CRequest MakeGood(const CTestShow& show)
     request.sMethod = "GET";
     request.sHost = "127.0.0.1:4711";
     request.sPath = "/api/info";
-    request.sCookie = "a=b; zorcld-4711=" + show.GetGate().GetToken();
+    request.vecParams = {{"token", show.GetGate().GetToken()}};
     return request;
 }
 
-TEST(Gate, Token_AsParameterOrAsCookie)
+TEST(Gate, Token_InEveryRequest)
 {
     CTestShow show(nullptr);
     CRequest request = MakeGood(show);
     EXPECT_EQ(show.AskRaw(request).nStatus, 200);
-    EXPECT_EQ(show.AskRaw(request).vecHeaders.back().first, "Cache-Control"); // no cookie again
+    std::string& sToken = request.vecParams.front().second;
+    sToken.back() = sToken.back() == '0' ? '1' : '0';
+    EXPECT_EQ(show.AskRaw(request).nStatus, 403);
+    sToken.clear();
+    EXPECT_EQ(show.AskRaw(request).nStatus, 403);
+    request.vecParams.clear();
+    EXPECT_EQ(show.AskRaw(request).nStatus, 403);
+}
+
+// Every server of this machine gets the cookie, whatever its port: it is no token, and opens nothing but what
+// the page is made of.
+TEST(Gate, Cookie_OpensThePagesFilesOnly)
+{
+    CTestShow show(nullptr);
+    CRequest request = MakeGood(show);
+    request.sPath = "/";
+    const auto cookie = show.AskRaw(request).vecHeaders.back();
+    ASSERT_EQ(cookie.first, "Set-Cookie");
+    EXPECT_EQ(cookie.second.find(show.GetGate().GetToken()), std::string::npos);
+    request.vecParams.clear();
+    request.sCookie = "a=b; " + cookie.second.substr(0, cookie.second.find(';'));
+    for (const auto& [sPath, nStatus] : std::vector<std::pair<std::string, int>>{
+             {"/page.js", 200}, {"/none", 404}, {"/", 403}, {"/api/info", 403}, {"/api/none", 403}})
+    {
+        request.sPath = sPath;
+        EXPECT_EQ(show.AskRaw(request).nStatus, nStatus) << sPath;
+    }
+    request.sPath = "/page.js";
     request.sCookie.back() = request.sCookie.back() == '0' ? '1' : '0';
     EXPECT_EQ(show.AskRaw(request).nStatus, 403);
-    request.sCookie = "zorcld-4712=" + show.GetGate().GetToken();
+    request.sCookie = "zorcld-4711=" + show.GetGate().GetToken();
     EXPECT_EQ(show.AskRaw(request).nStatus, 403);
-    request.sCookie.clear();
-    EXPECT_EQ(show.AskRaw(request).nStatus, 403);
-    request.vecParams = {{"token", show.GetGate().GetToken()}};
-    EXPECT_EQ(show.AskRaw(request).nStatus, 200);
-    request.vecParams = {{"token", ""}};
-    EXPECT_EQ(show.AskRaw(request).nStatus, 403);
+}
+
+// Requests without an Origin, for a picture or a script, tell their site all the same.
+TEST(Gate, Sites_OnlyItsOwn)
+{
+    CTestShow show(nullptr);
+    CRequest request = MakeGood(show);
+    for (const char* const pSite : {"same-site", "cross-site", "what"})
+    {
+        request.sFetchSite = pSite;
+        request.sPath = "/api/info";
+        EXPECT_EQ(show.AskRaw(request).nStatus, 403) << pSite;
+        request.sPath = "/page.js";
+        EXPECT_EQ(show.AskRaw(request).nStatus, 403) << pSite;
+        request.sPath = "/"; // a link that somebody follows
+        EXPECT_EQ(show.AskRaw(request).nStatus, 200) << pSite;
+    }
+    request.sPath = "/api/info";
+    for (const char* const pSite : {"", "none", "same-origin"})
+    {
+        request.sFetchSite = pSite;
+        EXPECT_EQ(show.AskRaw(request).nStatus, 200) << pSite;
+    }
 }
 
 TEST(Gate, Hosts_OnlyItsOwn)

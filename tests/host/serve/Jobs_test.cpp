@@ -6,12 +6,16 @@
 #include <tests/host/serve/support/CTestServer.h>
 #include <tests/support/RealFiles.h>
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <cstring>
 #include <new>
 #include <thread>
+#include <vector>
 
 namespace
 {
@@ -63,16 +67,93 @@ TEST(Jobs, OneAtATime)
     EXPECT_EQ(jobs.Ask("a", "1", WorkForEver)["state"], "running");
     EXPECT_EQ(jobs.Cancel("a")["state"], "idle");
     const auto done = [](const CJobs::TTell&) -> TJson { return {{"b", 1}}; };
-    for (;;)
+    EXPECT_EQ(Finish(jobs, "b", "1", done)["b"], 1);
+}
+
+/// A job that does not notice that it is stopped until it is told to go on.
+class CDeafWork
+{
+public:
+    CJobs::TWork Get()
     {
-        try
+        return [this](const CJobs::TTell& tell) -> TJson
         {
-            EXPECT_EQ(Finish(jobs, "b", "1", done)["b"], 1);
-            break;
-        }
-        catch (const CRefusal&) // the other has not noticed yet
-        {
-        }
+            ++nNumRuns;
+            while (!bGoOn)
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            tell("noticing", 50);
+            return {{"deaf", true}};
+        };
+    }
+
+    std::atomic<bool> bGoOn{false};
+    std::atomic<int> nNumRuns{0};
+};
+
+// What is asked for while a job is being stopped waits for its end, and is no failure.
+TEST(Jobs, AfterCancel_TheNextWaits)
+{
+    const auto done = [](const CJobs::TTell&) -> TJson { return {{"b", 1}}; };
+    CDeafWork deaf;
+    CJobs jobs;
+    jobs.Ask("a", "1", deaf.Get());
+    jobs.Cancel("a");
+    EXPECT_EQ(jobs.Ask("b", "1", done)["state"], "running");
+    EXPECT_EQ(jobs.Ask("b", "1", done)["state"], "running");
+    EXPECT_THROW(jobs.Ask("c", "1", done), CRefusal); // one waits
+    EXPECT_THROW(jobs.Ask("a", "1", done), CRefusal);
+    deaf.bGoOn = true;
+    EXPECT_EQ(Finish(jobs, "b", "1", done)["b"], 1);
+}
+
+TEST(Jobs, AfterCancel_TheSameStartsAnew)
+{
+    CDeafWork deaf;
+    CJobs jobs;
+    jobs.Ask("a", "1", deaf.Get());
+    jobs.Cancel("a");
+    EXPECT_EQ(jobs.Ask("a", "1", deaf.Get())["state"], "running");
+    deaf.bGoOn = true;
+    EXPECT_EQ(Finish(jobs, "a", "1", deaf.Get())["deaf"], true);
+    EXPECT_EQ(deaf.nNumRuns, 2);
+}
+
+TEST(Jobs, Waiting_CanBeCancelled)
+{
+    std::atomic<int> nRuns{0};
+    const auto work = [&](const CJobs::TTell&) -> TJson { return {{"runs", ++nRuns}}; };
+    CDeafWork deaf;
+    CJobs jobs;
+    jobs.Ask("a", "1", deaf.Get());
+    jobs.Cancel("a");
+    jobs.Ask("b", "1", work);
+    jobs.Cancel("b");
+    EXPECT_EQ(jobs.Ask("c", "1", work)["state"], "running"); // in its place
+    deaf.bGoOn = true;
+    EXPECT_EQ(Finish(jobs, "c", "1", work)["runs"], 1);
+}
+
+// What has been done is told whatever else is running.
+TEST(Jobs, Results_AreToldMeanwhile)
+{
+    const auto done = [](const CJobs::TTell&) -> TJson { return {{"b", 1}}; };
+    CJobs jobs;
+    Finish(jobs, "b", "1", done);
+    jobs.Ask("a", "1", WorkForEver);
+    EXPECT_EQ(jobs.Ask("b", "1", done)["b"], 1);
+}
+
+TEST(Jobs, Color_CancelledWithoutItsName)
+{
+    const auto pCloud = MakeShownCloud(MakeHills(20), true);
+    CTestShow show(pCloud.get());
+    for (const char* const pBy : {"class", "intensity", "return"})
+    {
+        const std::string sJob = std::string("color ") + pBy;
+        EXPECT_EQ(show.GetServed().GetJobs().Ask(sJob, "", WorkForEver)["state"], "running");
+        EXPECT_EQ(show.GetJson("/api/color?cancel=1")["state"], "idle");
+        const auto done = [](const CJobs::TTell&) -> TJson { return {{"b", 1}}; };
+        EXPECT_EQ(Finish(show.GetServed().GetJobs(), "b", pBy, done)["b"], 1); // would be refused
     }
 }
 
@@ -97,6 +178,7 @@ TEST(Jobs, Outline_GoesAroundTheCloud)
     const TJson outline = show.FinishJob("/api/outline?distance=2");
     ASSERT_EQ(outline["state"], "done");
     EXPECT_EQ(outline["distance"], 2.0);
+    EXPECT_NE(show.FinishJob("/api/outline?distance=auto")["how"].get<std::string>().substr(0, 1), " ");
     EXPECT_GE(outline["ring"].size(), 4U);
     EXPECT_NEAR(outline["area"].get<double>(), 39 * 0.37 * 39 * 0.41, 1.0);
     EXPECT_EQ(outline["whole"], true);
@@ -127,6 +209,75 @@ TEST(Jobs, Ground_IsAVersionOfItsOwn)
         EXPECT_EQ(show.Ask("/api/tile/" + sVersion + "/0/0/0/0").nStatus, 200);
         EXPECT_EQ(show.GetJson("/api/count")["points"], 3600);
     }
+}
+
+/// The indices that a binary profile has.
+std::vector<std::int32_t> FindIndicesOf(const std::string& sProfile)
+{
+    std::vector<std::int32_t> vecIndices;
+    for (std::size_t nAt = 24; nAt < sProfile.size(); nAt += 20)
+        std::memcpy(&vecIndices.emplace_back(), sProfile.data() + nAt + 12, 4);
+    return vecIndices;
+}
+
+// Whatever version a point is found in, its index is that of the cloud of the file: what is found in the
+// ground is asked for without it.
+TEST(Jobs, Ground_HasTheIndicesOfTheFile)
+{
+    for (const char* const pScale : {"1", "0.3048"})
+    {
+        const auto pCloud = MakeShownCloud(MakeHills(60), true);
+        CTestShow show(pCloud.get());
+        const TJson ground = show.FinishJob(std::string("/api/ground?scale=") + pScale);
+        const std::string sVersion = "&version=" + std::to_string(ground["version"].get<int>());
+        int nNumGround = 0;
+        for (int i = 0; i < 3600; ++i)
+        {
+            const std::string sPnt = "/api/point?index=" + std::to_string(i);
+            const TJson pnt = show.GetJson(sPnt);
+            const TJson same = show.GetJson(sPnt + sVersion);
+            if (same["index"] == -1)
+                continue;
+            ++nNumGround;
+            EXPECT_EQ(same, pnt);
+            const std::string sAt = fmt::format("/api/nearest?x={}&y={}&max=0.001", pnt["x"].get<double>(),
+                                                pnt["y"].get<double>());
+            EXPECT_EQ(show.GetJson(sAt + sVersion), pnt);
+        }
+        EXPECT_EQ(nNumGround, ground["points"]);
+        const std::string sRay = "/api/pick?ox=500010&oy=4000010&oz=200&dx=0.01&dy=0.02&dz=-1&tan=0.02";
+        const TJson picked = show.GetJson(sRay + sVersion);
+        EXPECT_EQ(show.GetJson("/api/point?index=" + std::to_string(picked["index"].get<int>())), picked);
+        const std::string sLine = "/api/profile?x1=500002&y1=4000002&x2=500015&y2=4000013&width=8";
+        std::vector<std::int32_t> vecAll = FindIndicesOf(show.GetBytes(sLine));
+        std::vector<std::int32_t> vecGround = FindIndicesOf(show.GetBytes(sLine + sVersion));
+        EXPECT_GT(vecGround.size(), 20U);
+        std::sort(vecAll.begin(), vecAll.end());
+        std::sort(vecGround.begin(), vecGround.end());
+        EXPECT_TRUE(std::includes(vecAll.begin(), vecAll.end(), vecGround.begin(), vecGround.end()));
+    }
+}
+
+// The ground in the colours of an attribute: each point's own, which the test makes of its index.
+TEST(Jobs, Ground_HasTheColorsOfAttributes)
+{
+    const auto pCloud = MakeShownCloud(MakeHills(60), true);
+    CTestShow show(pCloud.get());
+    auto pAttribute = std::make_shared<CAttribute>();
+    pAttribute->sName = "class";
+    for (int i = 0; i < 3600; ++i)
+        pAttribute->vecShades.push_back(static_cast<std::uint8_t>(i));
+    for (int n = 0; n < 256; ++n)
+        pAttribute->palette[static_cast<std::size_t>(n)].r = static_cast<unsigned char>(n);
+    show.GetServed().AddAttribute(pAttribute);
+    const TJson ground = show.FinishJob("/api/ground");
+    const std::string sTile = fmt::format("/api/tile/{}/0/0/0/0", ground["version"].get<int>());
+    const std::string sPlain = show.GetBytes(sTile); // red is the index's lowest byte here, too
+    const std::string sClass = show.GetBytes(sTile + "?color=class");
+    ASSERT_EQ(sPlain.size(), sClass.size());
+    ASSERT_GT(sPlain.size(), 40 + 12 * 500U);
+    for (std::size_t nAt = 40; nAt < sPlain.size(); nAt += 12)
+        EXPECT_EQ(sClass[nAt + 8], sPlain[nAt + 8]) << nAt;
 }
 
 TEST(Jobs, Color_EachPointHasItsOwnClass)

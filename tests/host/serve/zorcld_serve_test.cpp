@@ -112,6 +112,7 @@ TEST(zorcld_serve, WrongUse_EndsAtOnce)
     EXPECT_EQ(zorcld.Run({"serve", sFile, "--port", "70000"}).nStatus, 2);
     EXPECT_EQ(zorcld.Run({"serve", sFile, "--listen", "nowhere"}).nStatus, 2);
     EXPECT_EQ(zorcld.Run({"serve", sFile, "--budget", "3"}).nStatus, 2);
+    EXPECT_EQ(zorcld.Run({"serve", sFile, "--budget", "10000001"}).nStatus, 2); // what the page shows at most
     EXPECT_EQ(zorcld.Run({"serve", sFile, "--listen", "203.0.113.7"}).nStatus, 1); // not this machine's
     EXPECT_EQ(zorcld.Run({"serve"}).nStatus, 2);
 }

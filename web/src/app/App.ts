@@ -14,6 +14,7 @@ import { Ui } from '../ui/Ui';
 import { refocus, type Camera } from '../view/Camera';
 import { firstDirection, fitView, type Direction } from '../view/fitView';
 import type { View } from '../view/View';
+import { findCorner } from './findCorner';
 import { FrameLoop } from './FrameLoop';
 import { parseHash } from './hash';
 import { Jobs } from './Jobs';
@@ -63,10 +64,8 @@ export class App {
         this.#memory = new Memory(this);
         this.#pointers = new Pointers(this.ui.canvas, this.#hands());
         bindKeys(this);
-        const remembered = parseHash(location.hash);
         const box = this.drawnBox(this.bounds());
-        const fitted = fitView(box, firstDirection(box), this.aspect());
-        this.change({ camera: fitted, ...remembered });
+        this.change({ camera: fitView(box, firstDirection(box), this.aspect()), ...parseHash(location.hash) });
     }
 
     bounds(): Box {
@@ -181,9 +180,11 @@ export class App {
     async #click(x: number, y: number): Promise<void> {
         const { gathering } = this;
         if (gathering === null) return;
-        const point = await this.picker.pick(x, y);
-        if (point === null || this.gathering !== gathering) return;
-        this.#setHovered(point);
+        const picked = await this.picker.pick(x, y);
+        if (this.gathering !== gathering) return;
+        const point = picked ?? (gathering.kind.name === 'polygon' ? findCorner(this, x, y) : null);
+        if (point === null) return this.ui.tellOnce('There is no point of the cloud here');
+        this.#setHovered(picked);
         this.addPoint(point);
     }
 

@@ -8,6 +8,8 @@ import type { Vec3 } from '../math/vec3';
 import type { View } from '../view/View';
 import { legendOf } from './start';
 
+const narrowLegend = 220; // CSS pixels: the middle of a small picture is the cloud's
+
 /** What lies over the points: measures, boxes and lines, the scale, the legend. */
 export class Painter {
     constructor(readonly app: App) {}
@@ -42,7 +44,9 @@ export class Painter {
         const area = app.ui.freeArea();
         paintScaleBar(pen, area.left + 18, area.bottom - 22, app.proportions.plan);
         const legend = legendOf(app);
-        if (legend !== null) paintLegend(pen, legend, area.right - 12, area.top + 12, area.bottom - 70);
+        const top = area.top + (app.ui.isNarrow ? 0 : 12);
+        const bottom = Math.min(area.bottom - 70, app.ui.isNarrow ? top + narrowLegend : Infinity);
+        if (legend !== null) paintLegend(pen, legend, area.right - 12, top, bottom);
         if (view.width > 420) paintNorth(pen, view.width - 34, area.bottom - 36);
     }
 

@@ -32,4 +32,5 @@ export interface State {
 }
 
 export const pointSizes = { min: 0.5, max: 3, step: 0.1 } as const;
+/** As `--budget` has them. */
 export const budgets = { min: 1000, max: 10_000_000, desktop: 1_000_000, phone: 333_000 } as const;

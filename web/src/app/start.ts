@@ -3,7 +3,6 @@ import type { Proportions } from '../data/Proportions';
 import type { Legend } from '../paint/legend';
 import { greyColor, heightColor } from '../colors/colors';
 import { boxSize } from '../math/Box';
-import { clamp } from '../math/numbers';
 import { boxToDrawn, isStretched } from '../math/stretch';
 import { plainGrain, type Grain } from '../tiles/TileNode';
 import type { App } from './App';
@@ -21,7 +20,7 @@ export function firstState(info: CloudInfo, aspect: number): State {
         color: info.colored ? 'file' : 'height',
         pointSize: 1,
         shading: true,
-        budget: clamp(budget, budgets.min, budgets.max),
+        budget,
         ground: false,
         clip: null,
         marks: [],
@@ -75,5 +74,6 @@ export function legendOf(app: App): Legend | null {
     if (state.color === 'file' || colors?.by !== state.color) return null;
     if (colors.by === 'intensity')
         return { kind: 'ramp', title: 'Intensity', min: colors.min ?? 0, max: colors.max ?? 1, color: greyColor };
-    return { kind: 'list', title: colors.by === 'class' ? 'Class' : 'Return', entries: colors.legend };
+    const title = colors.by === 'class' ? 'Class' : 'Return';
+    return { kind: 'list', title, entries: colors.legend, counted: !state.ground };
 }

@@ -1,19 +1,12 @@
 import type { Box } from '../math/Box';
 import { isStretched, noStretch, type Stretch } from '../math/stretch';
 import type { Ray } from '../view/View';
+import { ApiError } from './ApiError';
 import type { Job, PickedPoint, ServerInfo } from './info';
 
 export type Parameters = Readonly<Record<string, string | number | readonly string[] | undefined>>;
 
-/** An answer that is none: its one line of text tells why. */
-export class ApiError extends Error {
-    constructor(
-        readonly status: number,
-        message: string,
-    ) {
-        super(message);
-    }
-}
+const busy = 503;
 
 /** What is not drawn is not picked, counted or exported either. */
 export interface Choice {
@@ -78,11 +71,21 @@ export class Api {
     ): Promise<T> {
         for (let wait = 50; ; wait = Math.min(400, wait * 2)) {
             if (signal.aborted) return this.#cancelJob(path);
-            const job = await this.json<Job<T>>(path, parameters);
+            const job = await this.#askJob<T>(path, parameters);
             if (job.state === 'done') return job;
             if (job.state === 'failed') throw new ApiError(200, job.cause);
             if (job.state === 'running') tell(job.doing, job.percent);
             await new Promise((done) => setTimeout(done, wait));
+        }
+    }
+
+    /** A server that is busy, with the job of another page or one that is just being stopped, is waited for. */
+    async #askJob<T>(path: string, parameters: Parameters): Promise<Job<T>> {
+        try {
+            return await this.json<Job<T>>(path, parameters);
+        } catch (error) {
+            if (!(error instanceof ApiError) || error.status !== busy) throw error;
+            return { state: 'running', doing: `waiting: ${error.message}`, percent: null };
         }
     }
 

@@ -83,7 +83,8 @@ export interface OutlineResult {
     readonly length: number;
     readonly area: number;
     readonly inside: number;
-    readonly whole: number;
+    /** As good as all of the points lie within. */
+    readonly whole: boolean;
 }
 
 export interface GroundResult {

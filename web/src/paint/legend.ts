@@ -12,7 +12,7 @@ export type Legend =
           readonly max: number;
           readonly color: (share: number) => Rgb;
       }
-    | { readonly kind: 'list'; readonly title: string; readonly entries: readonly LegendEntry[] };
+    | { readonly kind: 'list'; readonly title: string; readonly entries: readonly LegendEntry[]; readonly counted: boolean };
 
 /** Paints a legend whose panel ends at `right`, in the middle between two heights. */
 export function paintLegend(pen: Pen, legend: Legend, right: number, top: number, bottom: number): void {
@@ -74,8 +74,8 @@ function paintList(
     const entries = legend.entries.slice(0, most);
     pen.font(12.5);
     const texts = Math.max(...entries.map((entry) => pen.widthOf(entry.text)), 40);
-    const counts = Math.max(...entries.map((entry) => pen.widthOf(groupDigits(entry.points))), 10);
-    const width = texts + counts + 66;
+    const counts = entries.map((entry) => (legend.counted ? groupDigits(entry.points) : ''));
+    const width = texts + Math.max(...counts.map((count) => pen.widthOf(count)), 0) + (legend.counted ? 66 : 49);
     const height = entries.length * row + 46;
     const yPanel = top + (bottom - top - height) / 2;
     const x = right - width + 14;
@@ -88,6 +88,6 @@ function paintList(
         pen.context.fillStyle = entry.color;
         pen.context.fillRect(x, y, 13, 13);
         pen.text(x + 21, y + 11, 0, entry.text);
-        pen.text(right - 14, y + 11, 1, groupDigits(entry.points), 0.7);
+        pen.text(right - 14, y + 11, 1, counts[i], 0.7);
     });
 }

@@ -1,3 +1,4 @@
+import { ApiError } from '../data/ApiError';
 import { addressKey, type TileAddress } from './TileNode';
 
 export type FetchTile = (address: TileAddress, signal: AbortSignal) => Promise<ArrayBuffer>;
@@ -39,7 +40,8 @@ export class TileLoader {
         const times = this.#wanted
             .map((address) => this.#failed.get(addressKey(address)))
             .filter((failure) => failure !== undefined)
-            .map((failure) => Math.max(0, failure.at + failure.wait - now));
+            .map((failure) => Math.max(0, failure.at + failure.wait - now))
+            .filter(Number.isFinite);
         return times.length > 0 ? Math.min(...times) : null;
     }
 
@@ -75,15 +77,17 @@ export class TileLoader {
         } catch (error) {
             if (this.#running.get(key) !== controller) return; // cancelled
             this.#running.delete(key);
-            this.#fail(key);
+            this.#fail(key, error);
             this.onFailure(error);
             this.#startNext(performance.now());
         }
     }
 
-    #fail(key: string): void {
+    /** What the server has refused it refuses again: that is not asked for any more. */
+    #fail(key: string, error: unknown): void {
         const before = this.#failed.get(key)?.wait;
-        const wait = before === undefined ? firstWait : Math.min(maxWait, 2 * before);
+        const refused = error instanceof ApiError && error.status < 500;
+        const wait = refused ? Infinity : before === undefined ? firstWait : Math.min(maxWait, 2 * before);
         this.#failed.set(key, { at: performance.now(), wait });
     }
 }

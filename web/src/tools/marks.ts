@@ -19,10 +19,16 @@ export interface Reading {
     readonly value: string;
 }
 
-/** What a mark says, the most important first: coordinates are the library's, what is measured is so as drawn. */
+/**
+ * What a mark says, the most important first. Coordinates are the library's, heights are told in their own unit, all else
+ * in the plan's.
+ */
 export function readMark(mark: Mark, proportions: Proportions): Reading[] {
-    const measured = mark.places.map((place) => toDrawn(place, proportions.stretch));
-    return readers[mark.kind](mark.kind === 'point' ? mark : { ...mark, places: measured }, proportions);
+    const { places } = mark;
+    const [first, last] = [places[0], places[places.length - 1]];
+    const rise = (last[2] - first[2]) * proportions.stretch[2];
+    const measured = places.map((place) => toDrawn(place, proportions.measured));
+    return readers[mark.kind](mark.kind === 'point' ? mark : { ...mark, places: measured }, proportions, rise);
 }
 
 export const markTitles: Readonly<Record<MarkKind, string>> = {
@@ -33,28 +39,28 @@ export const markTitles: Readonly<Record<MarkKind, string>> = {
     area: 'Area in plan',
 };
 
-const readers: Readonly<Record<MarkKind, (mark: Mark, units: Pick<Proportions, 'plan' | 'height'>) => Reading[]>> = {
+const readers: Readonly<Record<MarkKind, (mark: Mark, units: Proportions, rise: number) => Reading[]>> = {
     point: ({ places, indices }) => [
         { label: 'x', value: formatCoord(places[0][0]) },
         { label: 'y', value: formatCoord(places[0][1]) },
         { label: 'z', value: formatCoord(places[0][2]) },
         { label: 'Index', value: groupDigits(indices[0]) },
     ],
-    distance: ({ places }, units) => {
+    distance: ({ places }, units, rise) => {
         const { pieces, total } = pathLengths(places);
         const first = places[0];
         const last = places[places.length - 1];
         const readings = [
             { label: pieces.length > 1 ? 'Length' : 'Distance', value: withUnit(formatMeasure(total), units.plan) },
             { label: 'In plan', value: withUnit(formatMeasure(planDistance(first, last)), units.plan) },
-            { label: 'Height', value: withUnit(formatMeasure(last[2] - first[2]), units.height) },
+            { label: 'Height', value: withUnit(formatMeasure(rise), units.height) },
         ];
         if (pieces.length > 1)
             readings.push({ label: 'Straight', value: withUnit(formatMeasure(distance(first, last)), units.plan) });
         return readings;
     },
-    height: ({ places: [a, b] }, units) => [
-        { label: 'Height', value: withUnit(formatMeasure(b[2] - a[2]), units.height) },
+    height: ({ places: [a, b] }, units, rise) => [
+        { label: 'Height', value: withUnit(formatMeasure(rise), units.height) },
         { label: 'In plan', value: withUnit(formatMeasure(planDistance(a, b)), units.plan) },
         { label: 'Slope', value: formatSlope(a, b) },
     ],

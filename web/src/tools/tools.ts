@@ -60,7 +60,9 @@ export class Gathering {
 
     /** @returns whether no more points are needed. A point that is there already, as of a double click, is no other. */
     add(place: Vec3, index: number): boolean {
-        if (this.indices[this.count - 1] !== index) {
+        const last = this.places[this.count - 1];
+        const same = index < 0 ? last?.join() === place.join() : this.indices[this.count - 1] === index;
+        if (!same) {
             this.places.push(place);
             this.indices.push(index);
         }

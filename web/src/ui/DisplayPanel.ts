@@ -2,7 +2,7 @@ import type { App } from '../app/App';
 import { colorsOf } from '../app/start';
 import { budgets, pointSizes, type ColorBy, type State } from '../app/State';
 import { surrounds } from '../colors/colors';
-import { groupDigits } from '../math/numbers';
+import { clamp, groupDigits } from '../math/numbers';
 import { button, h } from './dom';
 
 const colorNames: Readonly<Record<ColorBy, string>> = {
@@ -12,6 +12,9 @@ const colorNames: Readonly<Record<ColorBy, string>> = {
     intensity: 'Intensity',
     return: 'Return',
 };
+
+// The slider has powers of ten: it is as fine for few points as for many.
+const budgetPowers = { min: Math.log10(budgets.min), max: Math.log10(budgets.max), step: 0.05 };
 
 const views = [
     ['SW', 'the south-west, above', 215, 35],
@@ -26,8 +29,8 @@ export class DisplayPanel {
     readonly element: HTMLElement;
     readonly #color = h('select', { id: 'color', on: { change: () => this.app.change({ color: this.#color.value as ColorBy }) } });
     readonly #size = this.#slider('point-size', pointSizes, (pointSize) => ({ pointSize }));
-    readonly #budget = this.#slider('budget', { min: 5, max: 7, step: 0.05 }, (power) => ({
-        budget: Math.min(budgets.max, Number((10 ** power).toPrecision(2))),
+    readonly #budget = this.#slider('budget', budgetPowers, (power) => ({
+        budget: clamp(Number((10 ** power).toPrecision(2)), budgets.min, budgets.max),
     }));
     readonly #budgetText = h('output', { attr: { for: 'budget' } });
     readonly #sizeText = h('output', { attr: { for: 'point-size' } });

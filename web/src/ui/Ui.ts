@@ -19,6 +19,7 @@ export interface Area {
 }
 
 const narrow = 700; // CSS pixels: below, the tools lie at the bottom
+const roomBelow = 330; // CSS pixels: enough for a legend under what lies at the side, and the arrow to the north
 const toldFor = 6000; // milliseconds
 
 /** All that is around the picture. */
@@ -36,6 +37,7 @@ export class Ui {
     readonly #job = h('div', { class: 'job panel', attr: { role: 'status' } });
     readonly #told = h('div', { class: 'told', attr: { role: 'alert' } });
     readonly #header: HTMLElement;
+    readonly #side: HTMLElement;
 
     constructor(
         readonly root: HTMLElement,
@@ -53,10 +55,10 @@ export class Ui {
         this.#header = h('header', {}, h('h1', {}, app.info.file), this.#drawn);
         const buttons = ['screenshot', 'theme', 'display', 'help', 'about'].map((id) => commandButton(app, id, false));
         const page = h('div', { class: 'page-buttons', attr: { role: 'group', 'aria-label': 'Page' } }, ...buttons);
-        const side = h('div', { class: 'side' }, this.#display.element, this.#job, this.#cards.element);
+        this.#side = h('div', { class: 'side' }, this.#display.element, this.#job, this.#cards.element);
         const foot = h('footer', {}, this.#hint, this.#hovered);
         const stage = h('main', { class: 'stage' }, this.canvas, this.overlay, this.handles.element, foot);
-        root.replaceChildren(stage, this.#header, page, this.#rail.element, side, this.#profile.element, this.#told);
+        root.replaceChildren(stage, this.#header, page, this.#rail.element, this.#side, this.#profile.element, this.#told);
     }
 
     update(state: State, before: State): void {
@@ -69,15 +71,21 @@ export class Ui {
         document.body.classList.toggle('with-profile', state.corridor !== null);
     }
 
+    get isNarrow(): boolean {
+        return window.innerWidth < narrow;
+    }
+
     /** Where nothing covers the picture, CSS pixels. */
     freeArea(): Area {
         const { innerWidth: width, innerHeight: height } = window;
         const profile = this.#profile.element.hidden ? 0 : this.#profile.element.offsetHeight + 8;
-        if (width < narrow) return { left: 0, top: 70, right: width, bottom: height - profile - 92 };
-        const covered = this.#display.element.hidden ? 0 : this.#display.element.offsetWidth;
-        const cards = this.#cards.element.childElementCount > 0 ? this.#cards.element.offsetWidth : 0;
-        const right = width - (covered + cards > 0 ? Math.max(covered, cards) + 12 : 0);
-        return { left: this.#rail.element.offsetWidth + 12, top: 64, right, bottom: height - profile - 8 };
+        const below = this.#side.offsetTop + this.#side.offsetHeight;
+        if (this.isNarrow) return { left: 0, top: Math.max(70, below), right: width, bottom: height - profile - 92 };
+        const area = { left: this.#rail.element.offsetWidth + 12, top: 64, right: width, bottom: height - profile - 8 };
+        const shown = [this.#display.element, this.#job, this.#cards.element].filter((each) => each.offsetHeight > 0);
+        if (shown.length === 0) return area;
+        if (area.bottom - below >= roomBelow) return { ...area, top: below };
+        return { ...area, right: width - Math.max(...shown.map((each) => each.offsetWidth)) - 12 };
     }
 
     updateTool(): void {
@@ -113,7 +121,7 @@ export class Ui {
 
     showOutline(outline: OutlineResult): void {
         this.updateCards();
-        if (outline.inside < outline.whole) this.tell('The outline is of the largest part of the cloud');
+        if (!outline.whole) this.tell('The outline is of the largest part of the cloud');
     }
 
     showJob(job: JobShown | null): void {
@@ -134,7 +142,11 @@ export class Ui {
 
     tellFailure(what: string, error: unknown): void {
         const cause = error instanceof Error ? error.message : String(error);
-        const text = `${what}: ${cause}`;
+        this.tellOnce(`${what}: ${cause}`);
+    }
+
+    /** Not again while it still can be read. */
+    tellOnce(text: string): void {
         if (![...this.#told.children].some((note) => note.textContent === text)) this.tell(text);
     }
 

@@ -104,3 +104,9 @@ export class View {
         return (x < -w ? 1 : 0) | (x > w ? 2 : 0) | (y < -h ? 4 : 0) | (y > h ? 8 : 0) | behind;
     }
 }
+
+/** Where a ray meets a height; null: behind its start, or nowhere. */
+export function meetHeight({ from, direction }: Ray, z: number): Vec3 | null {
+    const t = (z - from[2]) / direction[2];
+    return t > 0 && Number.isFinite(t) ? [from[0] + t * direction[0], from[1] + t * direction[1], z] : null;
+}

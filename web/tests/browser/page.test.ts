@@ -118,6 +118,21 @@ test('Polygon_CountsThePointsInside', async () => {
     assert.equal(await window.page.$eval(count, (element) => element.textContent), String(21 * 11));
 });
 
+test('Polygon_GoesAroundTheCloud', async () => {
+    const far = { ...map, distance: 250 };
+    await window.show(served, hashOf(far, flat));
+    await window.page.keyboard.press('s');
+    for (const place of [[-6, -6, 0], [56, -6, 0], [56, 56, 0], [-6, 56, 0]] as const) {
+        const { x, y } = spotOf(far, place);
+        await window.page.mouse.click(x, y);
+        await new Promise((done) => setTimeout(done, 400)); // no double click
+    }
+    await window.page.keyboard.press('Enter');
+    const count = '[data-kind=polygon] dd';
+    await window.page.waitForFunction((path) => /\d/.test(document.querySelector(path)?.textContent ?? ''), {}, count);
+    assert.equal(await window.page.$eval(count, (element) => element.textContent), '10\u202f000');
+});
+
 test('Profile_HoldsEveryPointOfItsCorridor', async () => {
     await window.show(served, hashOf(map, `${flat}&profile=0,10,0,49.5,10,0,2.2`));
     await window.page.waitForSelector('.profile[data-points]');

@@ -40,6 +40,38 @@ export function writeGrid(name: string, corner: readonly [number, number], heigh
     return path;
 }
 
+export interface ClassedPoint {
+    readonly place: Vec3;
+    readonly class: number;
+}
+
+/** LAS 1.2 without colours, coordinates to a thousandth. */
+export function writeLas(name: string, points: readonly ClassedPoint[]): string {
+    const [headerSize, recordSize, scale] = [227, 20, 0.001];
+    const header = Buffer.alloc(headerSize);
+    header.write('LASF', 0, 'latin1');
+    header.set([1, 2], 24);
+    header.writeUInt16LE(headerSize, 94);
+    header.writeUInt32LE(headerSize, 96);
+    header.writeUInt16LE(recordSize, 105);
+    header.writeUInt32LE(points.length, 107);
+    header.writeUInt32LE(points.length, 111);
+    for (let k = 0; k < 3; ++k) {
+        header.writeDoubleLE(scale, 131 + 8 * k);
+        header.writeDoubleLE(Math.max(...points.map(({ place }) => place[k])), 179 + 16 * k);
+        header.writeDoubleLE(Math.min(...points.map(({ place }) => place[k])), 187 + 16 * k);
+    }
+    const body = Buffer.alloc(points.length * recordSize);
+    points.forEach((point, i) => {
+        point.place.forEach((c, k) => body.writeInt32LE(Math.round(c / scale), recordSize * i + 4 * k));
+        body.writeUInt8(0x09, recordSize * i + 14); // the first return of one
+        body.writeUInt8(point.class, recordSize * i + 15);
+    });
+    const path = join(folder, name);
+    writeFileSync(path, Buffer.concat([header, body]));
+    return path;
+}
+
 /** `zorcld serve` with a file, until it is told to end. */
 export class Served {
     private constructor(

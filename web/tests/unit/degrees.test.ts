@@ -69,3 +69,18 @@ test('TileNode_OfDegreesLiesWhereItsPointsAreDrawn', () => {
     assert.equal(selectTiles(find, new View(camera, 800, 600), options).points, 1);
     fromDrawn(node.centre, stretch).forEach((c, k) => assert.ok(Math.abs(c - [8.1, 60, 250][k]) < 1e-9));
 });
+
+test('ReadMark_WhereHeightsHaveAnotherUnitEachIsToldInItsOwnAndDistancesInThePlans', () => {
+    const feet = { plan: 'ft', height: 'm', degrees: false, plan_metres: 0.3048, height_metres: 1 };
+    const map = { min: [4e5, 5e6, 0] as Vec3, max: [400001, 5000001, 900] as Vec3 };
+    const mixed = findProportions({ bounds: map, unit: feet });
+    assert.deepEqual(mixed.stretch, noStretch);
+    const places: Vec3[] = [[4e5, 5e6, 0], [4e5 + 40, 5e6, 9.144], [4e5 + 40, 5e6 + 30, 9.144]];
+    const read = (kind: 'distance' | 'height' | 'angle', count: number) =>
+        readMark({ kind, places: places.slice(0, count), indices: [1, 2, 3].slice(0, count) }, mixed).map(({ value }) => value);
+    assert.deepEqual(read('distance', 2), ['50.00 ft', '40.00 ft', '9.144 m']);
+    assert.deepEqual(read('distance', 3), ['80.00 ft', '50.00 ft', '9.144 m', '58.31 ft']);
+    assert.deepEqual(read('height', 2), ['9.144 m', '40.00 ft', '75.0 %']);
+    assert.deepEqual(read('angle', 3), ['90.00°']);
+    assert.deepEqual(findProportions({ bounds: map, unit: { ...feet, height_metres: null } }).measured, noStretch);
+});

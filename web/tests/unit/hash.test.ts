@@ -1,7 +1,7 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { formatHash, parseHash } from '../../src/app/hash';
-import type { State } from '../../src/app/State';
+import { budgets, type State } from '../../src/app/State';
 
 const state: State = {
     camera: { target: [4000000.123456789, -0.1, 1 / 3], distance: 0.1 + 0.2, azimuth: 214.7, elevation: -89.5, parallel: true },
@@ -42,4 +42,10 @@ test('Hash_WhatIsNotUnderstoodIsLeftOut', () => {
         const { marks, polygon, ...rest } = parseHash(text);
         assert.deepEqual([marks, polygon, rest], [[], [], {}], text);
     }
+});
+
+test('Hash_BudgetsAreThoseOfTheProgramAndTheSlider', () => {
+    for (const [text, budget] of [['1000', 1000], ['10000000', 10_000_000], ['999', undefined], ['10000001', undefined]] as const)
+        assert.equal(parseHash(`#budget=${text}`).budget, budget);
+    assert.deepEqual([budgets.min, budgets.max], [1000, 10_000_000]);
 });

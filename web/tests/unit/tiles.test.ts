@@ -1,5 +1,6 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
+import { ApiError } from '../../src/data/ApiError';
 import { decodeTile, estimateSpacing, headerBytes, pointBytes } from '../../src/tiles/decodeTile';
 import { Heap } from '../../src/tiles/Heap';
 import { selectTiles, type SelectOptions } from '../../src/tiles/selectTiles';
@@ -243,6 +244,23 @@ test('TileLoader_AFailureWaitsBeforeItIsTriedAgain', async () => {
     assert.ok((loader.nextTry(performance.now()) ?? 0) > 0);
     loader.want([rootAddress], performance.now() + 60000);
     assert.equal(asked, 2);
+});
+
+test('TileLoader_WhatIsRefusedIsNotAskedForAgain', async () => {
+    let asked = 0;
+    const loader = new TileLoader(
+        () => {
+            ++asked;
+            return Promise.reject(new ApiError(404, 'there is no such tile'));
+        },
+        () => undefined,
+        () => undefined,
+    );
+    loader.want([rootAddress], performance.now());
+    await new Promise((done) => setTimeout(done, 5));
+    loader.want([rootAddress], performance.now() + 1e9);
+    assert.equal(asked, 1);
+    assert.equal(loader.nextTry(performance.now()), null);
 });
 
 test('TileStore_ForgetsTheLeastRecentlyUsedAndNeverWhatIsDrawn', async () => {

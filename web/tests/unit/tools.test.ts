@@ -11,7 +11,7 @@ import { moveFace } from '../../src/tools/moveFace';
 import { findDrawn, fitAxes } from '../../src/tools/paintProfile';
 import { Gathering, toolKinds } from '../../src/tools/tools';
 
-const proportions: Proportions = { stretch: noStretch, note: '', plan: 'm', height: 'm' };
+const proportions: Proportions = { stretch: noStretch, measured: noStretch, note: '', plan: 'm', height: 'm' };
 
 function makeProfile(points: [number, number][], length = 10, base = 100): ArrayBuffer {
     const buffer = new ArrayBuffer(24 + points.length * 4 * profileWords);
@@ -45,6 +45,14 @@ test('Gathering_EndsWithItsLastPoint', () => {
     assert.equal(distance.canFinish, true);
     distance.removeLast();
     assert.equal(distance.canFinish, false);
+});
+
+test('Gathering_CornersBesideTheCloudAreToldApartByPlace', () => {
+    const polygon = new Gathering(toolKinds.polygon);
+    polygon.add([0, 0, 0], -1);
+    polygon.add([0, 0, 0], -1); // the second click of a double click
+    polygon.add([4, 0, 0], -1);
+    assert.equal(polygon.count, 2);
 });
 
 test('ReadMark_SaysWhatWasMeasured', () => {

@@ -6,7 +6,7 @@ import { formatMeasure, makeTicks, roundDown } from '../../src/math/numbers';
 import { distance, dot, length, unit, type Vec3 } from '../../src/math/vec3';
 import { basisOf, eyeOf, orbit, pan, refocus, zoom, type Camera } from '../../src/view/Camera';
 import { firstDirection, fitView } from '../../src/view/fitView';
-import { View } from '../../src/view/View';
+import { meetHeight, View } from '../../src/view/View';
 
 const far: Vec3 = [4000000.1234, 5500000.4321, 123.45];
 const camera: Camera = { target: far, distance: 200, azimuth: 215, elevation: 35, parallel: false };
@@ -127,4 +127,11 @@ test('FirstDirection_DepthCamerasAsTheySaw', () => {
     assert.equal(firstDirection({ min: [-2, -1.5, 1], max: [1.5, 1.5, 5] }).elevation, -90);
     assert.equal(firstDirection({ min: [0, 0, 290], max: [500, 500, 330] }).elevation, 35);
     assert.equal(firstDirection({ min: [-50, -50, -1], max: [50, 50, 20] }).elevation, 35);
+});
+
+test('MeetHeight_OnTheRayAheadOrNowhere', () => {
+    const ray = { from: [0, 0, 10], direction: [1, 2, -2], tan: 0.001 } as const;
+    assert.deepEqual(meetHeight(ray, 0), [5, 10, 0]);
+    assert.equal(meetHeight(ray, 12), null);
+    assert.equal(meetHeight({ ...ray, direction: [1, 0, 0] }, 0), null);
 });
