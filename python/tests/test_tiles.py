@@ -2,25 +2,19 @@
 
 from __future__ import annotations
 
-import os
-import signal
 import subprocess
 import sys
-import threading
-import time
-from hashlib import sha256
 from pathlib import Path
-from typing import Any, Callable, Iterator
+from typing import Callable
 
 import numpy as np
 import pytest
 from conftest import Array, landscape, write_ply
+from survey import Run, hash_files, sort
 
 import zor4data
 import zor4data.tiles
 from zor4data.tiles import Tiles, TilesError
-
-Run = Callable[..., None]
 
 
 @pytest.fixture(scope="module")
@@ -49,26 +43,6 @@ def whole(folder: Path, run_program: Run) -> zor4data.Cloud:
     """All its points as one cloud, none removed: one tile."""
     run_program("tile", folder / "survey.ply", "-o", folder / "one", "--size", 1000)
     return zor4data.read(folder / "one" / "tile_0_0.cld")
-
-
-@pytest.fixture(scope="module")
-def client() -> Iterator[Any]:
-    """Two workers, each a process."""
-    distributed = pytest.importorskip("distributed")
-    with distributed.LocalCluster(n_workers=2, threads_per_worker=1, dashboard_address=None) as cluster:
-        with distributed.Client(cluster) as made:
-            yield made
-
-
-def sort(xyz: Array) -> Array:
-    """Rows in an order of their own."""
-    ordered: Array = xyz[np.lexsort(xyz.T)]
-    return ordered
-
-
-def hash_files(folder: Path) -> dict[str, str]:
-    """Every file of a folder."""
-    return {path.name: sha256(path.read_bytes()).hexdigest() for path in folder.iterdir()}
 
 
 def count_core(cloud: zor4data.Cloud, core: zor4data.tiles.Core) -> int:
@@ -130,47 +104,12 @@ def test_outline_is_near_that_of_the_whole(cut: Callable[[float], Tiles], whole:
     assert area(cut(60.0).outline(2.0)) == pytest.approx(area(whole.outline(2.0)), rel=0.001)
 
 
-def test_workers_give_the_same_files_as_none(cut: Callable[[float], Tiles], client: Any, tmp_path: Path) -> None:
-    tiles = cut(37.5)
-    tiles.ground(tmp_path / "here")
-    tiles.ground(tmp_path / "there", client)
-    assert hash_files(tmp_path / "here") == hash_files(tmp_path / "there")
-    assert tiles.map(count_core, client) == [tile.points for tile in tiles.tiles]
-    assert tiles.count((10.0, 20.0, 90.0, 33.0), client) == tiles.count((10.0, 20.0, 90.0, 33.0))
-
-
-def test_a_killed_worker_changes_nothing(cut: Callable[[float], Tiles], client: Any, tmp_path: Path) -> None:
-    tiles = cut(37.5)
-    tiles.ground(tmp_path / "here")
-    out = tmp_path / "there"
-    victim = next(iter(client.run(os.getpid).values()))
-    there_then: list[int] = []
-
-    def kill() -> None:
-        while not out.exists() or len(list(out.glob("*.cld"))) < 3:
-            time.sleep(0.002)
-        os.kill(victim, signal.SIGKILL)
-        there_then.append(len(list(out.glob("*.cld"))))
-
-    killer = threading.Thread(target=kill)
-    killer.start()
-    tiles.ground(out, client)
-    killer.join()
-    assert there_then[0] < len(tiles)
-    here, there = hash_files(tmp_path / "here"), hash_files(out)
-    assert here == {name: there[name] for name in there if name.endswith(".cld")}
-
-
-@pytest.mark.parametrize("by_workers", [False, True])
 def test_a_failing_tile_is_told_and_the_others_go_on(
-    cut: Callable[[float], Tiles],
-    request: pytest.FixtureRequest,
-    capfd: pytest.CaptureFixture[str],
-    by_workers: bool,
+    cut: Callable[[float], Tiles], capfd: pytest.CaptureFixture[str]
 ) -> None:
     tiles = cut(60.0)
     with pytest.raises(TilesError, match=r"3 of 9 tiles failed, tile_0_\d.cld first") as failed:
-        tiles.map(refuse_west, request.getfixturevalue("client") if by_workers else None)
+        tiles.map(refuse_west)
     assert sorted(failed.value.failures) == ["tile_0_0.cld", "tile_0_1.cld", "tile_0_2.cld"]
     assert sum(result is not None for result in failed.value.results) == 6
     told = capfd.readouterr().err
@@ -186,9 +125,9 @@ def test_the_command_of_a_failed_tile_repeats_it(
     (out / "tile_1_1.cld").mkdir(parents=True)
     with pytest.raises(TilesError, match="1 of 9 tiles failed"):
         tiles.ground(out)
-    (command,) = (line for line in capfd.readouterr().err.splitlines() if line.startswith("    python3 -c "))
+    (command,) = (line for line in capfd.readouterr().err.splitlines() if line.startswith(f"    {sys.executable} -c "))
     (out / "tile_1_1.cld").rmdir()
-    subprocess.run(command.replace("python3", sys.executable, 1), shell=True, check=True)
+    subprocess.run(command, shell=True, check=True)
     assert len(zor4data.read(out / "tile_1_1.cld")) > 0
     tiles.ground(tmp_path / "again")
     assert hash_files(out) == hash_files(tmp_path / "again")

@@ -3,12 +3,25 @@
 from __future__ import annotations
 
 import uuid
-from typing import Any, Callable, Iterator, Optional, Sequence
+from asyncio import CancelledError
+from typing import Any, Callable, Generator, Optional, Sequence
 
 Outcome = tuple[int, Any, Optional[BaseException]]
 
 #: What of a worker's memory tasks may take by what they declare: beyond that Dask itself begins to act.
 SHARE = 0.6
+#: In place of a worker while there is none: who scales workers by the tasks that wait needs one to begin.
+ANYWHERE = ""
+
+
+def _find_workers(client: Any) -> dict[str, Any]:
+    """All workers of a client, by their addresses: later versions of Dask list five unless asked."""
+    try:
+        info = client.scheduler_info(n_workers=-1)
+    except TypeError:
+        info = client.scheduler_info()
+    workers: dict[str, Any] = info["workers"]
+    return workers
 
 
 class _Load:
@@ -32,7 +45,9 @@ class _Load:
 
         What was given to a worker that is gone runs on another one, nobody knows which: it counts for all.
         """
-        workers = self._client.scheduler_info()["workers"]
+        workers = _find_workers(self._client)
+        if not workers:
+            return None if self._given else ANYWHERE
         lost = [size for worker, size in self._given.values() if worker not in workers]
         best: Optional[tuple[float, str]] = None
         largest = max((facts["memory_limit"] or float("inf") for facts in workers.values()), default=0)
@@ -46,33 +61,51 @@ class _Load:
         return None if best is None else best[1]
 
 
+def _do(task: Callable[[Any], Any], item: Any) -> Any:
+    """What a worker does."""
+    return task(item)
+
+
+def _keep(task: Any) -> Any:
+    """The task as a result, which a worker fetches once, however many of the items it gets."""
+    return task
+
+
+def _wait(future: Any) -> tuple[Any, Optional[BaseException]]:
+    """What came of a task: its result, or what was raised, here with the worker's traceback."""
+    try:
+        return future.result(), None
+    except (Exception, CancelledError) as error:
+        return None, error
+
+
 def run_on(
     client: Any, name: str, task: Callable[[Any], Any], items: Sequence[Any], sizes: Sequence[int]
-) -> Iterator[Outcome]:
+) -> Generator[Outcome, None, None]:
     """Outcomes as they come: the number of the item, and its result or what was raised."""
     from distributed import as_completed
 
-    load, running, numbers = _Load(client), as_completed(), {}
+    if client.asynchronous:
+        raise TypeError("the client is asynchronous: what it is wanted for waits for its results")
+    load, running, numbers = _Load(client), as_completed(loop=client.loop), {}
     waiting = sorted(range(len(items)), key=lambda number: sizes[number])  # the largest is popped first
     run_id = uuid.uuid4().hex[:8]
+    shared = client.submit(_keep, task, key=f"{name}-{run_id}", pure=False) if waiting else None
     try:
         while waiting or len(load):
             worker = load.find_room(sizes[waiting[-1]]) if waiting else None
             if worker is not None:
                 number = waiting.pop()
                 key = f"{name}-{run_id}-{number}"
-                future = client.submit(
-                    task, items[number], key=key, workers=[worker], allow_other_workers=True, pure=False
-                )
+                place = {"workers": [worker], "allow_other_workers": True} if worker else {}
+                future = client.submit(_do, shared, items[number], key=key, pure=False, **place)
                 numbers[future] = number
                 load.put(future, worker, sizes[number])
                 running.add(future)
-            elif len(load):
+            else:
                 future = next(running)
                 load.drop(future)
-                error = future.exception()
-                yield numbers.pop(future), None if error is not None else future.result(), error
-            else:
-                client.wait_for_workers(1)
+                result, error = _wait(future)
+                yield numbers.pop(future), result, error
     finally:
-        client.cancel(list(numbers))
+        client.cancel([*numbers, shared] if shared is not None else [])

@@ -2,13 +2,14 @@
 
 from __future__ import annotations
 
-import sys
+from contextlib import closing
 from dataclasses import dataclass
-from typing import Any, Callable, Iterator, Optional, Sequence
+from typing import Any, Callable, Generator, Optional, Sequence
 
 from .._errors import Error
 from ._client import run_on
 from ._manifest import Tile
+from ._progress import Progress
 
 Outcome = tuple[int, Any, Optional[BaseException]]
 
@@ -53,27 +54,13 @@ class Job:
     memory: Callable[[Tile], int]
 
 
-def _run_here(job: Job, tiles: Sequence[Tile]) -> Iterator[Outcome]:
+def _run_here(job: Job, tiles: Sequence[Tile]) -> Generator[Outcome, None, None]:
     """One tile after the other."""
     for number, tile in enumerate(tiles):
         try:
             yield number, job.task(tile), None
         except Exception as error:
             yield number, None, error
-
-
-def _tell_progress(job: Job, done: int, count: int, failed: int) -> None:
-    """A line on a terminal, written over and over."""
-    if sys.stderr.isatty():
-        tail = f", {failed} failed" if failed else ""
-        end = "\n" if done == count else ""
-        print(f"\r{job.name}: {done} of {count} tiles{tail}", end=end, file=sys.stderr, flush=True)
-
-
-def _tell_failure(job: Job, tile: Tile, error: BaseException) -> None:
-    """What failed, and how it is done again."""
-    start = "\n" if sys.stderr.isatty() else ""
-    print(f"{start}{job.name}: {tile.file} failed: {error!r}\n    {job.repeat(tile)}", file=sys.stderr, flush=True)
 
 
 def run(job: Job, tiles: Sequence[Tile], client: Any, manifest: str) -> list[Any]:
@@ -88,12 +75,14 @@ def run(job: Job, tiles: Sequence[Tile], client: Any, manifest: str) -> list[Any
     failures: dict[str, BaseException] = {}
     sizes = [job.memory(tile) for tile in tiles]
     outcomes = _run_here(job, tiles) if client is None else run_on(client, job.name, job.task, tiles, sizes)
-    for done, (number, result, error) in enumerate(outcomes, 1):
-        results[number] = result
-        if error is not None:
-            failures[tiles[number].file] = error
-            _tell_failure(job, tiles[number], error)
-        _tell_progress(job, done, len(tiles), len(failures))
+    with closing(outcomes), Progress(job.name, len(tiles), client) as progress:
+        for number, result, error in outcomes:
+            tile, told = tiles[number], None
+            results[number] = result
+            if error is not None:
+                failures[tile.file] = error
+                told = f"{job.name}: {tile.file} failed: {error!r}\n    {job.repeat(tile)}"
+            progress.add(told)
     if failures:
         first, error = next(iter(failures.items()))
         cause = f"{job.name}: {len(failures)} of {len(tiles)} tiles failed, {first} first: {error!r}"

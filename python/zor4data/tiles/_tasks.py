@@ -71,8 +71,10 @@ class Write(Task):
 class Ground(Write):
     """The ground."""
 
+    unit_scale: float
+
     def choose(self, cloud: Cloud, core: Core) -> NDArray[np.bool_]:
-        return cloud.ground_mask()
+        return cloud.ground_mask(unit_scale=self.unit_scale)
 
 
 @dataclass(frozen=True)
@@ -99,11 +101,19 @@ class Find(Task):
 
 
 @dataclass(frozen=True)
-class Count(Find):
-    """How many they are."""
+class Count(Task):
+    """How many points of the core lie in a rectangle, by their coordinates alone.
 
-    def __call__(self, tile: Tile) -> int:  # type: ignore[override]
-        return len(super().__call__(tile))
+    A cloud's own query compares in whole steps, and by the cubes of its octree: of points on an edge it may leave some.
+    """
+
+    rect: tuple[float, float, float, float]
+
+    def __call__(self, tile: Tile) -> int:
+        cloud = self.load(tile)
+        x, y, _ = cloud.xyz(tile.core.mask(cloud)).T
+        xmin, ymin, xmax, ymax = self.rect
+        return int(((xmin <= x) & (x <= xmax) & (ymin <= y) & (y <= ymax)).sum())
 
 
 @dataclass(frozen=True)

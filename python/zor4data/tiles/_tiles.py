@@ -4,9 +4,8 @@ from __future__ import annotations
 
 import math
 import os
-import shlex
 from pathlib import Path
-from typing import Any, Iterable, Optional, Union
+from typing import Any, Callable, Iterable, Optional, Union
 
 import numpy as np
 from numpy.typing import NDArray
@@ -14,17 +13,24 @@ from numpy.typing import NDArray
 from .._cloud import COLOR_POINT, POINT
 from .._facts import PathLike, bytes_of_path
 from .._make import from_arrays
-from .._numbers import read_number
+from .._numbers import read_bound, read_number
 from .._outline import Outline
 from .._polygons import read_polygons
 from .._query import Query
+from .._unit import read_scale
 from ._manifest import MANIFEST, Manifest, Tile, read_manifest
 from ._parts import Parts, Points
+from ._repeat import write_command, write_map_command
 from ._run import Job, run
 from ._tasks import Count, Find, Function, Ground, Map, Share, Task, Thin, Write
+from ._tidy import remove_abandoned
 
-#: Buffer that makes the ground exact: 3 + 5 + 9 + 17 + 33, the windows of the filter.
+Repeat = Callable[[Tile], str]
+
+#: Metres of buffer that make the ground exact: 3 + 5 + 9 + 17 + 33, the windows of the filter.
 GROUND_BUFFER = 67.0
+#: The step of coordinates: cubes that are smaller would each hold one place.
+LEAST_SPACING = 0.0001
 #: Points that an outline is made of at most: of more, a share.
 MAX_OUTLINE = 10_000_000
 #: Bytes a task takes: of its own, and a point.
@@ -113,11 +119,14 @@ class Tiles:
         reach = None if buffer is None else read_number(buffer, "buffer")
         if reach is not None and not 0.0 <= reach <= self.buffer:
             raise ValueError(f"buffer is {buffer}: the tiles were cut with {self.buffer:g}")
-        name = getattr(function, "__qualname__", repr(function))
-        call = f"map({name})" if reach is None else f"map({name}, buffer={reach!r})"
-        return self._run("map", Map(self.folder, function, reach), call, self._tiles, client)
+        arguments = "" if reach is None else f", buffer={reach!r}"
 
-    def ground(self, out: PathLike, client: Any = None) -> Parts:
+        def repeat(tile: Tile) -> str:
+            return write_map_command(self.folder, tile.file, function, arguments)
+
+        return self._run("map", Map(self.folder, function, reach), repeat, self._tiles, client)
+
+    def ground(self, out: PathLike, client: Any = None, *, unit_scale: Optional[float] = None) -> Parts:
         """The ground of each core as a native file of the tile's name: what the whole survey would keep there.
 
         Parameters
@@ -125,6 +134,9 @@ class Tiles:
         out : str, bytes or os.PathLike
             A folder, another one than that of the tiles. Made where it is missing.
         client : distributed.Client, optional
+        unit_scale : float, optional
+            How many metres a coordinate unit is, as for `zor4data.Cloud.ground`. By default what the files state of x
+            and y, else 1.
 
         Returns
         -------
@@ -133,14 +145,19 @@ class Tiles:
         Raises
         ------
         ValueError
-            Where the buffer is below the 67 units that make it exact, or a unit is not a metre.
+            Where the buffer is below the 67 metres that make it exact.
         """
-        if self._manifest.metres_per_unit not in (None, 1.0):
-            again = f"zorcld tile {shlex.quote(str(self.folder))} --print-commands ground"
-            raise ValueError(f"the units are not metres, which the windows are in: {again}")
-        if self.buffer < GROUND_BUFFER:
-            raise ValueError(f"the tiles were cut with a buffer of {self.buffer:g}: the ground needs {GROUND_BUFFER:g}")
-        return self._write("ground", Ground(self.folder, self._make_out(out)), client)
+        scale = self._manifest.metres_per_unit or 1.0
+        if unit_scale is not None:
+            scale = read_scale(unit_scale, None)[0]
+        needed = GROUND_BUFFER / scale
+        if self.buffer < needed * (1.0 - 1e-12):
+            raise ValueError(
+                f"the tiles were cut with a buffer of {self.buffer:g}: the ground needs {needed:g}"
+                + (f", {GROUND_BUFFER:g} metres" if scale != 1.0 else "")
+            )
+        arguments = [] if unit_scale is None else [f"unit_scale={scale!r}"]
+        return self._write("ground", Ground(self.folder, self._make_out(out), scale), client, arguments)
 
     def thin(self, spacing: float, out: PathLike, client: Any = None) -> Parts:
         """One point for each cube of a grid of its own, as native files: the same points for any tiling.
@@ -148,8 +165,8 @@ class Tiles:
         Parameters
         ----------
         spacing : float
-            Size of the cubes, coordinate units, at most the buffer. They count from 0 of the coordinates; the point
-            nearest the middle stays.
+            Size of the cubes, coordinate units, from 1/10000 to the buffer. They count from 0 of the coordinates; the
+            point nearest the middle stays.
         out, client
             As for `ground`.
 
@@ -158,23 +175,28 @@ class Tiles:
         Parts
         """
         size = read_number(spacing, "spacing")
-        if not 0.0 < size <= self.buffer:
-            raise ValueError(f"spacing is {spacing}: it must be above 0, and at most the buffer, {self.buffer:g}")
-        return self._write("thin", Thin(self.folder, self._make_out(out), size), client, size)
+        if not LEAST_SPACING <= size <= self.buffer:
+            raise ValueError(
+                f"spacing is {spacing}: it must be at least {LEAST_SPACING}, and at most the buffer, {self.buffer:g}"
+            )
+        return self._write("thin", Thin(self.folder, self._make_out(out), size), client, [f"spacing={size!r}"])
 
     def count(self, rect: Optional[tuple[float, float, float, float]] = None, client: Any = None) -> int:
         """How many points there are, or in a rectangle xmin, ymin, xmax, ymax, its edges included.
+
+        Points are judged by their coordinates alone, as by ``zorcld count``; `zor4data.Cloud.rect` compares in whole
+        steps of 1/10000, so that it may differ in points on an edge.
 
         Only tiles that the edges cut are opened.
         """
         if rect is None:
             return sum(tile.points for tile in self._tiles)
-        xmin, ymin, xmax, ymax = (read_number(value, "rect") for value in rect)
+        xmin, ymin, xmax, ymax = (read_bound(value, "rect") for value in rect)
         edges = xmin, ymin, xmax, ymax
         whole = sum(tile.points for tile in self._tiles if tile.lies_in(*edges))
         cut = tuple(tile for tile in self._tiles if tile.touches(*edges) and not tile.lies_in(*edges))
-        task = Count(self.folder, Query.rect(*edges))
-        counts: list[int] = self._run("count", task, f"count({edges!r})", cut, client)
+        repeat = self._repeat(f"count({edges!r})")
+        counts: list[int] = self._run("count", Count(self.folder, edges), repeat, cut, client)
         return whole + sum(counts)
 
     def inside(self, polygons: Any, client: Any = None) -> Points:
@@ -185,8 +207,10 @@ class Tiles:
         parts = [(ring, *holes) for ring, holes in read_polygons(polygons) if len(ring)]
         boxes = [(*part[0].min(axis=0), *part[0].max(axis=0)) for part in parts]
         near = tuple(tile for tile in self._tiles if any(tile.touches(*box) for box in boxes))
-        shape = {"type": "MultiPolygon", "coordinates": [[ring.tolist() for ring in part] for part in parts]}
-        found = self._run("inside", Find(self.folder, Query.inside(shape)), f"inside({shape!r})", near, client)
+        rings = [[ring.tolist() for ring in part] for part in parts]
+        shape = {"type": "MultiPolygon", "coordinates": rings}
+        repeat = self._repeat(f"inside({shape!r})")
+        found = self._run("inside", Find(self.folder, Query.inside(shape)), repeat, near, client)
         return Points(self._join(found), self._manifest.origin)
 
     def outline(self, distance: float, client: Any = None) -> Outline:
@@ -195,10 +219,14 @@ class Tiles:
         Points are gathered in one cloud, at most ten million: of more, an even share of each tile. Where they lie alike
         their order decides where it goes, so that it may differ a little from that of one cloud.
         """
+        reach = read_number(distance, "distance")
+        if not reach > 0.0:
+            raise ValueError(f"distance is {distance}: it must be above 0")
         step = max(1, math.ceil(self.count() / MAX_OUTLINE))
-        records = self._run("outline", Share(self.folder, step), f"outline({distance!r})", self._tiles, client)
+        repeat = self._repeat(f"outline({reach!r})")
+        records = self._run("outline", Share(self.folder, step), repeat, self._tiles, client)
         origin = self._manifest.origin
-        return from_arrays(Points(self._join(records), origin).xyz(), origin=origin).outline(distance)
+        return from_arrays(Points(self._join(records), origin).xyz(), origin=origin).outline(reach)
 
     # --- how it is done --------------------------------------------------------------------------
 
@@ -214,21 +242,20 @@ class Tiles:
         folder.mkdir(parents=True, exist_ok=True)
         return folder
 
-    def _repeat(self, call: str, tile: Tile) -> str:
-        """The command that does a tile again."""
-        code = f"import zor4data.tiles as t; t.open({str(self.folder)!r}).only({tile.file!r}).{call}"
-        return f"python3 -c {shlex.quote(code)}"
+    def _repeat(self, call: str) -> Repeat:
+        """The command that does a tile again, by a method and its arguments."""
+        return lambda tile: write_command(self.folder, tile.file, call)
 
-    def _write(self, name: str, task: Write, client: Any, *args: object) -> Parts:
-        call = f"{name}({', '.join(map(repr, (*args, str(task.out))))})"
-        counts = self._run(name, task, call, self._tiles, client)
-        return Parts(task.out, tuple(tile.file for tile in self._tiles), tuple(counts))
+    def _write(self, name: str, task: Write, client: Any, arguments: list[str]) -> Parts:
+        files = tuple(tile.file for tile in self._tiles)
+        remove_abandoned(task.out, files)
+        try:
+            repeat = self._repeat(f"{name}({', '.join([*arguments, f'out={str(task.out)!r}'])})")
+            counts = self._run(name, task, repeat, self._tiles, client)
+        finally:
+            remove_abandoned(task.out, files)
+        return Parts(task.out, files, tuple(counts))
 
-    def _run(self, name: str, task: Task, call: str, tiles: tuple[Tile, ...], client: Any) -> list[Any]:
-        job = Job(
-            name,
-            task,
-            lambda tile: self._repeat(call, tile),
-            lambda tile: TASK_BYTES + POINT_BYTES * (tile.points + tile.buffer_points),
-        )
+    def _run(self, name: str, task: Task, repeat: Repeat, tiles: tuple[Tile, ...], client: Any) -> list[Any]:
+        job = Job(name, task, repeat, lambda tile: TASK_BYTES + POINT_BYTES * (tile.points + tile.buffer_points))
         return run(job, tiles, client, str(self.folder / MANIFEST))
