@@ -2,9 +2,9 @@
 
 #include <formats/Compact.h>
 #include <host/output/CFailure.h>
-#include <host/query/FilterGround.h>
 #include <host/query/ParseNumbers.h>
 #include <zor4data/CPntArrays.h>
+#include <zor4data/KeepPnts.h>
 
 #include <algorithm>
 #include <array>
@@ -48,12 +48,12 @@ std::vector<bool> ChooseInCore(const CPntCld& cloud, const zor::geom::RECT_2D& c
 void CutToCore(CPntCld& cloud, const zor::geom::RECT_2D& core)
 {
     const std::vector<bool> vecInside = ChooseInCore(cloud, core);
-    std::vector<int> vecOthers;
+    std::vector<int> vecCore;
     for (std::size_t i = 0; i < vecInside.size(); ++i)
-        if (!vecInside[i])
-            vecOthers.push_back(static_cast<int>(i));
-    if (!vecOthers.empty())
-        RemovePnts(cloud, vecOthers);
+        if (vecInside[i])
+            vecCore.push_back(static_cast<int>(i));
+    if (vecCore.size() < vecInside.size())
+        KeepPnts(cloud, vecCore);
 }
 
 } // namespace zorcld
