@@ -14,6 +14,7 @@
 #include <host/tile/CTileWork.h>
 #include <host/tile/HashFile.h>
 #include <host/tile/OpenTileSource.h>
+#include <host/tile/ReadAhead.h>
 
 #include <fmt/format.h>
 
@@ -35,6 +36,13 @@ bool IsThere(const std::string& sPath, std::int64_t nNumBytes)
 {
     std::error_code error;
     return static_cast<std::int64_t>(fs::file_size(sPath, error)) == nNumBytes && !error;
+}
+
+void KeepHighBytes(std::vector<CTilePnt>& vecPnts)
+{
+    for (CTilePnt& pnt : vecPnts)
+        for (std::uint16_t& nColor : pnt.anColor)
+            nColor = static_cast<std::uint16_t>(nColor >> 8U);
 }
 
 /// One run of `zorcld tile`.
@@ -196,16 +204,17 @@ private:
         progress.Start();
         std::int64_t nNum = 0;
         const std::int64_t nNumAll = std::max<std::int64_t>(planned.file.nNumPnts, 1);
-        pSource->ForEach(
-            m_plan.origin,
-            [&](CTilePnt pnt)
-            {
-                progress.SetPos(static_cast<int>(std::min<std::int64_t>(nNum++ * 100 / nNumAll, 100)));
-                if (planned.bDeepColor)
-                    for (std::uint16_t& nColor : pnt.anColor)
-                        nColor = static_cast<std::uint16_t>(nColor >> 8U);
-                table.ForEachTileOf(pnt, [&](std::size_t nTile, bool) { spool.Add(nTile, pnt); });
-            });
+        ReadAhead(*pSource, m_plan.origin,
+                  [&](std::vector<CTilePnt>& vecPnts)
+                  {
+                      nNum += static_cast<std::int64_t>(vecPnts.size());
+                      progress.SetPos(static_cast<int>(std::min<std::int64_t>(nNum * 100 / nNumAll, 100)));
+                      if (planned.bDeepColor)
+                          KeepHighBytes(vecPnts);
+                      table.ForEachRun(
+                          vecPnts, [&](const CTileTable::CZone& zone, std::size_t nFirst, std::size_t nCount)
+                          { spool.Add(zone, vecPnts.data() + nFirst, nCount); });
+                  });
         progress.Stop();
         if (nNum != planned.file.nNumPnts)
             throw CFailure(input.sPath, "it was changed while it was read");
