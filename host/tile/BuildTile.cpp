@@ -116,7 +116,7 @@ CTileEntry BuildTile(const CTilePlan& plan, const CTileCount& tile, const std::s
         CPntCld cloud(&colors);
         MakeCloud(cloud, plan, tile, sPntsPath);
         LookAtCore(cloud, plan, entry);
-        SaveCloud(cloud, sPath);
+        SaveCloudOnly(cloud, sPath);
     }
     catch (const std::bad_alloc&)
     {

@@ -7,7 +7,7 @@
 #include <host/output/CFailure.h>
 #include <host/output/CProgressBar.h>
 #include <host/output/GetFileName.h>
-#include <host/tile/BuildTile.h>
+#include <host/tile/BuildTiles.h>
 #include <host/tile/CSpool.h>
 #include <host/tile/CTilePlan.h>
 #include <host/tile/CTileTable.h>
@@ -23,6 +23,10 @@
 #include <map>
 #include <memory>
 #include <optional>
+
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 namespace zorcld
 {
@@ -224,15 +228,17 @@ private:
     {
         CProgressBar progress(m_console, "building tiles");
         progress.Start();
-        for (std::size_t i = 0; i < vecTiles.size(); ++i)
-        {
-            progress.SetPos(static_cast<int>(i * 100 / vecTiles.size()));
-            const CTileEntry entry = BuildTile(m_plan, vecTiles[i], GetPntsPath(vecTiles[i]), m_sFolder);
-            m_work.AddDone(entry);
-            m_mapDone.emplace(entry.cell, entry);
-            std::error_code error;
-            fs::remove(GetPntsPath(vecTiles[i]), error);
-        }
+        std::size_t nNumBuilt = 0;
+        BuildTiles(
+            m_plan, vecTiles, m_sFolder, [this](const CTileCount& tile) { return GetPntsPath(tile); },
+            [&](const CTileEntry& entry, std::size_t i)
+            {
+                m_work.AddDone(entry);
+                m_mapDone.emplace(entry.cell, entry);
+                std::error_code error;
+                fs::remove(GetPntsPath(vecTiles[i]), error);
+                progress.SetPos(static_cast<int>(++nNumBuilt * 100 / vecTiles.size()));
+            });
         progress.Stop();
     }
 
@@ -277,6 +283,10 @@ private:
 CMadeTiles MakeTiles(const std::vector<CInputOptions>& vecInputs, const CTileOptions& options,
                      const std::string& sFolder, const CConsole& console)
 {
+#ifdef __GLIBC__
+    // Else each thread reserves 64 MB of addresses, which a limit for them counts.
+    static_cast<void>(mallopt(M_ARENA_MAX, 1));
+#endif
     return CTileMaker(vecInputs, options, sFolder, console).Make();
 }
 
