@@ -55,7 +55,8 @@ public:
     virtual std::vector<CLeftOut> GetLeftOut() const { return {}; }
 
 protected:
-    /// @return how many points of so many bytes are to be read at once: few enough to stay near the processor.
+    /// @return how many points of so many bytes are to be read at once: few enough to stay near the
+    /// processor.
     static std::size_t CalcNumAtOnce(std::size_t nPntSize);
 };
 

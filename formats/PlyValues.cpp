@@ -31,8 +31,8 @@ void WithPlyNumber(const CPlyType& type, const TFn& fn)
 double LoadPlyValue(const CPlyType& type, const unsigned char* pBytes)
 {
     double d = 0.0;
-    WithPlyNumber(type, [&](auto number)
-                  { d = static_cast<double>(LittleEndian::Get<decltype(number)>(pBytes)); });
+    WithPlyNumber(type,
+                  [&](auto number) { d = static_cast<double>(LittleEndian::Get<decltype(number)>(pBytes)); });
     return d;
 }
 
@@ -72,7 +72,8 @@ void TakePlyColumn(const CPlyColumn& column, const unsigned char* pItems, std::s
                           if constexpr (std::is_same_v<TNumber, std::uint8_t>)
                               pPnts[i].*channel = value;
                           else
-                              pPnts[i].*channel = PlyColorFromValue(static_cast<double>(value), *column.pType);
+                              pPnts[i].*channel =
+                                  PlyColorFromValue(static_cast<double>(value), *column.pType);
                       }
                   });
 }

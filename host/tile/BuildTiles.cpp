@@ -1,6 +1,7 @@
 #include <host/tile/BuildTiles.h>
 
 #include <host/tile/BuildTile.h>
+#include <host/tile/FindMemory.h>
 
 #include <algorithm>
 #include <exception>
@@ -8,24 +9,11 @@
 #include <system_error>
 #include <thread>
 
-#include <sys/resource.h>
-#include <unistd.h>
-
 namespace zorcld
 {
 
 namespace
 {
-
-/// Bytes that this program may count on.
-double FindMemory()
-{
-    double dBytes = static_cast<double>(sysconf(_SC_PHYS_PAGES)) * static_cast<double>(sysconf(_SC_PAGESIZE));
-    struct rlimit limit = {};
-    if (getrlimit(RLIMIT_AS, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY)
-        dBytes = std::min(dBytes, static_cast<double>(limit.rlim_cur));
-    return dBytes;
-}
 
 bool IsRoomForTwo(const std::vector<CTileCount>& vecTiles)
 {
@@ -94,10 +82,12 @@ void BuildTiles(const CTilePlan& plan, const std::vector<CTileCount>& vecTiles, 
     const auto work = [&]
     {
         queue.Work([&](std::size_t i)
-                   { return BuildTile(plan, vecTiles[i], getPntsPath(vecTiles[i]), sFolder); }, onBuilt);
+                   { return BuildTile(plan, vecTiles[i], getPntsPath(vecTiles[i]), sFolder); },
+                   onBuilt);
     };
     std::thread other;
-    if (vecTiles.size() > 1 && std::thread::hardware_concurrency() > 1 && IsRoomForTwo(vecTiles))
+    if (vecTiles.size() > 1 && !IsMemoryLimited() && std::thread::hardware_concurrency() > 1 &&
+        IsRoomForTwo(vecTiles))
         try
         {
             other = std::thread(work);

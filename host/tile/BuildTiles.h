@@ -11,10 +11,11 @@
 namespace zorcld
 {
 
-/// Builds tiles (BuildTile), two at once where a quarter of the memory that there is, or that this program may
-/// use, is more than they take.
+/// Builds tiles (BuildTile), two at once where they take less than a quarter of the machine's memory, and no
+/// limit is set.
 /// @param getPntsPath  where the points of a tile wait.
-/// @param onBuilt      gets each tile and its position in `vecTiles`, in the order in which they are done; one
+/// @param onBuilt      gets each tile and its position in `vecTiles`, in the order in which they are done;
+/// one
 ///                     call at a time, on any thread.
 /// @throws CFailure; of tiles that were under way the others are done first.
 void BuildTiles(const CTilePlan& plan, const std::vector<CTileCount>& vecTiles, const std::string& sFolder,

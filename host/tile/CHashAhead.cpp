@@ -1,5 +1,6 @@
 #include <host/tile/CHashAhead.h>
 
+#include <host/tile/FindMemory.h>
 #include <host/tile/HashFile.h>
 
 #include <system_error>
@@ -21,6 +22,8 @@ CHashAhead::CHashAhead(std::string sPath) : m_sPath(std::move(sPath))
             m_pFailed = std::current_exception();
         }
     };
+    if (IsMemoryLimited())
+        return; // Get does it
     try
     {
         m_thread = std::thread(hash);

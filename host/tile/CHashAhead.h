@@ -26,7 +26,7 @@ private:
     std::string m_sHash;
     std::exception_ptr m_pFailed;
     std::atomic<bool> m_bStop{false};
-    std::thread m_thread; // none where the system has none to give
+    std::thread m_thread; // none where the system has none to give, or memory is limited
 };
 
 } // namespace zorcld

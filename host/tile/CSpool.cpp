@@ -4,6 +4,7 @@
 #include <formats/LittleEndian.h>
 #include <formats/NativeFormat.h>
 #include <host/output/CFailure.h>
+#include <host/tile/FindMemory.h>
 
 #include <algorithm>
 #include <array>
@@ -18,15 +19,21 @@ namespace zorcld
 namespace
 {
 
-constexpr std::size_t c_nMaxBytes = std::size_t{24} << 20U; // in memory at once
+/// Bytes in memory at once.
+std::size_t CalcMaxBytes()
+{
+    constexpr double c_dMost = 24.0 * 1048576.0;
+    constexpr double c_dShare = 0.1;
+    return static_cast<std::size_t>(std::min(c_dMost, c_dShare * FindMemory()));
+}
 
 /// As much for each tile as there is for all, but not so little that writing takes long, and not more than
 /// makes it any faster.
-std::size_t CalcPieceSize(std::size_t nNumTiles)
+std::size_t CalcPieceSize(std::size_t nMaxBytes, std::size_t nNumTiles)
 {
     constexpr std::size_t c_nLeast = std::size_t{4} << 10U;
     constexpr std::size_t c_nMost = std::size_t{512} << 10U;
-    return std::clamp(c_nMaxBytes / std::max<std::size_t>(nNumTiles, 1), c_nLeast, c_nMost);
+    return std::clamp(nMaxBytes / std::max<std::size_t>(nNumTiles, 1), c_nLeast, c_nMost);
 }
 
 std::size_t GetPntSize(const CTilePlan& plan)
@@ -38,7 +45,8 @@ std::size_t GetPntSize(const CTilePlan& plan)
 
 CSpool::CSpool(std::string sFolder, const CTilePlan& plan, const std::vector<CTileCount>& vecTiles)
     : m_sFolder(std::move(sFolder)), m_plan(plan), m_vecTiles(vecTiles), m_nPntSize(GetPntSize(plan)),
-      m_nPieceSize(CalcPieceSize(vecTiles.size())), m_vecPieces(vecTiles.size())
+      m_nMaxBytes(CalcMaxBytes()), m_nPieceSize(CalcPieceSize(m_nMaxBytes, vecTiles.size())),
+      m_vecPieces(vecTiles.size())
 {
 }
 
@@ -107,7 +115,7 @@ void CSpool::Reserve(CPiece& piece)
 {
     if (piece.vecBytes.capacity() > 0)
         return;
-    if ((m_nNumReserved + 1) * m_nPieceSize > c_nMaxBytes)
+    if ((m_nNumReserved + 1) * m_nPieceSize > m_nMaxBytes)
         WriteAll();
     piece.vecBytes.reserve(m_nPieceSize);
     ++m_nNumReserved;

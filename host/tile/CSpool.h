@@ -48,6 +48,7 @@ private:
     const CTilePlan& m_plan;
     const std::vector<CTileCount>& m_vecTiles;
     std::size_t m_nPntSize;
+    std::size_t m_nMaxBytes;
     std::size_t m_nPieceSize;
     std::vector<CPiece> m_vecPieces;
     std::size_t m_nNumReserved = 0; // pieces that have memory

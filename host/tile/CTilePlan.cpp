@@ -41,7 +41,7 @@ public:
     CTilePlan Make()
     {
         FindCommon();
-        const CTileGrid grid(m_plan.options.dSize, m_plan.options.dBuffer, m_plan.origin);
+        const CTileGrid grid = m_plan.MakeGrid();
         CTileTable table(grid);
         for (const CInputOptions& input : m_vecInputs)
             CountFile(input, table);
@@ -72,11 +72,11 @@ private:
                 sWithout = input.sPath;
             m_bAnyColor = m_bAnyColor || pSource->HasColor();
             if (&input == &m_vecInputs.front())
-                m_plan.dPlanMetres = pSource->GetPlanMetres();
-            bSameUnit = bSameUnit && m_plan.dPlanMetres == pSource->GetPlanMetres();
+                m_plan.units = pSource->GetUnits();
+            bSameUnit = bSameUnit && m_plan.units == pSource->GetUnits();
         }
         if (!bSameUnit)
-            m_plan.dPlanMetres = 0.0;
+            m_plan.units = {};
         if (m_bAnyColor && !m_plan.bColor)
             m_console.Note(fmt::format("{}: has no colours, so the tiles have none", sWithout));
         if (!origin)

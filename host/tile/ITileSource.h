@@ -27,8 +27,8 @@ public:
     /// @return points that the file announces; -1: it does not say.
     virtual std::int64_t GetNumAnnounced() const = 0;
 
-    /// @return size of a unit of x and y; 0: the file does not say.
-    virtual double GetPlanMetres() const = 0;
+    /// What the file says of its units.
+    virtual CTileUnits GetUnits() const = 0;
 
     /// @return the origin of a native file, of another one its first point with numbers for coordinates;
     ///         none: there is no point. May read the file.

@@ -191,7 +191,7 @@ private:
     void HandOut(const std::vector<CTileCount>& vecTiles)
     {
         m_work.ClearPnts();
-        const CTileGrid grid(m_options.dSize, m_options.dBuffer, m_plan.origin);
+        const CTileGrid grid = m_plan.MakeGrid();
         CTileTable table(grid, vecTiles);
         CSpool spool(m_work.GetPntsFolder(), m_plan, vecTiles);
         for (std::size_t i = 0; i < m_vecInputs.size(); ++i)
@@ -246,10 +246,10 @@ private:
     {
         CManifest manifest;
         manifest.options = m_options;
-        manifest.dMargin = CTileGrid(m_options.dSize, m_options.dBuffer, m_plan.origin).GetMargin();
+        manifest.dMargin = m_plan.MakeGrid().GetMargin();
         manifest.origin = m_plan.origin;
         manifest.bColor = m_plan.bColor;
-        manifest.dPlanMetres = m_plan.dPlanMetres;
+        manifest.units = m_plan.units;
         const auto place = [&](const std::array<std::int32_t, 3>& anSteps, std::size_t k)
         { return CoordFromCompact(anSteps[k], m_plan.origin[k]); };
         manifest.box = {place(m_plan.anMin, 0), place(m_plan.anMin, 1), place(m_plan.anMin, 2),

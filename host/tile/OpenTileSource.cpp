@@ -40,10 +40,12 @@ public:
 
     std::int64_t GetNumAnnounced() const override { return m_pSource->GetNumAnnounced(); }
 
-    double GetPlanMetres() const override
+    CTileUnits GetUnits() const override
     {
         const CCoordSystem& coords = m_pFile->GetFacts().coords;
-        return coords.plan.bAngle ? 0.0 : coords.GetPlanMetres();
+        if (coords.plan.bAngle)
+            return {0.0, 0.0, true};
+        return {coords.GetPlanMetres(), coords.GetHeightMetres(), false};
     }
 
     std::optional<TOrigin> FindOrigin() override

@@ -1,5 +1,7 @@
 #include <host/tile/ReadAhead.h>
 
+#include <host/tile/FindMemory.h>
+
 #include <condition_variable>
 #include <deque>
 #include <exception>
@@ -124,6 +126,8 @@ private:
 
 void ReadAhead(ITileSource& source, const TOrigin& origin, const ITileSource::TOnPnts& onPnts)
 {
+    if (IsMemoryLimited())
+        return source.ForEach(origin, onPnts);
     CReadBlocks blocks;
     std::optional<CReadingThread> thread;
     try
