@@ -14,7 +14,6 @@
 #include <host/output/FormatCount.h>
 #include <host/output/GetExtension.h>
 #include <host/output/GetFileName.h>
-#include <host/output/NumberInRange.h>
 #include <host/output/PrintMessage.h>
 #include <host/output/RefuseSameFile.h>
 #include <host/output/UnitSymbol.h>
@@ -25,6 +24,7 @@
 #include <host/query/CutToCore.h>
 #include <host/query/FilterGround.h>
 #include <host/query/GroundFindings.h>
+#include <host/query/ParseNumbers.h>
 #include <host/query/Query.h>
 #include <host/query/WritePnts.h>
 #include <zor4data/CPntCld.h>
@@ -50,7 +50,7 @@ struct COptions
     std::string sOutPath;
     std::string sPicturePath;
     CPictureOptions picture;
-    double dUnitScale = 0.0; // metres; 0: not given
+    std::string sUnitScale; // metres; empty: not given
     bool bForce = false;
     std::string sCore;
 };
@@ -79,12 +79,24 @@ std::string FormatUnit(const CCoordUnit& unit)
     return unit.dSize == 1.0 ? sName : fmt::format("{} ({:.6g} m)", sName, unit.dSize);
 }
 
+/// One number for all coordinates, or one for x and y, one for heights.
+/// @throws CUsageError
+CGroundScale ParseUnitScale(const std::string& sScale)
+{
+    const bool bTwo = sScale.find(',') != std::string::npos;
+    const std::vector<double> vecMetres = ParseNumbers(sScale, ',', bTwo ? 2 : 1, "--unit-scale");
+    for (const double d : vecMetres)
+        if (!(d >= 1e-6 && d <= 1e6))
+            throw CUsageError(fmt::format("--unit-scale: {:g} is not between 1e-06 and 1e+06", d));
+    return {vecMetres.front(), vecMetres.back()};
+}
+
 /// What --unit-scale gives, or else what the file states.
 /// @throws CFailure for degrees.
 CGroundScale ChooseGroundScale(const COptions& options, const CCoordSystem& coords, const CConsole& console)
 {
-    if (options.dUnitScale > 0.0)
-        return {options.dUnitScale, options.dUnitScale};
+    if (!options.sUnitScale.empty())
+        return ParseUnitScale(options.sUnitScale);
     const CGroundScale scale = FindGroundScale(coords, options.input.sPath);
     if (scale.IsOne())
         return scale;
@@ -133,6 +145,8 @@ void CheckOutPaths(const COptions& options)
         CheckExtension(options.sPicturePath, "--picture", ".png");
     if (!options.sCore.empty())
         static_cast<void>(ParseCore(options.sCore));
+    if (!options.sUnitScale.empty())
+        static_cast<void>(ParseUnitScale(options.sUnitScale));
     RefuseSameFile(options.input.sPath, sPath, "--output", options.bForce);
     RefuseSameFile(options.input.sPath, options.sPicturePath, "--picture", options.bForce);
 }
@@ -242,10 +256,11 @@ void AddGroundCommand(CLI::App& app, const CConsole& console)
     AddForceFlag(*pCommand, pOptions->bForce);
     AddPictureOptions(*pCommand, pOptions->picture);
     pCommand
-        ->add_option("--unit-scale", pOptions->dUnitScale,
-                     "How many metres a coordinate unit is; by default what a LAS file states, else 1")
-        ->check(NumberInRange(1e-6, 1e6))
-        ->type_name("METRES");
+        ->add_option(
+            "--unit-scale", pOptions->sUnitScale,
+            "How many metres a coordinate unit is, of heights as well or with a number of its own; by "
+            "default what a LAS file states, else 1")
+        ->type_name("METRES[,METRES]");
     pCommand
         ->add_option("--core", pOptions->sCore,
                      "Write the ground inside a rectangle only, left and lower borders included: of a tile, "

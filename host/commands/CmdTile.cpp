@@ -67,7 +67,11 @@ void Report(const COptions& options, const CMadeTiles& made)
 /// The ground filter's buffer is in metres.
 void NoteSmallBuffer(const COptions& options, const CManifest& manifest, const CConsole& console)
 {
-    const double dNeeded = CTileOptions().dBuffer / (manifest.dPlanMetres > 0.0 ? manifest.dPlanMetres : 1.0);
+    if (manifest.units.bAngles)
+        return console.Note(fmt::format(
+            "{}: x and y are angles, and so are size and buffer; the ground filter takes lengths only",
+            options.sFolder));
+    const double dNeeded = CTileOptions().dBuffer / (manifest.units.dPlan > 0.0 ? manifest.units.dPlan : 1.0);
     if (options.tiles.dBuffer > 0.0 && options.tiles.dBuffer < dNeeded)
         console.Note(
             fmt::format("{}: the ground filter needs a buffer of {:.6g} units, these tiles have {:g}",

@@ -61,7 +61,7 @@ bool SelectEqual(CPntCld& cloud)
 /// Counts the points of the core, and finds their box.
 void LookAtCore(const CPntCld& cloud, const CTilePlan& plan, CTileEntry& entry)
 {
-    const CTileGrid grid(plan.options.dSize, plan.options.dBuffer, plan.origin);
+    const CTileGrid grid = plan.MakeGrid();
     const CPntArrays arrays = GetPntArrays(cloud);
     const std::int64_t nXMin = grid.GetFirstStep(0, entry.cell.nColumn);
     const std::int64_t nXMax = grid.GetFirstStep(0, entry.cell.nColumn + std::int64_t{1});
@@ -108,7 +108,7 @@ CTileEntry BuildTile(const CTilePlan& plan, const CTileCount& tile, const std::s
     CTileEntry entry;
     entry.sFile = NameTile(tile.cell);
     entry.cell = tile.cell;
-    entry.core = CTileGrid(plan.options.dSize, plan.options.dBuffer, plan.origin).GetCore(tile.cell);
+    entry.core = plan.MakeGrid().GetCore(tile.cell);
     const std::string sPath = (std::filesystem::path(sFolder) / entry.sFile).string();
     try
     {
@@ -116,7 +116,7 @@ CTileEntry BuildTile(const CTilePlan& plan, const CTileCount& tile, const std::s
         CPntCld cloud(&colors);
         MakeCloud(cloud, plan, tile, sPntsPath);
         LookAtCore(cloud, plan, entry);
-        SaveCloud(cloud, sPath);
+        SaveCloudOnly(cloud, sPath);
     }
     catch (const std::bad_alloc&)
     {

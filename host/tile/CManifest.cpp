@@ -50,8 +50,7 @@ CManifest ManifestFromJson(const TJson& json)
     manifest.dMargin = json.at("margin").get<double>();
     manifest.origin = json.at("origin").get<TOrigin>();
     manifest.bColor = json.at("color").get<bool>();
-    const TJson& metres = json.at("metres_per_unit");
-    manifest.dPlanMetres = metres.is_null() ? 0.0 : metres.get<double>();
+    manifest.units = UnitsFromJson(json);
     manifest.nNumPnts = json.at("points").get<std::int64_t>();
     manifest.nNumDuplicates = json.at("duplicates_removed").get<std::int64_t>();
     manifest.box = BoxFromJson(json.at("bounds"));
@@ -116,6 +115,24 @@ CTileOptions OptionsFromJson(const TJson& json)
             json.at("dedupe").get<std::string>() == "exact"};
 }
 
+TJson JsonFromUnits(const CTileUnits& units)
+{
+    const auto known = [](double d) { return d > 0.0 ? TJson(d) : TJson(); };
+    return {{"metres_per_unit", known(units.dPlan)},
+            {"metres_per_height_unit", known(units.dHeight)},
+            {"angles", units.bAngles}};
+}
+
+CTileUnits UnitsFromJson(const TJson& json)
+{
+    const auto known = [&](const char* pName)
+    {
+        const TJson& metres = json.at(pName);
+        return metres.is_null() ? 0.0 : metres.get<double>();
+    };
+    return {known("metres_per_unit"), known("metres_per_height_unit"), json.at("angles").get<bool>()};
+}
+
 std::string FindManifestPath(const std::string& sPath)
 {
     std::error_code error;
@@ -165,10 +182,10 @@ void CManifest::Write(const std::string& sPath) const
                   {"margin", dMargin},
                   {"origin", origin},
                   {"color", bColor},
-                  {"metres_per_unit", dPlanMetres > 0.0 ? TJson(dPlanMetres) : TJson()},
                   {"points", nNumPnts},
                   {"duplicates_removed", nNumDuplicates},
                   {"bounds", JsonFromBox(box)}};
+    json.update(JsonFromUnits(units));
     json["sources"] = TJson::array();
     for (const CTiledFile& file : vecFiles)
         json["sources"].push_back(JsonFromFile(file));

@@ -58,7 +58,7 @@ struct CManifest
     double dMargin = 0.0;
     TOrigin origin{};
     bool bColor = false;
-    double dPlanMetres = 0.0; ///< 0: not known
+    CTileUnits units;
     std::int64_t nNumPnts = 0;
     std::int64_t nNumDuplicates = 0;
     zor::geom::RECT_3D box;
@@ -88,6 +88,8 @@ nlohmann::ordered_json JsonFromFile(const CTiledFile& file);
 CTiledFile FileFromJson(const nlohmann::ordered_json& json);
 nlohmann::ordered_json JsonFromOptions(const CTileOptions& options);
 CTileOptions OptionsFromJson(const nlohmann::ordered_json& json);
+nlohmann::ordered_json JsonFromUnits(const CTileUnits& units);
+CTileUnits UnitsFromJson(const nlohmann::ordered_json& json);
 
 } // namespace zorcld
 

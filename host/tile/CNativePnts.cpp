@@ -38,20 +38,22 @@ CNativePnts::CNativePnts(const std::string& sPath) : m_sPath(sPath), m_reader(Op
                        "is damaged (zorcld check tells more, zorcld convert mends what can be mended)");
 }
 
-void CNativePnts::ForEach(const TOrigin& origin, const TOnPnt& onPnt)
+void CNativePnts::ForEach(const TOrigin& origin, const TOnPnts& onPnts)
 {
-    constexpr std::size_t c_nAtOnce = 4096;
     const std::size_t nPntSize = m_header.GetPntSize();
     const bool bSameOrigin = origin == m_header.afOrg;
-    std::vector<unsigned char> vecBlock(c_nAtOnce * nPntSize);
+    std::vector<unsigned char> vecBlock(c_nNumAtOnce * nPntSize);
+    std::vector<CTilePnt> vecPnts;
     m_reader.SetPos(static_cast<std::int64_t>(c_nNativeHeaderSize));
     for (auto nLeft = static_cast<std::size_t>(m_header.nNumPnts); nLeft > 0;)
     {
-        const std::size_t nNum = std::min(nLeft, c_nAtOnce);
+        const std::size_t nNum = std::min(nLeft, c_nNumAtOnce);
         if (!m_reader.Read(vecBlock.data(), nNum * nPntSize))
             throw CFailure(m_sPath, "it was changed while it was read");
+        vecPnts.resize(nNum);
         for (std::size_t i = 0; i < nNum; ++i)
-            onPnt(Parse(vecBlock.data() + i * nPntSize, origin, bSameOrigin));
+            vecPnts[i] = Parse(vecBlock.data() + i * nPntSize, origin, bSameOrigin);
+        onPnts(vecPnts);
         nLeft -= nNum;
     }
 }

@@ -21,9 +21,9 @@ public:
 
     bool HasColor() const override { return m_header.nType == 1; }
     std::int64_t GetNumAnnounced() const override { return m_header.nNumPnts; }
-    double GetPlanMetres() const override { return 0.0; }
+    CTileUnits GetUnits() const override { return {}; }
     std::optional<TOrigin> FindOrigin() override { return m_header.afOrg; }
-    void ForEach(const TOrigin& origin, const TOnPnt& onPnt) override;
+    void ForEach(const TOrigin& origin, const TOnPnts& onPnts) override;
     std::vector<std::string> GetNotes() const override { return {}; }
 
 private:

@@ -4,6 +4,7 @@
 #include <formats/LittleEndian.h>
 #include <formats/NativeFormat.h>
 #include <host/output/CFailure.h>
+#include <host/tile/FindMemory.h>
 
 #include <algorithm>
 #include <array>
@@ -18,7 +19,22 @@ namespace zorcld
 namespace
 {
 
-constexpr std::size_t c_nMaxBytes = std::size_t{24} << 20U; // in memory at once
+/// Bytes in memory at once.
+std::size_t CalcMaxBytes()
+{
+    constexpr double c_dMost = 24.0 * 1048576.0;
+    constexpr double c_dShare = 0.1;
+    return static_cast<std::size_t>(std::min(c_dMost, c_dShare * FindMemory()));
+}
+
+/// As much for each tile as there is for all, but not so little that writing takes long, and not more than
+/// makes it any faster.
+std::size_t CalcPieceSize(std::size_t nMaxBytes, std::size_t nNumTiles)
+{
+    constexpr std::size_t c_nLeast = std::size_t{4} << 10U;
+    constexpr std::size_t c_nMost = std::size_t{512} << 10U;
+    return std::clamp(nMaxBytes / std::max<std::size_t>(nNumTiles, 1), c_nLeast, c_nMost);
+}
 
 std::size_t GetPntSize(const CTilePlan& plan)
 {
@@ -28,7 +44,9 @@ std::size_t GetPntSize(const CTilePlan& plan)
 } // namespace
 
 CSpool::CSpool(std::string sFolder, const CTilePlan& plan, const std::vector<CTileCount>& vecTiles)
-    : m_sFolder(std::move(sFolder)), m_plan(plan), m_vecTiles(vecTiles), m_vecPieces(vecTiles.size())
+    : m_sFolder(std::move(sFolder)), m_plan(plan), m_vecTiles(vecTiles), m_nPntSize(GetPntSize(plan)),
+      m_nMaxBytes(CalcMaxBytes()), m_nPieceSize(CalcPieceSize(m_nMaxBytes, vecTiles.size())),
+      m_vecPieces(vecTiles.size())
 {
 }
 
@@ -48,51 +66,85 @@ void CSpool::PutHead(std::size_t nTile)
         pOrigin = LittleEndian::Put(pOrigin, f);
     LittleEndian::Put(acHead.data() + c_nNativeNumPntsPos,
                       static_cast<std::int32_t>(m_vecTiles[nTile].nNumAll)); // checked: it is an int32
-    CPiece& piece = m_vecPieces[nTile];
-    piece.vecBytes.assign(acHead.begin(), acHead.end());
-    piece.bStarted = true;
+    m_vecPieces[nTile].bStarted = true;
+    Append(nTile, acHead.data(), acHead.size());
 }
 
-void CSpool::Add(std::size_t nTile, const CTilePnt& pnt)
+void CSpool::Pack(const CTilePnt* pPnts, std::size_t nNum)
+{
+    m_vecPacked.resize(nNum * m_nPntSize + c_nNativeColorPntSize); // room behind the last one
+    unsigned char* pRecord = m_vecPacked.data();
+    for (std::size_t i = 0; i < nNum; ++i, pRecord += m_nPntSize)
+    {
+        std::memcpy(pRecord, pPnts[i].anSteps.data(), c_nNativePntSize);
+        for (std::size_t k = 0; k < 3; ++k) // without colours the next point goes over them
+            pRecord[c_nNativePntSize + k] = static_cast<unsigned char>(pPnts[i].anColor[k]);
+    }
+}
+
+void CSpool::Add(const CTileTable::CZone& zone, const CTilePnt* pPnts, std::size_t nNum)
+{
+    if (zone.vecTiles.empty())
+        return;
+    Pack(pPnts, nNum);
+    for (const std::size_t nTile : zone.vecTiles)
+    {
+        if (!m_vecPieces[nTile].bStarted)
+            PutHead(nTile);
+        Append(nTile, m_vecPacked.data(), nNum * m_nPntSize);
+        m_vecPieces[nTile].nNumPnts += static_cast<std::int64_t>(nNum);
+    }
+}
+
+void CSpool::Append(std::size_t nTile, const unsigned char* pBytes, std::size_t nNum)
 {
     CPiece& piece = m_vecPieces[nTile];
-    const std::size_t nBefore = piece.vecBytes.capacity();
-    if (!piece.bStarted)
-        PutHead(nTile);
-    std::array<unsigned char, c_nNativeColorPntSize> acRecord{};
-    unsigned char* p = acRecord.data();
-    for (const std::int32_t n : pnt.anSteps)
-        p = LittleEndian::Put(p, n);
-    for (const std::uint16_t n : pnt.anColor)
-        *p++ = static_cast<unsigned char>(n);
-    piece.vecBytes.insert(piece.vecBytes.end(), acRecord.begin(),
-                          acRecord.begin() + static_cast<std::ptrdiff_t>(GetPntSize(m_plan)));
-    ++piece.nNumPnts;
-    m_nNumBytes += piece.vecBytes.capacity() - nBefore;
-    if (m_nNumBytes > c_nMaxBytes)
+    while (nNum > 0)
+    {
+        Reserve(piece);
+        const std::size_t nNow = std::min(nNum, m_nPieceSize - piece.vecBytes.size());
+        piece.vecBytes.insert(piece.vecBytes.end(), pBytes, pBytes + nNow);
+        pBytes += nNow;
+        nNum -= nNow;
+        if (piece.vecBytes.size() == m_nPieceSize)
+            WritePiece(nTile);
+    }
+}
+
+void CSpool::Reserve(CPiece& piece)
+{
+    if (piece.vecBytes.capacity() > 0)
+        return;
+    if ((m_nNumReserved + 1) * m_nPieceSize > m_nMaxBytes)
         WriteAll();
+    piece.vecBytes.reserve(m_nPieceSize);
+    ++m_nNumReserved;
 }
 
 void CSpool::WritePiece(std::size_t nTile)
 {
-    std::vector<unsigned char> vecBytes;
-    vecBytes.swap(m_vecPieces[nTile].vecBytes);
+    std::vector<unsigned char>& vecBytes = m_vecPieces[nTile].vecBytes;
     if (vecBytes.empty())
         return;
     const std::string sPath = m_sFolder + "/" + NameTile(m_vecTiles[nTile].cell);
     CFilePtr pFile(std::fopen(sPath.c_str(), "ab"));
     if (pFile == nullptr)
         throw CFailure(sPath, std::string("cannot be created: ") + std::strerror(errno));
+    static_cast<void>(std::setvbuf(pFile.get(), nullptr, _IONBF, 0)); // written in one piece
     const bool bWritten = std::fwrite(vecBytes.data(), 1, vecBytes.size(), pFile.get()) == vecBytes.size();
     if (std::fclose(pFile.release()) != 0 || !bWritten)
         throw CFailure(sPath, std::string("could not be written: ") + std::strerror(errno));
+    vecBytes.clear();
 }
 
 void CSpool::WriteAll()
 {
     for (std::size_t i = 0; i < m_vecPieces.size(); ++i)
+    {
         WritePiece(i);
-    m_nNumBytes = 0;
+        std::vector<unsigned char>().swap(m_vecPieces[i].vecBytes);
+    }
+    m_nNumReserved = 0;
 }
 
 void CSpool::Finish()

@@ -19,8 +19,8 @@ public:
     /// @param plan     must outlive the object. @param vecTiles  those that get points; must outlive it too.
     CSpool(std::string sFolder, const CTilePlan& plan, const std::vector<CTileCount>& vecTiles);
 
-    /// @param nTile  position in `vecTiles`. @throws CFailure when a file cannot be written.
-    void Add(std::size_t nTile, const CTilePnt& pnt);
+    /// @param zone  of the points, positions in `vecTiles`. @throws CFailure when a file cannot be written.
+    void Add(const CTileTable::CZone& zone, const CTilePnt* pPnts, std::size_t nNum);
 
     /// Writes what is still in memory. @throws CFailure likewise, and when tiles have not got their points.
     void Finish();
@@ -29,6 +29,7 @@ public:
     static std::int64_t CalcSize(const CTilePlan& plan, const CTileCount& tile);
 
 private:
+    /// What has yet to be written of a tile.
     struct CPiece
     {
         std::vector<unsigned char> vecBytes;
@@ -36,15 +37,22 @@ private:
         bool bStarted = false;     // has the file its head?
     };
 
+    void Pack(const CTilePnt* pPnts, std::size_t nNum);
+    void Append(std::size_t nTile, const unsigned char* pBytes, std::size_t nNum);
     void PutHead(std::size_t nTile);
+    void Reserve(CPiece& piece);
     void WritePiece(std::size_t nTile);
     void WriteAll();
 
     std::string m_sFolder;
     const CTilePlan& m_plan;
     const std::vector<CTileCount>& m_vecTiles;
+    std::size_t m_nPntSize;
+    std::size_t m_nMaxBytes;
+    std::size_t m_nPieceSize;
     std::vector<CPiece> m_vecPieces;
-    std::size_t m_nNumBytes = 0; // in memory
+    std::size_t m_nNumReserved = 0; // pieces that have memory
+    std::vector<unsigned char> m_vecPacked;
 };
 
 } // namespace zorcld

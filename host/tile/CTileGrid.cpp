@@ -21,20 +21,25 @@ constexpr double c_dMaxPlace = 1.0e10;
 
 /// Ten ends of windows are rounded on the way from a point to the farthest that decides about it, and the
 /// coordinates of both: each by half of what floats lie apart there.
-double CalcMargin(const TOrigin& origin, double dBuffer)
+double CalcMargin(const TOrigin& origin, double dBuffer, double dMetres)
 {
     constexpr double c_dRoundings = 12.0;
     const double dFarthest =
         std::max(std::fabs(static_cast<double>(origin[0])), std::fabs(static_cast<double>(origin[1]))) +
         c_dReach + dBuffer + 1.0;
-    const auto fFarthest = static_cast<float>(dFarthest);
-    const float fApart = std::nextafter(fFarthest, std::numeric_limits<float>::infinity()) - fFarthest;
-    return c_dRoundings / 2.0 * static_cast<double>(fApart);
+    const auto apart = [](double d)
+    {
+        const auto f = static_cast<float>(d);
+        return static_cast<double>(std::nextafter(f, std::numeric_limits<float>::infinity()) - f);
+    };
+    // The filter has coordinates in metres, as long as that is the unit, or is told so.
+    return c_dRoundings / 2.0 * std::max(apart(dFarthest), apart(dFarthest * dMetres) / dMetres);
 }
 
 } // namespace
 
-CTileGrid::CTileGrid(double dSize, double dBuffer, const TOrigin& origin) : m_dSize(dSize), m_origin(origin)
+CTileGrid::CTileGrid(double dSize, double dBuffer, const TOrigin& origin, double dPlanMetres)
+    : m_dSize(dSize), m_origin(origin)
 {
     for (std::size_t k = 0; k < 2; ++k)
     {
@@ -48,7 +53,7 @@ CTileGrid::CTileGrid(double dSize, double dBuffer, const TOrigin& origin) : m_dS
                                           dSize, static_cast<double>(origin[k])));
     }
     if (dBuffer > 0.0)
-        m_dMargin = CalcMargin(origin, dBuffer);
+        m_dMargin = CalcMargin(origin, dBuffer, dPlanMetres > 0.0 ? dPlanMetres : 1.0);
     m_nReach = static_cast<std::int64_t>(std::ceil((dBuffer + m_dMargin) * c_dCompactScale));
 }
 

@@ -29,7 +29,8 @@ class CTileGrid
 {
 public:
     /// @throws CUsageError where the size is too small for coordinates as large as the origin's.
-    CTileGrid(double dSize, double dBuffer, const TOrigin& origin);
+    /// @param dPlanMetres  of a unit; 0: not known.
+    CTileGrid(double dSize, double dBuffer, const TOrigin& origin, double dPlanMetres);
 
     /// @return the first step of a column (axis 0) or row (axis 1); the step before it belongs to the one
     ///         before.

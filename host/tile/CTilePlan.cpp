@@ -7,8 +7,9 @@
 #include <host/output/CProgressBar.h>
 #include <host/output/FormatCount.h>
 #include <host/output/GetFileName.h>
-#include <host/tile/HashFile.h>
+#include <host/tile/CHashAhead.h>
 #include <host/tile/OpenTileSource.h>
+#include <host/tile/ReadAhead.h>
 
 #include <fmt/format.h>
 
@@ -40,7 +41,7 @@ public:
     CTilePlan Make()
     {
         FindCommon();
-        const CTileGrid grid(m_plan.options.dSize, m_plan.options.dBuffer, m_plan.origin);
+        const CTileGrid grid = m_plan.MakeGrid();
         CTileTable table(grid);
         for (const CInputOptions& input : m_vecInputs)
             CountFile(input, table);
@@ -71,11 +72,11 @@ private:
                 sWithout = input.sPath;
             m_bAnyColor = m_bAnyColor || pSource->HasColor();
             if (&input == &m_vecInputs.front())
-                m_plan.dPlanMetres = pSource->GetPlanMetres();
-            bSameUnit = bSameUnit && m_plan.dPlanMetres == pSource->GetPlanMetres();
+                m_plan.units = pSource->GetUnits();
+            bSameUnit = bSameUnit && m_plan.units == pSource->GetUnits();
         }
         if (!bSameUnit)
-            m_plan.dPlanMetres = 0.0;
+            m_plan.units = {};
         if (m_bAnyColor && !m_plan.bColor)
             m_console.Note(fmt::format("{}: has no colours, so the tiles have none", sWithout));
         if (!origin)
@@ -88,7 +89,7 @@ private:
     void CountFile(const CInputOptions& input, CTileTable& table)
     {
         CPlannedFile planned = LookAtTime(input.sPath);
-        planned.file.sHash = HashFile(input.sPath);
+        CHashAhead hash(input.sPath);
         const std::unique_ptr<ITileSource> pSource = OpenTileSource(input);
         CProgressBar progress(m_console, "looking at " + GetFileName(input.sPath));
         progress.Start();
@@ -96,25 +97,35 @@ private:
             100.0 / static_cast<double>(std::max<std::int64_t>(pSource->GetNumAnnounced(), 1));
         std::uint16_t nMaxColor = 0;
         std::int64_t nNum = 0;
-        pSource->ForEach(m_plan.origin,
-                         [&](const CTilePnt& pnt)
-                         {
-                             progress.SetPos(
-                                 std::min(static_cast<int>(static_cast<double>(nNum++) * dStep), 100));
-                             for (std::size_t k = 0; k < 3; ++k)
-                             {
-                                 m_plan.anMin[k] = std::min(m_plan.anMin[k], pnt.anSteps[k]);
-                                 m_plan.anMax[k] = std::max(m_plan.anMax[k], pnt.anSteps[k]);
-                                 nMaxColor = std::max(nMaxColor, pnt.anColor[k]);
-                             }
-                             table.Count(pnt);
-                         });
+        ReadAhead(*pSource, m_plan.origin,
+                  [&](const std::vector<CTilePnt>& vecPnts)
+                  {
+                      nNum += static_cast<std::int64_t>(vecPnts.size());
+                      progress.SetPos(std::min(static_cast<int>(static_cast<double>(nNum) * dStep), 100));
+                      nMaxColor = std::max(nMaxColor, WidenBy(vecPnts));
+                      table.Count(vecPnts);
+                  });
+        planned.file.sHash = hash.Get();
         progress.Stop();
         for (const std::string& sNote : pSource->GetNotes())
             m_console.Note(fmt::format("{}: {}", input.sPath, sNote));
         planned.file.nNumPnts = nNum;
         planned.bDeepColor = nMaxColor > 255;
         m_plan.vecFiles.push_back(std::move(planned));
+    }
+
+    /// @return the largest channel of a colour.
+    std::uint16_t WidenBy(const std::vector<CTilePnt>& vecPnts)
+    {
+        std::uint16_t nMaxColor = 0;
+        for (const CTilePnt& pnt : vecPnts)
+            for (std::size_t k = 0; k < 3; ++k)
+            {
+                m_plan.anMin[k] = std::min(m_plan.anMin[k], pnt.anSteps[k]);
+                m_plan.anMax[k] = std::max(m_plan.anMax[k], pnt.anSteps[k]);
+                nMaxColor = std::max(nMaxColor, pnt.anColor[k]);
+            }
+        return nMaxColor;
     }
 
     void CheckCounts() const

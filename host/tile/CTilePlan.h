@@ -31,7 +31,7 @@ struct CTilePlan
     CTileOptions options;
     TOrigin origin{};
     bool bColor = false;
-    double dPlanMetres = 0.0;
+    CTileUnits units;
     std::array<std::int32_t, 3> anMin = {c_nHighest, c_nHighest, c_nHighest}; ///< of all points
     std::array<std::int32_t, 3> anMax = {c_nLowest, c_nLowest, c_nLowest};
     std::vector<CPlannedFile> vecFiles;
@@ -41,6 +41,9 @@ struct CTilePlan
     static constexpr std::int32_t c_nHighest = std::numeric_limits<std::int32_t>::max();
 
     std::int64_t CountPnts() const;
+
+    /// @throws CUsageError
+    CTileGrid MakeGrid() const { return {options.dSize, options.dBuffer, origin, units.dPlan}; }
 };
 
 /// The name of a tile's file.

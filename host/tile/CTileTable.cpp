@@ -5,6 +5,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace zorcld
@@ -24,27 +25,46 @@ CTileTable::CTileTable(const CTileGrid& grid, std::vector<CTileCount> vecTiles)
         m_mapTiles.emplace(m_vecTiles[i].cell, i);
 }
 
-CTileTable::CSpan CTileTable::FindSpan(std::size_t nAxis, std::int64_t nStep)
+void CTileTable::Count(const std::vector<CTilePnt>& vecPnts)
 {
-    CSpan& span = m_aSpans[nAxis];
-    if (nStep < span.nFirst || nStep >= span.nNext)
-    {
-        span.nCell = m_grid.FindCell(nAxis, nStep);
-        span.nFirst = m_grid.GetFirstStep(nAxis, span.nCell);
-        span.nNext = m_grid.GetFirstStep(nAxis, span.nCell + 1);
-    }
-    const std::int64_t nReach = m_grid.GetReach();
-    CSpan found = span;
-    found.nMin = nStep - nReach >= span.nFirst ? span.nCell : m_grid.FindCell(nAxis, nStep - nReach);
-    found.nMax = nStep + nReach < span.nNext ? span.nCell : m_grid.FindCell(nAxis, nStep + nReach);
-    return found;
+    ForEachRun(vecPnts,
+               [this](const CZone& zone, std::size_t, std::size_t nNum)
+               {
+                   for (const std::size_t nTile : zone.vecTiles)
+                       m_vecTiles[nTile].nNumAll += static_cast<std::int64_t>(nNum);
+                   m_vecTiles[zone.nCore].nNumCore += static_cast<std::int64_t>(nNum);
+               });
 }
 
-CTileTable::CRange CTileTable::FindRange(std::int64_t x, std::int64_t y)
+CTileTable::CSpan CTileTable::FindSpan(std::size_t nAxis, std::int64_t nStep) const
 {
-    const CSpan columns = FindSpan(0, x);
-    const CSpan rows = FindSpan(1, y);
-    return {columns.nCell, rows.nCell, columns.nMin, columns.nMax, rows.nMin, rows.nMax};
+    const std::int64_t nReach = m_grid.GetReach();
+    CSpan span;
+    span.nCell = m_grid.FindCell(nAxis, nStep);
+    span.nMin = m_grid.FindCell(nAxis, nStep - nReach);
+    span.nMax = m_grid.FindCell(nAxis, nStep + nReach);
+    const auto first = [&](std::int64_t nCell) { return m_grid.GetFirstStep(nAxis, nCell); };
+    span.nFirst = std::max({first(span.nCell), first(span.nMin) + nReach, first(span.nMax) - nReach});
+    span.nEnd =
+        std::min({first(span.nCell + 1), first(span.nMin + 1) + nReach, first(span.nMax + 1) - nReach});
+    return span;
+}
+
+void CTileTable::FindZone(const CTilePnt& pnt)
+{
+    if (IsInZone(pnt))
+        return;
+    for (std::size_t k = 0; k < 2; ++k)
+        if (!m_aSpans[k].Has(pnt.anSteps[k]))
+            m_aSpans[k] = FindSpan(k, pnt.anSteps[k]);
+    const CSpan& columns = m_aSpans[0];
+    const CSpan& rows = m_aSpans[1];
+    m_zone.vecTiles.clear();
+    for (std::int64_t nRow = rows.nMin; nRow <= rows.nMax; ++nRow)
+        for (std::int64_t nColumn = columns.nMin; nColumn <= columns.nMax; ++nColumn)
+            if (const std::size_t nTile = Find(nColumn, nRow); nTile != c_nNone)
+                m_zone.vecTiles.push_back(nTile);
+    m_zone.nCore = Find(columns.nCell, rows.nCell);
 }
 
 std::size_t CTileTable::Find(std::int64_t nColumn, std::int64_t nRow)
@@ -60,15 +80,6 @@ std::size_t CTileTable::Find(std::int64_t nColumn, std::int64_t nRow)
     m_mapTiles.emplace(cell, m_vecTiles.size());
     m_vecTiles.push_back({cell});
     return m_vecTiles.size() - 1;
-}
-
-void CTileTable::SetInner(const CRange& range)
-{
-    const std::int64_t nReach = m_grid.GetReach();
-    m_inner = {m_grid.GetFirstStep(0, range.nColumn) + nReach,
-               m_grid.GetFirstStep(0, range.nColumn + 1) - nReach,
-               m_grid.GetFirstStep(1, range.nRow) + nReach, m_grid.GetFirstStep(1, range.nRow + 1) - nReach};
-    m_nInner = Find(range.nColumn, range.nRow);
 }
 
 } // namespace zorcld

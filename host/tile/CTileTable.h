@@ -20,11 +20,21 @@ struct CTileCount
     std::int64_t nNumAll = 0;  ///< these and those in its buffer
 };
 
-/// Finds the tiles that a point belongs to.
+/// Finds the tiles that points belong to.
+///
+/// The borders of cores and buffers cut the plane into rectangles, all points of which belong to the same
+/// tiles. Points that follow each other mostly lie in one, so that it is looked up once for many of them.
 class CTileTable
 {
 public:
     static constexpr std::size_t c_nNone = static_cast<std::size_t>(-1);
+
+    /// The tiles of points that lie in one rectangle.
+    struct CZone
+    {
+        std::vector<std::size_t> vecTiles; ///< positions in GetTiles
+        std::size_t nCore = c_nNone;       ///< the one of them whose core it is, if that is there
+    };
 
     /// Tiles are added as points ask for them. @param grid  must outlive the object.
     explicit CTileTable(const CTileGrid& grid) : m_grid(grid), m_bGrows(true) {}
@@ -34,56 +44,35 @@ public:
 
     const std::vector<CTileCount>& GetTiles() const { return m_vecTiles; }
 
-    /// Counts a point for each of its tiles. @throws CUsageError where there are too many tiles.
-    void Count(const CTilePnt& pnt)
-    {
-        ForEachTileOf(pnt,
-                      [this](std::size_t nTile, bool bCore)
-                      {
-                          ++m_vecTiles[nTile].nNumAll;
-                          m_vecTiles[nTile].nNumCore += bCore ? 1 : 0;
-                      });
-    }
+    /// Counts the points for each of their tiles. @throws CUsageError where there are too many tiles.
+    void Count(const std::vector<CTilePnt>& vecPnts);
 
-    /// `fn(position, bool in its core)` for each tile that the point belongs to and that is there.
+    /// `fn(zone, index of the first point, number)` for each run of points in one rectangle.
     template <class TFn>
-    void ForEachTileOf(const CTilePnt& pnt, const TFn& fn)
+    void ForEachRun(const std::vector<CTilePnt>& vecPnts, const TFn& fn)
     {
-        const std::int64_t x = pnt.anSteps[0];
-        const std::int64_t y = pnt.anSteps[1];
-        if (x >= m_inner.nXMin && x < m_inner.nXMax && y >= m_inner.nYMin && y < m_inner.nYMax)
+        for (std::size_t nFirst = 0; nFirst < vecPnts.size();)
         {
-            if (m_nInner != c_nNone)
-                fn(m_nInner, true);
-            return;
+            FindZone(vecPnts[nFirst]);
+            std::size_t nEnd = nFirst + 1;
+            while (nEnd < vecPnts.size() && IsInZone(vecPnts[nEnd]))
+                ++nEnd;
+            fn(m_zone, nFirst, nEnd - nFirst);
+            nFirst = nEnd;
         }
-        const CRange range = FindRange(x, y);
-        for (std::int64_t nRow = range.nRowMin; nRow <= range.nRowMax; ++nRow)
-            for (std::int64_t nColumn = range.nColumnMin; nColumn <= range.nColumnMax; ++nColumn)
-                if (const std::size_t nTile = Find(nColumn, nRow); nTile != c_nNone)
-                    fn(nTile, nRow == range.nRow && nColumn == range.nColumn);
-        if (range.nRowMin == range.nRowMax && range.nColumnMin == range.nColumnMax)
-            SetInner(range);
     }
 
 private:
-    struct CRange
+    /// Steps along an axis that lie in one column or row, and in the reach of the same ones.
+    struct CSpan
     {
-        std::int64_t nColumn = 0; // whose core it is
-        std::int64_t nRow = 0;
-        std::int64_t nColumnMin = 0;
-        std::int64_t nColumnMax = 0;
-        std::int64_t nRowMin = 0;
-        std::int64_t nRowMax = 0;
-    };
+        std::int64_t nFirst = 0;
+        std::int64_t nEnd = 0; // behind the last; none yet
+        std::int64_t nCell = 0;
+        std::int64_t nMin = 0; // in reach
+        std::int64_t nMax = 0;
 
-    /// Steps inside a core and out of reach of all others.
-    struct CInner
-    {
-        std::int64_t nXMin = 0;
-        std::int64_t nXMax = 0;
-        std::int64_t nYMin = 0;
-        std::int64_t nYMax = 0;
+        bool Has(std::int64_t nStep) const { return nStep >= nFirst && nStep < nEnd; }
     };
 
     struct CHash
@@ -95,30 +84,21 @@ private:
         }
     };
 
-    /// A column or row with its steps, and those within reach of a step in it.
-    struct CSpan
+    bool IsInZone(const CTilePnt& pnt) const
     {
-        std::int64_t nCell = 0;
-        std::int64_t nFirst = 0;
-        std::int64_t nNext = 0; // none yet
-        std::int64_t nMin = 0;
-        std::int64_t nMax = 0;
-    };
+        return m_aSpans[0].Has(pnt.anSteps[0]) && m_aSpans[1].Has(pnt.anSteps[1]);
+    }
 
-    CSpan FindSpan(std::size_t nAxis, std::int64_t nStep);
-    CRange FindRange(std::int64_t x, std::int64_t y);
+    void FindZone(const CTilePnt& pnt);
+    CSpan FindSpan(std::size_t nAxis, std::int64_t nStep) const;
     std::size_t Find(std::int64_t nColumn, std::int64_t nRow);
-
-    /// Most points lie where the last one did.
-    void SetInner(const CRange& range);
 
     const CTileGrid& m_grid;
     bool m_bGrows;
     std::vector<CTileCount> m_vecTiles;
     std::unordered_map<CCell, std::size_t, CHash> m_mapTiles;
-    std::array<CSpan, 2> m_aSpans;  // of the last point
-    CInner m_inner;                 // of the last such point's core
-    std::size_t m_nInner = c_nNone; // its tile
+    std::array<CSpan, 2> m_aSpans; // of the last point
+    CZone m_zone;                  // where they cross
 };
 
 } // namespace zorcld

@@ -38,10 +38,10 @@ void MakeFolder(const std::string& sPath)
 
 TJson JsonFromPlan(const CTilePlan& plan)
 {
-    TJson json = {{"program", ZORCLD_VERSION},  {"options", JsonFromOptions(plan.options)},
-                  {"origin", plan.origin},      {"color", plan.bColor},
-                  {"metres", plan.dPlanMetres}, {"min", plan.anMin},
-                  {"max", plan.anMax}};
+    TJson json = {
+        {"program", ZORCLD_VERSION}, {"options", JsonFromOptions(plan.options)}, {"origin", plan.origin},
+        {"color", plan.bColor},      {"units", JsonFromUnits(plan.units)},       {"min", plan.anMin},
+        {"max", plan.anMax}};
     for (const CPlannedFile& planned : plan.vecFiles)
         json["files"].push_back(
             {{"file", JsonFromFile(planned.file)}, {"time", planned.nTime}, {"deep", planned.bDeepColor}});
@@ -56,7 +56,7 @@ CTilePlan PlanFromJson(const TJson& json)
     plan.options = OptionsFromJson(json.at("options"));
     plan.origin = json.at("origin").get<TOrigin>();
     plan.bColor = json.at("color").get<bool>();
-    plan.dPlanMetres = json.at("metres").get<double>();
+    plan.units = UnitsFromJson(json.at("units"));
     plan.anMin = json.at("min").get<std::array<std::int32_t, 3>>();
     plan.anMax = json.at("max").get<std::array<std::int32_t, 3>>();
     for (const TJson& file : json.at("files"))

@@ -19,7 +19,7 @@
 namespace zorcld
 {
 
-std::string HashFile(const std::string& sPath)
+std::string HashFile(const std::string& sPath, const std::atomic<bool>* pStop)
 {
     CFileCause cause;
     const CFilePtr pFile = OpenRegularFile(sPath.c_str(), cause);
@@ -31,7 +31,8 @@ std::string HashFile(const std::string& sPath)
     if (pState == nullptr || XXH3_128bits_reset(pState.get()) != XXH_OK)
         throw std::bad_alloc();
     std::size_t nNum = 0;
-    while ((nNum = std::fread(vecBlock.data(), 1, vecBlock.size(), pFile.get())) > 0)
+    while ((pStop == nullptr || !*pStop) &&
+           (nNum = std::fread(vecBlock.data(), 1, vecBlock.size(), pFile.get())) > 0)
         static_cast<void>(XXH3_128bits_update(pState.get(), vecBlock.data(), nNum));
     if (std::ferror(pFile.get()) != 0)
         throw CFailure(sPath, std::string("could not be read: ") + std::strerror(errno));

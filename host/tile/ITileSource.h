@@ -3,6 +3,7 @@
 
 #include <host/tile/CTilePnt.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -17,7 +18,7 @@ namespace zorcld
 class ITileSource
 {
 public:
-    using TOnPnt = std::function<void(const CTilePnt&)>;
+    using TOnPnts = std::function<void(std::vector<CTilePnt>& vecPnts)>;
 
     virtual ~ITileSource() = default;
 
@@ -26,20 +27,23 @@ public:
     /// @return points that the file announces; -1: it does not say.
     virtual std::int64_t GetNumAnnounced() const = 0;
 
-    /// @return size of a unit of x and y; 0: the file does not say.
-    virtual double GetPlanMetres() const = 0;
+    /// What the file says of its units.
+    virtual CTileUnits GetUnits() const = 0;
 
     /// @return the origin of a native file, of another one its first point with numbers for coordinates;
-    /// none:
-    ///         there is no point. May read the file.
+    ///         none: there is no point. May read the file.
     virtual std::optional<TOrigin> FindOrigin() = 0;
 
-    /// One call a point whose coordinates are numbers, in the order of the file.
+    /// The points whose coordinates are numbers, in the order of the file, many in a call, which may keep or
+    /// change what it gets.
     /// @throws CFailure for a damaged file, and for a point that no tile with that origin can hold.
-    virtual void ForEach(const TOrigin& origin, const TOnPnt& onPnt) = 0;
+    virtual void ForEach(const TOrigin& origin, const TOnPnts& onPnts) = 0;
 
     /// @return what is to be told of the last `ForEach`, a line each.
     virtual std::vector<std::string> GetNotes() const = 0;
+
+protected:
+    static constexpr std::size_t c_nNumAtOnce = 16384; ///< points of a call, or somewhat more
 };
 
 } // namespace zorcld

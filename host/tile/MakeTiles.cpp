@@ -7,13 +7,14 @@
 #include <host/output/CFailure.h>
 #include <host/output/CProgressBar.h>
 #include <host/output/GetFileName.h>
-#include <host/tile/BuildTile.h>
+#include <host/tile/BuildTiles.h>
 #include <host/tile/CSpool.h>
 #include <host/tile/CTilePlan.h>
 #include <host/tile/CTileTable.h>
 #include <host/tile/CTileWork.h>
 #include <host/tile/HashFile.h>
 #include <host/tile/OpenTileSource.h>
+#include <host/tile/ReadAhead.h>
 
 #include <fmt/format.h>
 
@@ -22,6 +23,10 @@
 #include <map>
 #include <memory>
 #include <optional>
+
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 namespace zorcld
 {
@@ -35,6 +40,13 @@ bool IsThere(const std::string& sPath, std::int64_t nNumBytes)
 {
     std::error_code error;
     return static_cast<std::int64_t>(fs::file_size(sPath, error)) == nNumBytes && !error;
+}
+
+void KeepHighBytes(std::vector<CTilePnt>& vecPnts)
+{
+    for (CTilePnt& pnt : vecPnts)
+        for (std::uint16_t& nColor : pnt.anColor)
+            nColor = static_cast<std::uint16_t>(nColor >> 8U);
 }
 
 /// One run of `zorcld tile`.
@@ -179,7 +191,7 @@ private:
     void HandOut(const std::vector<CTileCount>& vecTiles)
     {
         m_work.ClearPnts();
-        const CTileGrid grid(m_options.dSize, m_options.dBuffer, m_plan.origin);
+        const CTileGrid grid = m_plan.MakeGrid();
         CTileTable table(grid, vecTiles);
         CSpool spool(m_work.GetPntsFolder(), m_plan, vecTiles);
         for (std::size_t i = 0; i < m_vecInputs.size(); ++i)
@@ -196,16 +208,17 @@ private:
         progress.Start();
         std::int64_t nNum = 0;
         const std::int64_t nNumAll = std::max<std::int64_t>(planned.file.nNumPnts, 1);
-        pSource->ForEach(
-            m_plan.origin,
-            [&](CTilePnt pnt)
-            {
-                progress.SetPos(static_cast<int>(std::min<std::int64_t>(nNum++ * 100 / nNumAll, 100)));
-                if (planned.bDeepColor)
-                    for (std::uint16_t& nColor : pnt.anColor)
-                        nColor = static_cast<std::uint16_t>(nColor >> 8U);
-                table.ForEachTileOf(pnt, [&](std::size_t nTile, bool) { spool.Add(nTile, pnt); });
-            });
+        ReadAhead(*pSource, m_plan.origin,
+                  [&](std::vector<CTilePnt>& vecPnts)
+                  {
+                      nNum += static_cast<std::int64_t>(vecPnts.size());
+                      progress.SetPos(static_cast<int>(std::min<std::int64_t>(nNum * 100 / nNumAll, 100)));
+                      if (planned.bDeepColor)
+                          KeepHighBytes(vecPnts);
+                      table.ForEachRun(
+                          vecPnts, [&](const CTileTable::CZone& zone, std::size_t nFirst, std::size_t nCount)
+                          { spool.Add(zone, vecPnts.data() + nFirst, nCount); });
+                  });
         progress.Stop();
         if (nNum != planned.file.nNumPnts)
             throw CFailure(input.sPath, "it was changed while it was read");
@@ -215,15 +228,17 @@ private:
     {
         CProgressBar progress(m_console, "building tiles");
         progress.Start();
-        for (std::size_t i = 0; i < vecTiles.size(); ++i)
-        {
-            progress.SetPos(static_cast<int>(i * 100 / vecTiles.size()));
-            const CTileEntry entry = BuildTile(m_plan, vecTiles[i], GetPntsPath(vecTiles[i]), m_sFolder);
-            m_work.AddDone(entry);
-            m_mapDone.emplace(entry.cell, entry);
-            std::error_code error;
-            fs::remove(GetPntsPath(vecTiles[i]), error);
-        }
+        std::size_t nNumBuilt = 0;
+        BuildTiles(
+            m_plan, vecTiles, m_sFolder, [this](const CTileCount& tile) { return GetPntsPath(tile); },
+            [&](const CTileEntry& entry, std::size_t i)
+            {
+                m_work.AddDone(entry);
+                m_mapDone.emplace(entry.cell, entry);
+                std::error_code error;
+                fs::remove(GetPntsPath(vecTiles[i]), error);
+                progress.SetPos(static_cast<int>(++nNumBuilt * 100 / vecTiles.size()));
+            });
         progress.Stop();
     }
 
@@ -231,10 +246,10 @@ private:
     {
         CManifest manifest;
         manifest.options = m_options;
-        manifest.dMargin = CTileGrid(m_options.dSize, m_options.dBuffer, m_plan.origin).GetMargin();
+        manifest.dMargin = m_plan.MakeGrid().GetMargin();
         manifest.origin = m_plan.origin;
         manifest.bColor = m_plan.bColor;
-        manifest.dPlanMetres = m_plan.dPlanMetres;
+        manifest.units = m_plan.units;
         const auto place = [&](const std::array<std::int32_t, 3>& anSteps, std::size_t k)
         { return CoordFromCompact(anSteps[k], m_plan.origin[k]); };
         manifest.box = {place(m_plan.anMin, 0), place(m_plan.anMin, 1), place(m_plan.anMin, 2),
@@ -268,6 +283,10 @@ private:
 CMadeTiles MakeTiles(const std::vector<CInputOptions>& vecInputs, const CTileOptions& options,
                      const std::string& sFolder, const CConsole& console)
 {
+#ifdef __GLIBC__
+    // Else each thread reserves 64 MB of addresses, which a limit for them counts.
+    static_cast<void>(mallopt(M_ARENA_MAX, 1));
+#endif
     return CTileMaker(vecInputs, options, sFolder, console).Make();
 }
 

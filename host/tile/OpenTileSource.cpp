@@ -40,10 +40,12 @@ public:
 
     std::int64_t GetNumAnnounced() const override { return m_pSource->GetNumAnnounced(); }
 
-    double GetPlanMetres() const override
+    CTileUnits GetUnits() const override
     {
         const CCoordSystem& coords = m_pFile->GetFacts().coords;
-        return coords.plan.bAngle ? 0.0 : coords.GetPlanMetres();
+        if (coords.plan.bAngle)
+            return {0.0, 0.0, true};
+        return {coords.GetPlanMetres(), coords.GetHeightMetres(), false};
     }
 
     std::optional<TOrigin> FindOrigin() override
@@ -65,19 +67,23 @@ public:
         return {};
     }
 
-    void ForEach(const TOrigin& origin, const TOnPnt& onPnt) override
+    void ForEach(const TOrigin& origin, const TOnPnts& onPnts) override
     {
         m_nNumNotFinite = 0;
-        const std::string sCause = m_pSource->ForEach(
-            [&](const CSourcePnt& pnt)
+        std::vector<CTilePnt> vecPnts;
+        const std::string sCause = m_pSource->ForEachPlace(
+            [&](const CSourcePnt* pPnts, std::size_t nNum)
             {
-                if (pnt.IsFinite())
-                    onPnt(Place(pnt, origin));
-                else
-                    ++m_nNumNotFinite;
+                AddPlaced(pPnts, nNum, origin, vecPnts);
+                if (vecPnts.size() < c_nNumAtOnce)
+                    return;
+                onPnts(vecPnts);
+                vecPnts.clear();
             });
         if (!sCause.empty())
             throw CFailure(m_pFile->GetPath(), sCause);
+        if (!vecPnts.empty())
+            onPnts(vecPnts);
     }
 
     std::vector<std::string> GetNotes() const override
@@ -94,19 +100,42 @@ public:
     }
 
 private:
-    CTilePnt Place(const CSourcePnt& pnt, const TOrigin& origin) const
+    void AddPlaced(const CSourcePnt* pPnts, std::size_t nNum, const TOrigin& origin,
+                   std::vector<CTilePnt>& vecPnts)
+    {
+        std::size_t nPlaced = vecPnts.size();
+        vecPnts.resize(nPlaced + nNum);
+        for (std::size_t i = 0; i < nNum; ++i)
+            if (Place(pPnts[i], origin, vecPnts[nPlaced]))
+                ++nPlaced;
+        vecPnts.resize(nPlaced);
+    }
+
+    /// @return false for coordinates that are no numbers.
+    bool Place(const CSourcePnt& pnt, const TOrigin& origin, CTilePnt& placed)
+    {
+        const double dX = CompactUnits(pnt.x, origin[0]);
+        const double dY = CompactUnits(pnt.y, origin[1]);
+        const double dZ = CompactUnits(pnt.z, origin[2]);
+        if (!(FitsInt32(dX) && FitsInt32(dY) && FitsInt32(dZ)))
+        {
+            RefuseFarPnt(pnt, origin);
+            ++m_nNumNotFinite;
+            return false;
+        }
+        placed.anSteps = {static_cast<std::int32_t>(dX), static_cast<std::int32_t>(dY),
+                          static_cast<std::int32_t>(dZ)}; // L6
+        placed.anColor = {pnt.r, pnt.g, pnt.b};
+        return true;
+    }
+
+    void RefuseFarPnt(const CSourcePnt& pnt, const TOrigin& origin) const
     {
         const std::array<double, 3> adPlace = {pnt.x, pnt.y, pnt.z};
-        CTilePnt placed;
-        for (std::size_t k = 0; k < 3; ++k)
-        {
-            const double dSteps = CompactUnits(adPlace[k], origin[k]);
-            if (!FitsInt32(dSteps))
-                FailForReach(m_pFile->GetPath(), adPlace[k], k, origin[k]);
-            placed.anSteps[k] = static_cast<std::int32_t>(dSteps); // L6
-        }
-        placed.anColor = {pnt.r, pnt.g, pnt.b};
-        return placed;
+        if (pnt.IsFinite())
+            for (std::size_t k = 0; k < 3; ++k)
+                if (!FitsInt32(CompactUnits(adPlace[k], origin[k])))
+                    FailForReach(m_pFile->GetPath(), adPlace[k], k, origin[k]);
     }
 
     std::unique_ptr<CInputFile> m_pFile;

@@ -28,18 +28,28 @@ std::string Quote(const std::string& sText)
     return sQuoted + "'";
 }
 
+std::string FormatScale(const CTileUnits& units)
+{
+    if (!units.IsOther())
+        return {};
+    return units.dPlan == units.dHeight ? fmt::format(" --unit-scale={}", units.dPlan)
+                                        : fmt::format(" --unit-scale={},{}", units.dPlan, units.dHeight);
+}
+
 } // namespace
 
 void PrintGroundCommands(const std::string& sManifest, const std::string& sFolder)
 {
     const CManifest manifest = CManifest::Read(sManifest);
+    if (manifest.units.bAngles)
+        throw CFailure(sManifest,
+                       "x and y of its files are angles, the ground filter goes by metres: the files "
+                       "must be projected first");
     std::error_code error;
     std::filesystem::create_directories(sFolder, error);
     if (error)
         throw CFailure(sFolder, "cannot be created: " + error.message());
-    const std::string sScale = manifest.dPlanMetres > 0.0 && manifest.dPlanMetres != 1.0
-                                   ? fmt::format(" --unit-scale={}", manifest.dPlanMetres)
-                                   : std::string();
+    const std::string sScale = FormatScale(manifest.units);
     for (const CTileEntry& tile : manifest.vecTiles)
     {
         const std::string sOut = (std::filesystem::path(sFolder) / tile.sFile).string();

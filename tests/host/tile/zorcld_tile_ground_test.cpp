@@ -1,11 +1,13 @@
 #include <tests/host/support/CZorcld.h>
 #include <tests/host/tile/TileFiles.h>
+#include <tests/support/LasBytes.h>
 
 #include <gtest/gtest.h>
 
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <filesystem>
 
@@ -25,6 +27,25 @@ std::vector<TSteps> JoinGround(const CZorcld& zorcld, const std::string& sFolder
                                      fmt::format("--core={},{},{},{}", core[0], core[1], core[2], core[3])});
         EXPECT_EQ(run.nStatus, 0) << run.sErr;
         const std::vector<TSteps> vecPart = ReadNativePnts(sOut).vecPnts;
+        vecAll.insert(vecAll.end(), vecPart.begin(), vecPart.end());
+    }
+    std::sort(vecAll.begin(), vecAll.end());
+    return vecAll;
+}
+
+/// What the commands write that are printed for a folder of tiles, sorted.
+std::vector<TSteps> RunCommands(const CZorcld& zorcld, const std::string& sFolder)
+{
+    const CRun run = zorcld.Run({"tile", sFolder, "--print-commands", "ground"});
+    const std::string sScript =
+        zorcld.Write("run.sh", "set -e\nzorcld() { \"$ZORCLD\" \"$@\"; }\n" + run.sOut);
+    EXPECT_EQ(
+        std::system(("ZORCLD='" + CZorcld::GetProgram() + "' sh '" + sScript + "' >/dev/null 2>&1").c_str()),
+        0);
+    std::vector<TSteps> vecAll;
+    for (const auto& entry : std::filesystem::directory_iterator(sFolder + "/ground"))
+    {
+        const std::vector<TSteps> vecPart = ReadNativePnts(entry.path().string()).vecPnts;
         vecAll.insert(vecAll.end(), vecPart.begin(), vecPart.end());
     }
     std::sort(vecAll.begin(), vecAll.end());
@@ -152,6 +173,59 @@ TEST(ZorcldTileGround, CoreWithoutGround_NoFileAndStatusZero)
     EXPECT_FALSE(std::filesystem::exists(sOut));
 }
 
+// The windows are in metres, and so are the filter's coordinates: of a tile as of the whole.
+TEST(ZorcldTileGround, Feet_UnionOfPrintedCommandsIsTheGroundOfTheWhole)
+{
+    if (!CZorcld::HasLaszip())
+        GTEST_SKIP() << "LAS is not read";
+    const std::string sBoth =
+        "COMPD_CS[\"c\",PROJCS[\"p\",UNIT[\"foot\",0.3048]],VERT_CS[\"v\",UNIT[\"m\",1]]]";
+    for (const std::uint32_t nSeed : {11U, 12U, 13U})
+        for (const bool bHeightsInMetres : {false, true})
+        {
+            const CZorcld zorcld;
+            CLasFile las = LasOf(0, 0);
+            las.adScale = {0.001, 0.001, 0.001};
+            las.adOffset = {1500000.0, 700000.0, 0.0};
+            const std::vector<float> vecCoords = WithoutStacked(MakeScan(nSeed, 4000));
+            for (std::size_t i = 0; i < vecCoords.size(); i += 3)
+            {
+                const auto step = [&](std::size_t k, double dUnit)
+                { return static_cast<std::int32_t>(std::lround(vecCoords[i + k] / dUnit * 1000.0)); };
+                las.vecPnts.push_back(
+                    {step(0, 0.3048), step(1, 0.3048), step(2, bHeightsInMetres ? 1.0 : 0.3048), {}});
+            }
+            las.vecNamed = bHeightsInMetres ? std::vector<CLasNamedRecord>{LasWkt(sBoth)}
+                                            : LasGeoKeys({{1024, 0, 1, 1}, {3076, 0, 1, 9002}});
+            const std::string sFile = zorcld.Write("feet.las", las.GetBytes());
+            const std::vector<TSteps> vecWhole = FindGround(zorcld, sFile);
+            ASSERT_GT(vecWhole.size(), 100U);
+            for (const char* pSize : {"200", "333"})
+            {
+                const std::string sFolder = Cut(zorcld, sFile, pSize, "220");
+                EXPECT_EQ(ReadManifest(sFolder)["metres_per_unit"].get<double>(), 0.3048);
+                EXPECT_EQ(RunCommands(zorcld, sFolder), vecWhole) << nSeed << ' ' << pSize;
+            }
+        }
+}
+
+TEST(ZorcldTileGround, Degrees_ToldWhenCutAndNoCommands)
+{
+    if (!CZorcld::HasLaszip())
+        GTEST_SKIP() << "LAS is not read";
+    const CZorcld zorcld;
+    CLasFile las = LasOf(0, 100);
+    las.vecNamed = LasGeoKeys({{1024, 0, 1, 2}, {2048, 0, 1, 4326}});
+    const std::string sFile = zorcld.Write("degrees.las", las.GetBytes());
+    const std::string sFolder = zorcld.GetPath("tiles");
+    const CRun run = zorcld.Run({"tile", sFile, "-o", sFolder, "--size", "1", "--buffer", "0.1"});
+    EXPECT_EQ(run.nStatus, 0);
+    EXPECT_NE(run.sErr.find("x and y are angles"), std::string::npos) << run.sErr;
+    const CRun commands = zorcld.Run({"tile", sFolder, "--print-commands", "ground"});
+    EXPECT_EQ(commands.nStatus, 1);
+    EXPECT_TRUE(commands.HasOneErrLine()) << commands.sErr;
+}
+
 TEST(ZorcldTileGround, PrintedCommands_RunInAShell)
 {
     const CZorcld zorcld;
@@ -162,16 +236,5 @@ TEST(ZorcldTileGround, PrintedCommands_RunInAShell)
     ASSERT_EQ(run.nStatus, 0) << run.sErr;
     const CRun again = zorcld.Run({"tile", sFolder, "--print-commands", "ground"});
     EXPECT_EQ(again.sOut, run.sOut);
-    const std::string sScript =
-        zorcld.Write("run.sh", "set -e\nzorcld() { \"$ZORCLD\" \"$@\"; }\n" + run.sOut);
-    ASSERT_EQ(std::system(("ZORCLD='" + CZorcld::GetProgram() + "' sh '" + sScript + "' >/dev/null").c_str()),
-              0);
-    std::vector<TSteps> vecAll;
-    for (const auto& entry : std::filesystem::directory_iterator(sFolder + "/ground"))
-    {
-        const std::vector<TSteps> vecPart = ReadNativePnts(entry.path().string()).vecPnts;
-        vecAll.insert(vecAll.end(), vecPart.begin(), vecPart.end());
-    }
-    std::sort(vecAll.begin(), vecAll.end());
-    EXPECT_EQ(vecAll, FindGround(zorcld, sFile));
+    EXPECT_EQ(RunCommands(zorcld, sFolder), FindGround(zorcld, sFile));
 }
