@@ -34,6 +34,9 @@ def test_the_page_leads_from_nothing_to_a_picture(program: Path, tmp_path: Path)
     assert len(list((tmp_path / "ground").glob("*.cld"))) == 8
     picture = (tmp_path / "ground.png").read_bytes()
     assert picture.startswith(b"\x89PNG") and len(picture) > 20000
+    shown = ROOT / "docs" / "images" / "tiles-ground.png"
+    assert f"(images/{shown.name})" in (ROOT / "docs" / "tiles.md").read_text(encoding="utf-8")
+    assert shown.read_bytes().startswith(b"\x89PNG") and shown.stat().st_size < 150_000
 
 
 class FakeClient:

@@ -243,7 +243,10 @@ if __name__ == "__main__":
 def test_a_terminal_shows_progress(tiles: Tiles, tmp_path: Path, workers: str, shown: bytes) -> None:
     script = tmp_path / "script.py"
     script.write_text(SCRIPT, encoding="utf-8")
-    ours, theirs = pty.openpty()
+    try:
+        ours, theirs = pty.openpty()
+    except OSError:
+        pytest.skip("there are no terminals here")
     with subprocess.Popen(
         [sys.executable, str(script), str(tiles.folder), "0.05", workers], stdin=theirs, stdout=theirs, stderr=theirs
     ) as process:

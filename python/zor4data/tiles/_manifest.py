@@ -13,6 +13,7 @@ from numpy.typing import NDArray
 
 from .._cloud import Cloud
 from .._errors import ReadError
+from .._unit import Unit
 
 MANIFEST = "manifest.json"
 FORMAT = "zor4data-tiles"
@@ -93,7 +94,17 @@ class Manifest:
     margin: float
     origin: tuple[float, ...]
     has_color: bool
-    metres_per_unit: Optional[float]
+    unit: Optional[Unit]
+
+
+def _unit_from(data: Any) -> Optional[Unit]:
+    """The unit that the files stated, or None."""
+    metres, height = (
+        None if data[name] is None else float(data[name]) for name in ("metres_per_unit", "metres_per_height_unit")
+    )
+    if data["angles"]:
+        return Unit("an angle", None, height, True)
+    return None if metres is None else Unit(f"{metres:g} m", metres, height, False)
 
 
 def _tile_from(entry: Any) -> Tile:
@@ -122,7 +133,6 @@ def read_manifest(path: Path) -> Manifest:
     if data.get("format_version") != VERSION:
         raise ReadError(str(file), "it is a manifest of another version of the format", 0)
     try:
-        metres = data["metres_per_unit"]
         return Manifest(
             file.parent,
             tuple(map(_tile_from, data["tiles"])),
@@ -132,7 +142,7 @@ def read_manifest(path: Path) -> Manifest:
             float(data["margin"]),
             tuple(map(float, data["origin"])),
             bool(data["color"]),
-            None if metres is None else float(metres),
+            _unit_from(data),
         )
     except (KeyError, TypeError, ValueError) as error:
         raise ReadError(str(file), f"it is damaged: {error!r}", 0) from error

@@ -9,9 +9,11 @@ from typing import Any, Callable, Optional
 import numpy as np
 from numpy.typing import NDArray
 
-from .._cloud import Cloud
+from .._cloud import Cloud, wrap
+from .._errors import ReadError
 from .._make import read
 from .._query import Query
+from .._unit import Unit
 from ._manifest import Core, Tile
 from ._thin import choose_thinned
 
@@ -23,10 +25,21 @@ class Task:
     """Something to do with the cloud of any tile."""
 
     folder: Path
+    unit: Optional[Unit]
 
     def load(self, tile: Tile) -> Cloud:
-        """The tile with its buffer."""
-        return read(self.folder / tile.file, kind="native")
+        """The tile with its buffer, and with its unit, which native files do not keep.
+
+        Raises
+        ------
+        ReadError
+            Where it is another file than its manifest tells of.
+        """
+        path = self.folder / tile.file
+        cloud = read(path, kind="native")
+        if len(cloud) != tile.points + tile.buffer_points:
+            raise ReadError(str(path), "it is not the tile that its manifest tells of", 0)
+        return wrap(cloud._core, self.unit)
 
     def __call__(self, tile: Tile) -> Any:
         raise NotImplementedError
@@ -71,7 +84,7 @@ class Write(Task):
 class Ground(Write):
     """The ground."""
 
-    unit_scale: float
+    unit_scale: Optional[float]
 
     def choose(self, cloud: Cloud, core: Core) -> NDArray[np.bool_]:
         return cloud.ground_mask(unit_scale=self.unit_scale)

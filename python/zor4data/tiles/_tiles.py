@@ -124,7 +124,7 @@ class Tiles:
         def repeat(tile: Tile) -> str:
             return write_map_command(self.folder, tile.file, function, arguments)
 
-        return self._run("map", Map(self.folder, function, reach), repeat, self._tiles, client)
+        return self._run("map", Map(self.folder, self._manifest.unit, function, reach), repeat, self._tiles, client)
 
     def ground(self, out: PathLike, client: Any = None, *, unit_scale: Optional[float] = None) -> Parts:
         """The ground of each core as a native file of the tile's name: what the whole survey would keep there.
@@ -135,8 +135,8 @@ class Tiles:
             A folder, another one than that of the tiles. Made where it is missing.
         client : distributed.Client, optional
         unit_scale : float, optional
-            How many metres a coordinate unit is, as for `zor4data.Cloud.ground`. By default what the files state of x
-            and y, else 1.
+            How many metres a coordinate unit is, as for `zor4data.Cloud.ground`. By default what the files state,
+            else 1.
 
         Returns
         -------
@@ -145,11 +145,9 @@ class Tiles:
         Raises
         ------
         ValueError
-            Where the buffer is below the 67 metres that make it exact.
+            Where the buffer is below the 67 metres that make it exact, or x and y are angles.
         """
-        scale = self._manifest.metres_per_unit or 1.0
-        if unit_scale is not None:
-            scale = read_scale(unit_scale, None)[0]
+        scale, _ = read_scale(unit_scale, self._manifest.unit)
         needed = GROUND_BUFFER / scale
         if self.buffer < needed * (1.0 - 1e-12):
             raise ValueError(
@@ -157,7 +155,8 @@ class Tiles:
                 + (f", {GROUND_BUFFER:g} metres" if scale != 1.0 else "")
             )
         arguments = [] if unit_scale is None else [f"unit_scale={scale!r}"]
-        return self._write("ground", Ground(self.folder, self._make_out(out), scale), client, arguments)
+        task = Ground(self.folder, self._manifest.unit, self._make_out(out), unit_scale)
+        return self._write("ground", task, client, arguments)
 
     def thin(self, spacing: float, out: PathLike, client: Any = None) -> Parts:
         """One point for each cube of a grid of its own, as native files: the same points for any tiling.
@@ -179,7 +178,8 @@ class Tiles:
             raise ValueError(
                 f"spacing is {spacing}: it must be at least {LEAST_SPACING}, and at most the buffer, {self.buffer:g}"
             )
-        return self._write("thin", Thin(self.folder, self._make_out(out), size), client, [f"spacing={size!r}"])
+        task = Thin(self.folder, self._manifest.unit, self._make_out(out), size)
+        return self._write("thin", task, client, [f"spacing={size!r}"])
 
     def count(self, rect: Optional[tuple[float, float, float, float]] = None, client: Any = None) -> int:
         """How many points there are, or in a rectangle xmin, ymin, xmax, ymax, its edges included.
@@ -196,7 +196,7 @@ class Tiles:
         whole = sum(tile.points for tile in self._tiles if tile.lies_in(*edges))
         cut = tuple(tile for tile in self._tiles if tile.touches(*edges) and not tile.lies_in(*edges))
         repeat = self._repeat(f"count({edges!r})")
-        counts: list[int] = self._run("count", Count(self.folder, edges), repeat, cut, client)
+        counts: list[int] = self._run("count", Count(self.folder, self._manifest.unit, edges), repeat, cut, client)
         return whole + sum(counts)
 
     def inside(self, polygons: Any, client: Any = None) -> Points:
@@ -210,7 +210,7 @@ class Tiles:
         rings = [[ring.tolist() for ring in part] for part in parts]
         shape = {"type": "MultiPolygon", "coordinates": rings}
         repeat = self._repeat(f"inside({shape!r})")
-        found = self._run("inside", Find(self.folder, Query.inside(shape)), repeat, near, client)
+        found = self._run("inside", Find(self.folder, self._manifest.unit, Query.inside(shape)), repeat, near, client)
         return Points(self._join(found), self._manifest.origin)
 
     def outline(self, distance: float, client: Any = None) -> Outline:
@@ -224,7 +224,7 @@ class Tiles:
             raise ValueError(f"distance is {distance}: it must be above 0")
         step = max(1, math.ceil(self.count() / MAX_OUTLINE))
         repeat = self._repeat(f"outline({reach!r})")
-        records = self._run("outline", Share(self.folder, step), repeat, self._tiles, client)
+        records = self._run("outline", Share(self.folder, self._manifest.unit, step), repeat, self._tiles, client)
         origin = self._manifest.origin
         return from_arrays(Points(self._join(records), origin).xyz(), origin=origin).outline(reach)
 
