@@ -19,6 +19,8 @@ namespace
 // Coordinates up to here are doubles finer than a fiftieth of a step, so that half steps are told apart.
 constexpr double c_dMaxPlace = 1.0e10;
 
+constexpr double c_dMostMargins = 16.0; // times the size: a point is then in some thousand tiles
+
 /// Ten ends of windows are rounded on the way from a point to the farthest that decides about it, and the
 /// coordinates of both: each by half of what floats lie apart there.
 double CalcMargin(const TOrigin& origin, double dBuffer, double dMetres)
@@ -54,6 +56,11 @@ CTileGrid::CTileGrid(double dSize, double dBuffer, const TOrigin& origin, double
     }
     if (dBuffer > 0.0)
         m_dMargin = CalcMargin(origin, dBuffer, dPlanMetres > 0.0 ? dPlanMetres : 1.0);
+    if (m_dMargin > c_dMostMargins * dSize)
+        throw CUsageError(fmt::format(
+            "--size: coordinates as large as {:.6g} are so coarse that a tile needs {:.6g} "
+            "units more around it than the buffer; {:g} is too small beside them",
+            static_cast<double>(std::max(std::fabs(origin[0]), std::fabs(origin[1]))), m_dMargin, dSize));
     m_nReach = static_cast<std::int64_t>(std::ceil((dBuffer + m_dMargin) * c_dCompactScale));
 }
 

@@ -114,6 +114,12 @@ std::optional<CTilePlan> CTileWork::ReadPlan() const
     }
 }
 
+bool CTileWork::HasPlan() const
+{
+    std::error_code error;
+    return fs::exists(m_sWork + c_pPlan, error);
+}
+
 void CTileWork::WritePlan(const CTilePlan& plan) const
 {
     ClearPnts();

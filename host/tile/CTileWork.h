@@ -25,7 +25,9 @@ public:
     /// Where tiles' points wait for their octrees.
     std::string GetPntsFolder() const { return m_sWork + "/points"; }
 
+    /// @return none, too, where another version of the program has made it.
     std::optional<CTilePlan> ReadPlan() const;
+    bool HasPlan() const; ///< of any version
     /// Forgets what an earlier plan has left.
     void WritePlan(const CTilePlan& plan) const;
 

@@ -103,6 +103,21 @@ private:
         }
     }
 
+    /// Files of these names that nothing here tells of are somebody's, maybe those to be cut.
+    void RefuseOthersTiles() const
+    {
+        std::error_code error;
+        for (const fs::directory_entry& entry : fs::directory_iterator(m_sFolder, error))
+        {
+            const std::string sName = entry.path().filename().string();
+            if (sName.rfind("tile_", 0) == 0 && entry.path().extension() == ".cld")
+                throw CFailure(m_sFolder,
+                               fmt::format("holds {}, which no manifest there tells of; another folder, "
+                                           "or this one emptied, takes tiles",
+                                           sName));
+        }
+    }
+
     /// @return the tiles that an earlier run has made. Leaves the plan, or a manifest.
     std::vector<CTileEntry> FindDone()
     {
@@ -117,6 +132,8 @@ private:
         }
         if (!CManifest::IsManifest(m_sFolder))
         {
+            if (!m_work.HasPlan())
+                RefuseOthersTiles();
             MakeNewPlan();
             return {};
         }

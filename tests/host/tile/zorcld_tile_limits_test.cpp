@@ -48,7 +48,7 @@ std::string MakeScanPly(const CLasFile& las)
 int TileWithin(const CZorcld& zorcld, const std::string& sFile, const std::string& sFolder, long nMaxKib)
 {
     fs::remove_all(sFolder);
-    const CRun run = zorcld.Run({"tile", sFile, "-o", sFolder, "--size", "200"}, nMaxKib);
+    const CRun run = zorcld.Run({"tile", sFile, "-o", sFolder, "--size", "100"}, nMaxKib);
     if (run.nStatus != 0)
         return run.nStatus;
     for (const nlohmann::json& tile : GetTiles(sFolder))

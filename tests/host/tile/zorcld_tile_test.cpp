@@ -158,6 +158,49 @@ TEST(ZorcldTile, Colours_StayWithTheirPnts)
     EXPECT_NE(ReadBytes(zorcld.GetPath("out.csv")).find(",200,100,50\n"), std::string::npos);
 }
 
+TEST(ZorcldTile, FilesOfTheSameNames_AreNotOverwritten)
+{
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("scan.ply", MakePly(MakeScan(5, 500)));
+    const std::string sFolder = zorcld.GetPath("tiles");
+    ASSERT_EQ(zorcld.Run({"tile", sFile, "-o", sFolder, "--size", "1000"}).nStatus, 0);
+    const std::string sTile = sFolder + "/" + GetTiles(sFolder).front()["file"].get<std::string>();
+    const std::string sBytes = ReadBytes(sTile);
+    std::filesystem::remove(sFolder + "/manifest.json");
+    for (const std::string& sSource : {sTile, sFile})
+    {
+        const CRun run = zorcld.Run({"tile", sSource, "-o", sFolder, "--size", "1000"});
+        EXPECT_EQ(run.nStatus, 1);
+        EXPECT_TRUE(run.HasOneErrLine()) << run.sErr;
+        EXPECT_NE(run.sErr.find("which no manifest there tells of"), std::string::npos) << run.sErr;
+        EXPECT_TRUE(ReadBytes(sTile) == sBytes);
+    }
+}
+
+TEST(ZorcldTile, OtherFilesInTheFolder_Stay)
+{
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("scan.ply", MakePly(MakeScan(5, 500)));
+    std::filesystem::create_directory(zorcld.GetPath("tiles"));
+    const std::string sOther = zorcld.Write("tiles/notes.txt", "mine");
+    ASSERT_EQ(zorcld.Run({"tile", sFile, "-o", zorcld.GetPath("tiles"), "--size", "50"}).nStatus, 0);
+    EXPECT_EQ(ReadBytes(sOther), "mine");
+}
+
+TEST(ZorcldTile, AllEqualAndSinglePnts_AreTiles)
+{
+    const CZorcld zorcld;
+    const std::string sOne = zorcld.Write("one.ply", MakePly({1, 2, 3}));
+    const std::string sEqual = zorcld.Write("equal.ply", MakePly(std::vector<float>(300, 5.0F)));
+    for (const auto& [sFile, nNum] : {std::pair{sOne, 1}, std::pair{sEqual, 100}})
+    {
+        const std::string sFolder = sFile + ".tiles";
+        ASSERT_EQ(zorcld.Run({"tile", sFile, "-o", sFolder, "--size", "0.5", "--buffer", "0"}).nStatus, 0);
+        EXPECT_EQ(ReadManifest(sFolder)["points"], nNum);
+        EXPECT_EQ(GetTiles(sFolder).size(), 1U);
+    }
+}
+
 TEST(ZorcldTile, WrongUsage_StatusTwoAndOneLine)
 {
     const CZorcld zorcld;
