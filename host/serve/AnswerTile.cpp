@@ -4,6 +4,7 @@
 #include <host/serve/CRequest.h>
 #include <host/serve/CServed.h>
 #include <host/serve/MakeTile.h>
+#include <host/serve/ReadAttribute.h>
 
 #include <fmt/format.h>
 
@@ -47,6 +48,8 @@ std::shared_ptr<const CAttribute> FindAttribute(const CRequest& request, const C
     const std::string* const pColor = request.FindParam("color");
     if (pColor == nullptr || *pColor == "file")
         return nullptr;
+    if (ParseAttribute(*pColor) == LasAttribute_None)
+        throw CRefusal(400, "color is none of file, class, intensity and return");
     auto pAttribute = served.FindAttribute(*pColor);
     if (pAttribute == nullptr)
         throw CRefusal(404, "these colours have not been made (/api/color)");

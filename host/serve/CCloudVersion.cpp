@@ -50,7 +50,8 @@ CCloudVersion::CCloudVersion(const CPntCld& cloud, std::string sName, std::int64
     : m_cloud(cloud), m_sName(std::move(sName)), m_nVersion(nVersion), m_arrays(GetPntArrays(m_cloud)),
       m_vecFileIndices(std::move(vecFileIndices))
 {
-    static_cast<void>(GetRootCube(m_cloud, m_root));
+    if (m_arrays.nNumPnts > 0) // else the octree's origin is that of no point
+        static_cast<void>(GetRootCube(m_cloud, m_root));
     m_nNumLevels = CalcNumLevels();
 }
 

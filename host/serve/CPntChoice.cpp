@@ -61,6 +61,8 @@ CQuery ParsePlanes(const CRequest& request)
             continue;
         if (!options.sBox.empty())
             throw CRefusal(400, "box: there can be one");
+        if (sValue.empty()) // which is no box to ParseQuery
+            throw CRefusal(400, "box: it is empty");
         options.sBox = sValue;
     }
     return ParseQuery(options);

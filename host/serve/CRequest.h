@@ -38,8 +38,10 @@ struct CRequest
     std::shared_ptr<const std::atomic<bool>> pGone; ///< has the client gone; null: not looked at
 };
 
-/// Takes the target of a request line apart: path and parameters behind a question mark.
-/// @return false where it does not begin with a slash, or holds an escape that is none or stands for a byte
+/// Takes the target of a request line apart: path and parameters behind a question mark. Where it is a whole
+/// address its host replaces that of the request.
+/// @return false where it is no address and does not begin with a slash, or holds an escape that is none or
+/// stands for a byte
 ///         below a blank.
 bool ParseTarget(std::string_view sTarget, CRequest& request);
 

@@ -29,11 +29,12 @@ struct CTile
     bool bMore = false;
 };
 
-/// Truncation puts points a few units beside their nominal cube. Those of a cloud wider than its octree's
-/// cubes, which end with int32, may lie far outside.
+/// Truncation puts points beside their nominal cube, by less than a unit a level: these are moved onto its
+/// end. Those of a cloud wider than its octree's cubes, which end with int32, may lie far outside.
 bool IsTooNarrow(std::int64_t nEdge, std::int64_t nNeeded)
 {
-    return nNeeded > nEdge + nEdge / 128 + 4;
+    constexpr std::int64_t c_nTruncated = 48; // to both sides together
+    return nNeeded > nEdge + std::min(nEdge / 128 + 4, c_nTruncated);
 }
 
 std::size_t CalcNumBytes(std::int64_t nNumPnts)

@@ -251,6 +251,8 @@ TEST_F(Answer_case, Errors_OneLineEach)
         {"/api/tile/77/0/1/0/0", 404},
         {"/api/tile/77/99/0/0/0", 404},
         {"/api/tile/77/0/0/0/0?color=class", 404},
+        {"/api/tile/77/0/0/0/0?color=bogus", 400},
+        {"/api/tile/77/0/0/0/0?color=", 400},
         {"/api/tile/77/0/0/0", 400},
         {"/api/tile/77/0/0/0/-1", 400},
         {"/api/tile/77/0/0/0/0/", 400},
@@ -269,6 +271,10 @@ TEST_F(Answer_case, Errors_OneLineEach)
         {"/api/count?version=5", 404},
         {"/api/count?version=77.5", 404},
         {"/api/count?box=1,1,1,2,2,2&box=1,1,1,2,2,2", 400},
+        {"/api/count?box=", 400},
+        {"/api/count?box=&box=0,0,0,1,1,1", 400},
+        {"/api/export?format=csv&box=", 400},
+        {"/api/pick?ox=1&oy=1&oz=1&dx=1&dy=1&dz=1&tan=1&box=", 400},
         {"/api/count?polygon=1e200,1e200,-1e200,1e200,0,-1e200", 400},
         {"/api/export?format=csv&polygon=0,0,1,0,0,1e13", 400},
         {"/api/profile?x1=1&y1=1&x2=2&y2=1&width=1e150", 400},
@@ -283,6 +289,12 @@ TEST_F(Answer_case, Errors_OneLineEach)
         {"/api/ground?scale=-1", 400},
         {"/api/ground?scale=0", 400},
         {"/api/color?by=taste", 400},
+        {"/api/color?by=taste&cancel=1", 400},
+        {"/api/color?cancel=2", 400},
+        {"/api/color?cancel=0", 400},
+        {"/api/ground?cancel=", 400},
+        {"/api/outline?cancel=yes", 400},
+        {"/api/outline?cancel=0", 400},
     };
     for (const auto& [sTarget, nStatus] : vecCases)
     {
@@ -361,6 +373,20 @@ TEST_F(Answer_case, Page_CompressedForThoseWhoTakeIt)
     for (const char* const pNot :
          {"", "identity", "br", "gzip;q=0", "gzip; q=0.00, br", "xgzip", ",", ";q=0"})
         EXPECT_FALSE(isGzip(pNot)) << pNot;
+}
+
+// An origin is the first point's.
+TEST(Answer, NoPoints_NoOriginAndNoColors)
+{
+    CPntCld cloud(nullptr);
+    cloud.OnReadType(PntCldType_PntColor);
+    cloud.OnReadNumPnts(0);
+    cloud.OnReadEnd();
+    CTestShow show(&cloud);
+    const auto info = show.GetJson("/api/info");
+    EXPECT_EQ(info["points"], 0);
+    EXPECT_EQ(info["origin"], (nlohmann::ordered_json{0.0, 0.0, 0.0}));
+    EXPECT_EQ(info["color"], false);
 }
 
 TEST(Answer, Loading_TellsHowFar)

@@ -329,4 +329,13 @@ TEST(Jobs, Color_EachPointHasItsOwnClass)
     EXPECT_EQ(show.FinishJob("/api/color?by=intensity")["legend"].size(), 0U);
 }
 
+TEST(Jobs, CancelZero_CancelsNothing)
+{
+    const auto pCloud = MakeShownCloud(MakeHills(60), true);
+    CTestShow show(pCloud.get());
+    EXPECT_EQ(show.FinishJob("/api/outline?cancel=0&distance=2")["state"], "done");
+    EXPECT_EQ(show.FinishJob("/api/ground?cancel=0&scale=1")["state"], "done");
+    EXPECT_EQ(show.GetJson("/api/color?cancel=1&by=class")["state"], "idle");
+}
+
 } // namespace
