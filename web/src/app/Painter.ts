@@ -2,7 +2,7 @@ import type { App } from './App';
 import { placeOf } from '../data/info';
 import { Pen } from '../paint/Pen';
 import { legendWidth, paintLegend } from '../paint/legend';
-import { paintClipBox, paintCorridor, paintGathering, paintHover, paintMark } from '../paint/paintMarks';
+import { paintClipBox, paintCorridor, paintGathering, paintHover, paintMark, paintMiddle } from '../paint/paintMarks';
 import { paintNorth, paintScaleBar } from '../paint/scaleBar';
 import type { Vec3 } from '../math/vec3';
 import type { View } from '../view/View';
@@ -42,8 +42,9 @@ export class Painter {
     }
 
     #paintTool(pen: Pen): void {
-        const { gathering, hovered } = this.app;
+        const { gathering, hovered, aimsWithKeys } = this.app;
         if (gathering === null) return;
+        if (aimsWithKeys) paintMiddle(pen);
         const place = hovered === null ? null : placeOf(hovered);
         paintGathering(pen, gathering, place);
         if (place !== null) paintHover(pen, place);

@@ -24,7 +24,7 @@ const handling: readonly (readonly [string, string])[] = [
     ['One finger', 'turn; on the map: shift'],
     ['Two fingers', 'shift, zoom and turn'],
     ['W A S D Q E, flying', 'ahead, left, back, right, down, up; with Shift faster; drag to look around'],
-    ['Space, with a tool', 'take the point in the middle'],
+    ['Space, with a tool', 'take the point in the middle, where the cross is'],
     ['Backspace, with a tool', 'take back the last point'],
     ['Enter, Escape', 'end a tool; leave it'],
 ];
@@ -32,8 +32,8 @@ const handling: readonly (readonly [string, string])[] = [
 export function showHelp(): void {
     const lists = ['View', 'Measure', 'Cut and choose', 'Page'].map((group) => {
         const list = h('dl', { class: 'keys' });
-        for (const { keys, label } of commands.filter((command) => command.group === group && command.keys.length > 0))
-            list.append(h('dt', {}, h('kbd', {}, showKey(keys[0]))), h('dd', {}, label));
+        for (const command of commands.filter((each) => each.group === group && each.keys.length > 0))
+            list.append(h('dt', {}, h('kbd', {}, showKey(command))), h('dd', {}, command.label));
         return h('div', {}, h('h3', {}, group), list);
     });
     const hands = h('dl', { class: 'hands' });
