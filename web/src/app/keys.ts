@@ -44,8 +44,9 @@ function handleKey(app: App, event: KeyboardEvent): boolean {
 /** Without a mouse: the point in the middle of the picture is taken with the space bar. */
 function handleToolKey(app: App, event: KeyboardEvent): boolean {
     const onButton = event.target instanceof HTMLButtonElement;
-    if (event.key === 'Enter' && !onButton && app.gathering?.canFinish) app.finishTool();
-    else if (event.key === 'Backspace') {
+    if (event.key === 'Enter' && !onButton && app.gathering !== null) {
+        void app.gathering.taken.then(() => app.finishTool());
+    } else if (event.key === 'Backspace') {
         app.gathering?.removeLast();
         app.ui.updateTool();
         app.redraw();

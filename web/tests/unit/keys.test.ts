@@ -21,7 +21,7 @@ function makeApp(camera: Camera, tool: ToolName, picked: PickedPoint | null | un
         proportions: { stretch: [1, 1, 1] },
         info: { heights: null },
         bounds: () => ({ min: [0, 0, 0], max: [1, 1, 1] }),
-        picker: { pick: () => Promise.resolve(picked) },
+        picker: { pick: (): Promise<PickedPoint | null | undefined> => Promise.resolve(picked) },
         ui: { tellOnce: (text: string) => told.push(text) },
         view: () => new View(app.state.camera, 200, 100),
         setCamera: (to: Camera) => (app.state.camera = to),
@@ -85,4 +85,14 @@ test('TakePlace_AnotherToolThatWasBegunMeanwhileGetsNothing', async () => {
     app.gathering = new Gathering(toolKinds.area);
     await taking;
     assert.equal(taken.length, 0);
+});
+
+test('ClicksOneAfterTheOther_KeepTheirOrderWhicheverAnswerComesFirst', async () => {
+    const { app, taken, asApp } = makeApp(map, 'polygon', null);
+    const answers: ((point: PickedPoint) => void)[] = [];
+    app.picker.pick = () => new Promise((done) => answers.push(done));
+    const clicks = [0, 1, 2].map((k) => takePlace(asApp, 10 * k, 5));
+    for (const k of [2, 0, 1]) answers[k]({ index: k, x: k, y: 0, z: 0, color: null });
+    await Promise.all(clicks);
+    assert.deepEqual(taken.map(({ index }) => index), [0, 1, 2]);
 });
