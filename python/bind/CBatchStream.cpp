@@ -140,6 +140,8 @@ CBatchStream::~CBatchStream()
 {
     if (getpid() != m_nProcess)
         static_cast<void>(m_pState.release());
+    else
+        Close(); // without the lock: the query may be long on its way to where it stops
 }
 
 py::array_t<std::int32_t> CBatchStream::GetNext()

@@ -101,7 +101,7 @@ TCloudPtr CloudFromBytes(const py::buffer& bytes)
     const CReleasedGil released;
     CMemFile file;
     if (!file.Write(static_cast<const char*>(info.ptr), info.size * info.itemsize))
-        throw std::bad_alloc();
+        ThrowErrno(errno);
     CPntCld cld(nullptr);
     if (!LoadNative(cld, nullptr, zor::String(file.GetPath().c_str())))
         return nullptr;
@@ -115,12 +115,15 @@ py::bytes BytesFromCloud(const CCloud& cloud)
     {
         const CReleasedGil released;
         CPntCld cld(cloud.GetCld()); // a save is no const operation, though it changes nothing here
+        errno = 0;
         cld.WriteToFile(zor::String(file.GetPath().c_str()), 1);
+        if (errno != 0)
+            ThrowErrno(errno); // memory is full, or files may not grow so large: the end would be missing
         nSize = file.FindSize();
     }
     const CPntArrays& arrays = cloud.GetArrays();
     if (nSize < std::int64_t{arrays.nNumPnts} * arrays.nStride)
-        throw std::bad_alloc(); // memory is the only disk that can be full
+        throw std::bad_alloc();
     PyObject* const pBytes = PyBytes_FromStringAndSize(nullptr, nSize);
     if (pBytes == nullptr)
         throw py::error_already_set();

@@ -122,6 +122,17 @@ def test_points_cannot_be_written() -> None:
         points.flags.writeable = True
 
 
+def test_fields_renamed_in_one_view_stay_in_all_others() -> None:
+    for rgb in (None, np.zeros((9, 3), np.uint8)):
+        cloud = zor4data.from_arrays(scatter(9, 1), rgb)
+        kept, renamed = cloud.points, cloud.points
+        names = kept.dtype.names
+        renamed.dtype.names = ("X", "Y", "Z", "R", "G", "B")[: len(names or ())]
+        assert kept.dtype.names == names == cloud.points.dtype.names
+        assert (zor4data.POINT if rgb is None else zor4data.COLOR_POINT).names == names
+        assert (renamed["X"] == kept["x"]).all()
+
+
 def test_points_outlives_the_cloud() -> None:
     cloud = zor4data.from_arrays(scatter(200000, 5))
     points, copy = cloud.points, cloud.points.copy()
