@@ -66,7 +66,7 @@ def test_from_arrays_takes_any_layout() -> None:
         ([[float("nan"), 0, 0]], r"xyz\[0, 0\] .*finite"),
         ([[0, 0, 0], [214748.4, 0, 0]], r"xyz\[1, 0\].*farther than 214748.3647"),
         ([[0, 0, 0], [-214748.4, 0, 0]], r"xyz\[1, 0\].*farther than 214748.3647"),
-        ([[1e300, 0, 0]], r"xyz\[0, 0\].*(finite|farther)"),
+        ([[1e300, 0, 0]], r"xyz\[0, 0\].*which no float32 holds"),
     ],
 )
 def test_from_arrays_of_what_is_no_cloud_says_why(xyz: object, reason: str) -> None:
