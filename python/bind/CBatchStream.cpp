@@ -42,6 +42,13 @@ public:
         m_changed.notify_all();
     }
 
+    void OnWork() override
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_bClosed)
+            throw CStop();
+    }
+
     /// @return the next batch; empty: the end. None where it has not come yet.
     std::optional<TBatch> WaitForNext(std::chrono::milliseconds nAtMost)
     {
