@@ -37,6 +37,8 @@ public:
         m_nNum += nNum;
     }
 
+    void OnWork() override { m_watch.PollClock(); }
+
     /// @return the indices as an array, which takes over their memory. The buffer is then empty.
     pybind11::array_t<std::int32_t> MakeArray()
     {
