@@ -62,6 +62,11 @@ test('Budget_OfTheLinkTheSliderAndThePageAreTheSame', async () => {
 
 test('Ground_InTheColoursOfClassesWithTheIndicesOfTheFile', async () => {
     await window.show(served, hashOf(map, `${flat}&color=class`));
+    for (let tries = 0; (await colorAt([10, 10, 0])).join() === '255,255,255'; ++tries) {
+        assert.ok(tries < 200);
+        await new Promise((done) => setTimeout(done, 50)); // the colours of classes are made first
+    }
+    await window.settled();
     const whole = [await colorAt([10, 10, 0]), await colorAt([50, 50, 0]), await colorAt([24, 34, 9])];
     await window.show(served, hashOf(map, `${flat}&color=class&ground=1`));
     await window.page.waitForFunction(() => document.querySelector('.drawn')?.textContent?.includes('of the ground'));
