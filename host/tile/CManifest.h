@@ -83,13 +83,9 @@ std::string FindManifestPath(const std::string& sPath);
 std::string FindTilePath(const std::string& sPath, const CTileEntry& tile);
 
 nlohmann::ordered_json JsonFromTile(const CTileEntry& tile);
-CTileEntry TileFromJson(const nlohmann::ordered_json& json);
 nlohmann::ordered_json JsonFromFile(const CTiledFile& file);
-CTiledFile FileFromJson(const nlohmann::ordered_json& json);
 nlohmann::ordered_json JsonFromOptions(const CTileOptions& options);
-CTileOptions OptionsFromJson(const nlohmann::ordered_json& json);
 nlohmann::ordered_json JsonFromUnits(const CTileUnits& units);
-CTileUnits UnitsFromJson(const nlohmann::ordered_json& json);
 
 } // namespace zorcld
 
