@@ -1,15 +1,8 @@
 #include <host/tile/CManifest.h>
 
-#include <host/output/CFailure.h>
 #include <host/output/COutFile.h>
-#include <host/tile/ManifestFields.h>
 
-#include <array>
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 namespace zorcld
 {
@@ -20,21 +13,9 @@ using TJson = nlohmann::ordered_json;
 namespace
 {
 
-constexpr const char* c_pFormat = "zor4data-tiles";
-constexpr int c_nFormatVersion = 1;
-
 TJson JsonFromBox(const zor::geom::RECT_3D& box)
 {
     return {{"min", {box.xmin, box.ymin, box.zmin}}, {"max", {box.xmax, box.ymax, box.zmax}}};
-}
-
-std::string ReadText(const std::string& sPath)
-{
-    std::ifstream file(sPath, std::ios::binary);
-    std::ostringstream text;
-    if (!file || !(text << file.rdbuf()))
-        throw CFailure(sPath, std::string("cannot be read: ") + std::strerror(errno));
-    return text.str();
 }
 
 } // namespace
@@ -81,34 +62,6 @@ std::string FindManifestPath(const std::string& sPath)
 std::string FindTilePath(const std::string& sPath, const CTileEntry& tile)
 {
     return (fs::path(FindManifestPath(sPath)).parent_path() / tile.sFile).string();
-}
-
-bool CManifest::IsManifest(const std::string& sPath)
-{
-    const std::string sFile = FindManifestPath(sPath);
-    std::error_code error;
-    if (!fs::is_regular_file(sFile, error) || fs::path(sFile).extension() != ".json")
-        return false;
-    // The name says it, so that what is wrong in the file is told; else its text, whatever the order of keys.
-    return fs::path(sFile).filename() == c_pFile || ReadText(sFile).find(c_pFormat) != std::string::npos;
-}
-
-CManifest CManifest::Read(const std::string& sPath)
-{
-    const std::string sFile = FindManifestPath(sPath);
-    const TJson json = TJson::parse(ReadText(sFile), nullptr, false);
-    if (!json.is_object() || json.value("format", TJson()) != c_pFormat)
-        throw CFailure(sFile, "is no manifest of tiles");
-    if (json.value("format_version", TJson()) != c_nFormatVersion)
-        throw CFailure(sFile, "is a manifest of another version of the format");
-    try
-    {
-        return ManifestFromJson(CJsonField(json));
-    }
-    catch (const CFieldError& error)
-    {
-        throw CFailure(sFile, std::string("is damaged: ") + error.what());
-    }
 }
 
 void CManifest::Write(const std::string& sPath) const

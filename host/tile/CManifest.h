@@ -53,6 +53,8 @@ struct CTileEntry
 struct CManifest
 {
     static constexpr const char* c_pFile = "manifest.json";
+    static constexpr const char* c_pFormat = "zor4data-tiles";
+    static constexpr int c_nFormatVersion = 1;
 
     CTileOptions options;
     double dMargin = 0.0;

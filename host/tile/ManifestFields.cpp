@@ -8,8 +8,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
 #include <limits>
 #include <set>
+#include <sstream>
 
 namespace zorcld
 {
@@ -95,6 +100,15 @@ void CheckSums(const CManifest& manifest, const CJsonField& json)
     if (nNumRead != manifest.nNumPnts + manifest.nNumDuplicates ||
         (manifest.nNumDuplicates != 0 && !manifest.options.bDedupe))
         json.At("duplicates_removed").Fail("does not fit the points of sources and tiles");
+}
+
+std::string ReadText(const std::string& sPath)
+{
+    std::ifstream file(sPath, std::ios::binary);
+    std::ostringstream text;
+    if (!file || !(text << file.rdbuf()))
+        throw CFailure(sPath, std::string("cannot be read: ") + std::strerror(errno));
+    return text.str();
 }
 
 } // namespace
@@ -194,6 +208,36 @@ CManifest ManifestFromJson(const CJsonField& json)
         json.At("tiles").Fail("is empty");
     CheckSums(manifest, json);
     return manifest;
+}
+
+bool CManifest::IsManifest(const std::string& sPath)
+{
+    const std::string sFile = FindManifestPath(sPath);
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(sFile, error) ||
+        std::filesystem::path(sFile).extension() != ".json")
+        return false;
+    // The name says it, so that what is wrong in the file is told; else its text, whatever the order of keys.
+    return std::filesystem::path(sFile).filename() == c_pFile ||
+           ReadText(sFile).find(c_pFormat) != std::string::npos;
+}
+
+CManifest CManifest::Read(const std::string& sPath)
+{
+    const std::string sFile = FindManifestPath(sPath);
+    const CJsonField::TJson json = CJsonField::TJson::parse(ReadText(sFile), nullptr, false);
+    if (!json.is_object() || json.value("format", CJsonField::TJson()) != c_pFormat)
+        throw CFailure(sFile, "is no manifest of tiles");
+    if (json.value("format_version", CJsonField::TJson()) != c_nFormatVersion)
+        throw CFailure(sFile, "is a manifest of another version of the format");
+    try
+    {
+        return ManifestFromJson(CJsonField(json));
+    }
+    catch (const CFieldError& error)
+    {
+        throw CFailure(sFile, std::string("is damaged: ") + error.what());
+    }
 }
 
 } // namespace zorcld

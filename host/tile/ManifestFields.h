@@ -8,7 +8,7 @@ namespace zorcld
 {
 
 // What is read of a manifest, and of the notes beside unfinished tiles. All throw CFieldError: for what is
-// missing, of another type, out of range, or contradicts the rest. docs/tiles.md lists what must hold.
+// missing, of another type, out of range, or contradicts the rest.
 
 CManifest ManifestFromJson(const CJsonField& json);
 CTileEntry TileFromJson(const CJsonField& json);
