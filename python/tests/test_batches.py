@@ -104,7 +104,7 @@ def test_batches_let_go_in_their_midst_leave_other_threads_alone() -> None:
         watcher.join()
     finally:
         signal.signal(signal.SIGALRM, before)
-    assert len(times) > 2 and np.diff(times).max() < 0.4
+    assert len(times) >= 2 and np.diff(times).max() < 0.4
 
 
 def test_batches_are_of_a_cloud() -> None:

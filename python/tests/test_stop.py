@@ -199,7 +199,7 @@ def comb(count: int) -> Array:
 
 def test_ctrl_c_stops_questions_with_hardly_an_answer() -> None:
     cloud = zor4data.from_arrays(np.random.default_rng(1).uniform(0, 1000, (200_000, 3)))
-    turns = np.random.default_rng(2).uniform(0, 2 * np.pi, 20_000)
+    turns = np.random.default_rng(2).uniform(0, 2 * np.pi, 200_000)
     planes = np.column_stack([np.cos(turns), np.sin(turns), 0.0 * turns, -500 * (np.cos(turns) + np.sin(turns)) - 450])
     runs: list[Callable[[], Any]] = [
         lambda: cloud.inside(comb(20_000)),

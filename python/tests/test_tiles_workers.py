@@ -159,6 +159,9 @@ def test_a_killed_worker_changes_nothing(tiles: Tiles, client: Any, ground: dict
     wait = kill_while_written(client, out)
     tiles.ground(out, client)
     assert wait()  # the work was not done yet
+    if any(out.glob("*.zorcld-*")):  # killed before it wrote: for a moment an empty file may be somebody's
+        time.sleep(1.1)
+        tiles.ground(out, client)
     assert hash_files(out) == ground  # and nothing else lies there
 
 
