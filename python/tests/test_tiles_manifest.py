@@ -18,6 +18,7 @@ from tour import ROOT
 import zor4data
 import zor4data.tiles
 from zor4data.tiles import Tiles, TilesError
+from zor4data.tiles._grid import find_margin
 
 #: What the tests of the command-line host go by, too: `put` in the place of what stands `at`, and the field told.
 DAMAGES = json.loads((ROOT / "tests" / "host" / "tile" / "damaged_manifests.json").read_text(encoding="utf-8"))
@@ -165,3 +166,31 @@ def test_a_tile_with_a_changed_byte_fails_wherever_it_is_read(
     with pytest.raises(TilesError, match="it cannot be read: No such file"):
         copied.only(name).map(lambda cloud, core: None)
     assert copied.count() == 6000  # no tile is opened
+
+
+def test_a_margin_too_small_for_a_unit_by_hand_is_refused(tmp_path: Path, run_program: Run) -> None:
+    # Where floats lie 0.25 feet apart, and in metres 0.41 of one.
+    rng = np.random.default_rng(11)
+    xyz = (rng.uniform((0, 0, 0), (400, 400, 9), (500, 3)) + (3_500_000.0, 0.0, 0.0)).round(3)
+    tiles = Survey(write_ply(tmp_path / "feet.ply", xyz), run_program).cut(200.0, 220.0)
+    manifest = json.loads((tiles.folder / "manifest.json").read_text(encoding="utf-8"))
+
+    def reach(margin: float, **units: Any) -> Tiles:
+        file = tiles.folder / "stated.json"
+        file.write_text(json.dumps({**manifest, **units, "margin": margin}), encoding="utf-8")
+        return zor4data.tiles.open(file)
+
+    with pytest.raises(ValueError, match="buffer of 220 and a margin of 1.5: .* needs 222.277 together"):
+        reach(1.5).ground(tmp_path / "ground", unit_scale=0.3048)
+    with pytest.raises(ValueError, match="buffer of 220 and a margin of 1.5: .* needs 222.277 together"):
+        reach(1.5, metres_per_unit=0.3048).ground(tmp_path / "ground")
+    assert len(reach(2.5).ground(tmp_path / "ground", unit_scale=0.3048)) > 0
+    assert len(reach(1.5).ground(tmp_path / "ground")) > 0
+
+
+def test_twice_the_margin_does_for_any_unit() -> None:
+    rng = np.random.default_rng(2)
+    for exponent, metres in zip(rng.uniform(-2.0, 9.0, 2000), 10.0 ** rng.uniform(-6.0, 6.0, 2000)):
+        origin, buffer = (10.0**exponent, 0.0, 0.0), 67.0 / metres
+        assert find_margin(origin, buffer, float(metres)) <= find_margin(origin, buffer, None)
+    assert find_margin((0.0, 0.0, 0.0), 67.0, 1.0) == 6 / 64
