@@ -168,6 +168,16 @@ def test_a_tile_with_a_changed_byte_fails_wherever_it_is_read(
     assert copied.count() == 6000  # no tile is opened
 
 
+def test_what_failed_is_told_in_one_line_whatever_the_folder_is_called(tiles: Tiles, tmp_path: Path) -> None:
+    folder = tmp_path / "two\nlines\x1b[2J"
+    folder.mkdir()
+    (folder / "manifest.json").write_bytes((tiles.folder / "manifest.json").read_bytes())
+    with pytest.raises(TilesError) as failed:
+        zor4data.tiles.open(folder).map(lambda cloud, core: None)
+    assert "two\\nlines\\x1b[2J" in str(failed.value) and str(failed.value).isprintable()
+    assert failed.value.path == str(folder / "manifest.json")
+
+
 def test_a_margin_too_small_for_a_unit_by_hand_is_refused(tmp_path: Path, run_program: Run) -> None:
     # Where floats lie 0.25 feet apart, and in metres 0.41 of one.
     rng = np.random.default_rng(11)
