@@ -53,6 +53,8 @@ struct CTileEntry
 struct CManifest
 {
     static constexpr const char* c_pFile = "manifest.json";
+    static constexpr const char* c_pFormat = "zor4data-tiles";
+    static constexpr int c_nFormatVersion = 1;
 
     CTileOptions options;
     double dMargin = 0.0;
@@ -83,13 +85,9 @@ std::string FindManifestPath(const std::string& sPath);
 std::string FindTilePath(const std::string& sPath, const CTileEntry& tile);
 
 nlohmann::ordered_json JsonFromTile(const CTileEntry& tile);
-CTileEntry TileFromJson(const nlohmann::ordered_json& json);
 nlohmann::ordered_json JsonFromFile(const CTiledFile& file);
-CTiledFile FileFromJson(const nlohmann::ordered_json& json);
 nlohmann::ordered_json JsonFromOptions(const CTileOptions& options);
-CTileOptions OptionsFromJson(const nlohmann::ordered_json& json);
 nlohmann::ordered_json JsonFromUnits(const CTileUnits& units);
-CTileUnits UnitsFromJson(const nlohmann::ordered_json& json);
 
 } // namespace zorcld
 

@@ -93,6 +93,18 @@ void CSpool::Add(const CTileTable::CZone& zone, const CTilePnt* pPnts, std::size
             PutHead(nTile);
         Append(nTile, m_vecPacked.data(), nNum * m_nPntSize);
         m_vecPieces[nTile].nNumPnts += static_cast<std::int64_t>(nNum);
+        AddToHash(m_vecPieces[nTile].hash, pPnts, nNum);
+    }
+}
+
+void CSpool::AddToHash(CPntsHash& hash, const CTilePnt* pPnts, std::size_t nNum) const
+{
+    std::array<unsigned char, 3> acColor{};
+    for (std::size_t i = 0; i < nNum; ++i)
+    {
+        for (std::size_t k = 0; m_plan.bColor && k < 3; ++k)
+            acColor[k] = static_cast<unsigned char>(pPnts[i].anColor[k]);
+        hash.Add(pPnts[i].anSteps, acColor);
     }
 }
 
@@ -145,6 +157,14 @@ void CSpool::WriteAll()
         std::vector<unsigned char>().swap(m_vecPieces[i].vecBytes);
     }
     m_nNumReserved = 0;
+}
+
+std::map<CCell, std::uint64_t> CSpool::GetHashes() const
+{
+    std::map<CCell, std::uint64_t> mapHashes;
+    for (std::size_t i = 0; i < m_vecTiles.size(); ++i)
+        mapHashes.emplace(m_vecTiles[i].cell, m_vecPieces[i].hash.Get());
+    return mapHashes;
 }
 
 void CSpool::Finish()

@@ -1,9 +1,12 @@
 #ifndef HOST_TILE_CSPOOL_H
 #define HOST_TILE_CSPOOL_H
 
+#include <host/tile/CPntsHash.h>
 #include <host/tile/CTilePlan.h>
 
 #include <cstddef>
+#include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -22,6 +25,9 @@ public:
     /// @param zone  of the points, positions in `vecTiles`. @throws CFailure when a file cannot be written.
     void Add(const CTileTable::CZone& zone, const CTilePnt* pPnts, std::size_t nNum);
 
+    /// Hashes of what each tile has got.
+    std::map<CCell, std::uint64_t> GetHashes() const;
+
     /// Writes what is still in memory. @throws CFailure likewise, and when tiles have not got their points.
     void Finish();
 
@@ -34,10 +40,12 @@ private:
     {
         std::vector<unsigned char> vecBytes;
         std::int64_t nNumPnts = 0; // all so far
+        CPntsHash hash;            // of these
         bool bStarted = false;     // has the file its head?
     };
 
     void Pack(const CTilePnt* pPnts, std::size_t nNum);
+    void AddToHash(CPntsHash& hash, const CTilePnt* pPnts, std::size_t nNum) const;
     void Append(std::size_t nTile, const unsigned char* pBytes, std::size_t nNum);
     void PutHead(std::size_t nTile);
     void Reserve(CPiece& piece);

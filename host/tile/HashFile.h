@@ -12,6 +12,9 @@ namespace zorcld
 /// @throws CFailure when it cannot be read.
 std::string HashFile(const std::string& sPath, const std::atomic<bool>* pStop = nullptr);
 
+/// The same of a text.
+std::string HashText(const std::string& sText);
+
 } // namespace zorcld
 
 #endif
