@@ -12,9 +12,9 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <limits>
 #include <set>
-#include <sstream>
 
 namespace zorcld
 {
@@ -105,10 +105,12 @@ void CheckSums(const CManifest& manifest, const CJsonField& json)
 std::string ReadText(const std::string& sPath)
 {
     std::ifstream file(sPath, std::ios::binary);
-    std::ostringstream text;
-    if (!file || !(text << file.rdbuf()))
+    std::string sText;
+    if (file)
+        sText.assign(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+    if (!file || file.bad())
         throw CFailure(sPath, std::string("cannot be read: ") + std::strerror(errno));
-    return text.str();
+    return sText;
 }
 
 } // namespace
