@@ -53,8 +53,9 @@ void PrintGroundCommands(const std::string& sManifest, const std::string& sFolde
     for (const CTileEntry& tile : manifest.vecTiles)
     {
         const std::string sOut = (std::filesystem::path(sFolder) / tile.sFile).string();
-        fmt::print("zorcld ground {} --core={},{},{},{}{} -o {}\n", Quote(FindTilePath(sManifest, tile)),
-                   tile.core.xmin, tile.core.ymin, tile.core.xmax, tile.core.ymax, sScale, Quote(sOut));
+        fmt::print("zorcld ground {} --xxh128 {} --core={},{},{},{}{} -o {}\n",
+                   Quote(FindTilePath(sManifest, tile)), tile.sHash, tile.core.xmin, tile.core.ymin,
+                   tile.core.xmax, tile.core.ymax, sScale, Quote(sOut));
     }
 }
 

@@ -236,5 +236,7 @@ TEST(ZorcldTileGround, PrintedCommands_RunInAShell)
     ASSERT_EQ(run.nStatus, 0) << run.sErr;
     const CRun again = zorcld.Run({"tile", sFolder, "--print-commands", "ground"});
     EXPECT_EQ(again.sOut, run.sOut);
+    for (const nlohmann::json& tile : GetTiles(sFolder)) // a damaged tile is refused
+        EXPECT_NE(run.sOut.find(" --xxh128 " + tile["xxh128"].get<std::string>()), std::string::npos);
     EXPECT_EQ(RunCommands(zorcld, sFolder), FindGround(zorcld, sFile));
 }

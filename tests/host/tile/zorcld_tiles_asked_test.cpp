@@ -181,6 +181,35 @@ TEST_F(ZorcldTilesAsked, ManifestThatContradictsItself_IsRefusedByItsField)
     EXPECT_EQ(m_zorcld.Run({"info", m_zorcld.GetPath("manifest.json")}).nStatus, 1);
 }
 
+// A coordinate of a point, so that the number of points stays what it is.
+TEST_F(ZorcldTilesAsked, DamagedTile_IsNamedByWhateverReadsIt)
+{
+    const std::string sTile = m_sTiles + "/tile_0_0.cld";
+    std::string sBytes = ReadBytes(sTile);
+    sBytes[40] = static_cast<char>(sBytes[40] ^ 1);
+    static_cast<void>(m_zorcld.Write("tiles/tile_0_0.cld", sBytes));
+    std::string sHash;
+    for (const nlohmann::json& tile : GetTiles(m_sTiles))
+        if (tile["file"] == "tile_0_0.cld")
+            sHash = tile["xxh128"].get<std::string>();
+    for (const std::vector<std::string>& vecArgs : std::vector<std::vector<std::string>>{
+             {"count", m_sTiles, "--rect=1,1,40,40"},
+             {"points", m_sTiles, "-o", m_zorcld.GetPath("out.csv"), "--rect=1,1,40,40"},
+             {"view", m_sTiles, "-o", m_zorcld.GetPath("out.png")},
+             {"outline", m_sTiles, "--distance", "20", "-o", m_zorcld.GetPath("out.wkt")},
+             {"ground", sTile, "--core=0,0,50,50", "--xxh128", sHash, "-o", m_zorcld.GetPath("out.cld")}})
+    {
+        SCOPED_TRACE(vecArgs[0]);
+        const CRun run = m_zorcld.Run(vecArgs);
+        EXPECT_EQ(run.nStatus, 1);
+        EXPECT_TRUE(run.HasOneErrLine()) << run.sErr;
+        EXPECT_NE(run.sErr.find(sTile + ": is damaged"), std::string::npos) << run.sErr;
+        EXPECT_FALSE(std::filesystem::exists(m_zorcld.GetPath("out.cld")));
+    }
+    EXPECT_EQ(Count(m_sTiles, "-1000,-1000,1000,1000"), "6000\n"); // opens no tile
+    EXPECT_EQ(m_zorcld.Run({"ground", sTile, "--xxh128", "abc"}).nStatus, 2);
+}
+
 TEST_F(ZorcldTilesAsked, OrderOfKeys_DoesNotMatter)
 {
     const nlohmann::json sorted = ReadManifest(m_sTiles); // this kind of object sorts them
