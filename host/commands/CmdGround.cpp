@@ -24,7 +24,7 @@
 #include <host/query/CutToCore.h>
 #include <host/query/FilterGround.h>
 #include <host/query/GroundFindings.h>
-#include <host/query/ParseNumbers.h>
+#include <host/query/ParseUnitScale.h>
 #include <host/query/Query.h>
 #include <host/query/WritePnts.h>
 #include <host/tile/HashFile.h>
@@ -79,18 +79,6 @@ std::string FormatUnit(const CCoordUnit& unit)
 {
     const std::string sName = GetUnitSymbol(unit);
     return unit.dSize == 1.0 ? sName : fmt::format("{} ({:.6g} m)", sName, unit.dSize);
-}
-
-/// One number for all coordinates, or one for x and y, one for heights.
-/// @throws CUsageError
-CGroundScale ParseUnitScale(const std::string& sScale)
-{
-    const bool bTwo = sScale.find(',') != std::string::npos;
-    const std::vector<double> vecMetres = ParseNumbers(sScale, ',', bTwo ? 2 : 1, "--unit-scale");
-    for (const double d : vecMetres)
-        if (!(d >= 1e-6 && d <= 1e6))
-            throw CUsageError(fmt::format("--unit-scale: {:g} is not between 1e-06 and 1e+06", d));
-    return {vecMetres.front(), vecMetres.back()};
 }
 
 /// What --unit-scale gives, or else what the file states.

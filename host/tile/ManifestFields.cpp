@@ -169,8 +169,16 @@ CTileOptions OptionsFromJson(const CJsonField& json)
     const std::string sDedupe = dedupe.GetText();
     if (sDedupe != "none" && sDedupe != "exact")
         dedupe.Fail("is neither \"none\" nor \"exact\"");
-    return {json.At("size").GetNumber(0.01, 1.0e6), json.At("buffer").GetNumber(0.0, 1.0e5),
-            sDedupe == "exact"};
+    CTileOptions options = {json.At("size").GetNumber(0.01, 1.0e6), json.At("buffer").GetNumber(0.0, 1.0e5),
+                            sDedupe == "exact", std::nullopt};
+    if (json.Has("unit_scale"))
+    {
+        const CJsonField scale = json.At("unit_scale");
+        scale.RequireSize(2);
+        options.units =
+            CTileUnits{scale.Nth(0).GetNumber(1e-6, 1e6), scale.Nth(1).GetNumber(1e-6, 1e6), false};
+    }
+    return options;
 }
 
 CTileUnits UnitsFromJson(const CJsonField& json)

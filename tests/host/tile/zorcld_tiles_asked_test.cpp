@@ -210,6 +210,23 @@ TEST_F(ZorcldTilesAsked, DamagedTile_IsNamedByWhateverReadsIt)
     EXPECT_EQ(m_zorcld.Run({"ground", sTile, "--xxh128", "abc"}).nStatus, 2);
 }
 
+TEST_F(ZorcldTilesAsked, Check_NamesEachTileThatIsNotAsTheManifestSays)
+{
+    const std::string sNum = std::to_string(GetTiles(m_sTiles).size());
+    const CRun whole = m_zorcld.Run({"tile", m_sTiles, "--check"});
+    EXPECT_EQ(whole.nStatus, 0) << whole.sErr;
+    EXPECT_EQ(whole.sOut, m_sTiles + ": " + sNum + " tiles as the manifest says\n");
+    std::filesystem::remove(m_sTiles + "/tile_1_0.cld");
+    static_cast<void>(m_zorcld.Write("tiles/tile_0_0.cld", "something else"));
+    const CRun damaged = m_zorcld.Run({"tile", m_sTiles + "/manifest.json", "--check"});
+    EXPECT_EQ(damaged.nStatus, 1);
+    EXPECT_NE(damaged.sErr.find("/tile_0_0.cld: is damaged, or another file"), std::string::npos);
+    EXPECT_NE(damaged.sErr.find("/tile_1_0.cld: is missing"), std::string::npos);
+    EXPECT_NE(damaged.sErr.find("manifest.json: 2 of its " + sNum + " tiles are not"), std::string::npos)
+        << damaged.sErr;
+    EXPECT_EQ(m_zorcld.Run({"tile", m_zorcld.GetPath("scan.ply"), "--check"}).nStatus, 2);
+}
+
 TEST_F(ZorcldTilesAsked, OrderOfKeys_DoesNotMatter)
 {
     const nlohmann::json sorted = ReadManifest(m_sTiles); // this kind of object sorts them
