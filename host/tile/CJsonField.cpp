@@ -1,5 +1,7 @@
 #include <host/tile/CJsonField.h>
 
+#include <host/tile/HashFile.h>
+
 #include <fmt/format.h>
 
 #include <limits>
@@ -61,7 +63,7 @@ std::string CJsonField::GetText() const
 std::string CJsonField::GetHash() const
 {
     const std::string sText = m_json.is_string() ? m_json.get<std::string>() : std::string();
-    if (sText.size() != 32 || sText.find_first_not_of("0123456789abcdef") != std::string::npos)
+    if (!IsHash(sText))
         Fail("is no hash of 32 hexadecimal digits");
     return sText;
 }

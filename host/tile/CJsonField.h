@@ -42,6 +42,7 @@ public:
     void RequireSize(std::size_t nNum) const; ///< a list of so many values
     [[noreturn]] void Fail(const std::string& sCause) const;
 
+    bool Has(const char* pKey) const { return m_json.is_object() && m_json.contains(pKey); }
     bool IsNull() const { return m_json.is_null(); }
 
     /// `fn(field)` for each value of a list. @throws CFieldError where it is none.

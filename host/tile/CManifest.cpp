@@ -41,8 +41,11 @@ TJson JsonFromFile(const CTiledFile& file)
 
 TJson JsonFromOptions(const CTileOptions& options)
 {
-    return {
+    TJson json = {
         {"size", options.dSize}, {"buffer", options.dBuffer}, {"dedupe", options.bDedupe ? "exact" : "none"}};
+    if (options.units)
+        json["unit_scale"] = {options.units->dPlan, options.units->dHeight};
+    return json;
 }
 
 TJson JsonFromUnits(const CTileUnits& units)

@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,10 +21,13 @@ struct CTileOptions
     double dSize = 0.0;
     double dBuffer = 67.0; // of the ground filter: docs/tiles.md
     bool bDedupe = false;
+    std::optional<CTileUnits> units; ///< that the user gives, whatever the files state
+    bool bForGround = false; ///< nothing is cut where the tiles would not give the ground of the whole
 
     bool operator==(const CTileOptions& other) const
     {
-        return dSize == other.dSize && dBuffer == other.dBuffer && bDedupe == other.bDedupe;
+        return dSize == other.dSize && dBuffer == other.dBuffer && bDedupe == other.bDedupe &&
+               units == other.units;
     }
 };
 

@@ -8,6 +8,7 @@
 #include <host/output/FormatCount.h>
 #include <host/output/GetFileName.h>
 #include <host/tile/CHashAhead.h>
+#include <host/tile/GroundOfTiles.h>
 #include <host/tile/OpenTileSource.h>
 #include <host/tile/ReadAhead.h>
 
@@ -60,6 +61,7 @@ private:
     {
         std::optional<TOrigin> origin;
         bool bSameUnit = true;
+        std::int64_t nNumNotFinite = 0;
         std::string sWithout;
         m_plan.bColor = true;
         for (const CInputOptions& input : m_vecInputs)
@@ -67,6 +69,7 @@ private:
             const std::unique_ptr<ITileSource> pSource = OpenTileSource(input);
             if (!origin)
                 origin = pSource->FindOrigin();
+            nNumNotFinite += pSource->GetNumNotFinite();
             m_plan.bColor = m_plan.bColor && pSource->HasColor();
             if (!pSource->HasColor())
                 sWithout = input.sPath;
@@ -75,15 +78,26 @@ private:
                 m_plan.units = pSource->GetUnits();
             bSameUnit = bSameUnit && m_plan.units == pSource->GetUnits();
         }
-        if (!bSameUnit)
+        if (m_plan.options.units)
+            m_plan.units = *m_plan.options.units;
+        else if (!bSameUnit)
             m_plan.units = {};
         if (m_bAnyColor && !m_plan.bColor)
             m_console.Note(fmt::format("{}: has no colours, so the tiles have none", sWithout));
         if (!origin)
-            throw CFailure(m_vecInputs.front().sPath, m_vecInputs.size() == 1
-                                                          ? "holds no points whose coordinates are numbers"
-                                                          : "neither it nor the other files hold a point");
+            FailForNoPnt(nNumNotFinite > 0);
         m_plan.origin = *origin;
+        if (const std::string sCause = FindGroundCause(m_plan.options, m_plan.units);
+            m_plan.options.bForGround && !sCause.empty())
+            throw CUsageError("--print-commands: " + sCause);
+    }
+
+    [[noreturn]] void FailForNoPnt(bool bNotFinite) const
+    {
+        const std::string sNone =
+            bNotFinite ? "holds no point whose coordinates are numbers" : "holds no points";
+        throw CFailure(m_vecInputs.front().sPath,
+                       m_vecInputs.size() == 1 ? sNone : sNone + ", nor do the other files");
     }
 
     void CountFile(const CInputOptions& input, CTileTable& table)

@@ -96,6 +96,7 @@ private:
     const CTileGrid& m_grid;
     bool m_bGrows;
     std::vector<CTileCount> m_vecTiles;
+    std::size_t m_nNumCores = 0; // of these, with a point counted in the core
     std::unordered_map<CCell, std::size_t, CHash> m_mapTiles;
     std::array<CSpan, 2> m_aSpans; // of the last point
     CZone m_zone;                  // where they cross

@@ -49,6 +49,11 @@ std::string HashFile(const std::string& sPath, const std::atomic<bool>* pStop)
     return FormatHash(XXH3_128bits_digest(pState.get()));
 }
 
+bool IsHash(const std::string& sText)
+{
+    return sText.size() == 32 && sText.find_first_not_of("0123456789abcdef") == std::string::npos;
+}
+
 std::string HashText(const std::string& sText)
 {
     return FormatHash(XXH3_128bits(sText.data(), sText.size()));

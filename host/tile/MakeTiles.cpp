@@ -11,6 +11,7 @@
 #include <host/tile/CTileWork.h>
 #include <host/tile/HandOutPnts.h>
 #include <host/tile/HashFile.h>
+#include <host/tile/IsIntact.h>
 #include <host/tile/TileFolder.h>
 
 #include <fmt/format.h>
@@ -169,7 +170,7 @@ private:
     void TakeIntact(const std::vector<CTileEntry>& vecDone)
     {
         for (const CTileEntry& entry : vecDone)
-            if (IsIntact(entry))
+            if (IsIntact(FindTilePath(m_sFolder, entry), entry))
                 m_mapDone.emplace(entry.cell, entry);
     }
 
@@ -196,12 +197,6 @@ private:
                               return LookAtTime(input.sPath).file.nNumBytes == file.nNumBytes &&
                                      HashFile(input.sPath) == file.sHash;
                           });
-    }
-
-    bool IsIntact(const CTileEntry& entry) const
-    {
-        const std::string sPath = FindTilePath(m_sFolder, entry);
-        return IsThere(sPath, entry.nNumBytes) && HashFile(sPath) == entry.sHash;
     }
 
     std::string GetPntsPath(const CTileCount& tile) const

@@ -12,9 +12,9 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <limits>
 #include <set>
-#include <sstream>
 
 namespace zorcld
 {
@@ -105,10 +105,12 @@ void CheckSums(const CManifest& manifest, const CJsonField& json)
 std::string ReadText(const std::string& sPath)
 {
     std::ifstream file(sPath, std::ios::binary);
-    std::ostringstream text;
-    if (!file || !(text << file.rdbuf()))
+    std::string sText;
+    if (file)
+        sText.assign(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+    if (!file || file.bad())
         throw CFailure(sPath, std::string("cannot be read: ") + std::strerror(errno));
-    return text.str();
+    return sText;
 }
 
 } // namespace
@@ -167,8 +169,16 @@ CTileOptions OptionsFromJson(const CJsonField& json)
     const std::string sDedupe = dedupe.GetText();
     if (sDedupe != "none" && sDedupe != "exact")
         dedupe.Fail("is neither \"none\" nor \"exact\"");
-    return {json.At("size").GetNumber(0.01, 1.0e6), json.At("buffer").GetNumber(0.0, 1.0e5),
-            sDedupe == "exact"};
+    CTileOptions options = {json.At("size").GetNumber(0.01, 1.0e6), json.At("buffer").GetNumber(0.0, 1.0e5),
+                            sDedupe == "exact", std::nullopt};
+    if (json.Has("unit_scale"))
+    {
+        const CJsonField scale = json.At("unit_scale");
+        scale.RequireSize(2);
+        options.units =
+            CTileUnits{scale.Nth(0).GetNumber(1e-6, 1e6), scale.Nth(1).GetNumber(1e-6, 1e6), false};
+    }
+    return options;
 }
 
 CTileUnits UnitsFromJson(const CJsonField& json)

@@ -50,14 +50,16 @@ public:
 
     std::optional<TOrigin> FindOrigin() override
     {
+        m_nNumNotFinite = 0;
         try
         {
             static_cast<void>(m_pSource->ForEach(
-                [](const CSourcePnt& pnt)
+                [this](const CSourcePnt& pnt)
                 {
                     if (pnt.IsFinite())
                         throw CFoundFirst{
                             {SaturateToFloat(pnt.x), SaturateToFloat(pnt.y), SaturateToFloat(pnt.z)}};
+                    ++m_nNumNotFinite;
                 }));
         }
         catch (const CFoundFirst& found)
@@ -66,6 +68,8 @@ public:
         }
         return {};
     }
+
+    std::int64_t GetNumNotFinite() const override { return m_nNumNotFinite; }
 
     void ForEach(const TOrigin& origin, const TOnPnts& onPnts) override
     {

@@ -3,6 +3,7 @@
 #include <host/output/CFailure.h>
 #include <host/output/PrintMessage.h>
 #include <host/tile/CManifest.h>
+#include <host/tile/GroundOfTiles.h>
 
 #include <fmt/format.h>
 
@@ -36,25 +37,36 @@ std::string FormatScale(const CTileUnits& units)
                                         : fmt::format(" --unit-scale={},{}", units.dPlan, units.dHeight);
 }
 
+/// Each command would replace the tile that it reads.
+void RefuseFolderOfTiles(const std::string& sManifest, const std::string& sFolder)
+{
+    const std::filesystem::path tiles = std::filesystem::path(FindManifestPath(sManifest)).parent_path();
+    std::error_code error;
+    if (std::filesystem::equivalent(tiles.empty() ? "." : tiles, sFolder, error))
+        throw CUsageError(fmt::format("--output: '{}' is the folder of the tiles", sFolder));
+}
+
 } // namespace
 
-void PrintGroundCommands(const std::string& sManifest, const std::string& sFolder)
+void PrintGroundCommands(const std::string& sManifest, const std::string& sFolder,
+                         const std::optional<CTileUnits>& units)
 {
     const CManifest manifest = CManifest::Read(sManifest);
-    if (manifest.units.bAngles)
-        throw CFailure(sManifest,
-                       "x and y of its files are angles, the ground filter goes by metres: the files "
-                       "must be projected first");
+    const CTileUnits& used = units ? *units : manifest.units;
+    RefuseFolderOfTiles(sManifest, sFolder);
+    if (const std::string sCause = FindGroundCause(manifest, used); !sCause.empty())
+        throw CFailure(sManifest, sCause);
     std::error_code error;
     std::filesystem::create_directories(sFolder, error);
     if (error)
         throw CFailure(sFolder, "cannot be created: " + error.message());
-    const std::string sScale = FormatScale(manifest.units);
+    const std::string sScale = FormatScale(used);
     for (const CTileEntry& tile : manifest.vecTiles)
     {
         const std::string sOut = (std::filesystem::path(sFolder) / tile.sFile).string();
-        fmt::print("zorcld ground {} --core={},{},{},{}{} -o {}\n", Quote(FindTilePath(sManifest, tile)),
-                   tile.core.xmin, tile.core.ymin, tile.core.xmax, tile.core.ymax, sScale, Quote(sOut));
+        fmt::print("zorcld ground {} --xxh128 {} --core={},{},{},{}{} -o {}\n",
+                   Quote(FindTilePath(sManifest, tile)), tile.sHash, tile.core.xmin, tile.core.ymin,
+                   tile.core.xmax, tile.core.ymax, sScale, Quote(sOut));
     }
 }
 

@@ -1,0 +1,58 @@
+#include <host/tile/GroundOfTiles.h>
+
+#include <host/tile/CManifest.h>
+
+#include <fmt/format.h>
+
+namespace zorcld
+{
+
+namespace
+{
+
+constexpr double c_dRounded = 1e-12; // of a buffer that was computed from the unit
+
+double GetPlanMetres(const CTileUnits& units)
+{
+    return units.dPlan > 0.0 ? units.dPlan : 1.0;
+}
+
+/// Rounded up, so that it is enough.
+std::string FormatEnough(double d)
+{
+    return fmt::format("{:.6g}", d * (1.0 + 1e-5));
+}
+
+} // namespace
+
+std::string FindGroundCause(const CTileOptions& options, const CTileUnits& units)
+{
+    if (units.bAngles)
+        return "x and y are angles, and so are size and buffer; the ground filter takes lengths: the files "
+               "must "
+               "be projected first";
+    const double dNeeded = CTileOptions().dBuffer / GetPlanMetres(units);
+    if (options.dBuffer >= dNeeded * (1.0 - c_dRounded))
+        return {};
+    return fmt::format("the ground filter needs a buffer of {} units, these tiles have {:g}",
+                       dNeeded == CTileOptions().dBuffer ? fmt::format("{:g}", dNeeded)
+                                                         : FormatEnough(dNeeded),
+                       options.dBuffer);
+}
+
+std::string FindGroundCause(const CManifest& manifest, const CTileUnits& units)
+{
+    std::string sCause = FindGroundCause(manifest.options, units);
+    if (!sCause.empty())
+        return sCause;
+    const CTileGrid needed(manifest.options.dSize, manifest.options.dBuffer, manifest.origin,
+                           GetPlanMetres(units));
+    if (needed.GetMargin() > manifest.dMargin * (1.0 + c_dRounded))
+        return fmt::format(
+            "these tiles have a margin of {:g} units beside their buffer, in that unit the ground "
+            "filter needs {}",
+            manifest.dMargin, FormatEnough(needed.GetMargin()));
+    return {};
+}
+
+} // namespace zorcld
