@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <vector>
 
 namespace zorcld
 {
@@ -32,6 +33,14 @@ struct CTilePnt
     std::array<std::int32_t, 3> anSteps{};  ///< from the origin of all tiles
     std::array<std::uint16_t, 3> anColor{}; ///< as the file has it: to 255, or to 65535
 };
+
+/// Of colours to 65535 what is left of them in bytes.
+inline void KeepHighBytes(std::vector<CTilePnt>& vecPnts)
+{
+    for (CTilePnt& pnt : vecPnts)
+        for (std::uint16_t& nColor : pnt.anColor)
+            nColor = static_cast<std::uint16_t>(nColor >> 8U);
+}
 
 } // namespace zorcld
 

@@ -29,17 +29,19 @@ CTileTable::CTileTable(const CTileGrid& grid, std::vector<CTileCount> vecTiles)
 
 void CTileTable::Count(const std::vector<CTilePnt>& vecPnts)
 {
-    ForEachRun(vecPnts,
-               [this](const CZone& zone, std::size_t, std::size_t nNum)
-               {
-                   for (const std::size_t nTile : zone.vecTiles)
-                       m_vecTiles[nTile].nNumAll += static_cast<std::int64_t>(nNum);
-                   CTileCount& core = m_vecTiles[zone.nCore];
-                   if (core.nNumCore == 0 && ++m_nNumCores > c_nMaxTiles)
-                       throw CUsageError(fmt::format("--size: there would be more than {} tiles",
-                                                     GroupDigits(c_nMaxTiles)));
-                   core.nNumCore += static_cast<std::int64_t>(nNum);
-               });
+    ForEachRun(vecPnts, [this](const CZone& zone, std::size_t, std::size_t nNum) { CountRun(zone, nNum); });
+}
+
+std::int64_t CTileTable::CountRun(const CZone& zone, std::size_t nNum)
+{
+    std::int64_t nMost = 0;
+    for (const std::size_t nTile : zone.vecTiles)
+        nMost = std::max(nMost, m_vecTiles[nTile].nNumAll += static_cast<std::int64_t>(nNum));
+    CTileCount& core = m_vecTiles[zone.nCore];
+    if (core.nNumCore == 0 && ++m_nNumCores > c_nMaxTiles)
+        throw CUsageError(fmt::format("--size: there would be more than {} tiles", GroupDigits(c_nMaxTiles)));
+    core.nNumCore += static_cast<std::int64_t>(nNum);
+    return nMost;
 }
 
 CTileTable::CSpan CTileTable::FindSpan(std::size_t nAxis, std::int64_t nStep) const

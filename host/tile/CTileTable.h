@@ -47,6 +47,9 @@ public:
     /// Counts the points for each of their tiles. @throws CUsageError where there are too many tiles.
     void Count(const std::vector<CTilePnt>& vecPnts);
 
+    /// Counts the points of a run. @return what the fullest of their tiles has now.
+    std::int64_t CountRun(const CZone& zone, std::size_t nNum);
+
     /// `fn(zone, index of the first point, number)` for each run of points in one rectangle.
     template <class TFn>
     void ForEachRun(const std::vector<CTilePnt>& vecPnts, const TFn& fn)

@@ -151,7 +151,6 @@ bool CTileWork::HasPlan() const
 
 void CTileWork::WritePlan(const CTilePlan& plan) const
 {
-    ClearPnts();
     std::error_code error;
     fs::remove(m_sWork + c_pDone, error); // of another plan
     COutFile out(m_sWork + c_pPlan);

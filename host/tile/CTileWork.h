@@ -30,7 +30,8 @@ public:
     /// @return none, too, where it is damaged, or another version of the program has made it.
     std::optional<CTilePlan> ReadPlan() const;
     bool HasPlan() const; ///< whatever it says
-    /// Forgets what an earlier plan has left.
+    /// Forgets which tiles of an earlier plan were done. REQUIRES: no note that points of another one are
+    /// there.
     void WritePlan(const CTilePlan& plan) const;
 
     /// Tiles that are done. A line that an interruption has cut off is left out.

@@ -18,13 +18,6 @@ namespace zorcld
 namespace
 {
 
-void KeepHighBytes(std::vector<CTilePnt>& vecPnts)
-{
-    for (CTilePnt& pnt : vecPnts)
-        for (std::uint16_t& nColor : pnt.anColor)
-            nColor = static_cast<std::uint16_t>(nColor >> 8U);
-}
-
 void HandOutFile(const CInputOptions& input, const CPlannedFile& planned, const TOrigin& origin,
                  CTileTable& table, CSpool& spool, const CConsole& console)
 {
@@ -57,10 +50,12 @@ std::map<CCell, std::uint64_t> HandOutPnts(const std::vector<CInputOptions>& vec
 {
     const CTileGrid grid = plan.MakeGrid();
     CTileTable table(grid, vecTiles);
-    CSpool spool(sFolder, plan, vecTiles);
+    CSpool spool(sFolder, {plan.origin, plan.bColor}, vecTiles, CSpool::Tiles_Counted);
     for (std::size_t i = 0; i < vecInputs.size(); ++i)
         HandOutFile(vecInputs[i], plan.vecFiles[i], plan.origin, table, spool, console);
-    spool.Finish();
+    if (!spool.Finish())
+        throw CFailure(vecInputs.front().sPath,
+                       "it, or one of the files behind it, was changed while it was read");
     return spool.GetHashes();
 }
 

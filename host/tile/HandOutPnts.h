@@ -14,7 +14,8 @@ namespace zorcld
 class CConsole;
 struct CInputOptions;
 
-/// The second pass over the files: appends the points of each tile to a file of its own (CSpool).
+/// The pass over the files that follows a plan made before: appends the points of each tile to a file of its
+/// own (CSpool).
 /// @param vecTiles  those that get points. @param sFolder  for the files; empty.
 /// @return hashes of the points of each tile.
 /// @throws CFailure

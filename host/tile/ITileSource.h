@@ -35,7 +35,7 @@ public:
     virtual std::optional<TOrigin> FindOrigin() = 0;
 
     /// The points whose coordinates are numbers, in the order of the file, many in a call, which may keep or
-    /// change what it gets.
+    /// change what it gets, and leave another vector there, whatever is in it.
     /// @throws CFailure for a damaged file, and for a point that no tile with that origin can hold.
     virtual void ForEach(const TOrigin& origin, const TOnPnts& onPnts) = 0;
 

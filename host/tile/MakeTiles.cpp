@@ -161,8 +161,16 @@ private:
 
     void MakeNewPlan()
     {
-        m_plan = MakePlan(m_vecInputs, m_options, m_console);
+        m_work.ClearPnts();
+        CCutPlan cut;
+        if (m_mapDone.empty())
+            cut = MakePlanAndCut(m_vecInputs, m_options, m_work.GetPntsFolder(), m_console);
+        else // most points would be handed out for nothing
+            cut.plan = MakePlan(m_vecInputs, m_options, m_console);
+        m_plan = std::move(cut.plan);
         m_work.WritePlan(m_plan);
+        if (!cut.mapHashes.empty())
+            m_work.SetHasPnts(cut.mapHashes);
         for (const auto& [cell, entry] : m_mapDone)
             m_work.AddDone(entry);
     }
@@ -207,9 +215,10 @@ private:
     bool HasPntsOf(const std::vector<CTileCount>& vecTiles) const
     {
         return std::all_of(vecTiles.begin(), vecTiles.end(),
-                           [&](const CTileCount& tile) {
+                           [&](const CTileCount& tile)
+                           {
                                return m_mapHashes.count(tile.cell) > 0 &&
-                                      IsThere(GetPntsPath(tile), CSpool::CalcSize(m_plan, tile));
+                                      IsThere(GetPntsPath(tile), CSpool::CalcSize(m_plan.bColor, tile));
                            });
     }
 
