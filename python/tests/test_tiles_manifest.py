@@ -127,6 +127,14 @@ def test_what_is_no_manifest_is_said_to_be_none(tiles: Tiles, tmp_path: Path, ch
         zor4data.tiles.open(tmp_path)
 
 
+@pytest.mark.parametrize("scale, field", [([1], ""), ([1, None], "[1]"), ([0, 1], "[0]"), (0.3048, "")])
+def test_a_unit_given_by_hand_is_two_numbers(whole: Any, tmp_path: Path, scale: Any, field: str) -> None:
+    file = tmp_path / "manifest.json"
+    for given, cause in (([0.3048, 1], ""), (scale, f"is damaged: options.unit_scale{field} is no ")):
+        file.write_text(json.dumps({**whole, "options": {**whole["options"], "unit_scale": given}}), encoding="utf-8")
+        assert find_cause(file).startswith(cause) and bool(find_cause(file)) == bool(cause)
+
+
 def test_the_order_of_keys_does_not_matter(tiles: Tiles, whole: Any, tmp_path: Path) -> None:
     file = tmp_path / "sorted.json"
     file.write_text("\ufeff" + json.dumps(whole, sort_keys=True, indent=4), encoding="utf-8")

@@ -209,6 +209,9 @@ def _read_fields(data: Field, folder: Path) -> Manifest:
     if dedupe.text() not in ("none", "exact"):
         raise dedupe.fail('is neither "none" nor "exact"')
     size, buffer = options.at("size").number(0.01, 1.0e6), options.at("buffer").number(0.0, 1.0e5)
+    if "unit_scale" in options.value:  # given by hand
+        for scale in options.at("unit_scale").row(2):
+            scale.number(1.0e-6, 1.0e6)
     margin, origin = data.at("margin").number(0.0, FARTHEST), _read_origin(data.at("origin"))
     has_color = data.at("color").truth()
     metres, height = _read_metres(data.at("metres_per_unit")), _read_metres(data.at("metres_per_height_unit"))
