@@ -4,6 +4,8 @@
 
 #include <fmt/format.h>
 
+#include <string>
+
 namespace zorcld
 {
 
@@ -17,10 +19,11 @@ double GetPlanMetres(const CTileUnits& units)
     return units.dPlan > 0.0 ? units.dPlan : 1.0;
 }
 
-/// Rounded up, so that it is enough.
+/// Six digits, rounded up where they tell of less, so that what is read there is enough.
 std::string FormatEnough(double d)
 {
-    return fmt::format("{:.6g}", d * (1.0 + 1e-5));
+    std::string sDigits = fmt::format("{:.6g}", d);
+    return std::stod(sDigits) < d ? fmt::format("{:.6g}", d * (1.0 + 1e-5)) : sDigits;
 }
 
 } // namespace
@@ -28,16 +31,13 @@ std::string FormatEnough(double d)
 std::string FindGroundCause(const CTileOptions& options, const CTileUnits& units)
 {
     if (units.bAngles)
-        return "x and y are angles, and so are size and buffer; the ground filter takes lengths: the files "
-               "must "
-               "be projected first";
+        return "x and y are angles, and so are size and buffer; the ground filter takes lengths: "
+               "the files must be projected first";
     const double dNeeded = CTileOptions().dBuffer / GetPlanMetres(units);
     if (options.dBuffer >= dNeeded * (1.0 - c_dRounded))
         return {};
-    return fmt::format("the ground filter needs a buffer of {} units, these tiles have {:g}",
-                       dNeeded == CTileOptions().dBuffer ? fmt::format("{:g}", dNeeded)
-                                                         : FormatEnough(dNeeded),
-                       options.dBuffer);
+    return fmt::format("the ground filter needs a buffer of {} units, these tiles have {}",
+                       FormatEnough(dNeeded), options.dBuffer);
 }
 
 std::string FindGroundCause(const CManifest& manifest, const CTileUnits& units)
@@ -49,8 +49,7 @@ std::string FindGroundCause(const CManifest& manifest, const CTileUnits& units)
                            GetPlanMetres(units));
     if (needed.GetMargin() > manifest.dMargin * (1.0 + c_dRounded))
         return fmt::format(
-            "these tiles have a margin of {:g} units beside their buffer, in that unit the ground "
-            "filter needs {}",
+            "these tiles have a margin of {:g} units beside their buffer, in that unit the filter needs {}",
             manifest.dMargin, FormatEnough(needed.GetMargin()));
     return {};
 }
