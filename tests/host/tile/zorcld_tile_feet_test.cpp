@@ -86,5 +86,10 @@ TEST_F(ZorcldTileFeet, BufferOrMarginForMetres_IsRefused)
     ASSERT_EQ(CutIt({"--buffer", "220", "--unit-scale", "1"}).nStatus, 0);
     const CRun margin = m_zorcld.Run(vecCommands);
     EXPECT_EQ(margin.nStatus, 1);
-    EXPECT_NE(margin.sErr.find("a margin of 1.5 units"), std::string::npos) << margin.sErr;
+    EXPECT_TRUE(margin.HasOneErrLine()) << margin.sErr;
+    EXPECT_NE(margin.sErr.find("a buffer of 220 units and a margin of 1.5"), std::string::npos)
+        << margin.sErr;
+    std::filesystem::remove_all(GetFolder());
+    ASSERT_EQ(CutIt({"--buffer", "221", "--unit-scale", "1"}).nStatus, 0); // which has room for the margin
+    EXPECT_EQ(RunCommands(m_zorcld, GetFolder(), {"--unit-scale", "0.3048"}), FindWhole());
 }
