@@ -69,8 +69,9 @@ CTileGrid::CTileGrid(double dSize, double dBuffer, const TOrigin& origin, double
 
 std::int64_t CTileGrid::GetFirstStep(std::size_t nAxis, std::int64_t nCell) const
 {
-    return static_cast<std::int64_t>(
-        std::ceil(CompactUnits(static_cast<double>(nCell) * m_dSize, m_origin[nAxis])));
+    constexpr double c_dFar = 4e18; // beyond every step, and an integer still
+    const double dStep = std::ceil(CompactUnits(static_cast<double>(nCell) * m_dSize, m_origin[nAxis]));
+    return static_cast<std::int64_t>(std::clamp(dStep, -c_dFar, c_dFar));
 }
 
 std::int64_t CTileGrid::FindCell(std::size_t nAxis, std::int64_t nStep) const

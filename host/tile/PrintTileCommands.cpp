@@ -29,12 +29,20 @@ std::string Quote(const std::string& sText)
     return sQuoted + "'";
 }
 
+/// As the ground of a file: a unit that is not known is taken for a metre.
+double GetMetres(double dMetresOrNone)
+{
+    return dMetresOrNone > 0.0 ? dMetresOrNone : 1.0;
+}
+
 std::string FormatScale(const CTileUnits& units)
 {
-    if (!units.IsOther())
+    const double dPlan = GetMetres(units.dPlan);
+    const double dHeight = GetMetres(units.dHeight);
+    if (dPlan == 1.0 && dHeight == 1.0)
         return {};
-    return units.dPlan == units.dHeight ? fmt::format(" --unit-scale={}", units.dPlan)
-                                        : fmt::format(" --unit-scale={},{}", units.dPlan, units.dHeight);
+    return dPlan == dHeight ? fmt::format(" --unit-scale={}", dPlan)
+                            : fmt::format(" --unit-scale={},{}", dPlan, dHeight);
 }
 
 /// Each command would replace the tile that it reads.

@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <filesystem>
+#include <fstream>
 
 namespace
 {
@@ -92,4 +93,15 @@ TEST_F(ZorcldTileFeet, BufferOrMarginForMetres_IsRefused)
     std::filesystem::remove_all(GetFolder());
     ASSERT_EQ(CutIt({"--buffer", "221", "--unit-scale", "1"}).nStatus, 0); // which has room for the margin
     EXPECT_EQ(RunCommands(m_zorcld, GetFolder(), {"--unit-scale", "0.3048"}), FindWhole());
+}
+
+TEST_F(ZorcldTileFeet, UnitOfHeightsAlone_IsInTheCommands)
+{
+    ASSERT_EQ(CutIt({}).nStatus, 0);
+    nlohmann::json manifest = ReadManifest(GetFolder());
+    manifest["metres_per_height_unit"] = 0.3048;
+    std::ofstream(GetFolder() + "/manifest.json") << manifest.dump(1);
+    const CRun run = m_zorcld.Run({"tile", GetFolder(), "--print-commands", "ground"});
+    EXPECT_EQ(run.nStatus, 0) << run.sErr;
+    EXPECT_NE(run.sOut.find(" --unit-scale=1,0.3048 "), std::string::npos) << run.sOut;
 }
