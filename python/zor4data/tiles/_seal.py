@@ -22,7 +22,7 @@ def _add(value: Any, depth: int, parts: list[bytes]) -> None:
         raise Field(None, None, "seal").fail("is of too many brackets in each other")
     if isinstance(value, dict):
         parts.append(b"{")
-        for key in sorted(value, key=lambda key: key.encode("utf-8")):
+        for key in sorted(value, key=str.encode):
             if depth > 0 or key != "seal":
                 _add_text(key, parts)
                 _add(value[key], depth + 1, parts)
