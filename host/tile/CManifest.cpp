@@ -1,6 +1,7 @@
 #include <host/tile/CManifest.h>
 
 #include <host/output/COutFile.h>
+#include <host/tile/CalcSeal.h>
 
 #include <filesystem>
 
@@ -86,6 +87,8 @@ void CManifest::Write(const std::string& sPath) const
     json["tiles"] = TJson::array();
     for (const CTileEntry& tile : vecTiles)
         json["tiles"].push_back(JsonFromTile(tile));
+    // Of what a reader gets: names of files may hold bytes that are no text.
+    json["seal"] = CalcSeal(TJson::parse(json.dump(-1, ' ', false, TJson::error_handler_t::replace)));
     COutFile out(FindManifestPath(sPath));
     out.Write(json.dump(1, ' ', false, TJson::error_handler_t::replace) + "\n");
     out.Commit();

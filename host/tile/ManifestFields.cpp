@@ -3,6 +3,7 @@
 #include <formats/CloudLimits.h>
 #include <host/output/CFailure.h>
 #include <host/tile/CTilePlan.h>
+#include <host/tile/CalcSeal.h>
 
 #include <fmt/format.h>
 
@@ -194,6 +195,7 @@ CTileUnits UnitsFromJson(const CJsonField& json)
 CManifest ManifestFromJson(const CJsonField& json)
 {
     CManifest manifest;
+    static_cast<void>(json.At("program").GetText());
     manifest.options = OptionsFromJson(json.At("options"));
     manifest.dMargin = json.At("margin").GetNumber(0.0, c_dMost);
     manifest.origin = OriginFromJson(json.At("origin"));
@@ -217,6 +219,8 @@ CManifest ManifestFromJson(const CJsonField& json)
     if (manifest.vecTiles.empty())
         json.At("tiles").Fail("is empty");
     CheckSums(manifest, json);
+    if (manifest.dMargin != grid.GetMargin())
+        json.At("margin").Fail(fmt::format("is not that of origin, buffer and unit, {:g}", grid.GetMargin()));
     return manifest;
 }
 
@@ -235,14 +239,21 @@ bool CManifest::IsManifest(const std::string& sPath)
 CManifest CManifest::Read(const std::string& sPath)
 {
     const std::string sFile = FindManifestPath(sPath);
-    const CJsonField::TJson json = CJsonField::TJson::parse(ReadText(sFile), nullptr, false);
-    if (!json.is_object() || json.value("format", CJsonField::TJson()) != c_pFormat)
+    const std::string sText = ReadText(sFile);
+    const CJsonField::TJson json = CJsonField::TJson::parse(sText, nullptr, false);
+    const bool bNul = sText.find('\0') != std::string::npos; // the parser takes it for the end
+    if (bNul || !json.is_object() || json.value("format", CJsonField::TJson()) != c_pFormat)
         throw CFailure(sFile, "is no manifest of tiles");
     if (json.value("format_version", CJsonField::TJson()) != c_nFormatVersion)
         throw CFailure(sFile, "is a manifest of another version of the format");
     try
     {
-        return ManifestFromJson(CJsonField(json));
+        const CJsonField fields(json);
+        CManifest manifest = ManifestFromJson(fields);
+        const CJsonField seal = fields.At("seal");
+        if (seal.GetHash() != CalcSeal(json))
+            seal.Fail("is not that of the rest, which was changed by hand");
+        return manifest;
     }
     catch (const CFieldError& error)
     {

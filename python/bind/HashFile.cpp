@@ -81,4 +81,9 @@ std::string HashFile(const std::string& sPath)
     return FormatHash(XXH3_128bits_digest(pState.get()));
 }
 
+std::string HashBytes(const std::string& sBytes)
+{
+    return FormatHash(XXH3_128bits(sBytes.data(), sBytes.size()));
+}
+
 } // namespace zorpy

@@ -10,6 +10,9 @@ namespace zorpy
 /// Reads without the interpreter's lock; throws as `ThrowErrno`, and as `CheckSignals`.
 std::string HashFile(const std::string& sPath);
 
+/// The same of bytes.
+std::string HashBytes(const std::string& sBytes);
+
 } // namespace zorpy
 
 #endif

@@ -117,5 +117,6 @@ PYBIND11_MODULE(_core, module)
     module.def("from_bytes", &zorpy::CloudFromBytes, py::arg("data"));
     module.def("facts", &zorpy::FindFacts, py::arg("path"), py::arg("kind"));
     module.def("hash_file", &zorpy::HashFile, py::arg("path"));
+    module.def("hash_bytes", &zorpy::HashBytes, py::arg("data"));
     module.def("units", &zorpy::FindUnits, py::arg("path"), py::arg("kind"));
 }

@@ -9,7 +9,7 @@ from pathlib import Path
 import numpy as np
 import pytest
 from conftest import Array, write_ply
-from survey import Run, Survey, join_steps, sort, sort_steps
+from survey import Run, Survey, join_steps, sort, sort_steps, write_manifest
 
 import zor4data
 import zor4data.tiles
@@ -224,7 +224,7 @@ def test_ground_goes_by_the_units_that_the_files_state(survey: RandomSurvey, run
     def state(**units: object) -> zor4data.tiles.Tiles:
         """The same tiles, as of files that state other units."""
         manifest = tiles.folder / "stated.json"
-        manifest.write_text(json.dumps({**stated, **units}))
+        write_manifest(manifest, {**stated, **units})
         return zor4data.tiles.open(manifest)
 
     in_feet = state(metres_per_unit=0.3048, metres_per_height_unit=1.0)

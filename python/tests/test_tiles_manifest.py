@@ -7,12 +7,12 @@ import json
 import random
 import subprocess
 from pathlib import Path
-from typing import Any, Callable
+from typing import Any, Callable, Optional
 
 import numpy as np
 import pytest
 from conftest import write_ply
-from survey import Run, Survey
+from survey import Run, Survey, write_manifest
 from tour import ROOT
 
 import zor4data
@@ -108,6 +108,9 @@ def test_what_one_reader_refuses_the_other_does(whole: Any, program: Path, tmp_p
     [
         (lambda text: "", "no manifest"),
         (lambda text: text[:-9], "no manifest"),
+        (lambda text: text + "\0", "no manifest"),
+        (lambda text: text.replace("scan", "\\ud800"), "no manifest"),
+        (lambda text: text.replace('"points": 6000', '"points": 1' + "0" * 400), "no manifest"),
         (lambda text: text.replace('"points": 6000', '"points": 1e400'), "no manifest"),
         (lambda text: text.replace('"margin": ', '"margin": NaN, "m": '), "no manifest"),
         (lambda text: text.replace('"margin": ', '"margin": -Infinity, "m": '), "no manifest"),
@@ -118,20 +121,45 @@ def test_what_one_reader_refuses_the_other_does(whole: Any, program: Path, tmp_p
         (lambda text: text.replace('"format_version": 1', '"format_version": 2'), "another version"),
     ],
 )
-def test_what_is_no_manifest_is_said_to_be_none(tiles: Tiles, tmp_path: Path, change: Any, cause: str) -> None:
+def test_what_is_no_manifest_is_said_to_be_none(
+    tiles: Tiles, program: Path, tmp_path: Path, change: Any, cause: str
+) -> None:
     text = (tiles.folder / "manifest.json").read_text(encoding="utf-8")
     damaged = change(text)
     assert damaged != text
     (tmp_path / "manifest.json").write_bytes(damaged if isinstance(damaged, bytes) else damaged.encode())
     with pytest.raises(zor4data.ReadError, match=cause):
         zor4data.tiles.open(tmp_path)
+    file = tmp_path / "manifest.json"
+    assert find_cause(file) == find_cause_of_program(program, file)
+
+
+def test_a_manifest_changed_by_hand_is_refused_by_its_seal(whole: Any, program: Path, tmp_path: Path) -> None:
+    file = tmp_path / "manifest.json"
+    deep: Any = 1
+    for _ in range(70):
+        deep = [deep]
+    for changed in (
+        {**whole, "color": True},
+        {**whole, "sources": [{**whole["sources"][0], "file": "\u00e9.ply"}]},
+        {**whole, "more": 1},
+        {**whole, "more": deep},
+    ):
+        file.write_text(json.dumps(changed), encoding="utf-8")
+        cause = find_cause(file)
+        assert cause.startswith("is damaged: seal is ")
+        assert cause == find_cause_of_program(program, file)
+    write_manifest(
+        file, {**whole, "more": [None, True, "\u00e9\U0001f600", -0.0, 5e-324, 2**63, 10**20, {"b": 1, "a": {}}]}
+    )
+    assert find_cause(file) == find_cause_of_program(program, file) == ""
 
 
 @pytest.mark.parametrize("scale, field", [([1], ""), ([1, None], "[1]"), ([0, 1], "[0]"), (0.3048, "")])
 def test_a_unit_given_by_hand_is_two_numbers(whole: Any, tmp_path: Path, scale: Any, field: str) -> None:
     file = tmp_path / "manifest.json"
     for given, cause in (([0.3048, 1], ""), (scale, f"is damaged: options.unit_scale{field} is no ")):
-        file.write_text(json.dumps({**whole, "options": {**whole["options"], "unit_scale": given}}), encoding="utf-8")
+        write_manifest(file, {**whole, "options": {**whole["options"], "unit_scale": given}})
         assert find_cause(file).startswith(cause) and bool(find_cause(file)) == bool(cause)
 
 
@@ -193,17 +221,16 @@ def test_a_margin_too_small_for_a_unit_by_hand_is_refused(tmp_path: Path, run_pr
     tiles = Survey(write_ply(tmp_path / "feet.ply", xyz), run_program).cut(200.0, 220.0)
     manifest = json.loads((tiles.folder / "manifest.json").read_text(encoding="utf-8"))
 
-    def reach(margin: float, **units: Any) -> Tiles:
+    def state(metres: Optional[float]) -> Tiles:
         file = tiles.folder / "stated.json"
-        file.write_text(json.dumps({**manifest, **units, "margin": margin}), encoding="utf-8")
+        write_manifest(file, {**manifest, "metres_per_unit": metres})
         return zor4data.tiles.open(file)
 
     with pytest.raises(ValueError, match="buffer of 220 and a margin of 1.5: .* needs 222.277 together"):
-        reach(1.5).ground(tmp_path / "ground", unit_scale=0.3048)
-    with pytest.raises(ValueError, match="buffer of 220 and a margin of 1.5: .* needs 222.277 together"):
-        reach(1.5, metres_per_unit=0.3048).ground(tmp_path / "ground")
-    assert len(reach(2.5).ground(tmp_path / "ground", unit_scale=0.3048)) > 0
-    assert len(reach(1.5).ground(tmp_path / "ground")) > 0
+        state(1.0).ground(tmp_path / "ground", unit_scale=0.3048)
+    assert len(state(None).ground(tmp_path / "ground", unit_scale=0.3048)) > 0
+    assert len(state(0.3048).ground(tmp_path / "ground")) > 0
+    assert len(state(1.0).ground(tmp_path / "ground")) > 0
 
 
 def test_twice_the_margin_does_for_any_unit() -> None:

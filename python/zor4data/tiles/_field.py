@@ -21,6 +21,12 @@ def _read_float(text: str) -> float:
     return value
 
 
+def _read_int(text: str) -> int:
+    value = int(text)
+    _read_float(text)
+    return value
+
+
 def _refuse(text: str) -> Any:
     raise ValueError(f"{text} is no number")
 
@@ -28,7 +34,10 @@ def _refuse(text: str) -> Any:
 def parse_json(data: bytes) -> Any:
     """What a text holds: ValueError where it is no JSON, as is what only Python takes for it."""
     try:
-        return json.loads(data.decode("utf-8-sig"), parse_float=_read_float, parse_constant=_refuse)
+        text = data.decode("utf-8-sig")
+        value = json.loads(text, parse_int=_read_int, parse_float=_read_float, parse_constant=_refuse)
+        json.dumps(value, ensure_ascii=False).encode("utf-8")  # half a pair of UTF-16 is no text
+        return value
     except RecursionError as error:
         raise ValueError("it has too many brackets") from error
 

@@ -14,7 +14,8 @@ from .._cloud import Cloud
 from .._errors import ReadError
 from .._unit import Unit
 from ._field import Field, FieldError, parse_json
-from ._grid import Grid
+from ._grid import Grid, find_margin
+from ._seal import calc_seal
 
 MANIFEST = "manifest.json"
 FORMAT = "zor4data-tiles"
@@ -202,8 +203,23 @@ def _check_sums(manifest: Manifest, read: int, removed: int, bounds: Corners, is
         raise data.at("duplicates_removed").fail("does not fit the points of sources and tiles")
 
 
+def _check_margin(manifest: Manifest, metres: Optional[float], data: Field) -> None:
+    """The margin follows from the rest."""
+    margin = find_margin(manifest.origin, manifest.buffer, metres) if manifest.buffer > 0.0 else 0.0
+    if manifest.margin != margin:
+        raise data.at("margin").fail(f"is not that of origin, buffer and unit, {margin:g}")
+
+
+def _check_seal(data: Field) -> None:
+    """Nothing was changed since `zorcld` has written it."""
+    seal = data.at("seal")
+    if seal.hash() != calc_seal(data.value):
+        raise seal.fail("is not that of the rest, which was changed by hand")
+
+
 def _read_fields(data: Field, folder: Path) -> Manifest:
     """FieldError for what is missing, of another type, out of range, or contradicts the rest."""
+    data.at("program").text()
     options = data.at("options")
     dedupe = options.at("dedupe")
     if dedupe.text() not in ("none", "exact"):
@@ -226,6 +242,7 @@ def _read_fields(data: Field, folder: Path) -> Manifest:
     tiles = _read_tiles(data, grid)
     manifest = Manifest(folder, tiles, points, size, buffer, margin, origin, has_color, unit)
     _check_sums(manifest, read, removed, bounds, dedupe.value == "exact", data)
+    _check_margin(manifest, metres, data)
     return manifest
 
 
@@ -250,6 +267,8 @@ def read_manifest(path: Path) -> Manifest:
     if isinstance(version, bool) or version != VERSION:
         raise ReadError(str(file), "it is a manifest of another version of the format", 0)
     try:
-        return _read_fields(Field(data), file.parent)
+        manifest = _read_fields(Field(data), file.parent)
+        _check_seal(Field(data))
+        return manifest
     except FieldError as error:
         raise ReadError(str(file), f"it is damaged: {error}", 0) from None

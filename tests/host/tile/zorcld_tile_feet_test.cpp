@@ -1,4 +1,5 @@
 // Tiles of files that say nothing of their unit, which the user gives.
+#include <host/tile/CalcSeal.h>
 #include <tests/host/support/CZorcld.h>
 #include <tests/host/tile/TileFiles.h>
 
@@ -100,6 +101,7 @@ TEST_F(ZorcldTileFeet, UnitOfHeightsAlone_IsInTheCommands)
     ASSERT_EQ(CutIt({}).nStatus, 0);
     nlohmann::json manifest = ReadManifest(GetFolder());
     manifest["metres_per_height_unit"] = 0.3048;
+    manifest["seal"] = zorcld::CalcSeal(zorcld::CJsonField::TJson(manifest));
     std::ofstream(GetFolder() + "/manifest.json") << manifest.dump(1);
     const CRun run = m_zorcld.Run({"tile", GetFolder(), "--print-commands", "ground"});
     EXPECT_EQ(run.nStatus, 0) << run.sErr;

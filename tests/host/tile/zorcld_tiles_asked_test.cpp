@@ -238,6 +238,37 @@ TEST_F(ZorcldTilesAsked, OrderOfKeys_DoesNotMatter)
     }
 }
 
+// What still adds up was not written by the program either.
+TEST_F(ZorcldTilesAsked, ManifestChangedByHand_IsRefusedByItsSeal)
+{
+    const nlohmann::json whole = ReadManifest(m_sTiles);
+    for (const auto& [sKey, put] :
+         std::vector<std::pair<std::string, nlohmann::json>>{{"/color", true},
+                                                             {"/angles", true},
+                                                             {"/program", "mine"},
+                                                             {"/sources/0/file", "other.ply"},
+                                                             {"/tiles/0/bytes", 7},
+                                                             {"/more", 1}})
+    {
+        SCOPED_TRACE(sKey);
+        nlohmann::json changed = whole;
+        changed[nlohmann::json::json_pointer(sKey)] = put;
+        const std::string sFile = m_zorcld.Write("manifest.json", changed.dump());
+        const CRun run = m_zorcld.Run({"info", sFile});
+        EXPECT_EQ(run.nStatus, 1);
+        EXPECT_EQ(run.sErr, "zorcld: " + sFile +
+                                ": is damaged: seal is not that of the rest, which was changed by hand\n");
+    }
+}
+
+TEST_F(ZorcldTilesAsked, ByteZeroBehindAManifest_IsNotTakenForItsEnd)
+{
+    const std::string sText = ReadBytes(m_sTiles + "/manifest.json");
+    const CRun run = m_zorcld.Run({"info", m_zorcld.Write("manifest.json", sText + std::string(1, '\0'))});
+    EXPECT_EQ(run.nStatus, 1);
+    EXPECT_NE(run.sErr.find("manifest.json: is no manifest of tiles"), std::string::npos) << run.sErr;
+}
+
 TEST_F(ZorcldTilesAsked, EmptyManifest_IsNamed)
 {
     static_cast<void>(m_zorcld.Write("tiles/manifest.json", ""));
