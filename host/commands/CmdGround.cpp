@@ -11,6 +11,7 @@
 #include <host/output/CFailure.h>
 #include <host/output/COutFile.h>
 #include <host/output/CProgressBar.h>
+#include <host/output/CTempFile.h>
 #include <host/output/FormatCount.h>
 #include <host/output/GetExtension.h>
 #include <host/output/GetFileName.h>
@@ -141,21 +142,32 @@ void CheckOutPaths(const COptions& options)
     RefuseSameFile(options.input.sPath, options.sPicturePath, "--picture", options.bForce);
 }
 
-/// Of a core nothing may be ground: that is a result like others, and no file is what tells of it.
-void TellNoGround(const std::string& sPath, const CConsole& console)
+/// Of a core nothing may be ground: that is a result like others, and no file is what tells of it. So an
+/// older file goes, where a result would have replaced it; never what is no regular file, nor the file that
+/// was read.
+void TellNoGround(const COptions& options, const CConsole& console)
 {
+    const std::string& sPath = options.sOutPath;
     std::error_code error;
-    std::filesystem::remove(sPath, error);
-    if (error)
-        throw CFailure(sPath, "is not of this core, and cannot be removed: " + error.message());
+    if (std::filesystem::is_directory(sPath, error))
+        throw CFailure(sPath, "is a directory");
+    if (std::filesystem::equivalent(options.input.sPath, sPath, error))
+        throw CFailure(sPath, "is not replaced: there is no ground in the core");
+    if (std::filesystem::is_regular_file(sPath, error))
+    {
+        std::filesystem::remove(FollowLink(sPath), error);
+        if (error)
+            throw CFailure(sPath, "is not of this core, and cannot be removed: " + error.message());
+    }
     console.Note(fmt::format("{}: is not written: there is no ground in the core", sPath));
 }
 
-void SaveGround(CPntCld& cloud, const std::string& sPath, bool bCore, const CConsole& console)
+void SaveGround(CPntCld& cloud, const COptions& options, const CConsole& console)
 {
-    if (IsNative(sPath) && bCore && cloud.GetNumPnts() == 0)
+    const std::string& sPath = options.sOutPath;
+    if (IsNative(sPath) && !options.sCore.empty() && cloud.GetNumPnts() == 0)
     {
-        TellNoGround(sPath, console);
+        TellNoGround(options, console);
         return;
     }
     if (IsNative(sPath))
@@ -227,7 +239,7 @@ void FindGround(const COptions& options, const CConsole& console)
         picture.Write(pictureFile.emplace(options.sPicturePath));
     }
     if (!options.sOutPath.empty())
-        SaveGround(cloud, options.sOutPath, !options.sCore.empty(), console);
+        SaveGround(cloud, options, console);
     if (pictureFile)
         pictureFile->Commit();
     if (!options.sOutPath.empty())

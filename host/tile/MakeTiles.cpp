@@ -48,12 +48,13 @@ public:
         : m_vecInputs(vecInputs), m_options(options), m_sFolder(std::move(sFolder)), m_console(console),
           m_work(m_sFolder)
     {
-        RemoveCutOff(m_sFolder);
     }
 
     CMadeTiles Make()
     {
-        TakeIntact(FindDone());
+        const std::vector<CTileEntry> vecDone = FindDone();
+        RemoveCutOff(m_sFolder); // which it does not refuse
+        TakeIntact(vecDone);
         CMadeTiles made;
         made.nNumKept = m_mapDone.size();
         if (m_manifest && m_manifest->vecTiles.size() == m_mapDone.size())

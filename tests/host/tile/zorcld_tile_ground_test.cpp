@@ -236,3 +236,31 @@ TEST(ZorcldTileGround, PrintedCommands_RunInAShell)
         EXPECT_NE(run.sOut.find(" --xxh128 " + tile["xxh128"].get<std::string>()), std::string::npos);
     EXPECT_EQ(RunCommands(zorcld, sFolder), FindGround(zorcld, sFile));
 }
+
+TEST(ZorcldTileGroundNone, NothingInTheCore_RemovesNoFolderAndNotWhatWasRead)
+{
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("scan.ply", MakePly(MakeScan(1, 3000)));
+    const std::string sIn = zorcld.GetPath("in.cld");
+    ASSERT_EQ(zorcld.Run({"convert", sFile, sIn}).nStatus, 0);
+    const auto run = [&](const std::string& sOut) {
+        return zorcld.Run(
+            {"ground", sIn, "--core=9000,9000,9001,9001", "--force", "-o", zorcld.GetPath(sOut)});
+    };
+    std::filesystem::create_directory(zorcld.GetPath("folder.cld"));
+    EXPECT_EQ(run("folder.cld").nStatus, 1);
+    EXPECT_TRUE(std::filesystem::exists(zorcld.GetPath("folder.cld")));
+    const CRun same = run("in.cld");
+    EXPECT_EQ(same.nStatus, 1);
+    EXPECT_TRUE(same.HasOneErrLine()) << same.sErr;
+    EXPECT_TRUE(std::filesystem::exists(sIn));
+    // An older result goes, also behind a link, which stays; and the command may be run again.
+    static_cast<void>(zorcld.Write("old.cld", "an older result"));
+    std::filesystem::create_symlink(zorcld.GetPath("old.cld"), zorcld.GetPath("link.cld"));
+    for (int i = 0; i < 2; ++i)
+    {
+        EXPECT_EQ(run("link.cld").nStatus, 0);
+        EXPECT_FALSE(std::filesystem::exists(zorcld.GetPath("old.cld")));
+        EXPECT_TRUE(std::filesystem::is_symlink(zorcld.GetPath("link.cld")));
+    }
+}

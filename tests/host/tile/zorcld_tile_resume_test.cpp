@@ -220,3 +220,25 @@ TEST_F(ZorcldTileWaiting, NotedTilesThatAreNotOfThePlan_AreNotTaken)
     EXPECT_EQ(run.nStatus, 0) << run.sErr;
     EXPECT_EQ(ReadManifest(m_zorcld.GetPath("cut"))["points"], 60000);
 }
+
+TEST_F(ZorcldTileResume, TemporaryFiles_OnlyItsOwnGoAndNoneWhereItIsRefused)
+{
+    const std::vector<std::string> vecOthers = {
+        "whole/tile_notes.zorcld-keep.txt", "whole/tile_1_1.cld.zorcld-old",
+        "whole/tile_mine.cld.zorcld-abc123", "whole/manifest.json.zorcld-backups", "whole/tile_1_1.cld"};
+    for (const std::string& sName : vecOthers)
+        if (!fs::exists(m_zorcld.GetPath(sName)))
+            static_cast<void>(m_zorcld.Write(sName, "somebody's"));
+    const std::vector<std::string> vecOwn = {"whole/tile_1_-1.cld.zorcld-abc123",
+                                             "whole/manifest.json.zorcld-0a1b2c"};
+    for (const std::string& sName : vecOwn)
+        static_cast<void>(m_zorcld.Write(sName, "cut off"));
+    EXPECT_EQ(m_zorcld.Run(Args("whole", "60")).nStatus, 1);
+    for (const std::string& sName : vecOwn)
+        EXPECT_TRUE(fs::exists(m_zorcld.GetPath(sName))) << sName;
+    EXPECT_EQ(m_zorcld.Run(Args("whole")).nStatus, 0);
+    for (const std::string& sName : vecOwn)
+        EXPECT_FALSE(fs::exists(m_zorcld.GetPath(sName))) << sName;
+    for (const std::string& sName : vecOthers)
+        EXPECT_TRUE(fs::exists(m_zorcld.GetPath(sName))) << sName;
+}

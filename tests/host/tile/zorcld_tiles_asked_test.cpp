@@ -281,3 +281,26 @@ TEST_F(ZorcldTilesAsked, EmptyManifest_IsNamed)
     EXPECT_NE(again.sErr.find("another folder, or this one emptied, takes tiles"), std::string::npos)
         << again.sErr;
 }
+
+// The folder of the tiles is a name of what is read, as the manifest is.
+TEST_F(ZorcldTilesAsked, OutputThatIsAFileOfTheTiles_IsRefused)
+{
+    std::filesystem::create_symlink(m_sTiles + "/tile_0_0.cld", m_zorcld.GetPath("link.csv"));
+    std::filesystem::create_symlink(m_sTiles + "/manifest.json", m_zorcld.GetPath("link.png"));
+    const std::string sManifest = ReadBytes(m_sTiles + "/manifest.json");
+    const std::string sTile = ReadBytes(m_sTiles + "/tile_0_0.cld");
+    for (const std::vector<std::string>& vecArgs : std::vector<std::vector<std::string>>{
+             {"outline", m_sTiles, "--distance", "20", "-o", m_sTiles + "/manifest.json"},
+             {"outline", m_sTiles + "/", "--distance", "20", "-o", m_zorcld.GetPath("link.csv")},
+             {"points", m_sTiles, "-o", m_zorcld.GetPath("link.csv")},
+             {"points", m_sTiles + "/manifest.json", "-o", m_zorcld.GetPath("link.csv")},
+             {"view", m_sTiles, "-o", m_zorcld.GetPath("link.png")}})
+    {
+        SCOPED_TRACE(vecArgs[0]);
+        const CRun run = m_zorcld.Run(vecArgs);
+        EXPECT_EQ(run.nStatus, 2);
+        EXPECT_NE(run.sErr.find("is the file that is read"), std::string::npos) << run.sErr;
+        EXPECT_TRUE(ReadBytes(m_sTiles + "/manifest.json") == sManifest);
+        EXPECT_TRUE(ReadBytes(m_sTiles + "/tile_0_0.cld") == sTile);
+    }
+}
