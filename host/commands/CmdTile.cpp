@@ -109,8 +109,32 @@ void CutTiles(COptions options, const CConsole& console)
     Report(options, made);
 }
 
-void DoTiles(COptions options, const CConsole& console)
+/// The first of the options that say how files are cut which was given.
+std::string FindCuttingOption(const CLI::App& command)
 {
+    for (const char* const pName : {"--type", "--size", "--buffer", "--dedupe"})
+        if (command.count(pName) > 0)
+            return pName;
+    return {};
+}
+
+/// Whether what was given is there, before anything else is said of it.
+void CheckInputs(const COptions& options)
+{
+    for (const std::string& sPath : options.vecPaths)
+    {
+        std::error_code error;
+        const bool bFolder = std::filesystem::is_directory(sPath, error);
+        if (error)
+            throw CFailure(sPath, error.message());
+        if (bFolder && !CManifest::IsManifest(sPath))
+            throw CFailure(sPath, "is a folder without a manifest.json of tiles");
+    }
+}
+
+void DoTiles(COptions options, const CLI::App& command, const CConsole& console)
+{
+    CheckInputs(options);
     if (!options.sUnitScale.empty())
     {
         const CGroundScale scale = ParseUnitScale(options.sUnitScale);
@@ -120,7 +144,11 @@ void DoTiles(COptions options, const CConsole& console)
         return Check(options, console);
     const bool bThere = options.vecPaths.size() == 1 && CManifest::IsManifest(options.vecPaths.front());
     if (bThere && !options.sCommand.empty())
+    {
+        if (const std::string sOption = FindCuttingOption(command); !sOption.empty())
+            throw CUsageError(sOption + ": the tiles are cut, and stay as they are");
         return PrintCommands(options);
+    }
     CutTiles(std::move(options), console);
 }
 
@@ -159,10 +187,14 @@ void AddTileCommand(CLI::App& app, const CConsole& console)
             "How many metres a coordinate unit is, of heights as well or with a number of its own; by "
             "default what the files state: for the ground, whose buffer is 67 metres")
         ->type_name("METRES[,METRES]");
-    pCommand->add_flag("--check", pOptions->bCheck,
-                       "Compare all tiles of a manifest, or of its folder, with what it tells of them");
+    CLI::Option* const pCheck =
+        pCommand->add_flag("--check", pOptions->bCheck,
+                           "Compare all tiles of a manifest, or of its folder, with what it tells of them");
+    for (const char* const pName :
+         {"--type", "--output", "--size", "--buffer", "--dedupe", "--print-commands", "--unit-scale"})
+        pCheck->excludes(pName);
     pCommand->footer("Interrupted, the same command goes on where it was.");
-    pCommand->callback([pOptions, &console] { DoTiles(*pOptions, console); });
+    pCommand->callback([pOptions, pCommand, &console] { DoTiles(*pOptions, *pCommand, console); });
 }
 
 } // namespace zorcld

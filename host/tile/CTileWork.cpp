@@ -5,6 +5,7 @@
 #include <host/output/CFailure.h>
 #include <host/output/COutFile.h>
 #include <host/tile/ManifestFields.h>
+#include <host/tile/ReadText.h>
 #include <host/tile/SealedJson.h>
 
 #include <fmt/format.h>
@@ -14,7 +15,6 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <limits>
 
 #include <fcntl.h>
@@ -94,12 +94,6 @@ CTilePlan PlanFromJson(const CJsonField& json)
     return plan;
 }
 
-std::string ReadText(const std::string& sPath)
-{
-    std::ifstream file(sPath, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 } // namespace
 
 CTileWork::CTileWork(const std::string& sFolder) : m_sWork((fs::path(sFolder) / c_pFolder).string())
@@ -129,7 +123,7 @@ CTileWork::~CTileWork()
 
 std::optional<CTilePlan> CTileWork::ReadPlan() const
 {
-    const std::optional<TJson> json = OpenSealedJson(ReadText(m_sWork + c_pPlan));
+    const std::optional<TJson> json = OpenSealedJson(ReadText(m_sWork + c_pPlan).value_or(""));
     try
     {
         // What another version notes may mean something else there.
@@ -192,7 +186,7 @@ void CTileWork::AddDone(const CTileEntry& entry) const
 std::map<CCell, std::uint64_t> CTileWork::ReadPntsHashes() const
 {
     std::map<CCell, std::uint64_t> mapHashes;
-    const std::optional<TJson> json = OpenSealedJson(ReadText(m_sWork + c_pHasPnts));
+    const std::optional<TJson> json = OpenSealedJson(ReadText(m_sWork + c_pHasPnts).value_or(""));
     try
     {
         if (json)

@@ -5,6 +5,7 @@
 #include <host/output/CFailure.h>
 #include <host/output/CProgressBar.h>
 #include <host/output/GetFileName.h>
+#include <host/tile/CHashAhead.h>
 #include <host/tile/CSpool.h>
 #include <host/tile/OpenTileSource.h>
 #include <host/tile/ReadAhead.h>
@@ -21,6 +22,7 @@ namespace
 void HandOutFile(const CInputOptions& input, const CPlannedFile& planned, const TOrigin& origin,
                  CTileTable& table, CSpool& spool, const CConsole& console)
 {
+    CHashAhead hash(input.sPath);
     const std::unique_ptr<ITileSource> pSource = OpenTileSource(input);
     CProgressBar progress(console, "cutting " + GetFileName(input.sPath));
     progress.Start();
@@ -37,8 +39,9 @@ void HandOutFile(const CInputOptions& input, const CPlannedFile& planned, const 
                                    [&](const CTileTable::CZone& zone, std::size_t nFirst, std::size_t nCount)
                                    { spool.Add(zone, vecPnts.data() + nFirst, nCount); });
               });
+    const bool bSame = hash.Get() == planned.file.sHash;
     progress.Stop();
-    if (nNum != planned.file.nNumPnts)
+    if (!bSame || nNum != planned.file.nNumPnts)
         throw CFailure(input.sPath, "it was changed while it was read");
 }
 

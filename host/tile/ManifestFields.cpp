@@ -4,6 +4,7 @@
 #include <host/output/CFailure.h>
 #include <host/tile/CTilePlan.h>
 #include <host/tile/CalcSeal.h>
+#include <host/tile/ReadText.h>
 
 #include <fmt/format.h>
 
@@ -12,9 +13,8 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <limits>
+#include <optional>
 #include <set>
 
 namespace zorcld
@@ -101,17 +101,6 @@ void CheckSums(const CManifest& manifest, const CJsonField& json)
     if (nNumRead != manifest.nNumPnts + manifest.nNumDuplicates ||
         (manifest.nNumDuplicates != 0 && !manifest.options.bDedupe))
         json.At("duplicates_removed").Fail("does not fit the points of sources and tiles");
-}
-
-std::string ReadText(const std::string& sPath)
-{
-    std::ifstream file(sPath, std::ios::binary);
-    std::string sText;
-    if (file)
-        sText.assign(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
-    if (!file || file.bad())
-        throw CFailure(sPath, std::string("cannot be read: ") + std::strerror(errno));
-    return sText;
 }
 
 } // namespace
@@ -233,13 +222,16 @@ bool CManifest::IsManifest(const std::string& sPath)
         return false;
     // The name says it, so that what is wrong in the file is told; else its text, whatever the order of keys.
     return std::filesystem::path(sFile).filename() == c_pFile ||
-           ReadText(sFile).find(c_pFormat) != std::string::npos;
+           ReadText(sFile).value_or("").find(c_pFormat) != std::string::npos;
 }
 
 CManifest CManifest::Read(const std::string& sPath)
 {
     const std::string sFile = FindManifestPath(sPath);
-    const std::string sText = ReadText(sFile);
+    const std::optional<std::string> text = ReadText(sFile);
+    if (!text)
+        throw CFailure(sFile, std::string("cannot be read: ") + std::strerror(ENOENT));
+    const std::string& sText = *text;
     const CJsonField::TJson json = CJsonField::TJson::parse(sText, nullptr, false);
     const bool bNul = sText.find('\0') != std::string::npos; // the parser takes it for the end
     if (bNul || !json.is_object() || json.value("format", CJsonField::TJson()) != c_pFormat)

@@ -17,8 +17,9 @@ namespace
 {
 
 /// As one word of a shell's line.
-std::string Quote(const std::string& sText)
+std::string Quote(const std::string& sPath)
 {
+    const std::string sText = sPath.substr(0, 1) == "-" ? "./" + sPath : sPath; // no option's name
     constexpr const char* c_pPlain =
         "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_./,-+=:@%";
     if (!sText.empty() && sText.find_first_not_of(c_pPlain) == std::string::npos)
