@@ -6,8 +6,10 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <filesystem>
-#include <regex>
+#include <optional>
+#include <string_view>
 
 namespace zorcld
 {
@@ -17,11 +19,26 @@ namespace fs = std::filesystem;
 namespace
 {
 
-/// Is it such a name as NameTile makes?
-bool IsTileName(const std::string& sName)
+/// @return what follows a whole number at the beginning; nothing where there is none.
+std::optional<std::string_view> SkipNumber(std::string_view sText)
 {
-    static const std::regex c_form("tile_-?[0-9]+_-?[0-9]+\\.cld");
-    return std::regex_match(sName, c_form);
+    const std::size_t nSign = sText.substr(0, 1) == "-" ? 1 : 0;
+    const std::size_t nEnd = std::min(sText.find_first_not_of("0123456789", nSign), sText.size());
+    if (nEnd == nSign)
+        return {};
+    return sText.substr(nEnd);
+}
+
+/// Is it such a name as NameTile makes?
+bool IsTileName(std::string_view sName)
+{
+    constexpr std::string_view c_sBegin = "tile_";
+    if (sName.substr(0, c_sBegin.size()) != c_sBegin)
+        return false;
+    const std::optional<std::string_view> column = SkipNumber(sName.substr(c_sBegin.size()));
+    if (!column || column->substr(0, 1) != "_")
+        return false;
+    return SkipNumber(column->substr(1)) == ".cld";
 }
 
 } // namespace
@@ -29,7 +46,7 @@ bool IsTileName(const std::string& sName)
 void RemoveCutOff(const std::string& sFolder)
 {
     RemoveAbandonedOf(sFolder, [](std::string_view sTarget)
-                      { return sTarget == CManifest::c_pFile || IsTileName(std::string(sTarget)); });
+                      { return sTarget == CManifest::c_pFile || IsTileName(sTarget); });
 }
 
 void RefuseOthersTiles(const std::string& sFolder)
