@@ -95,6 +95,16 @@ CCoordUnit UnitFromCode(int nCode)
     return {pFound->pName, pFound->dSize, pFound->bAngle};
 }
 
+CCoordUnit UnitFromSize(double dSize, bool bAngle)
+{
+    constexpr double c_dRounded = 1e-8; // feet of different countries lie farther apart
+    const auto* const pFound = std::find_if(
+        std::begin(c_aUnits), std::end(c_aUnits),
+        [&](const CUnitOfCode& unit)
+        { return unit.bAngle == bAngle && std::fabs(unit.dSize - dSize) <= c_dRounded * unit.dSize; });
+    return UnitFromName(pFound == std::end(c_aUnits) ? "" : pFound->pName, dSize, bAngle);
+}
+
 CCoordUnit UnitFromName(std::string_view sName, double dSize, bool bAngle)
 {
     CCoordUnit unit = {std::string(sName), IsSize(dSize) ? dSize : 0.0, bAngle};

@@ -15,6 +15,10 @@ constexpr int c_nDegree = 9102;
 /// @return the unit with its name there; not stated where the number is unknown.
 CCoordUnit UnitFromCode(int nCode);
 
+/// @param dSize  metres or radians.
+/// @return the unit of that size with its name in the EPSG dataset; where none has it, "length" or "angle".
+CCoordUnit UnitFromSize(double dSize, bool bAngle);
+
 /// A unit that a file states by name and size. A length of size 1 that is called feet is feet all the same:
 /// such files exist.
 ///

@@ -127,7 +127,7 @@ void MakeOutline(const COptions& options, const CConsole& console)
     CPntCld cloud(&colors);
     CLoadFacts facts;
     if (CManifest::IsManifest(options.input.sPath))
-        MergeTiles(cloud, options.input.sPath, {}, console);
+        facts.coords = MergeTiles(cloud, options.input.sPath, {}, console);
     else
         facts = LoadOrAdvise(cloud, options.input, console);
     ChooseColors(options.picture, options.input.sPath, cloud, colors);

@@ -108,15 +108,16 @@ CView ParseView(const COptions& options)
     return view;
 }
 
-/// @return what is known of the file, nothing of tiles.
+/// @return what is known of the file; of tiles their units.
 CLoadFacts LoadView(CPntCld& cloud, const COptions& options, const CLasWish& wish, const CConsole& console)
 {
     if (!CManifest::IsManifest(options.input.sPath))
         return LoadAsWished(cloud, *OpenInputFile(options.input), wish, console);
     if (wish.IsAsked())
         throw CUsageError("tiles have no classes, intensities and returns of points");
-    MergeTiles(cloud, options.input.sPath, FindQueryBounds(options.query), console);
-    return {};
+    CLoadFacts facts;
+    facts.coords = MergeTiles(cloud, options.input.sPath, FindQueryBounds(options.query), console);
+    return facts;
 }
 
 void MakeView(const COptions& options, const CConsole& console)

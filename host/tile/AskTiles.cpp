@@ -13,6 +13,7 @@
 #include <host/query/PlanQuery.h>
 #include <host/query/Query.h>
 #include <host/tile/CManifest.h>
+#include <host/tile/CoordsOfTiles.h>
 #include <host/tile/IsIntact.h>
 #include <zor4data/CPntArrays.h>
 #include <zor4data/CPntCld.h>
@@ -183,8 +184,8 @@ std::int64_t WritePntsOfTiles(const std::string& sManifest, const CQueryOptions&
     return summary.nNumPnts;
 }
 
-void MergeTiles(CPntCld& cloud, const std::string& sManifest, const std::optional<RECT_2D>& bounds,
-                const CConsole& console)
+CCoordSystem MergeTiles(CPntCld& cloud, const std::string& sManifest, const std::optional<RECT_2D>& bounds,
+                        const CConsole& console)
 {
     const CManifest manifest = CManifest::Read(sManifest);
     std::int64_t nNumAll = 0;
@@ -212,6 +213,7 @@ void MergeTiles(CPntCld& cloud, const std::string& sManifest, const std::optiona
                                  GroupDigits(static_cast<std::int64_t>(vecPnts.size())),
                                  FormatCount(nNumAll, "point")));
     FillCloud(cloud, vecPnts, manifest.origin, manifest.bColor);
+    return CoordsOfTiles(manifest.units);
 }
 
 } // namespace zorcld

@@ -1,6 +1,7 @@
 #ifndef HOST_TILE_ASKTILES_H
 #define HOST_TILE_ASKTILES_H
 
+#include <formats/CCoordSystem.h>
 #include <zor3geom/RECT_2D.h>
 
 #include <cstdint>
@@ -42,9 +43,10 @@ std::int64_t WritePntsOfTiles(const std::string& sManifest, const CQueryOptions&
 /// Fills the cloud with the points of all cores that have a point in the bounds; of very many with an even
 /// share of each tile, which the console is told.
 /// @param cloud  of no type.
+/// @return what the manifest tells of units.
 /// @throws CFailure when there is no point.
-void MergeTiles(CPntCld& cloud, const std::string& sManifest, const std::optional<zor::geom::RECT_2D>& bounds,
-                const CConsole& console);
+CCoordSystem MergeTiles(CPntCld& cloud, const std::string& sManifest,
+                        const std::optional<zor::geom::RECT_2D>& bounds, const CConsole& console);
 
 } // namespace zorcld
 

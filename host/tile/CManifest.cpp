@@ -52,9 +52,12 @@ TJson JsonFromOptions(const CTileOptions& options)
 TJson JsonFromUnits(const CTileUnits& units)
 {
     const auto known = [](double d) { return d > 0.0 ? TJson(d) : TJson(); };
-    return {{"metres_per_unit", known(units.dPlan)},
-            {"metres_per_height_unit", known(units.dHeight)},
-            {"angles", units.bAngles}};
+    TJson json = {{"metres_per_unit", known(units.dPlan)},
+                  {"metres_per_height_unit", known(units.dHeight)},
+                  {"angles", units.bAngles}};
+    if (units.dRadians > 0.0)
+        json["radians_per_unit"] = units.dRadians;
+    return json;
 }
 
 std::string FindManifestPath(const std::string& sPath)

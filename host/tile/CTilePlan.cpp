@@ -120,6 +120,7 @@ private:
     {
         std::optional<TOrigin> origin;
         bool bSameUnit = true;
+        bool bAngles = true; // in all files
         std::int64_t nNumNotFinite = 0;
         std::string sWithout;
         m_plan.bColor = true;
@@ -136,11 +137,12 @@ private:
             if (&input == &m_vecInputs.front())
                 m_plan.units = pSource->GetUnits();
             bSameUnit = bSameUnit && m_plan.units == pSource->GetUnits();
+            bAngles = bAngles && pSource->GetUnits().bAngles;
         }
         if (m_plan.options.units)
             m_plan.units = *m_plan.options.units;
         else if (!bSameUnit)
-            m_plan.units = {};
+            m_plan.units = {0.0, 0.0, bAngles};
         if (m_bAnyColor && !m_plan.bColor)
             Tell(fmt::format("{}: has no colours, so the tiles have none", sWithout));
         if (!origin)

@@ -11,16 +11,18 @@ namespace zorcld
 /// Where all tiles count their steps of 1/10000 from, coordinate units.
 using TOrigin = std::array<float, 3>;
 
-/// Units of coordinates, in metres.
+/// Units of coordinates, in metres, of angles in radians.
 struct CTileUnits
 {
-    double dPlan = 0.0;   ///< of x and y; 0: not known
-    double dHeight = 0.0; ///< of z; 0: not known
-    bool bAngles = false; ///< x and y are no lengths, but degrees for instance
+    double dPlan = 0.0;    ///< of x and y; 0: not known
+    double dHeight = 0.0;  ///< of z; 0: not known
+    bool bAngles = false;  ///< x and y are no lengths, but degrees for instance
+    double dRadians = 0.0; ///< of such an x and y; 0: not known, or a length
 
     bool operator==(const CTileUnits& other) const
     {
-        return dPlan == other.dPlan && dHeight == other.dHeight && bAngles == other.bAngles;
+        return dPlan == other.dPlan && dHeight == other.dHeight && bAngles == other.bAngles &&
+               dRadians == other.dRadians;
     }
 };
 

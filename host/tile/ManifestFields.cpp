@@ -178,7 +178,16 @@ CTileUnits UnitsFromJson(const CJsonField& json)
         const CJsonField metres = json.At(pName);
         return metres.IsNull() ? 0.0 : metres.GetNumber(std::numeric_limits<double>::min(), c_dMost);
     };
-    return {known("metres_per_unit"), known("metres_per_height_unit"), json.At("angles").GetBool()};
+    CTileUnits units = {known("metres_per_unit"), known("metres_per_height_unit"),
+                        json.At("angles").GetBool()};
+    if (json.Has("radians_per_unit"))
+    {
+        const CJsonField radians = json.At("radians_per_unit");
+        units.dRadians = radians.GetNumber(std::numeric_limits<double>::min(), c_dMost);
+        if (!units.bAngles)
+            radians.Fail("is of angles, and x and y are none");
+    }
+    return units;
 }
 
 CManifest ManifestFromJson(const CJsonField& json)

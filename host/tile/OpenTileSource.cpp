@@ -48,7 +48,7 @@ public:
     {
         const CCoordSystem& coords = m_pFile->GetFacts().coords;
         if (coords.plan.bAngle)
-            return {0.0, 0.0, true};
+            return {0.0, coords.GetHeightMetres(), true, coords.plan.dSize};
         return {coords.GetPlanMetres(), coords.GetHeightMetres(), false};
     }
 

@@ -190,6 +190,15 @@ def _make_unit(metres: Optional[float], height: Optional[float], is_angle: bool)
     return Unit(f"{metres:g} m", metres, height, False)
 
 
+def _check_angle(data: Field, is_angle: bool) -> None:
+    """Radians a unit of x and y are told of angles alone, where they are known."""
+    if "radians_per_unit" in data.value:
+        radians = data.at("radians_per_unit")
+        radians.number(sys.float_info.min, FARTHEST)
+        if not is_angle:
+            raise radians.fail("is of angles, and x and y are none")
+
+
 def _check_sums(manifest: Manifest, read: int, removed: int, bounds: Corners, is_exact: bool, data: Field) -> None:
     """What is said of all tiles is what they say together."""
     points = sum(tile.points for tile in manifest.tiles)
@@ -231,7 +240,9 @@ def _read_fields(data: Field, folder: Path) -> Manifest:
     margin, origin = data.at("margin").number(0.0, FARTHEST), _read_origin(data.at("origin"))
     has_color = data.at("color").truth()
     metres, height = _read_metres(data.at("metres_per_unit")), _read_metres(data.at("metres_per_height_unit"))
-    unit = _make_unit(metres, height, data.at("angles").truth())
+    is_angle = data.at("angles").truth()
+    unit = _make_unit(metres, height, is_angle)
+    _check_angle(data, is_angle)
     points, removed = data.at("points").whole(1, MOST), data.at("duplicates_removed").whole(0, MOST)
     bounds = _read_corners(data.at("bounds"))
     read = sum(map(_read_source, data.at("sources").each()))
