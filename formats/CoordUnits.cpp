@@ -81,7 +81,7 @@ double SizeFromName(const std::string& sName, bool bAngle)
 
 bool IsSize(double d)
 {
-    return std::isfinite(d) && d > 0.0 && d < c_dLargestUnit;
+    return std::isnormal(d) && d > 0.0 && d < c_dLargestUnit;
 }
 
 } // namespace

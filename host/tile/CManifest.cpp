@@ -1,7 +1,9 @@
 #include <host/tile/CManifest.h>
 
+#include <host/output/CFailure.h>
 #include <host/output/COutFile.h>
 #include <host/tile/CalcSeal.h>
+#include <host/tile/ManifestFields.h>
 
 #include <filesystem>
 
@@ -17,6 +19,19 @@ namespace
 TJson JsonFromBox(const zor::geom::RECT_3D& box)
 {
     return {{"min", {box.xmin, box.ymin, box.zmin}}, {"max", {box.xmax, box.ymax, box.zmax}}};
+}
+
+/// What readers would refuse is not written. The seal is not among it: it is calculated of what they get.
+void RequireReadable(const TJson& json, const std::string& sPath)
+{
+    try
+    {
+        static_cast<void>(ManifestFromJson(CJsonField(json)));
+    }
+    catch (const CFieldError& error)
+    {
+        throw CFailure(sPath, std::string("is not written, for nobody could read it: ") + error.what());
+    }
 }
 
 } // namespace
@@ -91,7 +106,9 @@ void CManifest::Write(const std::string& sPath) const
     for (const CTileEntry& tile : vecTiles)
         json["tiles"].push_back(JsonFromTile(tile));
     // Of what a reader gets: names of files may hold bytes that are no text.
-    json["seal"] = CalcSeal(TJson::parse(json.dump(-1, ' ', false, TJson::error_handler_t::replace)));
+    const TJson read = TJson::parse(json.dump(-1, ' ', false, TJson::error_handler_t::replace));
+    RequireReadable(read, FindManifestPath(sPath));
+    json["seal"] = CalcSeal(read);
     COutFile out(FindManifestPath(sPath));
     out.Write(json.dump(1, ' ', false, TJson::error_handler_t::replace) + "\n");
     out.Commit();

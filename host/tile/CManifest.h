@@ -77,7 +77,10 @@ struct CManifest
     /// @throws CFailure when it cannot be read, or is none.
     static CManifest Read(const std::string& sPath);
 
-    /// @throws CFailure when it cannot be written; an older one is then as it was.
+    /// What its text says. @throws CFieldError with what is wrong with it.
+    static CManifest Parse(const std::string& sText);
+
+    /// @throws CFailure when it cannot be written, or nobody could read it; an older one is then as it was.
     void Write(const std::string& sPath) const;
 };
 

@@ -240,13 +240,24 @@ CManifest CManifest::Read(const std::string& sPath)
     const std::optional<std::string> text = ReadText(sFile);
     if (!text)
         throw CFailure(sFile, std::string("cannot be read: ") + std::strerror(ENOENT));
-    const std::string& sText = *text;
+    try
+    {
+        return Parse(*text);
+    }
+    catch (const CFieldError& error)
+    {
+        throw CFailure(sFile, error.what());
+    }
+}
+
+CManifest CManifest::Parse(const std::string& sText)
+{
     const CJsonField::TJson json = CJsonField::TJson::parse(sText, nullptr, false);
     const bool bNul = sText.find('\0') != std::string::npos; // the parser takes it for the end
     if (bNul || !json.is_object() || json.value("format", CJsonField::TJson()) != c_pFormat)
-        throw CFailure(sFile, "is no manifest of tiles");
+        throw CFieldError("is no manifest of tiles");
     if (json.value("format_version", CJsonField::TJson()) != c_nFormatVersion)
-        throw CFailure(sFile, "is a manifest of another version of the format");
+        throw CFieldError("is a manifest of another version of the format");
     try
     {
         const CJsonField fields(json);
@@ -258,7 +269,7 @@ CManifest CManifest::Read(const std::string& sPath)
     }
     catch (const CFieldError& error)
     {
-        throw CFailure(sFile, std::string("is damaged: ") + error.what());
+        throw CFieldError(std::string("is damaged: ") + error.what());
     }
 }
 
