@@ -30,7 +30,6 @@ using TJson = nlohmann::ordered_json;
 namespace
 {
 
-constexpr const char* c_pFolder = ".zorcld-tiles";
 constexpr const char* c_pPlan = "/plan.json";
 constexpr const char* c_pDone = "/done";
 constexpr const char* c_pHasPnts = "/points.whole";
@@ -96,10 +95,23 @@ CTilePlan PlanFromJson(const CJsonField& json)
 
 } // namespace
 
-CTileWork::CTileWork(const std::string& sFolder) : m_sWork((fs::path(sFolder) / c_pFolder).string())
+CMadeFolders::CMadeFolders(const std::string& sPath)
 {
     std::error_code error;
-    m_bMade = !fs::exists(sFolder, error);
+    for (fs::path path = sPath; !path.empty() && !fs::exists(fs::symlink_status(path, error));
+         path = path.parent_path())
+        m_vecPaths.push_back(path.string());
+}
+
+CMadeFolders::~CMadeFolders()
+{
+    for (const std::string& sPath : m_vecPaths)
+        static_cast<void>(rmdir(sPath.c_str())); // an empty folder, and nothing else
+}
+
+CTileWork::CTileWork(const std::string& sFolder)
+    : m_made(sFolder), m_sWork((fs::path(sFolder) / c_pFolder).string())
+{
     MakeFolder(GetPntsFolder());
     m_nLock = open(m_sWork.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (m_nLock < 0)
@@ -116,8 +128,6 @@ CTileWork::~CTileWork()
     std::error_code error;
     if (!fs::exists(m_sWork + c_pPlan, error)) // nothing to go on with
         Clear();
-    if (m_bMade)
-        fs::remove(fs::path(m_sWork).parent_path(), error); // an empty folder only
     close(m_nLock);
 }
 

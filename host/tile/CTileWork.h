@@ -12,12 +12,28 @@
 namespace zorcld
 {
 
+/// Of a folder that is to be made, and of those that it lies in, the ones that are not there yet: what is
+/// empty of them then goes with this object.
+class CMadeFolders
+{
+public:
+    explicit CMadeFolders(const std::string& sPath);
+    ~CMadeFolders();
+    CMadeFolders(const CMadeFolders&) = delete;
+    CMadeFolders& operator=(const CMadeFolders&) = delete;
+
+private:
+    std::vector<std::string> m_vecPaths; // the innermost first
+};
+
 /// What a run of `zorcld tile` notes beside the tiles while it makes them, so that another one goes on with
 /// it after an interruption.
 class CTileWork
 {
 public:
-    /// @param sFolder  of the tiles; made where it is not there.
+    static constexpr const char* c_pFolder = ".zorcld-tiles"; ///< beside the tiles
+
+    /// @param sFolder  of the tiles; made where it is not there, and gone again where nothing stays in it.
     /// @throws CFailure when that fails, or another run works there.
     explicit CTileWork(const std::string& sFolder);
     ~CTileWork();
@@ -50,9 +66,9 @@ public:
     void Clear() const;
 
 private:
+    CMadeFolders m_made;
     std::string m_sWork;
     int m_nLock = -1;
-    bool m_bMade = false; // the folder of the tiles was not there
 };
 
 } // namespace zorcld

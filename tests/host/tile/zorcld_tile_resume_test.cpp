@@ -129,6 +129,26 @@ TEST_F(ZorcldTileResume, FileThatCannotBeCut_LeavesNothingBehind)
     }
 }
 
+// Of folders in each other, too; not those that were there, nor what somebody has put into one meanwhile.
+TEST_F(ZorcldTileResume, FoldersOfAFailedRun_GoAgain)
+{
+    const std::string sText = m_zorcld.Write("text.ply", "text");
+    const std::string sKept = m_zorcld.GetPath("kept");
+    fs::create_directories(sKept + "/empty");
+    fs::create_symlink("nowhere", m_zorcld.GetPath("link"));
+    for (const char* pFolder : {"P/q", "P/q/r/", "P/./q", "kept/q/r", "link/q"})
+    {
+        SCOPED_TRACE(pFolder);
+        const CRun run = m_zorcld.Run({"tile", sText, "-o", m_zorcld.GetPath(pFolder), "--size", "50"});
+        EXPECT_EQ(run.nStatus, 1);
+        EXPECT_TRUE(run.HasOneErrLine()) << run.sErr;
+        EXPECT_FALSE(fs::exists(m_zorcld.GetPath("P")));
+        EXPECT_TRUE(fs::exists(sKept + "/empty"));
+        EXPECT_FALSE(fs::exists(sKept + "/q"));
+        EXPECT_TRUE(fs::is_symlink(m_zorcld.GetPath("link")));
+    }
+}
+
 namespace
 {
 
