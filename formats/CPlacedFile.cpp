@@ -43,15 +43,15 @@ std::string MakeTempPath(const std::string& sTarget)
 /// @return its descriptor; -1: errno says why not.
 int CreateTemp(std::string& sTemp, mode_t nMode) noexcept
 {
-    constexpr std::string_view c_sLetters = "0123456789abcdefghijklmnopqrstuvwxyz";
-    constexpr std::size_t c_nChosen = 6;
+    constexpr std::string_view c_sDigits = CPlacedFile::c_sDigits;
+    constexpr std::size_t c_nChosen = CPlacedFile::c_sSuffix.size() - CPlacedFile::c_sSuffix.find('X');
     for (int nTry = 0; nTry < 100; ++nTry)
     {
         std::array<unsigned char, c_nChosen> abChosen{};
         if (getrandom(abChosen.data(), abChosen.size(), 0) != static_cast<ssize_t>(abChosen.size()))
             return -1;
         for (std::size_t i = 0; i < c_nChosen; ++i)
-            sTemp[sTemp.size() - c_nChosen + i] = c_sLetters[abChosen[i] % c_sLetters.size()];
+            sTemp[sTemp.size() - c_nChosen + i] = c_sDigits[abChosen[i] % c_sDigits.size()];
         const int nFile = open(sTemp.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, nMode);
         if (nFile >= 0 || errno != EEXIST)
             return nFile;

@@ -12,9 +12,10 @@
 class CPlacedFile
 {
 public:
-    /// What is put behind the name of a file to make a temporary one; its last six characters are chosen
-    /// then. No other program is likely to name files so.
-    static constexpr std::string_view c_sSuffix = ".zorcld-XXXXXX";
+    /// What is put behind the name of a file to make a temporary one. The digits, which stand in place of the
+    /// X, are hexadecimal and chosen then; there are so many that nobody names a file so by hand.
+    static constexpr std::string_view c_sSuffix = ".zorcld-XXXXXXXXXXXX";
+    static constexpr std::string_view c_sDigits = "0123456789abcdef";
 
     /// @param sTarget  where the file is to be; a symbolic link is followed. REQUIRES: no device or pipe.
     explicit CPlacedFile(const std::string& sTarget);

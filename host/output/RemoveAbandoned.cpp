@@ -2,8 +2,6 @@
 
 #include <formats/CPlacedFile.h>
 
-#include <algorithm>
-#include <cctype>
 #include <ctime>
 #include <filesystem>
 #include <memory>
@@ -31,8 +29,7 @@ bool HasTempName(std::string_view sName)
         return false;
     const std::string_view sEnd = sName.substr(sName.size() - c_sTempSuffix.size());
     return sEnd.substr(0, nFixed) == c_sTempSuffix.substr(0, nFixed) &&
-           std::all_of(sEnd.begin() + static_cast<std::ptrdiff_t>(nFixed), sEnd.end(),
-                       [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0; });
+           sEnd.find_first_not_of(CPlacedFile::c_sDigits, nFixed) == std::string_view::npos;
 }
 
 bool IsOurs(const struct stat& status)

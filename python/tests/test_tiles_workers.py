@@ -205,20 +205,21 @@ def test_a_worker_with_little_memory_does_one_tile_at_a_time(tiles: Tiles) -> No
 
 def test_what_killed_runs_left_goes_and_what_is_in_use_stays(tiles: Tiles, tmp_path: Path) -> None:
     name = tiles.tiles[0].file
-    (tmp_path / f"{name}.zorcld-abc123").write_bytes(b"left")
-    (tmp_path / f"{name}.zorcld-empty0").touch()  # perhaps somebody has just made it, which it stays here
-    os.utime(tmp_path / f"{name}.zorcld-empty0", (time.time() + 3600.0,) * 2)
-    (tmp_path / "other.cld.zorcld-abc123").write_bytes(b"not ours")
-    with open(tmp_path / f"{name}.zorcld-held00", "wb") as held:
+    (tmp_path / f"{name}.zorcld-abc123abc123").write_bytes(b"left")
+    (tmp_path / f"{name}.zorcld-e00000000000").touch()  # perhaps somebody has just made it, which it stays here
+    os.utime(tmp_path / f"{name}.zorcld-e00000000000", (time.time() + 3600.0,) * 2)
+    (tmp_path / "other.cld.zorcld-abc123abc123").write_bytes(b"not ours")
+    (tmp_path / f"{name}.zorcld-backup").write_bytes(b"not ours")
+    with open(tmp_path / f"{name}.zorcld-be1d00000000", "wb") as held:
         held.write(b"in use")
         held.flush()
         fcntl.flock(held, fcntl.LOCK_EX)
         tiles.only(name).ground(tmp_path)
         left = {path.name for path in tmp_path.iterdir()}
-        assert left == {name, f"{name}.zorcld-empty0", f"{name}.zorcld-held00", "other.cld.zorcld-abc123"}
-    os.utime(tmp_path / f"{name}.zorcld-empty0", (0, 0))
+        assert left == {name, f"{name}.zorcld-backup", f"{name}.zorcld-e00000000000", f"{name}.zorcld-be1d00000000", "other.cld.zorcld-abc123abc123"}
+    os.utime(tmp_path / f"{name}.zorcld-e00000000000", (0, 0))
     remove_abandoned(tmp_path, [name])
-    assert {path.name for path in tmp_path.iterdir()} == {name, "other.cld.zorcld-abc123"}
+    assert {path.name for path in tmp_path.iterdir()} == {name, f"{name}.zorcld-backup", "other.cld.zorcld-abc123abc123"}
 
 
 SCRIPT = """

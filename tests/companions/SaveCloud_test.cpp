@@ -281,7 +281,7 @@ TYPED_TEST(SaveCloud_test, PlaceTakenMeanwhile_IsNotRenamed)
     EXPECT_EQ(SaveCloud(*this->m_cld, sPath, onTempFile), FileCause_NotRenamed);
     EXPECT_EQ(errno, EISDIR);
     ASSERT_EQ(vecTold.size(), 2U);
-    EXPECT_EQ(vecTold[0].substr(0, vecTold[0].size() - 6), sPath + ".zorcld-");
+    EXPECT_EQ(vecTold[0].substr(0, vecTold[0].size() - 12), sPath + ".zorcld-");
     EXPECT_EQ(vecTold[1], "");
     EXPECT_EQ(this->m_folder.CountFiles(), 1);
 }

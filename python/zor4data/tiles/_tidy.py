@@ -10,7 +10,7 @@ from pathlib import Path
 from typing import Iterable
 
 #: What the library puts behind a file's name while it writes.
-SUFFIX = re.compile(r"\.zorcld-[0-9a-z]{6}$")
+SUFFIX = re.compile(r"\.zorcld-[0-9a-f]{12}$")
 #: Seconds for which a file that is still empty may belong to somebody who has not locked it yet.
 GRACE = 1.0
 

@@ -141,8 +141,8 @@ TEST(ZorcldOutFiles, LeftByAKilledRun_IsRemovedADayLater)
     zorcld.Write("grid.ply", MakeGridPly(4));
     for (const std::vector<std::string>& vecArgs : ListWriters(zorcld, "out"))
     {
-        const std::string sOld = WriteAged(zorcld, "other.ply.zorcld-a1B2c3", 25 * c_nHour);
-        const std::string sNew = WriteAged(zorcld, "other.ply.zorcld-d1B2c3", 23 * c_nHour);
+        const std::string sOld = WriteAged(zorcld, "other.ply.zorcld-a1b2c3d4e5f6", 25 * c_nHour);
+        const std::string sNew = WriteAged(zorcld, "other.ply.zorcld-d1b2c3d4e5f6", 23 * c_nHour);
         EXPECT_EQ(zorcld.Run(vecArgs).nStatus, 0);
         EXPECT_FALSE(Exists(sOld)) << vecArgs[0];
         EXPECT_TRUE(Exists(sNew)) << vecArgs[0];
@@ -157,7 +157,8 @@ TEST(ZorcldOutFiles, KilledRun_LeavesATemporaryName)
                                      {"make-sample", zorcld.GetPath("big.ply"), "--points", "500000000"});
     EXPECT_NE(run.nStatus, 0);
     ASSERT_EQ(zorcld.CountFiles(), 1U);
-    EXPECT_EQ(std::system(("ls '" + zorcld.GetPath("") + "' | grep -q '^big.ply.zorcld-......$'").c_str()),
+    EXPECT_EQ(std::system(
+                  ("ls '" + zorcld.GetPath("") + "' | grep -q '^big.ply.zorcld-[0-9a-f]\\{12\\}$'").c_str()),
               0);
     EXPECT_EQ(std::system(("touch -d '2 days ago' '" + zorcld.GetPath("") + "'/*").c_str()), 0);
     EXPECT_EQ(zorcld.Run({"make-sample", zorcld.GetPath("big.ply"), "--points", "10"}).nStatus, 0);
@@ -168,15 +169,17 @@ TEST(ZorcldOutFiles, KilledRun_LeavesATemporaryName)
 TEST(RemoveAbandoned, OthersStay)
 {
     const CZorcld zorcld;
-    const std::string sGone = WriteAged(zorcld, "x.zorcld-AbCd12", 48 * c_nHour);
-    for (const char* pName : {".zorcld-AbCd12", "x.zorcld-AbCd1", "x.zorcld-AbCd123", "x.zorcld-AbCd1.",
-                              "x.zorcld_AbCd12", "x.Zorcld-AbCd12", "x.AbCd12", "x.zorcld-AbCd12.ply"})
+    const std::string sGone = WriteAged(zorcld, "x.zorcld-abcd12345678", 48 * c_nHour);
+    for (const char* pName :
+         {".zorcld-abcd12345678", "x.zorcld-abcd1234567", "x.zorcld-abcd123456789", "x.zorcld-abcd1234567.",
+          "x.zorcld_abcd12345678", "x.Zorcld-abcd12345678", "x.abcd12345678", "x.zorcld-abcd12345678.ply",
+          "x.zorcld-ABCD12345678", "x.zorcld-beforechange", "x.zorcld-backup", "x.zorcld-facade"})
         WriteAged(zorcld, pName, 48 * c_nHour);
-    ASSERT_EQ(mkdir(zorcld.GetPath("y.zorcld-AbCd12").c_str(), 0777), 0);
-    ASSERT_EQ(symlink(".zorcld-AbCd12", zorcld.GetPath("z.zorcld-AbCd12").c_str()), 0);
+    ASSERT_EQ(mkdir(zorcld.GetPath("y.zorcld-abcd12345678").c_str(), 0777), 0);
+    ASSERT_EQ(symlink(".zorcld-abcd12345678", zorcld.GetPath("z.zorcld-abcd12345678").c_str()), 0);
     zorcld::RemoveAbandoned(zorcld.GetPath(""));
     EXPECT_FALSE(Exists(sGone));
-    EXPECT_EQ(zorcld.CountFiles(), 10U);
+    EXPECT_EQ(zorcld.CountFiles(), 14U);
     zorcld::RemoveAbandoned(zorcld.GetPath("missing")); // nothing to do
 }
 
@@ -184,7 +187,7 @@ TEST(RemoveAbandoned, OthersStay)
 TEST(RemoveAbandoned, HeldFileStays)
 {
     const CZorcld zorcld;
-    const std::string sPath = WriteAged(zorcld, "x.zorcld-AbCd12", 48 * c_nHour);
+    const std::string sPath = WriteAged(zorcld, "x.zorcld-abcd12345678", 48 * c_nHour);
     const int nFile = open(sPath.c_str(), O_RDONLY | O_CLOEXEC);
     CPlacedFile::Hold(nFile);
     zorcld::RemoveAbandoned(zorcld.GetPath(""));

@@ -244,13 +244,14 @@ TEST_F(ZorcldTileWaiting, NotedTilesThatAreNotOfThePlan_AreNotTaken)
 TEST_F(ZorcldTileResume, TemporaryFiles_OnlyItsOwnGoAndNoneWhereItIsRefused)
 {
     const std::vector<std::string> vecOthers = {
-        "whole/tile_notes.zorcld-keep.txt", "whole/tile_1_1.cld.zorcld-old",
-        "whole/tile_mine.cld.zorcld-abc123", "whole/manifest.json.zorcld-backups", "whole/tile_1_1.cld"};
+        "whole/tile_notes.zorcld-keep.txt",        "whole/tile_1_1.cld.zorcld-old",
+        "whole/tile_mine.cld.zorcld-abc123abc123", "whole/manifest.json.zorcld-backup",
+        "whole/tile_1_1.cld.zorcld-abc123",        "whole/tile_1_1.cld"};
     for (const std::string& sName : vecOthers)
         if (!fs::exists(m_zorcld.GetPath(sName)))
             static_cast<void>(m_zorcld.Write(sName, "somebody's"));
-    const std::vector<std::string> vecOwn = {"whole/tile_1_-1.cld.zorcld-abc123",
-                                             "whole/manifest.json.zorcld-0a1b2c"};
+    const std::vector<std::string> vecOwn = {"whole/tile_1_-1.cld.zorcld-abc123abc123",
+                                             "whole/manifest.json.zorcld-0a1b2c3d4e5f"};
     for (const std::string& sName : vecOwn)
         static_cast<void>(m_zorcld.Write(sName, "cut off"));
     EXPECT_EQ(m_zorcld.Run(Args("whole", "60")).nStatus, 1);
