@@ -4,7 +4,7 @@
 #include <host/files/LoadCloud.h>
 #include <host/query/PlanQuery.h>
 #include <host/tile/AskTiles.h>
-#include <host/tile/CManifest.h>
+#include <host/tile/TileFolder.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -28,7 +28,7 @@ struct COptions
 void CountPoints(const COptions& options, const CConsole& console)
 {
     const zor::geom::RECT_2D rect = ParseRect(options.sRect);
-    if (CManifest::IsManifest(options.input.sPath))
+    if (AreTiles(options.input.sPath))
     {
         fmt::print("{}\n", CountInTiles(options.input.sPath, rect));
         return;

@@ -17,8 +17,8 @@
 #include <host/output/PrintLine.h>
 #include <host/query/CalcDensity.h>
 #include <host/query/Query.h>
-#include <host/tile/CManifest.h>
 #include <host/tile/ShowManifest.h>
+#include <host/tile/TileFolder.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -246,24 +246,28 @@ void ShowInfo(CInputFile& file, const COptions& options, const CConsole& console
         PrintInfo(info, file, facts, lost);
 }
 
+void ShowTiles(const COptions& options)
+{
+    if (CClassChoice(options.classes).IsAsked())
+        throw CUsageError("tiles have no classes of points");
+    ShowManifest(options.input.sPath, options.bJson);
+}
+
 void OpenAndShow(const COptions& options, const CConsole& console)
 {
-    if (CManifest::IsManifest(options.input.sPath))
-    {
-        if (CClassChoice(options.classes).IsAsked())
-            throw CUsageError("tiles have no classes of points");
-        ShowManifest(options.input.sPath, options.bJson);
-        return;
-    }
     std::unique_ptr<CInputFile> pFile;
+    bool bTiles = false;
     try
     {
+        bTiles = AreTiles(options.input.sPath);
+        if (bTiles)
+            return ShowTiles(options);
         pFile = OpenInputFile(options.input);
         ShowInfo(*pFile, options, console);
     }
     catch (const CFailure& failure)
     {
-        if (options.bJson)
+        if (options.bJson && !bTiles)
             PrintCause(options.input.sPath, pFile.get(), failure);
         throw;
     }

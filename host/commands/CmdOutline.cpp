@@ -20,8 +20,8 @@
 #include <host/query/ParseNumbers.h>
 #include <host/shapes/WriteShapes.h>
 #include <host/tile/AskTiles.h>
-#include <host/tile/CManifest.h>
 #include <host/tile/RefuseInput.h>
+#include <host/tile/TileFolder.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -126,7 +126,7 @@ void MakeOutline(const COptions& options, const CConsole& console)
     CViewColors colors;
     CPntCld cloud(&colors);
     CLoadFacts facts;
-    if (CManifest::IsManifest(options.input.sPath))
+    if (AreTiles(options.input.sPath))
         facts.coords = MergeTiles(cloud, options.input.sPath, {}, console);
     else
         facts = LoadOrAdvise(cloud, options.input, console);

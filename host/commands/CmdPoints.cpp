@@ -13,8 +13,8 @@
 #include <host/query/Query.h>
 #include <host/query/WritePnts.h>
 #include <host/tile/AskTiles.h>
-#include <host/tile/CManifest.h>
 #include <host/tile/RefuseInput.h>
+#include <host/tile/TileFolder.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -52,7 +52,7 @@ void WritePoints(const COptions& options, const CConsole& console)
     const TMakePntWriter makeWriter = FindPntWriter(options.sOutPath);
     RefuseInput(options.input.sPath, options.sOutPath, "--output", options.bForce);
     RefuseSameFile(options.query.plan.sContour, options.sOutPath, "--output", options.bForce);
-    if (CManifest::IsManifest(options.input.sPath))
+    if (AreTiles(options.input.sPath))
     {
         WritePointsOfTiles(options, console);
         return;

@@ -12,6 +12,7 @@
 #include <host/tile/GroundOfTiles.h>
 #include <host/tile/MakeTiles.h>
 #include <host/tile/PrintTileCommands.h>
+#include <host/tile/TileFolder.h>
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -124,11 +125,10 @@ void CheckInputs(const COptions& options)
     for (const std::string& sPath : options.vecPaths)
     {
         std::error_code error;
-        const bool bFolder = std::filesystem::is_directory(sPath, error);
+        static_cast<void>(std::filesystem::status(sPath, error));
         if (error)
             throw CFailure(sPath, error.message());
-        if (bFolder && !CManifest::IsManifest(sPath))
-            throw CFailure(sPath, "is a folder without a manifest.json of tiles");
+        static_cast<void>(AreTiles(sPath));
     }
 }
 

@@ -23,8 +23,8 @@
 #include <host/query/Query.h>
 #include <host/shapes/ReadShapes.h>
 #include <host/tile/AskTiles.h>
-#include <host/tile/CManifest.h>
 #include <host/tile/RefuseInput.h>
+#include <host/tile/TileFolder.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -111,7 +111,7 @@ CView ParseView(const COptions& options)
 /// @return what is known of the file; of tiles their units.
 CLoadFacts LoadView(CPntCld& cloud, const COptions& options, const CLasWish& wish, const CConsole& console)
 {
-    if (!CManifest::IsManifest(options.input.sPath))
+    if (!AreTiles(options.input.sPath))
         return LoadAsWished(cloud, *OpenInputFile(options.input), wish, console);
     if (wish.IsAsked())
         throw CUsageError("tiles have no classes, intensities and returns of points");

@@ -3,6 +3,7 @@
 #include <host/output/CFailure.h>
 #include <host/output/RemoveAbandoned.h>
 #include <host/tile/CManifest.h>
+#include <host/tile/CTileWork.h>
 
 #include <fmt/format.h>
 
@@ -42,6 +43,21 @@ bool IsTileName(std::string_view sName)
 }
 
 } // namespace
+
+bool AreTiles(const std::string& sPath)
+{
+    if (CManifest::IsManifest(sPath))
+        return true;
+    std::error_code error;
+    if (!fs::is_directory(sPath, error))
+        return false;
+    if (fs::exists(fs::path(sPath) / CTileWork::c_pFolder, error))
+        throw CFailure(sPath,
+                       fmt::format("is a directory without a {} yet: its tiles are being made, or that was "
+                                   "interrupted and the same zorcld tile goes on",
+                                   CManifest::c_pFile));
+    throw CFailure(sPath, fmt::format("is a directory without a {} of tiles", CManifest::c_pFile));
+}
 
 void RemoveCutOff(const std::string& sFolder)
 {

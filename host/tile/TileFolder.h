@@ -6,6 +6,10 @@
 namespace zorcld
 {
 
+/// Does a path name tiles, by their manifest or its folder? Else it may be a file of points.
+/// @throws CFailure for a folder without a manifest, which says what is missing.
+bool AreTiles(const std::string& sPath);
+
 /// Removes what a run leaves that was killed. REQUIRES: no other run works there, so that nobody writes to
 /// it any more.
 void RemoveCutOff(const std::string& sFolder);

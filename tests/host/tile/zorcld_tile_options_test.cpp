@@ -80,9 +80,32 @@ TEST_F(ZorcldTileOptions, WhatIsNotThereOrHasNoManifest_IsNamed)
     {
         std::vector<std::string> vecArgs = {"tile", m_sTiles};
         vecArgs.insert(vecArgs.end(), vecMore.begin(), vecMore.end());
-        EXPECT_NE(Refuse(1, vecArgs).find(m_sTiles + ": is a folder without a manifest.json"),
+        EXPECT_NE(Refuse(1, vecArgs).find(m_sTiles + ": is a directory without a manifest.json of tiles"),
                   std::string::npos);
     }
+}
+
+TEST_F(ZorcldTileOptions, FolderWithoutAManifest_IsToldByWhateverTakesTiles)
+{
+    std::filesystem::remove(m_sTiles + "/manifest.json");
+    const auto expect = [&](const std::string& sCause)
+    {
+        const std::string sLine =
+            "zorcld: " + m_sTiles + ": is a directory without a manifest.json " + sCause + "\n";
+        for (const std::vector<std::string>& vecArgs : std::vector<std::vector<std::string>>{
+                 {"info", m_sTiles},
+                 {"count", m_sTiles, "--rect=0,0,1,1"},
+                 {"points", m_sTiles, "-o", m_zorcld.GetPath("out.csv")},
+                 {"view", m_sTiles, "-o", m_zorcld.GetPath("out.png")},
+                 {"outline", m_sTiles, "--distance", "2", "-o", m_zorcld.GetPath("out.wkt")},
+                 {"tile", m_sTiles, "--check"}})
+            EXPECT_EQ(Refuse(1, vecArgs), sLine) << vecArgs[0];
+        EXPECT_NE(m_zorcld.Run({"info", m_sTiles, "--json"}).sOut.find("without a manifest.json " + sCause),
+                  std::string::npos);
+    };
+    expect("of tiles");
+    std::filesystem::create_directory(m_sTiles + "/.zorcld-tiles");
+    expect("yet: its tiles are being made, or that was interrupted and the same zorcld tile goes on");
 }
 
 TEST_F(ZorcldTileOptions, NotesOfARunThatCannotBeRead_AreNamed)
