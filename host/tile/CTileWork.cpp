@@ -32,6 +32,7 @@ namespace
 
 constexpr const char* c_pPlan = "/plan.json";
 constexpr const char* c_pDone = "/done";
+constexpr const char* c_pBegun = "/begun";
 constexpr const char* c_pHasPnts = "/points.whole";
 
 void MakeFolder(const std::string& sPath)
@@ -40,6 +41,40 @@ void MakeFolder(const std::string& sPath)
     fs::create_directories(sPath, error);
     if (error)
         throw CFailure(sPath, "cannot be created: " + error.message());
+}
+
+/// Appends a line, with a new one before it: behind what an interruption has cut off.
+/// @param bSync  it is on the disk before anything that is done later.
+void AddLine(const std::string& sPath, const TJson& json, bool bSync)
+{
+    const std::string sLine = "\n" + SealJson(json);
+    CFilePtr pFile(std::fopen(sPath.c_str(), "ab"));
+    bool bWritten =
+        pFile != nullptr && std::fwrite(sLine.data(), 1, sLine.size(), pFile.get()) == sLine.size();
+    if (bWritten && bSync)
+        bWritten = std::fflush(pFile.get()) == 0 && fsync(fileno(pFile.get())) == 0;
+    if (!bWritten || std::fclose(pFile.release()) != 0)
+        throw CFailure(sPath, std::string("could not be written: ") + std::strerror(errno));
+}
+
+/// `fn(json)` for each whole line. What one contradicts is left out.
+template <class TFn>
+void ForEachLine(const std::string& sPath, const TFn& fn)
+{
+    std::ifstream file(sPath, std::ios::binary);
+    for (std::string sLine; std::getline(file, sLine);)
+    {
+        const std::optional<TJson> json = OpenSealedJson(sLine);
+        try
+        {
+            if (json) // else it is cut off, or damaged
+                fn(CJsonField(*json));
+        }
+        catch (const CFieldError&)
+        {
+            continue;
+        }
+    }
 }
 
 TJson JsonFromPlan(const CTilePlan& plan)
@@ -157,6 +192,7 @@ void CTileWork::WritePlan(const CTilePlan& plan) const
 {
     std::error_code error;
     fs::remove(m_sWork + c_pDone, error); // of another plan
+    fs::remove(m_sWork + c_pBegun, error);
     COutFile out(m_sWork + c_pPlan);
     out.Write(SealJson(JsonFromPlan(plan)));
     out.Commit();
@@ -164,33 +200,33 @@ void CTileWork::WritePlan(const CTilePlan& plan) const
 
 std::vector<CTileEntry> CTileWork::ReadDone() const
 {
-    std::vector<CTileEntry> vecDone;
-    std::ifstream file(m_sWork + c_pDone, std::ios::binary);
-    for (std::string sLine; std::getline(file, sLine);)
-    {
-        const std::optional<TJson> json = OpenSealedJson(sLine);
-        try
-        {
-            if (json) // else it is cut off, or damaged: the tile is made again
-                vecDone.push_back(TileFromJson(CJsonField(*json)));
-        }
-        catch (const CFieldError&)
-        {
-            continue;
-        }
-    }
+    std::vector<CTileEntry> vecDone; // what is not noted is made again
+    ForEachLine(m_sWork + c_pDone, [&](const CJsonField& tile) { vecDone.push_back(TileFromJson(tile)); });
     return vecDone;
 }
 
 void CTileWork::AddDone(const CTileEntry& entry) const
 {
-    const std::string sPath = m_sWork + c_pDone;
-    const std::string sLine = "\n" + SealJson(JsonFromTile(entry)); // behind what an interruption has cut off
-    CFilePtr pFile(std::fopen(sPath.c_str(), "ab"));
-    const bool bWritten =
-        pFile != nullptr && std::fwrite(sLine.data(), 1, sLine.size(), pFile.get()) == sLine.size();
-    if (!bWritten || std::fclose(pFile.release()) != 0)
-        throw CFailure(sPath, std::string("could not be written: ") + std::strerror(errno));
+    AddLine(m_sWork + c_pDone, JsonFromTile(entry), false);
+}
+
+std::set<CCell> CTileWork::ReadBegun() const
+{
+    std::set<CCell> setCells;
+    ForEachLine(m_sWork + c_pBegun,
+                [&](const CJsonField& cells) {
+                    cells.ForEach([&](const CJsonField& cell)
+                                  { setCells.insert(CellFromJson(cell.Nth(0), cell.Nth(1))); });
+                });
+    return setCells;
+}
+
+void CTileWork::AddBegun(const std::set<CCell>& setCells) const
+{
+    TJson json = TJson::array();
+    for (const CCell& cell : setCells)
+        json.push_back({cell.nColumn, cell.nRow});
+    AddLine(m_sWork + c_pBegun, json, true); // as the tile itself will be
 }
 
 std::map<CCell, std::uint64_t> CTileWork::ReadPntsHashes() const

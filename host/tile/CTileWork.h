@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -46,13 +47,17 @@ public:
     /// @return none, too, where it is damaged, or another version of the program has made it.
     std::optional<CTilePlan> ReadPlan() const;
     bool HasPlan() const; ///< whatever it says
-    /// Forgets which tiles of an earlier plan were done. REQUIRES: no note that points of another one are
-    /// there.
+    /// Forgets which tiles of an earlier plan were done, or begun. REQUIRES: no note that points of another
+    /// one are there.
     void WritePlan(const CTilePlan& plan) const;
 
     /// Tiles that are done. A line that an interruption has cut off is left out.
     std::vector<CTileEntry> ReadDone() const;
     void AddDone(const CTileEntry& entry) const;
+
+    /// Tiles that a run has begun to write: a file of such a name may be its own, though not noted as done.
+    std::set<CCell> ReadBegun() const;
+    void AddBegun(const std::set<CCell>& setCells) const; ///< before any of their files is in its place
 
     /// Hashes (CPntsHash) of the points of all tiles, where all have been handed out; their files may have
     /// gone.

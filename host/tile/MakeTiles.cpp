@@ -5,12 +5,12 @@
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
 #include <host/output/CProgressBar.h>
+#include <host/tile/AreOfFiles.h>
 #include <host/tile/BuildTiles.h>
 #include <host/tile/CSpool.h>
 #include <host/tile/CTilePlan.h>
 #include <host/tile/CTileWork.h>
 #include <host/tile/HandOutPnts.h>
-#include <host/tile/HashFile.h>
 #include <host/tile/IsIntact.h>
 #include <host/tile/TileFolder.h>
 
@@ -20,6 +20,7 @@
 #include <filesystem>
 #include <map>
 #include <optional>
+#include <set>
 
 #ifdef __GLIBC__
 #include <malloc.h>
@@ -52,7 +53,10 @@ public:
 
     CMadeTiles Make()
     {
+        m_setOwn = m_work.ReadBegun();
         const std::vector<CTileEntry> vecDone = FindDone();
+        for (const CTileEntry& entry : vecDone)
+            m_setOwn.insert(entry.cell);
         RemoveCutOff(m_sFolder); // which it does not refuse
         TakeIntact(vecDone);
         CMadeTiles made;
@@ -68,6 +72,7 @@ public:
             fs::remove(FindManifestPath(m_sFolder)); // it says that all are there
         }
         KeepPlanned();
+        RefuseForeign(m_sFolder, FindMissing(), m_setOwn);
         try
         {
             BuildMissing();
@@ -90,7 +95,7 @@ private:
     {
         if (std::optional<CTilePlan> plan = m_work.ReadPlan())
         {
-            if (!IsOfSameFiles(*plan))
+            if (!AreOfFiles(*plan, m_vecInputs, m_options))
                 throw CFailure(m_sFolder,
                                "holds unfinished tiles of other files or options; another folder, or "
                                "this one emptied, takes these");
@@ -115,7 +120,7 @@ private:
             throw CFailure(error.GetFile(),
                            error.GetCause() + "; another folder, or this one emptied, takes tiles");
         }
-        if (!IsOfSameFiles(*m_manifest))
+        if (!AreOfFiles(*m_manifest, m_vecInputs, m_options))
             throw CFailure(m_sFolder, "holds tiles of other files or options; another folder, or this one "
                                       "emptied, takes these");
         return m_manifest->vecTiles;
@@ -132,12 +137,18 @@ private:
         m_mapDone = std::move(mapKept);
     }
 
-    void BuildMissing()
+    std::vector<CTileCount> FindMissing() const
     {
         std::vector<CTileCount> vecMissing;
         for (const CTileCount& tile : m_plan.vecTiles)
             if (m_mapDone.count(tile.cell) == 0)
                 vecMissing.push_back(tile);
+        return vecMissing;
+    }
+
+    void BuildMissing()
+    {
+        const std::vector<CTileCount> vecMissing = FindMissing();
         m_mapHashes = m_work.ReadPntsHashes();
         if (!HasPntsOf(vecMissing))
         {
@@ -170,6 +181,7 @@ private:
             cut.plan = MakePlan(m_vecInputs, m_options, m_console);
         m_plan = std::move(cut.plan);
         m_work.WritePlan(m_plan);
+        m_work.AddBegun(m_setOwn);
         if (!cut.mapHashes.empty())
             m_work.SetHasPnts(cut.mapHashes);
         for (const auto& [cell, entry] : m_mapDone)
@@ -181,31 +193,6 @@ private:
         for (const CTileEntry& entry : vecDone)
             if (IsIntact(FindTilePath(m_sFolder, entry), entry))
                 m_mapDone.emplace(entry.cell, entry);
-    }
-
-    /// Size and time of a file stand for what is in it; where the time is another one, its hash tells.
-    bool IsOfSameFiles(const CTilePlan& plan) const
-    {
-        if (!(plan.options == m_options) || plan.vecFiles.size() != m_vecInputs.size())
-            return false;
-        return std::equal(m_vecInputs.begin(), m_vecInputs.end(), plan.vecFiles.begin(),
-                          [](const CInputOptions& input, const CPlannedFile& planned)
-                          {
-                              const CPlannedFile now = LookAtTime(input.sPath);
-                              return now.file.nNumBytes == planned.file.nNumBytes &&
-                                     (now.nTime == planned.nTime ||
-                                      HashFile(input.sPath) == planned.file.sHash);
-                          });
-    }
-
-    bool IsOfSameFiles(const CManifest& manifest) const
-    {
-        return manifest.options == m_options && manifest.vecFiles.size() == m_vecInputs.size() &&
-               std::equal(m_vecInputs.begin(), m_vecInputs.end(), manifest.vecFiles.begin(),
-                          [](const CInputOptions& input, const CTiledFile& file) {
-                              return LookAtTime(input.sPath).file.nNumBytes == file.nNumBytes &&
-                                     HashFile(input.sPath) == file.sHash;
-                          });
     }
 
     std::string GetPntsPath(const CTileCount& tile) const
@@ -230,7 +217,9 @@ private:
         std::size_t nNumBuilt = 0;
         BuildTiles(
             m_plan, vecTiles, m_sFolder,
-            [this](const CTileCount& tile) {
+            [this](const CTileCount& tile)
+            {
+                m_work.AddBegun({tile.cell});
                 return CTilePnts{GetPntsPath(tile), m_mapHashes.at(tile.cell)};
             },
             [&](const CTileEntry& entry, std::size_t i)
@@ -278,6 +267,7 @@ private:
     CTilePlan m_plan;
     std::optional<CManifest> m_manifest; // that was there
     std::map<CCell, CTileEntry> m_mapDone;
+    std::set<CCell> m_setOwn;                   // whose files, if there are any, runs have made
     std::map<CCell, std::uint64_t> m_mapHashes; // of the points that wait
 };
 

@@ -4,6 +4,7 @@
 #include <host/output/RemoveAbandoned.h>
 #include <host/tile/CManifest.h>
 #include <host/tile/CTileWork.h>
+#include <host/tile/NameTile.h>
 
 #include <fmt/format.h>
 
@@ -76,6 +77,19 @@ void RefuseOthersTiles(const std::string& sFolder)
                                                 "or this one emptied, takes tiles",
                                                 sName));
     }
+}
+
+void RefuseForeign(const std::string& sFolder, const std::vector<CTileCount>& vecPlanned,
+                   const std::set<CCell>& setOwn)
+{
+    std::error_code error;
+    for (const CTileCount& tile : vecPlanned)
+        if (const std::string sName = NameTile(tile.cell);
+            setOwn.count(tile.cell) == 0 && fs::exists(fs::path(sFolder) / sName, error))
+            throw CFailure(sFolder,
+                           fmt::format("holds {}, which the interrupted run has not made; without it the "
+                                       "same command goes on",
+                                       sName));
 }
 
 } // namespace zorcld

@@ -1,7 +1,11 @@
 #ifndef HOST_TILE_TILEFOLDER_H
 #define HOST_TILE_TILEFOLDER_H
 
+#include <host/tile/CTileTable.h>
+
+#include <set>
 #include <string>
+#include <vector>
 
 namespace zorcld
 {
@@ -17,6 +21,12 @@ void RemoveCutOff(const std::string& sFolder);
 /// Files of tiles' names that nothing there tells of are somebody's, maybe those to be cut.
 /// @throws CFailure where there is one.
 void RefuseOthersTiles(const std::string& sFolder);
+
+/// Behind an interrupted run a file of a planned tile's name may be its own.
+/// @param setOwn  tiles that runs there have begun, or a manifest has told of.
+/// @throws CFailure where there is one that is not.
+void RefuseForeign(const std::string& sFolder, const std::vector<CTileCount>& vecPlanned,
+                   const std::set<CCell>& setOwn);
 
 } // namespace zorcld
 

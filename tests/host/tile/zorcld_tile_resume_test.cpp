@@ -229,6 +229,21 @@ TEST_F(ZorcldTileWaiting, NotesThatCannotBeRead_AreToldAndCuttingBeginsAnew)
     }
 }
 
+// The interrupted run has begun the first tile, and maybe the second.
+TEST_F(ZorcldTileWaiting, ForeignFileOfAPlannedName_IsRefusedAndKept)
+{
+    const std::string sForeign = m_zorcld.Write("cut/tile_-1_0.cld", "somebody's");
+    static_cast<void>(m_zorcld.Write("cut/tile_-1_-1.cld", "cut off")); // may be its own
+    const CRun run = m_zorcld.Run(LargeArgs("cut"));
+    EXPECT_EQ(run.nStatus, 1);
+    EXPECT_TRUE(run.HasOneErrLine()) << run.sErr;
+    EXPECT_NE(run.sErr.find("holds tile_-1_0.cld, which the interrupted run has not made"), std::string::npos)
+        << run.sErr;
+    EXPECT_EQ(ReadBytes(sForeign), "somebody's");
+    fs::remove(sForeign);
+    static_cast<void>(ExpectTheSame());
+}
+
 TEST_F(ZorcldTileWaiting, NotedTilesThatAreNotOfThePlan_AreNotTaken)
 {
     const std::string sDone =
