@@ -216,10 +216,20 @@ def test_what_killed_runs_left_goes_and_what_is_in_use_stays(tiles: Tiles, tmp_p
         fcntl.flock(held, fcntl.LOCK_EX)
         tiles.only(name).ground(tmp_path)
         left = {path.name for path in tmp_path.iterdir()}
-        assert left == {name, f"{name}.zorcld-backup", f"{name}.zorcld-e00000000000", f"{name}.zorcld-be1d00000000", "other.cld.zorcld-abc123abc123"}
+        assert left == {
+            name,
+            f"{name}.zorcld-backup",
+            f"{name}.zorcld-e00000000000",
+            f"{name}.zorcld-be1d00000000",
+            "other.cld.zorcld-abc123abc123",
+        }
     os.utime(tmp_path / f"{name}.zorcld-e00000000000", (0, 0))
     remove_abandoned(tmp_path, [name])
-    assert {path.name for path in tmp_path.iterdir()} == {name, f"{name}.zorcld-backup", "other.cld.zorcld-abc123abc123"}
+    assert {path.name for path in tmp_path.iterdir()} == {
+        name,
+        f"{name}.zorcld-backup",
+        "other.cld.zorcld-abc123abc123",
+    }
 
 
 SCRIPT = """
