@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <optional>
+#include <utility>
 
 namespace zorcld
 {
@@ -20,11 +21,13 @@ void SaveCloud(CPntCld& cloud, const std::string& sPath)
 void SaveCloudOnly(CPntCld& cloud, const std::string& sPath)
 {
     std::optional<CWatchedFile> watched;
+    std::optional<CHeldSignals> held(std::in_place); // until the file is watched
     const auto watch = [&](const zor::String& sTempPath)
     {
         watched.reset();
         if (sTempPath.GetLength() > 0)
             watched.emplace(sTempPath.c_str());
+        held.reset();
     };
     const enumFileCause eCause = ::SaveCloud(cloud, zor::String(sPath), watch);
     if (eCause != FileCause_None)

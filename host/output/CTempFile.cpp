@@ -37,12 +37,16 @@ std::string Describe(enumFileCause eCause, int nError)
 
 } // namespace
 
-CTempFile::CTempFile(const std::string& sTarget) : m_file(sTarget)
+CTempFile::CTempFile(const std::string& sTarget) : CTempFile(sTarget, CHeldSignals())
+{
+    RemoveAbandonedBeside(sTarget);
+}
+
+CTempFile::CTempFile(const std::string& sTarget, const CHeldSignals&) : m_file(sTarget)
 {
     if (m_file.GetCause() != FileCause_None)
         FailToSave(sTarget, m_file.GetCause(), errno);
     m_watched.emplace(m_file.GetPath());
-    RemoveAbandonedBeside(sTarget);
 }
 
 bool CTempFile::Place()

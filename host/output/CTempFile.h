@@ -32,6 +32,8 @@ public:
     bool Place();
 
 private:
+    CTempFile(const std::string& sTarget, const CHeldSignals& held);
+
     std::optional<CWatchedFile> m_watched; // goes after the file has gone
     CPlacedFile m_file;
 };

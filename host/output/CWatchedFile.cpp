@@ -62,4 +62,18 @@ CWatchedFile::~CWatchedFile()
             slot.bSet = 0;
 }
 
+CHeldSignals::CHeldSignals()
+{
+    sigset_t held;
+    sigemptyset(&held);
+    for (const int nSignal : c_signals)
+        sigaddset(&held, nSignal);
+    pthread_sigmask(SIG_BLOCK, &held, &m_before);
+}
+
+CHeldSignals::~CHeldSignals()
+{
+    pthread_sigmask(SIG_SETMASK, &m_before, nullptr);
+}
+
 } // namespace zorcld

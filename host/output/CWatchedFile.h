@@ -1,6 +1,7 @@
 #ifndef HOST_OUTPUT_CWATCHEDFILE_H
 #define HOST_OUTPUT_CWATCHEDFILE_H
 
+#include <csignal>
 #include <string>
 
 namespace zorcld
@@ -20,6 +21,20 @@ public:
 
 private:
     std::string m_sPath;
+};
+
+/// While this object lives the signals that a CWatchedFile heeds wait, as far as this thread would get them:
+/// between a file and its being watched nothing comes.
+class CHeldSignals
+{
+public:
+    CHeldSignals();
+    ~CHeldSignals();
+    CHeldSignals(const CHeldSignals&) = delete;
+    CHeldSignals& operator=(const CHeldSignals&) = delete;
+
+private:
+    sigset_t m_before{};
 };
 
 } // namespace zorcld

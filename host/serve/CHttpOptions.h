@@ -20,6 +20,7 @@ struct CHttpOptions
     std::chrono::milliseconds timeFirst{5000};    ///< for the first request of a connection to arrive, whole
     std::chrono::milliseconds timeRequest{30000}; ///< for each further one
     std::chrono::milliseconds timePiece{30000};   ///< for a piece of a reply to leave
+    std::chrono::milliseconds timeToGo{2000};     ///< that a connection has which is not answered any more
 };
 
 /// What a server asks to be done.

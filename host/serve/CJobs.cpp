@@ -52,21 +52,22 @@ CJobs::TJson CJobs::Ask(const std::string& sResource, const std::string& sWish, 
     }
     if (m_pJob != nullptr && !m_pJob->bStop && m_pJob->Is(sResource, sWish))
     {
-        m_pJob->timeAsked = TClock::now();
+        m_pJob->timeAsked = m_now();
         return {{"state", "running"}, {"doing", m_pJob->sDoing}, {"percent", m_pJob->nPercent}};
     }
     if (m_pJob != nullptr && (!m_pJob->bStop || (m_pNext != nullptr && !m_pNext->Is(sResource, sWish))))
         throw CRefusal(503, "another job is running");
     if (m_pNext == nullptr)
     {
-        const auto pNew = std::make_shared<CJob>(CJob{sResource, sWish, std::move(work), {}});
+        const auto pNew =
+            std::make_shared<CJob>(CJob{sResource, sWish, std::move(work), {}, 0, false, m_now()});
         if (m_pJob != nullptr)
             m_pNext = pNew;
         else
             Start(pNew);
     }
     else
-        m_pNext->timeAsked = TClock::now();
+        m_pNext->timeAsked = m_now();
     return {{"state", "running"}, {"doing", ""}, {"percent", 0}};
 }
 
@@ -106,7 +107,7 @@ void CJobs::StopAll()
 void CJobs::Tell(CJob& job, const std::string& sDoing, int nPercent)
 {
     const std::lock_guard lock(m_mutex);
-    job.bStop = job.bStop || TClock::now() - job.timeAsked > m_timePatience;
+    job.bStop = job.bStop || m_now() - job.timeAsked > m_timePatience;
     if (job.bStop)
         throw CStopped();
     job.sDoing = sDoing;

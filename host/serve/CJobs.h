@@ -10,6 +10,7 @@
 #include <mutex>
 #include <string>
 #include <thread>
+#include <utility>
 
 namespace zorcld
 {
@@ -29,8 +30,14 @@ public:
 
     using TClock = std::chrono::steady_clock;
 
+    /// Tells the time; called on any thread.
+    using TNow = std::function<TClock::time_point()>;
+
     /// @param timePatience  a job that nobody has asked for so long is stopped: whoever wanted it has gone.
-    explicit CJobs(TClock::duration timePatience = std::chrono::minutes(2)) : m_timePatience(timePatience) {}
+    explicit CJobs(TClock::duration timePatience = std::chrono::minutes(2), TNow now = TClock::now)
+        : m_timePatience(timePatience), m_now(std::move(now))
+    {
+    }
 
     /// Stops a job that is running, and waits for it.
     ~CJobs();
@@ -64,7 +71,7 @@ private:
         std::string sDoing;
         int nPercent = 0;
         bool bStop = false;
-        TClock::time_point timeAsked = TClock::now(); ///< the last time
+        TClock::time_point timeAsked; ///< the last time
     };
 
     using TJob = std::shared_ptr<CJob>;
@@ -84,6 +91,7 @@ private:
     TJob Finish(const CJob& job, CResult result);
 
     const TClock::duration m_timePatience;
+    const TNow m_now;
     std::mutex m_mutex;                          // for all that follows but the thread
     TJob m_pJob;                                 // that is running; null: none
     TJob m_pNext;                                // that waits for this one to stop; null: none

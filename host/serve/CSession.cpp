@@ -23,7 +23,6 @@ namespace beast = boost::beast;
 namespace http = boost::beast::http;
 
 constexpr std::size_t c_nMaxHead = 8192;
-constexpr std::chrono::milliseconds c_timeToGo{2000}; // that a connection has which is not answered any more
 
 std::string TextFrom(beast::string_view sText)
 {
@@ -104,7 +103,7 @@ void CSession::GiveWay()
 
 void CSession::Read()
 {
-    m_stream.expires_after(!m_bSeated ? c_timeToGo
+    m_stream.expires_after(!m_bSeated ? m_share.options.timeToGo
                            : m_bFirst ? m_share.options.timeFirst
                                       : m_share.options.timeRequest);
     m_bFirst = false;
@@ -274,7 +273,7 @@ void CSession::Linger()
     {
         beast::error_code error;
         m_stream.socket().shutdown(asio::ip::tcp::socket::shutdown_send, error);
-        m_stream.expires_after(c_timeToGo);
+        m_stream.expires_after(m_share.options.timeToGo);
         m_share.seats.Leave(*this);
     }
     if (m_nNumRests++ == c_nMaxRests)

@@ -5,8 +5,9 @@ from __future__ import annotations
 import os
 import shutil
 import subprocess
+import sys
 from pathlib import Path
-from typing import Any, Callable, Optional
+from typing import Any, Callable, Iterator, Optional
 
 import numpy as np
 import pytest
@@ -90,3 +91,12 @@ def real_files() -> Path:
     if not folder.is_dir():
         pytest.skip("real files are not here: ZOR4DATA_TEST_DATA names their folder")
     return folder
+
+
+@pytest.fixture
+def unasked() -> Iterator[None]:
+    """No thread is asked to let go of the interpreter: one that has it keeps it until it lets go itself."""
+    before = sys.getswitchinterval()
+    sys.setswitchinterval(100.0)
+    yield
+    sys.setswitchinterval(before)

@@ -3,12 +3,11 @@
 from __future__ import annotations
 
 import ctypes
-import sys
 import threading
 import time
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
-from typing import Any, Callable, Iterator
+from typing import Any, Callable
 
 import numpy as np
 import pytest
@@ -76,15 +75,6 @@ LONG: dict[str, Callable[[Cloud, Path], Any]] = {
     "ground": lambda cloud, path: cloud.ground(),
     "outline": lambda cloud, path: cloud.outline(3.0),
 }
-
-
-@pytest.fixture
-def unasked() -> Iterator[None]:
-    """No thread is asked to let go of the interpreter: one that has it keeps it until it lets go itself."""
-    before = sys.getswitchinterval()
-    sys.setswitchinterval(100.0)
-    yield
-    sys.setswitchinterval(before)
 
 
 def count_turns(work: Callable[[], Any]) -> int:

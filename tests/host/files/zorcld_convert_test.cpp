@@ -386,8 +386,8 @@ TEST(ZorcldConvert, Output_OtherCommandsToo)
 TEST(ZorcldConvert, Output_InterruptedLeavesNothing)
 {
     const CZorcld zorcld;
-    const CRun run = zorcld.RunAfter("timeout -s INT 0.5",
-                                     {"make-sample", zorcld.GetPath("big.ply"), "--points", "500000000"});
+    const CRun run =
+        zorcld.RunUntilItWrites("INT", {"make-sample", zorcld.GetPath("big.ply"), "--points", "500000000"});
     EXPECT_NE(run.nStatus, 0);
     EXPECT_EQ(zorcld.CountFiles(), 0U);
 }

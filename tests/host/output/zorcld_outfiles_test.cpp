@@ -135,6 +135,18 @@ TEST_F(ZorcldTraced, DiskThatFails_LeavesTheOldFile)
     }
 }
 
+// No moment is too early, not that between the file's making and its first byte.
+TEST_F(ZorcldTraced, InterruptedAtOnce_LeavesNothing)
+{
+    for (const std::vector<std::string>& vecArgs : ListWriters(m_zorcld, "out"))
+    {
+        const CRun run = m_zorcld.RunAfter(
+            "strace -f -e trace=flock -e inject=flock:signal=INT:when=1 -o /dev/null", vecArgs);
+        EXPECT_NE(run.nStatus, 0) << vecArgs[0];
+        EXPECT_EQ(m_zorcld.CountFiles(), 1U) << vecArgs[0];
+    }
+}
+
 TEST(ZorcldOutFiles, LeftByAKilledRun_IsRemovedADayLater)
 {
     const CZorcld zorcld;
@@ -153,8 +165,8 @@ TEST(ZorcldOutFiles, LeftByAKilledRun_IsRemovedADayLater)
 TEST(ZorcldOutFiles, KilledRun_LeavesATemporaryName)
 {
     const CZorcld zorcld;
-    const CRun run = zorcld.RunAfter("timeout -s KILL 0.5",
-                                     {"make-sample", zorcld.GetPath("big.ply"), "--points", "500000000"});
+    const CRun run =
+        zorcld.RunUntilItWrites("KILL", {"make-sample", zorcld.GetPath("big.ply"), "--points", "500000000"});
     EXPECT_NE(run.nStatus, 0);
     ASSERT_EQ(zorcld.CountFiles(), 1U);
     EXPECT_EQ(std::system(

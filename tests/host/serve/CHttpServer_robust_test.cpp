@@ -176,7 +176,7 @@ private:
         // Half a request is not waited for: its connection is left as it is.
         const bool bWhole = sRequest.find("\r\n\r\n") != std::string::npos;
         const CHttpReply reply =
-            bSent && bWhole && !m_random.Chance(20) ? m_pClient->Receive(2000) : CHttpReply();
+            bSent && bWhole && !m_random.Chance(20) ? m_pClient->Receive() : CHttpReply();
         if (reply.nStatus != 0)
         {
             ++m_nNumAnswered;
@@ -235,7 +235,7 @@ TEST(CHttpServer_robust, ManyConnections_LeaveNothingBehind)
     }
     vecClients.clear();
     int nStatus = 503;
-    for (int n = 0; n < 200 && nStatus != 200; ++n)
+    for (int n = 0; n < 6000 && nStatus != 200; ++n)
     {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
         nStatus = CHttpClient(server.GetPort()).Get(server.WithToken("/api/info")).nStatus;

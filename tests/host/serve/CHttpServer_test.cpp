@@ -74,7 +74,7 @@ TEST_F(CHttpServer_case, TooLarge_Is413)
         client.Send(sRequest);
         const CHttpReply reply = client.Receive();
         EXPECT_EQ(reply.nStatus, 413) << sRequest.substr(0, 100);
-        EXPECT_TRUE(client.IsClosed(5000));
+        EXPECT_TRUE(client.IsClosed());
     }
 }
 
@@ -118,7 +118,7 @@ TEST_F(CHttpServer_case, NoHttp_Is400)
         CHttpClient client(server.GetPort());
         client.Send(sRequest);
         EXPECT_EQ(client.Receive().nStatus, 400) << sRequest;
-        EXPECT_TRUE(client.IsClosed(5000));
+        EXPECT_TRUE(client.IsClosed());
     }
 }
 
@@ -193,7 +193,7 @@ TEST_F(CHttpServer_case, GoneInTheMiddle_MakesRoom)
             client.IsClosed(0); // reads a little
     }
     int nStatus = 503;
-    for (int n = 0; n < 200 && nStatus == 503; ++n)
+    for (int n = 0; n < 6000 && nStatus == 503; ++n)
     {
         nStatus = CHttpClient(server.GetPort()).Get(server.WithToken("/api/export?format=csv")).nStatus;
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
@@ -208,7 +208,7 @@ public:
     CReply Answer(const CRequest& request)
     {
         const auto end =
-            std::chrono::steady_clock::now() + std::chrono::milliseconds(request.sPath == "/long"     ? 20000
+            std::chrono::steady_clock::now() + std::chrono::milliseconds(request.sPath == "/long"     ? 200000
                                                                          : request.sPath == "/second" ? 1000
                                                                                                       : 0);
         ++nNumBegun;
@@ -226,16 +226,22 @@ public:
 };
 
 /// Waits for a count to be reached, for some time.
-bool Reaches(const std::atomic<int>& n, int nWanted)
+bool ReachesAtLeast(const std::atomic<int>& n, int nWanted)
 {
-    for (int i = 0; i < 3000 && n < nWanted; ++i)
+    for (int i = 0; i < 30000 && n < nWanted; ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    return n == nWanted;
+    return n >= nWanted;
 }
 
-// Answers that take long end with the client that waits for them, those that wait for their turn are not
-// begun.
-TEST(CHttpServer, Gone_IsNoticedWhileTheAnswerIsMade)
+bool Reaches(const std::atomic<int>& n, int nWanted)
+{
+    return ReachesAtLeast(n, nWanted) && n == nWanted;
+}
+
+/// Has two clients wait for their answers and three for their turn; then all go, the three before the two.
+/// @param time  for the server to hear of clients that come, and of those that go.
+/// @return how many answers were begun.
+int CountBegun(std::chrono::milliseconds time)
 {
     CSlowShow show;
     show.server.Start();
@@ -245,20 +251,29 @@ TEST(CHttpServer, Gone_IsNoticedWhileTheAnswerIsMade)
         {
             if (n == 2)
             {
-                ASSERT_TRUE(Reaches(show.nNumBegun, 2));
+                EXPECT_TRUE(Reaches(show.nNumBegun, 2));
             }
             vecClients.push_back(std::make_unique<CHttpClient>(show.server.GetPort()));
             vecClients.back()->Send("GET /long HTTP/1.1\r\nHost: x\r\n\r\n");
         }
-        std::this_thread::sleep_for(std::chrono::milliseconds(100)); // the others have arrived
+        std::this_thread::sleep_for(time);
         vecClients.resize(2);
-        std::this_thread::sleep_for(std::chrono::milliseconds(100)); // and gone
+        std::this_thread::sleep_for(time);
     }
-    EXPECT_TRUE(Reaches(show.nNumGone, 2));
+    EXPECT_TRUE(ReachesAtLeast(show.nNumGone, 2));
     CHttpClient client(show.server.GetPort());
     EXPECT_EQ(client.Get("/short").nStatus, 200);
-    EXPECT_EQ(show.nNumBegun, 3); // of those that waited none was
-    EXPECT_EQ(show.nNumGone, 2);
+    return show.nNumBegun;
+}
+
+// Answers that take long end with the client that waits for them, those that wait for their turn are not
+// begun, however long a busy machine takes to tell the server.
+TEST(CHttpServer, Gone_IsNoticedWhileTheAnswerIsMade)
+{
+    int nNumBegun = 0;
+    for (int nTime = 100; nTime < 100000 && nNumBegun != 3; nTime *= 4)
+        nNumBegun = CountBegun(std::chrono::milliseconds(nTime));
+    EXPECT_EQ(nNumBegun, 3); // of those that waited none was
 }
 
 // Who has only nothing more to say waits for the answer all the same.
@@ -276,7 +291,7 @@ TEST(CHttpServer, HalfClosed_IsAnswered)
             reply = client.Receive();
         EXPECT_EQ(reply.nStatus, 200) << pPath;
         EXPECT_EQ(reply.sBody, "done\n") << pPath;
-        EXPECT_TRUE(client.IsClosed(5000));
+        EXPECT_TRUE(client.IsClosed());
     }
     EXPECT_EQ(show.nNumGone, 0);
 }
@@ -362,22 +377,27 @@ TEST_F(CHttpServer_case, NotModified_HasNoBody)
 
 TEST(CHttpServer, SlowClients_AreClosed)
 {
-    CHttpOptions options;
+    CHttpOptions options = MakePatient();
     options.timeFirst = std::chrono::milliseconds(300);
     CTestServer server(nullptr, options);
-    CHttpClient good(server.GetPort());
-    EXPECT_EQ(good.Get(server.WithToken("/api/info")).nStatus, 200);
     CHttpClient silent(server.GetPort());
     CHttpClient half(server.GetPort());
     half.Send("GET /api/in");
-    EXPECT_TRUE(silent.IsClosed(5000));
-    EXPECT_TRUE(half.IsClosed(5000));
-    EXPECT_FALSE(good.IsClosed(0)); // who has asked before may take longer
+    EXPECT_TRUE(silent.IsClosed());
+    EXPECT_TRUE(half.IsClosed());
+}
+
+// Who has asked before may take longer; but not for ever.
+TEST(CHttpServer, SlowClients_AreClosedAlsoBehindARequest)
+{
+    CHttpOptions options = MakePatient();
     options.timeRequest = std::chrono::milliseconds(300);
-    CTestServer other(nullptr, options);
-    CHttpClient once(other.GetPort());
-    EXPECT_EQ(once.Get(other.WithToken("/api/info")).nStatus, 200);
-    EXPECT_TRUE(once.IsClosed(5000));
+    CTestServer server(nullptr, options);
+    CHttpClient silent(server.GetPort());
+    CHttpClient client(server.GetPort());
+    EXPECT_EQ(client.Get(server.WithToken("/api/info")).nStatus, 200);
+    EXPECT_TRUE(client.IsClosed());
+    EXPECT_FALSE(silent.IsClosed(0)); // the two times are not taken for each other
 }
 
 /// What a client receives that asks for much and reads nothing for so long; 0 where that ends too early.
@@ -393,7 +413,7 @@ int ReadLate(const CTestServer& server, std::chrono::milliseconds time)
 // However long a busy machine takes to fill what lies between the two.
 TEST(CHttpServer, LazyReaders_AreClosed)
 {
-    CHttpOptions options;
+    CHttpOptions options = MakePatient();
     options.timePiece = std::chrono::milliseconds(300);
     const auto pCloud = MakeShownCloud(MakeHills(500), true);
     CTestServer server(pCloud.get(), options);
@@ -405,7 +425,7 @@ TEST(CHttpServer, LazyReaders_AreClosed)
 
 TEST(CHttpServer, TooManyConnections_Are503)
 {
-    CHttpOptions options;
+    CHttpOptions options = MakePatient();
     options.nMaxClients = 8;
     CTestServer server(nullptr, options);
     std::vector<std::unique_ptr<CHttpClient>> vecClients;
@@ -417,7 +437,7 @@ TEST(CHttpServer, TooManyConnections_Are503)
     EXPECT_EQ(CHttpClient(server.GetPort()).Get(server.WithToken("/api/info")).nStatus, 503);
     vecClients.clear();
     int nStatus = 503;
-    for (int n = 0; n < 100 && nStatus != 200; ++n)
+    for (int n = 0; n < 6000 && nStatus != 200; ++n)
     {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
         nStatus = CHttpClient(server.GetPort()).Get(server.WithToken("/api/info")).nStatus;
@@ -428,7 +448,7 @@ TEST(CHttpServer, TooManyConnections_Are503)
 // One that is refused, or is only waited for to close, takes nobody's place.
 TEST(CHttpServer, RefusedConnections_DoNotCount)
 {
-    CHttpOptions options;
+    CHttpOptions options = MakePatient();
     options.nMaxClients = 4;
     CTestServer server(nullptr, options);
     std::vector<std::unique_ptr<CHttpClient>> vecClients;
@@ -438,7 +458,7 @@ TEST(CHttpServer, RefusedConnections_DoNotCount)
         ASSERT_EQ(vecClients.back()->Get(server.WithToken("/api/info")).nStatus, n < 4 ? 200 : 503);
     }
     vecClients.erase(vecClients.begin()); // those that were refused stay open
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(2);
     int nStatus = 503;
     while (nStatus != 200 && std::chrono::steady_clock::now() < end)
         nStatus = CHttpClient(server.GetPort()).Get(server.WithToken("/api/info")).nStatus;
@@ -447,7 +467,7 @@ TEST(CHttpServer, RefusedConnections_DoNotCount)
 
 TEST(CHttpServer, RefusedConnections_HeadGetsNoBody)
 {
-    CHttpOptions options;
+    CHttpOptions options = MakePatient();
     options.nMaxClients = 1;
     CTestServer server(nullptr, options);
     CHttpClient first(server.GetPort());
@@ -462,7 +482,7 @@ TEST(CHttpServer, RefusedConnections_HeadGetsNoBody)
 // Whoever has no token cannot keep out those who have it, by connections that say nothing, or nothing right.
 TEST(CHttpServer, ConnectionsWithoutAToken_GiveWay)
 {
-    CHttpOptions options;
+    CHttpOptions options = MakePatient();
     options.nMaxClients = 4;
     CTestServer server(nullptr, options);
     CHttpClient good(server.GetPort());
@@ -474,11 +494,11 @@ TEST(CHttpServer, ConnectionsWithoutAToken_GiveWay)
     ASSERT_EQ(vecIdle[1]->Get("/api/info").nStatus, 403); // so all three have their seats
     CHttpClient next(server.GetPort());
     EXPECT_EQ(next.Get(server.WithToken("/api/info")).nStatus, 200);
-    EXPECT_TRUE(vecIdle[0]->IsClosed(2000)); // the oldest
+    EXPECT_TRUE(vecIdle[0]->IsClosed()); // the oldest
     EXPECT_FALSE(vecIdle[1]->IsClosed(0));
     CHttpClient another(server.GetPort());
     EXPECT_EQ(another.Get(server.WithToken("/api/info")).nStatus, 200);
-    EXPECT_TRUE(vecIdle[1]->IsClosed(2000));
+    EXPECT_TRUE(vecIdle[1]->IsClosed());
     EXPECT_EQ(good.Get(server.WithToken("/api/info")).nStatus, 200);
     EXPECT_EQ(vecIdle[2]->Get(server.WithToken("/api/info")).nStatus, 200);
     EXPECT_EQ(CHttpClient(server.GetPort()).Get(server.WithToken("/api/info")).nStatus, 503);

@@ -149,22 +149,31 @@ TEST(Jobs, NobodyAsks_IsStopped)
 {
     const auto done = [](const CJobs::TTell&) -> TJson { return {{"b", 1}}; };
     std::atomic<bool> bEnded{false};
+    std::atomic<int> nNumTold{0};
     const auto work = [&](const CJobs::TTell& tell) -> TJson
     {
         const std::shared_ptr<void> atEnd(nullptr, [&](void*) { bEnded = true; });
-        return WorkForEver(tell);
+        return WorkForEver(
+            [&](const std::string& sDoing, int nPercent)
+            {
+                tell(sDoing, nPercent);
+                ++nNumTold;
+            });
     };
-    CJobs jobs(std::chrono::milliseconds(300));
-    const auto begin = std::chrono::steady_clock::now();
-    while (std::chrono::steady_clock::now() - begin < std::chrono::milliseconds(600))
+    std::atomic<int> nMinute{0};
+    CJobs jobs(std::chrono::minutes(2),
+               [&] { return CJobs::TClock::time_point(std::chrono::minutes(nMinute)); });
+    for (; nMinute < 20; ++nMinute) // asked for all the time
     {
         EXPECT_EQ(jobs.Ask("a", "1", work)["state"], "running");
-        ASSERT_FALSE(bEnded) << "it is asked for all the time";
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        const int nTold = nNumTold;
+        while (nNumTold < nTold + 2 && !bEnded)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        ASSERT_FALSE(bEnded);
     }
-    while (!bEnded && std::chrono::steady_clock::now() - begin < std::chrono::seconds(20))
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    EXPECT_TRUE(bEnded);
+    nMinute += 2;   // three since the last question
+    while (!bEnded) // or the test does not end
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
     EXPECT_EQ(Finish(jobs, "b", "1", done)["b"], 1); // there is room for another one
     EXPECT_EQ(jobs.Ask("a", "1", work)["state"], "running") << "a failure that nobody is told";
 }

@@ -15,19 +15,19 @@ namespace
 {
 
 /// Runs the server in the background of a shell, then something, then interrupts it.
-/// @param sMeanwhile  a command; `$url` is the address that was printed, within five seconds.
+/// @param sMeanwhile  a command; `$url` is the address that was printed.
 /// @param sSignal     what ends it.
 CRun RunServed(const CZorcld& zorcld, const std::string& sFile, const std::string& sMeanwhile,
                const std::vector<std::string>& vecOptions = {}, const std::string& sSignal = "INT")
 {
     const std::string sOut = zorcld.GetPath("url");
     // A shell without job control has its background ignore SIGINT: `env` gives it back.
-    const std::string sBefore = "serve() { rm -f '" + sOut + "'; env --default-signal=INT \"$@\" >'" + sOut +
-                                "' & pid=$!; n=0; "
-                                "while [ ! -s '" +
-                                sOut + "' ] && [ $n -lt 500 ]; do sleep 0.01; n=$((n+1)); done; url=$(cat '" +
-                                sOut + "'); " + sMeanwhile + "; kill -" + sSignal +
-                                " $pid; wait $pid; }; serve";
+    const std::string sBefore =
+        "serve() { rm -f '" + sOut + "'; env --default-signal=INT \"$@\" >'" + sOut +
+        "' & pid=$!; n=0; "
+        "while [ ! -s '" +
+        sOut + "' ] && [ $n -lt 9000 ]; do sleep 0.01; n=$((n+1)); done; url=$(cat '" + sOut + "'); " +
+        sMeanwhile + "; kill -" + sSignal + " $pid; wait $pid; }; serve";
     std::vector<std::string> vecArgs = {"serve", sFile};
     vecArgs.insert(vecArgs.end(), vecOptions.begin(), vecOptions.end());
     return zorcld.RunAfter(sBefore, vecArgs);
@@ -49,11 +49,13 @@ TEST(zorcld_serve, CannotBeLoaded_SaysSoAndEndsWithOne)
     const CZorcld zorcld;
     const std::string sFile = zorcld.Write("a.ply", MakePlyHeader("element vertex 5\nproperty float x\n"
                                                                   "property float y\nproperty float z\n"));
-    const CRun run = RunServed(zorcld, sFile, "sleep 0.3");
+    const std::string sUntilSaid =
+        "until [ -s /dev/stderr ]; do sleep 0.01; done"; // the file that it goes to
+    const CRun run = RunServed(zorcld, sFile, sUntilSaid);
     EXPECT_EQ(run.nStatus, 1);
     EXPECT_NE(run.sErr.find("truncated after 0 of 5 vertices"), std::string::npos) << run.sErr;
     EXPECT_TRUE(run.HasOneErrLine()) << run.sErr;
-    const CRun quiet = RunServed(zorcld, sFile, "sleep 0.3", {"--quiet"});
+    const CRun quiet = RunServed(zorcld, sFile, sUntilSaid, {"--quiet"});
     EXPECT_EQ(quiet.nStatus, 1);
     EXPECT_EQ(quiet.sErr, run.sErr);
 }

@@ -78,6 +78,16 @@ CRun CZorcld::RunAfter(const std::string& sBefore, const std::vector<std::string
     return {WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : -1, ReadBytes(sOut), ReadBytes(sErr)};
 }
 
+CRun CZorcld::RunUntilItWrites(const std::string& sSignal, const std::vector<std::string>& vecArgs) const
+{
+    // A shell without job control has its background ignore SIGINT: `env` gives it back.
+    return RunAfter("run() { env --default-signal=INT \"$@\" & pid=$!; n=0; while [ ! -s \"$(echo " +
+                        Quote(m_folder.string()) +
+                        "/*)\" ] && [ $n -lt 9000 ]; do sleep 0.01; n=$((n+1)); done; kill -" + sSignal +
+                        " $pid; wait $pid; }; run",
+                    vecArgs);
+}
+
 std::string CZorcld::GetProgram()
 {
     return ZORCLD_PATH;

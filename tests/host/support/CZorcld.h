@@ -38,6 +38,9 @@ public:
     /// @param sBefore  what the shell gets before the command: "ulimit -f 100;" or "timeout 1".
     CRun RunAfter(const std::string& sBefore, const std::vector<std::string>& vecArgs) const;
 
+    /// Sends it a signal, KILL say, once it has written something to the only file of the folder.
+    CRun RunUntilItWrites(const std::string& sSignal, const std::vector<std::string>& vecArgs) const;
+
     /// Is the program built with sanitizers?
     static bool IsSanitized();
 

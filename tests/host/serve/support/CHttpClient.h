@@ -18,6 +18,9 @@ struct CHttpReply
 class CHttpClient
 {
 public:
+    /// Milliseconds after which what must come does not come any more, however slow the machine.
+    static constexpr int c_nLong = 120000;
+
     explicit CHttpClient(int nPort);
     ~CHttpClient();
     CHttpClient(const CHttpClient&) = delete;
@@ -27,10 +30,10 @@ public:
     bool Send(const std::string& sBytes);
 
     /// Reads one reply, for up to a time.
-    CHttpReply Receive(int nMilliseconds = 20000);
+    CHttpReply Receive(int nMilliseconds = c_nLong);
 
     /// Everything that comes until the server closes the connection.
-    std::string ReceiveAll(int nMilliseconds = 5000);
+    std::string ReceiveAll(int nMilliseconds = c_nLong);
 
     /// Tells the server that nothing more will be sent; what it sends is still read.
     void CloseSending();
@@ -39,7 +42,7 @@ public:
     CHttpReply Get(const std::string& sTarget, const std::string& sHeaders = "");
 
     /// Has the server closed the connection? Waits for that up to a time; what it still sends is dropped.
-    bool IsClosed(int nMilliseconds);
+    bool IsClosed(int nMilliseconds = c_nLong);
 
 private:
     bool ReadMore(int nMilliseconds);

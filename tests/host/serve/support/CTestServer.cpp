@@ -116,6 +116,15 @@ nlohmann::ordered_json CTestShow::FinishJob(const std::string& sTarget)
     throw std::runtime_error(sTarget + ": does not end");
 }
 
+CHttpOptions MakePatient()
+{
+    CHttpOptions options;
+    for (auto* const pTime :
+         {&options.timeFirst, &options.timeRequest, &options.timePiece, &options.timeToGo})
+        *pTime = std::chrono::minutes(5);
+    return options;
+}
+
 CTestServer::CTestServer(const CPntCld* pCloud, const CHttpOptions& options)
     : m_served({"hill.ply", ""}, c_nFirstVersion, 0),
       m_server(options, {[this](const CRequest& request) { return Answer(request, *m_pGate, m_served); },

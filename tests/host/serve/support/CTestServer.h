@@ -50,11 +50,14 @@ private:
 /// All bytes of a reply's body.
 std::string TakeBody(const zorcld::CReply& reply);
 
+/// A server that waits for its clients long enough on any machine, however much else that has to do.
+zorcld::CHttpOptions MakePatient();
+
 /// The same on a port of this machine.
 class CTestServer
 {
 public:
-    explicit CTestServer(const CPntCld* pCloud, const zorcld::CHttpOptions& options = {});
+    explicit CTestServer(const CPntCld* pCloud, const zorcld::CHttpOptions& options = MakePatient());
 
     int GetPort() const { return m_server.GetPort(); }
     zorcld::CServed& GetServed() { return m_served; }
