@@ -73,11 +73,15 @@ TEST(CLazGuard, GetStarts_OfATableSoLongThatCountsAreHalved)
     ExpectStarts(MakeScattered(67000), 2);
 }
 
-// Of chunks of one size all differences but the first are 0: the share of the other bit never comes to
-// nothing.
+// Of chunks of one size all differences are 0, but the share of the other bit never comes to nothing: the
+// last chunk differs.
 TEST(CLazGuard, GetStarts_OfALongTableOfEqualChunks)
 {
-    ExpectStarts(LasOf(0, 9000), 1);
+    CLasFile file = LasOf(0, 18000);
+    for (CLasPnt& pnt : file.vecPnts)
+        pnt = {};
+    file.vecPnts.back() = {1000000, -2000000, 3000000, {}};
+    ExpectStarts(file, 2);
 }
 
 // Every part of a point in every version: of another one the library knows nothing.
