@@ -9,6 +9,8 @@
 #include <zor4data/IPntIndexListener.h>
 #include <zor4data/PickPnt.h>
 
+#include <unistd.h>
+
 #include <cstdio>
 #include <fstream>
 #include <iterator>
@@ -153,7 +155,7 @@ void AskTree(CPntCld& cld, CAnswer& answer)
 
 void AskFile(CPntCld& cld, CAnswer& answer)
 {
-    const std::string sPath = "answers.cld"; // in the folder that the program runs in
+    const std::string sPath = "answers_" + std::to_string(getpid()) + ".cld"; // where the program runs
     answer.m_hash.Add(cld.WriteToFile(sPath, 0) ? 1 : 0);
     std::ifstream file(sPath, std::ios::binary);
     const std::string sBytes{std::istreambuf_iterator<char>(file), {}};

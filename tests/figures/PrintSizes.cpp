@@ -4,6 +4,9 @@
 #include <tests/support/CNoColors.h>
 #include <tests/support/CSumListener.h>
 #include <zor4data/CPntCld.h>
+#include <zor4data/FindGround.h>
+
+#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
@@ -131,12 +134,27 @@ void RunQueries(CStages& stages, const CPntCld& cld)
                });
 }
 
+/// What looks at every point more than once: of a large cloud it takes long.
+void RunAnalyses(CStages& stages, const CPntCld& cld)
+{
+    constexpr int c_nMaxNum = 10000000;
+    if (cld.GetNumPnts() > c_nMaxNum)
+        return;
+    stages.Run("ground found", [&] { return !FindGround(cld, nullptr).empty(); });
+    stages.Run("outline walked, points 2 m apart",
+               [&]
+               {
+                   CSumListener sum;
+                   return cld.CalcCnt(nullptr, &sum, 2.0) && sum.m_nNumPnts > 0;
+               });
+}
+
 } // namespace
 
 bool PrintSizes(std::int64_t nNum, bool bColor)
 {
     const CTiles tiles(nNum);
-    const std::string sPath = "figures.cld"; // in the folder that the program runs in
+    const std::string sPath = "figures_" + std::to_string(getpid()) + ".cld"; // where the program runs
     CNoColors colors;
     CStages stages(nNum);
     {
@@ -144,6 +162,7 @@ bool PrintSizes(std::int64_t nNum, bool bColor)
         stages.Run("points stored", [&] { return tiles.Fill(cld, bColor), true; });
         stages.Run("octree built", [&] { return cld.OnReadEnd(), cld.GetNumPnts() > 0; });
         RunQueries(stages, cld);
+        RunAnalyses(stages, cld);
         stages.Run("written as a native file", [&] { return cld.WriteToFile(sPath, 0); });
         cld.Clear();
     }
