@@ -3,6 +3,7 @@
 #include <cloud/CCldStores.h>
 #include <formats/CloudLimits.h>
 #include <formats/Compact.h>
+#include <zor4data/CPntArrays.h>
 #include <zor4data/CPntCld.h>
 #include <zor4data/FindIndices.h>
 #include <zor4data/IPntIndexListener.h>
@@ -16,19 +17,23 @@ namespace
 {
 
 using zor::geom::PNT_3D;
-using TKey = std::array<std::int32_t, 3>; // x, y and z in 1/10000 of a metre from the first point
+using TKey = std::array<std::int32_t, 3>; // x, y and z in 1/10000 of a metre from the origin
 
 constexpr int c_nBatch = 4096;
 
-/// Points of a cloud in metres, as a second cloud holds them.
+/// Points of a cloud in metres, as a second cloud holds them. Its origin is the one of the first, so that
+/// clouds of one origin, as tiles are, have places that are rounded alike.
 class CScaledPnts
 {
 public:
-    CScaledPnts(const CGroundScale& scale, const PNT_3D& first)
-        : m_scale(scale), m_org(Place(first)), m_afOrg{SaturateToFloat(m_org.x), SaturateToFloat(m_org.y),
-                                                       SaturateToFloat(m_org.z)}
+    CScaledPnts(const CGroundScale& scale, const PNT_3D& org)
+        : m_scale(scale), m_org(Place(org)), m_afOrg{SaturateToFloat(m_org.x), SaturateToFloat(m_org.y),
+                                                     SaturateToFloat(m_org.z)}
     {
     }
+
+    /// In metres.
+    const PNT_3D& GetOrigin() const { return m_org; }
 
     PNT_3D Place(const PNT_3D& pnt) const
     {
@@ -92,13 +97,17 @@ std::vector<TKey> FindPlaces(const CPntCld& cld, const CScaledPnts& scaled, IPcl
 {
     CPntCld metres(nullptr);
     metres.OnReadType(PntCldType_Pnt);
-    static_cast<void>(metres.Init(cld.GetNumPnts()));
+    static_cast<void>(metres.Init(cld.GetNumPnts() + 1));
+    const PNT_3D& org = scaled.GetOrigin();
+    static_cast<void>(metres.AddPnt(org.x, org.y, org.z)); // gives the cloud its origin (L6), and goes again
     ForEachPnt(cld,
                [&](int, const PNT_3D& pnt)
                {
                    const PNT_3D place = scaled.Place(pnt);
                    static_cast<void>(metres.AddPnt(place.x, place.y, place.z));
                });
+    metres.SelPnt(0, false);
+    metres.DelSelPnts();
     metres.Morph(pListener);
     std::vector<TKey> vecPlaces;
     vecPlaces.reserve(static_cast<std::size_t>(metres.GetNumPnts()));
@@ -112,12 +121,11 @@ std::vector<TKey> FindPlaces(const CPntCld& cld, const CScaledPnts& scaled, IPcl
     return vecPlaces;
 }
 
-bool IsInReach(const CPntCld& cld, const CGroundScale& scale)
+/// @param pnt  of the cloud, in its own units.
+bool IsInReach(const PNT_3D& pnt, const PNT_3D& org, const CGroundScale& scale)
 {
-    zor::geom::RECT_3D box;
-    return !cld.GetBdry(box) ||
-           std::max({(box.xmax - box.xmin) * scale.dPlan, (box.ymax - box.ymin) * scale.dPlan,
-                     (box.zmax - box.zmin) * scale.dHeight}) < c_dReach;
+    return std::max({std::fabs(pnt.x - org.x) * scale.dPlan, std::fabs(pnt.y - org.y) * scale.dPlan,
+                     std::fabs(pnt.z - org.z) * scale.dHeight}) < c_dReach - 1.0;
 }
 
 } // namespace
@@ -135,19 +143,22 @@ bool FindGround_Scaled(const CPntCld& cld, const CGroundScale& scale, IPclProgre
         vecGround = FindGround(cld, pListener);
         return true;
     }
-    if (!IsInReach(cld, scale))
-        return false;
-    std::vector<PNT_3D> vecFirst;
+    const CPntArrays arrays = GetPntArrays(cld);
+    const PNT_3D org = {arrays.fOrgX, arrays.fOrgY, arrays.fOrgZ};
+    bool bAny = false;
+    bool bInReach = true;
     ForEachPnt(cld,
                [&](int, const PNT_3D& pnt)
                {
-                   if (vecFirst.empty())
-                       vecFirst.push_back(pnt);
+                   bAny = true;
+                   bInReach = bInReach && IsInReach(pnt, org, scale);
                });
+    if (!bInReach)
+        return false;
     std::vector<int> vecFound;
-    if (!vecFirst.empty())
+    if (bAny)
     {
-        const CScaledPnts scaled(scale, vecFirst.front());
+        const CScaledPnts scaled(scale, org);
         const std::vector<TKey> vecPlaces = FindPlaces(cld, scaled, pListener);
         ForEachPnt(cld,
                    [&](int nIndex, const PNT_3D& pnt)

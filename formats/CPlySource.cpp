@@ -2,9 +2,9 @@
 
 #include <formats/CByteReader.h>
 #include <formats/CPlyMeaning.h>
-#include <formats/LittleEndian.h>
 #include <formats/MakePrintable.h>
 #include <formats/ParseDouble.h>
+#include <formats/PlyValues.h>
 
 #include <algorithm>
 #include <array>
@@ -15,37 +15,6 @@ namespace
 
 constexpr std::size_t c_nNumRoles = c_asPlyRoleNames.size();
 constexpr std::size_t c_nOther = c_nNumRoles; // of a value that is not wanted
-
-template <class T>
-double Load(const unsigned char* pBytes)
-{
-    return static_cast<double>(LittleEndian::Get<T>(pBytes));
-}
-
-/// @param pBytes  in this machine's order, which is the little-endian one.
-double LoadValue(const CPlyType& type, const unsigned char* pBytes)
-{
-    const bool bSigned = type.eNumber == PlyNumber_Signed;
-    if (type.nSize == 1)
-        return bSigned ? Load<std::int8_t>(pBytes) : Load<std::uint8_t>(pBytes);
-    if (type.nSize == 2)
-        return bSigned ? Load<std::int16_t>(pBytes) : Load<std::uint16_t>(pBytes);
-    if (type.eNumber == PlyNumber_Floating)
-        return type.nSize == 4 ? Load<float>(pBytes) : Load<double>(pBytes);
-    if (type.nSize == 4)
-        return bSigned ? Load<std::int32_t>(pBytes) : Load<std::uint32_t>(pBytes);
-    return bSigned ? Load<std::int64_t>(pBytes) : Load<std::uint64_t>(pBytes);
-}
-
-/// Floating colours are shares of 1, whole ones are taken as they are.
-std::uint16_t ToColor(double d, const CPlyType& type)
-{
-    const double dMax = type.eNumber == PlyNumber_Floating ? 1.0 : 65535.0;
-    if (!(d > 0.0)) // true for not-a-number
-        return 0;
-    return static_cast<std::uint16_t>(
-        std::lround(std::min(d, dMax) * (type.eNumber == PlyNumber_Floating ? 255.0 : 1.0)));
-}
 
 /// Of an item: those of the roles, then one for all that is not wanted.
 using TValues = std::array<double, c_nNumRoles + 1>;
@@ -81,6 +50,19 @@ public:
         for (; sCause.empty() && pElem <= m_pVertices; ++pElem)
             sCause = ReadElement(*pElem, onPnt);
         return sCause;
+    }
+
+    std::string ForEachPlace(const TOnPlaces& onPlaces) override
+    {
+        const std::int64_t nItemSize = m_pVertices->CalcItemSize();
+        if (m_meaning.GetFormat() != PlyFormat_Little || nItemSize <= 0)
+            return IPntSource::ForEachPlace(onPlaces);
+        m_reader.SetPos(m_meaning.GetDataOffset());
+        std::string sCause;
+        for (const CPlyMeantElement* pElem = m_meaning.GetElements().data();
+             sCause.empty() && pElem < m_pVertices; ++pElem)
+            sCause = ReadElement(*pElem, {});
+        return sCause.empty() ? ReadVertices(static_cast<std::size_t>(nItemSize), onPlaces) : sCause;
     }
 
     std::vector<CLeftOut> GetLeftOut() const override
@@ -166,7 +148,7 @@ private:
             return false;
         if (m_meaning.GetFormat() == PlyFormat_Big)
             std::reverse(acBytes.begin(), acBytes.begin() + static_cast<std::ptrdiff_t>(type.nSize));
-        d = LoadValue(type, acBytes.data());
+        d = LoadPlyValue(type, acBytes.data());
         return true;
     }
 
@@ -194,9 +176,52 @@ private:
             if (!(prop.bList ? SkipList(prop) : ReadValue(*prop.pType, adValues[nRole])))
                 return false;
             if (nRole >= c_nNumPlyCoords && nRole < c_nOther)
-                adValues[nRole] = ToColor(adValues[nRole], *prop.pType);
+                adValues[nRole] = PlyColorFromValue(adValues[nRole], *prop.pType);
         }
         return true;
+    }
+
+    std::string TellCutOff(const CPlyMeantElement& elem, std::int64_t nNumRead) const
+    {
+        return "truncated or damaged after " + std::to_string(nNumRead) + " of " +
+               FormatPlyItems(elem.nCount, elem.sName, &elem == m_pVertices);
+    }
+
+    std::vector<CPlyColumn> FindColumns() const
+    {
+        std::vector<CPlyColumn> vecColumns;
+        std::size_t nPos = 0;
+        for (std::size_t i = 0; i < m_vecRoles.size(); ++i)
+        {
+            const CPlyType& type = *m_pVertices->vecProps[i].pType;
+            if (m_vecRoles[i] != c_nOther)
+                vecColumns.push_back({&type, nPos, m_vecRoles[i]});
+            nPos += type.nSize;
+        }
+        return vecColumns;
+    }
+
+    /// Vertices of one size, property by property.
+    std::string ReadVertices(std::size_t nItemSize, const TOnPlaces& onPlaces)
+    {
+        const std::vector<CPlyColumn> vecColumns = FindColumns();
+        const std::size_t nAtOnce = CalcNumAtOnce(nItemSize);
+        std::vector<unsigned char> vecBytes(nAtOnce * nItemSize);
+        std::vector<CSourcePnt> vecPnts(nAtOnce);
+        for (std::int64_t nRead = 0; nRead < m_pVertices->nCount;)
+        {
+            const std::size_t nWanted =
+                std::min(static_cast<std::size_t>(m_pVertices->nCount - nRead), nAtOnce);
+            const std::size_t nNum = m_reader.ReadUpTo(vecBytes.data(), nWanted * nItemSize) / nItemSize;
+            for (const CPlyColumn& column : vecColumns)
+                TakePlyColumn(column, vecBytes.data(), nItemSize, vecPnts.data(), nNum);
+            if (nNum > 0)
+                onPlaces(vecPnts.data(), nNum);
+            nRead += static_cast<std::int64_t>(nNum);
+            if (nNum < nWanted)
+                return TellCutOff(*m_pVertices, nRead);
+        }
+        return {};
     }
 
     std::string ReadElement(const CPlyMeantElement& elem, const TOnPnt& onPnt)
@@ -206,8 +231,7 @@ private:
         for (std::int64_t i = 0; i < elem.nCount && !elem.vecProps.empty(); ++i)
         {
             if (!ReadItem(elem, adValues))
-                return "truncated or damaged after " + std::to_string(i) + " of " +
-                       FormatPlyItems(elem.nCount, elem.sName, &elem == m_pVertices);
+                return TellCutOff(elem, i);
             if (&elem == m_pVertices)
                 onPnt({adValues[0], adValues[1], adValues[2], channel(adValues[3]), channel(adValues[4]),
                        channel(adValues[5])});

@@ -5,6 +5,7 @@
 #include <formats/CLeftOut.h>
 #include <formats/CSourcePnt.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -31,6 +32,13 @@ public:
     ///         full stop; empty: nothing.
     virtual std::string ForEach(const TOnPnt& onPnt) = 0;
 
+    using TOnPlaces = std::function<void(const CSourcePnt* pPnts, std::size_t nNum)>;
+
+    /// The same points for whoever wants places and colours alone, many at a time, which costs less: the
+    /// attributes are not filled, and `CountLeftOutOf` sees none of them. What it is given is used anew
+    /// afterwards.
+    virtual std::string ForEachPlace(const TOnPlaces& onPlaces);
+
     /// @return how many points `ForEach` has delivered that the library does not take, since they lie behind
     ///         the announced ones. Up to date in each call, for the point that it gets.
     virtual std::int64_t GetNumUntaken() const { return 0; }
@@ -45,6 +53,11 @@ public:
 
     /// What the file has beside places and colours; of points, what the last `ForEach` saw of it.
     virtual std::vector<CLeftOut> GetLeftOut() const { return {}; }
+
+protected:
+    /// @return how many points of so many bytes are to be read at once: few enough to stay near the
+    /// processor.
+    static std::size_t CalcNumAtOnce(std::size_t nPntSize);
 };
 
 /// A source, or why there is none.

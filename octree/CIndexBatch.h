@@ -45,6 +45,19 @@ public:
         }
     }
 
+    /// Tells the listener now and then that the query is at work. @param nNumSteps  comparisons of a point or
+    /// a cube with a plane or an edge.
+    void CountWork(std::size_t nNumSteps)
+    {
+        constexpr std::size_t c_nStepsPerCall = std::size_t{1} << 16U;
+        m_nNumSteps += nNumSteps;
+        if (m_nNumSteps < c_nStepsPerCall)
+            return;
+        m_nNumSteps = 0;
+        if (m_pListener != nullptr)
+            m_pListener->OnWork();
+    }
+
     /// Hands over what has been gathered, if anything.
     void Flush()
     {
@@ -60,6 +73,7 @@ private:
     IHost* m_pListener;
     std::int32_t m_nCapacity;
     std::int32_t m_nNumFilled = 0;
+    std::size_t m_nNumSteps = 0;
     std::unique_ptr<std::int32_t[]> m_pIndices;
 };
 

@@ -28,6 +28,8 @@ public:
 
     void OnLeafEnd() { m_sink.Flush(); }
 
+    void CountWork(std::size_t nNumSteps) { m_sink.CountWork(nNumSteps); }
+
     bool IsDeleted(std::int32_t nIndex) const noexcept { return m_store.IsDeleted(nIndex); }
 
     const T& GetRecord(std::int32_t nIndex) const noexcept { return m_pPnts[nIndex]; }

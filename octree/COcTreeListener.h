@@ -29,6 +29,9 @@ public:
 
     void OnLeafEnd() override { m_batch.Flush(); }
 
+    /// Nobody asks for it.
+    void CountWork(std::size_t) const noexcept {}
+
     void GetPnt(std::int32_t nIndex, T& pnt) const override { pnt = m_pPnts[nIndex]; }
 
     bool IsDeleted(std::int32_t nIndex) const override { return m_store.IsDeleted(nIndex); }

@@ -67,9 +67,16 @@ void CLodRunSearch<T>::Find(const CLevelPlace& place)
 template <class T>
 void CLodRunSearch<T>::FindUnder(const COcTreeNode& node, std::int64_t nDepth)
 {
+    const bool bTiled = m_store.m_pTree->m_bTiled;
+    const CPntRun run = bTiled ? FindPntRun(node) : CPntRun();
+    m_runs.nNumInCube = bTiled ? run.nCount : -1;
+    if (bTiled && m_nLimit < nDepth) // nothing is thinned: L2
+    {
+        m_visitor.OnRun(run.nFirst, run.nCount);
+        return;
+    }
     CDelivered delivered;
     CWalkLod<TVisitor>(m_visitor, m_nLimit, delivered).Walk(node, nDepth);
-    m_runs.nNumInCube = m_store.m_pTree->m_bTiled ? FindPntRun(node).nCount : -1;
 }
 
 /// The cube is a part of the leaf's, or the whole of it.

@@ -5,6 +5,7 @@
 template <class Visitor>
 void CWalkClip<Visitor>::WalkNode(const COcTreeNode& node, const COcTreeCube& cube, CPlaneRange planes)
 {
+    m_listener.CountWork(planes.nEnd - planes.nBegin);
     const CStraddling straddling(m_stack, planes, cube); // pops in its destructor
     if (straddling.IsOutside())
         return;
@@ -66,6 +67,7 @@ void CWalkClip<Visitor>::DeliverFirst(const COcTreeLeaf& leaf)
 template <class Visitor>
 void CWalkClip<Visitor>::DeliverTested(const COcTreeLeaf& leaf, CPlaneRange planes)
 {
+    m_listener.CountWork((planes.nEnd - planes.nBegin) * static_cast<std::size_t>(leaf.m_nCount));
     std::int32_t nNumDelivered = 0;
     for (std::int32_t i = leaf.m_nFirst; i < leaf.m_nFirst + leaf.m_nCount; ++i)
     {

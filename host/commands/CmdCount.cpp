@@ -3,6 +3,8 @@
 #include <host/files/CFileColors.h>
 #include <host/files/LoadCloud.h>
 #include <host/query/PlanQuery.h>
+#include <host/tile/AskTiles.h>
+#include <host/tile/CManifest.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -26,6 +28,11 @@ struct COptions
 void CountPoints(const COptions& options, const CConsole& console)
 {
     const zor::geom::RECT_2D rect = ParseRect(options.sRect);
+    if (CManifest::IsManifest(options.input.sPath))
+    {
+        fmt::print("{}\n", CountInTiles(options.input.sPath, rect));
+        return;
+    }
     CFileColors colors;
     CPntCld cloud(&colors);
     LoadOrAdvise(cloud, options.input, console);

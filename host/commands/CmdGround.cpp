@@ -14,7 +14,6 @@
 #include <host/output/FormatCount.h>
 #include <host/output/GetExtension.h>
 #include <host/output/GetFileName.h>
-#include <host/output/NumberInRange.h>
 #include <host/output/PrintMessage.h>
 #include <host/output/RefuseSameFile.h>
 #include <host/output/UnitSymbol.h>
@@ -22,8 +21,10 @@
 #include <host/picture/CViewColors.h>
 #include <host/picture/PictureOptions.h>
 #include <host/query/CalcDensity.h>
+#include <host/query/CutToCore.h>
 #include <host/query/FilterGround.h>
 #include <host/query/GroundFindings.h>
+#include <host/query/ParseNumbers.h>
 #include <host/query/Query.h>
 #include <host/query/WritePnts.h>
 #include <zor4data/CPntCld.h>
@@ -32,6 +33,8 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <filesystem>
 #include <memory>
 #include <optional>
 
@@ -47,8 +50,9 @@ struct COptions
     std::string sOutPath;
     std::string sPicturePath;
     CPictureOptions picture;
-    double dUnitScale = 0.0; // metres; 0: not given
+    std::string sUnitScale; // metres; empty: not given
     bool bForce = false;
+    std::string sCore;
 };
 
 class CFilterProgress final : public IPclProgressListener
@@ -75,12 +79,24 @@ std::string FormatUnit(const CCoordUnit& unit)
     return unit.dSize == 1.0 ? sName : fmt::format("{} ({:.6g} m)", sName, unit.dSize);
 }
 
+/// One number for all coordinates, or one for x and y, one for heights.
+/// @throws CUsageError
+CGroundScale ParseUnitScale(const std::string& sScale)
+{
+    const bool bTwo = sScale.find(',') != std::string::npos;
+    const std::vector<double> vecMetres = ParseNumbers(sScale, ',', bTwo ? 2 : 1, "--unit-scale");
+    for (const double d : vecMetres)
+        if (!(d >= 1e-6 && d <= 1e6))
+            throw CUsageError(fmt::format("--unit-scale: {:g} is not between 1e-06 and 1e+06", d));
+    return {vecMetres.front(), vecMetres.back()};
+}
+
 /// What --unit-scale gives, or else what the file states.
 /// @throws CFailure for degrees.
 CGroundScale ChooseGroundScale(const COptions& options, const CCoordSystem& coords, const CConsole& console)
 {
-    if (options.dUnitScale > 0.0)
-        return {options.dUnitScale, options.dUnitScale};
+    if (!options.sUnitScale.empty())
+        return ParseUnitScale(options.sUnitScale);
     const CGroundScale scale = FindGroundScale(coords, options.input.sPath);
     if (scale.IsOne())
         return scale;
@@ -127,12 +143,31 @@ void CheckOutPaths(const COptions& options)
         throw CUsageError(fmt::format("--output: '{}' ends in none of .cld, .ply and .csv", sPath));
     if (!options.sPicturePath.empty())
         CheckExtension(options.sPicturePath, "--picture", ".png");
+    if (!options.sCore.empty())
+        static_cast<void>(ParseCore(options.sCore));
+    if (!options.sUnitScale.empty())
+        static_cast<void>(ParseUnitScale(options.sUnitScale));
     RefuseSameFile(options.input.sPath, sPath, "--output", options.bForce);
     RefuseSameFile(options.input.sPath, options.sPicturePath, "--picture", options.bForce);
 }
 
-void SaveGround(CPntCld& cloud, const std::string& sPath, const CConsole& console)
+/// Of a core nothing may be ground: that is a result like others, and no file is what tells of it.
+void TellNoGround(const std::string& sPath, const CConsole& console)
 {
+    std::error_code error;
+    std::filesystem::remove(sPath, error);
+    if (error)
+        throw CFailure(sPath, "is not of this core, and cannot be removed: " + error.message());
+    console.Note(fmt::format("{}: is not written: there is no ground in the core", sPath));
+}
+
+void SaveGround(CPntCld& cloud, const std::string& sPath, bool bCore, const CConsole& console)
+{
+    if (IsNative(sPath) && bCore && cloud.GetNumPnts() == 0)
+    {
+        TellNoGround(sPath, console);
+        return;
+    }
     if (IsNative(sPath))
     {
         if (cloud.GetNumPnts() == 0)
@@ -144,6 +179,23 @@ void SaveGround(CPntCld& cloud, const std::string& sPath, const CConsole& consol
     COutFile out(sPath);
     WritePnts(cloud, CQuery(), FindPntWriter(sPath), out, console);
     out.Commit();
+}
+
+/// Leaves the ground, of a core that of the core.
+CGroundResult KeepGround(CPntCld& cloud, const CGroundScale& scale, const COptions& options,
+                         const CConsole& console)
+{
+    CGroundResult result = {cloud.GetNumPnts(), 0, CalcDensity(cloud).dSpacing * scale.dPlan};
+    if (!options.sCore.empty())
+    {
+        const std::vector<bool> vecInside = ChooseInCore(cloud, ParseCore(options.sCore));
+        result.nNumAll = std::count(vecInside.begin(), vecInside.end(), true);
+    }
+    Filter(cloud, scale, options, console);
+    if (!options.sCore.empty())
+        CutToCore(cloud, ParseCore(options.sCore));
+    result.nNumGround = cloud.GetNumPnts();
+    return result;
 }
 
 void FindGround(const COptions& options, const CConsole& console)
@@ -166,9 +218,7 @@ void FindGround(const COptions& options, const CConsole& console)
     CGroundPicture picture(pictureOptions);
     if (!options.sPicturePath.empty())
         picture.AddBefore(cloud);
-    CGroundResult result = {cloud.GetNumPnts(), 0, CalcDensity(cloud).dSpacing * scale.dPlan};
-    Filter(cloud, scale, options, console);
-    result.nNumGround = cloud.GetNumPnts();
+    const CGroundResult result = KeepGround(cloud, scale, options, console);
 
     // The picture's file takes its name only after the points' file has its own.
     std::optional<COutFile> pictureFile;
@@ -178,7 +228,7 @@ void FindGround(const COptions& options, const CConsole& console)
         picture.Write(pictureFile.emplace(options.sPicturePath));
     }
     if (!options.sOutPath.empty())
-        SaveGround(cloud, options.sOutPath, console);
+        SaveGround(cloud, options.sOutPath, !options.sCore.empty(), console);
     if (pictureFile)
         pictureFile->Commit();
     if (!options.sOutPath.empty())
@@ -206,10 +256,16 @@ void AddGroundCommand(CLI::App& app, const CConsole& console)
     AddForceFlag(*pCommand, pOptions->bForce);
     AddPictureOptions(*pCommand, pOptions->picture);
     pCommand
-        ->add_option("--unit-scale", pOptions->dUnitScale,
-                     "How many metres a coordinate unit is; by default what a LAS file states, else 1")
-        ->check(NumberInRange(1e-6, 1e6))
-        ->type_name("METRES");
+        ->add_option(
+            "--unit-scale", pOptions->sUnitScale,
+            "How many metres a coordinate unit is, of heights as well or with a number of its own; by "
+            "default what a LAS file states, else 1")
+        ->type_name("METRES[,METRES]");
+    pCommand
+        ->add_option("--core", pOptions->sCore,
+                     "Write the ground inside a rectangle only, left and lower borders included: of a tile, "
+                     "whose points around it decide, too")
+        ->type_name("xmin,ymin,xmax,ymax");
     pCommand->footer(fmt::format(
         "The sizes it goes by are fixed, in metres: windows of {:g} to {:g}, slopes up to 1, heights above\n"
         "the ground from 0.5 to 3.",

@@ -17,6 +17,8 @@
 #include <host/output/PrintLine.h>
 #include <host/query/CalcDensity.h>
 #include <host/query/Query.h>
+#include <host/tile/CManifest.h>
+#include <host/tile/ShowManifest.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -246,6 +248,11 @@ void ShowInfo(CInputFile& file, const COptions& options, const CConsole& console
 
 void OpenAndShow(const COptions& options, const CConsole& console)
 {
+    if (CManifest::IsManifest(options.input.sPath))
+    {
+        ShowManifest(options.input.sPath, options.bJson);
+        return;
+    }
     std::unique_ptr<CInputFile> pFile;
     try
     {

@@ -20,6 +20,8 @@
 #include <host/query/FindOutline.h>
 #include <host/query/ParseNumbers.h>
 #include <host/shapes/WriteShapes.h>
+#include <host/tile/AskTiles.h>
+#include <host/tile/CManifest.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -123,7 +125,11 @@ void MakeOutline(const COptions& options, const CConsole& console)
 
     CViewColors colors;
     CPntCld cloud(&colors);
-    const CLoadFacts facts = LoadOrAdvise(cloud, options.input, console);
+    CLoadFacts facts;
+    if (CManifest::IsManifest(options.input.sPath))
+        MergeTiles(cloud, options.input.sPath, {}, console);
+    else
+        facts = LoadOrAdvise(cloud, options.input, console);
     ChooseColors(options.picture, options.input.sPath, cloud, colors);
     const COutline outline = FindOutline(cloud, dGiven, options.input.sPath, console);
     const TRing ring = outline.GetRing();

@@ -12,6 +12,8 @@
 #include <host/output/RefuseSameFile.h>
 #include <host/query/Query.h>
 #include <host/query/WritePnts.h>
+#include <host/tile/AskTiles.h>
+#include <host/tile/CManifest.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -33,11 +35,27 @@ struct COptions
     bool bForce = false;
 };
 
+void WritePointsOfTiles(const COptions& options, const CConsole& console)
+{
+    if (CClassChoice(options.classes).IsAsked())
+        throw CUsageError("tiles have no classes of points");
+    if (options.query.nMaxPnts > 0)
+        throw CUsageError("--points: is not known of tiles; --lod thins each of them");
+    COutFile out(options.sOutPath);
+    WritePntsOfTiles(options.input.sPath, options.query, out, console);
+    out.Commit();
+}
+
 void WritePoints(const COptions& options, const CConsole& console)
 {
     const TMakePntWriter makeWriter = FindPntWriter(options.sOutPath);
     RefuseSameFile(options.input.sPath, options.sOutPath, "--output", options.bForce);
     RefuseSameFile(options.query.plan.sContour, options.sOutPath, "--output", options.bForce);
+    if (CManifest::IsManifest(options.input.sPath))
+    {
+        WritePointsOfTiles(options, console);
+        return;
+    }
     CQuery query = ParseQuery(options.query);
     CLasWish wish;
     wish.choice = CClassChoice(options.classes);

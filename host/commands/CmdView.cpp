@@ -17,10 +17,13 @@
 #include <host/picture/CViewColors.h>
 #include <host/picture/PictureOptions.h>
 #include <host/picture/RenderView.h>
+#include <host/query/FindQueryBounds.h>
 #include <host/query/FormatPlan.h>
 #include <host/query/ParseNumbers.h>
 #include <host/query/Query.h>
 #include <host/shapes/ReadShapes.h>
+#include <host/tile/AskTiles.h>
+#include <host/tile/CManifest.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -104,6 +107,17 @@ CView ParseView(const COptions& options)
     return view;
 }
 
+/// @return what is known of the file, nothing of tiles.
+CLoadFacts LoadView(CPntCld& cloud, const COptions& options, const CLasWish& wish, const CConsole& console)
+{
+    if (!CManifest::IsManifest(options.input.sPath))
+        return LoadAsWished(cloud, *OpenInputFile(options.input), wish, console);
+    if (wish.IsAsked())
+        throw CUsageError("tiles have no classes, intensities and returns of points");
+    MergeTiles(cloud, options.input.sPath, FindQueryBounds(options.query), console);
+    return {};
+}
+
 void MakeView(const COptions& options, const CConsole& console)
 {
     CheckExtension(options.sOutPath, "--output", ".png");
@@ -118,7 +132,7 @@ void MakeView(const COptions& options, const CConsole& console)
 
     CViewColors colors;
     CPntCld cloud(&colors);
-    const CLoadFacts facts = LoadAsWished(cloud, *OpenInputFile(options.input), wish, console);
+    const CLoadFacts facts = LoadView(cloud, options, wish, console);
     view.units = ChooseUnits(options.picture, facts.coords);
     NoteOtherUnit(options.picture, facts.coords, options.input.sPath, console);
     ChooseColors(options.picture, options.input.sPath, cloud, colors);

@@ -18,6 +18,7 @@ class CConsole;
 void AddInfoCommand(CLI::App& app, const CConsole& console);
 void AddViewCommand(CLI::App& app, const CConsole& console);
 void AddServeCommand(CLI::App& app, const CConsole& console);
+void AddTileCommand(CLI::App& app, const CConsole& console);
 void AddPointsCommand(CLI::App& app, const CConsole& console);
 void AddCountCommand(CLI::App& app, const CConsole& console);
 void AddOutlineCommand(CLI::App& app, const CConsole& console);

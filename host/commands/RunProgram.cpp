@@ -25,9 +25,10 @@ namespace
 constexpr int c_nFailed = 1;
 constexpr int c_nWrongUsage = 2;
 
-constexpr std::array c_commands = {AddInfoCommand,  AddViewCommand,    AddServeCommand,     AddPointsCommand,
-                                   AddCountCommand, AddOutlineCommand, AddProfileCommand,   AddGroundCommand,
-                                   AddCheckCommand, AddConvertCommand, AddMakeSampleCommand};
+constexpr std::array c_commands = {AddInfoCommand,    AddViewCommand,   AddServeCommand,
+                                   AddPointsCommand,  AddCountCommand,  AddOutlineCommand,
+                                   AddProfileCommand, AddGroundCommand, AddCheckCommand,
+                                   AddConvertCommand, AddTileCommand,   AddMakeSampleCommand};
 
 /// @return `nStatus`.
 int Report(const std::string& sMessage, int nStatus)

@@ -14,6 +14,11 @@ namespace zorcld
 void SaveCloud(CPntCld& cloud, const std::string& sPath)
 {
     RemoveAbandonedBeside(sPath);
+    SaveCloudOnly(cloud, sPath);
+}
+
+void SaveCloudOnly(CPntCld& cloud, const std::string& sPath)
+{
     std::optional<CWatchedFile> watched;
     const auto watch = [&](const zor::String& sTempPath)
     {

@@ -15,6 +15,10 @@ namespace zorcld
 /// @throws CFailure when that fails; a file that was there is then as it was.
 void SaveCloud(CPntCld& cloud, const std::string& sPath);
 
+/// The same without a look for temporary files that others have left in the folder: for whoever saves many
+/// there.
+void SaveCloudOnly(CPntCld& cloud, const std::string& sPath);
+
 } // namespace zorcld
 
 #endif

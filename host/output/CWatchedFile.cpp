@@ -5,6 +5,7 @@
 #include <climits>
 #include <csignal>
 #include <cstring>
+#include <mutex>
 #include <utility>
 
 #include <unistd.h>
@@ -23,6 +24,7 @@ struct CSlot
 };
 
 std::array<CSlot, CWatchedFile::c_nMaxAtOnce> g_watched;
+std::mutex g_mutex; // threads come for slots; the handler does not care
 
 constexpr std::array c_signals = {SIGINT, SIGTERM, SIGHUP, SIGQUIT};
 
@@ -40,6 +42,7 @@ extern "C" void RemoveAndEnd(int nSignal)
 // A signal that the caller ignores, as nohup does, stays ignored.
 CWatchedFile::CWatchedFile(std::string sPath) : m_sPath(std::move(sPath))
 {
+    const std::scoped_lock lock(g_mutex);
     const auto pFree =
         std::find_if(g_watched.begin(), g_watched.end(), [](const CSlot& slot) { return slot.bSet == 0; });
     if (pFree == g_watched.end() || m_sPath.size() >= sizeof pFree->acPath)
@@ -53,6 +56,7 @@ CWatchedFile::CWatchedFile(std::string sPath) : m_sPath(std::move(sPath))
 
 CWatchedFile::~CWatchedFile()
 {
+    const std::scoped_lock lock(g_mutex);
     for (CSlot& slot : g_watched)
         if (slot.bSet != 0 && m_sPath == slot.acPath)
             slot.bSet = 0;

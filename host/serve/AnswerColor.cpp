@@ -4,21 +4,13 @@
 #include <host/serve/CRequest.h>
 #include <host/serve/CServed.h>
 #include <host/serve/ReadAttribute.h>
+#include <host/serve/RequestNumbers.h>
 
 namespace zorcld
 {
 
 namespace
 {
-
-enumLasAttribute FindAttribute(const std::string& sName)
-{
-    if (sName == "class")
-        return LasAttribute_Class;
-    if (sName == "intensity")
-        return LasAttribute_Intensity;
-    return sName == "return" ? LasAttribute_Return : LasAttribute_None;
-}
 
 /// Stops the job of any attribute, or of the one that is named.
 CJobs::TJson CancelColors(CServed& served, const std::string& sName)
@@ -31,7 +23,7 @@ CJobs::TJson CancelColors(CServed& served, const std::string& sName)
 
 CJobs::TJson MakeColors(CServed& served, const std::string& sName, const CJobs::TTell& tell)
 {
-    const CReadAttribute read = ReadAttribute(served, *served.GetFirst(), FindAttribute(sName), sName, tell);
+    const CReadAttribute read = ReadAttribute(served, *served.GetFirst(), ParseAttribute(sName), sName, tell);
     served.AddAttribute(read.pAttribute);
     CJobs::TJson json = {{"by", sName}};
     json.update(read.legend);
@@ -44,10 +36,11 @@ CReply AnswerColor(const CRequest& request, CServed& served)
 {
     const std::string* const pName = request.FindParam("by");
     const std::string sName = pName == nullptr ? "" : *pName;
-    if (request.FindParam("cancel") != nullptr)
-        return MakeJsonReply(CancelColors(served, sName));
-    if (FindAttribute(sName) == LasAttribute_None)
+    const bool bCancel = IsCancel(request);
+    if (ParseAttribute(sName) == LasAttribute_None && !(bCancel && pName == nullptr))
         throw CRefusal(400, "by is none of class, intensity and return");
+    if (bCancel)
+        return MakeJsonReply(CancelColors(served, sName));
     if (served.GetFacts()["attributes"].empty())
         throw CRefusal(404, "the file says nothing of its points beside places and colours");
     // The results of all three are kept: so are their colours.

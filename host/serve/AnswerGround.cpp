@@ -71,7 +71,7 @@ TJson FindGround(const TVersion& pVersion, const CGroundScale& scale, CServed& s
 
 CReply AnswerGround(const CRequest& request, CServed& served)
 {
-    if (request.FindParam("cancel") != nullptr)
+    if (IsCancel(request))
         return MakeJsonReply(served.GetJobs().Cancel("ground"));
     const CGroundScale scale = ChooseScale(request, served);
     const auto work = [scale, pVersion = served.GetFirst(), &served](const CJobs::TTell& tell)

@@ -29,7 +29,7 @@ void AddCloud(const CServed& served, TJson& info)
     info.update(served.GetFacts());
     info["root"] = {{"x", root.nX}, {"y", root.nY}, {"z", root.nZ}, {"edge", root.nEdge}};
     info["origin"] = {root.fOrgX, root.fOrgY, root.fOrgZ};
-    info["color"] = pFirst->GetCloud().IsWithColor();
+    info["color"] = pFirst->GetCloud().IsWithColor() && pFirst->GetCloud().GetNumPnts() > 0;
     info["version"] = pFirst->GetVersion();
     info["levels"] = pFirst->GetNumLevels();
     info["versions"] = TJson::array();

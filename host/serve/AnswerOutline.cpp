@@ -52,7 +52,7 @@ TJson DescribeOutline(const COutline& outline, const CPntCld& cloud)
 
 CReply AnswerOutline(const CRequest& request, CServed& served)
 {
-    if (request.FindParam("cancel") != nullptr)
+    if (IsCancel(request))
         return MakeJsonReply(served.GetJobs().Cancel("outline"));
     const double dDistance = ParseDistance(request);
     const auto work =

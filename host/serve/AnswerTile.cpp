@@ -4,6 +4,7 @@
 #include <host/serve/CRequest.h>
 #include <host/serve/CServed.h>
 #include <host/serve/MakeTile.h>
+#include <host/serve/ReadAttribute.h>
 
 #include <fmt/format.h>
 
@@ -47,10 +48,20 @@ std::shared_ptr<const CAttribute> FindAttribute(const CRequest& request, const C
     const std::string* const pColor = request.FindParam("color");
     if (pColor == nullptr || *pColor == "file")
         return nullptr;
+    if (ParseAttribute(*pColor) == LasAttribute_None)
+        throw CRefusal(400, "color is none of file, class, intensity and return");
     auto pAttribute = served.FindAttribute(*pColor);
     if (pAttribute == nullptr)
         throw CRefusal(404, "these colours have not been made (/api/color)");
     return pAttribute;
+}
+
+/// Takes the tile that is kept, or makes it.
+CReply GetTile(const TVersion& pVersion, const CTileAddress& address,
+               const std::shared_ptr<const CAttribute>& pAttribute, const CServed& served)
+{
+    const CReply* const pKept = pAttribute == nullptr ? pVersion->FindUpperTile(address) : nullptr;
+    return pKept != nullptr ? *pKept : MakeTile(pVersion, address, pAttribute, served.GetTileBudget());
 }
 
 /// Does If-None-Match hold a tag? It is a list, whose tags may be marked as weak, or a star for any.
@@ -94,7 +105,7 @@ CReply AnswerTile(const CRequest& request, CServed& served)
     if (HasTag(request.sIfNoneMatch, sTag))
         reply.nStatus = 304;
     else
-        reply = MakeTile(pVersion, address, pAttribute, served.GetTileBudget());
+        reply = GetTile(pVersion, address, pAttribute, served);
     reply.vecHeaders.emplace_back("ETag", sTag);
     reply.vecHeaders.emplace_back("Cache-Control", "private, max-age=31536000, immutable");
     return reply;

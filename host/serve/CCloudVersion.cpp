@@ -19,19 +19,29 @@ constexpr int c_nLogTileSteps = 7;
 /// No inner node of an octree lies below depth 20: at this level each leaf gives all of its points.
 constexpr int c_nMaxLevel = 15;
 
-/// How many points the level of detail of a spacing has. Counted by cubes of a level above all limits, so
-/// that there are never the runs of the whole cloud at once.
-std::int64_t CountPnts(const CPntCld& cloud, double dLod, CLodRuns& runs)
+/// Counts the points that the level of detail of a spacing has in one of the cubes of level 2. That level
+/// lies above all limits, and there are never the runs of the whole cloud at once.
+class CPntCount
 {
-    constexpr int c_nLevel = 2;
-    constexpr int c_nNumCubes = 1 << (3 * c_nLevel);
-    std::int64_t nNumPnts = 0;
-    for (int n = 0; n < c_nNumCubes; ++n)
-        if (FindLodRuns(cloud, dLod, c_nLevel, n >> 4, (n >> 2) & 3, n & 3, runs))
-            for (const CPntRun& run : runs.vecRuns)
+public:
+    static constexpr int c_nNumCubes = 64;
+
+    explicit CPntCount(const CPntCld& cloud) : m_cloud(cloud) {}
+
+    std::int64_t Count(int nCube, double dLod)
+    {
+        constexpr int c_nLevel = 2;
+        std::int64_t nNumPnts = 0;
+        if (FindLodRuns(m_cloud, dLod, c_nLevel, nCube >> 4, (nCube >> 2) & 3, nCube & 3, m_runs))
+            for (const CPntRun& run : m_runs.vecRuns)
                 nNumPnts += run.nCount;
-    return nNumPnts;
-}
+        return nNumPnts;
+    }
+
+private:
+    const CPntCld& m_cloud;
+    CLodRuns m_runs; // keeps its memory
+};
 
 } // namespace
 
@@ -40,7 +50,8 @@ CCloudVersion::CCloudVersion(const CPntCld& cloud, std::string sName, std::int64
     : m_cloud(cloud), m_sName(std::move(sName)), m_nVersion(nVersion), m_arrays(GetPntArrays(m_cloud)),
       m_vecFileIndices(std::move(vecFileIndices))
 {
-    static_cast<void>(GetRootCube(m_cloud, m_root));
+    if (m_arrays.nNumPnts > 0) // else the octree's origin is that of no point
+        static_cast<void>(GetRootCube(m_cloud, m_root));
     m_nNumLevels = CalcNumLevels();
 }
 
@@ -57,15 +68,20 @@ double CCloudVersion::CalcLod(int nLevel) const
     return std::ldexp(m_root.nEdge / c_dCompactScale, -(nLevel + c_nLogTileSteps));
 }
 
-/// The first level that has what the whole octree holds. No point is looked at for that.
+/// The first level that has what the whole octree holds. No point is looked at for that. Deeper levels have
+/// what the ones above have: a cube that has all of its points is not counted again, and one that has not
+/// ends its level.
 int CCloudVersion::CalcNumLevels() const
 {
     constexpr double c_dAll = 0.0; // no spacing
-    CLodRuns runs;
-    const std::int64_t nNumAll = CountPnts(m_cloud, c_dAll, runs);
+    CPntCount count(m_cloud);
     int nLevel = 0;
-    while (nLevel < c_nMaxLevel && CountPnts(m_cloud, CalcLod(nLevel), runs) < nNumAll)
-        ++nLevel;
+    for (int nCube = 0; nCube < CPntCount::c_nNumCubes; ++nCube)
+    {
+        const std::int64_t nNumAll = count.Count(nCube, c_dAll);
+        while (nLevel < c_nMaxLevel && count.Count(nCube, CalcLod(nLevel)) < nNumAll)
+            ++nLevel;
+    }
     return nLevel;
 }
 

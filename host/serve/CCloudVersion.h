@@ -2,12 +2,15 @@
 #define HOST_SERVE_CCLOUDVERSION_H
 
 #include <host/files/CFileColors.h>
+#include <host/serve/CUpperTiles.h>
 #include <zor4data/CPntArrays.h>
 #include <zor4data/CPntCld.h>
 #include <zor4data/CRootCube.h>
 
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace zorcld
@@ -23,6 +26,12 @@ public:
     ///                        of that one; empty: it is the first one.
     CCloudVersion(const CPntCld& cloud, std::string sName, std::int64_t nVersion,
                   std::vector<std::int32_t> vecFileIndices = {});
+
+    /// Before anybody else knows the version.
+    void SetUpperTiles(CUpperTiles&& tiles) { m_upperTiles = std::move(tiles); }
+
+    /// @return null where the tile has to be made. REQUIRES: there is such a tile.
+    const CReply* FindUpperTile(const CTileAddress& address) const { return m_upperTiles.Find(address); }
 
     const CPntCld& GetCloud() const { return m_cloud; }
     const std::string& GetName() const { return m_sName; }
@@ -57,7 +66,10 @@ private:
     std::vector<std::int32_t> m_vecFileIndices; // empty: as they are
     CRootCube m_root{};
     int m_nNumLevels = 0;
+    CUpperTiles m_upperTiles; // none at first
 };
+
+using TVersion = std::shared_ptr<const CCloudVersion>;
 
 } // namespace zorcld
 

@@ -86,9 +86,17 @@ void CGate::Check(const CRequest& request) const
         throw CRefusal(403, "this server is not called so");
     if (IsFromElsewhere(request))
         throw CRefusal(403, "no other page may ask");
-    const bool bPageFile = request.sPath != "/" && request.sPath.compare(0, 5, "/api/") != 0;
-    if (!HasTokenParam(request) && !(bPageFile && HasCookie(request.sCookie)))
+    if (request.FindParam("token") != nullptr ? !HasTokenParam(request) : !HasCookie(request.sCookie))
         throw CRefusal(403, "the token is missing: open the address that zorcld has printed");
+    if (request.FindParam("token") == nullptr && !IsFromPage(request))
+        throw CRefusal(403, "without the token the page itself may ask, no other");
+}
+
+/// May the cookie stand for the token? Browsers add it to what any page of this machine asks.
+bool CGate::IsFromPage(const CRequest& request)
+{
+    const std::string& sSite = request.sFetchSite;
+    return sSite.empty() || sSite == "same-origin" || (sSite == "none" && request.sPath == "/");
 }
 
 bool CGate::HasTokenParam(const CRequest& request) const

@@ -11,9 +11,10 @@ namespace zorcld
 struct CRequest;
 
 /// Who may ask: whoever brings the token, and names this server as the one that he asks and comes from. So
-/// neither another user of the machine nor a page of another server reads the cloud. The page's own script
-/// and style, which have no token in their addresses, are let in by a cookie: a secret of its own that opens
-/// nothing else, since browsers give cookies to every server of a machine, whatever the port.
+/// neither another user of the machine nor a page of another server reads the cloud. Instead of the token,
+/// which the addresses of the page's own files do not have, there may be the page's cookie: a secret of its
+/// own, since browsers give cookies to every server of a machine, whatever the port, and these are not to
+/// learn the token, which opens the page from elsewhere, too.
 class CGate
 {
 public:
@@ -37,6 +38,7 @@ private:
     bool IsOwnHost(std::string_view sHost) const;
     bool IsFromElsewhere(const CRequest& request) const;
     bool HasCookie(std::string_view sCookies) const;
+    static bool IsFromPage(const CRequest& request);
 
     std::string m_sToken;
     std::string m_sCookieName;

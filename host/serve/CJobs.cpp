@@ -51,7 +51,10 @@ CJobs::TJson CJobs::Ask(const std::string& sResource, const std::string& sWish, 
         return json;
     }
     if (m_pJob != nullptr && !m_pJob->bStop && m_pJob->Is(sResource, sWish))
+    {
+        m_pJob->timeAsked = TClock::now();
         return {{"state", "running"}, {"doing", m_pJob->sDoing}, {"percent", m_pJob->nPercent}};
+    }
     if (m_pJob != nullptr && (!m_pJob->bStop || (m_pNext != nullptr && !m_pNext->Is(sResource, sWish))))
         throw CRefusal(503, "another job is running");
     if (m_pNext == nullptr)
@@ -62,6 +65,8 @@ CJobs::TJson CJobs::Ask(const std::string& sResource, const std::string& sWish, 
         else
             Start(pNew);
     }
+    else
+        m_pNext->timeAsked = TClock::now();
     return {{"state", "running"}, {"doing", ""}, {"percent", 0}};
 }
 
@@ -101,6 +106,7 @@ void CJobs::StopAll()
 void CJobs::Tell(CJob& job, const std::string& sDoing, int nPercent)
 {
     const std::lock_guard lock(m_mutex);
+    job.bStop = job.bStop || TClock::now() - job.timeAsked > m_timePatience;
     if (job.bStop)
         throw CStopped();
     job.sDoing = sDoing;

@@ -3,6 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <chrono>
 #include <functional>
 #include <map>
 #include <memory>
@@ -26,7 +27,10 @@ public:
     /// Does the work of a job. @return what came out, an object.
     using TWork = std::function<TJson(const TTell& tell)>;
 
-    CJobs() = default;
+    using TClock = std::chrono::steady_clock;
+
+    /// @param timePatience  a job that nobody has asked for so long is stopped: whoever wanted it has gone.
+    explicit CJobs(TClock::duration timePatience = std::chrono::minutes(2)) : m_timePatience(timePatience) {}
 
     /// Stops a job that is running, and waits for it.
     ~CJobs();
@@ -60,6 +64,7 @@ private:
         std::string sDoing;
         int nPercent = 0;
         bool bStop = false;
+        TClock::time_point timeAsked = TClock::now(); ///< the last time
     };
 
     using TJob = std::shared_ptr<CJob>;
@@ -78,6 +83,7 @@ private:
     void Tell(CJob& job, const std::string& sDoing, int nPercent);
     TJob Finish(const CJob& job, CResult result);
 
+    const TClock::duration m_timePatience;
     std::mutex m_mutex;                          // for all that follows but the thread
     TJob m_pJob;                                 // that is running; null: none
     TJob m_pNext;                                // that waits for this one to stop; null: none

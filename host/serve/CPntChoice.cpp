@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace zorcld
 {
@@ -17,6 +18,24 @@ namespace
 {
 
 using zor::geom::TMultiPartPolygon;
+
+/// Hands point by point to a function, and asks before each batch whether anybody still wants them.
+template <class TFn, class TCheck>
+class CWantedPnts final : public IPntCldListener
+{
+public:
+    CWantedPnts(TFn& fn, TCheck check) : m_fn(fn), m_check(std::move(check)) {}
+
+    void OnPnts(int nNumPnts, CCldCadPnt* pPnts) override
+    {
+        m_check();
+        std::for_each(pPnts, pPnts + nNumPnts, m_fn);
+    }
+
+private:
+    TFn& m_fn;
+    TCheck m_check;
+};
 
 TVersion FindVersion(const CRequest& request, const CServed& served)
 {
@@ -42,6 +61,8 @@ CQuery ParsePlanes(const CRequest& request)
             continue;
         if (!options.sBox.empty())
             throw CRefusal(400, "box: there can be one");
+        if (sValue.empty()) // which is no box to ParseQuery
+            throw CRefusal(400, "box: it is empty");
         options.sBox = sValue;
     }
     return ParseQuery(options);
@@ -65,7 +86,7 @@ TMultiPartPolygon ParsePolygon(const std::string& sText)
 } // namespace
 
 CPntChoice::CPntChoice(const CRequest& request, const CServed& served)
-    : m_pVersion(FindVersion(request, served)), m_query(ParsePlanes(request)),
+    : m_request(request), m_pVersion(FindVersion(request, served)), m_query(ParsePlanes(request)),
       m_bOutside(GetNumberOr(request, "outside", 0.0) != 0.0)
 {
     for (const auto& [sName, sValue] : request.vecParams)
@@ -82,8 +103,15 @@ CMarkedPnts CPntChoice::Mark() const
                   { FindPntsInPolygons(cloud, &listener, m_vecPolygons, m_bOutside, c_nBatch); });
 }
 
+void CPntChoice::CheckWanted() const
+{
+    if (m_request.IsForNobody())
+        throw CRefusal(503, "the client has gone");
+}
+
 CMarkedPnts CPntChoice::MarkOf(const TQuery& query) const
 {
+    CheckWanted();
     const CPntCld& cloud = m_pVersion->GetCloud();
     CMarkedPnts marked;
     marked.pVersion = m_pVersion;
@@ -96,7 +124,7 @@ CMarkedPnts CPntChoice::MarkOf(const TQuery& query) const
         marked.vecMarks[static_cast<std::size_t>(pnt.m_nIndex)] = true;
         marked.summary.Add(pnt.m_pnt);
     };
-    CEachPnt<decltype(mark)> listener(mark);
+    CWantedPnts listener(mark, [this] { CheckWanted(); });
     query(cloud, listener);
     return marked;
 }

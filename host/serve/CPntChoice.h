@@ -26,6 +26,7 @@ struct CMarkedPnts
 class CPntChoice
 {
 public:
+    /// @param request  outlives the choice.
     /// Reads `version`, `clip`, `box`, `polygon` and `outside` (docs/serve.md).
     /// @throws CRefusal, CUsageError
     CPntChoice(const CRequest& request, const CServed& served);
@@ -35,6 +36,7 @@ public:
     const CQuery& GetQuery() const { return m_query; }
 
     /// Marks the points chosen.
+    /// @throws CRefusal where the client has gone meanwhile; the others too.
     CMarkedPnts Mark() const;
 
     /// Marks those of the points that a query of the cloud delivers which are in front of none of the planes.
@@ -42,6 +44,9 @@ public:
     CMarkedPnts MarkOf(const TQuery& query) const;
 
 private:
+    void CheckWanted() const;
+
+    const CRequest& m_request;
     TVersion m_pVersion;
     CQuery m_query; // the planes
     std::vector<zor::geom::TMultiPartPolygon> m_vecPolygons;

@@ -1,5 +1,7 @@
 #include <host/serve/CRequest.h>
 
+#include <algorithm>
+
 namespace zorcld
 {
 
@@ -60,16 +62,35 @@ bool ParseParams(std::string_view sQuery, CRequest& request)
     return true;
 }
 
+/// Takes scheme and host off a target in absolute form: the host is then the one that is asked.
+/// @return false where there is another scheme or no host.
+bool TakeAuthority(std::string_view& sTarget, CRequest& request)
+{
+    constexpr std::string_view c_sScheme = "http://";
+    const auto isSame = [](char c, char cOther)
+    { return (c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c) == cOther; };
+    if (sTarget.size() <= c_sScheme.size() ||
+        !std::equal(c_sScheme.begin(), c_sScheme.end(), sTarget.begin(),
+                    [&](char cScheme, char c) { return isSame(c, cScheme); }))
+        return false;
+    sTarget.remove_prefix(c_sScheme.size());
+    request.sHost = sTarget.substr(0, sTarget.find_first_of("/?"));
+    sTarget.remove_prefix(request.sHost.size());
+    return !request.sHost.empty();
+}
+
 } // namespace
 
 bool ParseTarget(std::string_view sTarget, CRequest& request)
 {
     sTarget = sTarget.substr(0, sTarget.find('#'));
-    if (sTarget.empty() || sTarget.front() != '/')
+    if (sTarget.empty() || (sTarget.front() != '/' && !TakeAuthority(sTarget, request)))
         return false;
     const std::size_t nQuestion = sTarget.find('?');
     if (!Decode(sTarget.substr(0, nQuestion), false, request.sPath))
         return false;
+    if (request.sPath.empty()) // behind a host that is all
+        request.sPath = "/";
     return nQuestion == std::string_view::npos || ParseParams(sTarget.substr(nQuestion + 1), request);
 }
 

@@ -2,6 +2,7 @@
 
 #include <host/output/GetFileName.h>
 #include <host/serve/CRefusal.h>
+#include <host/serve/MakeUpperTiles.h>
 
 #include <algorithm>
 #include <utility>
@@ -14,11 +15,13 @@ namespace
 
 constexpr int c_nMaxStreams = 4;
 constexpr std::int64_t c_nTileBytes = std::int64_t{24} << 20; // seven of the largest that are made at once
+constexpr std::int64_t c_nUpperBytes = std::int64_t{16} << 20;
 
 } // namespace
 
 CServed::CServed(const CInputOptions& input, std::int64_t nFirstVersion, std::int64_t nBudget)
-    : m_input(input), m_nBudget(nBudget), m_tileBudget(c_nTileBytes), m_nNextVersion(nFirstVersion)
+    : m_input(input), m_nBudget(nBudget), m_tileBudget(c_nTileBytes), m_upperBudget(c_nUpperBytes),
+      m_nNextVersion(nFirstVersion)
 {
 }
 
@@ -80,8 +83,9 @@ TVersion CServed::AddVersion(const CPntCld& cloud, const std::string& sName,
     std::unique_lock lock(m_mutex);
     const std::int64_t nVersion = m_nNextVersion++;
     lock.unlock();
-    auto pVersion = std::make_shared<const CCloudVersion>(cloud, sName, nVersion,
-                                                          std::move(vecFileIndices)); // takes a while
+    const auto pVersion =
+        std::make_shared<CCloudVersion>(cloud, sName, nVersion, std::move(vecFileIndices)); // takes a while
+    pVersion->SetUpperTiles(MakeUpperTiles(*pVersion, m_upperBudget));
     lock.lock();
     const auto it = std::find_if(m_vecVersions.begin(), m_vecVersions.end(),
                                  [&](const TVersion& p) { return p->GetName() == sName; });

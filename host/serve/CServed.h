@@ -21,8 +21,6 @@
 namespace zorcld
 {
 
-using TVersion = std::shared_ptr<const CCloudVersion>;
-
 /// What the server shows, and how far it is with loading it. Every member may be called on any thread.
 class CServed
 {
@@ -97,6 +95,7 @@ private:
     const std::int64_t m_nBudget;
     CFileFactsOf m_facts; // not changed any more once ready
     const CByteBudget m_tileBudget;
+    const CByteBudget m_upperBudget; // of the tiles that all versions keep
     const std::shared_ptr<std::atomic<int>> m_pNumStreams = std::make_shared<std::atomic<int>>(0);
     mutable std::mutex m_mutex; // for what follows but the jobs
     std::int64_t m_nNextVersion;

@@ -5,7 +5,11 @@
 #include <boost/asio/write.hpp>
 #include <boost/beast/http/read.hpp>
 
+#include <chrono>
+#include <cstddef>
+#include <limits>
 #include <new>
+#include <string_view>
 #include <utility>
 
 namespace zorcld
@@ -19,6 +23,7 @@ namespace beast = boost::beast;
 namespace http = boost::beast::http;
 
 constexpr std::size_t c_nMaxHead = 8192;
+constexpr std::chrono::milliseconds c_timeToGo{2000}; // that a connection has which is not answered any more
 
 std::string TextFrom(beast::string_view sText)
 {
@@ -38,11 +43,20 @@ bool IsOfRequest(beast::error_code error)
            error != http::error::end_of_stream;
 }
 
+/// All that is left in one go: the library's own condition hands 64 KiB at a time to the system, each with a
+/// timer of its own.
+std::size_t WriteAll(beast::error_code error, std::size_t)
+{
+    return error ? 0 : std::numeric_limits<std::size_t>::max();
+}
+
 /// A reply for which there is no memory is one that takes none.
 CReply AnswerAnyway(const CHttpCallbacks& callbacks, const CRequest& request)
 {
     try
     {
+        if (request.IsForNobody()) // it has waited for its turn
+            return MakeLineReply(503, "the client has gone");
         return callbacks.answer(request);
     }
     catch (const std::bad_alloc&)
@@ -60,12 +74,11 @@ CReply AnswerAnyway(const CHttpCallbacks& callbacks, const CRequest& request)
 CSession::CSession(asio::ip::tcp::socket&& socket, CSessionShare& share)
     : m_stream(std::move(socket)), m_share(share), m_buffer(2 * c_nMaxHead)
 {
-    ++m_share.nNumClients;
 }
 
 CSession::~CSession()
 {
-    --m_share.nNumClients;
+    m_share.seats.Leave(*this);
 }
 
 void CSession::Run()
@@ -75,27 +88,61 @@ void CSession::Run()
     asio::dispatch(m_stream.get_executor(),
                    [pSelf = shared_from_this()]
                    {
-                       if (pSelf->m_share.nNumClients > pSelf->m_share.options.nMaxClients)
-                           pSelf->Refuse(503, "too many connections");
-                       else
-                           pSelf->Read();
+                       pSelf->m_bSeated = pSelf->m_share.seats.TryTake(pSelf);
+                       pSelf->Read();
                    });
+}
+
+void CSession::GiveWay()
+{
+    asio::post(m_stream.get_executor(),
+               [pSelf = shared_from_this()]
+               {
+                   pSelf->m_bSeated = false;
+                   if (pSelf->m_bGivesWay)
+                       pSelf->m_stream.close();
+               });
 }
 
 void CSession::Read()
 {
+    m_stream.expires_after(!m_bSeated ? c_timeToGo
+                           : m_bFirst ? m_share.options.timeFirst
+                                      : m_share.options.timeRequest);
+    m_bFirst = false;
+    m_bEmptyLine = false;
+    m_bGivesWay = m_bSeated && !m_bLetIn;
+    ReadOn();
+}
+
+void CSession::ReadOn()
+{
     m_parser.emplace();
     m_parser->header_limit(c_nMaxHead);
     m_parser->body_limit(std::uint64_t{0});
-    m_stream.expires_after(m_bFirst ? m_share.options.timeFirst : m_share.options.timeRequest);
-    m_bFirst = false;
     http::async_read(m_stream, m_buffer, *m_parser,
                      [pSelf = shared_from_this()](beast::error_code error, std::size_t nSize)
                      { pSelf->OnRead(error, nSize); });
 }
 
+/// Before a request one is passed over, which some clients send behind the one before.
+bool CSession::SkipEmptyLine()
+{
+    const char* const pBytes = static_cast<const char*>(m_buffer.cdata().data());
+    if (m_bEmptyLine || m_buffer.size() < 2 || pBytes[0] != '\r' || pBytes[1] != '\n')
+        return false;
+    m_bEmptyLine = true;
+    m_buffer.consume(2);
+    return true;
+}
+
 void CSession::OnRead(beast::error_code error, std::size_t nSize)
 {
+    if (IsOfRequest(error) && SkipEmptyLine())
+        return ReadOn();
+    m_bGivesWay = false;
+    if (!m_bSeated && (!error || IsOfRequest(error)))
+        return Refuse(503, "too many connections");
     if (IsTooLarge(error) || (!error && nSize > c_nMaxHead)) // the parser's limit is a few bytes wide
         return Refuse(413, "a request has at most 8 KiB and no body");
     if (IsOfRequest(error))
@@ -130,6 +177,7 @@ CRequest CSession::TakeRequest() const
 
 void CSession::AnswerSlowly(CRequest request)
 {
+    request.pGone = m_watch.Start(shared_from_this(), m_parser->get().version() >= 11);
     asio::post(m_share.slowLane,
                [pSelf = shared_from_this(), request = std::move(request)]
                {
@@ -137,7 +185,7 @@ void CSession::AnswerSlowly(CRequest request)
                    {
                        CReply reply = AnswerAnyway(pSelf->m_share.callbacks, request);
                        asio::post(pSelf->m_stream.get_executor(), [pSelf, reply = std::move(reply)]() mutable
-                                  { pSelf->Send(std::move(reply)); });
+                                  { pSelf->SendSlow(std::move(reply)); });
                    }
                    catch (const std::exception&) // no memory: the connection goes, with its last holder
                    {
@@ -145,15 +193,35 @@ void CSession::AnswerSlowly(CRequest request)
                });
 }
 
+void CSession::SendSlow(CReply reply)
+{
+    m_watch.Stop();
+    Send(std::move(reply));
+}
+
+/// Where the request line was none, or not whole, it has not been taken from what has arrived.
+bool CSession::IsHead() const
+{
+    constexpr std::string_view c_sHead = "HEAD ";
+    if (!m_parser->get().method_string().empty())
+        return m_parser->get().method() == http::verb::head;
+    const std::string_view sArrived(static_cast<const char*>(m_buffer.cdata().data()), m_buffer.size());
+    return sArrived.substr(0, c_sHead.size()) == c_sHead;
+}
+
 void CSession::Refuse(int nStatus, const char* pLine)
 {
     m_bKeepAlive = false;
-    Send(MakeLineReply(nStatus, pLine));
+    CReply reply = MakeLineReply(nStatus, pLine);
+    if (IsHead())
+        reply.sBody = {};
+    Send(std::move(reply));
 }
 
 void CSession::Send(CReply reply)
 {
     m_reply = std::move(reply);
+    m_bLetIn = m_bLetIn || m_reply.nStatus != 403;
     m_eBody = FindBody(m_reply, m_parser && m_parser->is_header_done() && m_parser->get().version() < 11);
     m_bKeepAlive = m_bKeepAlive && m_eBody != enumBody::ToTheEnd;
     m_sHead = FormatHead(m_reply, m_eBody, m_bKeepAlive);
@@ -161,6 +229,7 @@ void CSession::Send(CReply reply)
     asio::async_write(m_stream,
                       std::array{asio::const_buffer(m_sHead.data(), m_sHead.size()),
                                  asio::const_buffer(m_reply.sBody.data(), m_reply.sBody.size())},
+                      WriteAll,
                       [pSelf = shared_from_this()](beast::error_code error, std::size_t)
                       { pSelf->OnSent(error); });
 }
@@ -192,7 +261,7 @@ void CSession::SendNextPiece()
         m_sPiece = m_eBody == enumBody::Chunked ? "0\r\n\r\n" : "";
     }
     m_stream.expires_after(m_share.options.timePiece);
-    asio::async_write(m_stream, asio::buffer(m_sPiece),
+    asio::async_write(m_stream, asio::buffer(m_sPiece), WriteAll,
                       [pSelf = shared_from_this()](beast::error_code error, std::size_t)
                       { pSelf->OnSent(error); });
 }
@@ -206,7 +275,8 @@ void CSession::Linger()
     {
         beast::error_code error;
         m_stream.socket().shutdown(asio::ip::tcp::socket::shutdown_send, error);
-        m_stream.expires_after(std::chrono::seconds(2));
+        m_stream.expires_after(c_timeToGo);
+        m_share.seats.Leave(*this);
     }
     if (m_nNumRests++ == c_nMaxRests)
         return;

@@ -1,7 +1,9 @@
 #ifndef HOST_SERVE_CSESSION_H
 #define HOST_SERVE_CSESSION_H
 
+#include <host/serve/CClientWatch.h>
 #include <host/serve/CHttpOptions.h>
+#include <host/serve/CSeats.h>
 #include <host/serve/FormatHead.h>
 
 #include <boost/asio/thread_pool.hpp>
@@ -25,27 +27,34 @@ struct CSessionShare
     CHttpOptions options;
     CHttpCallbacks callbacks;
     boost::asio::thread_pool& slowLane;
-    std::atomic<int> nNumClients{0};
+    CSeats seats{options.nMaxClients};
 };
 
 /// One connection: reads a request, answers it, and so on until either side closes it. Holds itself while
 /// anything is under way. Its members run one after the other, on the connection's own strand.
-class CSession : public std::enable_shared_from_this<CSession>
+class CSession final : public ISeated, public std::enable_shared_from_this<CSession>
 {
 public:
     CSession(boost::asio::ip::tcp::socket&& socket, CSessionShare& share);
-    ~CSession();
+    ~CSession() override;
     CSession(const CSession&) = delete;
     CSession& operator=(const CSession&) = delete;
 
     void Run();
 
+    bool MayGiveWay() const override { return m_bGivesWay; }
+    void GiveWay() override;
+
 private:
     using TParser = boost::beast::http::request_parser<boost::beast::http::empty_body>;
 
     void Read();
+    void ReadOn();
+    bool SkipEmptyLine();
+    bool IsHead() const;
     void OnRead(boost::beast::error_code error, std::size_t nSize);
     void AnswerSlowly(CRequest request);
+    void SendSlow(CReply reply);
     void Refuse(int nStatus, const char* pLine);
     void Send(CReply reply);
     void OnSent(boost::beast::error_code error);
@@ -54,6 +63,7 @@ private:
     CRequest TakeRequest() const;
 
     boost::beast::tcp_stream m_stream;
+    CClientWatch m_watch{m_stream};
     CSessionShare& m_share;
     boost::beast::flat_buffer m_buffer;
     std::optional<TParser> m_parser;
@@ -62,7 +72,11 @@ private:
     std::string m_sPiece;
     enumBody m_eBody = enumBody::None;
     bool m_bKeepAlive = false;
-    bool m_bFirst = true;              // no request has arrived yet
+    bool m_bFirst = true;      // no request has arrived yet
+    bool m_bSeated = false;    // is answered
+    bool m_bLetIn = false;     // a request has brought the token
+    bool m_bEmptyLine = false; // one has come before the request
+    std::atomic<bool> m_bGivesWay{false};
     std::array<char, 4096> m_acRest{}; // what a client sends to a connection that is given up
     int m_nNumRests = 0;
 };

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 
 namespace zorcld
 {
@@ -19,6 +20,9 @@ public:
     static constexpr std::size_t c_nHeaderSize = 40;
     static constexpr std::size_t c_nPntSize = 12;
 
+    class CQuick;
+    class CCareful;
+
     /// @param nEdge  over which the steps are spread, compact units; that of the cube, as a rule.
     CTileWriter(const CLevelCube& cube, std::int64_t nEdge) : m_cube(cube) { SetEdge(nEdge); }
 
@@ -29,30 +33,11 @@ public:
         m_dStepsPerUnit = nEdge > 0 ? c_dNumSteps / static_cast<double>(nEdge) : 0.0;
     }
 
-    /// Puts a point into 12 bytes.
-    /// @param nX,nY,nZ  offset of a point of the cube, compact units.
-    void Put(std::int32_t nX, std::int32_t nY, std::int32_t nZ, const CRgbBytes& color, char* pTo)
-    {
-        const std::int64_t dx = nX - m_cube.nX;
-        const std::int64_t dy = nY - m_cube.nY;
-        const std::int64_t dz = nZ - m_cube.nZ;
-        m_nOctants |= 1U << ((dx >= 0 ? 4U : 0U) + (dy >= 0 ? 2U : 0U) + (dz >= 0 ? 1U : 0U));
-        std::int64_t nStepX = CalcStep(dx);
-        std::int64_t nStepY = CalcStep(dy);
-        std::int64_t nStepZ = CalcStep(dz);
-        if ((CalcRoom(nStepX) | CalcRoom(nStepY) | CalcRoom(nStepZ)) < 0)
-        {
-            m_nReach = std::max({m_nReach, std::abs(dx), std::abs(dy), std::abs(dz)});
-            nStepX = std::clamp(nStepX, c_nMinStep, c_nMaxStep);
-            nStepY = std::clamp(nStepY, c_nMinStep, c_nMaxStep);
-            nStepZ = std::clamp(nStepZ, c_nMinStep, c_nMaxStep);
-        }
-        const std::uint64_t nPlace = Wrap(nStepX) | Wrap(nStepY) << 16U | Wrap(nStepZ) << 32U;
-        const std::uint32_t nColor =
-            color.r | static_cast<std::uint32_t>(color.g) << 8U | static_cast<std::uint32_t>(color.b) << 16U;
-        PutUint64(pTo, nPlace);
-        PutUint32(pTo + 8, nColor);
-    }
+    /// Calls write(put), which puts points by put(pRecord, color, pTo): a point's record, which begins with
+    /// its offset in compact units, into 12 bytes. Where a point lies beyond the ends of the edge, which few
+    /// tiles have, it is called once more, and is to put the same points into the same bytes.
+    template <class TWrite>
+    void PutPnts(TWrite write);
 
     /// @return an edge that holds all points put: where some lie beside the edge, twice the distance of the
     ///         farthest from the centre, along an axis.
@@ -65,22 +50,11 @@ public:
     void PutHeader(char* pTo, const CRootCube& root, std::uint32_t nNumPnts, bool bMore) const;
 
 private:
+    class COffset;
+
     static constexpr double c_dNumSteps = 65534.0; // an odd number of values: the centre is one
     static constexpr std::int64_t c_nMinStep = 1;  // while they are calculated steps count from 32768 below
-    static constexpr std::int64_t c_nMiddle = 32768;
     static constexpr std::int64_t c_nMaxStep = 65535;
-
-    /// Rounds, but does not stop at the ends. The farthest offset over the smallest edge has 49 bits.
-    std::int64_t CalcStep(std::int64_t nOffset) const
-    {
-        constexpr double c_dMiddle = 32768.5;
-        return static_cast<std::int64_t>(static_cast<double>(nOffset) * m_dStepsPerUnit + c_dMiddle);
-    }
-
-    /// @return below 0 for a step beyond the ends.
-    static std::int64_t CalcRoom(std::int64_t nStep) { return (nStep - c_nMinStep) | (c_nMaxStep - nStep); }
-
-    static std::uint64_t Wrap(std::int64_t nStep) { return static_cast<std::uint16_t>(nStep - c_nMiddle); }
 
     CLevelCube m_cube;
     std::int64_t m_nEdge = 0;
@@ -88,6 +62,130 @@ private:
     std::int64_t m_nReach = 0;
     unsigned m_nOctants = 0; // bit k: octant k holds a point
 };
+
+/// A point's offset from the centre of the tile, and what becomes of it.
+class CTileWriter::COffset
+{
+public:
+    COffset(const unsigned char* pRecord, const CLevelCube& cube)
+    {
+        std::int32_t an[3];
+        std::memcpy(an, pRecord, sizeof(an));
+        m_nX = an[0] - cube.nX;
+        m_nY = an[1] - cube.nY;
+        m_nZ = an[2] - cube.nZ;
+    }
+
+    /// @return the bit of its octant.
+    unsigned GetOctant() const { return 0x80U >> ((m_nX >> 63 & 4) + (m_nY >> 63 & 2) + (m_nZ >> 63 & 1)); }
+
+    std::int64_t GetReach() const { return std::max({std::abs(m_nX), std::abs(m_nY), std::abs(m_nZ)}); }
+
+    /// Rounds, but does not stop at the ends. The farthest offset over the smallest edge has 49 bits.
+    void CalcSteps(double dStepsPerUnit)
+    {
+        constexpr double c_dMiddle = 32768.5;
+        const auto step = [&](std::int64_t n)
+        { return static_cast<std::int64_t>(static_cast<double>(n) * dStepsPerUnit + c_dMiddle); };
+        m_nX = step(m_nX);
+        m_nY = step(m_nY);
+        m_nZ = step(m_nZ);
+    }
+
+    void StopAtEnds()
+    {
+        m_nX = std::clamp(m_nX, c_nMinStep, c_nMaxStep);
+        m_nY = std::clamp(m_nY, c_nMinStep, c_nMaxStep);
+        m_nZ = std::clamp(m_nZ, c_nMinStep, c_nMaxStep);
+    }
+
+    /// @return bits beyond the lowest 16 if one of the steps is beyond the ends, and only then. May be
+    ///         or-ed together for many points.
+    std::int64_t GetBeyond() const
+    {
+        return m_nX | (m_nX - c_nMinStep) | m_nY | (m_nY - c_nMinStep) | m_nZ | (m_nZ - c_nMinStep);
+    }
+
+    /// Any bytes where a step is beyond the ends.
+    void Put(const CRgbBytes& color, char* pTo) const
+    {
+        constexpr std::uint64_t c_nMiddles = 0x800080008000U;
+        const std::uint64_t nSteps = static_cast<std::uint64_t>(m_nX) |
+                                     static_cast<std::uint64_t>(m_nY) << 16U |
+                                     static_cast<std::uint64_t>(m_nZ) << 32U;
+        PutUint64(pTo, nSteps ^ c_nMiddles); // which takes the middle off each of them
+        PutUint32(pTo + 8, color.r | static_cast<std::uint32_t>(color.g) << 8U |
+                               static_cast<std::uint32_t>(color.b) << 16U);
+    }
+
+private:
+    std::int64_t m_nX;
+    std::int64_t m_nY;
+    std::int64_t m_nZ;
+};
+
+/// Puts points as if none lay beyond the ends, and knows afterwards whether that was so. Small enough for the
+/// registers of a loop.
+class CTileWriter::CQuick
+{
+public:
+    explicit CQuick(const CTileWriter& writer)
+        : m_cube(writer.m_cube), m_dStepsPerUnit(writer.m_dStepsPerUnit)
+    {
+    }
+
+    void operator()(const unsigned char* pRecord, const CRgbBytes& color, char* pTo)
+    {
+        COffset offset(pRecord, m_cube);
+        m_nOctants |= offset.GetOctant();
+        offset.CalcSteps(m_dStepsPerUnit);
+        m_nBeyond |= offset.GetBeyond();
+        offset.Put(color, pTo);
+    }
+
+    bool IsRight() const { return (m_nBeyond & ~c_nMaxStep) == 0; }
+    unsigned GetOctants() const { return m_nOctants; }
+
+private:
+    CLevelCube m_cube;
+    double m_dStepsPerUnit;
+    std::int64_t m_nBeyond = 0;
+    unsigned m_nOctants = 0;
+};
+
+/// Puts points wherever they lie.
+class CTileWriter::CCareful
+{
+public:
+    explicit CCareful(CTileWriter& writer) : m_pWriter(&writer) {}
+
+    void operator()(const unsigned char* pRecord, const CRgbBytes& color, char* pTo)
+    {
+        COffset offset(pRecord, m_pWriter->m_cube);
+        m_pWriter->m_nOctants |= offset.GetOctant();
+        const std::int64_t nReach = offset.GetReach();
+        offset.CalcSteps(m_pWriter->m_dStepsPerUnit);
+        if ((offset.GetBeyond() & ~c_nMaxStep) != 0)
+            m_pWriter->m_nReach = std::max(m_pWriter->m_nReach, nReach);
+        offset.StopAtEnds();
+        offset.Put(color, pTo);
+    }
+
+private:
+    CTileWriter* m_pWriter;
+};
+
+template <class TWrite>
+void CTileWriter::PutPnts(TWrite write)
+{
+    CQuick quick(*this);
+    write(quick);
+    m_nOctants |= quick.GetOctants();
+    if (quick.IsRight())
+        return;
+    CCareful careful(*this);
+    write(careful);
+}
 
 } // namespace zorcld
 

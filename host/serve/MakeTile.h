@@ -1,26 +1,19 @@
 #ifndef HOST_SERVE_MAKETILE_H
 #define HOST_SERVE_MAKETILE_H
 
+#include <host/serve/CCloudVersion.h>
 #include <host/serve/CReply.h>
-#include <host/serve/CServed.h>
+#include <host/serve/CTileAddress.h>
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 namespace zorcld
 {
 
 class CByteBudget;
 struct CAttribute;
-
-/// Which cube of the octree a tile is.
-struct CTileAddress
-{
-    int nLevel = 0; ///< 0: the root cube
-    std::int32_t nI = 0;
-    std::int32_t nJ = 0;
-    std::int32_t nK = 0;
-};
 
 /// Is there such a cube on a level that has tiles?
 bool IsTile(const CCloudVersion& version, const CTileAddress& address);
@@ -34,6 +27,11 @@ bool IsTile(const CCloudVersion& version, const CTileAddress& address);
 /// REQUIRES: IsTile.
 CReply MakeTile(const TVersion& pVersion, const CTileAddress& address,
                 const std::shared_ptr<const CAttribute>& pAttribute, const CByteBudget& budget);
+
+/// The same in the file's colours, as a whole or not at all. What it holds does not hold the version.
+/// @return nothing where the tile is too large for that, or the budget has no room.
+std::optional<CReply> TryMakeWholeTile(const CCloudVersion& version, const CTileAddress& address,
+                                       const CByteBudget& budget);
 
 } // namespace zorcld
 

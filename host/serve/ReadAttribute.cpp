@@ -97,6 +97,15 @@ TJson DescribeSwatches(const std::vector<CSwatch>& vecSwatches)
 
 } // namespace
 
+enumLasAttribute ParseAttribute(std::string_view sName)
+{
+    if (sName == "class")
+        return LasAttribute_Class;
+    if (sName == "intensity")
+        return LasAttribute_Intensity;
+    return sName == "return" ? LasAttribute_Return : LasAttribute_None;
+}
+
 CReadAttribute ReadAttribute(const CServed& served, const CCloudVersion& version, enumLasAttribute eAttribute,
                              const std::string& sName, const CJobs::TTell& tell)
 {

@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace zorcld
 {
@@ -17,6 +18,9 @@ struct CReadAttribute
     std::shared_ptr<const CAttribute> pAttribute;
     CJobs::TJson legend;
 };
+
+/// @return the attribute of a name, as clients say it; LasAttribute_None: it is none.
+enumLasAttribute ParseAttribute(std::string_view sName);
 
 /// Reads an attribute from the file of a cloud, whose points it comes to in their order. Meanwhile there is a
 /// second cloud in memory.

@@ -36,4 +36,12 @@ void CheckPlanNumber(double d, const std::string& sName)
         throw CRefusal(400, sName + ": it is beyond 1e12");
 }
 
+bool IsCancel(const CRequest& request)
+{
+    const std::string* const pCancel = request.FindParam("cancel");
+    if (pCancel != nullptr && *pCancel != "0" && *pCancel != "1")
+        throw CRefusal(400, "cancel: it is neither 0 nor 1");
+    return pCancel != nullptr && *pCancel == "1";
+}
+
 } // namespace zorcld

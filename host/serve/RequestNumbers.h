@@ -24,6 +24,10 @@ double GetPlanNumber(const CRequest& request, const std::string& sName);
 /// @throws CRefusal
 void CheckPlanNumber(double d, const std::string& sName);
 
+/// Does the request ask for a job to be stopped?
+/// @throws CRefusal where `cancel` is neither 0 nor 1.
+bool IsCancel(const CRequest& request);
+
 } // namespace zorcld
 
 #endif

@@ -28,8 +28,9 @@ ZOR4DATA_API std::vector<int> FindGround(const CPntCld& cld, IPclProgressListene
 /// @param pListener  told of the progress; null: no calls.
 /// @param vecGround  receives indices, ascending. Points that share a place in 1/10000 of a metre are ground
 ///                   all or none.
-/// @return false where the cloud is wider or higher in metres than a cloud reaches (214748); `vecGround` then
-///         stays.
+/// @return false where a point lies farther from the cloud's origin, in metres, than a cloud reaches
+/// (214747);
+///         `vecGround` then stays.
 ///
 /// Points marked deleted are none of them. REQUIRES and exceptions as `FindGround`. Cost: that of `Morph` for
 /// the copy, and a sort of its points.

@@ -13,6 +13,10 @@ public:
     ///                  query, which fills it anew after the call: copy what is to be kept.
     virtual void OnIndices(int nNumPnts, const std::int32_t* pIndices) = 0;
 
+    /// The query is at work: called about every tenth of a millisecond where it compares points with many
+    /// planes or edges, whether it finds any or not. To stop it, throw.
+    virtual void OnWork() {}
+
 protected:
     ~IPntIndexListener() = default;
 };

@@ -78,6 +78,13 @@ public:
     /// Does a place of the frame's square lie inside? REQUIRES: the square straddles an edge.
     bool Contains(const CFrame& frame, const PNT_2D& pnt) const noexcept;
 
+    /// @return how many edges a question in the frame's square looks at.
+    std::size_t CountEdges(const CFrame& frame) const noexcept
+    {
+        const std::vector<CPart>& vecParts = m_stacks[frame.nStack].vecParts;
+        return frame.nBegin == frame.nEnd ? 0 : vecParts[frame.nEnd - 1].nEnd - vecParts[frame.nBegin].nBegin;
+    }
+
 private:
     /// A ring that can be used.
     struct CRing

@@ -82,6 +82,7 @@ void CWalkPolygons<T, Visitor>::WalkChildren(const COcTreeNode& node, const COcT
     // point.
     const TBox cut{std::clamp(cube.nX, box.xmin, box.xmax), std::clamp(cube.nY, box.ymin, box.ymax),
                    std::clamp(cube.nX - 1, box.xmin, box.xmax), std::clamp(cube.nY - 1, box.ymin, box.ymax)};
+    m_listener.CountWork(m_tracker.CountEdges(frame));
     const CPolygonTracker::CQuarters quarters(
         m_tracker, frame, {CalcX(cut.xmax), CalcX(cut.xmin), CalcY(cut.ymax), CalcY(cut.ymin)});
     for (const COcTreeChild child : node.GetChildren())
@@ -114,6 +115,7 @@ void CWalkPolygons<T, Visitor>::WalkChild(const COcTreeChild& child, const COcTr
 template <class T, class Visitor>
 void CWalkPolygons<T, Visitor>::WalkLeaf(const COcTreeLeaf& leaf, const CFrame& frame)
 {
+    m_listener.CountWork(m_tracker.CountEdges(frame) * static_cast<std::size_t>(leaf.m_nCount));
     for (std::int32_t i = leaf.m_nFirst; i < leaf.m_nFirst + leaf.m_nCount; ++i)
     {
         if (m_listener.IsDeleted(i))

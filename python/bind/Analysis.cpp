@@ -36,6 +36,23 @@ public:
     std::vector<double> m_vecCoords;
 };
 
+/// @return text that has words of a file in it: UTF-8, else each byte for the character of Latin-1, which
+/// none
+///         is not.
+py::str TextFromFile(const std::string& sText)
+{
+    const auto nLength = static_cast<Py_ssize_t>(sText.size());
+    PyObject* pText = PyUnicode_DecodeUTF8(sText.data(), nLength, nullptr);
+    if (pText == nullptr && PyErr_ExceptionMatches(PyExc_UnicodeDecodeError) != 0)
+    {
+        PyErr_Clear();
+        pText = PyUnicode_DecodeLatin1(sText.data(), nLength, nullptr);
+    }
+    if (pText == nullptr)
+        throw py::error_already_set();
+    return py::reinterpret_steal<py::str>(pText);
+}
+
 PNT_3D ReadPlace(const double* p)
 {
     return {p[0], p[1], p[2]};
@@ -56,7 +73,7 @@ py::array_t<std::int32_t> PickPnts(const CCloud& cloud, const TPlaceArray& origi
         const CReleasedGil released;
         for (py::ssize_t i = 0; i < nNum; ++i)
         {
-            watch.Poll();
+            watch.PollClock(); // one place may take milliseconds, beside which the clock is nothing
             vecFound[static_cast<std::size_t>(i)] =
                 PickPnt(cloud.GetCld(), ReadPlace(origins.data() + 3 * i),
                         ReadPlace(directions.data() + 3 * i), dTan, vecPlanes);
@@ -77,7 +94,7 @@ py::array_t<std::int32_t> FindNearest(const CCloud& cloud, const TPlaceArray& pl
         const CReleasedGil released;
         for (std::size_t i = 0; i < vecFound.size(); ++i)
         {
-            watch.Poll();
+            watch.PollClock();
             const double* const pPlace = p + i * static_cast<std::size_t>(nDim);
             vecFound[i] = nDim == 3 ? FindNearestPnt(cloud.GetCld(), ReadPlace(pPlace), dMax)
                                     : FindNearestPnt2D(cloud.GetCld(), PNT_2D(pPlace[0], pPlace[1]), dMax);
@@ -144,9 +161,9 @@ py::tuple FindFacts(const std::string& sPath, int nKind)
                                 facts.bounds.ymax, facts.bounds.zmax);
     py::list losses;
     for (const CFileLoss& loss : vecLosses)
-        losses.append(py::make_tuple(loss.sCode, loss.sText));
-    return py::make_tuple(static_cast<int>(facts.eType), static_cast<int>(facts.eCause), facts.sCause,
-                          facts.nAnnounced, facts.bColor, bounds, losses);
+        losses.append(py::make_tuple(loss.sCode, TextFromFile(loss.sText)));
+    return py::make_tuple(static_cast<int>(facts.eType), static_cast<int>(facts.eCause),
+                          TextFromFile(facts.sCause), facts.nAnnounced, facts.bColor, bounds, losses);
 }
 
 py::tuple FindUnits(const std::string& sPath, int nKind)
@@ -156,7 +173,8 @@ py::tuple FindUnits(const std::string& sPath, int nKind)
         const CReleasedGil released;
         units = FindFileUnits(zor::String(sPath.c_str()), static_cast<enumPntCldFile>(nKind));
     }
-    return py::make_tuple(units.plan.sName, units.plan.dMetres, units.plan.bAngle, units.height.dMetres);
+    return py::make_tuple(TextFromFile(units.plan.sName), units.plan.dMetres, units.plan.bAngle,
+                          units.height.dMetres);
 }
 
 } // namespace zorpy

@@ -42,6 +42,13 @@ public:
         m_changed.notify_all();
     }
 
+    void OnWork() override
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_bClosed)
+            throw CStop();
+    }
+
     /// @return the next batch; empty: the end. None where it has not come yet.
     std::optional<TBatch> WaitForNext(std::chrono::milliseconds nAtMost)
     {
@@ -140,6 +147,8 @@ CBatchStream::~CBatchStream()
 {
     if (getpid() != m_nProcess)
         static_cast<void>(m_pState.release());
+    else
+        Close(); // without the lock: the query may be long on its way to where it stops
 }
 
 py::array_t<std::int32_t> CBatchStream::GetNext()

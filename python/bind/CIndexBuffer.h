@@ -1,6 +1,7 @@
 #ifndef PYTHON_BIND_CINDEXBUFFER_H
 #define PYTHON_BIND_CINDEXBUFFER_H
 
+#include <python/bind/AllocLargePages.h>
 #include <python/bind/CProgress.h>
 #include <zor4data/IPntIndexListener.h>
 
@@ -11,24 +12,32 @@
 #include <cstring>
 #include <memory>
 #include <new>
+#include <utility>
 
 namespace zorpy
 {
 
-/// Gathers the indices that a query delivers. Memory grows by reallocation, which moves pages and copies
-/// nothing where there is much of it. What signal handlers raise leaves the query on the way.
+/// Gathers the indices that a query delivers. What signal handlers raise leaves the query on the way.
+///
+/// Memory doubles while it is small. Then room is taken for as many indices as there can be, of which only
+/// what is written is memory, and in large pages: getting pages takes longer than writing them.
 class CIndexBuffer final : public IPntIndexListener
 {
 public:
+    /// @param nMost  indices that a query delivers at most; more would be no fault, but slower.
+    explicit CIndexBuffer(std::int64_t nMost) : m_nMost(static_cast<std::size_t>(nMost)) {}
+
     void OnIndices(int nNumPnts, const std::int32_t* pIndices) override
     {
         m_watch.PollClock();
         const auto nNum = static_cast<std::size_t>(nNumPnts);
         if (m_nCapacity - m_nNum < nNum)
-            Resize(m_nNum + nNum + m_nCapacity);
+            Grow(m_nNum + nNum);
         std::memcpy(m_pIndices.get() + m_nNum, pIndices, nNum * sizeof *pIndices);
         m_nNum += nNum;
     }
+
+    void OnWork() override { m_watch.PollClock(); }
 
     /// @return the indices as an array, which takes over their memory. The buffer is then empty.
     pybind11::array_t<std::int32_t> MakeArray()
@@ -48,6 +57,27 @@ private:
         void operator()(std::int32_t* p) const noexcept { std::free(p); }
     };
 
+    void Grow(std::size_t nLeast)
+    {
+        constexpr std::size_t c_nSmall = std::size_t{1} << 20U; // 4 MiB: that much is kept at hand when freed
+        const std::size_t nDouble = nLeast + m_nCapacity;
+        if (nDouble <= c_nSmall || nLeast > m_nMost || !TryTakeMost())
+            Resize(nDouble);
+    }
+
+    /// What has been gathered is copied, and its pages serve the next query.
+    bool TryTakeMost()
+    {
+        const std::size_t nBytes = m_nMost * sizeof(std::int32_t);
+        std::unique_ptr<std::int32_t[], CFree> pMost(static_cast<std::int32_t*>(AllocLargePages(nBytes)));
+        if (pMost == nullptr)
+            return false;
+        std::memcpy(pMost.get(), m_pIndices.get(), m_nNum * sizeof(std::int32_t));
+        m_pIndices = std::move(pMost);
+        m_nCapacity = m_nMost;
+        return true;
+    }
+
     void Resize(std::size_t nNum)
     {
         void* const p = std::realloc(m_pIndices.get(), nNum * sizeof(std::int32_t));
@@ -59,6 +89,7 @@ private:
     }
 
     std::unique_ptr<std::int32_t[], CFree> m_pIndices;
+    std::size_t m_nMost;
     std::size_t m_nNum = 0;
     std::size_t m_nCapacity = 0;
     CSignalWatch m_watch;

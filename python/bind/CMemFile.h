@@ -1,12 +1,14 @@
 #ifndef PYTHON_BIND_CMEMFILE_H
 #define PYTHON_BIND_CMEMFILE_H
 
+#include <python/bind/Gil.h>
+
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdint>
-#include <new>
 #include <string>
 
 namespace zorpy
@@ -16,11 +18,11 @@ namespace zorpy
 class CMemFile
 {
 public:
-    /// Throws std::bad_alloc where there is none to be had.
+    /// Throws as `ThrowErrno` where there is none to be had: memory or descriptors.
     CMemFile() : m_nFile(memfd_create("zor4data", MFD_CLOEXEC))
     {
         if (m_nFile < 0)
-            throw std::bad_alloc();
+            ThrowErrno(errno);
     }
     ~CMemFile() { close(m_nFile); }
     CMemFile(const CMemFile&) = delete;
@@ -34,7 +36,7 @@ public:
         return fstat(m_nFile, &info) == 0 ? static_cast<std::int64_t>(info.st_size) : -1;
     }
 
-    /// @return whether all bytes arrived.
+    /// @return whether all bytes arrived; if not, errno says why.
     bool Write(const char* pBytes, std::int64_t nNumBytes)
     {
         while (nNumBytes > 0)

@@ -94,7 +94,7 @@ CQuery MakePolygonQuery(const std::vector<TPolygonArrays>& polygons, bool bOutsi
 py::array_t<std::int32_t> FindAll(const CCloud& cloud, const CQuery& query)
 {
     constexpr int c_nBatch = 4096; // 16 KiB: they are copied while the processor has them near
-    CIndexBuffer buffer;
+    CIndexBuffer buffer(cloud.GetArrays().nNumPnts);
     {
         const CReleasedGil released;
         query.Ask(cloud.GetCld(), buffer, c_nBatch);

@@ -6,7 +6,9 @@
 #include <python/bind/Records.h>
 #include <zor4data/KeepPnts.h>
 
+#include <array>
 #include <cmath>
+#include <cstdio>
 #include <limits>
 #include <numeric>
 #include <optional>
@@ -51,14 +53,6 @@ TPlace RoundOrigin(const TPlace& place)
         rounded[k] = std::fabs(place[k]) <= c_dLargest ? static_cast<double>(static_cast<float>(place[k]))
                                                        : std::numeric_limits<double>::quiet_NaN();
     return rounded;
-}
-
-/// @return whether the library keeps a value without moving it to the end of what it can hold. False for
-///         not-a-number.
-bool IsInReach(double dValue, double dOrg)
-{
-    constexpr double c_dLimit = 2147483648.0; // offsets are int32, truncated
-    return std::fabs((dValue - dOrg) * c_dUnitsPerCoord) < c_dLimit;
 }
 
 /// @return the place which the library, that cuts towards the origin, stores in the step nearest to `place`:
@@ -125,13 +119,22 @@ void Finish(CPntCld& cld, const CSource& source)
     KeepPnts(cld, vecIndices);
 }
 
+std::string FormatNumber(double d)
+{
+    std::array<char, 32> acText{}; // 24 are the most
+    static_cast<void>(std::snprintf(acText.data(), acText.size(), "%.15g", d));
+    return acText.data();
+}
+
 std::string Describe(const CBadRow& bad)
 {
     const std::string sWhere = "xyz[" + std::to_string(bad.nRow) + ", " + std::to_string(bad.nAxis) +
-                               "] is " + std::to_string(bad.dValue);
+                               "] is " + FormatNumber(bad.dValue);
     if (!std::isfinite(bad.dValue))
         return sWhere + ": coordinates must be finite";
-    return sWhere + ", farther than 214748.3647 from the origin (" + std::to_string(bad.dOrg) +
+    if (std::isnan(bad.dOrg))
+        return sWhere + ", which no float32 holds: the first point is the origin, which is kept as one";
+    return sWhere + ", farther than 214748.3647 from the origin (" + FormatNumber(bad.dOrg) +
            " on that axis), which is as far as a cloud reaches";
 }
 

@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <cerrno>
+#include <new>
 #include <utility>
 
 namespace zorpy
@@ -32,6 +34,16 @@ void WaitForEnd() noexcept
 {
     for (;;)
         pause();
+}
+
+void ThrowErrno(int nError)
+{
+    if (nError == ENOMEM)
+        throw std::bad_alloc();
+    const CTakenGil lock;
+    errno = nError;
+    PyErr_SetFromErrno(PyExc_OSError);
+    throw pybind11::error_already_set();
 }
 
 CReleasedGil::CReleasedGil() : m_pOuter(t_pReleased)

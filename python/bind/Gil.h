@@ -44,6 +44,9 @@ private:
     PyThreadState* m_pState;
 };
 
+/// Throws an OSError of what the system said; MemoryError: there is no memory. Takes the lock for it.
+[[noreturn]] void ThrowErrno(int nError);
+
 /// Calls what runs code of the user's, within which the interpreter may end. REQUIRES: the thread holds the
 /// lock.
 template <class TFn>

@@ -10,7 +10,9 @@
 
 #include <pybind11/stl.h>
 
+#include <exception>
 #include <limits>
+#include <new>
 
 namespace py = pybind11;
 
@@ -76,9 +78,27 @@ void DefineQueries(py::module_& module)
                py::arg("start"), py::arg("end"));
     module.def("query_polygons", &MakePolygonQuery, py::arg("polygons"), py::arg("outside"));
     py::class_<CBatchStream>(module, "BatchStream")
-        .def(py::init<TCloudPtr, CQuery, int>(), py::arg("cloud"), py::arg("query"), py::arg("n"))
+        .def(py::init<TCloudPtr, CQuery, int>(), py::arg("cloud").none(false), py::arg("query"), py::arg("n"))
         .def("next", &CBatchStream::GetNext)
         .def("close", &CBatchStream::Close);
+}
+
+/// In place of std::bad_alloc's name for itself.
+void DefineErrors()
+{
+    py::register_exception_translator(
+        [](std::exception_ptr pError)
+        {
+            try
+            {
+                if (pError)
+                    std::rethrow_exception(pError);
+            }
+            catch (const std::bad_alloc&)
+            {
+                PyErr_SetString(PyExc_MemoryError, "memory has run out");
+            }
+        });
 }
 
 } // namespace
@@ -88,6 +108,7 @@ void DefineQueries(py::module_& module)
 PYBIND11_MODULE(_core, module)
 {
     module.doc() = "The library behind zor4data; use zor4data itself.";
+    zorpy::DefineErrors();
     zorpy::DefineCloud(module);
     zorpy::DefineQueries(module);
     module.def("read", &zorpy::ReadCloud, py::arg("path"), py::arg("kind"), py::arg("progress"));

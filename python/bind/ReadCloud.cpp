@@ -1,5 +1,6 @@
 #include <python/bind/ReadCloud.h>
 
+#include <python/bind/CCountedCld.h>
 #include <python/bind/CMemFile.h>
 #include <python/bind/CProgress.h>
 #include <python/bind/Gil.h>
@@ -20,10 +21,10 @@ namespace
 
 /// A cloud that tells how far an ASCII grid has come, which the library does not, and looks for signals at
 /// every point. What comes first, the reading of the text, is told by nobody.
-class CWatchedCld final : public CPntCld
+class CWatchedCld final : public CCountedCld
 {
 public:
-    explicit CWatchedCld(CProgress& progress) : CPntCld(nullptr), m_progress(progress) {}
+    explicit CWatchedCld(CProgress& progress) : m_progress(progress) {}
 
     void OnReadNumPnts(int nNumPnts) override
     {
@@ -38,12 +39,12 @@ public:
         else
             Tell();
         ++m_nNumRead;
-        CPntCld::OnReadPnt(x, y, z);
+        CCountedCld::OnReadPnt(x, y, z);
     }
 
     void OnReadPnt(double x, double y, double z, unsigned char r, unsigned char g, unsigned char b) override
     {
-        CPntCld::OnReadPnt(x, y, z, r, g, b); // no grid has colours
+        CCountedCld::OnReadPnt(x, y, z, r, g, b); // no grid has colours
     }
 
 private:
@@ -60,39 +61,50 @@ private:
     std::int64_t m_nNextTold = 0;
 };
 
-bool Load(CPntCld& cld, CProgress& progress, enumPntCldFile eType, const zor::String& sPath)
+/// What comes out of a file.
+struct CLoaded
 {
-    if (eType == PntCldFile_Native)
-        return LoadNative(cld, &progress, sPath);
-    return cld.ReadFromFile(&progress, eType, sPath);
+    TCloudPtr pCloud; ///< null: nothing
+    std::int64_t nNumNotFinite = 0;
+    std::int64_t nNumFar = 0;
+};
+
+CLoaded Load(CCountedCld& cld, CProgress& progress, enumPntCldFile eType, const zor::String& sPath)
+{
+    const bool bLoaded = eType == PntCldFile_Native ? LoadNative(cld, &progress, sPath)
+                                                    : cld.ReadFromFile(&progress, eType, sPath);
+    if (!bLoaded)
+        return {};
+    return {std::make_shared<CCloud>(cld), cld.GetNumNotFinite(), cld.GetNumFar()};
+}
+
+CLoaded Load(CProgress& progress, enumPntCldFile eType, const zor::String& sPath)
+{
+    if (eType != PntCldFile_AsciiGrid)
+    {
+        CCountedCld cld;
+        return Load(cld, progress, eType, sPath);
+    }
+    CWatchedCld cld(progress);
+    progress.SetPos(0);
+    return Load(cld, progress, eType, sPath);
 }
 
 } // namespace
 
-TCloudPtr ReadCloud(const std::string& sPath, int nKind, const py::object& callback)
+py::tuple ReadCloud(const std::string& sPath, int nKind, const py::object& callback)
 {
     const auto eType = static_cast<enumPntCldFile>(nKind);
     CProgress progress(callback);
-    const CReleasedGil released;
-    const zor::String sFile(sPath.c_str());
-    TCloudPtr pCloud;
-    if (eType == PntCldFile_AsciiGrid)
+    CLoaded loaded;
     {
-        CWatchedCld cld(progress);
-        progress.SetPos(0);
-        if (Load(cld, progress, eType, sFile))
-            pCloud = std::make_shared<CCloud>(cld);
+        const CReleasedGil released;
+        loaded = Load(progress, eType, zor::String(sPath.c_str()));
+        if (loaded.pCloud != nullptr)
+            progress.SetPos(100);
+        CheckSignals();
     }
-    else
-    {
-        CPntCld cld(nullptr);
-        if (Load(cld, progress, eType, sFile))
-            pCloud = std::make_shared<CCloud>(cld);
-    }
-    if (pCloud != nullptr)
-        progress.SetPos(100);
-    CheckSignals();
-    return pCloud;
+    return py::make_tuple(loaded.pCloud, loaded.nNumNotFinite, loaded.nNumFar);
 }
 
 TCloudPtr CloudFromBytes(const py::buffer& bytes)
@@ -101,7 +113,7 @@ TCloudPtr CloudFromBytes(const py::buffer& bytes)
     const CReleasedGil released;
     CMemFile file;
     if (!file.Write(static_cast<const char*>(info.ptr), info.size * info.itemsize))
-        throw std::bad_alloc();
+        ThrowErrno(errno);
     CPntCld cld(nullptr);
     if (!LoadNative(cld, nullptr, zor::String(file.GetPath().c_str())))
         return nullptr;
@@ -115,12 +127,15 @@ py::bytes BytesFromCloud(const CCloud& cloud)
     {
         const CReleasedGil released;
         CPntCld cld(cloud.GetCld()); // a save is no const operation, though it changes nothing here
+        errno = 0;
         cld.WriteToFile(zor::String(file.GetPath().c_str()), 1);
+        if (errno != 0)
+            ThrowErrno(errno); // memory is full, or files may not grow so large: the end would be missing
         nSize = file.FindSize();
     }
     const CPntArrays& arrays = cloud.GetArrays();
     if (nSize < std::int64_t{arrays.nNumPnts} * arrays.nStride)
-        throw std::bad_alloc(); // memory is the only disk that can be full
+        throw std::bad_alloc();
     PyObject* const pBytes = PyBytes_FromStringAndSize(nullptr, nSize);
     if (pBytes == nullptr)
         throw py::error_already_set();

@@ -12,7 +12,7 @@ namespace zorpy
 
 /// Loads a file. @param callback  told of the progress; None: nobody.
 /// @return null where the library does not load it.
-TCloudPtr ReadCloud(const std::string& sPath, int nKind, const pybind11::object& callback);
+pybind11::tuple ReadCloud(const std::string& sPath, int nKind, const pybind11::object& callback);
 
 /// Makes a cloud of a native file's bytes. @return null where they are none.
 TCloudPtr CloudFromBytes(const pybind11::buffer& bytes);

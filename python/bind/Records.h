@@ -4,6 +4,7 @@
 #include <zor4data/CPntArrays.h>
 
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 
@@ -30,6 +31,14 @@ inline std::array<double, 3> GetOrigin(const CPntArrays& arrays) noexcept
 inline double CoordFromOffset(std::int32_t nOffset, double dOrg) noexcept
 {
     return nOffset / c_dUnitsPerCoord + dOrg;
+}
+
+/// @return whether the library keeps a value without moving it to the end of what it can hold. False for
+///         not-a-number.
+inline bool IsInReach(double dValue, double dOrg) noexcept
+{
+    constexpr double c_dLimit = 2147483648.0; // offsets are int32, truncated
+    return std::fabs((dValue - dOrg) * c_dUnitsPerCoord) < c_dLimit;
 }
 
 } // namespace zorpy

@@ -1,8 +1,8 @@
 #include <python/bind/Views.h>
 
+#include <python/bind/CXyzLoop.h>
 #include <python/bind/Gil.h>
 #include <python/bind/ReadIndex.h>
-#include <python/bind/Records.h>
 
 #include <utility>
 
@@ -13,57 +13,6 @@ namespace zorpy
 
 namespace
 {
-
-/// Makes coordinates of the records of all points. Four at a time are whole vectors for the processor,
-/// whatever the stride: the division, which the library's own coordinates have, is what takes the time.
-class CXyzLoop
-{
-public:
-    explicit CXyzLoop(const CPntArrays& arrays) : m_arrays(arrays), m_adOrg(GetOrigin(arrays))
-    {
-        for (std::size_t i = 0; i < m_adOrgs.size(); ++i)
-            m_adOrgs[i] = m_adOrg[i % m_adOrg.size()];
-    }
-
-    void Put(std::int64_t nIndex, double* pOut) const noexcept
-    {
-        const std::array<std::int32_t, 3> an = GetOffsets(m_arrays, nIndex);
-        for (std::size_t k = 0; k < an.size(); ++k)
-            pOut[k] = CoordFromOffset(an[k], m_adOrg[k]);
-    }
-
-    void PutAll(double* pOut) const noexcept
-    {
-        std::int64_t i = m_arrays.nStride == 12 ? PutBlocks<12>(pOut) : PutBlocks<16>(pOut);
-        for (; i < m_arrays.nNumPnts; ++i)
-            Put(i, pOut + 3 * i);
-    }
-
-private:
-    static constexpr int c_nPnts = 4;
-    static constexpr int c_nCoords = 3 * c_nPnts;
-
-    /// @return how many points it took.
-    template <int nStride>
-    std::int64_t PutBlocks(double* pOut) const noexcept
-    {
-        const std::array<double, c_nCoords> adOrgs = m_adOrgs;
-        std::int64_t i = 0;
-        for (; i + c_nPnts <= m_arrays.nNumPnts; i += c_nPnts)
-        {
-            std::int32_t an[c_nPnts * nStride / 4];
-            std::memcpy(an, m_arrays.pPnts + i * nStride, sizeof an);
-            for (int n = 0; n < c_nCoords; ++n)
-                pOut[3 * i + n] =
-                    CoordFromOffset(an[n / 3 * (nStride / 4) + n % 3], adOrgs[static_cast<std::size_t>(n)]);
-        }
-        return i;
-    }
-
-    const CPntArrays& m_arrays;
-    std::array<double, 3> m_adOrg;
-    std::array<double, c_nCoords> m_adOrgs{};
-};
 
 constexpr int c_nFirstColorByte = 12;
 

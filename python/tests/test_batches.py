@@ -3,9 +3,11 @@
 from __future__ import annotations
 
 import itertools
+import signal
 import subprocess
 import sys
 import threading
+import time
 import tracemalloc
 from pathlib import Path
 
@@ -66,6 +68,48 @@ def test_batches_end_early(terrain: Cloud) -> None:
     del unused
     assert threading.active_count() == before
     assert len(list(Path("/proc/self/task").iterdir())) == threads
+
+
+class Enough(Exception):
+    """What a signal raises."""
+
+
+def stop(*_: object) -> None:
+    raise Enough
+
+
+def test_batches_let_go_in_their_midst_leave_other_threads_alone() -> None:
+    cloud = zor4data.from_arrays(np.random.default_rng(1).uniform(0, 1000, (100_000, 3)))
+    along = np.linspace(0.0, 1000.0, 6000)
+    comb = np.column_stack([along, np.where(np.arange(along.size) % 2, 1000.0, 0.0)])
+    batches = cloud.batches(Query.inside(np.concatenate([comb, comb[::-1] + (1e-7, 0.0)])), 10)
+    times: list[float] = []
+    ended = threading.Event()
+
+    def watch() -> None:
+        while not ended.is_set():
+            times.append(time.monotonic())
+            ended.wait(0.01)
+        times.append(time.monotonic())
+
+    watcher = threading.Thread(target=watch)
+    before = signal.signal(signal.SIGALRM, stop)
+    signal.setitimer(signal.ITIMER_REAL, 0.1)
+    try:
+        with pytest.raises(Enough):
+            next(batches)
+        watcher.start()
+        del batches
+        ended.set()
+        watcher.join()
+    finally:
+        signal.signal(signal.SIGALRM, before)
+    assert len(times) >= 2 and np.diff(times).max() < 0.4
+
+
+def test_batches_are_of_a_cloud() -> None:
+    with pytest.raises(TypeError):
+        zor4data._core.BatchStream(None, Query.all()._asks, 1)  # type: ignore[arg-type]
 
 
 def test_batches_hold_two_batches_at_most() -> None:

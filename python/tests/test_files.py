@@ -172,6 +172,18 @@ def test_ground_of_a_file_in_feet_is_what_the_command_line_writes(
         assert (tmp_path / "mask.cld").read_bytes() == (tmp_path / "theirs.cld").read_bytes()
 
 
+@pytest.mark.parametrize(
+    "name, read", [(b"m\xe8tre", "m\u00e8tre"), (b"m\xc3\xa8tre", "m\u00e8tre"), (b"\xff", "\u00ff")]
+)
+def test_a_unit_has_a_name_whatever_its_bytes(tmp_path: Path, real_files: Path, name: bytes, read: str) -> None:
+    path = tmp_path / "a.las"
+    whole = (real_files / "las" / "test1_4.las").read_bytes()
+    path.write_bytes(whole.replace(b"US survey foot", name.ljust(14)))
+    found = zor4data.facts(path)
+    assert found.loads and found.unit is not None and found.unit.name.strip() == read
+    assert zor4data.read(path).unit == found.unit
+
+
 def test_ground_of_a_file_in_degrees_is_refused(real_files: Path) -> None:
     cloud = zor4data.read(real_files / "las" / "epsg_4326.las")
     assert cloud.unit is not None and cloud.unit.is_angle and cloud.unit.metres is None

@@ -64,6 +64,37 @@ def test_memory_and_references_are_flat_over_ten_thousand_rounds() -> None:
     assert resident() - memory < 4 << 20
 
 
+def pickle_within(cloud: Cloud, size: int) -> bytes:
+    """A pickle where no file may be larger than so many bytes."""
+    limits = resource.getrlimit(resource.RLIMIT_FSIZE)
+    resource.setrlimit(resource.RLIMIT_FSIZE, (size, limits[1]))
+    try:
+        return pickle.dumps(cloud)
+    finally:
+        resource.setrlimit(resource.RLIMIT_FSIZE, limits)
+
+
+def test_a_pickle_is_whole_or_an_error() -> None:
+    cloud = zor4data.from_arrays(scatter(50000, 1))
+    whole = len(cloud._core.to_bytes())
+    for size in (0, 600_000, 600_020, 600_100, (600_000 + whole) // 2, whole - 1):
+        with pytest.raises(OSError, match="too large"):
+            pickle_within(cloud, size)
+    again = pickle.loads(pickle_within(cloud, whole))
+    assert (again.lod(1.0) == cloud.lod(1.0)).all() and len(again.rect(500, 4000, 530, 4020)) > 0
+
+
+def test_a_pickle_without_a_descriptor_left_is_an_error_that_says_so() -> None:
+    cloud = zor4data.from_arrays(scatter(50, 1))
+    limits = resource.getrlimit(resource.RLIMIT_NOFILE)
+    resource.setrlimit(resource.RLIMIT_NOFILE, (0, limits[1]))
+    try:
+        with pytest.raises(OSError, match="[Tt]oo many open files"):
+            pickle.dumps(cloud)
+    finally:
+        resource.setrlimit(resource.RLIMIT_NOFILE, limits)
+
+
 def test_memory_is_flat_over_clouds_made_and_let_go() -> None:
     xyz, rgb = landscape(20000)
 

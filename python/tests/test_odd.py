@@ -2,13 +2,15 @@
 
 from __future__ import annotations
 
+import copy
 import os
 import pickle
 import subprocess
 import sys
+import warnings
 from collections import OrderedDict
 from pathlib import Path
-from typing import Any, Callable, Optional
+from typing import Optional
 
 import numpy as np
 import pytest
@@ -80,59 +82,35 @@ def test_masked_rows_are_refused() -> None:
         zor4data.from_arrays(xyz, colours)
 
 
-WRONG: list[tuple[Callable[[Cloud], Any], type[Exception], str]] = [
-    (lambda cloud: cloud.lod("a"), TypeError, "spacing must be a number, not 'a'"),  # type: ignore[arg-type]
-    (lambda cloud: cloud.lod(None), TypeError, "spacing"),  # type: ignore[arg-type]
-    (lambda cloud: cloud.lod_clip("1", []), TypeError, "spacing"),  # type: ignore[arg-type]
-    (lambda cloud: cloud.rect(0, 0, 1, "b"), TypeError, "ymax"),  # type: ignore[arg-type]
-    (lambda cloud: cloud.near_line((0, 0), (1, 1), None), TypeError, "distance"),  # type: ignore[arg-type]
-    (lambda cloud: cloud.outline("3"), TypeError, "distance"),  # type: ignore[arg-type]
-    (lambda cloud: cloud.pick((0, 0, 0), (0, 0, 1), "x"), TypeError, "angle"),  # type: ignore[arg-type]
-    (lambda cloud: cloud.pick((0, 0, 0), (0, 0, 1), np.inf), ValueError, "angle"),
-    (lambda cloud: cloud.nearest((0, 0, 0), "x"), TypeError, "max_distance"),  # type: ignore[arg-type]
-    (lambda cloud: cloud.find("all"), TypeError, "Query"),  # type: ignore[arg-type]
-    (lambda cloud: cloud.batches("all", 3), TypeError, "Query"),  # type: ignore[arg-type]
-    (lambda cloud: cloud.batches(Query.all(), 1.5), TypeError, "integer"),  # type: ignore[arg-type]
-    (lambda cloud: cloud.xyz(out=[1]), TypeError, "out"),  # type: ignore[arg-type]
-    (lambda cloud: cloud.clip([[1.0, 0.0, 0.0, 0.0], [np.nan, 0.0, 0.0, 0.0]]), ValueError, r"planes\[1\]"),
-    (lambda cloud: cloud.clip([[np.inf, 0, 0, 0]]), ValueError, "finite"),
-    (lambda cloud: cloud.pick((0, 0, 0), (0, 0, 1), 0.1, planes=[[0, 0, 0, np.nan]]), ValueError, "finite"),
-    (lambda cloud: cloud.rect(np.nan, 2, 8, 8), ValueError, "xmin is not a number"),
-    (lambda cloud: cloud.rect(1, 2, 8, np.nan), ValueError, "ymax is not a number"),
-    (lambda cloud: cloud.near_line((0, 0), (1, 1), np.nan), ValueError, "distance is not a number"),
-    (lambda cloud: cloud.near_line((0, 0), (1, np.nan), 1), ValueError, "p2 is not finite"),
-    (lambda cloud: cloud.nearest((0, 0, 0), np.nan), ValueError, "max_distance"),
-    (lambda cloud: cloud.nearest((0, 0, 0), -1), ValueError, "max_distance"),
-    (lambda cloud: cloud.xyz(np.array([2**63 + 5], np.uint64)), IndexError, "index 9223372036854775813 "),
-    (lambda cloud: cloud.ground(progress=3), TypeError, "progress"),  # type: ignore[arg-type]
-    (lambda cloud: cloud.ground_mask(progress="x"), TypeError, "progress"),  # type: ignore[arg-type]
-    (lambda cloud: cloud.outline(1, progress=[]), TypeError, "progress"),  # type: ignore[arg-type]
-]
+def test_several_rings_come_in_every_form(terrain: Cloud) -> None:
+    ring = np.array(TRIANGLE)
+    square = np.array([(30.0, 0.0), (90.0, 0.0), (90.0, 60.0), (30.0, 60.0)])
+    two = terrain.inside([ring, ring + 20.0])
+    assert len(two) > len(terrain.inside(ring))
+    assert (terrain.inside(np.array([ring, ring + 20.0])) == two).all()
+    assert (terrain.inside(np.array([[ring, ring + 20.0]])) == two).all()
+    both = terrain.inside([ring, square])
+    assert (terrain.inside([[ring.tolist(), square.tolist()]]) == both).all()
+    assert (terrain.inside([[square.tolist(), square.tolist()]]) == terrain.inside(square)).all()
 
 
-@pytest.mark.parametrize("run, kind, reason", WRONG)
-def test_what_is_wrong_is_named(run: Callable[[Cloud], Any], kind: type[Exception], reason: str) -> None:
-    with pytest.raises(kind, match=reason):
-        run(zor4data.from_arrays(scatter(10, 4)))
+def test_integers_are_an_index_whatever_holds_them(terrain: Cloud) -> None:
+    numbers = np.array([1, 2, np.int64(7)], dtype=object)
+    assert (terrain.xyz(numbers) == terrain.xyz([1, 2, 7])).all()
 
 
-@pytest.mark.parametrize(
-    "shape, reason",
-    [
-        ({}, "without type"),
-        ({"type": "Polygon"}, "without coordinates"),
-        ({"type": "Feature"}, "without geometry"),
-        ({"type": "LineString", "coordinates": TRIANGLE}, "LineString"),
-        ({"type": "GeometryCollection", "geometries": [{"type": "Point", "coordinates": (1, 1)}]}, "Point"),
-        (np.zeros((1, 3, 2)), "ring"),
-        ([(0, 0), (np.nan, 1), (3, 3)], "corner 1"),
-        (np.array([(0, 0), (4, 1), (3, np.inf)]), "corner 2"),
-        ([[0, 0], [1, 2, 3], [3, 3]], ""),
-    ],
-)
-def test_shapes_that_are_no_polygons_are_refused(terrain: Cloud, shape: object, reason: str) -> None:
-    with pytest.raises(ValueError, match=reason):
-        terrain.inside(shape)
+def test_directions_are_of_any_length(terrain: Cloud) -> None:
+    places = terrain.xyz(slice(0, 500, 50)) + (0.0, 0.0, 50.0)
+    found = terrain.pick(places, (0, 0, -1), 0.01)
+    assert (found >= 0).all()
+    for length in (1e-300, 1e-170, 1e170, 1e300):
+        assert (terrain.pick(places, (0, 0, -length), 0.01) == found).all()
+
+
+def test_far_lines_and_places_are_right_up_to_where_they_are_refused(terrain: Cloud) -> None:
+    assert len(terrain.near_line((0, 50), (100, 50), 1e15)) == len(terrain.near_line((0, 50), (100, 50), 1e9))
+    assert terrain.nearest([(50, 50, 1e50), (50, 1e40, 0)]).min() >= 0
+    assert terrain.nearest((np.inf, 0, 0)) == terrain.nearest((0, np.nan)) == -1
 
 
 def test_polygons_come_in_every_form(terrain: Cloud) -> None:
@@ -154,6 +132,13 @@ def test_polygons_come_in_every_form(terrain: Cloud) -> None:
     for form in nothing:
         assert len(terrain.inside(form)) == 0
         assert len(terrain.inside(form, outside=True)) == len(terrain)
+
+
+def test_bounds_of_facts_stay_as_they_are(tmp_path: Path, terrain: Cloud) -> None:
+    terrain.write(tmp_path / "a.cld")
+    found = zor4data.facts(tmp_path / "a.cld")
+    for facts in (found, pickle.loads(pickle.dumps(found)), copy.deepcopy(found)):
+        assert facts == found and facts.bounds is not None and not facts.bounds.flags.writeable
 
 
 def test_a_query_does_not_change_with_what_it_was_made_of(terrain: Cloud) -> None:
@@ -192,11 +177,44 @@ def test_a_file_cut_off_anywhere_is_refused_or_warned_of(tmp_path: Path, given: 
         size = path.stat().st_size
         for count in sorted({0, 1, 5, 10, 60, size // 3, size // 2, size - 9, size - 1}):
             short = cut(path, count)
-            try:
-                with pytest.warns(LossWarning, match="^" + str(short)):
+            with warnings.catch_warnings(record=True) as told:
+                warnings.simplefilter("always")
+                try:
                     assert len(zor4data.read(short, kind=kind if given else None)) <= 400
-            except ReadError as error:
-                assert error.path == str(short) and error.cause and error.number > 0
+                    assert told and all(one.category is LossWarning for one in told)
+                    assert str(told[0].message).startswith(str(short))
+                except ReadError as error:
+                    assert error.path == str(short) and error.cause and error.number > 0
+
+
+def told_of(path: Path) -> list[str]:
+    """Reads a file. @return what is warned of."""
+    with warnings.catch_warnings(record=True) as told:
+        warnings.simplefilter("always")
+        zor4data.read(path)
+    assert all(one.category is LossWarning and one.filename == __file__ for one in told)
+    return [str(one.message) for one in told]
+
+
+@pytest.mark.parametrize("colours", [False, True])
+def test_points_that_are_moved_are_counted(tmp_path: Path, colours: bool) -> None:
+    near = np.array([[0.0, 0.0, 0.0], [1.0, 1.0, 0.0], [214748.0, -214748.0, 3.0]])
+    far = np.array([[5e6, 5e6, 0.0], [6e6, 7e6, 0.0], [0.0, 0.0, -3e38]])
+    none = np.array([[np.nan, np.nan, 2.0], [3.0, np.inf, 4.0]])
+    for rows, count_far, count_none in ((near, 0, 0), ([*near, *far], 3, 0), ([*near, *far, *none], 3, 2)):
+        xyz = np.array(rows)
+        path = write_ply(tmp_path / "a.ply", xyz, np.full((len(xyz), 3), 7) if colours else None)
+        told = told_of(path)
+        assert len(told) == (count_far > 0) + (count_none > 0)
+        assert not count_far or any(f"{count_far} of its points lie farther" in text for text in told)
+        assert not count_none or any(f"{count_none} of its points have coordinates" in text for text in told)
+    assert len(told_of(write_ply(tmp_path / "b.ply", np.array([[np.nan, 0, 0], [1, 2, 3]])))) == 1
+
+
+def test_points_of_a_grid_that_are_moved_are_counted(tmp_path: Path) -> None:
+    head = "ncols 2\nnrows 2\nxllcorner 5\nyllcorner 5\ncellsize 1\nNODATA_value -9\n"
+    (tmp_path / "a.asc").write_text(head + "1 2\n3 400000\n", encoding="ascii")
+    assert ["1 of its points lie" in text for text in told_of(tmp_path / "a.asc")] == [True]
 
 
 def test_a_las_file_cut_off_is_warned_of(tmp_path: Path, real_files: Path) -> None:

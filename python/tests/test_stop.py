@@ -11,7 +11,7 @@ from typing import Any, Callable
 
 import numpy as np
 import pytest
-from conftest import landscape, write_ply
+from conftest import Array, landscape, write_ply
 from test_life import resident
 
 import zor4data
@@ -188,6 +188,28 @@ def test_ctrl_c_stops_a_question_with_many_answers() -> None:
     cloud = zor4data.from_arrays(landscape(1_000_000)[0])
     squares = [np.array([(x, 0.0), (x + 0.4, 0.0), (x + 0.4, 500.0), (x, 500.0)]) for x in np.arange(0.0, 500.0, 0.05)]
     assert interrupted(lambda: cloud.inside(squares), 0.1)
+
+
+def comb(count: int) -> Array:
+    """A ring of slivers, which has hardly any point in it."""
+    along = np.linspace(0.0, 1000.0, count)
+    up = np.column_stack([along, np.where(np.arange(count) % 2, 1000.0, 0.0)])
+    return np.concatenate([up, up[::-1] + (1e-7, 0.0)])
+
+
+def test_ctrl_c_stops_questions_with_hardly_an_answer() -> None:
+    cloud = zor4data.from_arrays(np.random.default_rng(1).uniform(0, 1000, (200_000, 3)))
+    turns = np.random.default_rng(2).uniform(0, 2 * np.pi, 200_000)
+    planes = np.column_stack([np.cos(turns), np.sin(turns), 0.0 * turns, -500 * (np.cos(turns) + np.sin(turns)) - 450])
+    runs: list[Callable[[], Any]] = [
+        lambda: cloud.inside(comb(20_000)),
+        lambda: next(cloud.batches(Query.inside(comb(20_000)), 10), None),
+        lambda: cloud.clip(planes),
+    ]
+    for run in runs:
+        begun = time.monotonic()
+        assert interrupted(run, 0.3)
+        assert time.monotonic() - begun < 1.5
 
 
 def test_ctrl_c_comes_out_of_batches(terrain: Cloud) -> None:

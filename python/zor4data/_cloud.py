@@ -24,17 +24,26 @@ Index = Union[ArrayLike, slice]
 _TOO_WIDE = "the cloud is wider or higher than 214748 metres"
 
 _XYZ = ["x", "y", "z"]
+
+
+def _make_dtype(has_color: bool) -> np.dtype[np.void]:
+    """Type of a record, one of its own: numpy lets users rename the fields of the one that they have."""
+    if not has_color:
+        return np.dtype({"names": _XYZ, "formats": ["<i4"] * 3, "itemsize": 12})
+    return np.dtype(
+        {
+            "names": _XYZ + ["r", "g", "b"],
+            "formats": ["<i4"] * 3 + ["u1"] * 3,
+            "offsets": [0, 4, 8, 12, 13, 14],
+            "itemsize": 16,
+        }
+    )
+
+
 #: Record of a point, as the cloud itself holds it.
-POINT = np.dtype({"names": _XYZ, "formats": ["<i4"] * 3, "itemsize": 12})
+POINT = _make_dtype(False)
 #: Record of a point with colour; its last byte is without meaning.
-COLOR_POINT = np.dtype(
-    {
-        "names": _XYZ + ["r", "g", "b"],
-        "formats": ["<i4"] * 3 + ["u1"] * 3,
-        "offsets": [0, 4, 8, 12, 13, 14],
-        "itemsize": 16,
-    }
-)
+COLOR_POINT = _make_dtype(True)
 
 
 class Cloud(Questions):
@@ -82,7 +91,7 @@ class Cloud(Questions):
         A structured array of shape (N,): ``x``, ``y``, ``z`` int32, steps of `scale` from `origin`; with colour
         also ``r``, ``g``, ``b`` uint8. It keeps the records alive when the cloud is gone.
         """
-        return self._core.points(COLOR_POINT if self.has_color else POINT)
+        return self._core.points(_make_dtype(self.has_color))
 
     @property
     def origin(self) -> NDArray[np.float64]:

@@ -52,6 +52,12 @@ class Facts:
         bounds = None if self.bounds is None else self.bounds.tobytes()
         return tuple(bounds if field.name == "bounds" else getattr(self, field.name) for field in fields(self))
 
+    def __setstate__(self, state: dict[str, Any]) -> None:
+        """What comes out of a pickle is as unchanging as what went in."""
+        self.__dict__.update(state)
+        if self.bounds is not None:
+            self.bounds.flags.writeable = False
+
     def __eq__(self, other: object) -> bool:
         if not isinstance(other, Facts):
             return NotImplemented

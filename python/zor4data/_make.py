@@ -12,7 +12,7 @@ from . import _core
 from ._cloud import Cloud, wrap
 from ._errors import LossWarning, ReadError
 from ._facts import Facts, Kind, PathLike, Progress, bytes_of_path, find_facts, number_of_kind
-from ._numbers import read_progress
+from ._numbers import read_floats, read_progress, refuse_masked
 
 
 def _error_from(found: Facts) -> ReadError:
@@ -20,6 +20,18 @@ def _error_from(found: Facts) -> ReadError:
     if found.number == 0:
         return ReadError(found.path, "its points are damaged, or it changed while it was read", 0)
     return ReadError(found.path, found.cause, found.number)
+
+
+def _describe_moved(not_finite: int, far: int) -> list[str]:
+    """What is to be said of points of a file that no cloud holds where they are."""
+    losses = []
+    if not_finite:
+        losses.append(
+            f"{not_finite:,} of its points have coordinates that are not numbers, or infinite: they are moved"
+        )
+    if far:
+        losses.append(f"{far:,} of its points lie farther than 214748.3647 from the first: they are moved to there")
+    return losses
 
 
 def read(path: PathLike, *, kind: Optional[Kind] = None, progress: Optional[Progress] = None) -> Cloud:
@@ -50,37 +62,39 @@ def read(path: PathLike, *, kind: Optional[Kind] = None, progress: Optional[Prog
     -----
     LossWarning
         For what is lost or comes otherwise than the file means it (``facts(path).losses``), that it is cut off among
-        it. Attributes that no cloud holds, intensities say, are no reason.
+        it, and for points that are moved, which no head tells: those farther than 214748.3647 from the first on an
+        axis come at that distance, those without a place anywhere. Attributes that no cloud holds, intensities say,
+        are no reason.
     """
     told = read_progress(progress)
     found = find_facts(path, number_of_kind(kind))
     if not found.loads or found.kind is None:
         raise _error_from(found)
-    core = _core.read(bytes_of_path(path), number_of_kind(found.kind), told)
+    core, not_finite, far = _core.read(bytes_of_path(path), number_of_kind(found.kind), told)
     if core is None:
         raise _error_from(find_facts(path, number_of_kind(found.kind)))
-    for loss in found.losses:
-        if loss.code != "not-taken":
-            warnings.warn(f"{found.path}: {loss.text}", LossWarning, stacklevel=2)
+    losses = [loss.text for loss in found.losses if loss.code != "not-taken"]
+    for text in losses + _describe_moved(not_finite, far):
+        warnings.warn(f"{found.path}: {text}", LossWarning, stacklevel=2)
     return wrap(core, found.unit)
 
 
 def _read_xyz(xyz: ArrayLike) -> NDArray[Any]:
     """Coordinates as a C-contiguous N x 3 array of float64 or float32."""
-    if isinstance(xyz, np.ma.MaskedArray) and np.any(xyz.mask):
-        raise ValueError("xyz has masked rows: leave them out")
+    refuse_masked(xyz, "xyz")
     array = np.asarray(xyz)
     if array.ndim != 2 or array.shape[1] != 3:
         raise ValueError(f"xyz must be an N x 3 array, not one of shape {array.shape}")
     if array.dtype.kind not in "fiu":
         raise ValueError(f"xyz must be of float64 or float32, not of {array.dtype}")
+    if array.shape[0] > np.iinfo(np.int32).max:  # before it is copied
+        raise ValueError("a cloud holds at most 2147483646 points")
     return np.ascontiguousarray(array, dtype=np.float32 if array.dtype == np.float32 else np.float64)
 
 
 def _read_rgb(rgb: ArrayLike, count: int) -> NDArray[np.uint8]:
     """Colours as a C-contiguous N x 3 array of uint8."""
-    if isinstance(rgb, np.ma.MaskedArray) and np.any(rgb.mask):
-        raise ValueError("rgb has masked rows: leave them out")
+    refuse_masked(rgb, "rgb")
     array = np.asarray(rgb)
     if array.shape != (count, 3):
         raise ValueError(f"rgb must have the shape of xyz, ({count}, 3), not {array.shape}")
@@ -94,7 +108,7 @@ def _read_rgb(rgb: ArrayLike, count: int) -> NDArray[np.uint8]:
 
 def _read_origin(origin: ArrayLike) -> tuple[float, float, float]:
     """An origin that a cloud can have."""
-    array = np.asarray(origin, dtype=np.float64)
+    array = read_floats(origin, "origin")
     if array.shape != (3,):
         raise ValueError(f"origin must be a place (x, y, z), not an array of shape {array.shape}")
     if not (np.abs(array) <= np.finfo(np.float32).max).all():

@@ -7,13 +7,15 @@ from typing import Any, Iterable, Iterator, Mapping, Sequence
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
+from ._numbers import read_floats
+
 Ring = NDArray[np.float64]
 Polygon = tuple[Ring, list[Ring]]
 
 
 def _ring(coordinates: ArrayLike) -> Ring:
     """A ring as an N x 2 array; further coordinates are left out."""
-    ring = np.array(coordinates, dtype=np.float64)  # a copy: what is asked does not change with the user's array
+    ring = read_floats(coordinates, "a ring").copy()  # what is asked does not change with the user's array
     if ring.size == 0:
         return np.empty((0, 2))
     if ring.ndim != 2 or ring.shape[1] < 2:
@@ -24,11 +26,19 @@ def _ring(coordinates: ArrayLike) -> Ring:
     return np.ascontiguousarray(ring[:, :2])
 
 
-def _polygon(rings: Sequence[ArrayLike]) -> Polygon:
+def _polygon(coordinates: Any) -> Polygon:
     """An outer ring and its holes."""
+    rings = _parts(coordinates, "coordinates", "Polygon")
     if len(rings) == 0:
         return np.empty((0, 2)), []
     return _ring(rings[0]), [_ring(hole) for hole in rings[1:]]
+
+
+def _parts(content: Any, member: str, kind: str) -> list[Any]:
+    """What an array of GeoJSON consists of."""
+    if isinstance(content, Iterable) and not isinstance(content, (str, bytes, Mapping)):
+        return list(content)
+    raise ValueError(f"the {member} of a {kind} must be an array, not {type(content).__name__}")
 
 
 #: Where GeoJSON's objects have what they are made of.
@@ -41,10 +51,12 @@ _MEMBERS = {
 }
 
 
-def _from_mapping(shape: Mapping[str, Any]) -> Iterator[Polygon]:
+def _from_mapping(shape: Any, depth: int) -> Iterator[Polygon]:
     """Polygons of a GeoJSON object. What is null has no place."""
+    if not isinstance(shape, Mapping):
+        raise ValueError(f"a __geo_interface__ must be a mapping, not {type(shape).__name__}")
     kind = shape.get("type")
-    if kind not in _MEMBERS:
+    if not isinstance(kind, str) or kind not in _MEMBERS:
         raise ValueError(f"polygons are wanted, not {kind or 'a mapping without type'}")
     if _MEMBERS[kind] not in shape:
         raise ValueError(f"a {kind} without {_MEMBERS[kind]} is no GeoJSON")
@@ -54,30 +66,35 @@ def _from_mapping(shape: Mapping[str, Any]) -> Iterator[Polygon]:
     if kind == "Polygon":
         yield _polygon(content)
     elif kind == "MultiPolygon":
-        for rings in content:
+        for rings in _parts(content, "coordinates", kind):
             yield _polygon(rings)
     elif kind == "Feature":
-        yield from _from_any(content)
+        yield from _from_any(content, depth + 1)
     else:
-        for part in content:
+        for part in _parts(content, _MEMBERS[kind], kind):
             if part is not None:
-                yield from _from_any(part)
+                yield from _from_any(part, depth + 1)
 
 
-def _from_any(shape: Any) -> Iterator[Polygon]:
+def _from_any(shape: Any, depth: int = 0) -> Iterator[Polygon]:
     """Polygons of one thing: geometry, GeoJSON, ring, or several of them."""
+    if depth > 30:
+        raise ValueError("polygons are nested too deeply")
     if hasattr(shape, "__geo_interface__"):
-        yield from _from_mapping(shape.__geo_interface__)
+        yield from _from_mapping(shape.__geo_interface__, depth)
     elif isinstance(shape, Mapping):
-        yield from _from_mapping(shape)
+        yield from _from_mapping(shape, depth)
     elif isinstance(shape, np.ndarray) and shape.dtype == np.object_ and not _is_ring(shape.tolist()):
         for part in shape.flat:
-            yield from _from_any(part)
+            yield from _from_any(part, depth + 1)
+    elif isinstance(shape, np.ndarray) and shape.ndim > 2:
+        for part in shape:
+            yield from _from_any(part, depth + 1)
     elif isinstance(shape, np.ndarray) or _is_ring(shape):
         yield _ring(shape), []
     elif isinstance(shape, Iterable) and not isinstance(shape, (str, bytes)):
         for part in shape:
-            yield from _from_any(part)
+            yield from _from_any(part, depth + 1)
     else:
         raise TypeError(f"polygons are wanted, not {type(shape).__name__}")
 
@@ -89,7 +106,11 @@ def _is_ring(shape: Any) -> bool:
     first = shape[0]
     if isinstance(first, Mapping) or hasattr(first, "__geo_interface__") or isinstance(first, (str, bytes)):
         return False
-    return np.ndim(first) == 1 and np.size(first) in (2, 3)
+    try:
+        place = np.asarray(first)
+    except ValueError:  # rings of different length, or a list in itself
+        return False
+    return place.ndim == 1 and place.size in (2, 3) and place.dtype.kind in "biufO"
 
 
 def read_polygons(shape: Any) -> list[Polygon]:

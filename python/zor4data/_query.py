@@ -8,13 +8,13 @@ import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
 from . import _core
-from ._numbers import read_bound, read_number
+from ._numbers import LONGEST, read_bound, read_floats, read_number, refuse_far
 from ._polygons import read_polygons
 
 
 def read_planes(planes: ArrayLike) -> NDArray[np.float64]:
     """Planes as the N x 4 array that the library takes, one of their own."""
-    array = np.array(planes, dtype=np.float64)
+    array = read_floats(planes, "planes").copy()
     if array.size == 0:
         return np.empty((0, 4))
     if array.ndim != 2 or array.shape[1] != 4:
@@ -26,11 +26,12 @@ def read_planes(planes: ArrayLike) -> NDArray[np.float64]:
 
 def _read_place(place: ArrayLike, name: str) -> tuple[float, float]:
     """A place in plan."""
-    array = np.asarray(place, dtype=np.float64)
+    array = read_floats(place, name)
     if array.ndim != 1 or array.size not in (2, 3):
         raise ValueError(f"{name} must be a place (x, y), not an array of shape {array.shape}")
     if not np.isfinite(array[:2]).all():
         raise ValueError(f"{name} is not finite: {place!r}")
+    refuse_far(array[:2], name, LONGEST)
     return float(array[0]), float(array[1])
 
 
@@ -117,6 +118,8 @@ class Query:
     ) -> Query:
         """The points along a line, see `Cloud.near_line`."""
         reach = read_bound(distance, "distance")
+        if reach > LONGEST:
+            raise ValueError(f"distance is {distance}: it must be at most {LONGEST:g}")
         args = (_read_place(p1, "p1"), _read_place(p2, "p2"), reach, bool(start), bool(end))
         return cls._make("near_line", args, lambda: _core.query_line(*args))
 

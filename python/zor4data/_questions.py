@@ -10,13 +10,13 @@ import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
 from . import _core
-from ._numbers import read_number
+from ._numbers import FARTHEST, read_floats, read_number, refuse_far
 from ._query import Query, read_planes
 
 
 def _read_places(places: ArrayLike, widths: tuple[int, ...], name: str) -> NDArray[np.float64]:
     """Places as an array whose last dimension has one of the widths."""
-    array = np.asarray(places, dtype=np.float64)
+    array = read_floats(places, name)
     if array.ndim == 0 or array.shape[-1] not in widths:
         wanted = " or ".join(map(str, widths))
         raise ValueError(f"{name} must have {wanted} coordinates in its last dimension, not the shape {array.shape}")
@@ -33,6 +33,17 @@ def _asks_of(query: Query) -> _core.Query:
 def _as_rows(places: NDArray[np.float64]) -> NDArray[np.float64]:
     """The same places one under the other."""
     return np.ascontiguousarray(places).reshape(-1, places.shape[-1])
+
+
+def _in_reach(directions: NDArray[np.float64]) -> NDArray[np.float64]:
+    """The same directions, of a length whose square is neither infinite nor nothing."""
+    sizes = np.abs(directions).max(axis=1, initial=0.0)
+    odd = np.isfinite(sizes) & (sizes > 0.0) & ~((1.0 / FARTHEST < sizes) & (sizes < FARTHEST))
+    if not odd.any():
+        return directions
+    scaled = directions.copy()
+    scaled[odd] /= sizes[odd, np.newaxis]
+    return scaled
 
 
 class Batches(Iterator[NDArray[np.int32]]):
@@ -133,7 +144,9 @@ class Questions:
         Returns
         -------
         ndarray of int32, shape (M,)
-            The octree decides for whole cubes: a point a few steps of 1/10000 from a plane may come or not.
+            The octree decides for whole cubes: a point a few steps of 1/10000 from a plane may come or not. In a
+            cloud wider or higher than 214748 cubes are not where their points are: points far from a plane may come,
+            and others be missing. `inside`, `nearest` and `pick` are right there, too.
         """
         return self.find(Query.clip(planes))
 
@@ -161,12 +174,14 @@ class Questions:
         Parameters
         ----------
         xmin, ymin, xmax, ymax : float
-            Coordinate units. None is inside where a minimum is above its maximum. On an edge rounding decides:
-            leave half a step of 1/10000 of room. Infinite ones are no bound, not-a-number is a ValueError.
+            Coordinate units. None is inside where a minimum is above its maximum. Infinite ones are no bound,
+            not-a-number is a ValueError.
 
         Returns
         -------
         ndarray of int32, shape (M,)
+            As for `clip` the octree decides for whole cubes: a point a few steps of 1/10000 from an edge may come or
+            not, and in a cloud wider than 214748 points far from it. `inside` is exact.
         """
         return self.find(Query.rect(xmin, ymin, xmax, ymax))
 
@@ -178,16 +193,17 @@ class Questions:
         Parameters
         ----------
         p1, p2 : array_like, shape (2,)
-            The ends of the line, coordinate units, finite.
+            The ends of the line, coordinate units, up to 1e15.
         distance : float
-            How far the corridor reaches to either side; it ends square at the ends of the line.
+            How far the corridor reaches to either side, at most 1e15; it ends square at the ends of the line.
         start, end : bool
             Begin with the point exactly at `p1`, and finish with the one exactly at `p2`, if there are such.
 
         Returns
         -------
         ndarray of int32, shape (M,)
-            A point at an end that lies in the corridor too comes twice.
+            A point at an end that lies in the corridor too comes twice. Beside the edges of the corridor, and in a
+            cloud wider than 214748, the same holds as for `clip`.
         """
         return self.find(Query.near_line(p1, p2, distance, start=start, end=end))
 
@@ -218,7 +234,7 @@ class Questions:
         Parameters
         ----------
         origin, direction : array_like, shape (3,) or (..., 3)
-            Where rays begin and go to; of any length. Broadcast against each other.
+            Where rays begin, up to 1e50, and go to; of any length. Broadcast against each other.
         angle : float
             Between the ray and the cone's side, radians, 0 to less than a right angle.
         planes : array_like, shape (P, 4)
@@ -235,7 +251,8 @@ class Questions:
         origins, directions = np.broadcast_arrays(
             _read_places(origin, (3,), "origin"), _read_places(direction, (3,), "direction")
         )
-        found = self._core.pick(_as_rows(origins), _as_rows(directions), math.tan(half), read_planes(planes))
+        refuse_far(origins, "origin")
+        found = self._core.pick(_as_rows(origins), _in_reach(_as_rows(directions)), math.tan(half), read_planes(planes))
         return found.reshape(origins.shape[:-1])
 
     def nearest(self, xyz: ArrayLike, max_distance: float = math.inf) -> NDArray[np.int32]:
@@ -244,7 +261,7 @@ class Questions:
         Parameters
         ----------
         xyz : array_like, shape (3,) or (..., 3), or (2,) or (..., 2)
-            Places, coordinate units; with two coordinates distances are those in plan.
+            Places, coordinate units, up to 1e50; with two coordinates distances are those in plan.
         max_distance : float
             Coordinate units, included; at least 0.
 
@@ -254,6 +271,7 @@ class Questions:
             For each place an index, or -1: no point so near, or a place that is not finite.
         """
         places = _read_places(xyz, (2, 3), "xyz")
+        refuse_far(places, "xyz")
         most = read_number(max_distance, "max_distance")
         if not most >= 0.0:
             raise ValueError(f"max_distance is {max_distance}: it must be at least 0")

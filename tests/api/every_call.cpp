@@ -246,6 +246,7 @@ void UseCompanions()
 void UseIndexCompanions()
 {
     using TListener = IPntIndexListener*;
+    Keep<void (IPntIndexListener::*)()>(&IPntIndexListener::OnWork);
     Keep<void (*)(const CPntCld&, TListener, int)>(&FindIndices);
     Keep<void (*)(const CPntCld&, TListener, double, int)>(&FindIndices_Lod);
     Keep<void (*)(const CPntCld&, TListener, const TPlanes&, int)>(&FindIndices_Clip);

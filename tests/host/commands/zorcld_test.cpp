@@ -18,6 +18,7 @@ TEST(Zorcld, Help_StatusZeroOnStandardOutput)
                                                     {"profile", "--help"},
                                                     {"check", "--help"},
                                                     {"convert", "--help"},
+                                                    {"tile", "--help"},
                                                     {"make-sample", "--help"},
                                                     {"--version"}})
     {

@@ -3,6 +3,7 @@
 #include <host/files/CInputOptions.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CFailure.h>
+#include <tests/host/files/ExpectSamePlaces.h>
 #include <tests/io/CMemFile.h>
 #include <tests/support/LazBytes.h>
 #include <tests/support/RealFiles.h>
@@ -40,6 +41,7 @@ CReading ReadSource(const std::string& sPath)
         pSource->ForEach([&](const CSourcePnt& pnt) { reading.vecPnts.push_back(pnt); });
     }
     reading.vecFindings = pSource->GetFindings();
+    ExpectSamePlaces(*pSource);
     return reading;
 }
 

@@ -5,6 +5,7 @@
 #include <host/files/CInputOptions.h>
 #include <host/files/OpenInputFile.h>
 #include <host/output/CFailure.h>
+#include <tests/host/files/ExpectSamePlaces.h>
 #include <tests/io/CMemFile.h>
 #include <tests/support/LasBytes.h>
 
@@ -33,6 +34,7 @@ void ReadAll(const char* pType, const std::string& sBytes)
         const std::unique_ptr<IPntSource> pSource = pFile->MakeSource();
         if (pSource == nullptr) // a changed byte says that the points are compressed
             return;
+        ExpectSamePlaces(*pSource);
         pSource->ForEach([&](const CSourcePnt&) { ++nNumPnts; });
         static_cast<void>(pSource->GetFindings());
         static_cast<void>(pFile->FindCause());

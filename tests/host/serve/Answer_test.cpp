@@ -1,16 +1,21 @@
 // What each resource answers, beside what the library says itself; and who gets no answer.
 
+#include <host/serve/CPntChoice.h>
+#include <host/serve/CRefusal.h>
 #include <host/serve/CRequest.h>
 #include <host/serve/LineForClient.h>
 #include <tests/host/serve/support/CTestServer.h>
+#include <zor4data/CPntCld.h>
 #include <zor4data/FindPntsInPolygons.h>
 #include <zor4data/PickPnt.h>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <cstring>
+#include <memory>
 
 namespace
 {
@@ -177,8 +182,9 @@ TEST_F(Answer_case, FarOut_StillExact)
 // Where there is no room for a tile as a whole it comes in pieces, which hold less.
 TEST(Answer, Tiles_KeepToTheirBudget)
 {
-    std::vector<PNT_3D> vecPnts; // spread through a cube: nearly all lie in the first tile
-    const auto spread = [](int i, double dStep) { return 100.0 * (i * dStep - std::floor(i * dStep)); };
+    // Spread through a small cube: nearly all lie in a tile of level 2, which is not kept.
+    std::vector<PNT_3D> vecPnts = {{0.0, 0.0, 0.0}, {100.0, 100.0, 100.0}};
+    const auto spread = [](int i, double dStep) { return 6.0 * (i * dStep - std::floor(i * dStep)); };
     for (int i = 0; i < 60000; ++i)
         vecPnts.emplace_back(spread(i, 0.8191725134), spread(i, 0.6710436067), spread(i, 0.5497004779));
     const auto pCloud = MakeShownCloud(vecPnts, true);
@@ -186,7 +192,7 @@ TEST(Answer, Tiles_KeepToTheirBudget)
     const CByteBudget& budget = show.GetServed().GetTileBudget();
     const std::int64_t nAll = budget.GetLeft();
     EXPECT_LE(nAll, std::int64_t{32} << 20);
-    const std::string sTile = "/api/tile/77/0/0/0/0";
+    const std::string sTile = "/api/tile/77/2/0/0/0";
     const std::string sWhole = show.GetBytes(sTile);
     ASSERT_GT(sWhole.size(), 600000U);
     std::vector<CReply> vecReplies;
@@ -245,6 +251,8 @@ TEST_F(Answer_case, Errors_OneLineEach)
         {"/api/tile/77/0/1/0/0", 404},
         {"/api/tile/77/99/0/0/0", 404},
         {"/api/tile/77/0/0/0/0?color=class", 404},
+        {"/api/tile/77/0/0/0/0?color=bogus", 400},
+        {"/api/tile/77/0/0/0/0?color=", 400},
         {"/api/tile/77/0/0/0", 400},
         {"/api/tile/77/0/0/0/-1", 400},
         {"/api/tile/77/0/0/0/0/", 400},
@@ -263,6 +271,10 @@ TEST_F(Answer_case, Errors_OneLineEach)
         {"/api/count?version=5", 404},
         {"/api/count?version=77.5", 404},
         {"/api/count?box=1,1,1,2,2,2&box=1,1,1,2,2,2", 400},
+        {"/api/count?box=", 400},
+        {"/api/count?box=&box=0,0,0,1,1,1", 400},
+        {"/api/export?format=csv&box=", 400},
+        {"/api/pick?ox=1&oy=1&oz=1&dx=1&dy=1&dz=1&tan=1&box=", 400},
         {"/api/count?polygon=1e200,1e200,-1e200,1e200,0,-1e200", 400},
         {"/api/export?format=csv&polygon=0,0,1,0,0,1e13", 400},
         {"/api/profile?x1=1&y1=1&x2=2&y2=1&width=1e150", 400},
@@ -277,6 +289,12 @@ TEST_F(Answer_case, Errors_OneLineEach)
         {"/api/ground?scale=-1", 400},
         {"/api/ground?scale=0", 400},
         {"/api/color?by=taste", 400},
+        {"/api/color?by=taste&cancel=1", 400},
+        {"/api/color?cancel=2", 400},
+        {"/api/color?cancel=0", 400},
+        {"/api/ground?cancel=", 400},
+        {"/api/outline?cancel=yes", 400},
+        {"/api/outline?cancel=0", 400},
     };
     for (const auto& [sTarget, nStatus] : vecCases)
     {
@@ -284,6 +302,32 @@ TEST_F(Answer_case, Errors_OneLineEach)
         EXPECT_EQ(reply.nStatus, nStatus) << sTarget;
         EXPECT_EQ(CountLines(std::string(reply.sBody)), 1) << sTarget;
     }
+}
+
+// Nothing is looked for any further once nobody waits for it.
+TEST_F(Answer_case, ForNobody_IsStopped)
+{
+    const auto pGone = std::make_shared<std::atomic<bool>>(false);
+    CRequest request;
+    request.pGone = pGone;
+    const CPntChoice choice(request, show.GetServed());
+    int nNumBatches = 0;
+    const auto query = [&](const CPntCld& cloud, IPntCldListener& listener)
+    {
+        CCldCadPnt pnt;
+        cloud.GetPnt(0, pnt.m_pnt);
+        pnt.m_nIndex = 0;
+        for (; nNumBatches < 10; ++nNumBatches)
+        {
+            *pGone = nNumBatches == 3;
+            listener.OnPnts(1, &pnt);
+        }
+    };
+    EXPECT_THROW(choice.MarkOf(query), CRefusal);
+    EXPECT_EQ(nNumBatches, 3);
+    EXPECT_THROW(choice.Mark(), CRefusal);
+    *pGone = false;
+    EXPECT_EQ(choice.Mark().summary.nNumPnts, pCloud->GetNumPnts());
 }
 
 TEST_F(Answer_case, Errors_NameParametersNotOptions)
@@ -329,6 +373,20 @@ TEST_F(Answer_case, Page_CompressedForThoseWhoTakeIt)
     for (const char* const pNot :
          {"", "identity", "br", "gzip;q=0", "gzip; q=0.00, br", "xgzip", ",", ";q=0"})
         EXPECT_FALSE(isGzip(pNot)) << pNot;
+}
+
+// An origin is the first point's.
+TEST(Answer, NoPoints_NoOriginAndNoColors)
+{
+    CPntCld cloud(nullptr);
+    cloud.OnReadType(PntCldType_PntColor);
+    cloud.OnReadNumPnts(0);
+    cloud.OnReadEnd();
+    CTestShow show(&cloud);
+    const auto info = show.GetJson("/api/info");
+    EXPECT_EQ(info["points"], 0);
+    EXPECT_EQ(info["origin"], (nlohmann::ordered_json{0.0, 0.0, 0.0}));
+    EXPECT_EQ(info["color"], false);
 }
 
 TEST(Answer, Loading_TellsHowFar)

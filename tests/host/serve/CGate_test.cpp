@@ -39,29 +39,68 @@ TEST(Gate, Token_InEveryRequest)
     EXPECT_EQ(show.AskRaw(request).nStatus, 403);
 }
 
-// Every server of this machine gets the cookie, whatever its port: it is no token, and opens nothing but what
-// the page is made of.
-TEST(Gate, Cookie_OpensThePagesFilesOnly)
+/// A request that has the cookie of the page instead of the token.
+CRequest MakeCookieRequest(CTestShow& show)
 {
-    CTestShow show(nullptr);
     CRequest request = MakeGood(show);
     request.sPath = "/";
     const auto cookie = show.AskRaw(request).vecHeaders.back();
-    ASSERT_EQ(cookie.first, "Set-Cookie");
-    EXPECT_EQ(cookie.second.find(show.GetGate().GetToken()), std::string::npos);
+    EXPECT_EQ(cookie.first, "Set-Cookie");
+    EXPECT_EQ(cookie.second.find(show.GetGate().GetToken()), std::string::npos); // a secret of its own
     request.vecParams.clear();
     request.sCookie = "a=b; " + cookie.second.substr(0, cookie.second.find(';'));
-    for (const auto& [sPath, nStatus] : std::vector<std::pair<std::string, int>>{
-             {"/page.js", 200}, {"/none", 404}, {"/", 403}, {"/api/info", 403}, {"/api/none", 403}})
+    return request;
+}
+
+TEST(Gate, Cookie_LetsInAsTheTokenDoes)
+{
+    CTestShow show(nullptr);
+    CRequest request = MakeCookieRequest(show);
+    const std::vector<std::pair<std::string, int>> vecCases = {
+        {"/", 200}, {"/page.js", 200}, {"/none", 404}, {"/api/info", 200}, {"/api/none", 404}};
+    for (const auto& [sPath, nStatus] : vecCases)
     {
         request.sPath = sPath;
         EXPECT_EQ(show.AskRaw(request).nStatus, nStatus) << sPath;
     }
-    request.sPath = "/page.js";
-    request.sCookie.back() = request.sCookie.back() == '0' ? '1' : '0';
+    request.vecParams = {{"token", "0123"}}; // a token that is wrong stays so
     EXPECT_EQ(show.AskRaw(request).nStatus, 403);
+    request.vecParams.clear();
+    request.sCookie.back() = request.sCookie.back() == '0' ? '1' : '0';
+    for (const auto& [sPath, nStatus] : vecCases)
+    {
+        request.sPath = sPath;
+        EXPECT_EQ(show.AskRaw(request).nStatus, 403) << sPath;
+    }
     request.sCookie = "zorcld-4711=" + show.GetGate().GetToken();
     EXPECT_EQ(show.AskRaw(request).nStatus, 403);
+}
+
+// Browsers send it with whatever any page asks here, so that it must be this page that asks.
+TEST(Gate, Cookie_OfThePageItselfOnly)
+{
+    CTestShow show(nullptr);
+    CRequest request = MakeCookieRequest(show);
+    const auto ask = [&](const char* pPath, const char* pSite)
+    {
+        request.sPath = pPath;
+        request.sFetchSite = pSite;
+        return show.AskRaw(request).nStatus;
+    };
+    for (const char* const pPath : {"/", "/page.js", "/api/info"})
+    {
+        EXPECT_EQ(ask(pPath, "same-origin"), 200) << pPath;
+        EXPECT_EQ(ask(pPath, "same-site"), 403) << pPath;
+        EXPECT_EQ(ask(pPath, "cross-site"), 403) << pPath;
+    }
+    EXPECT_EQ(ask("/", "none"), 200); // typed, or reloaded
+    EXPECT_EQ(ask("/page.js", "none"), 403);
+    EXPECT_EQ(ask("/api/info", "none"), 403);
+    request.sOrigin = "http://127.0.0.1:4712";
+    EXPECT_EQ(ask("/api/info", ""), 403);
+    request.sOrigin.clear();
+    request.sHost = "127.0.0.1:4712";
+    EXPECT_EQ(ask("/api/info", ""), 403);
 }
 
 // Requests without an Origin, for a picture or a script, tell their site all the same.
@@ -129,6 +168,25 @@ TEST(Gate, Methods_OnlyGet)
     }
 }
 
+// As proxies are asked: the target's host is the one that counts.
+TEST(ParseTarget, AbsoluteForm)
+{
+    for (const char* const pTarget : {"http://a:1/b/c?x=/y", "HTTP://a:1/b/c?x=/y#z"})
+    {
+        CRequest request;
+        request.sHost = "other";
+        ASSERT_TRUE(ParseTarget(pTarget, request)) << pTarget;
+        EXPECT_EQ(request.sHost, "a:1");
+        EXPECT_EQ(request.sPath, "/b/c");
+        EXPECT_EQ(*request.FindParam("x"), "/y");
+    }
+    CRequest request;
+    ASSERT_TRUE(ParseTarget("http://a?x=1", request));
+    EXPECT_EQ(request.sHost, "a");
+    EXPECT_EQ(request.sPath, "/");
+    EXPECT_EQ(*request.FindParam("x"), "1");
+}
+
 TEST(ParseTarget, Escapes)
 {
     CRequest request;
@@ -138,8 +196,8 @@ TEST(ParseTarget, Escapes)
     EXPECT_EQ(*request.FindParam("y"), "");
     EXPECT_EQ(*request.FindParam("z"), "A");
     EXPECT_EQ(request.FindParam("end"), nullptr);
-    for (const char* const pTarget :
-         {"", "a", "*", "http://a/", "/%", "/%4", "/%zz", "/%00", "/a?b=%0a", "/?%g0=1"})
+    for (const char* const pTarget : {"", "a", "*", "http://", "http:///", "https://a/", "ftp://a/", "/%",
+                                      "/%4", "/%zz", "/%00", "/a?b=%0a", "/?%g0=1"})
     {
         CRequest other;
         EXPECT_FALSE(ParseTarget(pTarget, other)) << pTarget;

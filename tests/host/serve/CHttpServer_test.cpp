@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <memory>
 #include <thread>
@@ -55,7 +56,8 @@ TEST_F(CHttpServer_case, Cookie_LetsInWithoutTheParameter)
     const std::string sHeader = "Cookie: " + sCookie.substr(0, sCookie.find(';')) + "\r\n";
     EXPECT_EQ(client.Get("/page.js", sHeader).nStatus, 200);
     EXPECT_EQ(client.Get("/page.js").nStatus, 403);
-    EXPECT_EQ(client.Get("/api/info", sHeader).nStatus, 403);
+    EXPECT_EQ(client.Get("/api/info", sHeader).nStatus, 200);
+    EXPECT_EQ(client.Get("/api/info", sHeader + "Sec-Fetch-Site: same-site\r\n").nStatus, 403);
     EXPECT_EQ(client.Get(server.WithToken("/api/info"), "Sec-Fetch-Site: same-site\r\n").nStatus, 403);
     EXPECT_EQ(client.Get(server.WithToken("/api/info"), "Sec-Fetch-Site: same-origin\r\n").nStatus, 200);
 }
@@ -139,6 +141,47 @@ TEST_F(CHttpServer_case, Head_LeavesTheConnectionGood)
     EXPECT_EQ(client.Receive().nStatus, 200);
 }
 
+TEST_F(CHttpServer_case, Head_OfWhatIsRefusedGetsNoBody)
+{
+    for (const std::string& sRequest :
+         {"HEAD /%zz HTTP/1.1\r\n" + Host() + "\r\n", "HEAD / HTTP/1.1\r\n" + Host() + Host() + "\r\n",
+          "HEAD / HTTP/9.9\r\n" + Host() + "\r\n",
+          "HEAD / HTTP/1.1\r\n" + Host() + "Content-Length: 5\r\n\r\nhello",
+          "HEAD /" + std::string(9000, 'a') + " HTTP/1.1\r\n" + Host() + "\r\n",
+          "HEAD / HTTP/1.1\r\n" + Host() + "A: " + std::string(9000, 'b') + "\r\n\r\n"})
+    {
+        CHttpClient client(server.GetPort());
+        client.Send(sRequest);
+        const std::string sAll = client.ReceiveAll();
+        EXPECT_EQ(sAll.substr(0, 10), "HTTP/1.1 4") << sRequest.substr(0, 100);
+        EXPECT_EQ(sAll.find("\r\n\r\n") + 4, sAll.size()) << sRequest.substr(0, 100);
+    }
+}
+
+TEST_F(CHttpServer_case, EmptyLineBeforeARequest_IsPassedOver)
+{
+    CHttpClient client(server.GetPort());
+    const std::string sRequest =
+        "\r\nGET " + server.WithToken("/api/info") + " HTTP/1.1\r\n" + Host() + "\r\n";
+    client.Send(sRequest + sRequest);
+    EXPECT_EQ(client.Receive().nStatus, 200);
+    EXPECT_EQ(client.Receive().nStatus, 200);
+    client.Send("\r\n");
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    client.Send(sRequest.substr(2));
+    EXPECT_EQ(client.Receive().nStatus, 200);
+    client.Send("\r\n\r\n" + sRequest);
+    EXPECT_EQ(client.Receive().nStatus, 400);
+}
+
+TEST_F(CHttpServer_case, AbsoluteTarget_IsTaken)
+{
+    const std::string sHere = "http://127.0.0.1:" + std::to_string(server.GetPort());
+    CHttpClient client(server.GetPort());
+    EXPECT_EQ(client.Get(sHere + server.WithToken("/api/info")).nStatus, 200);
+    EXPECT_EQ(client.Get("http://evil.example" + server.WithToken("/api/info")).nStatus, 403);
+}
+
 // Clients that go in the middle of an answer leave nothing behind: four at once may be sent a file.
 TEST_F(CHttpServer_case, GoneInTheMiddle_MakesRoom)
 {
@@ -156,6 +199,116 @@ TEST_F(CHttpServer_case, GoneInTheMiddle_MakesRoom)
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
     EXPECT_EQ(nStatus, 200);
+}
+
+/// A slow resource whose answer is made until nobody waits for it, or for a time.
+class CSlowShow
+{
+public:
+    CReply Answer(const CRequest& request)
+    {
+        const auto end =
+            std::chrono::steady_clock::now() + std::chrono::milliseconds(request.sPath == "/long"     ? 20000
+                                                                         : request.sPath == "/second" ? 1000
+                                                                                                      : 0);
+        ++nNumBegun;
+        while (!request.IsForNobody() && std::chrono::steady_clock::now() < end)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        nNumGone += request.IsForNobody() ? 1 : 0;
+        return MakeLineReply(200, "done");
+    }
+
+    std::atomic<int> nNumBegun{0};
+    std::atomic<int> nNumGone{0};
+    CHttpServer server{
+        {},
+        {[this](const CRequest& request) { return Answer(request); }, [](const CRequest&) { return true; }}};
+};
+
+/// Waits for a count to be reached, for some time.
+bool Reaches(const std::atomic<int>& n, int nWanted)
+{
+    for (int i = 0; i < 3000 && n < nWanted; ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    return n == nWanted;
+}
+
+// Answers that take long end with the client that waits for them, those that wait for their turn are not
+// begun.
+TEST(CHttpServer, Gone_IsNoticedWhileTheAnswerIsMade)
+{
+    CSlowShow show;
+    show.server.Start();
+    {
+        std::vector<std::unique_ptr<CHttpClient>> vecClients;
+        for (int n = 0; n < 5; ++n) // two are answered at once
+        {
+            if (n == 2)
+            {
+                ASSERT_TRUE(Reaches(show.nNumBegun, 2));
+            }
+            vecClients.push_back(std::make_unique<CHttpClient>(show.server.GetPort()));
+            vecClients.back()->Send("GET /long HTTP/1.1\r\nHost: x\r\n\r\n");
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(100)); // the others have arrived
+        vecClients.resize(2);
+        std::this_thread::sleep_for(std::chrono::milliseconds(100)); // and gone
+    }
+    EXPECT_TRUE(Reaches(show.nNumGone, 2));
+    CHttpClient client(show.server.GetPort());
+    EXPECT_EQ(client.Get("/short").nStatus, 200);
+    EXPECT_EQ(show.nNumBegun, 3); // of those that waited none was
+    EXPECT_EQ(show.nNumGone, 2);
+}
+
+// Who has only nothing more to say waits for the answer all the same.
+TEST(CHttpServer, HalfClosed_IsAnswered)
+{
+    CSlowShow show;
+    show.server.Start();
+    for (const char* const pPath : {"/short", "/second"})
+    {
+        CHttpClient client(show.server.GetPort());
+        client.Send("GET " + std::string(pPath) + " HTTP/1.1\r\nHost: x\r\n\r\n");
+        client.CloseSending();
+        CHttpReply reply = client.Receive();
+        if (reply.nStatus == 100) // by which the server finds out who is still there
+            reply = client.Receive();
+        EXPECT_EQ(reply.nStatus, 200) << pPath;
+        EXPECT_EQ(reply.sBody, "done\n") << pPath;
+        EXPECT_TRUE(client.IsClosed(5000));
+    }
+    EXPECT_EQ(show.nNumGone, 0);
+}
+
+TEST(CHttpServer, HalfClosedThenGone_IsNoticed)
+{
+    CSlowShow show;
+    show.server.Start();
+    {
+        CHttpClient client(show.server.GetPort());
+        client.Send("GET /long HTTP/1.1\r\nHost: x\r\n\r\n");
+        ASSERT_TRUE(Reaches(show.nNumBegun, 1));
+        client.CloseSending();
+        std::this_thread::sleep_for(std::chrono::milliseconds(200));
+        EXPECT_EQ(show.nNumGone, 0);
+    }
+    EXPECT_TRUE(Reaches(show.nNumGone, 1));
+}
+
+// What a client sends ahead does not make it one that has gone.
+TEST(CHttpServer, SlowAnswers_OneAfterTheOtherOnOneConnection)
+{
+    CSlowShow show;
+    show.server.Start();
+    CHttpClient client(show.server.GetPort());
+    const std::string sRequest = "GET /short HTTP/1.1\r\nHost: x\r\n\r\n";
+    client.Send(sRequest + sRequest + sRequest);
+    for (int n = 0; n < 3; ++n)
+        EXPECT_EQ(client.Receive().nStatus, 200);
+    for (int n = 0; n < 20; ++n)
+        EXPECT_EQ(client.Get("/short").nStatus, 200);
+    EXPECT_EQ(show.nNumGone, 0);
 }
 
 TEST_F(CHttpServer_case, Export_ComesInChunks)
@@ -242,6 +395,65 @@ TEST(CHttpServer, TooManyConnections_Are503)
         nStatus = CHttpClient(server.GetPort()).Get(server.WithToken("/api/info")).nStatus;
     }
     EXPECT_EQ(nStatus, 200);
+}
+
+// One that is refused, or is only waited for to close, takes nobody's place.
+TEST(CHttpServer, RefusedConnections_DoNotCount)
+{
+    CHttpOptions options;
+    options.nMaxClients = 4;
+    CTestServer server(nullptr, options);
+    std::vector<std::unique_ptr<CHttpClient>> vecClients;
+    for (int n = 0; n < 8; ++n)
+    {
+        vecClients.push_back(std::make_unique<CHttpClient>(server.GetPort()));
+        ASSERT_EQ(vecClients.back()->Get(server.WithToken("/api/info")).nStatus, n < 4 ? 200 : 503);
+    }
+    vecClients.erase(vecClients.begin()); // those that were refused stay open
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(1);
+    int nStatus = 503;
+    while (nStatus != 200 && std::chrono::steady_clock::now() < end)
+        nStatus = CHttpClient(server.GetPort()).Get(server.WithToken("/api/info")).nStatus;
+    EXPECT_EQ(nStatus, 200);
+}
+
+TEST(CHttpServer, RefusedConnections_HeadGetsNoBody)
+{
+    CHttpOptions options;
+    options.nMaxClients = 1;
+    CTestServer server(nullptr, options);
+    CHttpClient first(server.GetPort());
+    ASSERT_EQ(first.Get(server.WithToken("/api/info")).nStatus, 200);
+    CHttpClient second(server.GetPort());
+    second.Send("HEAD / HTTP/1.1\r\nHost: x\r\n\r\n");
+    const std::string sAll = second.ReceiveAll();
+    EXPECT_EQ(sAll.substr(0, 12), "HTTP/1.1 503");
+    EXPECT_EQ(sAll.find("\r\n\r\n") + 4, sAll.size());
+}
+
+// Whoever has no token cannot keep out those who have it, by connections that say nothing, or nothing right.
+TEST(CHttpServer, ConnectionsWithoutAToken_GiveWay)
+{
+    CHttpOptions options;
+    options.nMaxClients = 4;
+    CTestServer server(nullptr, options);
+    CHttpClient good(server.GetPort());
+    ASSERT_EQ(good.Get(server.WithToken("/api/info")).nStatus, 200);
+    std::vector<std::unique_ptr<CHttpClient>> vecIdle;
+    for (int n = 0; n < 3; ++n)
+        vecIdle.push_back(std::make_unique<CHttpClient>(server.GetPort()));
+    vecIdle[0]->Send("GET /api");
+    ASSERT_EQ(vecIdle[1]->Get("/api/info").nStatus, 403);
+    CHttpClient next(server.GetPort());
+    EXPECT_EQ(next.Get(server.WithToken("/api/info")).nStatus, 200);
+    EXPECT_TRUE(vecIdle[0]->IsClosed(2000)); // the oldest
+    EXPECT_FALSE(vecIdle[1]->IsClosed(0));
+    CHttpClient another(server.GetPort());
+    EXPECT_EQ(another.Get(server.WithToken("/api/info")).nStatus, 200);
+    EXPECT_TRUE(vecIdle[1]->IsClosed(2000));
+    EXPECT_EQ(good.Get(server.WithToken("/api/info")).nStatus, 200);
+    EXPECT_EQ(vecIdle[2]->Get(server.WithToken("/api/info")).nStatus, 200);
+    EXPECT_EQ(CHttpClient(server.GetPort()).Get(server.WithToken("/api/info")).nStatus, 503);
 }
 
 TEST(CHttpServer, PortInUse_IsAFailure)

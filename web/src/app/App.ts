@@ -1,5 +1,5 @@
-import type { Theme } from '../colors/colors';
 import { Api, type Choice } from '../data/Api';
+import { Connection } from '../data/Connection';
 import { findProportions, type Proportions } from '../data/Proportions';
 import { type CloudInfo, type ColorResult, type GroundResult, type OutlineResult, type PickedPoint, placeOf } from '../data/info';
 import { Flight } from '../hands/Flight';
@@ -12,9 +12,8 @@ import { makeCorridor } from '../tools/corridor';
 import { Gathering, toolKinds, type ToolName } from '../tools/tools';
 import { Ui } from '../ui/Ui';
 import { refocus, type Camera } from '../view/Camera';
-import { firstDirection, fitView, type Direction } from '../view/fitView';
+import { firstDirection, fitView, frameOf, type Direction, type Frame } from '../view/fitView';
 import type { View } from '../view/View';
-import { findCorner } from './findCorner';
 import { FrameLoop } from './FrameLoop';
 import { parseHash } from './hash';
 import { Jobs } from './Jobs';
@@ -23,9 +22,11 @@ import { Memory } from './Memory';
 import { Painter } from './Painter';
 import { Picker } from './Picker';
 import { saveScreenshot } from './saveScreenshot';
+import { shiftIntoView } from './shiftIntoView';
 import { Stage } from './Stage';
 import { firstState, grainOf, leastWidth, sourceOf } from './start';
 import type { State } from './State';
+import { takePlace } from './takePlace';
 
 /** The page with a cloud that is loaded. */
 export class App {
@@ -44,6 +45,7 @@ export class App {
     hovered: PickedPoint | null = null;
     motion: Motion | null = null;
     flying = false;
+    aimsWithKeys = false;
     colors: ColorResult | null = null;
     outline: OutlineResult | null = null;
     ground: GroundResult | null = null;
@@ -59,13 +61,15 @@ export class App {
         this.#loop = new FrameLoop(this);
         this.stage = new Stage(this.ui.canvas, this.ui.overlay, api, grainOf(info, this.proportions), () => this.redraw(), (error) => this.ui.tellFailure('A tile could not be had', error));
         this.jobs = new Jobs(api, (job) => this.ui.showJob(job), (title, error) => this.ui.tellFailure(title, error));
-        this.picker = new Picker(api, () => this.view(), () => this.choice(), this.proportions.stretch);
+        this.picker = new Picker(api, () => this.view(), () => this.choice(), this.proportions.stretch, (error) => this.ui.tellFailure('No point could be looked for', error));
         this.painter = new Painter(this);
         this.#memory = new Memory(this);
         this.#pointers = new Pointers(this.ui.canvas, this.#hands());
+        const connection = new Connection(() => api.info(), (answers) => this.ui.showAnswers(answers));
+        api.onAnswer = (answers) => connection.note(answers);
         bindKeys(this);
         const box = this.drawnBox(this.bounds());
-        this.change({ camera: fitView(box, firstDirection(box), this.aspect()), ...parseHash(location.hash) });
+        this.change({ camera: fitView(box, firstDirection(box), this.frame()), ...parseHash(location.hash) });
     }
 
     bounds(): Box {
@@ -76,9 +80,9 @@ export class App {
         return boxToDrawn(box, this.proportions.stretch);
     }
 
-    /** Of the picture between the tools and the legend. */
-    aspect(): number {
-        return Math.max(1, this.stage.width - 2 * this.ui.freeArea().left) / this.stage.height;
+    /** What a cloud is to fill: the picture without tools, panels and the legend. */
+    frame(): Frame {
+        return frameOf(this.ui.roomForCloud(this.painter.legendWidth()), this.stage.width, this.stage.height);
     }
 
     view(): View {
@@ -148,11 +152,11 @@ export class App {
             setCamera: (camera) => this.setCamera(camera),
             pickPlace: async (x, y) => {
                 const point = await this.picker.pick(x, y);
-                return point === null ? null : this.drawnPlace(point);
+                return point ? this.drawnPlace(point) : null;
             },
-            hover: (x, y) => this.picker.hover(x, y, (point) => this.#setHovered(point)),
-            leave: () => this.#setHovered(null),
-            click: (x, y) => void this.#click(x, y),
+            hover: (x, y) => this.picker.hover(x, y, (point) => this.setHovered(point)),
+            leave: () => this.setHovered(null),
+            click: (x, y) => void takePlace(this, x, y),
             doubleClick: (x, y) => void this.#doubleClick(x, y),
             drag: () => (this.flying ? 'look' : this.isMap() ? 'pan' : 'orbit'),
         };
@@ -171,21 +175,18 @@ export class App {
         return this.state.camera.parallel && this.state.camera.elevation === 90;
     }
 
-    #setHovered(point: PickedPoint | null): void {
+    setHovered(point: PickedPoint | null): void {
         this.hovered = point;
         this.ui.showHovered(point);
         this.redraw();
     }
 
-    async #click(x: number, y: number): Promise<void> {
-        const { gathering } = this;
-        if (gathering === null) return;
-        const picked = await this.picker.pick(x, y);
-        if (this.gathering !== gathering) return;
-        const point = picked ?? (gathering.kind.name === 'polygon' ? findCorner(this, x, y) : null);
-        if (point === null) return this.ui.tellOnce('There is no point of the cloud here');
-        this.#setHovered(picked);
-        this.addPoint(point);
+    /** The middle of the picture, which the space bar takes, is shown to hands on the keys alone. */
+    aimWithKeys(yes: boolean): void {
+        if (this.aimsWithKeys === yes) return;
+        this.aimsWithKeys = yes;
+        if (yes) this.setHovered(null); // of a pointer that rests
+        else this.redraw();
     }
 
     addPoint(point: PickedPoint): void {
@@ -196,12 +197,12 @@ export class App {
 
     async #doubleClick(x: number, y: number): Promise<void> {
         if (this.gathering !== null) {
-            await this.#click(x, y);
+            await takePlace(this, x, y);
             this.finishTool();
             return;
         }
         const point = await this.picker.pick(x, y);
-        if (point !== null) this.flyTo(this.drawnPlace(point));
+        if (point) this.flyTo(this.drawnPlace(point));
     }
 
     drawnPlace(point: PickedPoint): Vec3 {
@@ -221,7 +222,7 @@ export class App {
 
     lookFrom(direction: Direction): void {
         const parallel = direction.parallel ?? (this.state.camera.parallel && !this.isMap());
-        this.move(fitView(this.drawnBox(this.state.clip ?? this.bounds()), { ...direction, parallel }, this.aspect()));
+        this.move(fitView(this.drawnBox(this.state.clip ?? this.bounds()), { ...direction, parallel }, this.frame()));
     }
 
     fit(): void {
@@ -247,8 +248,7 @@ export class App {
     }
 
     toggleTheme(): void {
-        const theme: Theme = this.state.theme === 'dark' ? 'light' : 'dark';
-        this.change({ theme });
+        this.change({ theme: this.state.theme === 'dark' ? 'light' : 'dark' });
     }
 
     toggleClip(): void {
@@ -283,12 +283,12 @@ export class App {
     finishTool(): void {
         const { gathering } = this;
         if (!gathering?.canFinish) return;
-        const { name } = gathering.kind;
-        const { places, indices } = gathering;
+        const { kind: { name }, places, indices } = gathering;
         const stays = name !== 'profile' && name !== 'polygon';
         this.gathering = stays ? new Gathering(gathering.kind) : null;
         if (name === 'profile') {
             this.change({ corridor: makeCorridor(places[0], places[1], this.proportions.stretch, leastWidth(this)) });
+            shiftIntoView(this, places);
         } else if (name === 'polygon') this.change({ polygon: places });
         else this.change({ marks: [...this.state.marks, { kind: name, places, indices }] });
         this.ui.updateTool();

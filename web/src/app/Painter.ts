@@ -1,13 +1,14 @@
 import type { App } from './App';
 import { placeOf } from '../data/info';
 import { Pen } from '../paint/Pen';
-import { paintLegend } from '../paint/legend';
-import { paintClipBox, paintCorridor, paintGathering, paintHover, paintMark } from '../paint/paintMarks';
+import { legendWidth, paintLegend } from '../paint/legend';
+import { paintClipBox, paintCorridor, paintGathering, paintHover, paintMark, paintMiddle } from '../paint/paintMarks';
 import { paintNorth, paintScaleBar } from '../paint/scaleBar';
 import type { Vec3 } from '../math/vec3';
 import type { View } from '../view/View';
 import { legendOf } from './start';
 
+const beside = 12; // CSS pixels
 const narrowLegend = 220; // CSS pixels: the middle of a small picture is the cloud's
 
 /** What lies over the points: measures, boxes and lines, the scale, the legend. */
@@ -31,9 +32,19 @@ export class Painter {
         app.ui.handles.place(view);
     }
 
+    /** From the right edge of what is free, CSS pixels; 0: there is no legend, or it lies over the picture. */
+    legendWidth(): number {
+        const { app } = this;
+        const legend = legendOf(app);
+        const context = app.ui.overlay.getContext('2d');
+        if (legend === null || context === null || app.ui.isNarrow) return 0;
+        return legendWidth(new Pen(context, app.view(), app.state.theme), legend) + 2 * beside;
+    }
+
     #paintTool(pen: Pen): void {
-        const { gathering, hovered } = this.app;
+        const { gathering, hovered, aimsWithKeys } = this.app;
         if (gathering === null) return;
+        if (aimsWithKeys) paintMiddle(pen);
         const place = hovered === null ? null : placeOf(hovered);
         paintGathering(pen, gathering, place);
         if (place !== null) paintHover(pen, place);
@@ -46,7 +57,7 @@ export class Painter {
         const legend = legendOf(app);
         const top = area.top + (app.ui.isNarrow ? 0 : 12);
         const bottom = Math.min(area.bottom - 70, app.ui.isNarrow ? top + narrowLegend : Infinity);
-        if (legend !== null) paintLegend(pen, legend, area.right - 12, top, bottom);
+        if (legend !== null) paintLegend(pen, legend, area.right - beside, top, bottom);
         if (view.width > 420) paintNorth(pen, view.width - 34, area.bottom - 36);
     }
 

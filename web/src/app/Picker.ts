@@ -15,16 +15,19 @@ export class Picker {
         readonly view: () => View,
         readonly choice: () => Choice,
         readonly stretch: Stretch,
+        readonly fail: (error: unknown) => void,
     ) {}
 
-    async pick(x: number, y: number): Promise<PickedPoint | null> {
+    /** @returns null: there is no point; undefined: that could not be asked for, which has been told. */
+    async pick(x: number, y: number): Promise<PickedPoint | null | undefined> {
         try {
             const ray = this.view().ray(x, y);
             // What lies right under the pointer goes before what lies in front of it but beside.
             const exact = await this.api.pick(ray, 1.5, this.choice(), this.stretch);
             return exact ?? (await this.api.pick(ray, radius, this.choice(), this.stretch));
-        } catch {
-            return null; // no server any more: that is told elsewhere
+        } catch (error) {
+            this.fail(error);
+            return undefined;
         }
     }
 
@@ -42,7 +45,7 @@ export class Picker {
         while (this.#latest !== null) {
             const { x, y } = this.#latest;
             this.#latest = null;
-            tell(await this.pick(x, y));
+            tell((await this.pick(x, y)) ?? null);
         }
         this.#busy = false;
     }

@@ -1,17 +1,19 @@
 import type { App } from './App';
 import type { ToolName } from '../tools/tools';
-import { orbit, zoom } from '../view/Camera';
+import { halfTan, orbit, pan, zoom } from '../view/Camera';
 
 export interface Command {
     readonly id: string;
     readonly label: string;
     /** As KeyboardEvent.key has them; the first is shown. */
     readonly keys: readonly string[];
+    /** An arrow's: with Shift held. */
+    readonly shift?: boolean;
     readonly group: 'View' | 'Measure' | 'Cut and choose' | 'Page';
     readonly run: (app: App) => void;
 }
 
-const step = { degrees: 7.5, zoom: 0.8 } as const;
+const step = { degrees: 7.5, zoom: 0.8, shift: 0.03 } as const; // shift: of the picture's height
 
 function tool(id: ToolName, label: string, key: string, group: Command['group'] = 'Measure'): Command {
     return { id, label, keys: [key], group, run: (app) => app.startTool(id) };
@@ -29,6 +31,16 @@ function turnBy(app: App, azimuth: number, elevation: number): void {
 function zoomBy(app: App, factor: number): void {
     const { camera } = app.state;
     app.setCamera(zoom(camera, camera.target, factor));
+}
+
+function shiftBy(app: App, right: number, up: number): void {
+    const { camera } = app.state;
+    const reach = step.shift * 2 * halfTan * camera.distance;
+    app.setCamera(pan(camera, right * reach, up * reach));
+}
+
+function shift(id: string, where: string, key: string, right: number, up: number): Command {
+    return { id, label: `Shift the view ${where}`, keys: [key], shift: true, group: 'View', run: (app) => shiftBy(app, right, up) };
 }
 
 /** All that the page can be told to do: its buttons, its keys and their list have it from here. */
@@ -50,6 +62,10 @@ export const commands: readonly Command[] = [
     { id: 'right', label: 'Turn to the right', keys: ['ArrowRight'], group: 'View', run: (app) => turnBy(app, step.degrees, 0) },
     { id: 'up', label: 'Look from higher', keys: ['ArrowUp'], group: 'View', run: (app) => turnBy(app, 0, step.degrees) },
     { id: 'down', label: 'Look from lower', keys: ['ArrowDown'], group: 'View', run: (app) => turnBy(app, 0, -step.degrees) },
+    shift('shift-left', 'to the left', 'ArrowLeft', -1, 0),
+    shift('shift-right', 'to the right', 'ArrowRight', 1, 0),
+    shift('shift-up', 'up', 'ArrowUp', 0, 1),
+    shift('shift-down', 'down', 'ArrowDown', 0, -1),
     tool('point', 'Point', 'i'),
     tool('distance', 'Distance', 'd'),
     tool('height', 'Height difference', 'v'),
@@ -74,13 +90,20 @@ export function findCommand(id: string): Command {
     return command;
 }
 
-/** How a key is shown: arrows as arrows, letters as on the keys. */
-export function showKey(key: string): string {
+/** The command of a key, as KeyboardEvent.key has it. Of Shift only the arrows ask: other keys need it to be typed. */
+export function commandOf(key: string, withShift: boolean): Command | undefined {
+    const fits = ({ keys, shift }: Command): boolean => keys.some((each) => each === key || each === key.toLowerCase())
+        && (!key.startsWith('Arrow') || (shift ?? false) === withShift);
+    return commands.find(fits);
+}
+
+/** How a command's key is shown: arrows as arrows, letters as on the keys. */
+export function showKey({ keys: [key], shift }: Command): string {
     const arrows: Readonly<Record<string, string>> = {
         ArrowLeft: '←',
         ArrowRight: '→',
         ArrowUp: '↑',
         ArrowDown: '↓',
     };
-    return arrows[key] ?? (key.length === 1 ? key.toUpperCase() : key);
+    return `${shift ? 'Shift ' : ''}${arrows[key] ?? (key.length === 1 ? key.toUpperCase() : key)}`;
 }

@@ -1,6 +1,7 @@
 import type { Box } from '../math/Box';
 import type { Vec3 } from '../math/vec3';
 import { markKinds, type Mark, type MarkKind } from '../tools/marks';
+import { toolKinds } from '../tools/tools';
 import type { Camera } from '../view/Camera';
 import { budgets, colorWays, pointSizes, type ColorBy, type Corridor, type State } from './State';
 
@@ -44,7 +45,7 @@ export function parseHash(hash: string): Partial<State> {
         ground: parseFlag(values.get('ground')),
         clip: parseClip(values.get('clip')),
         marks: values.getAll('mark').map(parseMark).filter((mark) => mark !== undefined),
-        polygon: parsePlaces(values.get('polygon') ?? ''),
+        polygon: parsePolygon(values.get('polygon') ?? ''),
         corridor: parseCorridor(values.get('profile')),
         outline: parseOutline(values.get('outline')),
     };
@@ -77,7 +78,7 @@ function parseClip(text: string | null): Box | undefined {
 
 function parseCorridor(text: string | null): Corridor | undefined {
     const n = parseNumbers(text, 7);
-    if (n === undefined || !(n[6] > 0)) return undefined;
+    if (n === undefined || !(n[6] > 0) || (n[0] === n[3] && n[1] === n[4])) return undefined;
     return { from: [n[0], n[1], n[2]], to: [n[3], n[4], n[5]], width: n[6] };
 }
 
@@ -110,6 +111,11 @@ function formatPlaces(places: readonly Vec3[]): string {
 function parsePlaces(text: string): Vec3[] {
     const places = text.split(';').map((part) => parseNumbers(part, 3));
     return places.every((place) => place !== undefined) ? (places as unknown as Vec3[]) : [];
+}
+
+function parsePolygon(text: string): Vec3[] {
+    const places = parsePlaces(text);
+    return places.length >= toolKinds.polygon.least ? places : [];
 }
 
 const numPlaces: Readonly<Record<MarkKind, readonly [number, number]>> = {

@@ -1,12 +1,16 @@
 import type { App } from './App';
-import { commands } from './commands';
+import { commandOf } from './commands';
+import { takePlace } from './takePlace';
 
 /** The page's keys: commands, and what ends or undoes a tool's clicks. */
 export function bindKeys(app: App): void {
     addEventListener('keydown', (event) => {
         if (event.ctrlKey || event.metaKey || event.altKey || isWriting(event)) return;
-        if (handleKey(app, event)) event.preventDefault();
+        if (!handleKey(app, event)) return;
+        event.preventDefault();
+        app.aimWithKeys(true);
     });
+    app.ui.canvas.addEventListener('pointermove', () => app.aimWithKeys(false));
     addEventListener('keyup', (event) => app.flight.release(event.key, event.shiftKey));
     addEventListener('blur', () => app.flight.stop());
 }
@@ -22,6 +26,7 @@ function isWriting(event: KeyboardEvent): boolean {
 
 function handleKey(app: App, event: KeyboardEvent): boolean {
     if (event.key === 'Escape') {
+        if (app.gathering === null && !app.flying) app.ui.closeDisplay();
         app.stopTool();
         return true;
     }
@@ -30,7 +35,7 @@ function handleKey(app: App, event: KeyboardEvent): boolean {
         app.redraw();
         return true;
     }
-    const command = commands.find(({ keys }) => keys.some((key) => key === event.key || key === event.key.toLowerCase()));
+    const command = commandOf(event.key, event.shiftKey);
     if (command === undefined || (event.repeat && command.group !== 'View')) return false;
     command.run(app);
     return true;
@@ -39,17 +44,13 @@ function handleKey(app: App, event: KeyboardEvent): boolean {
 /** Without a mouse: the point in the middle of the picture is taken with the space bar. */
 function handleToolKey(app: App, event: KeyboardEvent): boolean {
     const onButton = event.target instanceof HTMLButtonElement;
-    if (event.key === 'Enter' && !onButton && app.gathering?.canFinish) app.finishTool();
-    else if (event.key === 'Backspace') {
+    if (event.key === 'Enter' && !onButton && app.gathering !== null) {
+        void app.gathering.taken.then(() => app.finishTool());
+    } else if (event.key === 'Backspace') {
         app.gathering?.removeLast();
         app.ui.updateTool();
         app.redraw();
-    } else if (event.key === ' ' && !onButton) void takeMiddle(app);
+    } else if (event.key === ' ' && !onButton) void takePlace(app, app.stage.width / 2, app.stage.height / 2);
     else return false;
     return true;
-}
-
-async function takeMiddle(app: App): Promise<void> {
-    const point = await app.picker.pick(app.stage.width / 2, app.stage.height / 2);
-    if (point !== null) app.addPoint(point);
 }

@@ -9,9 +9,9 @@ export async function saveScreenshot(app: App): Promise<void> {
     const picture = stage.compose((context) => {
         const pen = new Pen(context, app.view(), state.theme);
         pen.font(17, true);
-        pen.text(22, 32, 0, info.file);
+        pen.rimmed(22, 32, 0, info.file);
         pen.font(13);
-        pen.text(22, 52, 0, `${groupDigits(stage.selection.points)} of ${groupDigits(info.points)} points`, 0.72);
+        pen.rimmed(22, 52, 0, `${groupDigits(stage.selection.points)} of ${groupDigits(info.points)} points`, 0.72);
     });
     const blob = await new Promise<Blob | null>((done) => picture.toBlob(done, 'image/png'));
     if (blob === null) return app.ui.tell('The picture could not be made');

@@ -2,6 +2,7 @@ import type { Box } from '../math/Box';
 import { isStretched, noStretch, type Stretch } from '../math/stretch';
 import type { Ray } from '../view/View';
 import { ApiError } from './ApiError';
+import { NoAnswer } from './NoAnswer';
 import type { Job, PickedPoint, ServerInfo } from './info';
 
 export type Parameters = Readonly<Record<string, string | number | readonly string[] | undefined>>;
@@ -17,6 +18,8 @@ export interface Choice {
 
 /** Asks the server, with the token that the page's own address brings. */
 export class Api {
+    /** Told with each answer, and where there was none. */
+    onAnswer: (answers: boolean) => void = () => undefined;
     readonly #token = new URLSearchParams(location.search).get('token');
 
     url(path: string, parameters: Parameters = {}): string {
@@ -31,11 +34,11 @@ export class Api {
     }
 
     async json<T>(path: string, parameters: Parameters = {}, signal?: AbortSignal): Promise<T> {
-        return (await (await this.#get(path, parameters, signal)).json()) as T;
+        return (await this.#get(path, parameters, (response) => response.json(), signal)) as T;
     }
 
     async bytes(path: string, parameters: Parameters = {}, signal?: AbortSignal): Promise<ArrayBuffer> {
-        return (await this.#get(path, parameters, signal)).arrayBuffer();
+        return this.#get(path, parameters, (response) => response.arrayBuffer(), signal);
     }
 
     info(): Promise<ServerInfo> {
@@ -94,10 +97,24 @@ export class Api {
         throw new DOMException('cancelled', 'AbortError');
     }
 
-    async #get(path: string, parameters: Parameters, signal?: AbortSignal): Promise<Response> {
-        const response = await fetch(this.url(path, parameters), { signal });
-        if (!response.ok) throw new ApiError(response.status, (await response.text()).trim());
-        return response;
+    async #get<T>(
+        path: string,
+        parameters: Parameters,
+        read: (response: Response) => Promise<T>,
+        signal?: AbortSignal,
+    ): Promise<T> {
+        try {
+            const response = await fetch(this.url(path, parameters), { signal });
+            const answer = response.ok ? await read(response) : (await response.text()).trim();
+            this.onAnswer(true);
+            if (!response.ok) throw new ApiError(response.status, answer as string);
+            return answer as T;
+        } catch (error) {
+            // What fetch rejects with where there is no server, or one that ends amid its answer.
+            if (!(error instanceof TypeError)) throw error;
+            this.onAnswer(false);
+            throw new NoAnswer();
+        }
     }
 }
 

@@ -140,6 +140,8 @@ export class Renderer {
     #setShared(view: View, look: Look): void {
         const shared = this.#shared;
         shared.uParallel.value = view.camera.parallel;
+        shared.uBall.value = look.shading ? 1 : 0;
+        shared.uScale.value = this.#scale;
         shared.uByHeight.value = look.byHeight;
         shared.uSizeRange.value.set(sizeRange[0] * this.#scale, sizeRange[1] * this.#scale * look.pointSize);
         shared.uAccent.value.set(...accent[look.theme]).divideScalar(255);
@@ -170,6 +172,8 @@ function sharedUniforms() {
     return {
         uParallel: { value: false },
         uByHeight: { value: false },
+        uBall: { value: 0 },
+        uScale: { value: 1 },
         uSizeRange: { value: new Vector2() },
         uAccent: { value: new Vector3() },
         uRamp: { value: heightStops.map((stop) => new Vector3(...stop).divideScalar(255)) },

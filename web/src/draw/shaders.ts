@@ -22,7 +22,10 @@ uniform vec3 uClipMax;
 uniform int uRingCount;
 uniform vec2 uRing[${maxRing}];
 uniform vec3 uAccent;
+uniform float uBall;         // 1: large points are shaded at their rims, 0: they are not
+uniform float uScale;        // device pixels a CSS pixel
 out vec4 vColor;
+out float vBall;
 
 vec3 rampColor(float share) {
     float pos = clamp(share, 0.0, 1.0) * ${(heightStops.length - 1).toFixed(1)};
@@ -51,8 +54,11 @@ void main() {
     }
     vec4 seen = modelViewMatrix * vec4(place, 1.0);
     gl_Position = projectionMatrix * seen;
-    float size = clamp(uParallel ? uPixels : uPixels / max(-seen.z, 1e-9), uSizeRange.x, uSizeRange.y);
+    float gap = uParallel ? uPixels : uPixels / max(-seen.z, 1e-9);
+    float size = clamp(gap, uSizeRange.x, uSizeRange.y);
     gl_PointSize = size;
+    // Points that no longer close a surface are shaded as balls, others hardly.
+    vBall = uBall * smoothstep(9.0, 22.0, size / uScale) * mix(0.8, 3.6, smoothstep(1.0, 1.8, gap / uSizeRange.y));
     vec3 shown = uByHeight ? rampColor(uHeight.x + place.z * uHeight.y) : color.rgb;
     if (uRingCount > 2 && inRing(place.xy))
         shown = mix(shown, uAccent, 0.6);
@@ -62,12 +68,13 @@ void main() {
 export const pointFragment = `
 precision highp float;
 in vec4 vColor;
+in float vBall;
 out vec4 outColor;
 void main() {
     vec2 at = gl_PointCoord - 0.5;
     if (vColor.a > 2.6 / 64.0 && dot(at, at) > 0.25)
         discard;
-    outColor = vColor;
+    outColor = vec4(vColor.rgb * (1.0 - vBall * dot(at, at) * dot(at, at)), vColor.a);
 }`;
 
 export const screenVertex = `
@@ -216,7 +223,10 @@ void main() {
         }
         behind += weights[k] * sum * 0.25;
     }
-    float dome = exp(-uStrength * 0.9 * (1.0 - 0.6 * share) * behind);
+    // Points too large to close a surface are single balls: what shades surfaces would cut them into wedges.
+    float ball = smoothstep(12.0, 24.0, size / uScale);
+    float strength = uStrength * (1.0 - 0.8 * ball);
+    float dome = exp(-strength * 0.9 * (1.0 - 0.6 * share) * behind);
 
     int m = 2 * n;
     float reach = 3.0 * float(m) / perUnit;
@@ -227,6 +237,6 @@ void main() {
              - smoothDepth(at - ivec2(0, m), depthAt(at - ivec2(0, m), middle), reach, n)) * perUnit / float(m);
     vec3 normal = normalize(vec3(clamp(right, -1.5, 1.5), clamp(up, -1.5, 1.5), 1.0));
     float lit = clamp(dot(normal, vec3(-0.45, 0.60, 1.0)), 0.0, 1.35);
-    float byLight = uStrength * 0.42 * (1.0 - 0.85 * share);
+    float byLight = strength * 0.42 * (1.0 - 0.85 * share);
     outColor = vec4(texel.rgb * dome * (1.0 - byLight + byLight * lit), 1.0);
 }`;

@@ -38,6 +38,17 @@ export class Pen {
         this.context.fillText(text, x - align * this.widthOf(text), y);
     }
 
+    /** A text that can be read on any points: with a rim. */
+    rimmed(x: number, y: number, align: number, text: string, alpha = 0.95): void {
+        const { context } = this;
+        context.lineJoin = 'round';
+        context.lineWidth = 3.5;
+        context.strokeStyle = cssColor(this.surround.background, 0.85);
+        context.setLineDash([]);
+        context.strokeText(text, x - align * this.widthOf(text), y);
+        this.text(x, y, align, text, alpha);
+    }
+
     /** A text that can be read on any points: with a panel behind it. */
     tag(x: number, y: number, text: string, bold = false): void {
         this.font(12.5, bold);

@@ -49,14 +49,25 @@ export function paintGathering(pen: Pen, gathering: Gathering, hover: Vec3 | nul
 /** Where a click would snap to. */
 export function paintHover(pen: Pen, place: Vec3): void {
     const { x, y, depth } = pen.project(place);
-    if (depth <= 0) return;
-    const { context } = pen;
-    for (const [width, color] of [
-        [4, pen.surround.panel],
-        [1.75, pen.accent],
-    ] as const) {
+    if (depth > 0) strokeRimmed(pen, () => pen.context.arc(x, y, 7, 0, 2 * Math.PI));
+}
+
+/** A cross around the middle of the picture, which itself stays free. */
+export function paintMiddle(pen: Pen): void {
+    const { context, view } = pen;
+    const [x, y] = [view.width / 2, view.height / 2];
+    strokeRimmed(pen, () => {
+        for (const [dx, dy] of [[1, 0], [-1, 0], [0, 1], [0, -1]]) {
+            context.moveTo(x + 4 * dx, y + 4 * dy);
+            context.lineTo(x + 12 * dx, y + 12 * dy);
+        }
+    });
+}
+
+function strokeRimmed({ context, surround, accent }: Pen, trace: () => void): void {
+    for (const [width, color] of [[4, surround.panel], [1.75, accent]] as const) {
         context.beginPath();
-        context.arc(x, y, 7, 0, 2 * Math.PI);
+        trace();
         context.lineWidth = width;
         context.strokeStyle = `rgb(${color.join(',')})`;
         context.stroke();

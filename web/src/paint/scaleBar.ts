@@ -1,5 +1,5 @@
 import { roundDown } from '../math/numbers';
-import type { Rgb } from '../colors/colors';
+import { cssColor, type Rgb } from '../colors/colors';
 import type { Pen } from './Pen';
 
 const light: Rgb = [240, 243, 247];
@@ -19,11 +19,11 @@ export function paintScaleBar(pen: Pen, x: number, y: number, unit: string | nul
     pen.rect(x - 1, y - 1, pixels + 2, 8, frame, 0.9);
     for (let k = 0; k < 4; ++k) pen.rect(x + (k * pixels) / 4, y, pixels / 4, 6, k % 2 === 0 ? light : dark);
     pen.font(12.5);
-    pen.text(x, y - 7, 0, '0');
+    pen.rimmed(x, y - 7, 0, '0');
     const label = formatUnits(units);
-    if (pixels > 90) pen.text(x + pixels / 2, y - 7, 0.5, formatUnits(units / 2));
-    pen.text(x + pixels, y - 7, 0.5, label);
-    pen.text(x + pixels + pen.widthOf(label) / 2 + 5, y - 7, 0, unit ?? 'units', 0.8);
+    if (pixels > 90) pen.rimmed(x + pixels / 2, y - 7, 0.5, formatUnits(units / 2));
+    pen.rimmed(x + pixels, y - 7, 0.5, label);
+    pen.rimmed(x + pixels + pen.widthOf(label) / 2 + 5, y - 7, 0, unit ?? 'units', 0.8);
 }
 
 function formatUnits(units: number): string {
@@ -46,11 +46,15 @@ export function paintNorth(pen: Pen, x: number, y: number): void {
         context.lineTo(x - nx * size * 0.45, y - ny * size * 0.45);
         context.closePath();
         const [r, g, b] = pen.surround.text;
+        context.setLineDash([]);
+        context.lineWidth = 2;
+        context.strokeStyle = cssColor(pen.surround.background, 0.85);
+        context.stroke();
         context.fillStyle = `rgba(${r}, ${g}, ${b}, ${alpha})`;
         context.fill();
     };
     wing(1, 0.95);
     wing(-1, 0.55);
     pen.font(12, true);
-    pen.text(x + nx * (size + 10), y + ny * (size + 10) + 4, 0.5, 'N');
+    pen.rimmed(x + nx * (size + 10), y + ny * (size + 10) + 4, 0.5, 'N');
 }

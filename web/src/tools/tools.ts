@@ -47,6 +47,8 @@ export const toolKinds: Readonly<Record<ToolName, ToolKind>> = {
 export class Gathering {
     readonly places: Vec3[] = [];
     readonly indices: number[] = [];
+    /** Done when all that was clicked so far is here. */
+    taken: Promise<void> = Promise.resolve();
 
     constructor(readonly kind: ToolKind) {}
 

@@ -5,7 +5,7 @@ import { planArea, planCircumference } from '../math/measures';
 import { formatMeasure, groupDigits, withUnit } from '../math/numbers';
 import { isStretched, toDrawn, type Stretch } from '../math/stretch';
 import { markTitles, readMark, type Mark, type Reading } from '../tools/marks';
-import { button, download, h, icon } from './dom';
+import { button, h, icon } from './dom';
 import { icons } from './icons';
 
 /** Of an outline as drawn; what the server says of it, where that is the same. */
@@ -19,7 +19,7 @@ function outlineSize({ area, length, ring }: OutlineResult, stretch: Stretch): {
 export class Cards {
     readonly element = h('aside', { class: 'cards', attr: { 'aria-label': 'Results' } });
     #countFor = '';
-    #count: number | null = null;
+    #count: number | 'failed' | null = null;
 
     constructor(readonly app: App) {}
 
@@ -67,7 +67,8 @@ export class Cards {
 
     #polygonCard(): HTMLElement {
         this.#askCount();
-        const value = this.#count === null ? '…' : groupDigits(this.#count);
+        const count = this.#count;
+        const value = count === null ? '…' : count === 'failed' ? 'could not be counted' : groupDigits(count);
         const remove = (): void => this.app.change({ polygon: [] });
         const row = h('div', { class: 'actions' }, ...this.#exports('polygon'));
         const card = this.#card('Selection', [{ label: 'Points', value }], remove, row);
@@ -89,8 +90,20 @@ export class Cards {
                 this.#count = count;
                 this.update();
             },
-            (error: unknown) => app.ui.tellFailure('The points could not be counted', error),
+            (error: unknown) => {
+                app.ui.tellFailure('The points could not be counted', error);
+                if (key !== this.#countFor) return;
+                this.#count = 'failed';
+                this.update();
+            },
         );
+    }
+
+    /** What could not be counted may be now. */
+    countAgain(): void {
+        if (this.#count !== 'failed') return;
+        this.#countFor = '';
+        this.update();
     }
 
     #exports(what: 'clip' | 'polygon'): HTMLElement[] {
@@ -100,7 +113,7 @@ export class Cards {
                 const { state, info } = this.app;
                 const choice = { ...this.app.choice(), ...(what === 'polygon' ? { polygon: state.polygon } : {}) };
                 const name = `${info.file.replace(/\.[^.]*$/, '')}-${what}.${format}`;
-                download(this.app.api.exportUrl(format, choice), name);
+                void this.app.ui.save(this.app.api.exportUrl(format, choice), name);
             };
             return button(format.toUpperCase(), save, { class: 'small', attr: { 'aria-label': label, title: label } });
         });

@@ -1,4 +1,5 @@
 import type { App } from '../app/App';
+import { findCommand } from '../app/commands';
 import { colorsOf } from '../app/start';
 import { budgets, pointSizes, type ColorBy, type State } from '../app/State';
 import { surrounds } from '../colors/colors';
@@ -56,6 +57,16 @@ export class DisplayPanel {
             this.#row('Background', 'background', this.#backgroundBox()),
             this.#viewButtons(),
         );
+        this.element.addEventListener('keydown', (event) => this.#closeBy(event));
+    }
+
+    /** Its controls have the page's keys for themselves, but for those that close it. */
+    #closeBy(event: KeyboardEvent): void {
+        if (event.ctrlKey || event.metaKey || event.altKey) return;
+        if (event.key !== 'Escape' && !findCommand('display').keys.includes(event.key.toLowerCase())) return;
+        event.preventDefault();
+        event.stopPropagation();
+        this.app.ui.closeDisplay();
     }
 
     update(state: State): void {

@@ -67,6 +67,9 @@ export class ProfilePanel {
             this.#paint();
         } catch (error) {
             this.app.ui.tellFailure('The profile could not be had', error);
+            if (asked !== this.#asked) return;
+            this.#asked = ''; // the next change asks again
+            this.#text.textContent = 'The profile could not be had';
         }
     }
 
@@ -116,7 +119,7 @@ export class ProfilePanel {
         const { corridor } = this.app.state;
         if (corridor === null) return;
         const url = this.app.api.url('api/profile', { ...this.#parameters(corridor), format: 'csv' });
-        download(url, `${this.app.info.file.replace(/\.[^.]*$/, '')}-profile.csv`);
+        void this.app.ui.save(url, `${this.app.info.file.replace(/\.[^.]*$/, '')}-profile.csv`);
     }
 
     #save(): void {

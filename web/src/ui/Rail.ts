@@ -32,8 +32,8 @@ export function commandButton(app: App, id: string, labelled: boolean): HTMLButt
     return element;
 }
 
-function tooltip({ label, keys }: Command): string {
-    return keys.length > 0 ? `${label} (${showKey(keys[0])})` : label;
+function tooltip(command: Command): string {
+    return command.keys.length > 0 ? `${command.label} (${showKey(command)})` : command.label;
 }
 
 /** The tools, at the side of the picture. */

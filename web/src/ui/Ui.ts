@@ -1,13 +1,14 @@
 import type { App } from '../app/App';
 import type { JobShown } from '../app/Jobs';
 import type { State } from '../app/State';
+import { NoAnswer } from '../data/NoAnswer';
 import type { OutlineResult, PickedPoint } from '../data/info';
 import { formatCoord, groupDigits } from '../math/numbers';
 import { Cards } from './Cards';
 import { ClipHandles } from './ClipHandles';
 import { showAbout, showHelp } from './dialogs';
 import { DisplayPanel } from './DisplayPanel';
-import { button, h } from './dom';
+import { button, download, h } from './dom';
 import { ProfilePanel } from './ProfilePanel';
 import { commandButton, Rail } from './Rail';
 
@@ -21,6 +22,11 @@ export interface Area {
 const narrow = 700; // CSS pixels: below, the tools lie at the bottom
 const roomBelow = 330; // CSS pixels: enough for a legend under what lies at the side, and the arrow to the north
 const toldFor = 6000; // milliseconds
+const ended =
+    'zorcld has ended: what is drawn stays, and no more can be loaded, measured or saved. ' +
+    'Start it again, and open the address that it prints.';
+const headHeight = 56; // CSS pixels of the file's name and what is drawn
+const scaleHeight = 40; // and of the scale bar
 
 /** All that is around the picture. */
 export class Ui {
@@ -36,6 +42,8 @@ export class Ui {
     readonly #hovered = h('p', { class: 'hovered' });
     readonly #job = h('div', { class: 'job panel', attr: { role: 'status' } });
     readonly #told = h('div', { class: 'told', attr: { role: 'alert' } });
+    readonly #ended = h('p', { class: 'panel ended' }, ended);
+    #beforeDisplay: Element | null = null;
     readonly #header: HTMLElement;
     readonly #side: HTMLElement;
 
@@ -43,7 +51,7 @@ export class Ui {
         readonly root: HTMLElement,
         readonly app: App,
     ) {
-        const label = 'The cloud. Arrow keys turn the view, plus and minus zoom.';
+        const label = 'The cloud. Arrow keys turn the view, with Shift they shift it, plus and minus zoom.';
         this.canvas = h('canvas', { class: 'picture', attr: { tabindex: '0', role: 'application', 'aria-label': label } });
         this.handles = new ClipHandles(app);
         this.#rail = new Rail(app);
@@ -82,16 +90,31 @@ export class Ui {
         const below = this.#side.offsetTop + this.#side.offsetHeight;
         if (this.isNarrow) return { left: 0, top: Math.max(70, below), right: width, bottom: height - profile - 92 };
         const area = { left: this.#rail.element.offsetWidth + 12, top: 64, right: width, bottom: height - profile - 8 };
-        const shown = [this.#display.element, this.#job, this.#cards.element].filter((each) => each.offsetHeight > 0);
-        if (shown.length === 0) return area;
+        const side = this.#sideWidth();
+        if (side === 0) return area;
         if (area.bottom - below >= roomBelow) return { ...area, top: below };
-        return { ...area, right: width - Math.max(...shown.map((each) => each.offsetWidth)) - 12 };
+        return { ...area, right: width - side };
+    }
+
+    /** Where a cloud can be seen as a whole, beside a legend so wide (0: none). */
+    roomForCloud(legend: number): Area {
+        const area = this.freeArea();
+        if (this.isNarrow) return { ...area, bottom: area.bottom - scaleHeight };
+        const beside = Math.max(area.right === window.innerWidth ? this.#sideWidth() : 0, legend);
+        return { ...area, top: headHeight, right: area.right - beside, bottom: area.bottom - scaleHeight };
+    }
+
+    #sideWidth(): number {
+        const shown = [this.#display.element, this.#job, this.#cards.element].filter((each) => each.offsetHeight > 0);
+        return shown.length === 0 ? 0 : Math.max(...shown.map((each) => each.offsetWidth)) + 12;
     }
 
     updateTool(): void {
         const { gathering, flying } = this.app;
         this.#rail.update();
         this.canvas.classList.toggle('picks', gathering !== null);
+        // The tool's own keys, Space among them, are no more those of the button that it was begun with.
+        if (gathering !== null && document.activeElement instanceof HTMLButtonElement) this.canvas.focus({ preventScroll: true });
         const hint = flying
             ? 'W A S D fly, Q and E sink and rise, Shift is faster, drag to look around, Escape ends'
             : (gathering?.kind.hint(gathering.count) ?? '');
@@ -140,9 +163,27 @@ export class Ui {
         setTimeout(() => note.remove(), toldFor);
     }
 
+    /** Says for as long as the server does not answer that it does not. */
+    showAnswers(answers: boolean): void {
+        if (!answers) return this.#told.prepend(this.#ended);
+        this.#ended.remove();
+        this.#cards.countAgain();
+        this.app.redraw();
+    }
+
+    /** Saves what the server is to send, or says that it could not. */
+    async save(url: string, name: string): Promise<void> {
+        try {
+            await this.app.api.info(); // a download that gets no answer would say nothing
+            download(url, name);
+        } catch (error) {
+            this.tellOnce(`${name} was not saved: ${causeOf(error)}`);
+        }
+    }
+
+    /** Where the server has ended, that is said anyway. */
     tellFailure(what: string, error: unknown): void {
-        const cause = error instanceof Error ? error.message : String(error);
-        this.tellOnce(`${what}: ${cause}`);
+        if (!(error instanceof NoAnswer)) this.tellOnce(`${what}: ${causeOf(error)}`);
     }
 
     /** Not again while it still can be read. */
@@ -151,10 +192,20 @@ export class Ui {
     }
 
     toggleDisplay(): void {
-        const { element } = this.#display;
-        element.hidden = !element.hidden;
+        if (!this.#display.element.hidden) return this.closeDisplay();
+        this.#beforeDisplay = document.activeElement;
+        this.#display.element.hidden = false;
+        this.#display.element.querySelector('select')?.focus();
         this.app.redraw();
-        if (!element.hidden) element.querySelector<HTMLElement>('select')?.focus();
+    }
+
+    /** The keys then are where they were before. */
+    closeDisplay(): void {
+        const { element } = this.#display;
+        const hadFocus = element.contains(document.activeElement);
+        element.hidden = true;
+        if (hadFocus && this.#beforeDisplay instanceof HTMLElement) this.#beforeDisplay.focus();
+        this.app.redraw();
     }
 
     showHelp(): void {
@@ -164,4 +215,8 @@ export class Ui {
     showAbout(): Promise<void> {
         return showAbout(this.app.info, this.app.api);
     }
+}
+
+function causeOf(error: unknown): string {
+    return error instanceof Error ? error.message : String(error);
 }

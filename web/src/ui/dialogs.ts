@@ -24,7 +24,7 @@ const handling: readonly (readonly [string, string])[] = [
     ['One finger', 'turn; on the map: shift'],
     ['Two fingers', 'shift, zoom and turn'],
     ['W A S D Q E, flying', 'ahead, left, back, right, down, up; with Shift faster; drag to look around'],
-    ['Space, with a tool', 'take the point in the middle'],
+    ['Space, with a tool', 'take the point in the middle, where the cross is'],
     ['Backspace, with a tool', 'take back the last point'],
     ['Enter, Escape', 'end a tool; leave it'],
 ];
@@ -32,8 +32,8 @@ const handling: readonly (readonly [string, string])[] = [
 export function showHelp(): void {
     const lists = ['View', 'Measure', 'Cut and choose', 'Page'].map((group) => {
         const list = h('dl', { class: 'keys' });
-        for (const { keys, label } of commands.filter((command) => command.group === group && command.keys.length > 0))
-            list.append(h('dt', {}, h('kbd', {}, showKey(keys[0]))), h('dd', {}, label));
+        for (const command of commands.filter((each) => each.group === group && each.keys.length > 0))
+            list.append(h('dt', {}, h('kbd', {}, showKey(command))), h('dd', {}, command.label));
         return h('div', {}, h('h3', {}, group), list);
     });
     const hands = h('dl', { class: 'hands' });
@@ -52,8 +52,10 @@ interface Licence {
 export async function showAbout(info: CloudInfo, api: Api): Promise<void> {
     const facts = h('dl', { class: 'hands' });
     for (const [label, value] of describeCloud(info)) facts.append(h('dt', {}, label), h('dd', {}, value));
+    const { announced, points } = info;
+    const lacking = announced === null || announced <= points ? [] : [h('p', { class: 'note' }, describeLack(announced - points))];
     const box = h('div', {});
-    openDialog('About', h('p', {}, 'zorcld serve: a cloud of points, shown from memory. Nothing leaves this machine.'), facts, h('h3', {}, 'Made with'), box);
+    openDialog('About', h('p', {}, 'zorcld serve: a cloud of points, shown from memory. Nothing leaves this machine.'), facts, ...lacking, h('h3', {}, 'Made with'), box);
     try {
         for (const each of await api.json<Licence[]>('licences.json'))
             box.append(h('details', {}, h('summary', {}, `${each.name} ${each.version}, ${each.license}`), h('pre', {}, each.text)));
@@ -62,13 +64,22 @@ export async function showAbout(info: CloudInfo, api: Api): Promise<void> {
     }
 }
 
+/** Why a cloud has fewer points than its file says. */
+export function describeLack(count: number): string {
+    const points = count === 1 ? '1 point of the file is' : `${groupDigits(count)} points of the file are`;
+    return (
+        `${points} not here. Of points that lie on top of each other, at the same x and y, the cloud keeps one. ` +
+        'Points that the file announces and does not hold are missing, too.'
+    );
+}
+
 function describeCloud(info: CloudInfo): [string, string][] {
     const facts: [string, string][] = [
         ['File', info.file],
         ['Points', groupDigits(info.points)],
     ];
     if (info.announced !== null && info.announced !== info.points)
-        facts.push(['In the file', `${groupDigits(info.announced)}: points stacked at one place in plan are one here`]);
+        facts.push(['In the file', groupDigits(info.announced)]);
     if (info.bounds !== null)
         ['x', 'y', 'z'].forEach((axis, k) =>
             facts.push([axis, `${formatCoord(info.bounds!.min[k])} to ${formatCoord(info.bounds!.max[k])}`]),

@@ -37,10 +37,20 @@ async function colorAt(place: Vec3): Promise<Vec3> {
 }
 
 test('Outline_OfTheLargestPartSaysSo', async () => {
+    const told: string[] = [];
+    await window.page.exposeFunction('noteTold', (text: string) => told.push(text)); // notes go again after a while
+    const { identifier } = await window.page.evaluateOnNewDocument(() => {
+        const hear = (changes: MutationRecord[]): void => {
+            const { noteTold } = globalThis as unknown as { noteTold: (text: string) => void };
+            for (const { target, addedNodes } of changes)
+                if ((target as Element).className === 'told') addedNodes.forEach((note) => noteTold(note.textContent ?? ''));
+        };
+        new MutationObserver(hear).observe(document, { childList: true, subtree: true });
+    });
     await window.show(served, hashOf(map, `${flat}&outline=3`));
     await window.page.waitForSelector('[data-kind=outline]');
-    const told = await window.page.$$eval('.told p', (notes) => notes.map((note) => note.textContent));
     assert.deepEqual(told, ['The outline is of the largest part of the cloud']);
+    await window.page.removeScriptToEvaluateOnNewDocument(identifier);
 });
 
 test('Budget_OfTheLinkTheSliderAndThePageAreTheSame', async () => {
@@ -52,6 +62,11 @@ test('Budget_OfTheLinkTheSliderAndThePageAreTheSame', async () => {
 
 test('Ground_InTheColoursOfClassesWithTheIndicesOfTheFile', async () => {
     await window.show(served, hashOf(map, `${flat}&color=class`));
+    for (let tries = 0; (await colorAt([10, 10, 0])).join() === '255,255,255'; ++tries) {
+        assert.ok(tries < 200);
+        await new Promise((done) => setTimeout(done, 50)); // the colours of classes are made first
+    }
+    await window.settled();
     const whole = [await colorAt([10, 10, 0]), await colorAt([50, 50, 0]), await colorAt([24, 34, 9])];
     await window.show(served, hashOf(map, `${flat}&color=class&ground=1`));
     await window.page.waitForFunction(() => document.querySelector('.drawn')?.textContent?.includes('of the ground'));
@@ -66,6 +81,17 @@ test('Ground_InTheColoursOfClassesWithTheIndicesOfTheFile', async () => {
     const mark = (await window.hashWith('mark=point')).get('mark') ?? '';
     const point = await served.get<PickedPoint>(`api/point?index=${mark.split(':')[1]}`);
     assert.deepEqual([point.x, point.y, point.z], [50, 50, 0]);
+});
+
+test('About_SaysWhatOfTheFileIsNotHere', async () => {
+    const other = await Served.start(writeLas('doubled.las', [...points.slice(0, 100), ...points.slice(0, 40)]));
+    await window.show(other, '#theme=dark');
+    await window.page.click('[data-command=about]');
+    const note = await window.page.waitForSelector('dialog .note');
+    const said = await note?.evaluate((element) => element.textContent);
+    assert.match(said ?? '', /^40 points of the file are not here\. .*on top of each other/);
+    await window.page.click('dialog .primary');
+    assert.equal(await other.stop(), 0);
 });
 
 test('AllOfIt_NoErrorIsLogged', () => assert.deepEqual(window.complaints, []));

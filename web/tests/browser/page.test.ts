@@ -110,6 +110,16 @@ test('Distance_BetweenKnownPoints', async () => {
     assert.equal(text, '50.00');
 });
 
+test('DoubleClick_FliesToThePoint', async () => {
+    await window.show(served, hashOf(map, flat));
+    const before = await window.writtenHash();
+    const { x, y } = spotOf(map, [36, 44.5, 0]);
+    await window.page.mouse.click(x, y, { count: 2 });
+    const n = ((await window.restingHash(before)).get('view') ?? '').split(',').map(Number);
+    assert.ok(Math.hypot(n[0] - 36, n[1] - 44.5) < 0.3, n.join());
+    assert.ok(n[3] < 0.5 * map.distance, n.join());
+});
+
 test('Polygon_CountsThePointsInside', async () => {
     const ring = [[9.8, 9.8, 0], [20.2, 9.8, 0], [20.2, 15.2, 0], [9.8, 15.2, 0]].map((place) => place.join(',')).join(';');
     await window.show(served, hashOf(map, `${flat}&polygon=${ring}`));

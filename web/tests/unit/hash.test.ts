@@ -37,7 +37,8 @@ test('Hash_WhatIsNotUnderstoodIsLeftOut', () => {
         '#view=1,2,3', '#view=1,2,3,-4,5,6', '#view=1,2,3,4,5,91', '#view=a,b,c,d,e,f', '#view=1,2,3,NaN,5,6',
         '#theme=pink', '#color=taste', '#size=1e9', '#size=', '#budget=-5', '#clip=4,4,4,1,1,1', '#clip=1',
         '#mark=point:1', '#mark=nothing:1:1,2,3', '#mark=angle:1:1,2,3', '#mark=point:x:1,2,3', '#profile=1,2,3,4,5,6,0',
-        '#outline=-1', '#outline=Infinity', '#background=<b>', '#shading=2', '#polygon=1,2;3', '#=&&=', '#%',
+        '#outline=-1', '#outline=Infinity', '#background=<b>', '#shading=2', '#polygon=1,2;3', '#polygon=1,2,3', '#polygon=1,2,3;4,5,6',
+        '#profile=1,2,3,1,2,9,4', '#=&&=', '#%',
     ]) {
         const { marks, polygon, ...rest } = parseHash(text);
         assert.deepEqual([marks, polygon, rest], [[], [], {}], text);

@@ -5,7 +5,7 @@ import { angleAt, planArea } from '../../src/math/measures';
 import { formatMeasure, makeTicks, roundDown } from '../../src/math/numbers';
 import { distance, dot, length, unit, type Vec3 } from '../../src/math/vec3';
 import { basisOf, eyeOf, orbit, pan, refocus, zoom, type Camera } from '../../src/view/Camera';
-import { firstDirection, fitView } from '../../src/view/fitView';
+import { firstDirection, fitView, frameOf, hiddenBy, wholeFrame } from '../../src/view/fitView';
 import { meetHeight, View } from '../../src/view/View';
 
 const far: Vec3 = [4000000.1234, 5500000.4321, 123.45];
@@ -68,7 +68,7 @@ for (const [name, each] of [
     test(`${name}_FitShowsTheWholeBox`, () => {
         const box = { min: [4e6, 5e6, 0], max: [4e6 + 900, 5e6 + 300, 120] } as const;
         for (const [azimuth, elevation] of [[215, 35], [180, 90], [0, 5], [180, -90], [90, 0]]) {
-            const fitted = new View(fitView(box, { azimuth, elevation, parallel: each.parallel }, 1.4), 980, 700);
+            const fitted = new View(fitView(box, { azimuth, elevation, parallel: each.parallel }, wholeFrame(1.4)), 980, 700);
             for (let corner = 0; corner < 8; ++corner) {
                 const { x, y } = fitted.project(boxCorner(box, corner));
                 assert.ok(x >= 0 && x <= 980 && y >= 0 && y <= 700, `${x}, ${y}`);
@@ -76,7 +76,39 @@ for (const [name, each] of [
             assert.ok(fitted.sees(box));
         }
     });
+
+    test(`${name}_FitKeepsToWhatIsFree`, () => {
+        const box = { min: [4e6, 5e6, 0], max: [4e6 + 900, 5e6 + 300, 120] } as const;
+        for (const area of [
+            { left: 80, top: 56, right: 720, bottom: 660 },
+            { left: 0, top: 300, right: 980, bottom: 640 },
+            { left: 600, top: 0, right: 980, bottom: 700 },
+        ])
+            for (const [azimuth, elevation] of [[215, 35], [180, 90], [0, 5], [180, -90], [90, 0]]) {
+                const direction = { azimuth, elevation, parallel: each.parallel };
+                const fitted = new View(fitView(box, direction, frameOf(area, 980, 700)), 980, 700);
+                const spots = [0, 1, 2, 3, 4, 5, 6, 7].map((corner) => fitted.project(boxCorner(box, corner)));
+                const [xs, ys] = [spots.map(({ x }) => x), spots.map(({ y }) => y)];
+                const gaps = [Math.min(...xs) - area.left, area.right - Math.max(...xs)];
+                gaps.push(Math.min(...ys) - area.top, area.bottom - Math.max(...ys));
+                assert.ok(Math.min(...gaps) > 0, `inside: ${gaps.join(', ')}`);
+                const least = [(area.right - area.left) * 0.03, (area.bottom - area.top) * 0.03];
+                assert.ok(Math.max(gaps[0], gaps[1]) < least[0] || Math.max(gaps[2], gaps[3]) < least[1], 'as large as it may be');
+            }
+    });
 }
+
+test('Frame_OfLittleRoomIsTheWholePicture', () => {
+    assert.deepEqual(frameOf({ left: 0, top: 0, right: 1400, bottom: 1000 }, 1400, 1000), wholeFrame(1.4));
+    assert.deepEqual(frameOf({ left: 700, top: 900, right: 900, bottom: 1000 }, 1400, 1000), wholeFrame(1.4));
+});
+
+test('HiddenBy_NoFurtherThanNeeded', () => {
+    assert.equal(hiddenBy([100, 200], 60, 300), 0);
+    assert.equal(hiddenBy([150, 350], 60, 300), 50);
+    assert.equal(hiddenBy([10, 200], 60, 300), -50);
+    assert.equal(hiddenBy([0, 500], 60, 300), 70);
+});
 
 test('View_SeesNothingBesideAndBehind', () => {
     const view = new View({ ...camera, target: [0, 0, 0] }, 1000, 700);

@@ -4,6 +4,7 @@
 #include <cctype>
 #include <cstdint>
 #include <cstdlib>
+#include <utility>
 
 #include <arpa/inet.h>
 #include <poll.h>
@@ -120,7 +121,7 @@ CHttpReply CHttpClient::Receive(int nMilliseconds)
         bWhole = TakeChunks(reply.sBody, nMilliseconds);
     else if (!sLength.empty())
         bWhole = TakeBytes(std::strtoul(sLength.c_str(), nullptr, 10), reply.sBody, nMilliseconds);
-    else if (nStatus != 304) // to the end of the connection
+    else if (nStatus != 304 && nStatus != 100) // to the end of the connection
     {
         while (ReadMore(nMilliseconds))
         {
@@ -129,6 +130,19 @@ CHttpReply CHttpClient::Receive(int nMilliseconds)
     }
     reply.nStatus = bWhole ? nStatus : 0;
     return reply;
+}
+
+std::string CHttpClient::ReceiveAll(int nMilliseconds)
+{
+    while (ReadMore(nMilliseconds))
+    {
+    }
+    return std::exchange(m_sRead, {});
+}
+
+void CHttpClient::CloseSending()
+{
+    shutdown(m_nSocket, SHUT_WR);
 }
 
 CHttpReply CHttpClient::Get(const std::string& sTarget, const std::string& sHeaders)

@@ -29,6 +29,12 @@ public:
     /// Reads one reply, for up to a time.
     CHttpReply Receive(int nMilliseconds = 20000);
 
+    /// Everything that comes until the server closes the connection.
+    std::string ReceiveAll(int nMilliseconds = 5000);
+
+    /// Tells the server that nothing more will be sent; what it sends is still read.
+    void CloseSending();
+
     /// Sends a request as browsers do, and reads the reply.
     CHttpReply Get(const std::string& sTarget, const std::string& sHeaders = "");
 

@@ -1,0 +1,17 @@
+#ifndef HOST_TILE_HASHFILE_H
+#define HOST_TILE_HASHFILE_H
+
+#include <atomic>
+#include <string>
+
+namespace zorcld
+{
+
+/// XXH3 of 128 bits over the bytes of a file, 32 hexadecimal digits as `xxh128sum` prints them.
+/// @param pStop  set by another thread: what is returned is worth nothing; null: nobody does.
+/// @throws CFailure when it cannot be read.
+std::string HashFile(const std::string& sPath, const std::atomic<bool>* pStop = nullptr);
+
+} // namespace zorcld
+
+#endif

@@ -1,0 +1,24 @@
+import { findCorner } from './findCorner';
+import type { App } from './App';
+
+/**
+ * What lies at a pixel is taken for the tool that is on, by mouse or by key: a point, or the corner of a polygon. Places
+ * that are taken quickly keep their order, whichever answer comes first.
+ */
+export function takePlace(app: App, x: number, y: number): Promise<void> {
+    const { gathering } = app;
+    if (gathering === null) return Promise.resolve();
+    const before = gathering.taken;
+    const asked = app.picker.pick(x, y);
+    const corner = gathering.kind.name === 'polygon' ? findCorner(app, x, y) : null;
+    gathering.taken = (async () => {
+        const picked = await asked;
+        await before;
+        if (picked === undefined || app.gathering !== gathering) return;
+        const point = picked ?? corner;
+        if (point === null) return app.ui.tellOnce('There is no point of the cloud here');
+        app.setHovered(picked);
+        app.addPoint(point);
+    })();
+    return gathering.taken;
+}
