@@ -100,6 +100,9 @@ private:
     /// After a build that ran out of memory: the same points in any order, which the model takes over.
     static void TakeOrder(CPair& pair);
 
+    /// After a reading that was broken off: cloud and model without points, with the same origin and version.
+    static void Empty(CPair& pair);
+
     static Ref::CStore Look(const CPair& pair);
     static bool IsFresh(const CPair& pair);
     static std::vector<zor::geom::PNT_3D> ListPlaces(const Ref::CStore& store);

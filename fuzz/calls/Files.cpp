@@ -192,6 +192,22 @@ void CCalls::CallSaveCloud()
     Check(nNumFiles == (m_sSavedFile.empty() ? 0 : 1), "nothing is left beside the file");
 }
 
+void CCalls::Empty(CPair& pair)
+{
+    CModelStore& store = *pair.model.GetStore();
+    pair.cld.Clear();
+    pair.cld.Init(1); // the first point stored sets the origin, which may be that of the file by now
+    pair.cld.AddPnt(0.0, 0.0, 0.0);
+    pair.cld.Clear();
+    store.Init(1);
+    pair.model.Add(0.0, 0.0, 0.0, {});
+    store.Clear();
+    pair.cld.SetModified(false);
+    pair.cld.SetVersion(0);
+    store.bModified = false;
+    store.nVersion = 0;
+}
+
 void CCalls::CallReadPly()
 {
     CPair& pair = PickPair();
@@ -229,13 +245,8 @@ void CCalls::CallReadPly()
         store.ReadEnd();
         return;
     }
-    const int nNumPnts = pair.cld.GetNumPnts();
-    Check(nNumPnts >= 0 && nNumPnts <= static_cast<int>(vecPnts.size()), "points until it was broken off");
-    pair.cld.Clear();
-    pair.cld.SetModified(false);
-    pair.cld.SetVersion(0);
-    store.bModified = false;
-    store.nVersion = 0;
+    Check(pair.cld.GetNumPnts() <= static_cast<int>(vecPnts.size()), "points until it was broken off");
+    Empty(pair);
 }
 
 void CCalls::CallFileFacts()
