@@ -4,7 +4,6 @@
 #include <formats/CLasLeftOut.h>
 #include <formats/CLaszipReader.h>
 #include <formats/LasFindings.h>
-#include <formats/LittleEndian.h>
 
 #include <laszip/laszip_api.h>
 
@@ -76,6 +75,17 @@ public:
         return m_header.bCompressed ? ForEachLazPlace(onPlaces) : ForEachLasPlace(onPlaces);
     }
 
+    std::optional<CPlainPnts> FindPlainPnts() const override
+    {
+        return m_header.bCompressed ? std::nullopt : std::optional<CPlainPnts>(GetPlainPnts());
+    }
+
+    std::string ForEachRecord(const TOnRecords& onRecords) override
+    {
+        constexpr std::size_t c_nBlock = std::size_t{1} << 17U;
+        return ReadRecords(std::max<std::size_t>(c_nBlock / GetPlainPnts().nSize, 1), onRecords);
+    }
+
     std::int64_t GetNumUntaken() const override
     {
         return std::max<std::int64_t>(m_nNumRead - m_header.GetNumAnnounced(), 0);
@@ -115,33 +125,48 @@ private:
         return m_nNumRead < GetNumAnnounced() || reader.GetPos() < m_guard.GetPosEnd();
     }
 
+    CPlainPnts GetPlainPnts() const
+    {
+        return {m_header.adScale, m_header.adOffset, static_cast<std::size_t>(m_header.CalcPntSize()),
+                m_nPosColor};
+    }
+
     /// Points that are not compressed stand one behind the other: no need of LASzip, which takes eight times
     /// as long.
-    std::string ForEachLasPlace(const TOnPlaces& onPlaces)
+    std::string ReadRecords(std::size_t nAtOnce, const TOnRecords& onRecords)
     {
-        const auto nSize = static_cast<std::size_t>(m_header.CalcPntSize());
+        const std::size_t nSize = GetPlainPnts().nSize;
         std::FILE* const pFile = m_guard.GetStream();
         m_nNumRead = 0;
         if (fseeko(pFile, static_cast<off_t>(m_header.nPosPnts), SEEK_SET) != 0)
             return "its LAS data are damaged or cut off";
-        const std::size_t nAtOnce = CalcNumAtOnce(nSize);
         std::vector<unsigned char> vecBytes(nAtOnce * nSize);
-        std::vector<CSourcePnt> vecPnts(nAtOnce);
         const std::int64_t nNumAll = std::min(GetNumAnnounced(), m_guard.GetMaxNumPnts());
         while (m_nNumRead < nNumAll)
         {
             const std::size_t nWanted = std::min(static_cast<std::size_t>(nNumAll - m_nNumRead), nAtOnce);
             const std::size_t nNum = std::fread(vecBytes.data(), nSize, nWanted, pFile);
-            for (std::size_t i = 0; i < nNum; ++i)
-                vecPnts[i] = PlaceFromRecord(vecBytes.data() + i * nSize);
             m_nNumRead += static_cast<std::int64_t>(nNum);
             if (nNum > 0)
-                onPlaces(vecPnts.data(), nNum);
+                onRecords(vecBytes.data(), nNum);
             if (nNum < nWanted)
                 break;
         }
         m_nNumBytesLeft = 0;
         return {};
+    }
+
+    std::string ForEachLasPlace(const TOnPlaces& onPlaces)
+    {
+        const CPlainPnts plain = GetPlainPnts();
+        std::vector<CSourcePnt> vecPnts(CalcNumAtOnce(plain.nSize));
+        return ReadRecords(vecPnts.size(),
+                           [&](const unsigned char* pRecords, std::size_t nNum)
+                           {
+                               for (std::size_t i = 0; i < nNum; ++i)
+                                   vecPnts[i] = plain.Read(pRecords + i * plain.nSize);
+                               onPlaces(vecPnts.data(), nNum);
+                           });
     }
 
     std::string ForEachLazPlace(const TOnPlaces& onPlaces)
@@ -175,19 +200,6 @@ private:
         pnt.x = x * m_header.adScale[0] + m_header.adOffset[0];
         pnt.y = y * m_header.adScale[1] + m_header.adOffset[1];
         pnt.z = z * m_header.adScale[2] + m_header.adOffset[2];
-        return pnt;
-    }
-
-    CSourcePnt PlaceFromRecord(const unsigned char* pRecord) const
-    {
-        CSourcePnt pnt =
-            Place(LittleEndian::Get<std::int32_t>(pRecord), LittleEndian::Get<std::int32_t>(pRecord + 4),
-                  LittleEndian::Get<std::int32_t>(pRecord + 8)); // so every format begins
-        if (m_nPosColor == 0)
-            return pnt;
-        pnt.r = LittleEndian::Get<std::uint16_t>(pRecord + m_nPosColor);
-        pnt.g = LittleEndian::Get<std::uint16_t>(pRecord + m_nPosColor + 2);
-        pnt.b = LittleEndian::Get<std::uint16_t>(pRecord + m_nPosColor + 4);
         return pnt;
     }
 

@@ -3,12 +3,14 @@
 
 #include <formats/CFinding.h>
 #include <formats/CLeftOut.h>
+#include <formats/CPlainPnts.h>
 #include <formats/CSourcePnt.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,6 +40,14 @@ public:
     /// attributes are not filled, and `CountLeftOutOf` sees none of them. What it is given is used anew
     /// afterwards.
     virtual std::string ForEachPlace(const TOnPlaces& onPlaces);
+
+    /// @return how points stand in the file; none where they have to be parsed or decompressed.
+    virtual std::optional<CPlainPnts> FindPlainPnts() const { return {}; }
+
+    using TOnRecords = std::function<void(const unsigned char* pRecords, std::size_t nNum)>;
+
+    /// Of such a file the same points as they stand, many at a time. REQUIRES: FindPlainPnts gives how.
+    virtual std::string ForEachRecord(const TOnRecords& /*onRecords*/) { return {}; }
 
     /// @return how many points `ForEach` has delivered that the library does not take, since they lie behind
     ///         the announced ones. Up to date in each call, for the point that it gets.

@@ -3,6 +3,7 @@
 
 #include <octree/COcTreeCube.h>
 
+#include <algorithm>
 #include <limits>
 
 /// A node's nominal cube and the exact limits of its points, compact units: the points under a node have
@@ -28,13 +29,14 @@ struct CPntBounds
         return {root, c_nMin, c_nMin, c_nMin, c_nEnd, c_nEnd, c_nEnd};
     }
 
-    /// What belongs to octant `k`.
+    /// What belongs to octant `k`. A centre that lies beyond the limits, as it may where the points reach the
+    /// end of the span, leaves nothing on its far side.
     CPntBounds GetChild(int k) const noexcept
     {
         CPntBounds child = *this;
-        ((k & 4) != 0 ? child.nMinX : child.nEndX) = cube.nX;
-        ((k & 2) != 0 ? child.nMinY : child.nEndY) = cube.nY;
-        ((k & 1) != 0 ? child.nMinZ : child.nEndZ) = cube.nZ;
+        ((k & 4) != 0 ? child.nMinX : child.nEndX) = std::clamp(cube.nX, nMinX, nEndX);
+        ((k & 2) != 0 ? child.nMinY : child.nEndY) = std::clamp(cube.nY, nMinY, nEndY);
+        ((k & 1) != 0 ? child.nMinZ : child.nEndZ) = std::clamp(cube.nZ, nMinZ, nEndZ);
         child.cube = cube.GetChild(k);
         return child;
     }

@@ -11,6 +11,7 @@
 #include <host/output/CFailure.h>
 #include <host/output/COutFile.h>
 #include <host/output/CProgressBar.h>
+#include <host/output/CTempFile.h>
 #include <host/output/FormatCount.h>
 #include <host/output/GetExtension.h>
 #include <host/output/GetFileName.h>
@@ -24,9 +25,10 @@
 #include <host/query/CutToCore.h>
 #include <host/query/FilterGround.h>
 #include <host/query/GroundFindings.h>
-#include <host/query/ParseNumbers.h>
+#include <host/query/ParseUnitScale.h>
 #include <host/query/Query.h>
 #include <host/query/WritePnts.h>
+#include <host/tile/HashFile.h>
 #include <zor4data/CPntCld.h>
 #include <zor4data/IPclProgressListener.h>
 
@@ -53,6 +55,7 @@ struct COptions
     std::string sUnitScale; // metres; empty: not given
     bool bForce = false;
     std::string sCore;
+    std::string sHash;
 };
 
 class CFilterProgress final : public IPclProgressListener
@@ -77,18 +80,6 @@ std::string FormatUnit(const CCoordUnit& unit)
 {
     const std::string sName = GetUnitSymbol(unit);
     return unit.dSize == 1.0 ? sName : fmt::format("{} ({:.6g} m)", sName, unit.dSize);
-}
-
-/// One number for all coordinates, or one for x and y, one for heights.
-/// @throws CUsageError
-CGroundScale ParseUnitScale(const std::string& sScale)
-{
-    const bool bTwo = sScale.find(',') != std::string::npos;
-    const std::vector<double> vecMetres = ParseNumbers(sScale, ',', bTwo ? 2 : 1, "--unit-scale");
-    for (const double d : vecMetres)
-        if (!(d >= 1e-6 && d <= 1e6))
-            throw CUsageError(fmt::format("--unit-scale: {:g} is not between 1e-06 and 1e+06", d));
-    return {vecMetres.front(), vecMetres.back()};
 }
 
 /// What --unit-scale gives, or else what the file states.
@@ -151,21 +142,32 @@ void CheckOutPaths(const COptions& options)
     RefuseSameFile(options.input.sPath, options.sPicturePath, "--picture", options.bForce);
 }
 
-/// Of a core nothing may be ground: that is a result like others, and no file is what tells of it.
-void TellNoGround(const std::string& sPath, const CConsole& console)
+/// Of a core nothing may be ground: that is a result like others, and no file is what tells of it. So an
+/// older file goes, where a result would have replaced it; never what is no regular file, nor the file that
+/// was read.
+void TellNoGround(const COptions& options, const CConsole& console)
 {
+    const std::string& sPath = options.sOutPath;
     std::error_code error;
-    std::filesystem::remove(sPath, error);
-    if (error)
-        throw CFailure(sPath, "is not of this core, and cannot be removed: " + error.message());
+    if (std::filesystem::is_directory(sPath, error))
+        throw CFailure(sPath, "is a directory");
+    if (std::filesystem::equivalent(options.input.sPath, sPath, error))
+        throw CFailure(sPath, "is not replaced: there is no ground in the core");
+    if (std::filesystem::is_regular_file(sPath, error))
+    {
+        std::filesystem::remove(FollowLink(sPath), error);
+        if (error)
+            throw CFailure(sPath, "is not of this core, and cannot be removed: " + error.message());
+    }
     console.Note(fmt::format("{}: is not written: there is no ground in the core", sPath));
 }
 
-void SaveGround(CPntCld& cloud, const std::string& sPath, bool bCore, const CConsole& console)
+void SaveGround(CPntCld& cloud, const COptions& options, const CConsole& console)
 {
-    if (IsNative(sPath) && bCore && cloud.GetNumPnts() == 0)
+    const std::string& sPath = options.sOutPath;
+    if (IsNative(sPath) && !options.sCore.empty() && cloud.GetNumPnts() == 0)
     {
-        TellNoGround(sPath, console);
+        TellNoGround(options, console);
         return;
     }
     if (IsNative(sPath))
@@ -198,9 +200,18 @@ CGroundResult KeepGround(CPntCld& cloud, const CGroundScale& scale, const COptio
     return result;
 }
 
+/// A file that is damaged may be read as another cloud: of a tile its hash is known.
+void RequireHash(const COptions& options)
+{
+    if (!options.sHash.empty() && HashFile(options.input.sPath) != options.sHash)
+        throw CFailure(options.input.sPath,
+                       "is damaged, or another file than the one whose hash --xxh128 gives");
+}
+
 void FindGround(const COptions& options, const CConsole& console)
 {
     CheckOutPaths(options);
+    RequireHash(options);
     CGroundPicture::COptions pictureOptions = ParsePicture(options);
     CViewColors colors;
     CPntCld cloud(&colors);
@@ -228,7 +239,7 @@ void FindGround(const COptions& options, const CConsole& console)
         picture.Write(pictureFile.emplace(options.sPicturePath));
     }
     if (!options.sOutPath.empty())
-        SaveGround(cloud, options.sOutPath, !options.sCore.empty(), console);
+        SaveGround(cloud, options, console);
     if (pictureFile)
         pictureFile->Commit();
     if (!options.sOutPath.empty())
@@ -266,6 +277,13 @@ void AddGroundCommand(CLI::App& app, const CConsole& console)
                      "Write the ground inside a rectangle only, left and lower borders included: of a tile, "
                      "whose points around it decide, too")
         ->type_name("xmin,ymin,xmax,ymax");
+    pCommand
+        ->add_option("--xxh128", pOptions->sHash,
+                     "Refuse FILE unless its bytes have this hash, as the manifest of tiles tells it")
+        ->check(CLI::Validator([](const std::string& sText)
+                               { return IsHash(sText) ? "" : "'" + sText + "' is no hash"; },
+                               "", "HASH"))
+        ->type_name("HASH");
     pCommand->footer(fmt::format(
         "The sizes it goes by are fixed, in metres: windows of {:g} to {:g}, slopes up to 1, heights above\n"
         "the ground from 0.5 to 3.",

@@ -250,6 +250,8 @@ void OpenAndShow(const COptions& options, const CConsole& console)
 {
     if (CManifest::IsManifest(options.input.sPath))
     {
+        if (CClassChoice(options.classes).IsAsked())
+            throw CUsageError("tiles have no classes of points");
         ShowManifest(options.input.sPath, options.bJson);
         return;
     }

@@ -11,7 +11,6 @@
 #include <host/output/GetFileName.h>
 #include <host/output/PntWriter.h>
 #include <host/output/PrintMessage.h>
-#include <host/output/RefuseSameFile.h>
 #include <host/output/UnitSymbol.h>
 #include <host/picture/CPen.h>
 #include <host/picture/CViewColors.h>
@@ -22,6 +21,7 @@
 #include <host/shapes/WriteShapes.h>
 #include <host/tile/AskTiles.h>
 #include <host/tile/CManifest.h>
+#include <host/tile/RefuseInput.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -117,7 +117,7 @@ void MakeOutline(const COptions& options, const CConsole& console)
     if (!IsShapeExtension(sExtension) && sExtension != ".csv" && sExtension != ".png")
         throw CUsageError(
             fmt::format("--output: '{}' ends in none of .geojson, .wkt, .csv and .png", options.sOutPath));
-    RefuseSameFile(options.input.sPath, options.sOutPath, "--output", options.bForce);
+    RefuseInput(options.input.sPath, options.sOutPath, "--output", options.bForce);
     const double dGiven = ParseDistance(options.sDistance);
     int nWidth = 0;
     int nHeight = 0;

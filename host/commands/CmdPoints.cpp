@@ -14,6 +14,7 @@
 #include <host/query/WritePnts.h>
 #include <host/tile/AskTiles.h>
 #include <host/tile/CManifest.h>
+#include <host/tile/RefuseInput.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -49,7 +50,7 @@ void WritePointsOfTiles(const COptions& options, const CConsole& console)
 void WritePoints(const COptions& options, const CConsole& console)
 {
     const TMakePntWriter makeWriter = FindPntWriter(options.sOutPath);
-    RefuseSameFile(options.input.sPath, options.sOutPath, "--output", options.bForce);
+    RefuseInput(options.input.sPath, options.sOutPath, "--output", options.bForce);
     RefuseSameFile(options.query.plan.sContour, options.sOutPath, "--output", options.bForce);
     if (CManifest::IsManifest(options.input.sPath))
     {

@@ -7,15 +7,18 @@
 #include <host/output/FormatCount.h>
 #include <host/output/NumberInRange.h>
 #include <host/output/PrintMessage.h>
+#include <host/query/ParseUnitScale.h>
+#include <host/tile/CheckTiles.h>
+#include <host/tile/GroundOfTiles.h>
 #include <host/tile/MakeTiles.h>
 #include <host/tile/PrintTileCommands.h>
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
-#include <cmath>
 #include <filesystem>
 #include <memory>
+#include <utility>
 
 namespace zorcld
 {
@@ -31,6 +34,8 @@ struct COptions
     std::string sDedupe = "none";
     std::string sFolder;
     std::string sCommand;
+    std::string sUnitScale;
+    bool bCheck = false;
 };
 
 void CheckOptions(const COptions& options)
@@ -64,43 +69,87 @@ void Report(const COptions& options, const CMadeTiles& made)
     PrintMessage(stdout, sText);
 }
 
-/// The ground filter's buffer is in metres.
-void NoteSmallBuffer(const COptions& options, const CManifest& manifest, const CConsole& console)
+void PrintCommands(const COptions& options)
 {
-    if (manifest.units.bAngles)
-        return console.Note(fmt::format(
-            "{}: x and y are angles, and so are size and buffer; the ground filter takes lengths only",
-            options.sFolder));
-    const double dNeeded = CTileOptions().dBuffer / (manifest.units.dPlan > 0.0 ? manifest.units.dPlan : 1.0);
-    if (options.tiles.dBuffer > 0.0 && options.tiles.dBuffer < dNeeded)
-        console.Note(
-            fmt::format("{}: the ground filter needs a buffer of {:.6g} units, these tiles have {:g}",
-                        options.sFolder, std::ceil(dNeeded), options.tiles.dBuffer));
+    const std::string& sManifest = options.vecPaths.front();
+    const std::filesystem::path folder = std::filesystem::path(FindManifestPath(sManifest)).parent_path();
+    PrintGroundCommands(sManifest,
+                        options.sFolder.empty() ? (folder / options.sCommand).string() : options.sFolder,
+                        options.tiles.units);
+}
+
+void Check(const COptions& options, const CConsole& console)
+{
+    for (const std::string& sPath : options.vecPaths)
+        if (!CManifest::IsManifest(sPath))
+            throw CUsageError(
+                fmt::format("--check: '{}' is no manifest of tiles, and no folder of one", sPath));
+    for (const std::string& sPath : options.vecPaths)
+    {
+        const auto nNum = static_cast<std::int64_t>(CheckTiles(sPath, console));
+        PrintMessage(stdout, fmt::format("{}: {} as the manifest says", sPath, FormatCount(nNum, "tile")));
+    }
 }
 
 void CutTiles(COptions options, const CConsole& console)
 {
-    if (!options.sCommand.empty() && options.vecPaths.size() == 1 &&
-        CManifest::IsManifest(options.vecPaths.front()))
-    {
-        const std::filesystem::path folder =
-            std::filesystem::path(FindManifestPath(options.vecPaths.front())).parent_path();
-        PrintGroundCommands(options.vecPaths.front(),
-                            options.sFolder.empty() ? (folder / options.sCommand).string() : options.sFolder);
-        return;
-    }
     options.tiles.bDedupe = options.sDedupe == "exact";
+    options.tiles.bForGround = !options.sCommand.empty();
     CheckOptions(options);
     std::vector<CInputOptions> vecInputs;
     for (const std::string& sPath : options.vecPaths)
         vecInputs.push_back({sPath, options.sType});
     const CMadeTiles made = MakeTiles(vecInputs, options.tiles, options.sFolder, console);
-    NoteSmallBuffer(options, made.manifest, console);
-    if (options.sCommand.empty())
-        Report(options, made);
-    else
-        PrintGroundCommands(options.sFolder,
-                            (std::filesystem::path(options.sFolder) / options.sCommand).string());
+    if (!options.sCommand.empty())
+        return PrintGroundCommands(options.sFolder,
+                                   (std::filesystem::path(options.sFolder) / options.sCommand).string(), {});
+    if (const std::string sCause = FindGroundCause(made.manifest.options, made.manifest.units);
+        !sCause.empty())
+        console.Note(fmt::format("{}: {}", options.sFolder, sCause));
+    Report(options, made);
+}
+
+/// The first of the options that say how files are cut which was given.
+std::string FindCuttingOption(const CLI::App& command)
+{
+    for (const char* const pName : {"--type", "--size", "--buffer", "--dedupe"})
+        if (command.count(pName) > 0)
+            return pName;
+    return {};
+}
+
+/// Whether what was given is there, before anything else is said of it.
+void CheckInputs(const COptions& options)
+{
+    for (const std::string& sPath : options.vecPaths)
+    {
+        std::error_code error;
+        const bool bFolder = std::filesystem::is_directory(sPath, error);
+        if (error)
+            throw CFailure(sPath, error.message());
+        if (bFolder && !CManifest::IsManifest(sPath))
+            throw CFailure(sPath, "is a folder without a manifest.json of tiles");
+    }
+}
+
+void DoTiles(COptions options, const CLI::App& command, const CConsole& console)
+{
+    CheckInputs(options);
+    if (!options.sUnitScale.empty())
+    {
+        const CGroundScale scale = ParseUnitScale(options.sUnitScale);
+        options.tiles.units = CTileUnits{scale.dPlan, scale.dHeight, false};
+    }
+    if (options.bCheck)
+        return Check(options, console);
+    const bool bThere = options.vecPaths.size() == 1 && CManifest::IsManifest(options.vecPaths.front());
+    if (bThere && !options.sCommand.empty())
+    {
+        if (const std::string sOption = FindCuttingOption(command); !sOption.empty())
+            throw CUsageError(sOption + ": the tiles are cut, and stay as they are");
+        return PrintCommands(options);
+    }
+    CutTiles(std::move(options), console);
 }
 
 } // namespace
@@ -132,8 +181,20 @@ void AddTileCommand(CLI::App& app, const CConsole& console)
         ->add_option("--print-commands", pOptions->sCommand,
                      "Print a command a tile, for a scheduler; of a manifest, too, instead of files")
         ->check(CLI::IsMember(std::vector<std::string>{"ground"}));
+    pCommand
+        ->add_option(
+            "--unit-scale", pOptions->sUnitScale,
+            "How many metres a coordinate unit is, of heights as well or with a number of its own; by "
+            "default what the files state: for the ground, whose buffer is 67 metres")
+        ->type_name("METRES[,METRES]");
+    CLI::Option* const pCheck =
+        pCommand->add_flag("--check", pOptions->bCheck,
+                           "Compare all tiles of a manifest, or of its folder, with what it tells of them");
+    for (const char* const pName :
+         {"--type", "--output", "--size", "--buffer", "--dedupe", "--print-commands", "--unit-scale"})
+        pCheck->excludes(pName);
     pCommand->footer("Interrupted, the same command goes on where it was.");
-    pCommand->callback([pOptions, &console] { CutTiles(*pOptions, console); });
+    pCommand->callback([pOptions, pCommand, &console] { DoTiles(*pOptions, *pCommand, console); });
 }
 
 } // namespace zorcld

@@ -24,6 +24,7 @@
 #include <host/shapes/ReadShapes.h>
 #include <host/tile/AskTiles.h>
 #include <host/tile/CManifest.h>
+#include <host/tile/RefuseInput.h>
 #include <zor4data/CPntCld.h>
 
 #include <CLI/CLI.hpp>
@@ -121,7 +122,8 @@ CLoadFacts LoadView(CPntCld& cloud, const COptions& options, const CLasWish& wis
 void MakeView(const COptions& options, const CConsole& console)
 {
     CheckExtension(options.sOutPath, "--output", ".png");
-    for (const std::string& sIn : {options.input.sPath, options.query.plan.sContour, options.sOverlayPath})
+    RefuseInput(options.input.sPath, options.sOutPath, "--output", options.bForce);
+    for (const std::string& sIn : {options.query.plan.sContour, options.sOverlayPath})
         RefuseSameFile(sIn, options.sOutPath, "--output", options.bForce);
     CView view = ParseView(options);
     CLasWish wish;

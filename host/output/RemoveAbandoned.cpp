@@ -35,10 +35,14 @@ bool HasTempName(std::string_view sName)
                        [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0; });
 }
 
-bool IsOldAndOurs(const struct stat& status)
+bool IsOurs(const struct stat& status)
 {
-    return S_ISREG(status.st_mode) && status.st_uid == geteuid() &&
-           std::time(nullptr) - status.st_mtime > c_nDay;
+    return S_ISREG(status.st_mode) && status.st_uid == geteuid();
+}
+
+bool IsOld(const struct stat& status)
+{
+    return std::time(nullptr) - status.st_mtime > c_nDay;
 }
 
 /// Another run may take long over a file that it has written to before: it then holds it.
@@ -52,9 +56,9 @@ bool IsHeld(int nFolder, const char* pName)
     return bHeld;
 }
 
-} // namespace
-
-void RemoveAbandoned(const std::string& sFolder)
+/// @param isWanted  gets the name and what is known of a file that has a temporary one.
+void RemoveChosen(const std::string& sFolder,
+                  const std::function<bool(std::string_view, const struct stat&)>& isWanted)
 {
     const std::unique_ptr<DIR, int (*)(DIR*)> pFolder(opendir(sFolder.empty() ? "." : sFolder.c_str()),
                                                       closedir);
@@ -65,10 +69,23 @@ void RemoveAbandoned(const std::string& sFolder)
     {
         struct stat status = {};
         if (HasTempName(pEntry->d_name) &&
-            fstatat(nFolder, pEntry->d_name, &status, AT_SYMLINK_NOFOLLOW) == 0 && IsOldAndOurs(status) &&
-            !IsHeld(nFolder, pEntry->d_name))
+            fstatat(nFolder, pEntry->d_name, &status, AT_SYMLINK_NOFOLLOW) == 0 && IsOurs(status) &&
+            isWanted(pEntry->d_name, status) && !IsHeld(nFolder, pEntry->d_name))
             unlinkat(nFolder, pEntry->d_name, 0);
     }
+}
+
+} // namespace
+
+void RemoveAbandoned(const std::string& sFolder)
+{
+    RemoveChosen(sFolder, [](std::string_view, const struct stat& status) { return IsOld(status); });
+}
+
+void RemoveAbandonedOf(const std::string& sFolder, const std::function<bool(std::string_view)>& isTarget)
+{
+    RemoveChosen(sFolder, [&](std::string_view sName, const struct stat&)
+                 { return isTarget(sName.substr(0, sName.size() - CPlacedFile::c_sSuffix.size())); });
 }
 
 void RemoveAbandonedBeside(const std::string& sTarget)

@@ -1,7 +1,9 @@
 #ifndef HOST_OUTPUT_REMOVEABANDONED_H
 #define HOST_OUTPUT_REMOVEABANDONED_H
 
+#include <functional>
 #include <string>
+#include <string_view>
 
 namespace zorcld
 {
@@ -13,7 +15,11 @@ namespace zorcld
 /// @param sFolder  empty: the current one.
 void RemoveAbandoned(const std::string& sFolder);
 
-/// The same for the folder where a file is to be; a symbolic link is followed.
+/// Removes those of any age whose place is known: for a folder in which nobody else writes such files.
+/// @param isTarget  gets the name that a file was to have.
+void RemoveAbandonedOf(const std::string& sFolder, const std::function<bool(std::string_view)>& isTarget);
+
+/// RemoveAbandoned for the folder where a file is to be; a symbolic link is followed.
 void RemoveAbandonedBeside(const std::string& sTarget);
 
 } // namespace zorcld

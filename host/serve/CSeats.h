@@ -15,7 +15,7 @@ class ISeated
 public:
     virtual ~ISeated() = default;
 
-    /// Does it wait for a client who has not been let in yet? Asked on any thread.
+    /// Does it wait for a client who has not been let in yet, or tell it so? Asked on any thread.
     virtual bool MayGiveWay() const = 0;
 
     /// It has lost its seat, and ends where it still waits so. Called on any thread.

@@ -85,12 +85,10 @@ void CSession::Run()
 {
     beast::error_code error;
     m_stream.socket().set_option(asio::ip::tcp::no_delay(true), error); // slower without, and no worse
-    asio::dispatch(m_stream.get_executor(),
-                   [pSelf = shared_from_this()]
-                   {
-                       pSelf->m_bSeated = pSelf->m_share.seats.TryTake(pSelf);
-                       pSelf->Read();
-                   });
+    m_bSeated =
+        m_share.seats.TryTake(shared_from_this()); // here, so that seats are taken in the order of arrival
+    m_bGivesWay = MaySendAway();
+    asio::dispatch(m_stream.get_executor(), [pSelf = shared_from_this()] { pSelf->Read(); });
 }
 
 void CSession::GiveWay()
@@ -111,7 +109,7 @@ void CSession::Read()
                                       : m_share.options.timeRequest);
     m_bFirst = false;
     m_bEmptyLine = false;
-    m_bGivesWay = m_bSeated && !m_bLetIn;
+    m_bGivesWay = MaySendAway();
     ReadOn();
 }
 
@@ -222,6 +220,7 @@ void CSession::Send(CReply reply)
 {
     m_reply = std::move(reply);
     m_bLetIn = m_bLetIn || m_reply.nStatus != 403;
+    m_bGivesWay = MaySendAway(); // from before the client can know of the reply
     m_eBody = FindBody(m_reply, m_parser && m_parser->is_header_done() && m_parser->get().version() < 11);
     m_bKeepAlive = m_bKeepAlive && m_eBody != enumBody::ToTheEnd;
     m_sHead = FormatHead(m_reply, m_eBody, m_bKeepAlive);

@@ -48,6 +48,9 @@ public:
 private:
     using TParser = boost::beast::http::request_parser<boost::beast::http::empty_body>;
 
+    /// Has it a seat that a client has who has not been let in?
+    bool MaySendAway() const { return m_bSeated && !m_bLetIn; }
+
     void Read();
     void ReadOn();
     bool SkipEmptyLine();

@@ -13,6 +13,7 @@
 #include <host/query/PlanQuery.h>
 #include <host/query/Query.h>
 #include <host/tile/CManifest.h>
+#include <host/tile/IsIntact.h>
 #include <zor4data/CPntArrays.h>
 #include <zor4data/CPntCld.h>
 #include <zor4data/LoadNative.h>
@@ -22,6 +23,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <filesystem>
 #include <memory>
 #include <vector>
 
@@ -49,6 +51,12 @@ bool IsInside(const RECT_3D& box, const RECT_2D& rect)
 void LoadTile(CPntCld& cloud, const CTileEntry& tile, const std::string& sManifest)
 {
     const std::string sPath = FindTilePath(sManifest, tile);
+    std::error_code error;
+    if (!std::filesystem::exists(sPath, error))
+        throw CFailure(sPath, "is missing, and belongs to the tiles");
+    if (!IsIntact(sPath, tile))
+        throw CFailure(sPath, "is damaged, or another file than its manifest tells of; the command that has "
+                              "cut the tiles makes it again");
     if (!LoadNative(cloud, nullptr, zor::String(sPath)))
         throw CFailure(sPath, "cannot be read, and belongs to the tiles");
     if (cloud.GetNumPnts() != tile.nNumPnts + tile.nNumBuffer)

@@ -28,7 +28,7 @@ using TOnCore = std::function<void(CPntCld& cloud)>;
 
 /// Opens one tile after another, those that have a point in the bounds.
 /// @param bounds  none: all tiles.
-/// @throws CFailure when a tile is not the one of the manifest.
+/// @throws CFailure when a tile is not the one of the manifest, which its hash tells.
 void ForEachCore(const CManifest& manifest, const std::string& sManifest,
                  const std::optional<zor::geom::RECT_2D>& bounds, const CConsole& console,
                  const TOnCore& onCore);

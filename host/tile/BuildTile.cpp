@@ -3,8 +3,8 @@
 #include <formats/Compact.h>
 #include <host/files/CFileColors.h>
 #include <host/files/SaveCloud.h>
-#include <host/output/CFailure.h>
 #include <host/output/FormatCount.h>
+#include <host/tile/CPntsHash.h>
 #include <host/tile/CTilePlan.h>
 #include <host/tile/CTileTable.h>
 #include <host/tile/HashFile.h>
@@ -88,10 +88,31 @@ void LookAtCore(const CPntCld& cloud, const CTilePlan& plan, CTileEntry& entry)
                  place(anMax, 0), place(anMax, 1), place(anMax, 2)};
 }
 
-void MakeCloud(CPntCld& cloud, const CTilePlan& plan, const CTileCount& tile, const std::string& sPntsPath)
+std::uint64_t HashPnts(const CPntCld& cloud, const CPntArrays& arrays)
 {
-    if (!LoadNative(cloud, nullptr, zor::String(sPntsPath)) || cloud.GetNumPnts() != tile.nNumAll)
-        throw CFailure(sPntsPath, "is damaged; it can be removed, then the next run makes it again");
+    CPntsHash hash;
+    std::array<unsigned char, 3> acColor{};
+    for (int i = 0; i < arrays.nNumPnts; ++i)
+    {
+        if (arrays.bColor)
+            static_cast<void>(cloud.GetPntColor(i, acColor[0], acColor[1], acColor[2]));
+        hash.Add(GetSteps(arrays, i), acColor);
+    }
+    return hash.Get();
+}
+
+bool AreThose(const CPntCld& cloud, const CTilePlan& plan, const CTileCount& tile, const CTilePnts& pnts)
+{
+    const CPntArrays arrays = GetPntArrays(cloud); // not kept: the cloud would be copied when it changes
+    return arrays.nNumPnts == tile.nNumAll && arrays.bColor == plan.bColor &&
+           TOrigin{arrays.fOrgX, arrays.fOrgY, arrays.fOrgZ} == plan.origin &&
+           HashPnts(cloud, arrays) == pnts.nHash;
+}
+
+void MakeCloud(CPntCld& cloud, const CTilePlan& plan, const CTileCount& tile, const CTilePnts& pnts)
+{
+    if (!LoadNative(cloud, nullptr, zor::String(pnts.sPath)) || !AreThose(cloud, plan, tile, pnts))
+        throw CDamagedPnts(pnts.sPath, "is damaged");
     if (plan.options.bDedupe && SelectEqual(cloud))
         cloud.DelSelPnts(); // builds the octree, too
     else
@@ -102,7 +123,14 @@ void MakeCloud(CPntCld& cloud, const CTilePlan& plan, const CTileCount& tile, co
 
 } // namespace
 
-CTileEntry BuildTile(const CTilePlan& plan, const CTileCount& tile, const std::string& sPntsPath,
+bool FitsPlan(const CTilePlan& plan, const CTileCount& tile, const CTileEntry& entry)
+{
+    if (plan.options.bDedupe)
+        return entry.nNumPnts <= tile.nNumCore && entry.nNumPnts + entry.nNumBuffer <= tile.nNumAll;
+    return entry.nNumPnts == tile.nNumCore && entry.nNumPnts + entry.nNumBuffer == tile.nNumAll;
+}
+
+CTileEntry BuildTile(const CTilePlan& plan, const CTileCount& tile, const CTilePnts& pnts,
                      const std::string& sFolder)
 {
     CTileEntry entry;
@@ -114,8 +142,10 @@ CTileEntry BuildTile(const CTilePlan& plan, const CTileCount& tile, const std::s
     {
         CFileColors colors;
         CPntCld cloud(&colors);
-        MakeCloud(cloud, plan, tile, sPntsPath);
+        MakeCloud(cloud, plan, tile, pnts);
         LookAtCore(cloud, plan, entry);
+        if (!FitsPlan(plan, tile, entry))
+            throw CDamagedPnts(pnts.sPath, "is damaged");
         SaveCloudOnly(cloud, sPath);
     }
     catch (const std::bad_alloc&)

@@ -1,6 +1,5 @@
 #include <host/tile/BuildTiles.h>
 
-#include <host/tile/BuildTile.h>
 #include <host/tile/FindMemory.h>
 
 #include <algorithm>
@@ -75,14 +74,13 @@ private:
 } // namespace
 
 void BuildTiles(const CTilePlan& plan, const std::vector<CTileCount>& vecTiles, const std::string& sFolder,
-                const std::function<std::string(const CTileCount&)>& getPntsPath,
+                const std::function<CTilePnts(const CTileCount&)>& getPnts,
                 const std::function<void(const CTileEntry&, std::size_t)>& onBuilt)
 {
     CTileQueue queue(vecTiles.size());
     const auto work = [&]
     {
-        queue.Work([&](std::size_t i)
-                   { return BuildTile(plan, vecTiles[i], getPntsPath(vecTiles[i]), sFolder); },
+        queue.Work([&](std::size_t i) { return BuildTile(plan, vecTiles[i], getPnts(vecTiles[i]), sFolder); },
                    onBuilt);
     };
     std::thread other;

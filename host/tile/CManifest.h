@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,10 +21,13 @@ struct CTileOptions
     double dSize = 0.0;
     double dBuffer = 67.0; // of the ground filter: docs/tiles.md
     bool bDedupe = false;
+    std::optional<CTileUnits> units; ///< that the user gives, whatever the files state
+    bool bForGround = false; ///< nothing is cut where the tiles would not give the ground of the whole
 
     bool operator==(const CTileOptions& other) const
     {
-        return dSize == other.dSize && dBuffer == other.dBuffer && bDedupe == other.bDedupe;
+        return dSize == other.dSize && dBuffer == other.dBuffer && bDedupe == other.bDedupe &&
+               units == other.units;
     }
 };
 
@@ -53,6 +57,8 @@ struct CTileEntry
 struct CManifest
 {
     static constexpr const char* c_pFile = "manifest.json";
+    static constexpr const char* c_pFormat = "zor4data-tiles";
+    static constexpr int c_nFormatVersion = 1;
 
     CTileOptions options;
     double dMargin = 0.0;
@@ -83,13 +89,9 @@ std::string FindManifestPath(const std::string& sPath);
 std::string FindTilePath(const std::string& sPath, const CTileEntry& tile);
 
 nlohmann::ordered_json JsonFromTile(const CTileEntry& tile);
-CTileEntry TileFromJson(const nlohmann::ordered_json& json);
 nlohmann::ordered_json JsonFromFile(const CTiledFile& file);
-CTiledFile FileFromJson(const nlohmann::ordered_json& json);
 nlohmann::ordered_json JsonFromOptions(const CTileOptions& options);
-CTileOptions OptionsFromJson(const nlohmann::ordered_json& json);
 nlohmann::ordered_json JsonFromUnits(const CTileUnits& units);
-CTileUnits UnitsFromJson(const nlohmann::ordered_json& json);
 
 } // namespace zorcld
 

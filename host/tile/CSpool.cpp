@@ -5,6 +5,7 @@
 #include <formats/NativeFormat.h>
 #include <host/output/CFailure.h>
 #include <host/tile/FindMemory.h>
+#include <host/tile/NameTile.h>
 
 #include <algorithm>
 #include <array>
@@ -27,45 +28,49 @@ std::size_t CalcMaxBytes()
     return static_cast<std::size_t>(std::min(c_dMost, c_dShare * FindMemory()));
 }
 
-/// As much for each tile as there is for all, but not so little that writing takes long, and not more than
-/// makes it any faster.
-std::size_t CalcPieceSize(std::size_t nMaxBytes, std::size_t nNumTiles)
+/// As much for each tile as there is for all, with room for as many that may come, but not so little that
+/// writing takes long, and not more than makes it any faster.
+std::size_t CalcPieceSize(std::size_t nMaxBytes, std::size_t nNumTiles, CSpool::enumTiles eTiles)
 {
+    if (eTiles == CSpool::Tiles_Growing)
+        nNumTiles *= 2;
     constexpr std::size_t c_nLeast = std::size_t{4} << 10U;
     constexpr std::size_t c_nMost = std::size_t{512} << 10U;
     return std::clamp(nMaxBytes / std::max<std::size_t>(nNumTiles, 1), c_nLeast, c_nMost);
 }
 
-std::size_t GetPntSize(const CTilePlan& plan)
+std::size_t GetPntSize(bool bColor)
 {
-    return plan.bColor ? c_nNativeColorPntSize : c_nNativePntSize;
+    return bColor ? c_nNativeColorPntSize : c_nNativePntSize;
 }
 
 } // namespace
 
-CSpool::CSpool(std::string sFolder, const CTilePlan& plan, const std::vector<CTileCount>& vecTiles)
-    : m_sFolder(std::move(sFolder)), m_plan(plan), m_vecTiles(vecTiles), m_nPntSize(GetPntSize(plan)),
-      m_nMaxBytes(CalcMaxBytes()), m_nPieceSize(CalcPieceSize(m_nMaxBytes, vecTiles.size())),
-      m_vecPieces(vecTiles.size())
+CSpool::CSpool(std::string sFolder, const CKind& kind, const std::vector<CTileCount>& vecTiles,
+               enumTiles eTiles)
+    : m_sFolder(std::move(sFolder)), m_kind(kind), m_vecTiles(vecTiles), m_eTiles(eTiles),
+      m_nPntSize(GetPntSize(kind.bColor)), m_nMaxBytes(CalcMaxBytes()),
+      m_nPieceSize(CalcPieceSize(m_nMaxBytes, vecTiles.size(), eTiles)), m_vecPieces(vecTiles.size())
 {
 }
 
-std::int64_t CSpool::CalcSize(const CTilePlan& plan, const CTileCount& tile)
+std::int64_t CSpool::CalcSize(bool bColor, const CTileCount& tile)
 {
     return static_cast<std::int64_t>(c_nNativeHeaderSize) +
-           tile.nNumAll * static_cast<std::int64_t>(GetPntSize(plan));
+           tile.nNumAll * static_cast<std::int64_t>(GetPntSize(bColor));
 }
 
 void CSpool::PutHead(std::size_t nTile)
 {
     std::array<unsigned char, c_nNativeHeaderSize> acHead{};
     std::copy(c_acNativePrologue.begin(), c_acNativePrologue.end(), acHead.begin());
-    LittleEndian::Put(acHead.data() + c_nNativeTypePos, static_cast<std::int16_t>(m_plan.bColor ? 1 : 0));
+    LittleEndian::Put(acHead.data() + c_nNativeTypePos, static_cast<std::int16_t>(m_kind.bColor ? 1 : 0));
     unsigned char* pOrigin = acHead.data() + c_nNativeOriginPos;
-    for (const float f : m_plan.origin)
+    for (const float f : m_kind.origin)
         pOrigin = LittleEndian::Put(pOrigin, f);
     LittleEndian::Put(acHead.data() + c_nNativeNumPntsPos,
-                      static_cast<std::int32_t>(m_vecTiles[nTile].nNumAll)); // checked: it is an int32
+                      static_cast<std::int32_t>(m_vecTiles[nTile].nNumAll)); // checked: it is an int32;
+                                                                             // of growing tiles see PutNum
     m_vecPieces[nTile].bStarted = true;
     Append(nTile, acHead.data(), acHead.size());
 }
@@ -86,6 +91,8 @@ void CSpool::Add(const CTileTable::CZone& zone, const CTilePnt* pPnts, std::size
 {
     if (zone.vecTiles.empty())
         return;
+    if (m_vecPieces.size() < m_vecTiles.size())
+        m_vecPieces.resize(m_vecTiles.size());
     Pack(pPnts, nNum);
     for (const std::size_t nTile : zone.vecTiles)
     {
@@ -93,7 +100,20 @@ void CSpool::Add(const CTileTable::CZone& zone, const CTilePnt* pPnts, std::size
             PutHead(nTile);
         Append(nTile, m_vecPacked.data(), nNum * m_nPntSize);
         m_vecPieces[nTile].nNumPnts += static_cast<std::int64_t>(nNum);
+        m_vecPieces[nTile].hash = AddToHash(m_vecPieces[nTile].hash, pPnts, nNum);
     }
+}
+
+CPntsHash CSpool::AddToHash(CPntsHash hash, const CTilePnt* pPnts, std::size_t nNum) const
+{
+    std::array<unsigned char, 3> acColor{};
+    for (std::size_t i = 0; i < nNum; ++i)
+    {
+        for (std::size_t k = 0; m_kind.bColor && k < 3; ++k)
+            acColor[k] = static_cast<unsigned char>(pPnts[i].anColor[k]);
+        hash.Add(pPnts[i].anSteps, acColor);
+    }
+    return hash;
 }
 
 void CSpool::Append(std::size_t nTile, const unsigned char* pBytes, std::size_t nNum)
@@ -145,15 +165,40 @@ void CSpool::WriteAll()
         std::vector<unsigned char>().swap(m_vecPieces[i].vecBytes);
     }
     m_nNumReserved = 0;
+    m_nPieceSize = CalcPieceSize(m_nMaxBytes, m_vecTiles.size(), m_eTiles);
 }
 
-void CSpool::Finish()
+/// Corrects the number of points in the head of a tile's file.
+void CSpool::PutNum(std::size_t nTile)
+{
+    const std::string sPath = m_sFolder + "/" + NameTile(m_vecTiles[nTile].cell);
+    std::array<unsigned char, sizeof(std::int32_t)> acNum{};
+    LittleEndian::Put(acNum.data(), static_cast<std::int32_t>(m_vecTiles[nTile].nNumAll));
+    CFilePtr pFile(std::fopen(sPath.c_str(), "r+b"));
+    const bool bWritten = pFile != nullptr &&
+                          std::fseek(pFile.get(), static_cast<long>(c_nNativeNumPntsPos), SEEK_SET) == 0 &&
+                          std::fwrite(acNum.data(), 1, acNum.size(), pFile.get()) == acNum.size();
+    if (!bWritten || std::fclose(pFile.release()) != 0)
+        throw CFailure(sPath, std::string("could not be written: ") + std::strerror(errno));
+}
+
+std::map<CCell, std::uint64_t> CSpool::GetHashes() const
+{
+    std::map<CCell, std::uint64_t> mapHashes;
+    for (std::size_t i = 0; i < m_vecTiles.size(); ++i)
+        mapHashes.emplace(m_vecTiles[i].cell, m_vecPieces[i].hash.Get());
+    return mapHashes;
+}
+
+bool CSpool::Finish()
 {
     WriteAll();
     for (std::size_t i = 0; i < m_vecTiles.size(); ++i)
         if (m_vecPieces[i].nNumPnts != m_vecTiles[i].nNumAll)
-            throw CFailure(m_plan.vecFiles.front().file.sPath,
-                           "it, or one of the files behind it, was changed while it was read");
+            return false;
+    for (std::size_t i = 0; m_eTiles == Tiles_Growing && i < m_vecTiles.size(); ++i)
+        PutNum(i);
+    return true;
 }
 
 } // namespace zorcld

@@ -22,7 +22,8 @@ constexpr double c_dMaxPlace = 1.0e10;
 constexpr double c_dMostMargins = 16.0; // times the size: a point is then in some thousand tiles
 
 /// Ten ends of windows are rounded on the way from a point to the farthest that decides about it, and the
-/// coordinates of both: each by half of what floats lie apart there.
+/// coordinates of both: each by half of what floats lie apart there. How far that is in a unit that nobody
+/// knows is known up to a factor of 2: it doubles at each power of 2, where that lies follows from the unit.
 double CalcMargin(const TOrigin& origin, double dBuffer, double dMetres)
 {
     constexpr double c_dRoundings = 12.0;
@@ -34,6 +35,8 @@ double CalcMargin(const TOrigin& origin, double dBuffer, double dMetres)
         const auto f = static_cast<float>(d);
         return static_cast<double>(std::nextafter(f, std::numeric_limits<float>::infinity()) - f);
     };
+    if (dMetres <= 0.0)
+        return c_dRoundings * apart(dFarthest);
     // The filter has coordinates in metres, as long as that is the unit, or is told so.
     return c_dRoundings / 2.0 * std::max(apart(dFarthest), apart(dFarthest * dMetres) / dMetres);
 }
@@ -55,7 +58,7 @@ CTileGrid::CTileGrid(double dSize, double dBuffer, const TOrigin& origin, double
                                           dSize, static_cast<double>(origin[k])));
     }
     if (dBuffer > 0.0)
-        m_dMargin = CalcMargin(origin, dBuffer, dPlanMetres > 0.0 ? dPlanMetres : 1.0);
+        m_dMargin = CalcMargin(origin, dBuffer, dPlanMetres);
     if (m_dMargin > c_dMostMargins * dSize)
         throw CUsageError(fmt::format(
             "--size: coordinates as large as {:.6g} are so coarse that a tile needs {:.6g} "
@@ -66,8 +69,9 @@ CTileGrid::CTileGrid(double dSize, double dBuffer, const TOrigin& origin, double
 
 std::int64_t CTileGrid::GetFirstStep(std::size_t nAxis, std::int64_t nCell) const
 {
-    return static_cast<std::int64_t>(
-        std::ceil(CompactUnits(static_cast<double>(nCell) * m_dSize, m_origin[nAxis])));
+    constexpr double c_dFar = 4e18; // beyond every step, and an integer still
+    const double dStep = std::ceil(CompactUnits(static_cast<double>(nCell) * m_dSize, m_origin[nAxis]));
+    return static_cast<std::int64_t>(std::clamp(dStep, -c_dFar, c_dFar));
 }
 
 std::int64_t CTileGrid::FindCell(std::size_t nAxis, std::int64_t nStep) const

@@ -4,10 +4,12 @@
 #include <host/tile/CManifest.h>
 #include <host/tile/CTilePnt.h>
 #include <host/tile/CTileTable.h>
+#include <host/tile/NameTile.h>
 
 #include <array>
 #include <cstdint>
 #include <limits>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -46,9 +48,6 @@ struct CTilePlan
     CTileGrid MakeGrid() const { return {options.dSize, options.dBuffer, origin, units.dPlan}; }
 };
 
-/// The name of a tile's file.
-std::string NameTile(const CCell& cell);
-
 /// What can be told of a file without reading it. @throws CFailure when there is none.
 CPlannedFile LookAtTime(const std::string& sPath);
 
@@ -56,6 +55,21 @@ CPlannedFile LookAtTime(const std::string& sPath);
 /// @throws CFailure, CUsageError where they cannot be cut so.
 CTilePlan MakePlan(const std::vector<CInputOptions>& vecInputs, const CTileOptions& options,
                    const CConsole& console);
+
+/// A plan, and what the points that have been handed out by it are known by.
+struct CCutPlan
+{
+    CTilePlan plan;
+    std::map<CCell, std::uint64_t> mapHashes; ///< CPntsHash, of all its tiles; empty: they have not been
+};
+
+/// Does what MakePlan does, and hands out the points on the way, unless the plan has to be known before:
+/// colours turn out to have 16 bits late in a file, a tile is larger than a cloud may be, or tiles are so
+/// small that most points go to many. Then there may be files in the folder that are of no use.
+/// @param sFolder  where the points go, as by HandOutPnts.
+/// @throws CFailure, CUsageError likewise.
+CCutPlan MakePlanAndCut(const std::vector<CInputOptions>& vecInputs, const CTileOptions& options,
+                        const std::string& sFolder, const CConsole& console);
 
 } // namespace zorcld
 

@@ -14,7 +14,9 @@ namespace zorcld
 namespace
 {
 
-constexpr std::size_t c_nMaxTiles = 1000000;
+constexpr std::size_t c_nMaxTiles = 1000000; // with a point in their core: those that are made
+constexpr std::size_t c_nMaxReached =
+    4000000; // with those that buffers alone reach: what is counted, in memory
 
 } // namespace
 
@@ -27,13 +29,19 @@ CTileTable::CTileTable(const CTileGrid& grid, std::vector<CTileCount> vecTiles)
 
 void CTileTable::Count(const std::vector<CTilePnt>& vecPnts)
 {
-    ForEachRun(vecPnts,
-               [this](const CZone& zone, std::size_t, std::size_t nNum)
-               {
-                   for (const std::size_t nTile : zone.vecTiles)
-                       m_vecTiles[nTile].nNumAll += static_cast<std::int64_t>(nNum);
-                   m_vecTiles[zone.nCore].nNumCore += static_cast<std::int64_t>(nNum);
-               });
+    ForEachRun(vecPnts, [this](const CZone& zone, std::size_t, std::size_t nNum) { CountRun(zone, nNum); });
+}
+
+std::int64_t CTileTable::CountRun(const CZone& zone, std::size_t nNum)
+{
+    std::int64_t nMost = 0;
+    for (const std::size_t nTile : zone.vecTiles)
+        nMost = std::max(nMost, m_vecTiles[nTile].nNumAll += static_cast<std::int64_t>(nNum));
+    CTileCount& core = m_vecTiles[zone.nCore];
+    if (core.nNumCore == 0 && ++m_nNumCores > c_nMaxTiles)
+        throw CUsageError(fmt::format("--size: there would be more than {} tiles", GroupDigits(c_nMaxTiles)));
+    core.nNumCore += static_cast<std::int64_t>(nNum);
+    return nMost;
 }
 
 CTileTable::CSpan CTileTable::FindSpan(std::size_t nAxis, std::int64_t nStep) const
@@ -75,8 +83,11 @@ std::size_t CTileTable::Find(std::int64_t nColumn, std::int64_t nRow)
         return found->second;
     if (!m_bGrows)
         return c_nNone;
-    if (m_vecTiles.size() == c_nMaxTiles)
-        throw CUsageError(fmt::format("--size: there would be more than {} tiles", GroupDigits(c_nMaxTiles)));
+    if (m_vecTiles.size() == c_nMaxReached)
+        throw CUsageError(
+            fmt::format("--size: is so small beside the buffer that the points reach more than {} "
+                        "tiles, with those that would hold buffer alone",
+                        GroupDigits(c_nMaxReached)));
     m_mapTiles.emplace(cell, m_vecTiles.size());
     m_vecTiles.push_back({cell});
     return m_vecTiles.size() - 1;

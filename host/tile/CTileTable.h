@@ -47,6 +47,9 @@ public:
     /// Counts the points for each of their tiles. @throws CUsageError where there are too many tiles.
     void Count(const std::vector<CTilePnt>& vecPnts);
 
+    /// Counts the points of a run. @return what the fullest of their tiles has now.
+    std::int64_t CountRun(const CZone& zone, std::size_t nNum);
+
     /// `fn(zone, index of the first point, number)` for each run of points in one rectangle.
     template <class TFn>
     void ForEachRun(const std::vector<CTilePnt>& vecPnts, const TFn& fn)
@@ -96,6 +99,7 @@ private:
     const CTileGrid& m_grid;
     bool m_bGrows;
     std::vector<CTileCount> m_vecTiles;
+    std::size_t m_nNumCores = 0; // of these, with a point counted in the core
     std::unordered_map<CCell, std::size_t, CHash> m_mapTiles;
     std::array<CSpan, 2> m_aSpans; // of the last point
     CZone m_zone;                  // where they cross

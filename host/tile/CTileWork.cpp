@@ -1,14 +1,21 @@
 #include <host/tile/CTileWork.h>
 
 #include <formats/CFilePtr.h>
+#include <formats/CloudLimits.h>
 #include <host/output/CFailure.h>
 #include <host/output/COutFile.h>
+#include <host/tile/ManifestFields.h>
+#include <host/tile/ReadText.h>
+#include <host/tile/SealedJson.h>
+
+#include <fmt/format.h>
 
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <limits>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -50,22 +57,40 @@ TJson JsonFromPlan(const CTilePlan& plan)
     return json;
 }
 
-CTilePlan PlanFromJson(const TJson& json)
+CTilePlan PlanFromJson(const CJsonField& json)
 {
+    constexpr std::int64_t c_nMin = std::numeric_limits<std::int64_t>::min();
+    constexpr std::int64_t c_nMax = std::numeric_limits<std::int64_t>::max();
     CTilePlan plan;
-    plan.options = OptionsFromJson(json.at("options"));
-    plan.origin = json.at("origin").get<TOrigin>();
-    plan.bColor = json.at("color").get<bool>();
-    plan.units = UnitsFromJson(json.at("units"));
-    plan.anMin = json.at("min").get<std::array<std::int32_t, 3>>();
-    plan.anMax = json.at("max").get<std::array<std::int32_t, 3>>();
-    for (const TJson& file : json.at("files"))
-        plan.vecFiles.push_back({FileFromJson(file.at("file")), file.at("time").get<std::int64_t>(),
-                                 file.at("deep").get<bool>()});
-    for (const TJson& tile : json.at("tiles"))
-        plan.vecTiles.push_back({{tile.at(0).get<std::int32_t>(), tile.at(1).get<std::int32_t>()},
-                                 tile.at(2).get<std::int64_t>(),
-                                 tile.at(3).get<std::int64_t>()});
+    plan.options = OptionsFromJson(json.At("options"));
+    plan.origin = OriginFromJson(json.At("origin"));
+    plan.bColor = json.At("color").GetBool();
+    plan.units = UnitsFromJson(json.At("units"));
+    for (std::size_t k = 0; k < 3; ++k)
+    {
+        plan.anMin[k] = static_cast<std::int32_t>(
+            json.At("min").Nth(k).GetWhole(CTilePlan::c_nLowest, CTilePlan::c_nHighest));
+        plan.anMax[k] =
+            static_cast<std::int32_t>(json.At("max").Nth(k).GetWhole(plan.anMin[k], CTilePlan::c_nHighest));
+    }
+    json.At("files").ForEach(
+        [&](const CJsonField& file)
+        {
+            plan.vecFiles.push_back({FileFromJson(file.At("file")), file.At("time").GetWhole(c_nMin, c_nMax),
+                                     file.At("deep").GetBool()});
+        });
+    json.At("tiles").ForEach(
+        [&](const CJsonField& tile)
+        {
+            const std::int64_t nNumAll = tile.Nth(3).GetWhole(1, c_nMaxCloudPnts);
+            plan.vecTiles.push_back(
+                {CellFromJson(tile.Nth(0), tile.Nth(1)), tile.Nth(2).GetWhole(1, nNumAll), nNumAll});
+        });
+    std::int64_t nNumPnts = 0;
+    for (const CTileCount& tile : plan.vecTiles)
+        nNumPnts += tile.nNumCore;
+    if (nNumPnts != plan.CountPnts())
+        json.At("tiles").Fail("do not have all points");
     return plan;
 }
 
@@ -98,20 +123,18 @@ CTileWork::~CTileWork()
 
 std::optional<CTilePlan> CTileWork::ReadPlan() const
 {
-    std::ifstream file(m_sWork + c_pPlan, std::ios::binary);
-    if (!file)
-        return {};
-    const TJson json = TJson::parse(file, nullptr, false);
-    if (json.value("program", std::string()) != ZORCLD_VERSION) // what it notes may mean something else there
-        return {};
+    const std::optional<TJson> json = OpenSealedJson(ReadText(m_sWork + c_pPlan).value_or(""));
     try
     {
-        return PlanFromJson(json);
+        // What another version notes may mean something else there.
+        if (json && CJsonField(*json).At("program").GetText() == ZORCLD_VERSION)
+            return PlanFromJson(CJsonField(*json));
     }
-    catch (const nlohmann::json::exception&)
+    catch (const CFieldError&) // as if it could not be read
     {
         return {};
     }
+    return {};
 }
 
 bool CTileWork::HasPlan() const
@@ -122,11 +145,10 @@ bool CTileWork::HasPlan() const
 
 void CTileWork::WritePlan(const CTilePlan& plan) const
 {
-    ClearPnts();
     std::error_code error;
     fs::remove(m_sWork + c_pDone, error); // of another plan
     COutFile out(m_sWork + c_pPlan);
-    out.Write(JsonFromPlan(plan).dump(-1, ' ', false, TJson::error_handler_t::replace));
+    out.Write(SealJson(JsonFromPlan(plan)));
     out.Commit();
 }
 
@@ -136,13 +158,13 @@ std::vector<CTileEntry> CTileWork::ReadDone() const
     std::ifstream file(m_sWork + c_pDone, std::ios::binary);
     for (std::string sLine; std::getline(file, sLine);)
     {
-        const TJson json = TJson::parse(sLine, nullptr, false);
+        const std::optional<TJson> json = OpenSealedJson(sLine);
         try
         {
-            if (json.is_object())
-                vecDone.push_back(TileFromJson(json));
+            if (json) // else it is cut off, or damaged: the tile is made again
+                vecDone.push_back(TileFromJson(CJsonField(*json)));
         }
-        catch (const nlohmann::json::exception&) // cut off, as it seems: the tile is made again
+        catch (const CFieldError&)
         {
             continue;
         }
@@ -153,7 +175,7 @@ std::vector<CTileEntry> CTileWork::ReadDone() const
 void CTileWork::AddDone(const CTileEntry& entry) const
 {
     const std::string sPath = m_sWork + c_pDone;
-    const std::string sLine = "\n" + JsonFromTile(entry).dump(); // behind what an interruption has cut off
+    const std::string sLine = "\n" + SealJson(JsonFromTile(entry)); // behind what an interruption has cut off
     CFilePtr pFile(std::fopen(sPath.c_str(), "ab"));
     const bool bWritten =
         pFile != nullptr && std::fwrite(sLine.data(), 1, sLine.size(), pFile.get()) == sLine.size();
@@ -161,14 +183,34 @@ void CTileWork::AddDone(const CTileEntry& entry) const
         throw CFailure(sPath, std::string("could not be written: ") + std::strerror(errno));
 }
 
-bool CTileWork::HasPnts() const
+std::map<CCell, std::uint64_t> CTileWork::ReadPntsHashes() const
 {
-    return fs::exists(m_sWork + c_pHasPnts);
+    std::map<CCell, std::uint64_t> mapHashes;
+    const std::optional<TJson> json = OpenSealedJson(ReadText(m_sWork + c_pHasPnts).value_or(""));
+    try
+    {
+        if (json)
+            CJsonField(*json).ForEach(
+                [&](const CJsonField& tile)
+                {
+                    mapHashes.emplace(CellFromJson(tile.Nth(0), tile.Nth(1)),
+                                      std::stoull(tile.Nth(2).GetHash().substr(16), nullptr, 16));
+                });
+    }
+    catch (const CFieldError&) // they are handed out again
+    {
+        return {};
+    }
+    return mapHashes;
 }
 
-void CTileWork::SetHasPnts() const
+void CTileWork::SetHasPnts(const std::map<CCell, std::uint64_t>& mapHashes) const
 {
+    TJson json = TJson::array();
+    for (const auto& [cell, nHash] : mapHashes)
+        json.push_back({cell.nColumn, cell.nRow, fmt::format("{:032x}", nHash)});
     COutFile out(m_sWork + c_pHasPnts);
+    out.Write(SealJson(json));
     out.Commit();
 }
 

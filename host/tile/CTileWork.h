@@ -3,6 +3,8 @@
 
 #include <host/tile/CTilePlan.h>
 
+#include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,19 +27,21 @@ public:
     /// Where tiles' points wait for their octrees.
     std::string GetPntsFolder() const { return m_sWork + "/points"; }
 
-    /// @return none, too, where another version of the program has made it.
+    /// @return none, too, where it is damaged, or another version of the program has made it.
     std::optional<CTilePlan> ReadPlan() const;
-    bool HasPlan() const; ///< of any version
-    /// Forgets what an earlier plan has left.
+    bool HasPlan() const; ///< whatever it says
+    /// Forgets which tiles of an earlier plan were done. REQUIRES: no note that points of another one are
+    /// there.
     void WritePlan(const CTilePlan& plan) const;
 
     /// Tiles that are done. A line that an interruption has cut off is left out.
     std::vector<CTileEntry> ReadDone() const;
     void AddDone(const CTileEntry& entry) const;
 
-    /// Have all points been handed out, as far as their files are there?
-    bool HasPnts() const;
-    void SetHasPnts() const;
+    /// Hashes (CPntsHash) of the points of all tiles, where all have been handed out; their files may have
+    /// gone.
+    std::map<CCell, std::uint64_t> ReadPntsHashes() const;
+    void SetHasPnts(const std::map<CCell, std::uint64_t>& mapHashes) const;
 
     /// Removes the points, and the note that all are there.
     void ClearPnts() const;

@@ -19,6 +19,16 @@
 namespace zorcld
 {
 
+namespace
+{
+
+std::string FormatHash(const XXH128_hash_t& hash)
+{
+    return fmt::format("{:016x}{:016x}", hash.high64, hash.low64);
+}
+
+} // namespace
+
 std::string HashFile(const std::string& sPath, const std::atomic<bool>* pStop)
 {
     CFileCause cause;
@@ -36,8 +46,17 @@ std::string HashFile(const std::string& sPath, const std::atomic<bool>* pStop)
         static_cast<void>(XXH3_128bits_update(pState.get(), vecBlock.data(), nNum));
     if (std::ferror(pFile.get()) != 0)
         throw CFailure(sPath, std::string("could not be read: ") + std::strerror(errno));
-    const XXH128_hash_t hash = XXH3_128bits_digest(pState.get());
-    return fmt::format("{:016x}{:016x}", hash.high64, hash.low64);
+    return FormatHash(XXH3_128bits_digest(pState.get()));
+}
+
+bool IsHash(const std::string& sText)
+{
+    return sText.size() == 32 && sText.find_first_not_of("0123456789abcdef") == std::string::npos;
+}
+
+std::string HashText(const std::string& sText)
+{
+    return FormatHash(XXH3_128bits(sText.data(), sText.size()));
 }
 
 } // namespace zorcld

@@ -12,6 +12,12 @@ namespace zorcld
 /// @throws CFailure when it cannot be read.
 std::string HashFile(const std::string& sPath, const std::atomic<bool>* pStop = nullptr);
 
+/// Is it what HashFile gives?
+bool IsHash(const std::string& sText);
+
+/// The same of a text.
+std::string HashText(const std::string& sText);
+
 } // namespace zorcld
 
 #endif

@@ -35,9 +35,12 @@ public:
     virtual std::optional<TOrigin> FindOrigin() = 0;
 
     /// The points whose coordinates are numbers, in the order of the file, many in a call, which may keep or
-    /// change what it gets.
+    /// change what it gets, and leave another vector there, whatever is in it.
     /// @throws CFailure for a damaged file, and for a point that no tile with that origin can hold.
     virtual void ForEach(const TOrigin& origin, const TOnPnts& onPnts) = 0;
+
+    /// @return how many points the last `FindOrigin` or `ForEach` has found whose coordinates are no numbers.
+    virtual std::int64_t GetNumNotFinite() const { return 0; }
 
     /// @return what is to be told of the last `ForEach`, a line each.
     virtual std::vector<std::string> GetNotes() const = 0;

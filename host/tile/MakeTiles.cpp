@@ -1,27 +1,24 @@
 #include <host/tile/MakeTiles.h>
 
-#include <formats/CPlacedFile.h>
 #include <formats/Compact.h>
 #include <host/files/CInputOptions.h>
 #include <host/output/CConsole.h>
 #include <host/output/CFailure.h>
 #include <host/output/CProgressBar.h>
-#include <host/output/GetFileName.h>
 #include <host/tile/BuildTiles.h>
 #include <host/tile/CSpool.h>
 #include <host/tile/CTilePlan.h>
-#include <host/tile/CTileTable.h>
 #include <host/tile/CTileWork.h>
+#include <host/tile/HandOutPnts.h>
 #include <host/tile/HashFile.h>
-#include <host/tile/OpenTileSource.h>
-#include <host/tile/ReadAhead.h>
+#include <host/tile/IsIntact.h>
+#include <host/tile/TileFolder.h>
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <filesystem>
 #include <map>
-#include <memory>
 #include <optional>
 
 #ifdef __GLIBC__
@@ -42,13 +39,6 @@ bool IsThere(const std::string& sPath, std::int64_t nNumBytes)
     return static_cast<std::int64_t>(fs::file_size(sPath, error)) == nNumBytes && !error;
 }
 
-void KeepHighBytes(std::vector<CTilePnt>& vecPnts)
-{
-    for (CTilePnt& pnt : vecPnts)
-        for (std::uint16_t& nColor : pnt.anColor)
-            nColor = static_cast<std::uint16_t>(nColor >> 8U);
-}
-
 /// One run of `zorcld tile`.
 class CTileMaker
 {
@@ -58,12 +48,13 @@ public:
         : m_vecInputs(vecInputs), m_options(options), m_sFolder(std::move(sFolder)), m_console(console),
           m_work(m_sFolder)
     {
-        RemoveCutOff();
     }
 
     CMadeTiles Make()
     {
-        TakeIntact(FindDone());
+        const std::vector<CTileEntry> vecDone = FindDone();
+        RemoveCutOff(m_sFolder); // which it does not refuse
+        TakeIntact(vecDone);
         CMadeTiles made;
         made.nNumKept = m_mapDone.size();
         if (m_manifest && m_manifest->vecTiles.size() == m_mapDone.size())
@@ -76,13 +67,17 @@ public:
             MakeNewPlan();
             fs::remove(FindManifestPath(m_sFolder)); // it says that all are there
         }
-        std::vector<CTileCount> vecMissing;
-        for (const CTileCount& tile : m_plan.vecTiles)
-            if (m_mapDone.count(tile.cell) == 0)
-                vecMissing.push_back(tile);
-        if (!HasPntsOf(vecMissing))
-            HandOut(vecMissing);
-        Build(vecMissing);
+        KeepPlanned();
+        try
+        {
+            BuildMissing();
+        }
+        catch (const CDamagedPnts& error) // a disk that lost power for instance
+        {
+            m_console.Note(fmt::format("{}; the points are handed out again", error.what()));
+            m_work.ClearPnts();
+            BuildMissing();
+        }
         made.manifest = MakeManifest();
         made.manifest.Write(m_sFolder);
         m_work.Clear();
@@ -90,34 +85,6 @@ public:
     }
 
 private:
-    /// What a run leaves that was killed: no other one works here, so nobody writes to it any more.
-    void RemoveCutOff() const
-    {
-        std::error_code error;
-        for (const fs::directory_entry& entry : fs::directory_iterator(m_sFolder, error))
-        {
-            const std::string sName = entry.path().filename().string();
-            const bool bOurs = sName.rfind("tile_", 0) == 0 || sName.rfind(CManifest::c_pFile, 0) == 0;
-            if (bOurs && sName.find(CPlacedFile::c_sSuffix.substr(0, 8)) != std::string::npos)
-                fs::remove(entry.path(), error);
-        }
-    }
-
-    /// Files of these names that nothing here tells of are somebody's, maybe those to be cut.
-    void RefuseOthersTiles() const
-    {
-        std::error_code error;
-        for (const fs::directory_entry& entry : fs::directory_iterator(m_sFolder, error))
-        {
-            const std::string sName = entry.path().filename().string();
-            if (sName.rfind("tile_", 0) == 0 && entry.path().extension() == ".cld")
-                throw CFailure(m_sFolder,
-                               fmt::format("holds {}, which no manifest there tells of; another folder, "
-                                           "or this one emptied, takes tiles",
-                                           sName));
-        }
-    }
-
     /// @return the tiles that an earlier run has made. Leaves the plan, or a manifest.
     std::vector<CTileEntry> FindDone()
     {
@@ -132,22 +99,79 @@ private:
         }
         if (!CManifest::IsManifest(m_sFolder))
         {
-            if (!m_work.HasPlan())
-                RefuseOthersTiles();
+            if (m_work.HasPlan())
+                ForgetUnreadable();
+            else
+                RefuseOthersTiles(m_sFolder);
             MakeNewPlan();
             return {};
         }
-        m_manifest = CManifest::Read(m_sFolder);
+        try
+        {
+            m_manifest = CManifest::Read(m_sFolder);
+        }
+        catch (const CFailure& error)
+        {
+            throw CFailure(error.GetFile(),
+                           error.GetCause() + "; another folder, or this one emptied, takes tiles");
+        }
         if (!IsOfSameFiles(*m_manifest))
             throw CFailure(m_sFolder, "holds tiles of other files or options; another folder, or this one "
                                       "emptied, takes these");
         return m_manifest->vecTiles;
     }
 
+    /// Leaves the tiles that have the numbers of the plan.
+    void KeepPlanned()
+    {
+        std::map<CCell, CTileEntry> mapKept;
+        for (const CTileCount& tile : m_plan.vecTiles)
+            if (const auto found = m_mapDone.find(tile.cell);
+                found != m_mapDone.end() && FitsPlan(m_plan, tile, found->second))
+                mapKept.insert(*found);
+        m_mapDone = std::move(mapKept);
+    }
+
+    void BuildMissing()
+    {
+        std::vector<CTileCount> vecMissing;
+        for (const CTileCount& tile : m_plan.vecTiles)
+            if (m_mapDone.count(tile.cell) == 0)
+                vecMissing.push_back(tile);
+        m_mapHashes = m_work.ReadPntsHashes();
+        if (!HasPntsOf(vecMissing))
+        {
+            m_work.ClearPnts();
+            m_mapHashes = HandOutPnts(m_vecInputs, m_plan, vecMissing, m_work.GetPntsFolder(), m_console);
+            m_work.SetHasPnts(m_mapHashes);
+        }
+        Build(vecMissing);
+    }
+
+    /// What the notes in the folder tell of tiles is of no use without their plan.
+    void ForgetUnreadable()
+    {
+        m_console.Note(fmt::format("{}: what an interrupted run has noted there cannot be read, so that "
+                                   "cutting begins anew",
+                                   m_sFolder));
+        std::error_code error;
+        for (const CTileEntry& entry : m_work.ReadDone())
+            if (entry.sFile == NameTile(entry.cell)) // others may be of another size
+                fs::remove(FindTilePath(m_sFolder, entry), error);
+    }
+
     void MakeNewPlan()
     {
-        m_plan = MakePlan(m_vecInputs, m_options, m_console);
+        m_work.ClearPnts();
+        CCutPlan cut;
+        if (m_mapDone.empty())
+            cut = MakePlanAndCut(m_vecInputs, m_options, m_work.GetPntsFolder(), m_console);
+        else // most points would be handed out for nothing
+            cut.plan = MakePlan(m_vecInputs, m_options, m_console);
+        m_plan = std::move(cut.plan);
         m_work.WritePlan(m_plan);
+        if (!cut.mapHashes.empty())
+            m_work.SetHasPnts(cut.mapHashes);
         for (const auto& [cell, entry] : m_mapDone)
             m_work.AddDone(entry);
     }
@@ -155,7 +179,7 @@ private:
     void TakeIntact(const std::vector<CTileEntry>& vecDone)
     {
         for (const CTileEntry& entry : vecDone)
-            if (IsIntact(entry))
+            if (IsIntact(FindTilePath(m_sFolder, entry), entry))
                 m_mapDone.emplace(entry.cell, entry);
     }
 
@@ -184,12 +208,6 @@ private:
                           });
     }
 
-    bool IsIntact(const CTileEntry& entry) const
-    {
-        const std::string sPath = FindTilePath(m_sFolder, entry);
-        return IsThere(sPath, entry.nNumBytes) && HashFile(sPath) == entry.sHash;
-    }
-
     std::string GetPntsPath(const CTileCount& tile) const
     {
         return m_work.GetPntsFolder() + "/" + NameTile(tile.cell);
@@ -197,48 +215,12 @@ private:
 
     bool HasPntsOf(const std::vector<CTileCount>& vecTiles) const
     {
-        return vecTiles.empty() ||
-               (m_work.HasPnts() &&
-                std::all_of(vecTiles.begin(), vecTiles.end(),
-                            [&](const CTileCount& tile)
-                            { return IsThere(GetPntsPath(tile), CSpool::CalcSize(m_plan, tile)); }));
-    }
-
-    /// The second pass over the files.
-    void HandOut(const std::vector<CTileCount>& vecTiles)
-    {
-        m_work.ClearPnts();
-        const CTileGrid grid = m_plan.MakeGrid();
-        CTileTable table(grid, vecTiles);
-        CSpool spool(m_work.GetPntsFolder(), m_plan, vecTiles);
-        for (std::size_t i = 0; i < m_vecInputs.size(); ++i)
-            HandOutFile(m_vecInputs[i], m_plan.vecFiles[i], table, spool);
-        spool.Finish();
-        m_work.SetHasPnts();
-    }
-
-    void HandOutFile(const CInputOptions& input, const CPlannedFile& planned, CTileTable& table,
-                     CSpool& spool)
-    {
-        const std::unique_ptr<ITileSource> pSource = OpenTileSource(input);
-        CProgressBar progress(m_console, "cutting " + GetFileName(input.sPath));
-        progress.Start();
-        std::int64_t nNum = 0;
-        const std::int64_t nNumAll = std::max<std::int64_t>(planned.file.nNumPnts, 1);
-        ReadAhead(*pSource, m_plan.origin,
-                  [&](std::vector<CTilePnt>& vecPnts)
-                  {
-                      nNum += static_cast<std::int64_t>(vecPnts.size());
-                      progress.SetPos(static_cast<int>(std::min<std::int64_t>(nNum * 100 / nNumAll, 100)));
-                      if (planned.bDeepColor)
-                          KeepHighBytes(vecPnts);
-                      table.ForEachRun(
-                          vecPnts, [&](const CTileTable::CZone& zone, std::size_t nFirst, std::size_t nCount)
-                          { spool.Add(zone, vecPnts.data() + nFirst, nCount); });
-                  });
-        progress.Stop();
-        if (nNum != planned.file.nNumPnts)
-            throw CFailure(input.sPath, "it was changed while it was read");
+        return std::all_of(vecTiles.begin(), vecTiles.end(),
+                           [&](const CTileCount& tile)
+                           {
+                               return m_mapHashes.count(tile.cell) > 0 &&
+                                      IsThere(GetPntsPath(tile), CSpool::CalcSize(m_plan.bColor, tile));
+                           });
     }
 
     void Build(const std::vector<CTileCount>& vecTiles)
@@ -247,7 +229,10 @@ private:
         progress.Start();
         std::size_t nNumBuilt = 0;
         BuildTiles(
-            m_plan, vecTiles, m_sFolder, [this](const CTileCount& tile) { return GetPntsPath(tile); },
+            m_plan, vecTiles, m_sFolder,
+            [this](const CTileCount& tile) {
+                return CTilePnts{GetPntsPath(tile), m_mapHashes.at(tile.cell)};
+            },
             [&](const CTileEntry& entry, std::size_t i)
             {
                 m_work.AddDone(entry);
@@ -293,6 +278,7 @@ private:
     CTilePlan m_plan;
     std::optional<CManifest> m_manifest; // that was there
     std::map<CCell, CTileEntry> m_mapDone;
+    std::map<CCell, std::uint64_t> m_mapHashes; // of the points that wait
 };
 
 } // namespace

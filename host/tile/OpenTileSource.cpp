@@ -8,9 +8,13 @@
 #include <host/output/CFailure.h>
 #include <host/output/FormatCount.h>
 #include <host/tile/CNativePnts.h>
+#include <host/tile/CPlainPlaces.h>
 #include <host/tile/FailForReach.h>
 
 #include <fmt/format.h>
+
+#include <algorithm>
+#include <optional>
 
 namespace zorcld
 {
@@ -50,14 +54,16 @@ public:
 
     std::optional<TOrigin> FindOrigin() override
     {
+        m_nNumNotFinite = 0;
         try
         {
             static_cast<void>(m_pSource->ForEach(
-                [](const CSourcePnt& pnt)
+                [this](const CSourcePnt& pnt)
                 {
                     if (pnt.IsFinite())
                         throw CFoundFirst{
                             {SaturateToFloat(pnt.x), SaturateToFloat(pnt.y), SaturateToFloat(pnt.z)}};
+                    ++m_nNumNotFinite;
                 }));
         }
         catch (const CFoundFirst& found)
@@ -67,23 +73,36 @@ public:
         return {};
     }
 
+    std::int64_t GetNumNotFinite() const override { return m_nNumNotFinite; }
+
     void ForEach(const TOrigin& origin, const TOnPnts& onPnts) override
     {
         m_nNumNotFinite = 0;
-        std::vector<CTilePnt> vecPnts;
-        const std::string sCause = m_pSource->ForEachPlace(
-            [&](const CSourcePnt* pPnts, std::size_t nNum)
-            {
-                AddPlaced(pPnts, nNum, origin, vecPnts);
-                if (vecPnts.size() < c_nNumAtOnce)
-                    return;
-                onPnts(vecPnts);
-                vecPnts.clear();
-            });
+        CPlaced placed;
+        const auto handOn = [&](std::size_t nLeast)
+        {
+            if (placed.nNum < nLeast)
+                return;
+            placed.vecPnts.resize(placed.nNum);
+            onPnts(placed.vecPnts);
+            placed.nNum = 0;
+        };
+        const std::optional<CPlainPnts> plain = m_pSource->FindPlainPnts();
+        const std::string sCause = plain ? m_pSource->ForEachRecord(
+                                               [&](const unsigned char* pRecords, std::size_t nNum)
+                                               {
+                                                   AddPlain(*plain, pRecords, nNum, origin, placed);
+                                                   handOn(c_nNumAtOnce);
+                                               })
+                                         : m_pSource->ForEachPlace(
+                                               [&](const CSourcePnt* pPnts, std::size_t nNum)
+                                               {
+                                                   AddPlaced(pPnts, nNum, origin, placed);
+                                                   handOn(c_nNumAtOnce);
+                                               });
         if (!sCause.empty())
             throw CFailure(m_pFile->GetPath(), sCause);
-        if (!vecPnts.empty())
-            onPnts(vecPnts);
+        handOn(1);
     }
 
     std::vector<std::string> GetNotes() const override
@@ -100,15 +119,42 @@ public:
     }
 
 private:
-    void AddPlaced(const CSourcePnt* pPnts, std::size_t nNum, const TOrigin& origin,
-                   std::vector<CTilePnt>& vecPnts)
+    /// Points on their way to who asked for them.
+    struct CPlaced
     {
-        std::size_t nPlaced = vecPnts.size();
-        vecPnts.resize(nPlaced + nNum);
+        std::vector<CTilePnt> vecPnts; // longer than what is in it: to make room anew fills it with zeros
+        std::size_t nNum = 0;
+
+        CTilePnt* MakeRoom(std::size_t nMore)
+        {
+            if (vecPnts.size() < nNum + nMore)
+                vecPnts.resize(std::max(nNum + nMore, c_nNumAtOnce));
+            return vecPnts.data() + nNum;
+        }
+    };
+
+    void AddPlain(const CPlainPnts& plain, const unsigned char* pRecords, std::size_t nNum,
+                  const TOrigin& origin, CPlaced& placed)
+    {
+        if (CPlainPlaces(plain, origin).Place(pRecords, nNum, placed.MakeRoom(nNum)))
+        {
+            placed.nNum += nNum;
+            return;
+        }
+        for (std::size_t i = 0; i < nNum; ++i) // one of them is to be told, or left out
+        {
+            const CSourcePnt pnt = plain.Read(pRecords + i * plain.nSize);
+            AddPlaced(&pnt, 1, origin, placed);
+        }
+    }
+
+    void AddPlaced(const CSourcePnt* pPnts, std::size_t nNum, const TOrigin& origin, CPlaced& placed)
+    {
+        CTilePnt* pPlaced = placed.MakeRoom(nNum);
         for (std::size_t i = 0; i < nNum; ++i)
-            if (Place(pPnts[i], origin, vecPnts[nPlaced]))
-                ++nPlaced;
-        vecPnts.resize(nPlaced);
+            if (Place(pPnts[i], origin, *pPlaced))
+                ++pPlaced;
+        placed.nNum = static_cast<std::size_t>(pPlaced - placed.vecPnts.data());
     }
 
     /// @return false for coordinates that are no numbers.

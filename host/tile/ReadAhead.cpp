@@ -10,6 +10,7 @@
 #include <system_error>
 #include <thread>
 #include <utility>
+#include <vector>
 
 namespace zorcld
 {
@@ -28,7 +29,7 @@ struct CGivenUp
 class CReadBlocks
 {
 public:
-    /// Waits where the other thread is far behind. Leaves an empty vector.
+    /// Waits where the other thread is far behind. Leaves a vector that has been used, or an empty one.
     /// @throws CGivenUp
     void Put(TPnts& vecPnts)
     {
@@ -37,8 +38,12 @@ public:
         if (m_bGivenUp)
             throw CGivenUp();
         m_blocks.push_back(std::move(vecPnts));
-        vecPnts.clear();
-        vecPnts.swap(m_vecSpare);
+        vecPnts = TPnts();
+        if (!m_vecSpares.empty())
+        {
+            vecPnts = std::move(m_vecSpares.back());
+            m_vecSpares.pop_back();
+        }
         m_changed.notify_all();
     }
 
@@ -55,8 +60,8 @@ public:
     bool Take(TPnts& vecPnts)
     {
         std::unique_lock lock(m_mutex);
-        vecPnts.clear();
-        vecPnts.swap(m_vecSpare);
+        if (vecPnts.capacity() > 0)
+            m_vecSpares.push_back(std::move(vecPnts));
         m_changed.wait(lock, [this] { return !m_blocks.empty() || m_bEnd; });
         if (m_blocks.empty())
         {
@@ -83,7 +88,7 @@ private:
     std::mutex m_mutex;
     std::condition_variable m_changed;
     std::deque<TPnts> m_blocks;
-    TPnts m_vecSpare;
+    std::vector<TPnts> m_vecSpares; // their memory is known to the system, which takes time
     std::exception_ptr m_pFailed;
     bool m_bEnd = false;
     bool m_bGivenUp = false;

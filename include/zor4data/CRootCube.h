@@ -32,7 +32,8 @@ ZOR4DATA_API bool GetRootCube(const CPntCld& cld, CRootCube& cube);
 /// level share their limits with their neighbours, and the outermost ones reach to the ends of the int32
 /// span: each point of the cloud, and each that could be, belongs to exactly one cube of every level. What
 /// belongs to a node of the octree at that level is what belongs to its cube. A cube so small that its halves
-/// have no unit left gives all of its points to the upper one; the lower one is empty (min = end).
+/// have no unit left gives all of its points to the upper one; the lower one is empty (min = end). Where the
+/// nominal centre lies beyond the limits, one half has all of the cube, and the other one is empty.
 struct CLevelCube
 {
     std::int64_t nX;    ///< centre of the nominal cube; may lie beyond int32

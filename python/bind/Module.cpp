@@ -5,6 +5,7 @@
 #include <python/bind/CBatchStream.h>
 #include <python/bind/FillCloud.h>
 #include <python/bind/Gil.h>
+#include <python/bind/HashFile.h>
 #include <python/bind/ReadCloud.h>
 #include <python/bind/Views.h>
 
@@ -115,5 +116,7 @@ PYBIND11_MODULE(_core, module)
     module.def("from_arrays", &zorpy::FillCloud, py::arg("xyz"), py::arg("rgb"), py::arg("origin"));
     module.def("from_bytes", &zorpy::CloudFromBytes, py::arg("data"));
     module.def("facts", &zorpy::FindFacts, py::arg("path"), py::arg("kind"));
+    module.def("hash_file", &zorpy::HashFile, py::arg("path"));
+    module.def("hash_bytes", &zorpy::HashBytes, py::arg("data"));
     module.def("units", &zorpy::FindUnits, py::arg("path"), py::arg("kind"));
 }

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import json
 from hashlib import sha256
 from pathlib import Path
 from typing import Any, Callable
@@ -12,6 +13,8 @@ from conftest import Array
 import zor4data
 import zor4data.tiles
 from zor4data.tiles import Tiles
+from zor4data.tiles._grid import find_margin
+from zor4data.tiles._seal import calc_seal
 
 Run = Callable[..., None]
 
@@ -55,3 +58,10 @@ def join_steps(parts: zor4data.tiles.Parts) -> Array:
 def hash_files(folder: Path) -> dict[str, str]:
     """Every file of a folder."""
     return {path.name: sha256(path.read_bytes()).hexdigest() for path in folder.iterdir()}
+
+
+def write_manifest(file: Path, manifest: dict[str, Any]) -> None:
+    """A manifest as `zorcld` would have written it: its margin and its seal are those of the rest."""
+    buffer, metres = manifest["options"]["buffer"], manifest["metres_per_unit"]
+    stated = {**manifest, "margin": find_margin(tuple(manifest["origin"]), buffer, metres)}
+    file.write_text(json.dumps({**stated, "seal": calc_seal(stated)}), encoding="utf-8")

@@ -47,7 +47,7 @@ def one_stream(cloud: Cloud) -> None:
 
 
 def test_memory_and_references_are_flat_over_ten_thousand_rounds() -> None:
-    cloud = zor4data.from_arrays(*landscape(400))
+    cloud = zor4data.from_arrays(*landscape(100))
     held = (zor4data.POINT, zor4data.COLOR_POINT, None, zor4data.Cloud, cloud._core)
     for _ in range(300):
         one_round(cloud)

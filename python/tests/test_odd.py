@@ -236,7 +236,7 @@ def test_a_pipe_is_refused(tmp_path: Path) -> None:
 NO_ROOM = """
 import resource, sys
 import numpy as np, zor4data
-xyz = np.zeros((2_000_000, 3)); xyz[:] = np.arange(2_000_000)[:, None] * 0.01
+xyz = np.zeros((800_000, 3)); xyz[:] = np.arange(800_000)[:, None] * 0.01
 cloud = zor4data.from_arrays(xyz)
 cloud.write(sys.argv[1])
 before = cloud.points.copy()

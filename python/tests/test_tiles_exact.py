@@ -3,12 +3,13 @@
 from __future__ import annotations
 
 import json
+import math
 from pathlib import Path
 
 import numpy as np
 import pytest
 from conftest import Array, write_ply
-from survey import Run, Survey, join_steps, sort, sort_steps
+from survey import Run, Survey, join_steps, sort, sort_steps, write_manifest
 
 import zor4data
 import zor4data.tiles
@@ -117,10 +118,10 @@ def test_thinned_points_are_one_a_cube_for_any_tiling(survey: RandomSurvey, tmp_
     for spacing in (0.7, 12.5, 50.0):
         # A slow way to the same: the cubes one after the other.
         best: dict[tuple[float, ...], tuple[object, ...]] = {}
-        for place, record in zip(whole.xyz(), whole.points):
-            cube = tuple(np.floor(place / spacing).tolist())
-            beside = float(((place / spacing - cube - 0.5) ** 2).sum())
-            best[cube] = min(best.get(cube, (np.inf,)), (beside, *map(int, record.item())))
+        for (x, y, z), record in zip((whole.xyz() / spacing).tolist(), whole.points.tolist()):
+            cube = math.floor(x), math.floor(y), math.floor(z)
+            beside = (x - cube[0] - 0.5) ** 2 + (y - cube[1] - 0.5) ** 2 + (z - cube[2] - 0.5) ** 2
+            best[cube] = min(best.get(cube, (math.inf,)), (beside, *record))
         wanted = sort(np.array([row[1:] for row in best.values()]))
         for size, buffer in [(size, 67.0) for size in survey.sizes] + [(77.7, 50.0), (64.0, 90.0)]:
             parts = survey.cut(size, buffer).thin(spacing, tmp_path / f"{spacing}-{size}")
@@ -223,7 +224,7 @@ def test_ground_goes_by_the_units_that_the_files_state(survey: RandomSurvey, run
     def state(**units: object) -> zor4data.tiles.Tiles:
         """The same tiles, as of files that state other units."""
         manifest = tiles.folder / "stated.json"
-        manifest.write_text(json.dumps({**stated, **units}))
+        write_manifest(manifest, {**stated, **units})
         return zor4data.tiles.open(manifest)
 
     in_feet = state(metres_per_unit=0.3048, metres_per_height_unit=1.0)
@@ -233,6 +234,10 @@ def test_ground_goes_by_the_units_that_the_files_state(survey: RandomSurvey, run
     np.testing.assert_array_equal(join_steps(parts), wanted)
     kept = in_feet.map(lambda cloud, core: cloud.points[cloud.ground_mask() & core.mask(cloud)])
     np.testing.assert_array_equal(sort_steps(np.concatenate(kept)), wanted)
+    only_heights = state(metres_per_height_unit=0.3048)
+    parts = only_heights.ground(tmp_path / "heights")
+    run_program("ground", one.folder / one.tiles[0].file, "--unit-scale=1,0.3048", "-o", tmp_path / "whole.cld")
+    np.testing.assert_array_equal(join_steps(parts), sort_steps(zor4data.read(tmp_path / "whole.cld").points))
     with pytest.raises(ValueError, match="angles"):
         state(angles=True).ground(tmp_path / "ground")
     with pytest.raises(ValueError, match="the ground needs 268, 67 metres"):

@@ -5,6 +5,11 @@ from __future__ import annotations
 import os
 
 
+def show_text(text: str) -> str:
+    """The same on one line: line breaks and the like as Python writes them."""
+    return "".join(sign if sign.isprintable() else sign.encode("unicode_escape").decode("ascii") for sign in text)
+
+
 class Error(Exception):
     """What the exceptions of this package have in common.
 
@@ -26,7 +31,7 @@ class Error(Exception):
         self.number = number
 
     def __str__(self) -> str:
-        return f"{self.path}: {self.cause}"
+        return show_text(f"{self.path}: {self.cause}")
 
 
 class ReadError(Error):

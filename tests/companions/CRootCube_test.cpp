@@ -67,6 +67,22 @@ TEST(CLevelCube, LevelZero_IsTheRootAndHoldsAll)
     EXPECT_EQ(cube.nEndZ, c_nHigh);
 }
 
+// Points at the end of the span: nominal centres beyond it leave nothing on their far side.
+TEST(CLevelCube, CentreBeyondTheSpan_LimitsStayWithinThoseAbove)
+{
+    constexpr auto c_nLast = static_cast<std::int32_t>(c_nHigh - 1);
+    constexpr CRootCube c_atTheEnd{c_nLast, c_nLast, c_nLast, 1000, 0.0F, 0.0F, 0.0F};
+    CLevelCube cube{};
+    ASSERT_TRUE(GetLevelCube(c_atTheEnd, 1, 1, 1, 1, cube));
+    EXPECT_EQ(cube.nX, c_nLast + std::int64_t{250});
+    ASSERT_TRUE(GetLevelCube(c_atTheEnd, 2, 2, 2, 2, cube));
+    EXPECT_EQ(cube.nMinX, c_nLast);
+    EXPECT_EQ(cube.nEndX, c_nHigh);
+    ASSERT_TRUE(GetLevelCube(c_atTheEnd, 2, 3, 3, 3, cube));
+    EXPECT_EQ(cube.nMinX, c_nHigh);
+    EXPECT_EQ(cube.nEndX, c_nHigh);
+}
+
 // Edges 1000, 500, 250, 125, 62: moved by 250, 125, 62 and 31 units.
 TEST(CLevelCube, Halves_AreTruncated)
 {

@@ -6,7 +6,7 @@ from contextlib import closing
 from dataclasses import dataclass
 from typing import Any, Callable, Generator, Optional, Sequence
 
-from .._errors import Error
+from .._errors import Error, show_text
 from ._client import run_on
 from ._manifest import Tile
 from ._progress import Progress
@@ -81,7 +81,7 @@ def run(job: Job, tiles: Sequence[Tile], client: Any, manifest: str) -> list[Any
             results[number] = result
             if error is not None:
                 failures[tile.file] = error
-                told = f"{job.name}: {tile.file} failed: {error!r}\n    {job.repeat(tile)}"
+                told = show_text(f"{job.name}: {tile.file} failed: {error!r}") + f"\n    {job.repeat(tile)}"
             progress.add(told)
     if failures:
         first, error = next(iter(failures.items()))

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import os
 from dataclasses import dataclass
 from pathlib import Path
 from typing import Any, Callable, Optional
@@ -9,6 +10,7 @@ from typing import Any, Callable, Optional
 import numpy as np
 from numpy.typing import NDArray
 
+from .. import _core
 from .._cloud import Cloud, wrap
 from .._errors import ReadError
 from .._make import read
@@ -18,6 +20,15 @@ from ._manifest import Core, Tile
 from ._thin import choose_thinned
 
 Function = Callable[[Cloud, Core], Any]
+
+
+def _find_change(path: Path, tile: Tile) -> str:
+    """What its file has that the manifest does not say; empty: it is the file of then, byte for byte."""
+    size = path.stat().st_size
+    if size != tile.bytes:
+        return f"{size} bytes, not {tile.bytes}"
+    xxh128 = _core.hash_file(os.fsencode(path))
+    return "" if xxh128 == tile.xxh128 else f"xxh128 {xxh128}, not {tile.xxh128}"
 
 
 @dataclass(frozen=True)
@@ -36,10 +47,16 @@ class Task:
             Where it is another file than its manifest tells of.
         """
         path = self.folder / tile.file
-        cloud = read(path, kind="native")
-        if len(cloud) != tile.points + tile.buffer_points:
-            raise ReadError(str(path), "it is not the tile that its manifest tells of", 0)
-        return wrap(cloud._core, self.unit)
+        try:
+            change = _find_change(path, tile)
+        except OSError as error:
+            raise ReadError(str(path), f"it cannot be read: {error.strerror}", 0) from error
+        if not change:
+            cloud = read(path, kind="native")
+            if len(cloud) == tile.points + tile.buffer_points:
+                return wrap(cloud._core, self.unit)
+            change = f"{len(cloud)} points, not {tile.points + tile.buffer_points}"
+        raise ReadError(str(path), f"it is not the tile that its manifest tells of: {change}", 0)
 
     def __call__(self, tile: Tile) -> Any:
         raise NotImplementedError

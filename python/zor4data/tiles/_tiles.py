@@ -18,6 +18,7 @@ from .._outline import Outline
 from .._polygons import read_polygons
 from .._query import Query
 from .._unit import read_scale
+from ._grid import find_margin
 from ._manifest import MANIFEST, Manifest, Tile, read_manifest
 from ._parts import Parts, Points
 from ._repeat import write_command, write_map_command
@@ -145,15 +146,11 @@ class Tiles:
         Raises
         ------
         ValueError
-            Where the buffer is below the 67 metres that make it exact, or x and y are angles.
+            Where the buffer is below the 67 metres that make it exact, or what was added to it for the rounding of
+            floats is too little for `unit_scale`; where x and y are angles.
         """
         scale, _ = read_scale(unit_scale, self._manifest.unit)
-        needed = GROUND_BUFFER / scale
-        if self.buffer < needed * (1.0 - 1e-12):
-            raise ValueError(
-                f"the tiles were cut with a buffer of {self.buffer:g}: the ground needs {needed:g}"
-                + (f", {GROUND_BUFFER:g} metres" if scale != 1.0 else "")
-            )
+        self._check_reach(scale)
         arguments = [] if unit_scale is None else [f"unit_scale={scale!r}"]
         task = Ground(self.folder, self._manifest.unit, self._make_out(out), unit_scale)
         return self._write("ground", task, client, arguments)
@@ -233,6 +230,22 @@ class Tiles:
     def _join(self, records: list[Any]) -> NDArray[np.void]:
         """Records of several tiles, of none, too."""
         return np.concatenate([np.empty(0, COLOR_POINT if self._manifest.has_color else POINT), *records])
+
+    def _check_reach(self, scale: float) -> None:
+        """Refuse tiles that do not have all points that the ground of their cores goes by."""
+        cut = self._manifest
+        needed = GROUND_BUFFER / scale
+        if self.buffer < needed * (1.0 - 1e-12):
+            raise ValueError(
+                f"the tiles were cut with a buffer of {self.buffer:g}: the ground needs {needed:g}"
+                + (f", {GROUND_BUFFER:g} metres" if scale != 1.0 else "")
+            )
+        spare, margin = self.buffer + cut.margin - needed, find_margin(cut.origin, self.buffer, scale)
+        if spare < margin - needed * 1e-11:
+            raise ValueError(
+                f"the tiles were cut with a buffer of {self.buffer:g} and a margin of {cut.margin:g}: where a unit is "
+                f"{scale:g} metres, floats round so much there that the ground needs {needed + margin:g} together"
+            )
 
     def _make_out(self, out: PathLike) -> Path:
         """The folder for files of the tiles' names."""

@@ -2,8 +2,12 @@
 
 #include <tests/host/support/CZorcld.h>
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <random>
@@ -119,4 +123,40 @@ std::string ReadFolder(const std::string& sFolder)
     for (const std::string& sFile : vecFiles)
         sAll += fs::path(sFile).filename().string() + "\n" + ReadBytes(sFile);
     return sAll;
+}
+
+std::vector<float> WithoutStacked(const std::vector<float>& vecCoords)
+{
+    std::vector<std::array<float, 3>> vecPnts;
+    for (std::size_t i = 0; i < vecCoords.size(); i += 3)
+        vecPnts.push_back({vecCoords[i], vecCoords[i + 1], vecCoords[i + 2]});
+    std::sort(vecPnts.begin(), vecPnts.end());
+    vecPnts.erase(std::unique(vecPnts.begin(), vecPnts.end(),
+                              [](const auto& a, const auto& b) { return a[0] == b[0] && a[1] == b[1]; }),
+                  vecPnts.end());
+    std::vector<float> vecLeft;
+    for (const auto& pnt : vecPnts)
+        vecLeft.insert(vecLeft.end(), pnt.begin(), pnt.end());
+    return vecLeft;
+}
+
+std::vector<TSteps> RunCommands(const CZorcld& zorcld, const std::string& sFolder,
+                                const std::vector<std::string>& vecMore)
+{
+    std::vector<std::string> vecArgs = {"tile", sFolder, "--print-commands", "ground"};
+    vecArgs.insert(vecArgs.end(), vecMore.begin(), vecMore.end());
+    const CRun run = zorcld.Run(vecArgs);
+    const std::string sScript =
+        zorcld.Write("run.sh", "set -e\nzorcld() { \"$ZORCLD\" \"$@\"; }\n" + run.sOut);
+    EXPECT_EQ(
+        std::system(("ZORCLD='" + CZorcld::GetProgram() + "' sh '" + sScript + "' >/dev/null 2>&1").c_str()),
+        0);
+    std::vector<TSteps> vecAll;
+    for (const auto& entry : std::filesystem::directory_iterator(sFolder + "/ground"))
+    {
+        const std::vector<TSteps> vecPart = ReadNativePnts(entry.path().string()).vecPnts;
+        vecAll.insert(vecAll.end(), vecPart.begin(), vecPart.end());
+    }
+    std::sort(vecAll.begin(), vecAll.end());
+    return vecAll;
 }

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+class CZorcld;
+
 /// A point as a native file stores it: offsets in 1/10000 from the origin.
 using TSteps = std::array<std::int32_t, 3>;
 
@@ -39,6 +41,14 @@ std::vector<TSteps> JoinCores(const std::string& sFolder);
 /// Coordinates of a scan of 300 × 300 units: land with steep edges, buildings, trees, scattered points, on
 /// borders and corners of tiles of 16, 50 and 64 units, too. All of them are multiples of 1/2.
 std::vector<float> MakeScan(std::uint32_t nSeed, int nNumPnts);
+
+/// The same without points at the x and y of another one, which a cloud that reads a file would remove.
+std::vector<float> WithoutStacked(const std::vector<float>& vecCoords);
+
+/// What the commands write that are printed for a folder of tiles, sorted.
+/// @param vecMore  options for the printing.
+std::vector<TSteps> RunCommands(const CZorcld& zorcld, const std::string& sFolder,
+                                const std::vector<std::string>& vecMore = {});
 
 /// Bytes of all files of a folder, names before them, but for what is in folders of it.
 std::string ReadFolder(const std::string& sFolder);

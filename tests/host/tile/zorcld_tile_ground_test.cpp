@@ -33,25 +33,6 @@ std::vector<TSteps> JoinGround(const CZorcld& zorcld, const std::string& sFolder
     return vecAll;
 }
 
-/// What the commands write that are printed for a folder of tiles, sorted.
-std::vector<TSteps> RunCommands(const CZorcld& zorcld, const std::string& sFolder)
-{
-    const CRun run = zorcld.Run({"tile", sFolder, "--print-commands", "ground"});
-    const std::string sScript =
-        zorcld.Write("run.sh", "set -e\nzorcld() { \"$ZORCLD\" \"$@\"; }\n" + run.sOut);
-    EXPECT_EQ(
-        std::system(("ZORCLD='" + CZorcld::GetProgram() + "' sh '" + sScript + "' >/dev/null 2>&1").c_str()),
-        0);
-    std::vector<TSteps> vecAll;
-    for (const auto& entry : std::filesystem::directory_iterator(sFolder + "/ground"))
-    {
-        const std::vector<TSteps> vecPart = ReadNativePnts(entry.path().string()).vecPnts;
-        vecAll.insert(vecAll.end(), vecPart.begin(), vecPart.end());
-    }
-    std::sort(vecAll.begin(), vecAll.end());
-    return vecAll;
-}
-
 std::string Cut(const CZorcld& zorcld, const std::string& sFile, const std::string& sSize,
                 const std::string& sBuffer)
 {
@@ -68,21 +49,6 @@ std::vector<TSteps> FindGround(const CZorcld& zorcld, const std::string& sFile)
     const CRun run = zorcld.Run({"ground", sFile, "-o", sOut});
     EXPECT_EQ(run.nStatus, 0) << run.sErr;
     return ReadNativePnts(sOut).vecPnts;
-}
-
-std::vector<float> WithoutStacked(const std::vector<float>& vecCoords)
-{
-    std::vector<std::array<float, 3>> vecPnts;
-    for (std::size_t i = 0; i < vecCoords.size(); i += 3)
-        vecPnts.push_back({vecCoords[i], vecCoords[i + 1], vecCoords[i + 2]});
-    std::sort(vecPnts.begin(), vecPnts.end());
-    vecPnts.erase(std::unique(vecPnts.begin(), vecPnts.end(),
-                              [](const auto& a, const auto& b) { return a[0] == b[0] && a[1] == b[1]; }),
-                  vecPnts.end());
-    std::vector<float> vecLeft;
-    for (const auto& pnt : vecPnts)
-        vecLeft.insert(vecLeft.end(), pnt.begin(), pnt.end());
-    return vecLeft;
 }
 
 /// Points one behind the other: the first stays if another one does not, which stays if the last does not;
@@ -146,7 +112,7 @@ TEST(ZorcldTileGround, PntDecidedBy59UnitsAway_NeedsTheBuffer)
     CheckChain(c_vecChain59);
 }
 
-TEST(ZorcldTileGround, FarFromZero_TheMarginIsSixTimesWhatFloatsLieApart)
+TEST(ZorcldTileGround, FarFromZero_TheMarginFollowsWhatFloatsLieApart)
 {
     const CZorcld zorcld;
     const std::string sFile = zorcld.Write("near.ply", MakePly(c_vecChain50));
@@ -158,8 +124,34 @@ TEST(ZorcldTileGround, FarFromZero_TheMarginIsSixTimesWhatFloatsLieApart)
         vecFar[i] += 5.0e6F;
     const std::string sFar = zorcld.Write("far.ply", MakePly(vecFar));
     const std::string sFolder = Cut(zorcld, sFar, "50", "67");
-    EXPECT_EQ(ReadManifest(sFolder)["margin"].get<double>(), 3.0);
+    EXPECT_EQ(ReadManifest(sFolder)["margin"].get<double>(), 6.0); // in a unit that nobody knows
     EXPECT_EQ(JoinGround(zorcld, sFolder), FindGround(zorcld, sFar));
+    const std::string sMetres = zorcld.GetPath("metres");
+    const CRun run = zorcld.Run({"tile", sFar, "-o", sMetres, "--size", "50", "--unit-scale", "1"});
+    ASSERT_EQ(run.nStatus, 0) << run.sErr;
+    EXPECT_EQ(ReadManifest(sMetres)["margin"].get<double>(), 3.0);
+    EXPECT_EQ(JoinGround(zorcld, sMetres), FindGround(zorcld, sFar));
+}
+
+TEST(ZorcldTileGround, SmallBuffer_IsToldWhenCutAndNoCommands)
+{
+    for (const char* pBuffer : {"0", "33", "66.9"})
+    {
+        SCOPED_TRACE(pBuffer);
+        const CZorcld zorcld;
+        const std::string sFile = zorcld.Write("scan.ply", MakePly(MakeScan(6, 500)));
+        const std::string sFolder = zorcld.GetPath("tiles");
+        const std::string sCause =
+            std::string("the ground filter needs a buffer of 67 units, these tiles have ") + pBuffer;
+        const CRun cut = zorcld.Run({"tile", sFile, "-o", sFolder, "--size", "40", "--buffer", pBuffer});
+        EXPECT_EQ(cut.nStatus, 0);
+        EXPECT_NE(cut.sErr.find(sCause), std::string::npos) << cut.sErr;
+        const CRun commands = zorcld.Run({"tile", sFolder, "--print-commands", "ground"});
+        EXPECT_EQ(commands.nStatus, 1);
+        EXPECT_EQ(commands.sOut, "");
+        EXPECT_TRUE(commands.HasOneErrLine());
+        EXPECT_NE(commands.sErr.find(sCause), std::string::npos) << commands.sErr;
+    }
 }
 
 TEST(ZorcldTileGround, CoreWithoutGround_NoFileAndStatusZero)
@@ -234,7 +226,41 @@ TEST(ZorcldTileGround, PrintedCommands_RunInAShell)
     const CRun run =
         zorcld.Run({"tile", sFile, "-o", sFolder, "--size", "100", "--print-commands", "ground"});
     ASSERT_EQ(run.nStatus, 0) << run.sErr;
+    const CRun same = zorcld.Run({"tile", sFolder, "--print-commands", "ground", "-o", sFolder + "/."});
+    EXPECT_EQ(same.nStatus, 2);
+    EXPECT_EQ(same.sOut, "");
+    EXPECT_NE(same.sErr.find("is the folder of the tiles"), std::string::npos) << same.sErr;
     const CRun again = zorcld.Run({"tile", sFolder, "--print-commands", "ground"});
     EXPECT_EQ(again.sOut, run.sOut);
+    for (const nlohmann::json& tile : GetTiles(sFolder)) // a damaged tile is refused
+        EXPECT_NE(run.sOut.find(" --xxh128 " + tile["xxh128"].get<std::string>()), std::string::npos);
     EXPECT_EQ(RunCommands(zorcld, sFolder), FindGround(zorcld, sFile));
+}
+
+TEST(ZorcldTileGroundNone, NothingInTheCore_RemovesNoFolderAndNotWhatWasRead)
+{
+    const CZorcld zorcld;
+    const std::string sFile = zorcld.Write("scan.ply", MakePly(MakeScan(1, 3000)));
+    const std::string sIn = zorcld.GetPath("in.cld");
+    ASSERT_EQ(zorcld.Run({"convert", sFile, sIn}).nStatus, 0);
+    const auto run = [&](const std::string& sOut) {
+        return zorcld.Run(
+            {"ground", sIn, "--core=9000,9000,9001,9001", "--force", "-o", zorcld.GetPath(sOut)});
+    };
+    std::filesystem::create_directory(zorcld.GetPath("folder.cld"));
+    EXPECT_EQ(run("folder.cld").nStatus, 1);
+    EXPECT_TRUE(std::filesystem::exists(zorcld.GetPath("folder.cld")));
+    const CRun same = run("in.cld");
+    EXPECT_EQ(same.nStatus, 1);
+    EXPECT_TRUE(same.HasOneErrLine()) << same.sErr;
+    EXPECT_TRUE(std::filesystem::exists(sIn));
+    // An older result goes, also behind a link, which stays; and the command may be run again.
+    static_cast<void>(zorcld.Write("old.cld", "an older result"));
+    std::filesystem::create_symlink(zorcld.GetPath("old.cld"), zorcld.GetPath("link.cld"));
+    for (int i = 0; i < 2; ++i)
+    {
+        EXPECT_EQ(run("link.cld").nStatus, 0);
+        EXPECT_FALSE(std::filesystem::exists(zorcld.GetPath("old.cld")));
+        EXPECT_TRUE(std::filesystem::is_symlink(zorcld.GetPath("link.cld")));
+    }
 }

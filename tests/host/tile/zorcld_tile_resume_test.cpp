@@ -128,3 +128,117 @@ TEST_F(ZorcldTileResume, FileThatCannotBeCut_LeavesNothingBehind)
         EXPECT_FALSE(fs::exists(sFolder));
     }
 }
+
+namespace
+{
+
+/// Tiles of all points each, whose points wait, whole, while no tile could be written: files may not grow to
+/// the size of one.
+class ZorcldTileWaiting : public ZorcldTileResume
+{
+protected:
+    void SetUp() override
+    {
+        ZorcldTileResume::SetUp();
+        ASSERT_EQ(m_zorcld.Run(LargeArgs("large")).nStatus, 0);
+        ASSERT_EQ(m_zorcld.RunAfter("ulimit -f 1446;", LargeArgs("cut")).nStatus, 1);
+        ASSERT_TRUE(fs::exists(m_zorcld.GetPath(c_pWork) + "/points.whole"));
+    }
+
+    std::vector<std::string> LargeArgs(const std::string& sFolder) const
+    {
+        return {"tile", m_sFile, "-o", m_zorcld.GetPath(sFolder), "--size", "1000", "--buffer", "1000"};
+    }
+
+    CRun ExpectTheSame() const
+    {
+        CRun run = m_zorcld.Run(LargeArgs("cut"));
+        EXPECT_EQ(run.nStatus, 0) << run.sErr;
+        EXPECT_TRUE(ReadFolder(m_zorcld.GetPath("cut")) == ReadFolder(m_zorcld.GetPath("large")));
+        return run;
+    }
+
+    static constexpr const char* c_pWork = "cut/.zorcld-tiles";
+};
+
+} // namespace
+
+TEST_F(ZorcldTileWaiting, PointsThatAreWhole_AreNotHandedOutAgain)
+{
+    EXPECT_EQ(ExpectTheSame().sErr, "");
+}
+
+TEST_F(ZorcldTileWaiting, DamagedPoints_AreToldAndHandedOutAgain)
+{
+    const std::string sName = std::string(c_pWork) + "/points/tile_0_0.cld";
+    const std::string sBytes = ReadBytes(m_zorcld.GetPath(sName));
+    ASSERT_GT(sBytes.size(), 700000U);
+    for (const std::size_t nPos : {std::size_t{9}, std::size_t{13}, std::size_t{28}, std::size_t{500000}})
+    {
+        SCOPED_TRACE(nPos);
+        std::string sDamaged = sBytes;
+        if (nPos == 500000)
+            sDamaged.replace(nPos, 100000, 100000, '\0');
+        else
+            sDamaged[nPos] = static_cast<char>(sDamaged[nPos] ^ 1);
+        fs::remove_all(m_zorcld.GetPath("cut"));
+        ASSERT_EQ(m_zorcld.RunAfter("ulimit -f 1446;", LargeArgs("cut")).nStatus, 1);
+        static_cast<void>(m_zorcld.Write(sName, sDamaged));
+        const CRun run = ExpectTheSame();
+        EXPECT_NE(run.sErr.find("tile_0_0.cld: is damaged; the points are handed out again"),
+                  std::string::npos)
+            << run.sErr;
+    }
+}
+
+TEST_F(ZorcldTileWaiting, NotesThatCannotBeRead_AreToldAndCuttingBeginsAnew)
+{
+    const std::string sName = std::string(c_pWork) + "/plan.json";
+    const std::string sPlan = ReadBytes(m_zorcld.GetPath(sName));
+    std::string sChanged = sPlan;
+    sChanged[sChanged.find("60000")] = '5';
+    for (const std::string& sText :
+         {std::string(), std::string("[]"), std::string("{\"program\": 5}"), sPlan.substr(0, 99), sChanged})
+    {
+        SCOPED_TRACE(sText.substr(0, 20));
+        fs::remove_all(m_zorcld.GetPath("cut"));
+        ASSERT_EQ(m_zorcld.RunAfter("ulimit -f 1446;", LargeArgs("cut")).nStatus, 1);
+        static_cast<void>(m_zorcld.Write(sName, sText));
+        const CRun run = ExpectTheSame();
+        EXPECT_NE(run.sErr.find("cutting begins anew"), std::string::npos) << run.sErr;
+    }
+}
+
+TEST_F(ZorcldTileWaiting, NotedTilesThatAreNotOfThePlan_AreNotTaken)
+{
+    const std::string sDone =
+        R"({"file":"tile_9_9.cld","column":9,"row":9,"core":[0,0,1,1],"points":5,"buffer_points":0,)"
+        R"("bounds":{"min":[0,0,0],"max":[0,0,0]},"bytes":0,"xxh128":"99aa06d3014798d86001c324468d497f"})";
+    static_cast<void>(m_zorcld.Write(std::string(c_pWork) + "/done", sDone + "\n"));
+    static_cast<void>(m_zorcld.Write("cut/tile_9_9.cld", ""));
+    const CRun run = m_zorcld.Run(LargeArgs("cut"));
+    EXPECT_EQ(run.nStatus, 0) << run.sErr;
+    EXPECT_EQ(ReadManifest(m_zorcld.GetPath("cut"))["points"], 60000);
+}
+
+TEST_F(ZorcldTileResume, TemporaryFiles_OnlyItsOwnGoAndNoneWhereItIsRefused)
+{
+    const std::vector<std::string> vecOthers = {
+        "whole/tile_notes.zorcld-keep.txt", "whole/tile_1_1.cld.zorcld-old",
+        "whole/tile_mine.cld.zorcld-abc123", "whole/manifest.json.zorcld-backups", "whole/tile_1_1.cld"};
+    for (const std::string& sName : vecOthers)
+        if (!fs::exists(m_zorcld.GetPath(sName)))
+            static_cast<void>(m_zorcld.Write(sName, "somebody's"));
+    const std::vector<std::string> vecOwn = {"whole/tile_1_-1.cld.zorcld-abc123",
+                                             "whole/manifest.json.zorcld-0a1b2c"};
+    for (const std::string& sName : vecOwn)
+        static_cast<void>(m_zorcld.Write(sName, "cut off"));
+    EXPECT_EQ(m_zorcld.Run(Args("whole", "60")).nStatus, 1);
+    for (const std::string& sName : vecOwn)
+        EXPECT_TRUE(fs::exists(m_zorcld.GetPath(sName))) << sName;
+    EXPECT_EQ(m_zorcld.Run(Args("whole")).nStatus, 0);
+    for (const std::string& sName : vecOwn)
+        EXPECT_FALSE(fs::exists(m_zorcld.GetPath(sName))) << sName;
+    for (const std::string& sName : vecOthers)
+        EXPECT_TRUE(fs::exists(m_zorcld.GetPath(sName))) << sName;
+}

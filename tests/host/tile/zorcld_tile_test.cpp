@@ -1,5 +1,6 @@
 #include <tests/host/support/CZorcld.h>
 #include <tests/host/tile/TileFiles.h>
+#include <tests/support/LasBytes.h>
 
 #include <gtest/gtest.h>
 
@@ -223,4 +224,22 @@ TEST(ZorcldTile, WrongUsage_StatusTwoAndOneLine)
         EXPECT_TRUE(run.HasOneErrLine()) << run.sErr;
     }
     EXPECT_FALSE(std::filesystem::exists(sOut));
+}
+
+// As zorcld convert says it.
+TEST(ZorcldTile, NoPoints_OneTextForAllFiles)
+{
+    const CZorcld zorcld;
+    constexpr float c_fNan = std::numeric_limits<float>::quiet_NaN();
+    std::vector<std::pair<std::string, std::string>> vecCases = {
+        {zorcld.Write("nan.ply", MakePly({c_fNan, 0, 0})), "holds no point whose coordinates are numbers"}};
+    if (CZorcld::HasLaszip())
+        vecCases.emplace_back(zorcld.Write("none.las", LasOf(1, 0).GetBytes()), "holds no points");
+    for (const auto& [sFile, sCause] : vecCases)
+    {
+        const CRun run = zorcld.Run({"tile", sFile, "-o", zorcld.GetPath("tiles"), "--size", "50"});
+        EXPECT_EQ(run.nStatus, 1);
+        EXPECT_EQ(run.sErr, "zorcld: " + sFile + ": " + sCause + "\n");
+        EXPECT_EQ(zorcld.Run({"convert", sFile, zorcld.GetPath("out.cld")}).sErr, run.sErr);
+    }
 }
