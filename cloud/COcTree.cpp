@@ -90,7 +90,7 @@ void COcTree<T>::SelPnt(std::int32_t nIndex, bool bToggle) noexcept
 template <class T>
 void COcTree<T>::UnSelPnts() noexcept
 {
-    if (this->m_pPnts != nullptr) // a cleared store keeps its marks, which may be another copy's
+    if (this->m_pSelBits != nullptr)
         std::memset(this->m_pSelBits.get(), 0, CPntBits::GetNumBytes(this->m_nNumPnts));
 }
 

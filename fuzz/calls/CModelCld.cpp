@@ -98,8 +98,11 @@ void CModelStore::Select(int nIndex, bool bToggle)
 
 void CModelStore::UnSelect()
 {
-    if (pArray != nullptr)
-        pSelected->assign(pSelected->size(), false);
+    if (pSelected == nullptr)
+        return;
+    // marks are kept in bytes, shared with copies, and a byte more than full ones is reset: after Clear the first
+    const std::size_t nNumReset = (static_cast<std::size_t>(GetNumPnts()) / 8 + 1) * 8;
+    std::fill_n(pSelected->begin(), std::min(nNumReset, pSelected->size()), false);
 }
 
 void CModelStore::DelSel()

@@ -56,19 +56,6 @@ public:
 };
 TYPED_TEST_SUITE(CPntCld_Copy, TBothPntTypes, CPntTypeName);
 
-// Marks are shared, and a cleared cloud has no points to unselect.
-TYPED_TEST(CPntCld_Copy, UnSelPnts_OfAClearedCopyChangesNothing)
-{
-    const auto pOriginal = TestFixture::Make(20, &this->m_color);
-    for (int i = 0; i < 20; ++i)
-        pOriginal->SelPnt(i, false);
-    CPntCld copy(*pOriginal);
-    copy.Clear();
-    copy.UnSelPnts();
-    for (int i = 0; i < 20; ++i)
-        EXPECT_TRUE(TestFixture::IsSelected(*pOriginal, i)) << i;
-}
-
 TYPED_TEST(CPntCld_Copy, Destruction_InAnyOrder)
 {
     for (const bool bOriginalFirst : {true, false})
