@@ -21,16 +21,10 @@ using TSocket = asio::ip::tcp::socket;
 std::shared_ptr<const std::atomic<bool>> CClientWatch::Start(const std::shared_ptr<void>& pOwner,
                                                              bool bProbes)
 {
-    const auto pGone = std::make_shared<std::atomic<bool>>(false);
-    m_pGone = pGone;
+    m_pGone = std::make_shared<std::atomic<bool>>(false);
     m_bProbes = bProbes;
-    m_stream.socket().async_wait(TSocket::wait_read,
-                                 [this, pOwner, pGone](beast::error_code error)
-                                 {
-                                     if (!error && m_pGone == pGone) // else the answer was quicker
-                                         OnHeard(pOwner);
-                                 });
-    return pGone;
+    Listen(pOwner);
+    return m_pGone;
 }
 
 void CClientWatch::Stop()
@@ -40,21 +34,34 @@ void CClientWatch::Stop()
     m_stream.socket().cancel(error); // nothing else waits
 }
 
-/// @return what reading would meet: none where there is something to be read, or nothing yet.
+void CClientWatch::Listen(const std::shared_ptr<void>& pOwner)
+{
+    m_stream.socket().async_wait(TSocket::wait_read,
+                                 [this, pOwner, pGone = m_pGone](beast::error_code error)
+                                 {
+                                     if (!error && m_pGone == pGone) // else the answer was quicker
+                                         OnHeard(pOwner);
+                                 });
+}
+
+/// @return what reading would meet: none where there is something to be read.
 beast::error_code CClientWatch::Peek()
 {
     char c = 0;
     beast::error_code error;
     m_stream.socket().non_blocking(true, error);
     m_stream.socket().receive(asio::buffer(&c, 1), asio::socket_base::message_peek, error);
-    const bool bNothingYet = error == asio::error::would_block || error == asio::error::try_again;
-    return bNothingYet ? beast::error_code() : error;
+    return error;
 }
 
+/// The wait may also end without anything new: an event of the request itself, which another thread had
+/// taken from the system but not yet told of when the request was read.
 void CClientWatch::OnHeard(const std::shared_ptr<void>& pOwner)
 {
     const beast::error_code error = Peek();
-    if (error == asio::error::eof && m_bProbes)
+    if (error == asio::error::would_block || error == asio::error::try_again)
+        Listen(pOwner);
+    else if (error == asio::error::eof && m_bProbes)
         Probe(pOwner);
     else if (error)
         *m_pGone = true;

@@ -18,8 +18,7 @@ public:
 
     /// @param pOwner   of the stream and of this object.
     /// @param bProbes  the client knows replies of status 100, which stand before others. Without them one
-    /// that
-    ///                 closes its sending end is taken to be gone.
+    ///                 that closes its sending end is taken to be gone.
     /// @return becomes true when the client has gone.
     std::shared_ptr<const std::atomic<bool>> Start(const std::shared_ptr<void>& pOwner, bool bProbes);
 
@@ -27,6 +26,7 @@ public:
     void Stop();
 
 private:
+    void Listen(const std::shared_ptr<void>& pOwner);
     void OnHeard(const std::shared_ptr<void>& pOwner);
     void Probe(const std::shared_ptr<void>& pOwner);
     boost::beast::error_code Peek();

@@ -296,6 +296,25 @@ TEST(CHttpServer, HalfClosedThenGone_IsNoticed)
     EXPECT_TRUE(Reaches(show.nNumGone, 1));
 }
 
+// However the bytes of the request come, and however many come at once.
+TEST(CHttpServer, HalfClosedThenGone_IsNoticedEachTime)
+{
+    for (int n = 0; n < 100; ++n)
+    {
+        CSlowShow show;
+        show.server.Start();
+        {
+            CHttpClient client(show.server.GetPort());
+            const std::string sRequest = "GET /long HTTP/1.1\r\nHost: x\r\n\r\n";
+            for (const char c : sRequest)
+                client.Send({c});
+            ASSERT_TRUE(Reaches(show.nNumBegun, 1));
+            client.CloseSending();
+        }
+        ASSERT_TRUE(Reaches(show.nNumGone, 1)) << n;
+    }
+}
+
 // What a client sends ahead does not make it one that has gone.
 TEST(CHttpServer, SlowAnswers_OneAfterTheOtherOnOneConnection)
 {
