@@ -91,8 +91,9 @@ public:
         {
             const CSamplePnt& pnt = m_vecTile[static_cast<std::size_t>(i % nNumInATile)];
             const std::int64_t nTile = i / nNumInATile;
+            const std::int64_t nRow = nTile / m_nNumInARow;
             const double x = pnt.x + static_cast<double>(nTile % m_nNumInARow) * m_terrain.GetSide();
-            const double y = pnt.y + static_cast<double>(nTile / m_nNumInARow) * m_terrain.GetSide();
+            const double y = pnt.y + static_cast<double>(nRow) * m_terrain.GetSide();
             if (bColor)
                 cld.OnReadPnt(x, y, pnt.z, pnt.r, pnt.g, pnt.b);
             else
