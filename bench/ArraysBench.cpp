@@ -112,6 +112,6 @@ void AddArraysRows()
             [=](CCpuTimer& timer) { return CountBatches(nNum, timer); }});
 }
 
-const CBenchGroup group("traversal", AddArraysRows);
+const CBenchGroup c_group("traversal", AddArraysRows);
 
 } // namespace

@@ -103,6 +103,6 @@ void AddGridRows()
             [=](CCpuTimer& timer) { return DecodeGrid(1000, nNum / 1000, timer); }});
 }
 
-const CBenchGroup group("grid", AddGridRows);
+const CBenchGroup c_group("grid", AddGridRows);
 
 } // namespace

@@ -211,14 +211,14 @@ std::vector<std::int64_t> BenchSizes(std::vector<std::int64_t> vecDefault)
     return vecDefault;
 }
 
-void AddRow(CBenchRow row)
+void AddRow(const CBenchRow& row)
 {
     CRowResult& result = Add(row, row.nRounds > 0 ? row.nRounds : GetNumRounds(row.nNum));
     result.eResult = row.eResult;
     result.dPerUnits = row.dPerUnits;
 }
 
-void AddValue(CBenchValue value)
+void AddValue(const CBenchValue& value)
 {
     Add(value, 1).sUnit = value.sUnit;
 }

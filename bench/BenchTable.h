@@ -20,8 +20,8 @@ CBenchOptions& GetBenchOptions();
 /// @return the sizes of a row, cut to what the options allow.
 std::vector<std::int64_t> BenchSizes(std::vector<std::int64_t> vecDefault);
 
-void AddRow(CBenchRow row);
-void AddValue(CBenchValue value);
+void AddRow(const CBenchRow& row);
+void AddValue(const CBenchValue& value);
 
 /// A sentence that is printed below the table, once: what was left out and why.
 void AddNote(const std::string& sNote);

@@ -61,6 +61,6 @@ void AddGrowthRow()
             BenchResult_Ignored});
 }
 
-const CBenchGroup group("build", AddGrowthRow);
+const CBenchGroup c_group("build", AddGrowthRow);
 
 } // namespace

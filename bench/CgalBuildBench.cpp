@@ -48,6 +48,6 @@ void AddBuildRows()
             [=](CCpuTimer& timer) { return BuildCgal(nNum, true, timer); }});
 }
 
-const CBenchGroup group("build", AddBuildRows);
+const CBenchGroup c_group("build", AddBuildRows);
 
 } // namespace

@@ -26,6 +26,6 @@ void AddCgalLodRows()
                [=](double dLod, CCpuTimer& timer) { return LodCgal(nNum, dLod, timer); });
 }
 
-const CBenchGroup group("traversal", AddCgalLodRows);
+const CBenchGroup c_group("traversal", AddCgalLodRows);
 
 } // namespace

@@ -47,6 +47,6 @@ void AddOutlineRows()
                 nNum < 1000000 ? 0 : 3});
 }
 
-const CBenchGroup group("outline", AddOutlineRows);
+const CBenchGroup c_group("outline", AddOutlineRows);
 
 } // namespace

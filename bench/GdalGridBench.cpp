@@ -47,6 +47,6 @@ void AddGdalRows()
                 [=](CCpuTimer& timer) { return ReadRaster(1000, nNum / 1000, timer); }});
 }
 
-const CBenchGroup group("grid", AddGdalRows);
+const CBenchGroup c_group("grid", AddGdalRows);
 
 } // namespace

@@ -61,6 +61,6 @@ void AddContourRows()
                     [=](CCpuTimer& timer) { return SelectGeos(nNum, nNumVertices, bHole, timer); }});
 }
 
-const CBenchGroup group("contour", AddContourRows);
+const CBenchGroup c_group("contour", AddContourRows);
 
 } // namespace

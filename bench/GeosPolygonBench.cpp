@@ -45,6 +45,6 @@ void AddPolygonRows()
                         [=](CCpuTimer& timer) { return FindGeos(nNum, nNumVertices, bHole, timer); }});
 }
 
-const CBenchGroup group("polygon", AddPolygonRows);
+const CBenchGroup c_group("polygon", AddPolygonRows);
 
 } // namespace

@@ -211,6 +211,6 @@ void AddGroundRows()
     AddMemoryRow("corridor", BenchSizes({1000000}).back(), MakeCorridor);
 }
 
-const CBenchGroup group("ground", AddGroundRows);
+const CBenchGroup c_group("ground", AddGroundRows);
 
 } // namespace

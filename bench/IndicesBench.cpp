@@ -72,6 +72,6 @@ void AddIndicesRows()
         [=](const CPntCld& cld, IPntCldListener* p) { cld.GetPnts_Clip(p, planes, c_nQueryBatch); });
 }
 
-const CBenchGroup group("traversal", AddIndicesRows);
+const CBenchGroup c_group("traversal", AddIndicesRows);
 
 } // namespace

@@ -167,6 +167,6 @@ void AddLasRows()
     }
 }
 
-const CBenchGroup group("las", AddLasRows);
+const CBenchGroup c_group("las", AddLasRows);
 
 } // namespace

@@ -28,6 +28,6 @@ void AddBuildRows()
                 [=](CCpuTimer& timer) { return BuildNanoflann(nNum, bShuffled, timer); }});
 }
 
-const CBenchGroup group("build", AddBuildRows);
+const CBenchGroup c_group("build", AddBuildRows);
 
 } // namespace

@@ -109,6 +109,6 @@ void AddNearestRows()
     AddNearestRow<2>("nearest point in plan");
 }
 
-const CBenchGroup group("pick", AddNearestRows);
+const CBenchGroup c_group("pick", AddNearestRows);
 
 } // namespace

@@ -140,6 +140,6 @@ void AddNativeRows()
             BenchResult_Ignored});
 }
 
-const CBenchGroup group("native", AddNativeRows);
+const CBenchGroup c_group("native", AddNativeRows);
 
 } // namespace

@@ -59,7 +59,7 @@ void AddOpen3dPlyRows()
                 [=](CCpuTimer& timer) { return LoadOpen3d(nNum, timer); }});
 }
 
-const CBenchGroup groupLod("traversal", AddOpen3dLodRows);
-const CBenchGroup groupPly("ply", AddOpen3dPlyRows);
+const CBenchGroup c_groupLod("traversal", AddOpen3dLodRows);
+const CBenchGroup c_groupPly("ply", AddOpen3dPlyRows);
 
 } // namespace

@@ -86,6 +86,6 @@ void AddOutlineValues()
               }});
 }
 
-const CBenchGroup group("outline", AddOutlineValues);
+const CBenchGroup c_group("outline", AddOutlineValues);
 
 } // namespace

@@ -70,6 +70,6 @@ void AddBuildRows()
               [=] { return MeasurePclMemory(nNum); }});
 }
 
-const CBenchGroup group("build", AddBuildRows);
+const CBenchGroup c_group("build", AddBuildRows);
 
 } // namespace

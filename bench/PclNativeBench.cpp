@@ -66,6 +66,6 @@ void AddPcdRows()
                     [=](CCpuTimer& timer) { return LoadPcd(nNum, bColor, timer); }});
 }
 
-const CBenchGroup group("native", AddPcdRows);
+const CBenchGroup c_group("native", AddPcdRows);
 
 } // namespace

@@ -29,6 +29,6 @@ void AddPlyRows()
                 [=](CCpuTimer& timer) { return LoadPcl(nNum, timer); }});
 }
 
-const CBenchGroup group("ply", AddPlyRows);
+const CBenchGroup c_group("ply", AddPlyRows);
 
 } // namespace

@@ -144,6 +144,6 @@ void AddQueryRows()
                [=](double dLod, CCpuTimer& timer) { return LodPcl(nNum, dLod, timer); });
 }
 
-const CBenchGroup group("traversal", AddQueryRows);
+const CBenchGroup c_group("traversal", AddQueryRows);
 
 } // namespace

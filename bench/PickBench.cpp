@@ -173,6 +173,6 @@ void AddPickRows()
     AddViewRow(nNum, c_aViews[1], ", behind 6 planes", MakeClipBox(nNum, 0.25));
 }
 
-const CBenchGroup group("pick", AddPickRows);
+const CBenchGroup c_group("pick", AddPickRows);
 
 } // namespace

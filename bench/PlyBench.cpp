@@ -88,6 +88,6 @@ void AddPlyRows()
             BenchResult_Ignored});
 }
 
-const CBenchGroup group("ply", AddPlyRows);
+const CBenchGroup c_group("ply", AddPlyRows);
 
 } // namespace

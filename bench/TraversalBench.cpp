@@ -127,6 +127,6 @@ void AddTraversalRows()
     AddClipRow("a hundredth", 0.01, {0.05, 0.02});
 }
 
-const CBenchGroup group("traversal", AddTraversalRows);
+const CBenchGroup c_group("traversal", AddTraversalRows);
 
 } // namespace

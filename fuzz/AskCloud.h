@@ -1,6 +1,7 @@
 #ifndef FUZZ_ASKCLOUD_H
 #define FUZZ_ASKCLOUD_H
 
+#include <fuzz/Check.h>
 #include <zor4data/CPntArrays.h>
 #include <zor4data/CPntCld.h>
 #include <zor4data/CRootCube.h>
@@ -12,19 +13,8 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <limits>
-
-/// Ends the program where something that must hold does not.
-inline void Check(bool bHolds, const char* sWhat)
-{
-    if (bHolds)
-        return;
-    std::fprintf(stderr, "does not hold: %s\n", sWhat);
-    std::abort();
-}
 
 /// A host: looks at every field of every delivered point.
 class CFuzzHost final : public IPntCldListener, public ICldColorListener

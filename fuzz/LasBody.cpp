@@ -1,4 +1,5 @@
 #include <formats/CLasGuard.h>
+#include <fuzz/Check.h>
 #include <fuzz/CheckFacts.h>
 #include <fuzz/FuzzBody.h>
 #include <tests/io/CMemFile.h>
@@ -24,14 +25,6 @@ namespace
 
 /// Points up to which a cloud is filled.
 constexpr int c_nMaxPnts = 10000;
-
-void Check(bool bHolds, const char* sWhat)
-{
-    if (bHolds)
-        return;
-    std::fprintf(stderr, "does not hold: %s\n", sWhat);
-    std::abort();
-}
 
 /// Checks the order of the calls while they come in, and fills a cloud with them.
 class COrderListener final : public IPntCldReadListener, public IDlgProgress

@@ -1,4 +1,5 @@
 #include <fuzz/AskCloud.h>
+#include <fuzz/CInput.h>
 #include <fuzz/FuzzBody.h>
 #include <zor4data/FindPntsInPolygons.h>
 
@@ -6,31 +7,6 @@ namespace
 {
 
 using zor::geom::PNT_2D;
-
-/// The input, read from its front; zeros behind its end.
-class CInput
-{
-public:
-    CInput(const std::uint8_t* pBytes, std::size_t nSize) : m_pBytes(pBytes), m_nSize(nSize) {}
-
-    bool IsAtEnd() const { return m_nSize == 0; }
-
-    template <class T>
-    T Get()
-    {
-        T value{};
-        const std::size_t nTake = std::min(m_nSize, sizeof value);
-        if (nTake > 0)
-            std::memcpy(&value, m_pBytes, nTake);
-        m_pBytes += nTake;
-        m_nSize -= nTake;
-        return value;
-    }
-
-private:
-    const std::uint8_t* m_pBytes;
-    std::size_t m_nSize;
-};
 
 class CNoProgress final : public IDlgProgress, public IPclProgressListener
 {
@@ -72,23 +48,6 @@ public:
     int m_nNumPnts = 0;
 };
 
-/// Small whole numbers make rings touch, cross and repeat; any double makes them break arithmetic.
-double GetCoord(CInput& input, bool bAny, double dStep)
-{
-    return bAny ? input.Get<double>() : input.Get<std::int8_t>() * dStep;
-}
-
-std::vector<PNT_2D> GetRing(CInput& input, bool bAny, double dStep)
-{
-    std::vector<PNT_2D> ring(input.Get<std::uint8_t>() % 24U);
-    for (PNT_2D& pnt : ring)
-    {
-        pnt.x = GetCoord(input, bAny, dStep);
-        pnt.y = GetCoord(input, bAny, dStep);
-    }
-    return ring;
-}
-
 void Fill(CPntCld& cld, CInput& input, double dStep)
 {
     cld.OnReadType(input.Get<std::uint8_t>() % 2U == 0 ? PntCldType_Pnt : PntCldType_PntColor);
@@ -109,10 +68,10 @@ void Fill(CPntCld& cld, CInput& input, double dStep)
 
 void AskContours(const CPntCld& cld, CInput& input, bool bAny, double dStep)
 {
-    const std::vector<PNT_2D> outer = GetRing(input, bAny, dStep);
+    const std::vector<PNT_2D> outer = input.Ring(bAny, dStep);
     std::vector<std::vector<PNT_2D>> holes(input.Get<std::uint8_t>() % 4U);
     for (std::vector<PNT_2D>& hole : holes)
-        hole = GetRing(input, bAny, dStep);
+        hole = input.Ring(bAny, dStep);
 
     CSeen whole(cld);
     cld.FindPnts2D_Cnts(&whole, outer, {});
@@ -136,9 +95,9 @@ void AskContours(const CPntCld& cld, CInput& input, bool bAny, double dStep)
 
 void AskLine(const CPntCld& cld, CInput& input, bool bAny, double dStep)
 {
-    const PNT_2D p1(GetCoord(input, bAny, dStep), GetCoord(input, bAny, dStep));
-    const PNT_2D p2(GetCoord(input, bAny, dStep), GetCoord(input, bAny, dStep));
-    const double dist = GetCoord(input, bAny, dStep);
+    const PNT_2D p1(input.Coord(bAny, dStep), input.Coord(bAny, dStep));
+    const PNT_2D p2(input.Coord(bAny, dStep), input.Coord(bAny, dStep));
+    const double dist = input.Coord(bAny, dStep);
     CSeen line(cld);
     cld.FindPnts2D_NearLine(&line, p1, p2, dist, true, true);
     Check(line.GetMax() <= 3, "a point comes of the corridor and of each end");
@@ -176,7 +135,7 @@ void FuzzBody(const std::uint8_t* pBytes, std::size_t nSize)
     Check(cld.CalcMaxSearchDist() >= 1.0, "CalcMaxSearchDist is 1 at least");
     AskContours(cld, input, bAny, dStep);
     AskLine(cld, input, bAny, dStep);
-    Outline(cld, GetCoord(input, bAny, dStep));
+    Outline(cld, input.Coord(bAny, dStep));
 
     const int nNumPnts = cld.GetNumPnts();
     CNoProgress progress;

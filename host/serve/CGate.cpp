@@ -48,10 +48,11 @@ std::string ToLower(std::string_view sText)
 
 CGate::CGate(const std::string& sAddress, int nPort, std::string sToken)
     : m_sToken(std::move(sToken)), m_sCookieName(fmt::format("zorcld-{}", nPort)),
-      m_sCookieSecret(MakeToken()), m_sPort(fmt::format(":{}", nPort)),
+      m_sCookieSecret(MakeToken()),
+      m_sPort(fmt::format(":{}", nPort)), m_vecHosts{"127.0.0.1", "localhost", "[::1]",
+                                                     ToLower(HostFromAddress(sAddress))},
       m_bAnyAddress(sAddress == "0.0.0.0" || sAddress == "::")
 {
-    m_vecHosts = {"127.0.0.1", "localhost", "[::1]", ToLower(HostFromAddress(sAddress))};
     std::array<char, 256> acName{};
     if (m_bAnyAddress && gethostname(acName.data(), acName.size() - 1) == 0)
         m_vecHosts.push_back(ToLower(acName.data()));

@@ -31,10 +31,12 @@ public:
     /// Takes over a compact point of a store: its coordinates, its colour if it has one (else the
     /// colour of the record stays as it is), its index; then asks the colour listener. `m_bSel` stays.
     ///
-    /// @param pnt                  the compact point.
-    /// @param fOrgX, fOrgY, fOrgZ  origin of the store, coordinate units.
-    /// @param nIndex               position of the point in the store's current array.
-    /// @param pColorListener       called once with the height and the colour; null is not called.
+    /// @param pnt             the compact point.
+    /// @param fOrgX           origin of the store along x, coordinate units.
+    /// @param fOrgY           along y.
+    /// @param fOrgZ           along z.
+    /// @param nIndex          position of the point in the store's current array.
+    /// @param pColorListener  called once with the height and the colour; null is not called.
     ZOR4DATA_API void Set(const CTruncPnt& pnt, float fOrgX, float fOrgY, float fOrgZ, int nIndex,
                           ICldColorListener* pColorListener);
 

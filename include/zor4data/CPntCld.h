@@ -237,12 +237,14 @@ public:
     /// then those of the corridor, then the one exactly at p2, when `bEnd`. A point at an end that lies
     /// in the corridor too comes twice.
     ///
-    /// @param pListener     receives the points, one a call; not null.
-    /// @param p1, p2        ends of the segment, coordinate units.
-    /// @param dist          how far the corridor reaches to either side, coordinate units; it ends square
-    ///                      at p1 and p2. Not above 0, or p1 equal to p2: no corridor. On its edges
-    ///                      rounding decides.
-    /// @param bStart, bEnd  whether the points at the ends are delivered, too.
+    /// @param pListener  receives the points, one a call; not null.
+    /// @param p1         start of the segment, coordinate units.
+    /// @param p2         its end.
+    /// @param dist       how far the corridor reaches to either side, coordinate units; it ends square
+    ///                   at p1 and p2. Not above 0, or p1 equal to p2: no corridor. On its edges
+    ///                   rounding decides.
+    /// @param bStart     whether the point at the start is delivered, too.
+    /// @param bEnd       whether the point at the end is.
     ///
     /// "Exactly": the same x and y in units of 1/10000, counted from the cloud's origin and truncated; of
     /// several such points, one. Coordinates that the cloud gave back may lie just below their unit: to find

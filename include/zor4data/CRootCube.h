@@ -50,10 +50,12 @@ struct CLevelCube
 
 /// Calculates the cube at position (nI, nJ, nK) of a level, counted along x, y and z from the lower end.
 ///
-/// @param root        the root cube, as GetRootCube gives it.
-/// @param nLevel      0 for the root cube itself, up to 31.
-/// @param nI, nJ, nK  0 to 2^nLevel - 1.
-/// @param cube        receives the cube.
+/// @param root    the root cube, as GetRootCube gives it.
+/// @param nLevel  0 for the root cube itself, up to 31.
+/// @param nI      position along x, 0 to 2^nLevel - 1.
+/// @param nJ      along y.
+/// @param nK      along z.
+/// @param cube    receives the cube.
 /// @return false, and nothing is written, for a level or a position that there is not.
 ZOR4DATA_API bool GetLevelCube(const CRootCube& root, int nLevel, std::int32_t nI, std::int32_t nJ,
                                std::int32_t nK, CLevelCube& cube);

@@ -26,7 +26,9 @@ struct CLodRuns
 /// @param cld     asked for its points.
 /// @param dLod    as for GetPnts_Lod; of the whole cloud, not of the cube.
 /// @param nLevel  0 for the root cube, up to 31.
-/// @param nI,nJ,nK  0 to 2^nLevel - 1.
+/// @param nI      position along x, 0 to 2^nLevel - 1.
+/// @param nJ      along y.
+/// @param nK      along z.
 /// @param runs    its vector keeps what it has reserved.
 /// @return false, and nothing is written, without an octree, and for a level or a position that there is not.
 ///

@@ -7,9 +7,11 @@ class ICldColorListener
 public:
     /// Called once for every point that is made into a `CCldCadPnt`.
     ///
-    /// @param z        height of the point, coordinate units.
-    /// @param r, g, b  display colour, 0 to 1 a channel. On entry the stored colour of a point with
-    ///                 colour, else whatever the record held; on return the colour to deliver.
+    /// @param z  height of the point, coordinate units.
+    /// @param r  red of the display colour; each channel is 0 to 1. On entry the stored colour of a point
+    ///           with colour, else whatever the record held; on return the colour to deliver.
+    /// @param g  green.
+    /// @param b  blue.
     virtual void GetColor(double z, float& r, float& g, float& b) = 0;
 
     /// Called at the start of every query, before its first `GetColor`, with the height range of the

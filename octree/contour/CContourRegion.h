@@ -43,6 +43,8 @@ public:
     /// @param square  the one that was entered as `place`.
     enumSide ClassifySquare(const CContourSquare& square, const CPlace& place);
 
+    const CLocalRegions& GetRegions() const noexcept { return m_regions; }
+
 private:
     bool MayTurnWhenCut(const CContourSquare& square, const CPlace& place) const;
 

@@ -48,8 +48,9 @@ std::vector<TMultiPartPolygon> CLocalRegions::Subtract(const std::vector<PNT_2D>
     return m_geos.GetParts(m_geos.CalcDifference(m_geos.MakePolygon(ring), region));
 }
 
-std::vector<TMultiPartPolygon> CLocalRegions::SubtractWhole(const std::vector<PNT_2D>& ring) const
+std::vector<TMultiPartPolygon> CLocalRegions::SubtractWhole(const std::vector<PNT_2D>& ring)
 {
+    ++m_nNumWhole;
     return Subtract(ring, GetWhole());
 }
 
@@ -59,7 +60,6 @@ std::vector<TMultiPartPolygon> CLocalRegions::SubtractLocal(const std::vector<PN
     return Subtract(ring, GetLocal(nLevel));
 }
 
-/// @return the region around the square of a level, or around one above it that is small already.
 const CGeosRegion& CLocalRegions::GetLocal(std::size_t nLevel)
 {
     CLevel& level = m_vecLevels[CutDownTo(nLevel)];
@@ -102,8 +102,9 @@ bool CLocalRegions::IsGood(const CLevel& level) const
 }
 
 /// Cuts the region around a square out of the whole.
-void CLocalRegions::CutSurely(CLevel& level) const
+void CLocalRegions::CutSurely(CLevel& level)
 {
+    ++m_nNumCutSurely;
     level.region = m_geos.Clip(GetWhole(), level.frame);
     level.eState = enumState::Valid;
 }

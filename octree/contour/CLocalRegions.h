@@ -33,6 +33,15 @@ public:
     /// @return whether the whole region has so few points that cutting it down does not pay.
     bool IsSmall() const noexcept { return m_nNumPnts <= c_nSmall; }
 
+    /// @return the region around the square of a level, or around one above it that is small already. Valid.
+    const zor::geom::CGeosRegion& GetLocal(std::size_t nLevel);
+
+    /// @return how many cuts the quick way did not do for. Few, or a query costs more than it should.
+    std::size_t GetNumCutSurely() const noexcept { return m_nNumCutSurely; }
+
+    /// @return how many squares the whole region was subtracted from, which costs more, too.
+    std::size_t GetNumWhole() const noexcept { return m_nNumWhole; }
+
     /// The box that the region around a square is cut down to. Its sides keep off those of other squares of
     /// the tree, where contours may run.
     static zor::geom::TPlanBox<double> GetFrame(const zor::geom::TPlanBox<double>& box) noexcept;
@@ -50,7 +59,7 @@ public:
     void Leave(std::size_t nLevel) noexcept { Truncate(std::max<std::size_t>(nLevel, 1)); }
 
     /// What is left of a square, given by its corners in order, when the whole region is subtracted from it.
-    std::vector<zor::geom::TMultiPartPolygon> SubtractWhole(const std::vector<zor::geom::PNT_2D>& ring) const;
+    std::vector<zor::geom::TMultiPartPolygon> SubtractWhole(const std::vector<zor::geom::PNT_2D>& ring);
 
     /// The same with the region around the square of a level. REQUIRES: not IsSmall().
     std::vector<zor::geom::TMultiPartPolygon> SubtractLocal(const std::vector<zor::geom::PNT_2D>& ring,
@@ -78,16 +87,17 @@ private:
 
     std::vector<zor::geom::TMultiPartPolygon> Subtract(const std::vector<zor::geom::PNT_2D>& ring,
                                                        const zor::geom::CGeosRegion& region) const;
-    const zor::geom::CGeosRegion& GetLocal(std::size_t nLevel);
     std::size_t CutDownTo(std::size_t nLevel);
     bool IsGood(const CLevel& level) const;
-    void CutSurely(CLevel& level) const;
+    void CutSurely(CLevel& level);
     void Truncate(std::size_t nNumLevels) noexcept;
     const zor::geom::CGeosRegion& GetWhole() const noexcept { return m_vecLevels.front().region; }
 
     zor::geom::CGeos m_geos;
     std::vector<CLevel> m_vecLevels; // of the root and the squares entered
     std::size_t m_nNumPnts;
+    std::size_t m_nNumCutSurely = 0;
+    std::size_t m_nNumWhole = 0;
 };
 
 #endif

@@ -40,6 +40,16 @@ TEST(CGeoKeys, Geographic_DegreesUnlessItSaysOtherwise)
     EXPECT_TRUE(KeysOf({2048, 0, 1, 4326}).GetCoordSystem().plan.bAngle); // without a model
 }
 
+TEST(CGeoKeys, Geocentric_ItsOwnNameAndUnitOfLength)
+{
+    CGeoKeys keys = KeysOf({1024, 0, 1, 3, 1026, 34737, 6, 0, 2052, 0, 1, 9002});
+    EXPECT_EQ("foot", keys.GetCoordSystem().plan.sName);
+    EXPECT_FALSE(keys.GetCoordSystem().plan.bAngle);
+    EXPECT_EQ("geocentric", keys.GetCoordSystem().sName); // the text is not there
+    keys.sTexts = "Earth|";
+    EXPECT_EQ("Earth", keys.GetCoordSystem().sName);
+}
+
 TEST(CGeoKeys, CodeAlone_TellsFeet)
 {
     EXPECT_EQ("foot", KeysOf({1024, 0, 1, 1, 3072, 0, 1, 2992}).GetCoordSystem().plan.sName);

@@ -41,6 +41,19 @@ TEST(FindLasCoordSystem, BothWays_TheMarkDecides)
     EXPECT_EQ("foot", ReadOf(file.GetBytes()).plan.sName);
 }
 
+TEST(FindLasCoordSystem, SeveralOfAKind_TheFirstCounts)
+{
+    CLasFile file = LasOf(6, 2);
+    file.nEncoding = 16;
+    file.vecNamed = {LasWkt(c_sMetres), LasWkt(R"(PROJCS["in feet",UNIT["foot",0.3048]])")};
+    EXPECT_EQ("in metres", ReadOf(file.GetBytes()).sName);
+    file = LasOf(1, 2);
+    file.vecNamed = LasGeoKeys({{1024, 0, 1, 1}, {3076, 0, 1, 9002}});
+    for (const auto& later : LasGeoKeys({{1024, 0, 1, 1}, {3076, 0, 1, 9001}}))
+        file.vecNamed.push_back(later);
+    EXPECT_EQ("foot", ReadOf(file.GetBytes()).plan.sName);
+}
+
 TEST(FindLasCoordSystem, RecordsBehindThePoints_Count)
 {
     CLasFile file = LasOf(6, 2);

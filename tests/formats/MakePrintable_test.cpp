@@ -12,6 +12,19 @@ TEST(MakePrintable, WhatIsNotUtf8_BecomesQuestionMarks)
     EXPECT_EQ(MakePrintable("\xed\xa0\x80\n"), "????");
 }
 
+// The first and the last sequence of each length, those just beside them, and bytes that begin none.
+TEST(MakePrintable, SequencesAtTheLimits)
+{
+    for (const char* s : {"\x7e", "\xc2\xa0", "\xdf\xbf", "\xe0\xa0\x80", "\xed\x9f\xbf", "\xee\x80\x80",
+                          "\xef\xbf\xbf", "\xf0\x90\x80\x80", "\xf4\x8f\xbf\xbf"})
+        EXPECT_EQ(MakePrintable(s), s);
+    for (const char* s : {"\x80\x80\x80\x80", "\xbf\x80\x80\x80", "\xc0\x80\x80\x80", "\xc1\xbf\x80\x80",
+                          "\xf0\x8f\xbf\xbf", "\xf4\x90\x80\x80", "\xf5\x80\x80\x80", "\xff\xbf\xbf\xbf"})
+        EXPECT_EQ(MakePrintable(s), "????");
+    for (const char* s : {"\xe0\x9f\xbf", "\xed\xa0\x80", "\xe1\x80\x7f", "\xe1\xc0\x80"})
+        EXPECT_EQ(MakePrintable(s).substr(0, 1), "?");
+}
+
 TEST(MakePrintable, Controls_BecomeQuestionMarks)
 {
     EXPECT_EQ(MakePrintable("\033[31mflo\tat\x7f"), "?[31mflo?at?");

@@ -37,7 +37,9 @@ struct CReadCall
     bool operator==(const CReadCall& other) const
     {
         return eKind == other.eKind && nValue == other.nValue && anColor == other.anColor &&
-               std::memcmp(adPos.data(), other.adPos.data(), sizeof adPos) == 0;
+               std::memcmp(adPos.data(),
+                           other.adPos.data(), // NOLINT(bugprone-suspicious-memory-comparison,cert-*)
+                           sizeof adPos) == 0;
     }
     bool operator!=(const CReadCall& other) const { return !(*this == other); }
 

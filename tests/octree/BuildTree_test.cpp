@@ -8,6 +8,7 @@
 #include <tests/support/CldCases.h>
 
 #include <algorithm>
+#include <memory>
 #include <numeric>
 
 namespace
@@ -120,6 +121,26 @@ TYPED_TEST(BuildTree_case, EqualPoints_EndInOneLeafBelowDepth20)
         pNode = &(*pNode->GetChildren().begin()).GetNode();
     }
     EXPECT_EQ(pNode->m_ucLeaf, 0x80);
+}
+
+// Equal records at the end are looked for from there to the beginning of the array, and no farther: what
+// stands before it may be like them.
+TYPED_TEST(BuildTree_case, EqualPoints_AreLookedForInTheArrayOnly)
+{
+    std::vector<TypeParam> vecPnts(3000);
+    for (TypeParam& pnt : vecPnts)
+        pnt.m_nX = pnt.m_nY = pnt.m_nZ = 17;
+    const COcTreeIndex tree = BuildTree(vecPnts.data() + 1000, 2000);
+    std::vector<CLeafAt> vecLeaves;
+    ListLeaves(*tree.m_pRoot, 0, vecLeaves);
+    ASSERT_EQ(vecLeaves.size(), 1U);
+    EXPECT_EQ(vecLeaves[0].nFirst, 0);
+    EXPECT_EQ(vecLeaves[0].nCount, 2000);
+    EXPECT_EQ(tree.m_nCentreX, 17);
+    // Nothing stands before this one: the address sanitizer sees who reads there.
+    const std::unique_ptr<TypeParam[]> pAlone(new TypeParam[2000]);
+    std::copy_n(vecPnts.begin(), 2000, pAlone.get());
+    EXPECT_EQ(BuildTree(pAlone.get(), 2000).m_nCentreX, 17);
 }
 
 TYPED_TEST(BuildTree_case, PointOnASplittingPlane_LiesAbove)

@@ -224,6 +224,24 @@ TYPED_TEST(Query3D_case, Representative_OfTheLastInnerChild_Kept)
     EXPECT_EQ(this->GetIndices(), (TIndices{12}));
 }
 
+// A node that a file has without children stands for nothing.
+TYPED_TEST(Query3D_case, Representative_OfANodeWithoutChildrenIsNone)
+{
+    BuildTwoInner(*this);
+    COcTreeNode& last = this->GetStore()->m_pTree->m_pRoot->GetChildren().GetLast().GetNode();
+    last.m_ucExist = 0;
+    last.m_ucLeaf = 0;
+    EXPECT_EQ(FindRepresentative(last), nullptr);
+    this->Query().GetPnts_Lod(6.5536); // of the root: its last child has none
+    EXPECT_EQ(this->GetCalls(), "Z");
+    this->Query(100).GetPnts_Lod(3.2768);
+    EXPECT_EQ(this->GetIndices(), (TIndices{0}));
+    this->Query(100).GetPnts_LodClip(6.5536, {}); // goes on to the children
+    EXPECT_EQ(this->GetIndices(), (TIndices{0, 0, 10}));
+    this->Query(100).GetPnts_LodClip(3.2768, {});
+    EXPECT_EQ(this->GetIndices(), (TIndices{0, 0, 10, 0}));
+}
+
 TYPED_TEST(Query3D_case, Clip_WithoutPlanesIsTheTreesOrder)
 {
     BuildTwoInner(*this);

@@ -49,9 +49,14 @@ void* Count(void* p) noexcept
     return p;
 }
 
+void* AllocOrNull(std::size_t nSize) noexcept
+{
+    return MayAlloc() ? Count(__real_malloc(nSize == 0 ? 1 : nSize)) : nullptr;
+}
+
 void* AllocOrThrow(std::size_t nSize)
 {
-    void* const p = MayAlloc() ? Count(__real_malloc(nSize == 0 ? 1 : nSize)) : nullptr;
+    void* const p = AllocOrNull(nSize);
     if (p == nullptr)
         throw std::bad_alloc();
     return p;
@@ -124,7 +129,7 @@ extern "C"
     }
 }
 
-// The other forms of the standard library end in these.
+// The other forms of the standard library end in these; those of the address sanitizer do not.
 void* operator new(std::size_t nSize)
 {
     return AllocOrThrow(nSize);
@@ -133,6 +138,16 @@ void* operator new(std::size_t nSize)
 void* operator new[](std::size_t nSize)
 {
     return AllocOrThrow(nSize);
+}
+
+void* operator new(std::size_t nSize, const std::nothrow_t&) noexcept
+{
+    return AllocOrNull(nSize);
+}
+
+void* operator new[](std::size_t nSize, const std::nothrow_t&) noexcept
+{
+    return AllocOrNull(nSize);
 }
 
 void operator delete(void* p) noexcept

@@ -66,7 +66,7 @@ bool IsSpacing(double lod)
 template <class N>
 bool HasSameBits(N a, N b)
 {
-    return std::memcmp(&a, &b, sizeof a) == 0;
+    return std::memcmp(&a, &b, sizeof a) == 0; // NOLINT(bugprone-suspicious-memory-comparison,cert-*)
 }
 
 } // namespace

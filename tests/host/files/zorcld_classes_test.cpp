@@ -57,7 +57,8 @@ std::vector<std::string> GetPoints(const CZorcld& zorcld, std::vector<std::strin
     std::vector<std::string> vecLines;
     for (std::string sLine; std::getline(stream, sLine);)
         vecLines.push_back(sLine);
-    vecLines.erase(vecLines.begin(), vecLines.begin() + (vecLines.empty() ? 0 : 1));
+    if (!vecLines.empty())
+        vecLines.erase(vecLines.begin());
     std::sort(vecLines.begin(), vecLines.end());
     return vecLines;
 }

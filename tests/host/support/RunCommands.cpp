@@ -85,6 +85,7 @@ std::string RunReading(const TCommand& command, const std::string& sFile, const 
     for (const std::string& sArg : command)
         vecArgs.push_back(Replace(Replace(sArg, "%F", sFile), "%D", sFolder));
     std::vector<const char*> vecPointers;
+    vecPointers.reserve(vecArgs.size());
     for (const std::string& sArg : vecArgs)
         vecPointers.push_back(sArg.c_str());
     try

@@ -105,7 +105,7 @@ private:
     static int CountOf(const std::string& sValue)
     {
         std::size_t n = sValue.find_first_not_of("+-");
-        if (n == std::string::npos || n > 1)
+        if (n > 1) // also: nothing but signs
             return 0;
         double d = 0.0; // exact as far as it matters
         for (; n < sValue.size() && sValue[n] >= '0' && sValue[n] <= '9'; ++n)
