@@ -4,6 +4,7 @@
 #include <zor4data/FindIndices.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <tuple>
@@ -20,14 +21,15 @@ CCalls::CCalls(CInput& input) : m_input(input), m_dStep(1.0)
         m_vecPairs.emplace_back(&m_host);
 }
 
-void CCalls::Run()
+struct CCalls::CCall
 {
-    struct CCall
-    {
-        const char* sName;
-        int nShare; // of 32
-        void (CCalls::*pCall)();
-    };
+    const char* sName;
+    int nShare; // of 32
+    void (CCalls::*pCall)();
+};
+
+const CCalls::CCall& CCalls::PickCall()
+{
     static constexpr std::array<CCall, 27> c_calls{{
         {"OnReadType", 1, &CCalls::CallOnReadType},
         {"Init", 1, &CCalls::CallInit},
@@ -57,16 +59,22 @@ void CCalls::Run()
         {"Ground", 1, &CCalls::CallGround},
         {"Geometry", 1, &CCalls::CallGeometry},
     }};
+    const CCall* pCall = c_calls.data();
+    for (int nPlace = m_input.Below(32) - pCall->nShare; nPlace >= 0; nPlace -= pCall->nShare)
+        ++pCall;
+    return *pCall;
+}
+
+void CCalls::Run()
+{
     static const bool bTold = std::getenv("ZOR4DATA_FUZZ_TRACE") != nullptr;
     constexpr int c_nMaxCalls = 60;
     for (int n = 0; n < c_nMaxCalls && !m_input.IsAtEnd(); ++n)
     {
-        const CCall* pCall = c_calls.data();
-        for (int nPlace = m_input.Below(32) - pCall->nShare; nPlace >= 0; nPlace -= pCall->nShare)
-            ++pCall;
+        const CCall& call = PickCall();
         if (bTold)
-            std::fprintf(stderr, "call %d: %s\n", n, pCall->sName);
-        (this->*pCall->pCall)();
+            std::fprintf(stderr, "call %d: %s\n", n, call.sName);
+        (this->*call.pCall)();
         m_host.Forget(nullptr);
         CompareAll();
     }

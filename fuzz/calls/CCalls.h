@@ -40,6 +40,11 @@ private:
     static constexpr int c_nNumClds = 3;
     static constexpr int c_nMaxPnts = 400;
 
+    struct CCall;
+
+    /// One of the calls below, as often as its share says.
+    const CCall& PickCall();
+
     struct CPair
     {
         explicit CPair(ICldColorListener* pColors) : cld(pColors) {}

@@ -100,7 +100,8 @@ void CModelStore::UnSelect()
 {
     if (pSelected == nullptr)
         return;
-    // marks are kept in bytes, shared with copies, and a byte more than full ones is reset: after Clear the first
+    // marks are kept in bytes, shared with copies; one byte more than full ones is reset: after Clear the
+    // first
     const std::size_t nNumReset = (static_cast<std::size_t>(GetNumPnts()) / 8 + 1) * 8;
     std::fill_n(pSelected->begin(), std::min(nNumReset, pSelected->size()), false);
 }
@@ -139,6 +140,13 @@ void CModelStore::SetModified(bool b)
     if (b && !bModified)
         nVersion = nVersion == c_nMax ? std::numeric_limits<int>::min() : nVersion + 1;
     bModified = b;
+}
+
+CModelStore CModelStore::NoStore()
+{
+    CModelStore none;
+    none.nVersion = -1;
+    return none;
 }
 
 void CModelStore::Load(const CModelStore& saved)

@@ -35,6 +35,9 @@ struct CModelStore
     bool bModified = false;
     int nVersion = 0;
 
+    /// What a file holds whose cloud had no point type: nothing, in version -1.
+    static CModelStore NoStore();
+
     int GetNumPnts() const { return pArray == nullptr ? 0 : static_cast<int>(pArray->pnts.size()); }
 
     /// Was the tree built for the points as they are?

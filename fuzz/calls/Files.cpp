@@ -157,11 +157,12 @@ void CCalls::CallWriteAndLoad()
     to.model.nFileType = PntCldFile_Native;
     if (eEnd == enumEnd::Stopped)
         return;
-    Check(bLoaded == bWritten, "what is written loads");
     CModelCld saved = from.model;
-    to.model.nType = static_cast<std::int16_t>(from.model.nType);
-    if (CModelStore* const pStore = to.model.GetStore())
-        pStore->Load(*saved.GetStore());
+    to.model.nType = static_cast<std::int16_t>(from.model.nType); // the file holds 16 bits of it
+    CModelStore* const pStore = to.model.GetStore();
+    Check(bLoaded == (pStore != nullptr), "what names a type loads");
+    if (pStore != nullptr)
+        pStore->Load(saved.GetStore() != nullptr ? *saved.GetStore() : CModelStore::NoStore());
 }
 
 // The target is the old file or the new one, whatever happens, and nothing lies beside it.

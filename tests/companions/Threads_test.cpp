@@ -6,6 +6,8 @@
 #include <zor4data/CPntArrays.h>
 #include <zor4data/CPntCld.h>
 #include <zor4data/CRootCube.h>
+#include <zor4data/CalcCntWithin.h>
+#include <zor4data/FindGround.h>
 #include <zor4data/FindIndices.h>
 #include <zor4data/FindLodRuns.h>
 #include <zor4data/FindPntsInPolygons.h>
@@ -222,6 +224,26 @@ double AskPicks(const CPntCld& cld)
     return dSum;
 }
 
+double AskOutline(const CPntCld& cld)
+{
+    CSum sum;
+    const enumOutline eOutline = CalcCntWithin(cld, nullptr, &sum, 4.0, 100000);
+    return sum.Get() + static_cast<int>(eOutline);
+}
+
+/// The filter of the ground, and that of a cloud in feet.
+double AskGround(const CPntCld& cld)
+{
+    double dSum = 0.0;
+    for (const int i : FindGround(cld, nullptr))
+        dSum = std::fmod(dSum * 3.0 + i, 1e9);
+    std::vector<int> vecGround;
+    EXPECT_TRUE(FindGround_Scaled(cld, {0.3048, 0.3048}, nullptr, vecGround));
+    for (const int i : vecGround)
+        dSum = std::fmod(dSum * 3.0 + i, 1e9);
+    return dSum;
+}
+
 std::vector<CQuestion> MakeQuestions()
 {
     std::vector<CQuestion> vecQuestions;
@@ -233,6 +255,8 @@ std::vector<CQuestion> MakeQuestions()
     vecQuestions.push_back({"GetRootCube, GetLevelCube", AskCubes});
     vecQuestions.push_back({"FindLodRuns", AskRuns});
     vecQuestions.push_back({"PickPnt, FindNearestPnt, FindNearestPnt2D", AskPicks});
+    vecQuestions.push_back({"CalcCntWithin", AskOutline});
+    vecQuestions.push_back({"FindGround, FindGround_Scaled", AskGround});
     return vecQuestions;
 }
 

@@ -14,4 +14,8 @@ bool PrintAccuracy(std::int64_t nNum);
 /// @return whether every stage succeeded.
 bool PrintSizes(std::int64_t nNum, bool bColor);
 
+/// Writes a LAZ file of equal points in chunks of 50,000: the smallest that so many can be.
+/// @return whether it could be written, which takes LASzip.
+bool WriteEqualLaz(std::int64_t nNum, int nFormat, const char* sPath);
+
 #endif
