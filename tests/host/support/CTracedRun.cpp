@@ -22,6 +22,9 @@ namespace
 
 using TCallInfo = struct __ptrace_syscall_info;
 
+constexpr int c_nCallStop = SIGTRAP | 0x80;
+constexpr long c_nOptions = PTRACE_O_TRACESYSGOOD | PTRACE_O_TRACECLONE | PTRACE_O_EXITKILL;
+
 bool Contains(std::initializer_list<long> calls, std::uint64_t nCall)
 {
     return std::find(calls.begin(), calls.end(), static_cast<long>(nCall)) != calls.end();
@@ -68,13 +71,29 @@ CTracedRun::CTracedRun(enumMoments eMoments, std::vector<std::string> vecArgs)
     m_vecArgs.insert(m_vecArgs.begin(), CZorcld::GetProgram());
 }
 
+/// Tries all that a run needs: containers may let a process be traced, and not tell of its calls.
 bool CTracedRun::IsPossible()
 {
     const pid_t nChild = fork();
     if (nChild == 0)
-        _exit(ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) == 0 ? 0 : 1);
-    int nStatus = -1;
-    return nChild > 0 && waitpid(nChild, &nStatus, 0) == nChild && nStatus == 0;
+    {
+        if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) == 0)
+            raise(SIGSTOP);
+        getppid(); // a call to be told of
+        _exit(0);
+    }
+    int nStatus = 0;
+    if (nChild < 0 || waitpid(nChild, &nStatus, 0) != nChild || !WIFSTOPPED(nStatus))
+        return false;
+    TCallInfo info{};
+    const bool bIsPossible = ptrace(PTRACE_SETOPTIONS, nChild, nullptr, c_nOptions) == 0 &&
+                             ptrace(PTRACE_SYSCALL, nChild, nullptr, nullptr) == 0 &&
+                             waitpid(nChild, &nStatus, 0) == nChild && WIFSTOPPED(nStatus) &&
+                             WSTOPSIG(nStatus) == c_nCallStop &&
+                             ptrace(PTRACE_GET_SYSCALL_INFO, nChild, sizeof info, &info) > 0;
+    kill(nChild, SIGKILL);
+    waitpid(nChild, &nStatus, 0);
+    return bIsPossible;
 }
 
 int CTracedRun::RunUntil(int nMoment)
@@ -109,7 +128,6 @@ pid_t CTracedRun::Start()
     }
     int nStatus = 0;
     waitpid(nProgram, &nStatus, 0); // it has stopped in execv
-    constexpr long c_nOptions = PTRACE_O_TRACESYSGOOD | PTRACE_O_TRACECLONE | PTRACE_O_EXITKILL;
     if (!WIFSTOPPED(nStatus) || ptrace(PTRACE_SETOPTIONS, nProgram, nullptr, c_nOptions) != 0)
         throw std::runtime_error("the program cannot be traced");
     ptrace(PTRACE_SYSCALL, nProgram, nullptr, nullptr);
@@ -119,7 +137,6 @@ pid_t CTracedRun::Start()
 /// Lets the program's threads run from stop to stop until it has ended.
 void CTracedRun::Follow(pid_t nProgram, int nMoment)
 {
-    constexpr int c_nCallStop = SIGTRAP | 0x80;
     bool bKilled = false;
     for (;;)
     {
