@@ -1,6 +1,6 @@
 import type { App } from './App';
 import { commandOf } from './commands';
-import { takePlace } from './takePlace';
+import { takeBack, takePlace } from './takePlace';
 
 /** The page's keys: commands, and what ends or undoes a tool's clicks. */
 export function bindKeys(app: App): void {
@@ -44,12 +44,11 @@ function handleKey(app: App, event: KeyboardEvent): boolean {
 /** Without a mouse: the point in the middle of the picture is taken with the space bar. */
 function handleToolKey(app: App, event: KeyboardEvent): boolean {
     const onButton = event.target instanceof HTMLButtonElement;
-    if (event.key === 'Enter' && !onButton && app.gathering !== null) {
-        void app.gathering.taken.then(() => app.finishTool());
-    } else if (event.key === 'Backspace') {
-        app.gathering?.removeLast();
-        app.ui.updateTool();
-        app.redraw();
+    const { gathering } = app;
+    if (event.key === 'Enter' && !onButton && gathering !== null) {
+        void gathering.taken.then(() => app.finishTool());
+    } else if (event.key === 'Backspace' && gathering !== null) {
+        void takeBack(app, gathering);
     } else if (event.key === ' ' && !onButton) void takePlace(app, app.stage.width / 2, app.stage.height / 2);
     else return false;
     return true;

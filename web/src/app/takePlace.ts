@@ -1,5 +1,6 @@
 import { findCorner } from './findCorner';
 import type { App } from './App';
+import type { Gathering } from '../tools/tools';
 
 /**
  * What lies at a pixel is taken for the tool that is on, by mouse or by key: a point, or the corner of a polygon. Places
@@ -20,5 +21,16 @@ export function takePlace(app: App, x: number, y: number): Promise<void> {
         app.setHovered(picked);
         app.addPoint(point);
     })();
+    return gathering.taken;
+}
+
+/** The last place goes again, also one that is still on its way. */
+export function takeBack(app: App, gathering: Gathering): Promise<void> {
+    gathering.taken = gathering.taken.then(() => {
+        gathering.removeLast();
+        if (app.gathering !== gathering) return;
+        app.ui.updateTool();
+        app.redraw();
+    });
     return gathering.taken;
 }

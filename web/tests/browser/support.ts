@@ -213,9 +213,10 @@ export class Window {
     }
 
     /** Waits until the hint at the foot of the page begins with these words: a click has been taken up. */
+    /** Waits until exactly this is told, or this with more behind a comma. */
     async hinted(words: string): Promise<void> {
-        const begins = (text: string): boolean => document.querySelector('.hint')?.textContent?.startsWith(text) ?? false;
-        await this.page.waitForFunction(begins, {}, words);
+        const isTold = (text: string): boolean => `${document.querySelector('.hint')?.textContent},`.startsWith(`${text},`);
+        await this.page.waitForFunction(isTold, {}, words);
     }
 
     async close(): Promise<void> {

@@ -2,7 +2,7 @@ import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import type { App } from '../../src/app/App';
 import { commandOf, commands, showKey } from '../../src/app/commands';
-import { takePlace } from '../../src/app/takePlace';
+import { takeBack, takePlace } from '../../src/app/takePlace';
 import type { PickedPoint } from '../../src/data/info';
 import type { Vec3 } from '../../src/math/vec3';
 import { Gathering, toolKinds, type ToolName } from '../../src/tools/tools';
@@ -22,7 +22,8 @@ function makeApp(camera: Camera, tool: ToolName, picked: PickedPoint | null | un
         info: { heights: null },
         bounds: () => ({ min: [0, 0, 0], max: [1, 1, 1] }),
         picker: { pick: (): Promise<PickedPoint | null | undefined> => Promise.resolve(picked) },
-        ui: { tellOnce: (text: string) => told.push(text) },
+        ui: { tellOnce: (text: string) => told.push(text), updateTool: () => undefined },
+        redraw: () => undefined,
         view: () => new View(app.state.camera, 200, 100),
         setCamera: (to: Camera) => (app.state.camera = to),
         setHovered: () => undefined,
@@ -95,4 +96,21 @@ test('ClicksOneAfterTheOther_KeepTheirOrderWhicheverAnswerComesFirst', async () 
     for (const k of [2, 0, 1]) answers[k]({ index: k, x: k, y: 0, z: 0, color: null });
     await Promise.all(clicks);
     assert.deepEqual(taken.map(({ index }) => index), [0, 1, 2]);
+});
+
+test('TakeBack_TheLastPlaceGoesAlsoWhereItIsStillOnItsWay', async () => {
+    const { app, asApp } = makeApp(map, 'area', null);
+    const { gathering } = app;
+    assert.ok(gathering !== null);
+    app.addPoint = (point) => (gathering.add([point.x, point.y, point.z], point.index), 0);
+    const answers: ((point: PickedPoint) => void)[] = [];
+    app.picker.pick = () => new Promise((done) => answers.push(done));
+    const clicks = [0, 1].map((k) => takePlace(asApp, 10 * k, 5));
+    const back = takeBack(asApp, gathering);
+    for (const k of [1, 0]) answers[k]({ index: k, x: k, y: 0, z: 0, color: null });
+    await Promise.all([...clicks, back]);
+    assert.deepEqual(gathering.indices, [0]);
+    await takeBack(asApp, gathering);
+    await takeBack(asApp, gathering); // nothing is left
+    assert.deepEqual(gathering.indices, []);
 });
