@@ -4,10 +4,10 @@
 #include <tests/host/support/DamagedFiles.h>
 #include <tests/host/support/RunCommands.h>
 #include <tests/io/CMemFile.h>
-#include <tests/support/CRandom.h>
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -81,15 +81,9 @@ void RunDamaged(const CZorcld& folder, const std::vector<CSeedFile>& vecSeeds, i
                        {
                            for (int n = nFirst; n < nFirst + c_nBatch; ++n)
                            {
-                               CRandom random(static_cast<std::uint64_t>(n));
-                               const CSeedFile& seed = random.Pick(vecSeeds);
-                               std::string sBytes = seed.sBytes;
-                               for (std::int64_t i = random.Int(1, 4); i > 0; --i)
-                                   Damage(random, vecSeeds, sBytes);
-                               if (seed.sType == "las")
-                                   LimitCounts(sBytes);
-                               RunOver(folder, std::to_string(n) + " of " + seed.sName, seed.sType, sBytes,
-                                       PickCommands(n));
+                               const CSeedFile file = MakeDamaged(vecSeeds, n);
+                               RunOver(folder, std::to_string(n) + " of " + file.sName, file.sType,
+                                       file.sBytes, PickCommands(n));
                            }
                        });
         ASSERT_TRUE(sFailure.empty()) << sFailure;

@@ -54,22 +54,10 @@ std::vector<CSeedFile> FindSeeds(const CFormat& format)
     return vecSeeds;
 }
 
-std::string MakeFile(const std::vector<CSeedFile>& vecSeeds, int nFile)
-{
-    CRandom random(static_cast<std::uint64_t>(nFile));
-    const CSeedFile& seed = random.Pick(vecSeeds);
-    std::string sBytes = seed.sBytes;
-    for (std::int64_t i = random.Int(1, 4); i > 0; --i)
-        Damage(random, vecSeeds, sBytes);
-    if (seed.sType == "las")
-        LimitCounts(sBytes);
-    return sBytes;
-}
-
 void RunFile(const CFormat& format, const std::vector<CSeedFile>& vecSeeds, int nFile,
              const std::string& sFolder)
 {
-    const CMemFile file(MakeFile(vecSeeds, nFile));
+    const CMemFile file(MakeDamaged(vecSeeds, nFile).sBytes);
     const std::vector<TCommand>& vecAll = GetReadingCommands();
     const std::size_t nOther = static_cast<std::size_t>(nFile) % vecAll.size();
     for (TCommand command : {TCommand{"check", "%F"}, vecAll[nOther]})
@@ -106,7 +94,7 @@ int TellFailures(const CFormat& format, const std::vector<CSeedFile>& vecSeeds, 
             continue;
         ++nNumFailed;
         const std::string sKept = std::string("damage-") + format.sName + "-" + std::to_string(n);
-        std::ofstream(sKept, std::ios::binary) << MakeFile(vecSeeds, n);
+        std::ofstream(sKept, std::ios::binary) << MakeDamaged(vecSeeds, n).sBytes;
         std::printf("%s: %s\n", sKept.c_str(), sFailure.c_str());
     }
     if (nNumFailed == 0) // together they fail, alone none does

@@ -1,6 +1,7 @@
 #include <tests/host/support/DamagedFiles.h>
 
 #include <tests/host/support/CZorcld.h>
+#include <tests/support/CRandom.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -39,6 +40,45 @@ void OverwriteNumber(CRandom& random, std::string& sBytes)
     Overwrite(sBytes, nPos, &n, sizeof n);
 }
 
+/// In one place.
+void Damage(CRandom& random, const std::vector<CSeedFile>& vecSeeds, std::string& sBytes)
+{
+    const auto nSize = static_cast<std::int64_t>(sBytes.size());
+    const auto at = [&]
+    { return static_cast<std::size_t>(random.Int(0, std::max<std::int64_t>(nSize - 1, 0))); };
+    const std::int64_t nKind = random.Int(0, 9);
+    if (nKind == 0)
+        sBytes.resize(at());
+    else if (nKind == 1)
+    {
+        const std::string& sOther = random.Pick(vecSeeds).sBytes;
+        sBytes.resize(at());
+        sBytes += sOther.substr(std::min(at(), sOther.size()));
+    }
+    else if (nKind == 2)
+        sBytes.insert(std::min(at(), sBytes.size()),
+                      random.Pick<std::string>({std::string(4, '\0'), "1e400 ", "\n", "nan ", "-0.5 "}));
+    else if (nKind < 5 && nSize > 0)
+        sBytes[at()] = static_cast<char>(random.Int(0, 255));
+    else if (nKind == 5 && nSize > 0)
+    {
+        char& c = sBytes[at()];
+        c = static_cast<char>(c ^ (1 << random.Int(0, 7)));
+    }
+    else
+        OverwriteNumber(random, sBytes);
+}
+
+void LimitCounts(std::string& sBytes)
+{
+    constexpr std::size_t c_nCount = 107; // 4 bytes; in versions from 1.4 on also 8 bytes
+    constexpr std::size_t c_nLongCount = 247;
+    for (std::size_t n = c_nCount + 2; n < std::min(c_nCount + 4, sBytes.size()); ++n)
+        sBytes[n] = '\0';
+    for (std::size_t n = c_nLongCount + 2; n < std::min(c_nLongCount + 8, sBytes.size()); ++n)
+        sBytes[n] = '\0';
+}
+
 } // namespace
 
 std::vector<CSeedFile> ReadSeeds(const std::string& sSources)
@@ -68,39 +108,13 @@ std::vector<CSeedFile> OfType(const std::vector<CSeedFile>& vecAll, const std::s
     return vecSeeds;
 }
 
-void Damage(CRandom& random, const std::vector<CSeedFile>& vecSeeds, std::string& sBytes)
+CSeedFile MakeDamaged(const std::vector<CSeedFile>& vecSeeds, int nFile)
 {
-    const auto nSize = static_cast<std::int64_t>(sBytes.size());
-    const auto at = [&]
-    { return static_cast<std::size_t>(random.Int(0, std::max<std::int64_t>(nSize - 1, 0))); };
-    const std::int64_t nKind = random.Int(0, 9);
-    if (nKind == 0)
-        sBytes.resize(at());
-    else if (nKind == 1)
-    {
-        const std::string& sOther = random.Pick(vecSeeds).sBytes;
-        sBytes = sBytes.substr(0, at()) + sOther.substr(std::min(at(), sOther.size()));
-    }
-    else if (nKind == 2)
-        sBytes.insert(std::min(at(), sBytes.size()),
-                      random.Pick<std::string>({std::string(4, '\0'), "1e400 ", "\n", "nan ", "-0.5 "}));
-    else if (nKind < 5 && nSize > 0)
-        sBytes[at()] = static_cast<char>(random.Int(0, 255));
-    else if (nKind == 5 && nSize > 0)
-    {
-        char& c = sBytes[at()];
-        c = static_cast<char>(c ^ (1 << random.Int(0, 7)));
-    }
-    else
-        OverwriteNumber(random, sBytes);
-}
-
-void LimitCounts(std::string& sBytes)
-{
-    constexpr std::size_t c_nCount = 107; // 4 bytes; in versions from 1.4 on also 8 bytes
-    constexpr std::size_t c_nLongCount = 247;
-    for (std::size_t n = c_nCount + 2; n < std::min(c_nCount + 4, sBytes.size()); ++n)
-        sBytes[n] = '\0';
-    for (std::size_t n = c_nLongCount + 2; n < std::min(c_nLongCount + 8, sBytes.size()); ++n)
-        sBytes[n] = '\0';
+    CRandom random(static_cast<std::uint64_t>(nFile));
+    CSeedFile file = random.Pick(vecSeeds);
+    for (std::int64_t i = random.Int(1, 4); i > 0; --i)
+        Damage(random, vecSeeds, file.sBytes);
+    if (file.sType == "las")
+        LimitCounts(file.sBytes);
+    return file;
 }
